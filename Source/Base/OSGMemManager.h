@@ -1,0 +1,70 @@
+#pragma once
+
+/// \file
+/// The allocator that all scene objects, properties and internal containers live in.
+
+#include <cstddef>
+#include <new>
+
+#include "OSGBaseApi.h"
+#include "OSGBaseTypes.h"
+
+namespace OSG
+{
+/// A block of at least `size` bytes, aligned for any object, or null where there is no memory.
+OSG_BASE_API void *MemMalloc(std::size_t size) noexcept;
+/// Gives a block of MemMalloc back; null is allowed.
+OSG_BASE_API void MemFree(void *block) noexcept;
+/// MemMalloc that raises std::bad_alloc in place of null.
+OSG_BASE_API void *MemMallocOrThrow(std::size_t size);
+
+/// What stands behind MemMalloc and MemFree. `blockSize` tells the bytes that a block takes.
+struct MemBackEnd
+{
+    void *(*allocate)(std::size_t size);
+    void (*release)(void *block);
+    std::size_t (*blockSize)(void *block);
+};
+/// Replaces the back end. Only before the first block was handed out: otherwise false, and nothing
+/// changes.
+OSG_BASE_API bool setMemBackEnd(MemBackEnd const &backEnd);
+
+/// Bytes that are out, and the most that ever were, as the back end sizes the blocks.
+OSG_BASE_API UInt64 getMemBytes();
+OSG_BASE_API UInt64 getMemPeakBytes();
+/// Starts a new peak at the bytes that are out now.
+OSG_BASE_API void resetMemPeak();
+/// MemMalloc gives null once more than `bytes` would be out; 0 lifts the limit.
+OSG_BASE_API void setMemLimit(UInt64 bytes);
+
+/// Standard allocator over MemMalloc; raises std::bad_alloc.
+template <class T>
+struct MemAllocator
+{
+    using value_type = T;
+
+    MemAllocator() = default;
+    template <class U>
+    MemAllocator(MemAllocator<U> const &) noexcept
+    {}
+
+    T *allocate(std::size_t n)
+    {
+        if(n > static_cast<std::size_t>(-1) / sizeof(T))
+            throw std::bad_array_new_length();
+        return static_cast<T *>(MemMallocOrThrow(n * sizeof(T)));
+    }
+    void deallocate(T *block, std::size_t) noexcept { MemFree(block); }
+
+    friend bool operator==(MemAllocator const &, MemAllocator const &) { return true; }
+};
+
+/// Gives a class operator new and delete over MemMalloc.
+struct MemObject
+{
+    static void *operator new(std::size_t size) { return MemMallocOrThrow(size); }
+    static void *operator new(std::size_t, void *place) noexcept { return place; }
+    static void operator delete(void *block) noexcept { MemFree(block); }
+    static void operator delete(void *, void *) noexcept {}
+};
+} // namespace OSG

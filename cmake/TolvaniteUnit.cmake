@@ -1,0 +1,96 @@
+include(GenerateExportHeader)
+
+# osg_unit(NAME DIR dir [LINK units...] [EXTERNAL libraries...] [PRIVATE libraries...] [MODULE_STATICS])
+#
+# A unit is one folder, one shared library OSG<NAME> and one target Tolvanite::<NAME>. LINK names the
+# units that it may include and call: include folders come with the link, and -z defs refuses the
+# rest, so an upward include does not compile and an upward call does not link. Every OSG*.xml of
+# the folder is a container description; its generated statics are compiled as one source, or left
+# to a source of the unit that includes them in an order of its own (MODULE_STATICS).
+function(osg_unit NAME)
+    cmake_parse_arguments(UNIT "MODULE_STATICS" "DIR" "LINK;EXTERNAL;PRIVATE" ${ARGN})
+    set(target OSG${NAME})
+    set(source_dir ${CMAKE_CURRENT_SOURCE_DIR}/${UNIT_DIR})
+    set(generated_dir ${CMAKE_BINARY_DIR}/generated/${NAME})
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${source_dir}/*.cpp)
+    file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${source_dir}/*.h ${source_dir}/*.inl)
+    file(GLOB_RECURSE descriptions CONFIGURE_DEPENDS ${source_dir}/*.xml)
+    # Compiled into executables that ask for it, never into a library.
+    list(FILTER sources EXCLUDE REGEX "OSGMemGlobal\\.cpp$")
+
+    osg_generate_containers(${NAME} "${descriptions}" ${generated_dir} generated)
+    set(generated_sources)
+    if(descriptions AND NOT UNIT_MODULE_STATICS)
+        set(includes "")
+        foreach(description IN LISTS descriptions)
+            get_filename_component(base ${description} NAME_WE)
+            string(APPEND includes "#include \"${base}.h\"\n#include \"${base}Statics.inl\"\n")
+        endforeach()
+        set(generated_sources ${generated_dir}/${target}Statics.cpp)
+        file(CONFIGURE OUTPUT ${generated_sources} CONTENT "${includes}" @ONLY)
+    endif()
+
+    add_library(${target} SHARED ${sources} ${headers} ${generated} ${generated_sources})
+    add_library(Tolvanite::${NAME} ALIAS ${target})
+    string(TOUPPER ${NAME} upper)
+    generate_export_header(${target} BASE_NAME ${target} EXPORT_MACRO_NAME OSG_${upper}_API
+        EXPORT_FILE_NAME ${generated_dir}/${target}Api.h)
+
+    set(folders)
+    foreach(file IN LISTS headers descriptions)
+        get_filename_component(folder ${file} DIRECTORY)
+        list(APPEND folders ${folder})
+    endforeach()
+    list(APPEND folders ${source_dir})
+    list(REMOVE_DUPLICATES folders)
+    foreach(folder IN LISTS folders generated_dir)
+        if(folder STREQUAL "generated_dir")
+            set(folder ${generated_dir})
+        endif()
+        target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${folder}>)
+    endforeach()
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${generated_dir}>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/tolvanite>)
+
+    foreach(unit IN LISTS UNIT_LINK)
+        target_link_libraries(${target} PUBLIC Tolvanite::${unit})
+    endforeach()
+    target_link_libraries(${target} PUBLIC Boost::headers ${UNIT_EXTERNAL} PRIVATE ${UNIT_PRIVATE})
+    # Nothing ever unregisters from a factory, so a library that was loaded stays loaded.
+    target_link_options(${target} PRIVATE -Wl,-z,defs -Wl,-z,nodelete)
+    if(TOLVANITE_SANITIZE)
+        get_target_property(options ${target} LINK_OPTIONS)
+        list(REMOVE_ITEM options -Wl,-z,defs)
+        set_target_properties(${target} PROPERTIES LINK_OPTIONS "${options}")
+    endif()
+    target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/TolvanitePch.h)
+    set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${NAME})
+
+    file(GLOB generated_headers ${generated_dir}/*Api.h)
+    set(public_headers ${headers} ${generated_dir}/${target}Api.h)
+    foreach(file IN LISTS generated)
+        list(APPEND public_headers ${file})
+    endforeach()
+    install(TARGETS ${target} EXPORT TolvaniteTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tolvanite)
+    set_property(GLOBAL APPEND PROPERTY TOLVANITE_UNITS ${NAME})
+endfunction()
+
+# Runs the container generator over the descriptions of a unit; `result` receives what it makes.
+function(osg_generate_containers NAME descriptions generated_dir result)
+    set(generator ${CMAKE_SOURCE_DIR}/Tools/containergen.py)
+    string(TOUPPER ${NAME} upper)
+    set(made)
+    foreach(description IN LISTS descriptions)
+        get_filename_component(base ${description} NAME_WE)
+        set(outputs ${generated_dir}/${base}Base.h ${generated_dir}/${base}Statics.inl)
+        add_custom_command(OUTPUT ${outputs}
+            COMMAND Python3::Interpreter ${generator} --api OSG_${upper}_API
+                --api-header OSG${NAME}Api.h --out ${generated_dir} ${description}
+            DEPENDS ${generator} ${description}
+            COMMENT "Container ${base}" VERBATIM)
+        list(APPEND made ${outputs})
+    endforeach()
+    set(${result} ${made} PARENT_SCOPE)
+endfunction()
