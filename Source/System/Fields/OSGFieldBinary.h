@@ -52,8 +52,8 @@ static_assert(sizeof(Matrix) == 16 * sizeof(Real32));
 inline void value_to_bin(ExceptionBinaryDataHandler &handler, BoxVolume const &value)
 {
     handler.putValue(UInt8(value.isEmpty() ? 0 : value.isInfinite() ? 2 : 1));
-    handler.putValues(value.getMin().getValues(), 3);
-    handler.putValues(value.getMax().getValues(), 3);
+    handler.putValues(value.getMin().values(), 3);
+    handler.putValues(value.getMax().values(), 3);
 }
 
 inline void value_from_bin(ExceptionBinaryDataHandler &handler, BoxVolume &value)

@@ -172,7 +172,24 @@ namespace
 {
 struct VolumeUpdate
 {
-    bool enter(Node *node) { return !node->getVolume().isValid(); }
+    Node *current = nullptr;
+
+    bool enter(Node *node)
+    {
+        current = node;
+        return !node->getVolume().isValid();
+    }
+
+    bool takeAdded(std::vector<Node *> &nodes)
+    {
+        NodeCore const *const core = current->getCore();
+        Node *const other = core != nullptr ? core->getOtherTree() : nullptr;
+        if(other == nullptr)
+            return false;
+        nodes.assign(current->getMFChildren()->begin(), current->getMFChildren()->end());
+        nodes.push_back(other);
+        return true;
+    }
 
     void leave(Node *node)
     {
@@ -191,7 +208,7 @@ struct VolumeUpdate
 void Node::updateVolume()
 {
     VolumeUpdate update;
-    walk_children(this, update);
+    NodeWalker().walk(this, update);
 }
 
 void Node::getWorldVolume(BoxVolume &world)

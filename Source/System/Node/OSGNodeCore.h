@@ -24,6 +24,9 @@ class OSG_SYSTEM_API NodeCore : public NodeCoreBase
     virtual void adjustVolume(Volume &volume);
     /// Multiplies what the core does to its subtree's space into `matrix`, from the right.
     virtual void accumulateMatrix(Matrix &matrix);
+    /// Root of another tree that is shown below the core's nodes besides their children; null for
+    /// nearly all cores.
+    virtual Node *getOtherTree() const { return nullptr; }
     /// Marks the volumes of all parents and of the nodes above them as out of date.
     void invalidateVolume() override;
 
