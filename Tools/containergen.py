@@ -10,7 +10,8 @@ Behaviour is not generated: it stands once in OSGContainerPattern.inl.
 
 Attributes of the element FieldContainer that count here: name, parent, structure ("concrete" or
 "abstract"), group (the group name of the type; the class's own name for a child of Attachment,
-"NULL" otherwise) and firstFieldId (where the ids do not continue the parent's). Those of Field:
+"NULL" otherwise), header (where X is defined, if not in OSGX.h) and firstFieldId (where the ids do
+not continue the parent's). Those of Field:
 name, type, cardinality, visibility, access, defaultValue, and category: "pointer" (counted
 unrecorded), "weak" or "child" for fields whose type ends in Ptr.
 """
@@ -128,6 +129,7 @@ class Container:
         own_group = self.name if self.parent == "Attachment" else "NULL"
         self.group = root.get("group", own_group)
         self.first_id = root.get("firstFieldId")
+        self.own_header = root.get("header", f"OSG{self.name}.h")
         self.prose = (root.text or "").lstrip("\n")
         self.fields = [Field(element) for element in root.iter("Field")]
 
@@ -157,6 +159,10 @@ class Container:
 namespace OSG
 {{
 class {name};
+class {base};
+
+// Instantiated once, in the statics of the class.
+extern template class {api} {pattern};
 
 template <>
 struct {api} FieldTraits<{name} *, 0>
@@ -205,8 +211,6 @@ class {api} {base} : public {pattern}
     template <class X, class XBase, class Parent>
     friend class ContainerPattern;
 }};
-
-extern template class {api} {pattern};
 }} // namespace OSG
 """
 
@@ -253,10 +257,10 @@ EditFieldHandlePtr {base}::editHandle{f.capital}()
         defaults = "".join(f"\n    , {f.member}({f.initialiser})" for f in self.fields)
         copies = "".join(f"\n    , {f.member}({'' if f.pointer else f'source.{f.member}'})"
                          for f in self.fields)
-        create = "nullptr" if self.abstract else f"&{base}::createEmptyLocal"
+        create = "nullptr" if self.abstract else f"&{base}::createForType"
         return f"""// Made by containergen.py from {self.path.name}.
 #include "OSGContainerPattern.inl"
-#include "OSG{name}.h"
+#include "{self.own_header}"
 
 namespace OSG
 {{

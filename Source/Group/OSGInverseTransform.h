@@ -1,7 +1,7 @@
 #pragma once
 
-#include "OSGRenderedMatrix.h"
 #include "OSGInverseTransformBase.h"
+#include "OSGRenderedMatrix.h"
 
 namespace OSG
 {

@@ -30,9 +30,8 @@ template <class Types>
 auto find_file_type(Types const &types, std::string const &suffix) -> typename Types::value_type
 {
     typename Types::value_type best = nullptr;
-    auto const rank = [](IOFileTypeBase const *type) {
-        return type->doOverride() ? UInt64(1) + type->getOverridePriority() : UInt64(0);
-    };
+    auto const rank = [](IOFileTypeBase const *type)
+    { return type->doOverride() ? UInt64(1) + type->getOverridePriority() : UInt64(0); };
     std::string const wanted = file_suffix("." + suffix);
     for(auto type : types)
     {

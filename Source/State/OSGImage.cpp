@@ -42,7 +42,8 @@ bool Image::read(char const *fileName)
     if(!other)
         return false;
     setName(other->getName());
-    return set(other->getWidth(), other->getHeight(), other->getChannels(), other->getPixel().data());
+    return set(other->getWidth(), other->getHeight(), other->getChannels(),
+               other->getPixel().data());
 }
 
 bool Image::write(char const *fileName) const

@@ -48,7 +48,8 @@ TransitPtr<Image> ImageFileHandlerBase::read(char const *fileName, char const *t
     ImageFileType *const preferred =
         getFileType(typeHint != nullptr ? typeHint : file_suffix(fileName).c_str());
 
-    auto const attempt = [&in](ImageFileType *type) {
+    auto const attempt = [&in](ImageFileType *type)
+    {
         in.clear();
         in.seekg(0);
         return type->read(in);

@@ -23,8 +23,8 @@ class OSG_STATE_API ImageFileType : public IOFileTypeBase
 
   protected:
     /// As for IOFileTypeBase.
-    ImageFileType(char const **suffixes, UInt16 suffixBytes, bool overrides, UInt32 overridePriority,
-                  UInt32 flags);
+    ImageFileType(char const **suffixes, UInt16 suffixBytes, bool overrides,
+                  UInt32 overridePriority, UInt32 flags);
     ~ImageFileType() override;
 };
 } // namespace OSG

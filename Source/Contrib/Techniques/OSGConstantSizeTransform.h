@@ -1,12 +1,13 @@
 #pragma once
 
-#include "OSGRenderedMatrix.h"
 #include "OSGConstantSizeTransformBase.h"
+#include "OSGRenderedMatrix.h"
 
 namespace OSG
 {
 /// Keeps the size of its subtree on the screen; the scale is known when it is rendered.
-class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTransformBase, public RenderedMatrix
+class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTransformBase,
+                                                        public RenderedMatrix
 {
   public:
     /// Multiplies the matrix that rendering keeps.

@@ -12,7 +12,8 @@ Action::Action(Action const &source)
     , _enterFunctors(source._enterFunctors)
     , _leaveFunctors(source._leaveFunctors)
     , _travMask(source._travMask)
-{}
+{
+}
 
 // --- functions ---
 

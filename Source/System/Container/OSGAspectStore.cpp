@@ -41,10 +41,7 @@ void AspectStore::setPtrForAspect(FieldContainer *container, UInt32 aspect)
     (*_others)[aspect - 1] = container;
 }
 
-void AspectStore::addRef()
-{
-    _references.fetch_add(1, std::memory_order_relaxed);
-}
+void AspectStore::addRef() { _references.fetch_add(1, std::memory_order_relaxed); }
 
 void AspectStore::release()
 {
@@ -60,7 +57,8 @@ void AspectStore::fillOffsetArray(std::vector<Int64> &offsets, FieldContainer *c
     std::lock_guard<AspectStore const> hold(*this);
     std::size_t const aspects = 1 + (_others != nullptr ? _others->size() : 0);
     offsets.assign(aspects, 0);
-    auto const distance = [container](FieldContainer *copy) -> Int64 {
+    auto const distance = [container](FieldContainer *copy) -> Int64
+    {
         return copy == nullptr
                    ? 0
                    : reinterpret_cast<char *>(copy) - reinterpret_cast<char *>(container);

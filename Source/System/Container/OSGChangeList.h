@@ -18,7 +18,8 @@ class FieldContainer;
 class OSG_SYSTEM_API ChangeList
 {
   public:
-    /// A container made since the last commit: low 30 bits of its id, and the flags it was made with.
+    /// A container made since the last commit: low 30 bits of its id, and the flags it was made
+    /// with.
     struct Created
     {
         UInt32 id;

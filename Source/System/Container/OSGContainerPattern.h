@@ -92,7 +92,8 @@ class ContainerPattern : public Parent
 
     static void initMethod(TypeBase::InitPhase phase) { Parent::initMethod(phase); }
     static void exitMethod(TypeBase::InitPhase) {}
-    /// What the type calls: the functions of X, which may hide those above.
+    /// What the type calls: createEmptyLocal, and the functions of X, which may hide those above.
+    static FieldContainer *createForType(UInt64 flags);
     static void initType(TypeBase::InitPhase phase);
     static void exitType(TypeBase::InitPhase phase);
 

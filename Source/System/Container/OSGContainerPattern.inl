@@ -106,8 +106,8 @@ ContainerPattern<X, XBase, Parent>::shallowCopyDependent(BitVector flags) const
 }
 
 template <class X, class XBase, class Parent>
-FieldContainer *
-ContainerPattern<X, XBase, Parent>::createAspectCopy([[maybe_unused]] FieldContainer const *source) const
+FieldContainer *ContainerPattern<X, XBase, Parent>::createAspectCopy(
+    [[maybe_unused]] FieldContainer const *source) const
 {
     if constexpr(XBase::IsAbstract)
     {
@@ -128,14 +128,16 @@ void ContainerPattern<X, XBase, Parent>::onCreate(X const *source)
     Parent::onCreate(source);
     if(source == nullptr)
         return;
-    for_each_field<XBase>([this, source](auto const &row) {
-        using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
-        if constexpr(IsCopiedPointerField<Field>)
+    for_each_field<XBase>(
+        [this, source](auto const &row)
         {
-            this->markEdited(row.mask());
-            copy_pointers(base()->*row.member, source->*row.member);
-        }
-    });
+            using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
+            if constexpr(IsCopiedPointerField<Field>)
+            {
+                this->markEdited(row.mask());
+                copy_pointers(base()->*row.member, source->*row.member);
+            }
+        });
 }
 
 // --- type ---
@@ -181,16 +183,24 @@ void ContainerPattern<X, XBase, Parent>::describeRow(FieldContainerType &type)
     using Field = typename decltype(row)::FieldT;
     type.addInitialDesc(new FieldDescription(
         Field::getClassType(), row.name, row.prose, row.id, row.mask(), row.visibility, FieldFlags,
-        [](FieldContainer const &container) {
+        [](FieldContainer const &container)
+        {
             constexpr auto own = std::get<I>(XBase::fieldRows());
             auto const &object = static_cast<XBase const &>(container);
             return object.makeGetHandle(object.*own.member, own.id);
         },
-        [](FieldContainer &container) {
+        [](FieldContainer &container)
+        {
             constexpr auto own = std::get<I>(XBase::fieldRows());
             auto &object = static_cast<XBase &>(container);
             return object.makeEditHandle(object.*own.member, own.id);
         }));
+}
+
+template <class X, class XBase, class Parent>
+FieldContainer *ContainerPattern<X, XBase, Parent>::createForType(UInt64 flags)
+{
+    return createEmptyLocal(flags);
 }
 
 template <class X, class XBase, class Parent>
@@ -211,10 +221,12 @@ template <class X, class XBase, class Parent>
 UInt64 ContainerPattern<X, XBase, Parent>::getBinSize(BitVector mask)
 {
     UInt64 size = Parent::getBinSize(mask);
-    for_each_field<XBase>([this, mask, &size](auto const &row) {
-        if((mask & row.mask()) != 0)
-            size += field_bin_size(base()->*row.member);
-    });
+    for_each_field<XBase>(
+        [this, mask, &size](auto const &row)
+        {
+            if((mask & row.mask()) != 0)
+                size += field_bin_size(base()->*row.member);
+        });
     return size;
 }
 
@@ -223,10 +235,12 @@ void ContainerPattern<X, XBase, Parent>::copyToBin(ExceptionBinaryDataHandler &h
                                                    BitVector mask)
 {
     Parent::copyToBin(handler, mask);
-    for_each_field<XBase>([this, mask, &handler](auto const &row) {
-        if((mask & row.mask()) != 0)
-            field_to_bin(handler, base()->*row.member);
-    });
+    for_each_field<XBase>(
+        [this, mask, &handler](auto const &row)
+        {
+            if((mask & row.mask()) != 0)
+                field_to_bin(handler, base()->*row.member);
+        });
 }
 
 template <class X, class XBase, class Parent>
@@ -234,12 +248,14 @@ void ContainerPattern<X, XBase, Parent>::copyFromBin(ExceptionBinaryDataHandler 
                                                      BitVector mask)
 {
     Parent::copyFromBin(handler, mask);
-    for_each_field<XBase>([this, mask, &handler](auto const &row) {
-        if((mask & row.mask()) == 0)
-            return;
-        this->markEdited(row.mask());
-        field_from_bin(handler, base()->*row.member);
-    });
+    for_each_field<XBase>(
+        [this, mask, &handler](auto const &row)
+        {
+            if((mask & row.mask()) == 0)
+                return;
+            this->markEdited(row.mask());
+            field_from_bin(handler, base()->*row.member);
+        });
 }
 
 template <class X, class XBase, class Parent>
@@ -248,10 +264,12 @@ void ContainerPattern<X, XBase, Parent>::execSync(XBase *from, BitVector whichFi
                                                   UInt32 syncInfo)
 {
     Parent::execSync(from, whichField, offsets, syncMode, syncInfo);
-    for_each_field<XBase>([this, from, whichField](auto const &row) {
-        if((whichField & row.mask()) != 0 && from != base())
-            sync_field(base()->*row.member, from->*row.member);
-    });
+    for_each_field<XBase>(
+        [this, from, whichField](auto const &row)
+        {
+            if((whichField & row.mask()) != 0 && from != base())
+                sync_field(base()->*row.member, from->*row.member);
+        });
 }
 
 template <class X, class XBase, class Parent>
@@ -266,14 +284,16 @@ template <class X, class XBase, class Parent>
 void ContainerPattern<X, XBase, Parent>::resolveLinks()
 {
     Parent::resolveLinks();
-    for_each_field<XBase>([this](auto const &row) {
-        using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
-        if constexpr(IsPointerField<Field>)
+    for_each_field<XBase>(
+        [this](auto const &row)
         {
-            this->markEdited(row.mask());
-            clear_pointers(base()->*row.member);
-        }
-    });
+            using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
+            if constexpr(IsPointerField<Field>)
+            {
+                this->markEdited(row.mask());
+                clear_pointers(base()->*row.member);
+            }
+        });
 }
 
 template <class X, class XBase, class Parent>

@@ -31,7 +31,8 @@ FieldDescriptionBase const *ReflexiveContainer::getFieldDescription(char const *
 
 namespace
 {
-GetFieldHandlePtr get_handle(FieldDescriptionBase const *description, FieldContainer const &container)
+GetFieldHandlePtr get_handle(FieldDescriptionBase const *description,
+                             FieldContainer const &container)
 {
     return description != nullptr ? description->createGetHandle(container) : GetFieldHandlePtr();
 }

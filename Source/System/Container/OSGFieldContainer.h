@@ -82,7 +82,10 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
   protected:
     FieldContainer() = default;
     /// A copy starts with no reference, no edit and no id of its own.
-    FieldContainer(FieldContainer const &source) : ReflexiveContainer(source) {}
+    FieldContainer(FieldContainer const &source)
+        : ReflexiveContainer(source)
+    {
+    }
     ~FieldContainer() override;
 
     static void initMethod(TypeBase::InitPhase) {}

@@ -16,7 +16,10 @@ struct FieldContainerFactoryBase::Data
     std::deque<UInt32, MemAllocator<UInt32>> freeIds;
 };
 
-FieldContainerFactoryBase::FieldContainerFactoryBase() : _data(new Data) {}
+FieldContainerFactoryBase::FieldContainerFactoryBase()
+    : _data(new Data)
+{
+}
 FieldContainerFactoryBase::~FieldContainerFactoryBase() = default;
 
 FieldContainerFactoryBase *FieldContainerFactoryBase::the()

@@ -36,7 +36,8 @@ ReflexiveContainerType::ReflexiveContainerType(char const *name, char const *par
     : DataType(name, parentName, nameSpace)
     , _groupName(groupName)
     , _groupId(group_id(groupName))
-{}
+{
+}
 
 ReflexiveContainerType::~ReflexiveContainerType()
 {
@@ -101,7 +102,8 @@ FieldContainerType::FieldContainerType(char const *name, char const *parentName,
     , _inserter(inserter)
     , _xml(std::move(xml))
     , _documentation(std::move(documentation))
-{}
+{
+}
 
 FieldContainerType::~FieldContainerType() = default;
 

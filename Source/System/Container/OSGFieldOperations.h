@@ -109,7 +109,8 @@ T *mapped_pointer(UInt32 id)
 }
 
 template <class T, class Policy, int Namespace>
-void field_from_bin(ExceptionBinaryDataHandler &handler, PointerSField<T *, Policy, Namespace> &field)
+void field_from_bin(ExceptionBinaryDataHandler &handler,
+                    PointerSField<T *, Policy, Namespace> &field)
 {
     UInt32 id = 0;
     handler.getValue(id);
@@ -120,7 +121,8 @@ void field_from_bin(ExceptionBinaryDataHandler &handler, PointerSField<T *, Poli
 }
 
 template <class T, class Policy, int Namespace>
-void field_from_bin(ExceptionBinaryDataHandler &handler, PointerMField<T *, Policy, Namespace> &field)
+void field_from_bin(ExceptionBinaryDataHandler &handler,
+                    PointerMField<T *, Policy, Namespace> &field)
 {
     UInt32 count = 0;
     handler.getValue(count);

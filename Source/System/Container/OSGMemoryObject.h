@@ -19,7 +19,10 @@ class OSG_SYSTEM_API MemoryObject : public MemObject
   protected:
     MemoryObject() = default;
     /// A copy starts with no reference of its own.
-    MemoryObject(MemoryObject const &) : MemObject() {}
+    MemoryObject(MemoryObject const &)
+        : MemObject()
+    {
+    }
     MemoryObject &operator=(MemoryObject const &) { return *this; }
     virtual ~MemoryObject();
 

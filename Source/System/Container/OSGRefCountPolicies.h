@@ -62,9 +62,11 @@ struct NoRefCountPolicy
 {
     template <class T>
     static void addRef(T *)
-    {}
+    {
+    }
     template <class T>
     static void subRef(T *)
-    {}
+    {
+    }
 };
 } // namespace OSG

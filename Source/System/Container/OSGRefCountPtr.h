@@ -18,11 +18,20 @@ class TransitPtr
     TransitPtr() = default;
     TransitPtr(std::nullptr_t) {}
     /// Takes a new reference on `object`.
-    explicit TransitPtr(T *object) : _object(object) { UnrecordedRefCountPolicy::addRef(object); }
-    TransitPtr(TransitPtr &&other) noexcept : _object(other.release()) {}
+    explicit TransitPtr(T *object)
+        : _object(object)
+    {
+        UnrecordedRefCountPolicy::addRef(object);
+    }
+    TransitPtr(TransitPtr &&other) noexcept
+        : _object(other.release())
+    {
+    }
     template <class U>
-    TransitPtr(TransitPtr<U> &&other) noexcept : _object(other.release())
-    {}
+    TransitPtr(TransitPtr<U> &&other) noexcept
+        : _object(other.release())
+    {
+    }
     TransitPtr &operator=(TransitPtr &&other) noexcept
     {
         TransitPtr taken(std::move(other));
@@ -77,12 +86,23 @@ class RefCountPtr
   public:
     RefCountPtr() = default;
     RefCountPtr(std::nullptr_t) {}
-    RefCountPtr(T *object) : _object(object) { Policy::addRef(object); }
-    RefCountPtr(RefCountPtr const &other) : RefCountPtr(other._object) {}
-    RefCountPtr(RefCountPtr &&other) noexcept : _object(std::exchange(other._object, nullptr)) {}
+    RefCountPtr(T *object)
+        : _object(object)
+    {
+        Policy::addRef(object);
+    }
+    RefCountPtr(RefCountPtr const &other)
+        : RefCountPtr(other._object)
+    {
+    }
+    RefCountPtr(RefCountPtr &&other) noexcept
+        : _object(std::exchange(other._object, nullptr))
+    {
+    }
     /// The new reference is taken before the one in transit is dropped.
     template <class U>
-    RefCountPtr(TransitPtr<U> &&other) : RefCountPtr(static_cast<T *>(other.get()))
+    RefCountPtr(TransitPtr<U> &&other)
+        : RefCountPtr(static_cast<T *>(other.get()))
     {
         TransitPtr<U> dropped(std::move(other));
     }
@@ -114,7 +134,10 @@ class WeakRefPtr
 {
   public:
     WeakRefPtr() = default;
-    WeakRefPtr(T *object) : _pointer(object) {}
+    WeakRefPtr(T *object)
+        : _pointer(object)
+    {
+    }
 
     T *get() const
     {

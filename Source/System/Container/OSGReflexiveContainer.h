@@ -50,7 +50,10 @@ class OSG_SYSTEM_API ReflexiveContainer : public MemObject
 
   protected:
     ReflexiveContainer() = default;
-    ReflexiveContainer(ReflexiveContainer const &) : MemObject() {}
+    ReflexiveContainer(ReflexiveContainer const &)
+        : MemObject()
+    {
+    }
     ReflexiveContainer &operator=(ReflexiveContainer const &) = delete;
     virtual ~ReflexiveContainer();
 

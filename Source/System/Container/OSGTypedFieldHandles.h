@@ -19,7 +19,8 @@ class FieldHandleOn : public Base
                   FieldContainer *container)
         : Base(description, container)
         , _field(field)
-    {}
+    {
+    }
 
     UInt32 size() const override
     {
@@ -103,7 +104,8 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
                          FieldContainer *container)
         : FieldHandleOn<Field, EditFieldHandle>(description, field, container)
         , _edited(field)
-    {}
+    {
+    }
 
     bool pushIndexedValueFromCString(char const *text, UInt32 index) override
     {

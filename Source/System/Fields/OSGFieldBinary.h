@@ -64,14 +64,15 @@ inline void value_from_bin(ExceptionBinaryDataHandler &handler, BoxVolume &value
     handler.getValues(bounds, 6);
     value.setEmpty(true);
     if(state != 0)
-        value.setBounds(Pnt3f(bounds[0], bounds[1], bounds[2]), Pnt3f(bounds[3], bounds[4], bounds[5]));
+        value.setBounds(Pnt3f(bounds[0], bounds[1], bounds[2]),
+                        Pnt3f(bounds[3], bounds[4], bounds[5]));
     value.setInfinite(state == 2);
 }
 
 template <class T>
 void value_to_bin(ExceptionBinaryDataHandler &handler, T const &value)
 {
-    if constexpr(FloatCount<T> > 1)
+    if constexpr(FloatCount < T >> 1)
         handler.putValues(reinterpret_cast<Real32 const *>(&value), FloatCount<T>);
     else
         handler.putValue(value);
@@ -80,7 +81,7 @@ void value_to_bin(ExceptionBinaryDataHandler &handler, T const &value)
 template <class T>
 void value_from_bin(ExceptionBinaryDataHandler &handler, T &value)
 {
-    if constexpr(FloatCount<T> > 1)
+    if constexpr(FloatCount < T >> 1)
         handler.getValues(reinterpret_cast<Real32 *>(&value), FloatCount<T>);
     else
         handler.getValue(value);

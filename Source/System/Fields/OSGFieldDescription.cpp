@@ -17,7 +17,8 @@ FieldDescriptionBase::FieldDescriptionBase(FieldType const &type, char const *na
     , _flags(flags)
     , _getHandle(getHandle)
     , _editHandle(editHandle)
-{}
+{
+}
 
 FieldDescriptionBase::~FieldDescriptionBase() = default;
 

@@ -25,7 +25,7 @@ class OSG_SYSTEM_API FieldDescriptionBase
     enum class Visibility
     {
         External,
-        Internal  ///< bookkeeping of the system: not shown to people
+        Internal ///< bookkeeping of the system: not shown to people
     };
 
     /// Texts are literals and not copied. A description without a name is of no use: see isValid().

@@ -5,7 +5,8 @@ namespace OSG
 FieldHandle::FieldHandle(FieldDescriptionBase const *description, FieldContainer *container)
     : _description(description)
     , _container(container)
-{}
+{
+}
 FieldHandle::~FieldHandle() = default;
 GetFieldHandle::~GetFieldHandle() = default;
 EditFieldHandle::~EditFieldHandle() = default;

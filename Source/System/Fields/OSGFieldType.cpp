@@ -6,7 +6,8 @@ PointerType::PointerType(char const *name, char const *parentName, DataType cons
                          UInt32 nameSpace)
     : DataType(name, parentName, nameSpace)
     , _pointedTo(pointedTo)
-{}
+{
+}
 PointerType::~PointerType() = default;
 
 FieldType::FieldType(char const *name, char const *parentName, DataType const &content,
@@ -15,6 +16,7 @@ FieldType::FieldType(char const *name, char const *parentName, DataType const &c
     , _content(content)
     , _cardinality(cardinality)
     , _class(fieldClass)
-{}
+{
+}
 FieldType::~FieldType() = default;
 } // namespace OSG

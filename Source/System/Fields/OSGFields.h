@@ -18,8 +18,14 @@ class SField
     using StoredType = T;
     static constexpr FieldCardinality Cardinality = FieldCardinality::Single;
 
-    SField() : _value() {}
-    explicit SField(T const &value) : _value(value) {}
+    SField()
+        : _value()
+    {
+    }
+    explicit SField(T const &value)
+        : _value(value)
+    {
+    }
 
     T const &getValue() const { return _value; }
     T &getValue() { return _value; }

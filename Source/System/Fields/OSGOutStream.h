@@ -12,7 +12,10 @@ namespace OSG
 class OSG_SYSTEM_API OutStream
 {
   public:
-    explicit OutStream(std::ostream &out) : _out(out) {}
+    explicit OutStream(std::ostream &out)
+        : _out(out)
+    {
+    }
 
     OutStream &operator<<(int value);
     OutStream &operator<<(UInt32 value);

@@ -53,7 +53,8 @@ PointerTypeFamily::PointerTypeFamily(char const *const (&names)[9], char const *
              {names[6], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
              {names[7], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
              {names[8], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer}}
-{}
+{
+}
 
 FieldType const &PointerTypeFamily::getFieldType(int policy, FieldCardinality cardinality) const
 {

@@ -109,7 +109,7 @@ class PointerSField<T *, Policy, Namespace> : public PointerSFieldBase
     {
         if constexpr(std::is_same_v<Policy, WeakRefCountPolicy>)
         {
-            if(_value != nullptr && !_value->isAlive())
+            if(_value != nullptr && !static_cast<T *>(_value)->isAlive())
                 return nullptr;
         }
         return static_cast<T *>(_value);
@@ -155,7 +155,10 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
         using reference = T *;
 
         const_iterator() = default;
-        explicit const_iterator(FieldContainer *const *place) : _place(place) {}
+        explicit const_iterator(FieldContainer *const *place)
+            : _place(place)
+        {
+        }
         T *operator*() const { return static_cast<T *>(*_place); }
         const_iterator &operator++()
         {
@@ -226,7 +229,8 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
 /// The children of a container: each has the owner as its one parent.
 template <class Ptr, class Policy, int Namespace>
 class ChildPointerMField : public PointerMField<Ptr, Policy, Namespace>
-{};
+{
+};
 
 /// The run-time types of the pointers to a class: the pointer type, then the field types by policy
 /// (Rec, Unrec, Weak, Unrefd), single before multi.

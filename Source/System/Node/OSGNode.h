@@ -52,7 +52,10 @@ class OSG_SYSTEM_API Node : public NodeBase
 
   protected:
     Node();
-    Node(Node const &source) : NodeBase(source) {}
+    Node(Node const &source)
+        : NodeBase(source)
+    {
+    }
     ~Node() override;
 
     void onCreate(Node const *source);

@@ -33,7 +33,10 @@ class OSG_SYSTEM_API NodeCore : public NodeCoreBase
   protected:
     NodeCore() = default;
     /// A copy belongs to no node.
-    NodeCore(NodeCore const &source) : NodeCoreBase(source) {}
+    NodeCore(NodeCore const &source)
+        : NodeCoreBase(source)
+    {
+    }
     ~NodeCore() override;
 
     friend Pattern;

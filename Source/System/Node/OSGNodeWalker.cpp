@@ -9,7 +9,8 @@ namespace OSG
 Node *NodeWalker::nextOf(Frame &frame)
 {
     if(!frame.hasAdded)
-        return frame.next < frame.node->getNChildren() ? frame.node->getChild(frame.next++) : nullptr;
+        return frame.next < frame.node->getNChildren() ? frame.node->getChild(frame.next++)
+                                                       : nullptr;
     // The frame's nodes are the last of the list while it is the innermost one.
     while(frame.next < _added.size())
     {

@@ -33,7 +33,8 @@ class OSG_SYSTEM_API NodeWalker
     template <class Visitor>
     void walk(Node *root, Visitor &visitor)
     {
-        run(root, visitor, [&visitor](std::vector<Node *> &nodes) { return visitor.takeAdded(nodes); });
+        run(root, visitor,
+            [&visitor](std::vector<Node *> &nodes) { return visitor.takeAdded(nodes); });
     }
 
     template <class Visitor>
@@ -46,10 +47,10 @@ class OSG_SYSTEM_API NodeWalker
     struct Frame
     {
         Node *node;
-        UInt32 next;                 // index of the child, or in _added, to walk next
-        UInt32 firstAdded;           // end of _added before this frame's nodes
-        bool hasAdded;               // walks its added nodes in place of the children
-        bool isAdded;                // was itself reached as an added node that is no child
+        UInt32 next;       // index of the child, or in _added, to walk next
+        UInt32 firstAdded; // end of _added before this frame's nodes
+        bool hasAdded;     // walks its added nodes in place of the children
+        bool isAdded;      // was itself reached as an added node that is no child
     };
 
     /// True where the walk may go from the open frame to `node`, which was added and is no child.

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "OSGCommandNameAttachmentBase.h"
+
+namespace OSG
+{
+/// The command that the host application receives when the node is picked. The library itself never
+/// reads it.
+class OSG_CONTRIBTOLVANITE_API CommandNameAttachment : public CommandNameAttachmentBase
+{
+  public:
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
+
+  protected:
+    CommandNameAttachment() = default;
+    CommandNameAttachment(CommandNameAttachment const &) = default;
+    ~CommandNameAttachment() override;
+
+    friend Pattern;
+};
+} // namespace OSG

@@ -1,0 +1,19 @@
+// The start-up of the library, from top to bottom.
+//
+// Every static object of the library is defined in this file, so that they are constructed in the
+// order in which they stand here and end in reverse, whatever order the linker puts the sources in.
+// No other source of the library has a dynamic initialiser.
+
+// --- attachments ---
+#include "OSGCommandNameAttachmentStatics.inl"
+
+// --- where the scene graph is up already, the types above are brought up at once ---
+#include "OSGSystem.h"
+
+namespace OSG
+{
+namespace
+{
+[[maybe_unused]] bool const late_types = (bringUpLateTypes(), true);
+} // namespace
+} // namespace OSG

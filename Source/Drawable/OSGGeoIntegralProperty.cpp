@@ -1,0 +1,6 @@
+#include "OSGGeoIntegralProperty.h"
+
+namespace OSG
+{
+GeoIntegralProperty::~GeoIntegralProperty() = default;
+} // namespace OSG

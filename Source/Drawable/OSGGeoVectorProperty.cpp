@@ -1,0 +1,6 @@
+#include "OSGGeoVectorProperty.h"
+
+namespace OSG
+{
+GeoVectorProperty::~GeoVectorProperty() = default;
+} // namespace OSG

@@ -1,0 +1,100 @@
+#include "OSGGeometry.h"
+
+#include <algorithm>
+
+#include "OSGGeometryView.h"
+#include "OSGLog.h"
+#include "OSGName.h"
+
+namespace OSG
+{
+Geometry::~Geometry() = default;
+
+// --- slots ---
+
+namespace
+{
+template <class Field>
+auto at_slot(Field const &field, UInt16 slot)
+{
+    return slot < field.size() ? field[slot] : nullptr;
+}
+
+template <class Field, class Value>
+void put_at_slot(Field &field, Value *value, UInt16 slot)
+{
+    if(slot >= field.size())
+    {
+        if(value == nullptr)
+            return;
+        field.resize(slot + 1u);
+    }
+    field.replace(slot, value);
+}
+} // namespace
+
+GeoVectorProperty *Geometry::getProperty(UInt16 slot) const { return at_slot(_mfProperties, slot); }
+
+void Geometry::setProperty(GeoVectorProperty *property, UInt16 slot)
+{
+    markEdited(PropertiesFieldMask);
+    put_at_slot(_mfProperties, property, slot);
+}
+
+GeoIntegralProperty *Geometry::getIndex(UInt16 slot) const { return at_slot(_mfPropIndices, slot); }
+
+void Geometry::setIndex(GeoIntegralProperty *index, UInt16 slot)
+{
+    markEdited(PropIndicesFieldMask);
+    put_at_slot(_mfPropIndices, index, slot);
+}
+
+void Geometry::setIndices(GeoIntegralProperty *index)
+{
+    setIndex(index, PositionsSlot);
+    for(UInt16 slot = PositionsSlot + 1; slot < _mfProperties.size(); ++slot)
+    {
+        if(getProperty(slot) != nullptr)
+            setIndex(index, slot);
+    }
+}
+
+// --- volume and edits ---
+
+void Geometry::adjustVolume(Volume &volume)
+{
+    GeometryView const view(*this);
+    UInt32 const vertices = view.usedVertexCount();
+    BoxVolume used;
+    used.setEmpty();
+    for(UInt32 vertex = 0; vertex < vertices; ++vertex)
+    {
+        UInt32 const element = view.positions.elementOf(vertex);
+        if(element < view.positions.size())
+            used.extendBy(view.positions.point(element));
+    }
+    volume.extendBy(used);
+}
+
+void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    constexpr BitVector Extent =
+        TypesFieldMask | LengthsFieldMask | PropertiesFieldMask | PropIndicesFieldMask;
+    if((whichField & Extent) != 0)
+    {
+        _outOfRangeReported = false;
+        invalidateVolume();
+    }
+    GeometryBase::changed(whichField, origin, details);
+}
+
+void Geometry::reportOutOfRange() const
+{
+    if(_outOfRangeReported)
+        return;
+    _outOfRangeReported = true;
+    char const *const name = getName(this);
+    OSG_LOG_WARNING("Geometry %s: an index is out of range, what it belongs to is passed over\n",
+                    name != nullptr ? name : "without a name");
+}
+} // namespace OSG

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "OSGGeoIntegralProperty.h"
+#include "OSGGeoVectorProperty.h"
+#include "OSGGeometryBase.h"
+
+namespace OSG
+{
+class LineIterator;
+class PrimitiveIterator;
+class TriangleIterator;
+
+/// Points, lines and polygons with a material.
+///
+/// A geometry is a list of primitives (`types` and `lengths`) over a sequence of vertices. Vertex i
+/// of the sequence takes element i of each vertex array, or, where the array's slot has an index,
+/// the element that entry i of the index names. Several geometries may share arrays. Indices need
+/// not be in range: what names an element that is not there is not delivered by the iterators,
+/// counts for no volume, and gives one warning per geometry.
+class OSG_DRAWABLE_API Geometry : public GeometryBase
+{
+  public:
+    /// Slots of the vertex arrays and their indices.
+    enum Slot : UInt16
+    {
+        PositionsSlot = 0,
+        NormalsSlot = 2,
+        ColorsSlot = 3,
+        SecondaryColorsSlot = 4,
+        TexCoordsSlot = 8, ///< 8 to 11: texture coordinates 0 to 3
+        NumSlots = 16
+    };
+
+    // --- vertex arrays; null where a slot has none ---
+    GeoVectorProperty *getProperty(UInt16 slot) const;
+    void setProperty(GeoVectorProperty *property, UInt16 slot);
+    GeoVectorProperty *getPositions() const { return getProperty(PositionsSlot); }
+    GeoVectorProperty *getNormals() const { return getProperty(NormalsSlot); }
+    GeoVectorProperty *getColors() const { return getProperty(ColorsSlot); }
+    GeoVectorProperty *getSecondaryColors() const { return getProperty(SecondaryColorsSlot); }
+    GeoVectorProperty *getTexCoords() const { return getProperty(TexCoordsSlot); }
+    GeoVectorProperty *getTexCoords1() const { return getProperty(TexCoordsSlot + 1); }
+    GeoVectorProperty *getTexCoords2() const { return getProperty(TexCoordsSlot + 2); }
+    GeoVectorProperty *getTexCoords3() const { return getProperty(TexCoordsSlot + 3); }
+    void setPositions(GeoVectorProperty *property) { setProperty(property, PositionsSlot); }
+    void setNormals(GeoVectorProperty *property) { setProperty(property, NormalsSlot); }
+    void setColors(GeoVectorProperty *property) { setProperty(property, ColorsSlot); }
+    void setTexCoords(GeoVectorProperty *property) { setProperty(property, TexCoordsSlot); }
+
+    // --- indices; null where a slot is not indexed ---
+    GeoIntegralProperty *getIndex(UInt16 slot) const;
+    void setIndex(GeoIntegralProperty *index, UInt16 slot);
+    /// One index for the positions and every other slot that has an array.
+    void setIndices(GeoIntegralProperty *index);
+
+    // --- material ---
+    virtual Material *getMaterial() const { return GeometryBase::getMaterial(); }
+    virtual void setMaterial(Material *material) { GeometryBase::setMaterial(material); }
+
+    // --- iterators ---
+    TriangleIterator beginTriangles() const;
+    TriangleIterator endTriangles() const;
+    LineIterator beginLines() const;
+    LineIterator endLines() const;
+    PrimitiveIterator beginPrimitives() const;
+    PrimitiveIterator endPrimitives() const;
+
+    /// Called by whoever passes something over because an index is out of range; warns the first
+    /// time.
+    void reportOutOfRange() const;
+
+    /// Extends `volume` by the positions that the primitives use.
+    void adjustVolume(Volume &volume) override;
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
+
+  protected:
+    Geometry() = default;
+    Geometry(Geometry const &source)
+        : GeometryBase(source)
+    {
+    }
+    ~Geometry() override;
+
+    friend Pattern;
+
+  private:
+    mutable bool _outOfRangeReported = false;
+};
+} // namespace OSG

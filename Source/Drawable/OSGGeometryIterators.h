@@ -1,0 +1,234 @@
+#pragma once
+
+/// \file
+/// Iterators over the triangles, lines and primitives of a geometry.
+///
+/// They are good until the geometry or one of its arrays is edited. Triangles and lines are
+/// delivered only where all their position indices are in range; the running index counts what is
+/// delivered, from 0, over the whole geometry. A normal or texture coordinate that is not there
+/// reads as zero.
+
+#include "OSGGeometryView.h"
+
+namespace OSG
+{
+/// Walks every entry of the types, whatever it holds.
+class OSG_DRAWABLE_API PrimitiveIterator
+{
+  public:
+    PrimitiveIterator() = default;
+
+    bool operator==(PrimitiveIterator const &other) const { return _index == other._index; }
+    bool operator!=(PrimitiveIterator const &other) const { return _index != other._index; }
+    PrimitiveIterator &operator++()
+    {
+        _start += getLength();
+        ++_index;
+        return *this;
+    }
+
+    /// Number of the primitive.
+    UInt32 getIndex() const { return _index; }
+    UInt32 getType() const { return _view.type(_index); }
+    /// Vertices that the primitive claims; see getAvailable().
+    UInt32 getLength() const { return _view.length(_index); }
+    /// How many of them exist, counted from the first.
+    UInt32 getAvailable() const
+    {
+        UInt64 const all = _view.vertexCount();
+        return _start >= all ? 0 : static_cast<UInt32>(std::min<UInt64>(getLength(), all - _start));
+    }
+
+    /// Vertex `i` of the primitive has a position.
+    bool hasPosition(Int32 i) const { return getPositionIndex(i) < _view.positions.size(); }
+    Pnt3f getPosition(Int32 i) const { return _view.positions.point(getPositionIndex(i)); }
+    Vec3f getNormal(Int32 i) const { return _view.normals.vector(getNormalIndex(i)); }
+    /// Elements of the arrays; 4294967295 or another number beyond the array where there is none.
+    UInt32 getPositionIndex(Int32 i) const { return _view.positions.elementOf(vertex(i)); }
+    UInt32 getNormalIndex(Int32 i) const { return _view.normals.elementOf(vertex(i)); }
+    UInt32 getTexCoordsIndex(Int32 i) const { return _view.texCoords.elementOf(vertex(i)); }
+
+  private:
+    friend class Geometry;
+    template <class Rule>
+    friend class PartIterator;
+
+    explicit PrimitiveIterator(Geometry const &geometry)
+        : _view(geometry)
+    {
+    }
+    UInt64 vertex(Int32 i) const { return _start + static_cast<UInt32>(i); }
+
+    GeometryView _view;
+    UInt64 _start = 0; // first vertex of the primitive
+    UInt32 _index = 0;
+};
+
+/// Walks the parts that `Rule` breaks primitives into.
+template <class Rule>
+class PartIterator
+{
+  public:
+    PartIterator() = default;
+
+    bool operator==(PartIterator const &other) const
+    {
+        return _primitive == other._primitive && _part == other._part;
+    }
+    bool operator!=(PartIterator const &other) const { return !(*this == other); }
+    PartIterator &operator++()
+    {
+        ++_part;
+        ++_index;
+        seek();
+        return *this;
+    }
+
+    /// Running number of the part over the whole geometry.
+    Int32 getIndex() const { return _index; }
+    /// The primitive that the part belongs to.
+    UInt32 getPrimitiveIndex() const { return _primitive._index; }
+
+    // --- corners, counted from 0 ---
+    Pnt3f getPosition(Int32 corner) const
+    {
+        return _primitive._view.positions.point(_element[corner]);
+    }
+    Vec3f getNormal(Int32 corner) const
+    {
+        return _primitive._view.normals.vector(getNormalIndex(corner));
+    }
+    /// Element of the position array; always in range.
+    UInt32 getPositionIndex(Int32 corner) const { return _element[corner]; }
+    /// Elements of the other arrays; beyond the array where there is none.
+    UInt32 getNormalIndex(Int32 corner) const { return _primitive.getNormalIndex(vertex(corner)); }
+    UInt32 getTexCoordsIndex(Int32 corner) const
+    {
+        return _primitive.getTexCoordsIndex(vertex(corner));
+    }
+    /// Running number of the corner's vertex in the geometry's sequence.
+    UInt64 getVertex(Int32 corner) const { return _primitive.vertex(vertex(corner)); }
+
+  private:
+    friend class Geometry;
+
+    explicit PartIterator(Geometry const &geometry)
+        : _primitive(geometry)
+        , _geometry(&geometry)
+    {
+        enterPrimitive();
+        seek();
+    }
+
+    // The iterator behind the last part.
+    static PartIterator end(Geometry const &geometry)
+    {
+        PartIterator it;
+        it._primitive._index =
+            geometry.getTypes() != nullptr ? geometry.getTypes()->getArray().size() : 0;
+        return it;
+    }
+
+    Int32 vertex(Int32 corner) const { return static_cast<Int32>(_vertex[corner]); }
+    bool atEnd() const { return _primitive._index >= _primitive._view.primitiveCount(); }
+
+    void enterPrimitive()
+    {
+        _part = 0;
+        if(atEnd())
+            return;
+        _type = _primitive.getType();
+        _length = _primitive.getLength();
+        UInt32 const available = _primitive.getAvailable();
+        _parts = Rule::count(_type, _length, available);
+        if(available < _length && Rule::count(_type, _length, _length) != _parts)
+            _geometry->reportOutOfRange();
+    }
+
+    // Goes on to the next part whose corners exist, this one included.
+    void seek()
+    {
+        while(!atEnd())
+        {
+            for(; _part < _parts; ++_part)
+            {
+                Rule::corners(_type, _length, _part, _vertex);
+                if(findElements())
+                    return;
+                _geometry->reportOutOfRange();
+            }
+            ++_primitive;
+            enterPrimitive();
+        }
+        _part = 0;
+    }
+
+    bool findElements()
+    {
+        UInt32 const size = _primitive._view.positions.size();
+        for(int i = 0; i < Rule::Corners; ++i)
+        {
+            _element[i] = _primitive._view.positions.elementOf(_primitive.vertex(vertex(i)));
+            if(_element[i] >= size)
+                return false;
+        }
+        return true;
+    }
+
+    PrimitiveIterator _primitive;
+    Geometry const *_geometry = nullptr;
+    UInt32 _type = 0;
+    UInt32 _length = 0;
+    UInt32 _part = 0;
+    UInt32 _parts = 0;
+    Int32 _index = 0;
+    UInt32 _vertex[Rule::Corners] = {};  // in the primitive
+    UInt32 _element[Rule::Corners] = {}; // in the position array
+};
+
+/// Triangles of triangles, strips, fans, quads, quad strips and polygons.
+class TriangleIterator : public PartIterator<TriangleRule>
+{
+  public:
+    TriangleIterator() = default;
+    TriangleIterator(PartIterator<TriangleRule> const &parts)
+        : PartIterator(parts)
+    {
+    }
+};
+
+/// Lines of lines, strips and loops.
+class LineIterator : public PartIterator<LineRule>
+{
+  public:
+    LineIterator() = default;
+    LineIterator(PartIterator<LineRule> const &parts)
+        : PartIterator(parts)
+    {
+    }
+};
+
+inline TriangleIterator Geometry::beginTriangles() const
+{
+    return TriangleIterator(PartIterator<TriangleRule>(*this));
+}
+inline TriangleIterator Geometry::endTriangles() const
+{
+    return TriangleIterator(PartIterator<TriangleRule>::end(*this));
+}
+inline LineIterator Geometry::beginLines() const
+{
+    return LineIterator(PartIterator<LineRule>(*this));
+}
+inline LineIterator Geometry::endLines() const
+{
+    return LineIterator(PartIterator<LineRule>::end(*this));
+}
+inline PrimitiveIterator Geometry::beginPrimitives() const { return PrimitiveIterator(*this); }
+inline PrimitiveIterator Geometry::endPrimitives() const
+{
+    PrimitiveIterator end;
+    end._index = getTypes() != nullptr ? getTypes()->getArray().size() : 0;
+    return end;
+}
+} // namespace OSG

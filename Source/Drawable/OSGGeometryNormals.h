@@ -1,0 +1,18 @@
+#pragma once
+
+#include "OSGDrawableApi.h"
+
+namespace OSG
+{
+class Geometry;
+
+/// Gives the geometry smooth normals: at each position index the sum of the unit normals of the
+/// triangles that meet there, normalised. Triangles whose edges have a cross product of exactly
+/// zero do not count; a position without a usable triangle gets the zero vector. Positions that are
+/// equal but have different indices are not smoothed across.
+///
+/// Where the geometry uses all elements of its positions, the normals lie beside them and share
+/// their index. Where it uses a part of a larger array (geometries of one file share theirs), the
+/// normals are its own, with an index of their own, so that memory follows what is used.
+OSG_DRAWABLE_API void calcVertexNormals(Geometry *geometry);
+} // namespace OSG
