@@ -1,0 +1,134 @@
+#include "OSGSelectionClipping.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace OSG::SelectionClipping
+{
+namespace
+{
+/// The course of a polygon's boundary across one plane. Both points start at the origin.
+struct Crossings
+{
+    int count = 0;
+    Pnt3f entry;
+    Pnt3f exit;
+
+    /// Takes in what clipping did to a segment; whether the loop is to be closed now. That is asked
+    /// at the second crossing alone, so that a plane adds no more than one segment.
+    bool closes(ClipResult result, Segment const &segment)
+    {
+        if(result == ClipFirstMoved)
+            entry = segment.first;
+        else if(result == ClipSecondMoved)
+            exit = segment.second;
+        else
+            return false;
+        return ++count == 2;
+    }
+    bool worth_closing() const { return (entry - exit).squareLength() > closing_epsilon; }
+};
+
+void clip_at_plane(SegmentList &polygon, Plane const &plane)
+{
+    Crossings crossings;
+    auto entered = polygon.end();
+    for(auto element = polygon.begin(); element != polygon.end();)
+    {
+        ClipResult const result = segment_half_space_intersect(*element, plane);
+        if(result == ClipOutside)
+        {
+            element = polygon.erase(element);
+            continue;
+        }
+        if(result == ClipFirstMoved)
+            entered = element;
+        if(crossings.closes(result, *element) && entered != polygon.end() &&
+           crossings.worth_closing())
+            polygon.insert(entered, Segment(crossings.exit, crossings.entry));
+        ++element;
+    }
+}
+
+void clip_at_plane(ClippedTriangle const &polygon, Plane const &plane, ClippedTriangle &kept)
+{
+    kept.clear();
+    Crossings crossings;
+    int entered = -1;
+    for(Segment segment : polygon)
+    {
+        ClipResult const result = segment_half_space_intersect(segment, plane);
+        if(result == ClipOutside)
+            continue;
+        if(result == ClipFirstMoved)
+            entered = kept.size();
+        kept.append(segment);
+        if(crossings.closes(result, segment) && entered >= 0 && crossings.worth_closing())
+            kept.insert(entered, Segment(crossings.exit, crossings.entry));
+    }
+}
+} // namespace
+
+bool line_intersect(Pnt3f *segment, Plane const *planes, int nPlanes)
+{
+    if(nPlanes < 1)
+        return true;
+    Pnt3f const a = segment[0];
+    Vec3f const direction = segment[1] - a;
+    Real32 tMin = -std::numeric_limits<Real32>::max();
+    Real32 tMax = std::numeric_limits<Real32>::max();
+    for(int k = 0; k < nPlanes; ++k)
+    {
+        Real32 const denom = planes[k].getNormal().dot(direction);
+        Real32 const num = planes[k].distance(a);
+        if(std::abs(denom) < parallel_epsilon)
+        {
+            if(num < 0.f)
+                return false;
+            continue;
+        }
+        Real32 const t = -(num / denom);
+        if(!(denom < 0.f))
+            tMin = t > tMin ? t : tMin;
+        else
+            tMax = t < tMax ? t : tMax;
+        if(tMin > tMax)
+            return false;
+    }
+    // The second end first, from the first end as it was.
+    if(tMax <= 1.f)
+        segment[1] = a + direction * tMax;
+    if(tMin >= 0.f)
+        segment[0] = a + direction * tMin;
+    return true;
+}
+
+void clip_polygon_at_polytop(SegmentList &polygon, Plane const *planes, int nPlanes)
+{
+    for(int k = 0; k < nPlanes && !polygon.empty(); ++k)
+        clip_at_plane(polygon, planes[k]);
+}
+
+void ClippedTriangle::insert(int position, Segment const &segment)
+{
+    auto const place = _segments.begin() + position;
+    std::move_backward(place, _segments.begin() + _size, _segments.begin() + _size + 1);
+    *place = segment;
+    ++_size;
+}
+
+void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes, ClippedTriangle &result)
+{
+    // Six planes: after an even number of turns what is left stands in `result` again.
+    ClippedTriangle other;
+    result.clear();
+    result.append(Segment(corners[0], corners[1]));
+    result.append(Segment(corners[1], corners[2]));
+    result.append(Segment(corners[2], corners[0]));
+    for(int k = 0; k < 6 && !result.empty(); k += 2)
+    {
+        clip_at_plane(result, planes[k], other);
+        clip_at_plane(other, planes[k + 1], result);
+    }
+}
+} // namespace OSG::SelectionClipping
