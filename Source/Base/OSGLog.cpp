@@ -1,0 +1,291 @@
+#include "OSGLog.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdarg>
+#include <cstdio>
+#include <iostream>
+#include <mutex>
+#include <streambuf>
+
+#include "OSGMemManager.h"
+
+namespace OSG
+{
+Log *osgLogP = nullptr;
+Int32 GlobalSystemState = 0;
+std::ostream *Log::_nilstreamP = nullptr;
+
+namespace
+{
+constexpr int level_count = LOG_PROGRESS + 1;
+char const *const level_names[level_count] = {"DUMP",   "FATAL", "WARNING",
+                                              "NOTICE", "INFO",  "PROGRESS"};
+constexpr char const *default_module = "OpenSG";
+
+int level_index(LogLevel level) { return std::clamp(static_cast<int>(level), 0, level_count - 1); }
+
+/// Swallows what is written to it without formatting it into a buffer first.
+class NilBuffer : public std::streambuf
+{
+  protected:
+    int_type overflow(int_type c) override { return traits_type::not_eof(c); }
+    std::streamsize xsputn(char const *, std::streamsize n) override { return n; }
+};
+
+/// Collects stream output and hands it to the sink as one message when it is flushed.
+class SinkBuffer : public std::streambuf
+{
+  public:
+    void setTarget(Log *log, LogLevel level)
+    {
+        _log = log;
+        _level = level;
+    }
+    using Deliver = void (*)(Log *log, LogLevel level, char const *text);
+    Deliver deliver = nullptr;
+
+  protected:
+    int_type overflow(int_type c) override
+    {
+        if(!traits_type::eq_int_type(c, traits_type::eof()))
+            _text.push_back(traits_type::to_char_type(c));
+        return traits_type::not_eof(c);
+    }
+    std::streamsize xsputn(char const *text, std::streamsize n) override
+    {
+        _text.append(text, static_cast<std::size_t>(n));
+        return n;
+    }
+    int sync() override
+    {
+        if(_text.empty())
+            return 0;
+        std::string text;
+        text.swap(_text);
+        deliver(_log, _level, text.c_str());
+        return 0;
+    }
+
+  private:
+    std::string _text;
+    Log *_log = nullptr;
+    LogLevel _level = LOG_WARNING;
+};
+
+/// The text of a printf-style message, however long; short ones need no memory. Without memory for
+/// a long one its beginning is kept: a message never raises an error of its own.
+class FormattedText
+{
+  public:
+    FormattedText(char const *format, std::va_list arguments)
+    {
+        std::va_list again;
+        va_copy(again, arguments);
+        int const length = std::vsnprintf(_inline, sizeof(_inline), format, arguments);
+        if(length >= static_cast<int>(sizeof(_inline)))
+        {
+            std::size_t const size = static_cast<std::size_t>(length) + 1;
+            _block = static_cast<char *>(MemMalloc(size));
+            if(_block != nullptr)
+                std::vsnprintf(_block, size, format, again);
+        }
+        va_end(again);
+    }
+    ~FormattedText() { MemFree(_block); }
+    FormattedText(FormattedText const &) = delete;
+    FormattedText &operator=(FormattedText const &) = delete;
+
+    char const *c_str() const { return _block != nullptr ? _block : _inline; }
+
+  private:
+    char _inline[1024] = {};
+    char *_block = nullptr;
+};
+} // namespace
+
+struct Log::State
+{
+    State()
+        : nil(&nilBuffer)
+    {
+        for(int i = 0; i < level_count; ++i)
+        {
+            sinkBuffers[i].deliver = &State::deliver;
+            sinkStreams[i].rdbuf(&sinkBuffers[i]);
+            sinkStreams[i].clear();
+        }
+    }
+
+    static void deliver(Log *log, LogLevel level, char const *text)
+    {
+        State &state = *log->_state;
+        std::lock_guard<std::recursive_mutex> const guard(state.mutex);
+        if(state.sink != nullptr)
+            state.sink(level, default_module, text, state.user);
+    }
+
+    // Recursive, so that a sink may ask the log and a guarded stream may meet a message.
+    std::recursive_mutex mutex;
+    std::atomic<int> level{LOG_WARNING};
+    std::atomic<bool> restricted{false}; // whether `modules` names any
+    std::string modules;
+    std::ostream *out = &std::cerr;
+    LogSink sink = nullptr;
+    void *user = nullptr;
+    LogLevel messageLevel = LOG_WARNING; // of the last header
+    char const *messageModule = default_module;
+    NilBuffer nilBuffer;
+    std::ostream nil;
+    SinkBuffer sinkBuffers[level_count];
+    std::ostream sinkStreams[level_count] = {std::ostream(nullptr), std::ostream(nullptr),
+                                             std::ostream(nullptr), std::ostream(nullptr),
+                                             std::ostream(nullptr), std::ostream(nullptr)};
+};
+
+Log::Log()
+    : _state(new State)
+{
+    for(int i = 0; i < level_count; ++i)
+        _state->sinkBuffers[i].setTarget(this, static_cast<LogLevel>(i));
+    if(_nilstreamP == nullptr)
+        _nilstreamP = &_state->nil;
+}
+
+Log::~Log()
+{
+    if(_nilstreamP == &_state->nil)
+        _nilstreamP = nullptr;
+    delete _state;
+}
+
+void Log::setLogLevel(LogLevel level) { _state->level = level; }
+
+LogLevel Log::getLogLevel() const { return static_cast<LogLevel>(_state->level.load()); }
+
+bool Log::checkLevel(LogLevel level) const
+{
+    return static_cast<int>(level) <= _state->level.load(std::memory_order_relaxed);
+}
+
+void Log::setModules(char const *names)
+{
+    std::lock_guard<std::recursive_mutex> const guard(_state->mutex);
+    std::string list;
+    for(char const *c = names; c != nullptr && *c != '\0'; ++c)
+    {
+        if(*c != ' ')
+            list.push_back(*c);
+    }
+    _state->restricted = !list.empty();
+    _state->modules = list.empty() ? list : "," + list + ",";
+}
+
+bool Log::checkModule(char const *module) const
+{
+    if(!_state->restricted)
+        return true;
+    std::lock_guard<std::recursive_mutex> const guard(_state->mutex);
+    std::string const wanted = "," + std::string(module != nullptr ? module : "") + ",";
+    return _state->modules.find(wanted) != std::string::npos;
+}
+
+std::ostream &Log::stream(LogLevel level)
+{
+    if(!checkLevel(level))
+        return nilstream();
+    std::lock_guard<std::recursive_mutex> const guard(_state->mutex);
+    return _state->sink != nullptr ? _state->sinkStreams[level_index(level)] : *_state->out;
+}
+
+std::ostream &Log::nilstream() { return _state->nil; }
+
+void Log::setStream(std::ostream &out)
+{
+    std::lock_guard<std::recursive_mutex> const guard(_state->mutex);
+    _state->out = &out;
+}
+
+void Log::setSink(LogSink sink, void *user)
+{
+    std::lock_guard<std::recursive_mutex> const guard(_state->mutex);
+    _state->sink = sink;
+    _state->user = user;
+}
+
+void Log::lock() { _state->mutex.lock(); }
+
+void Log::unlock() { _state->mutex.unlock(); }
+
+void Log::doHeader(LogLevel level, char const *module, char const *file, UInt32 line,
+                   char const *function)
+{
+    _state->messageLevel = level;
+    _state->messageModule = module;
+    if(_state->sink != nullptr)
+        return;
+    *_state->out << level_names[level_index(level)] << ": (" << file << ':' << line << ' '
+                 << function << ") ";
+}
+
+void Log::doLog(char const *format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    FormattedText const text(format, arguments);
+    va_end(arguments);
+    if(_state->sink != nullptr)
+        _state->sink(_state->messageLevel, _state->messageModule, text.c_str(), _state->user);
+    else
+        *_state->out << text.c_str() << std::flush;
+}
+
+void doInitLog()
+{
+    static std::mutex mutex;
+    std::lock_guard<std::mutex> const guard(mutex);
+    std::atomic_ref<Log *> log(osgLogP);
+    if(log.load() == nullptr)
+        log.store(new Log); // for the life of the process: messages come until its very end
+}
+
+LogLock::LogLock(std::ostream &out)
+    : _out(out)
+{
+    if(osgLogP == nullptr)
+        doInitLog();
+    osgLogP->lock();
+}
+
+LogLock::~LogLock()
+{
+    _out.flush();
+    osgLogP->unlock();
+}
+
+void logMessage(LogLevel level, char const *file, UInt32 line, char const *function,
+                char const *format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    if(GlobalSystemState > 3)
+    {
+        std::vprintf(format, arguments);
+        va_end(arguments);
+        return;
+    }
+    std::atomic_ref<Log *> shared(osgLogP);
+    if(shared.load() == nullptr)
+        doInitLog();
+    Log &log = *shared.load();
+    if(log.checkLevel(level) && log.checkModule(default_module))
+    {
+        FormattedText const text(format, arguments);
+        log.lock();
+        log.doHeader(level, default_module, file, line, function);
+        log.doLog("%s", text.c_str());
+        log.unlock();
+    }
+    va_end(arguments);
+}
+} // namespace OSG

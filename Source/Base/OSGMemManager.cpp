@@ -1,0 +1,97 @@
+#include "OSGMemManager.h"
+
+#include <atomic>
+#include <cstdlib>
+
+#include <malloc.h>
+
+namespace OSG
+{
+namespace
+{
+std::size_t standard_block_size(void *block)
+{
+#ifdef _WIN32
+    return _msize(block);
+#else
+    return malloc_usable_size(block);
+#endif
+}
+
+// Constant initialisation throughout: the first block may be wanted before any initialiser ran.
+constinit MemBackEnd back_end = {&std::malloc, &std::free, &standard_block_size};
+constinit std::atomic<bool> in_use{false};
+constinit std::atomic<UInt64> bytes_out{0};
+constinit std::atomic<UInt64> bytes_peak{0};
+constinit std::atomic<UInt64> bytes_limit{0};
+
+void raise_peak(UInt64 bytes)
+{
+    UInt64 peak = bytes_peak.load(std::memory_order_relaxed);
+    while(bytes > peak && !bytes_peak.compare_exchange_weak(peak, bytes, std::memory_order_relaxed))
+    {
+    }
+}
+
+/// Whether `size` more bytes stay under the limit; spares the back end blocks that do not.
+bool within_limit(UInt64 size, UInt64 limit)
+{
+    return limit == 0 ||
+           (size <= limit && bytes_out.load(std::memory_order_relaxed) <= limit - size);
+}
+} // namespace
+
+void *MemMalloc(std::size_t size) noexcept
+{
+    if(!in_use.load(std::memory_order_relaxed))
+        in_use.store(true);
+    UInt64 const limit = bytes_limit.load(std::memory_order_relaxed);
+    if(!within_limit(size, limit))
+        return nullptr;
+    void *const block = back_end.allocate(size != 0 ? size : 1);
+    if(block == nullptr)
+        return nullptr;
+    UInt64 const block_size = back_end.blockSize(block);
+    UInt64 const now = bytes_out.fetch_add(block_size, std::memory_order_relaxed) + block_size;
+    if(limit != 0 && now > limit)
+    {
+        bytes_out.fetch_sub(block_size, std::memory_order_relaxed);
+        back_end.release(block);
+        return nullptr;
+    }
+    raise_peak(now);
+    return block;
+}
+
+void MemFree(void *block) noexcept
+{
+    if(block == nullptr)
+        return;
+    bytes_out.fetch_sub(back_end.blockSize(block), std::memory_order_relaxed);
+    back_end.release(block);
+}
+
+void *MemMallocOrThrow(std::size_t size)
+{
+    void *const block = MemMalloc(size);
+    if(block == nullptr)
+        throw std::bad_alloc();
+    return block;
+}
+
+bool setMemBackEnd(MemBackEnd const &backEnd)
+{
+    if(in_use.load())
+        return false;
+    back_end = backEnd;
+    return true;
+}
+
+UInt64 getMemBytes() { return bytes_out.load(std::memory_order_relaxed); }
+
+UInt64 getMemPeakBytes() { return bytes_peak.load(std::memory_order_relaxed); }
+
+void resetMemPeak() { bytes_peak.store(bytes_out.load()); }
+
+void setMemLimit(UInt64 bytes) { bytes_limit.store(bytes); }
+} // namespace OSG

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace OSG
+{
+/// Access to a singleton. `the` is specialised in the source of T, so that the process has one
+/// object of it however many libraries ask.
+template <class T>
+struct SingletonHolder
+{
+    static T *the();
+};
+} // namespace OSG

@@ -1,0 +1,55 @@
+#include "OSGSystemHooks.h"
+
+#include <vector>
+
+#include "OSGLog.h"
+
+namespace OSG
+{
+namespace
+{
+// Made on first use and never destroyed: static objects of any library may add to them.
+std::vector<SystemHook> &hooks_of(HookList list)
+{
+    static std::vector<SystemHook> *const lists = new std::vector<SystemHook>[3];
+    return lists[static_cast<int>(list)];
+}
+
+constexpr Int32 SystemIsUp = 2;
+} // namespace
+
+void addPostFactoryInitFunction(SystemHook const &hook)
+{
+    hooks_of(HookList::PostFactoryInit).push_back(hook);
+}
+
+void addPreFactoryExitFunction(SystemHook const &hook)
+{
+    hooks_of(HookList::PreFactoryExit).push_back(hook);
+}
+
+void addPostFactoryExitFunction(SystemHook const &hook)
+{
+    hooks_of(HookList::PostFactoryExit).push_back(hook);
+}
+
+void runSystemHooks(HookList list)
+{
+    // By index: a hook may add another.
+    for(std::size_t i = 0; i < hooks_of(list).size(); ++i)
+    {
+        SystemHook const hook = hooks_of(list)[i];
+        if(!hook())
+            OSG_LOG_WARNING("A start or exit function failed\n");
+    }
+    std::vector<SystemHook>().swap(hooks_of(list));
+}
+
+StaticInitFuncWrapper::StaticInitFuncWrapper(SystemHook const &hook)
+{
+    if(GlobalSystemState == SystemIsUp)
+        hook();
+    else
+        addPostFactoryInitFunction(hook);
+}
+} // namespace OSG

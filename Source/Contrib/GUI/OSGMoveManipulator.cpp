@@ -1,0 +1,6 @@
+#include "OSGMoveManipulator.h"
+
+namespace OSG
+{
+MoveManipulator::~MoveManipulator() = default;
+} // namespace OSG

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "OSGMoveManipulatorBase.h"
+
+namespace OSG
+{
+/// A transform that a person sets by handles in the view.
+class OSG_CONTRIBGUI_API MoveManipulator : public MoveManipulatorBase
+{
+  protected:
+    MoveManipulator() = default;
+    MoveManipulator(MoveManipulator const &) = default;
+    ~MoveManipulator() override;
+
+    friend Pattern;
+};
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGRotateManipulator.h"
+
+namespace OSG
+{
+RotateManipulator::~RotateManipulator() = default;
+} // namespace OSG

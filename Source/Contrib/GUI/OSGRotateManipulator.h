@@ -1,0 +1,17 @@
+#pragma once
+
+#include "OSGRotateManipulatorBase.h"
+
+namespace OSG
+{
+/// A transform that a person sets by handles in the view.
+class OSG_CONTRIBGUI_API RotateManipulator : public RotateManipulatorBase
+{
+  protected:
+    RotateManipulator() = default;
+    RotateManipulator(RotateManipulator const &) = default;
+    ~RotateManipulator() override;
+
+    friend Pattern;
+};
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGScaleManipulator.h"
+
+namespace OSG
+{
+ScaleManipulator::~ScaleManipulator() = default;
+} // namespace OSG

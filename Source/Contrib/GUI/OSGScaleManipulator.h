@@ -1,0 +1,17 @@
+#pragma once
+
+#include "OSGScaleManipulatorBase.h"
+
+namespace OSG
+{
+/// A transform that a person sets by handles in the view.
+class OSG_CONTRIBGUI_API ScaleManipulator : public ScaleManipulatorBase
+{
+  protected:
+    ScaleManipulator() = default;
+    ScaleManipulator(ScaleManipulator const &) = default;
+    ~ScaleManipulator() override;
+
+    friend Pattern;
+};
+} // namespace OSG

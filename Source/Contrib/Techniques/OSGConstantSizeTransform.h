@@ -1,0 +1,23 @@
+#pragma once
+
+#include "OSGRenderedMatrix.h"
+#include "OSGConstantSizeTransformBase.h"
+
+namespace OSG
+{
+/// Keeps the size of its subtree on the screen; the scale is known when it is rendered.
+class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTransformBase, public RenderedMatrix
+{
+  public:
+    /// Multiplies the matrix that rendering keeps.
+    void accumulateMatrix(Matrix &matrix) override;
+    void adjustVolume(Volume &volume) override;
+
+  protected:
+    ConstantSizeTransform() = default;
+    ConstantSizeTransform(ConstantSizeTransform const &) = default;
+    ~ConstantSizeTransform() override;
+
+    friend Pattern;
+};
+} // namespace OSG

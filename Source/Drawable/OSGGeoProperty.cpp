@@ -1,0 +1,6 @@
+#include "OSGGeoProperty.h"
+
+namespace OSG
+{
+GeoProperty::~GeoProperty() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGComponentTransform.h"
+
+namespace OSG
+{
+ComponentTransform::~ComponentTransform() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGDirectionalLight.h"
+
+namespace OSG
+{
+DirectionalLight::~DirectionalLight() = default;
+} // namespace OSG

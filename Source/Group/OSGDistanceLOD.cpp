@@ -1,0 +1,6 @@
+#include "OSGDistanceLOD.h"
+
+namespace OSG
+{
+DistanceLOD::~DistanceLOD() = default;
+} // namespace OSG

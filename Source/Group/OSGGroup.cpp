@@ -1,0 +1,6 @@
+#include "OSGGroup.h"
+
+namespace OSG
+{
+Group::~Group() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGGroupingStage.h"
+
+namespace OSG
+{
+GroupingStage::~GroupingStage() = default;
+} // namespace OSG

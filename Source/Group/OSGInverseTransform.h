@@ -1,0 +1,23 @@
+#pragma once
+
+#include "OSGRenderedMatrix.h"
+#include "OSGInverseTransformBase.h"
+
+namespace OSG
+{
+/// Undoes the transforms above it. What it undoes is known when it is rendered.
+class OSG_GROUP_API InverseTransform : public InverseTransformBase, public RenderedMatrix
+{
+  public:
+    /// Multiplies the matrix that rendering keeps.
+    void accumulateMatrix(Matrix &matrix) override;
+    void adjustVolume(Volume &volume) override;
+
+  protected:
+    InverseTransform() = default;
+    InverseTransform(InverseTransform const &) = default;
+    ~InverseTransform() override;
+
+    friend Pattern;
+};
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGLight.h"
+
+namespace OSG
+{
+Light::~Light() = default;
+} // namespace OSG

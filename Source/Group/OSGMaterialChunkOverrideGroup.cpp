@@ -1,0 +1,6 @@
+#include "OSGMaterialChunkOverrideGroup.h"
+
+namespace OSG
+{
+MaterialChunkOverrideGroup::~MaterialChunkOverrideGroup() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGMaterialGroup.h"
+
+namespace OSG
+{
+MaterialGroup::~MaterialGroup() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGMultiCore.h"
+
+namespace OSG
+{
+MultiCore::~MultiCore() = default;
+} // namespace OSG

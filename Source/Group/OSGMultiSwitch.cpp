@@ -1,0 +1,6 @@
+#include "OSGMultiSwitch.h"
+
+namespace OSG
+{
+MultiSwitch::~MultiSwitch() = default;
+} // namespace OSG

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "OSGMultiSwitchBase.h"
+
+namespace OSG
+{
+/// Shows the children that its choices name. The choices are kept ascending by the host.
+class OSG_GROUP_API MultiSwitch : public MultiSwitchBase
+{
+  public:
+    // --- values of the mode; any other shows all children ---
+    static constexpr Int32 ShowChoices = -1;
+    static constexpr Int32 ShowNone = -2;
+    static constexpr Int32 ShowAll = -3;
+
+  protected:
+    MultiSwitch() = default;
+    MultiSwitch(MultiSwitch const &) = default;
+    ~MultiSwitch() override;
+
+    friend Pattern;
+};
+} // namespace OSG

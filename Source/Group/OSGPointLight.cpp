@@ -1,0 +1,6 @@
+#include "OSGPointLight.h"
+
+namespace OSG
+{
+PointLight::~PointLight() = default;
+} // namespace OSG

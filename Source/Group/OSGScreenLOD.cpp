@@ -1,0 +1,6 @@
+#include "OSGScreenLOD.h"
+
+namespace OSG
+{
+ScreenLOD::~ScreenLOD() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGSpotLight.h"
+
+namespace OSG
+{
+SpotLight::~SpotLight() = default;
+} // namespace OSG

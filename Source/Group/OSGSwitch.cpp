@@ -1,0 +1,6 @@
+#include "OSGSwitch.h"
+
+namespace OSG
+{
+Switch::~Switch() = default;
+} // namespace OSG

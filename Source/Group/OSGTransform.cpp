@@ -1,0 +1,16 @@
+#include "OSGTransform.h"
+
+namespace OSG
+{
+Transform::~Transform() = default;
+
+void Transform::accumulateMatrix(Matrix &matrix) { matrix.mult(getMatrix()); }
+void Transform::adjustVolume(Volume &volume) { volume.transform(getMatrix()); }
+
+void Transform::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    if((whichField & MatrixFieldMask) != 0)
+        invalidateVolume();
+    TransformBase::changed(whichField, origin, details);
+}
+} // namespace OSG

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "OSGVisitSubTreeBase.h"
+
+namespace OSG
+{
+/// Stands for another subtree, walked in place of the children of its nodes. The other tree is
+/// counted; cycles are ended by the traversals.
+class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
+{
+  public:
+    /// The box of the other subtree in place of the children's.
+    void adjustVolume(Volume &volume) override;
+    Node *getOtherTree() const override { return getSubTreeRoot(); }
+
+  protected:
+    VisitSubTree() = default;
+    VisitSubTree(VisitSubTree const &) = default;
+    ~VisitSubTree() override;
+
+    friend Pattern;
+};
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGBlendChunk.h"
+
+namespace OSG
+{
+BlendChunk::~BlendChunk() = default;
+} // namespace OSG

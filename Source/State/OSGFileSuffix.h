@@ -1,0 +1,46 @@
+#pragma once
+
+/// \file
+/// Choice of a file type by suffix, for images and scenes alike.
+
+#include <algorithm>
+#include <cctype>
+#include <string>
+
+#include "OSGIOFileType.h"
+
+namespace OSG
+{
+/// What stands behind the last dot of the last path element, in lower case; empty for none.
+inline std::string file_suffix(std::string const &fileName)
+{
+    std::size_t const element = fileName.find_last_of("/\\");
+    std::size_t const dot = fileName.find_last_of('.');
+    if(dot == std::string::npos || (element != std::string::npos && dot < element))
+        return std::string();
+    std::string suffix = fileName.substr(dot + 1);
+    std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return suffix;
+}
+
+/// The type that serves `suffix`: those that override come before those that don't, then the higher
+/// override priority, then the earlier registration. Null for none.
+template <class Types>
+auto find_file_type(Types const &types, std::string const &suffix) -> typename Types::value_type
+{
+    typename Types::value_type best = nullptr;
+    auto const rank = [](IOFileTypeBase const *type) {
+        return type->doOverride() ? UInt64(1) + type->getOverridePriority() : UInt64(0);
+    };
+    std::string const wanted = file_suffix("." + suffix);
+    for(auto type : types)
+    {
+        auto const &suffixes = type->suffixList();
+        if(std::find(suffixes.begin(), suffixes.end(), wanted) != suffixes.end() &&
+           (best == nullptr || rank(type) > rank(best)))
+            best = type;
+    }
+    return best;
+}
+} // namespace OSG

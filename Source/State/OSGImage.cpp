@@ -1,0 +1,52 @@
+#include "OSGImage.h"
+
+#include "OSGImageFileHandler.h"
+
+namespace OSG
+{
+Image::~Image() = default;
+
+bool Image::set(UInt32 width, UInt32 height, UInt32 channels, UInt8 const *data)
+{
+    if(width == 0 || height == 0 || channels == 0 || channels > 4)
+        return false;
+    std::size_t const bytes = std::size_t(width) * height * channels;
+    MField<UInt8> &pixel = editPixel();
+    if(data != nullptr)
+        pixel.assign(data, data + bytes);
+    else
+        pixel.assign(bytes, 0);
+    setWidth(width);
+    setHeight(height);
+    setChannels(channels);
+    return true;
+}
+
+bool Image::calcIsAlphaBinary() const
+{
+    if(!hasAlpha())
+        return false;
+    UInt32 const channels = getChannels();
+    MField<UInt8> const &pixel = getPixel();
+    for(std::size_t i = channels - 1; i < pixel.size(); i += channels)
+    {
+        if(pixel[i] != 0 && pixel[i] != 255)
+            return false;
+    }
+    return true;
+}
+
+bool Image::read(char const *fileName)
+{
+    TransitPtr<Image> const other = ImageFileHandlerBase::the()->read(fileName, nullptr);
+    if(!other)
+        return false;
+    setName(other->getName());
+    return set(other->getWidth(), other->getHeight(), other->getChannels(), other->getPixel().data());
+}
+
+bool Image::write(char const *fileName) const
+{
+    return ImageFileHandlerBase::the()->write(*this, fileName, nullptr);
+}
+} // namespace OSG

@@ -1,0 +1,80 @@
+#include "OSGImageFileHandler.h"
+
+#include <boost/filesystem.hpp>
+#include <fstream>
+
+#include "OSGFileSuffix.h"
+#include "OSGImage.h"
+#include "OSGImageFileType.h"
+
+namespace OSG
+{
+ImageFileType::ImageFileType(char const **suffixes, UInt16 suffixBytes, bool overrides,
+                             UInt32 overridePriority, UInt32 flags)
+    : IOFileTypeBase(suffixes, suffixBytes, overrides, overridePriority, flags)
+{
+    ImageFileHandlerBase::the()->addImageFileType(this);
+}
+ImageFileType::~ImageFileType() = default;
+ImageFileHandlerBase::~ImageFileHandlerBase() = default;
+
+ImageFileHandlerBase *ImageFileHandlerBase::the()
+{
+    static ImageFileHandlerBase *const handler = new ImageFileHandlerBase;
+    return handler;
+}
+
+template <>
+ImageFileHandlerBase *SingletonHolder<ImageFileHandlerBase>::the()
+{
+    return ImageFileHandlerBase::the();
+}
+
+void ImageFileHandlerBase::addImageFileType(ImageFileType *type) { _types.push_back(type); }
+
+ImageFileType *ImageFileHandlerBase::getFileType(char const *suffix) const
+{
+    return find_file_type(_types, suffix);
+}
+
+TransitPtr<Image> ImageFileHandlerBase::read(char const *fileName, char const *typeHint)
+{
+    if(fileName == nullptr)
+        return nullptr;
+    boost::system::error_code error;
+    if(!boost::filesystem::is_regular_file(fileName, error))
+        return nullptr;
+    std::ifstream in(fileName, std::ios::binary);
+    ImageFileType *const preferred =
+        getFileType(typeHint != nullptr ? typeHint : file_suffix(fileName).c_str());
+
+    auto const attempt = [&in](ImageFileType *type) {
+        in.clear();
+        in.seekg(0);
+        return type->read(in);
+    };
+    TransitPtr<Image> image;
+    if(preferred != nullptr)
+        image = attempt(preferred);
+    for(std::size_t i = 0; !image && i < _types.size(); ++i)
+    {
+        if(_types[i] != preferred)
+            image = attempt(_types[i]);
+    }
+    if(image)
+        image->setName(boost::filesystem::absolute(fileName).lexically_normal().string());
+    return image;
+}
+
+bool ImageFileHandlerBase::write(Image const &image, char const *fileName, char const *typeHint)
+{
+    if(fileName == nullptr)
+        return false;
+    ImageFileType *const type =
+        getFileType(typeHint != nullptr ? typeHint : file_suffix(fileName).c_str());
+    if(type == nullptr)
+        return false;
+    std::ofstream out(fileName, std::ios::binary);
+    return out && type->write(image, out) && out.flush();
+}
+} // namespace OSG

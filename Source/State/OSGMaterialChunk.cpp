@@ -1,0 +1,6 @@
+#include "OSGMaterialChunk.h"
+
+namespace OSG
+{
+MaterialChunk::~MaterialChunk() = default;
+} // namespace OSG

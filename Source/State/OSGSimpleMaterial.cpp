@@ -1,0 +1,6 @@
+#include "OSGSimpleMaterial.h"
+
+namespace OSG
+{
+SimpleMaterial::~SimpleMaterial() = default;
+} // namespace OSG

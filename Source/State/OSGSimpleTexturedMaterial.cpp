@@ -1,0 +1,6 @@
+#include "OSGSimpleTexturedMaterial.h"
+
+namespace OSG
+{
+SimpleTexturedMaterial::~SimpleTexturedMaterial() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGStateChunk.h"
+
+namespace OSG
+{
+StateChunk::~StateChunk() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGSwitchMaterial.h"
+
+namespace OSG
+{
+SwitchMaterial::~SwitchMaterial() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGTextureEnvChunk.h"
+
+namespace OSG
+{
+TextureEnvChunk::~TextureEnvChunk() = default;
+} // namespace OSG

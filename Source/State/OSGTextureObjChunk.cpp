@@ -1,0 +1,6 @@
+#include "OSGTextureObjChunk.h"
+
+namespace OSG
+{
+TextureObjChunk::~TextureObjChunk() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGTextureTransformChunk.h"
+
+namespace OSG
+{
+TextureTransformChunk::~TextureTransformChunk() = default;
+} // namespace OSG

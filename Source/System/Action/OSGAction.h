@@ -1,0 +1,87 @@
+#pragma once
+
+/// \file
+/// Traversals that call a function per core type.
+
+#include <vector>
+
+#include <boost/function.hpp>
+
+#include "OSGActionBase.h"
+#include "OSGFieldContainerType.h"
+#include "OSGRefCountPtr.h"
+
+namespace OSG
+{
+class Node;
+class NodeCore;
+
+/// A traversal of a tree of nodes. For each node it calls the enter function of the node's core
+/// type, then walks the children, then calls the leave function; on Skip it does neither of the
+/// last two. A core type without a function of its own, and a node without a core, are passed
+/// through. Nodes whose traversal mask shares no bit with the action's are not walked.
+///
+/// A function takes (NodeCore *, Action *). From an enter function, addNode makes the added nodes
+/// the ones walked below this node, in place of its children. A node that is added below itself, or
+/// below 1,024 added levels, ends its branch with one warning.
+class OSG_SYSTEM_API Action : public ActionBase
+{
+  public:
+    using Functor = boost::function<ResultE(NodeCore *, Action *)>;
+    using FunctorStore = std::vector<Functor>; ///< by type id
+
+    // --- running ---
+    /// start(), the walk, stop(). Null walks nothing between the two.
+    virtual ResultE apply(Node *node);
+    /// The same over several roots, with one start and one stop.
+    virtual ResultE apply(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end);
+
+    // --- functions of this action; a later one replaces the earlier one of its type ---
+    void registerEnterFunction(FieldContainerType const &type, Functor const &function);
+    void registerLeaveFunction(FieldContainerType const &type, Functor const &function);
+    static ResultE _defaultEnterFunction(NodeCore *core, Action *action);
+    static ResultE _defaultLeaveFunction(NodeCore *core, Action *action);
+
+    // --- for the functions, during a walk ---
+    Node *getActNode() const { return _actNode; }
+    /// Children of the current node.
+    Node *getNode(UInt32 index) const;
+    UInt32 getNNodes() const;
+    /// Null counts as a call: nothing is walked below the node then.
+    void addNode(Node *node);
+
+    // --- settings ---
+    UInt32 getTravMask() const { return _travMask; }
+    void setTravMask(UInt32 mask) { _travMask = mask; }
+
+  protected:
+    Action() = default;
+    /// Copies the functions and the mask.
+    Action(Action const &source);
+    ~Action() override;
+
+    virtual ResultE start();
+    virtual ResultE stop(ResultE result);
+
+    /// Functions by type id that new actions of a class begin with; null for none.
+    virtual FunctorStore *getDefaultEnterFunctors();
+    virtual FunctorStore *getDefaultLeaveFunctors();
+
+    FunctorStore _enterFunctors;
+    FunctorStore _leaveFunctors;
+    Node *_actNode = nullptr;
+    UInt32 _travMask = 0xFFFFFFFF;
+
+  private:
+    struct Visitor;
+
+    ResultE call(FunctorStore const &functors, Node *node);
+
+    std::vector<Node *> _newList;
+    bool _useNewList = false;
+};
+
+/// Puts `function` at the place of `type`; places before it that are new hold `filler`.
+OSG_SYSTEM_API void put_functor(Action::FunctorStore &store, FieldContainerType const &type,
+                                Action::Functor const &function, Action::Functor const &filler);
+} // namespace OSG

@@ -1,0 +1,72 @@
+#include "OSGAspectStore.h"
+
+#include <mutex>
+
+#include "OSGFieldContainer.h"
+
+namespace OSG
+{
+void AspectStore::lock() const
+{
+    while(_busy.test_and_set(std::memory_order_acquire))
+        _busy.wait(true, std::memory_order_relaxed);
+}
+
+void AspectStore::unlock() const
+{
+    _busy.clear(std::memory_order_release);
+    _busy.notify_one();
+}
+
+FieldContainer *AspectStore::getPtr(UInt32 aspect) const
+{
+    std::lock_guard<AspectStore const> hold(*this);
+    if(aspect == 0)
+        return _first;
+    return _others != nullptr && aspect <= _others->size() ? (*_others)[aspect - 1] : nullptr;
+}
+
+void AspectStore::setPtrForAspect(FieldContainer *container, UInt32 aspect)
+{
+    std::lock_guard<AspectStore const> hold(*this);
+    if(aspect == 0)
+    {
+        _first = container;
+        return;
+    }
+    if(_others == nullptr)
+        _others = new std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
+    if(_others->size() < aspect)
+        _others->resize(aspect, nullptr);
+    (*_others)[aspect - 1] = container;
+}
+
+void AspectStore::addRef()
+{
+    _references.fetch_add(1, std::memory_order_relaxed);
+}
+
+void AspectStore::release()
+{
+    if(_references.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    {
+        delete _others;
+        delete this;
+    }
+}
+
+void AspectStore::fillOffsetArray(std::vector<Int64> &offsets, FieldContainer *container) const
+{
+    std::lock_guard<AspectStore const> hold(*this);
+    std::size_t const aspects = 1 + (_others != nullptr ? _others->size() : 0);
+    offsets.assign(aspects, 0);
+    auto const distance = [container](FieldContainer *copy) -> Int64 {
+        return copy == nullptr
+                   ? 0
+                   : reinterpret_cast<char *>(copy) - reinterpret_cast<char *>(container);
+    };
+    offsets[0] = distance(_first);
+    for(std::size_t i = 1; i < aspects; ++i)
+        offsets[i] = distance((*_others)[i - 1]);
+}
+} // namespace OSG

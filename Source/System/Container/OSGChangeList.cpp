@@ -1,0 +1,73 @@
+#include "OSGChangeList.h"
+
+#include "OSGFieldContainer.h"
+#include "OSGThread.h"
+
+namespace OSG
+{
+ChangeList::~ChangeList()
+{
+    for(FieldContainer *container : _changed)
+    {
+        if(container != nullptr)
+            container->takeChangeMask();
+    }
+}
+
+void ChangeList::addCreated(UInt32 id, UInt64 flags) { _created.push_back({id, flags}); }
+
+UInt32 ChangeList::addChanged(FieldContainer *container)
+{
+    _changed.push_back(container);
+    return static_cast<UInt32>(_changed.size() - 1);
+}
+
+void ChangeList::addDelayed(FieldContainer *container, SubRef subRef)
+{
+    _delayed.push_back({container, subRef});
+}
+
+void ChangeList::commitChanges(UInt32 origin, UInt32 details) { doCommitChanges(origin, details); }
+
+void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
+{
+    // By index: `changed` may edit further containers, or the same one again.
+    for(std::size_t i = 0; i < _changed.size(); ++i)
+    {
+        FieldContainer *container = _changed[i];
+        if(container == nullptr)
+            continue;
+        _changed[i] = nullptr;
+        container->changed(container->takeChangeMask(), origin, details);
+    }
+    _changed.clear();
+    _created.clear();
+
+    std::vector<Delayed, MemAllocator<Delayed>> delayed;
+    delayed.swap(_delayed);
+    for(Delayed const &entry : delayed)
+        entry.subRef(entry.container);
+}
+
+namespace
+{
+struct ThreadState
+{
+    UInt32 aspect = 0;
+    UInt64 localFlags = 0;
+    ChangeList changes;
+};
+
+ThreadState &this_thread()
+{
+    static thread_local ThreadState state;
+    return state;
+}
+} // namespace
+
+UInt32 Thread::getCurrentAspect() { return this_thread().aspect; }
+void Thread::setCurrentAspect(UInt32 aspect) { this_thread().aspect = aspect; }
+ChangeList *Thread::getCurrentChangeList() { return &this_thread().changes; }
+UInt64 Thread::getCurrentLocalFlags() { return this_thread().localFlags; }
+void Thread::setCurrentLocalFlags(UInt64 flags) { this_thread().localFlags = flags; }
+} // namespace OSG

@@ -1,0 +1,72 @@
+#pragma once
+
+/// \file
+/// The edits of a thread since its last commit.
+
+#include <vector>
+
+#include "OSGMemManager.h"
+#include "OSGRefCountPolicies.h"
+#include "OSGSystemApi.h"
+
+namespace OSG
+{
+class FieldContainer;
+
+/// Collects containers that were made or edited; `commitChanges` publishes the edits. One per
+/// thread (Thread::getCurrentChangeList), without locks.
+class OSG_SYSTEM_API ChangeList
+{
+  public:
+    /// A container made since the last commit: low 30 bits of its id, and the flags it was made with.
+    struct Created
+    {
+        UInt32 id;
+        UInt64 flags;
+    };
+
+    ChangeList() = default;
+    ~ChangeList();
+    ChangeList(ChangeList const &) = delete;
+    ChangeList &operator=(ChangeList const &) = delete;
+
+    // --- recording ---
+    void addCreated(UInt32 id, UInt64 flags);
+    /// Called once by a container whose first field is edited; gives its place in the list.
+    UInt32 addChanged(FieldContainer *container);
+    /// A container that dies, or moves its edits elsewhere, leaves its place empty.
+    void clearChanged(UInt32 place) { _changed[place] = nullptr; }
+    /// Drops one reference of `container` by `Policy` at the next commit instead of now.
+    template <class Policy>
+    void addDelayedSubRef(FieldContainer *container)
+    {
+        addDelayed(container, &Policy::template subRef<FieldContainer>);
+    }
+
+    // --- publishing ---
+    /// Takes the collected mask of each edited container and calls its `changed` with it, until no
+    /// edit is open (a `changed` may edit); then drops the delayed references. `origin` and
+    /// `details` are handed to `changed`.
+    void commitChanges(UInt32 origin = 0, UInt32 details = 0);
+
+    // --- looking ---
+    std::vector<Created, MemAllocator<Created>> const &getCreated() const { return _created; }
+    bool hasOpenEdits() const { return !_changed.empty(); }
+
+  protected:
+    void doCommitChanges(UInt32 origin, UInt32 details);
+
+  private:
+    using SubRef = void (*)(FieldContainer *);
+    struct Delayed
+    {
+        FieldContainer *container;
+        SubRef subRef;
+    };
+    void addDelayed(FieldContainer *container, SubRef subRef);
+
+    std::vector<Created, MemAllocator<Created>> _created;
+    std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _changed;
+    std::vector<Delayed, MemAllocator<Delayed>> _delayed;
+};
+} // namespace OSG

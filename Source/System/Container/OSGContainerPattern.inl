@@ -1,0 +1,309 @@
+#pragma once
+
+/// \file
+/// Behaviour of ContainerPattern; included by the generated statics alone.
+
+#include <type_traits>
+
+#include "OSGContainerPattern.h"
+#include "OSGFieldOperations.h"
+#include "OSGLog.h"
+#include "OSGThread.h"
+#include "OSGTypedFieldHandles.h"
+
+namespace OSG
+{
+/// Calls `visit` with each row of XBase in id order.
+template <class XBase, class Visit>
+void for_each_field(Visit &&visit)
+{
+    std::apply([&visit](auto const &...row) { (visit(row), ...); }, XBase::fieldRows());
+}
+
+// --- making ---
+
+template <class X, class XBase, class Parent>
+X *ContainerPattern<X, XBase, Parent>::makeObject([[maybe_unused]] X const *source,
+                                                  [[maybe_unused]] BitVector localFlags)
+{
+    if constexpr(XBase::IsAbstract)
+    {
+        return nullptr;
+    }
+    else
+    {
+        X *const object = source != nullptr ? new X(*source) : new X;
+        object->enterSystem(localFlags);
+        object->onCreate(source);
+        object->onCreateAspect(object, source);
+        return object;
+    }
+}
+
+template <class X, class XBase, class Parent>
+TransitPtr<X> ContainerPattern<X, XBase, Parent>::create()
+{
+    FieldContainer *const prototype = XBase::_type.getPrototype();
+    return prototype != nullptr ? dynamic_transit_cast<X>(prototype->shallowCopy())
+                                : TransitPtr<X>();
+}
+
+template <class X, class XBase, class Parent>
+TransitPtr<X> ContainerPattern<X, XBase, Parent>::createLocal(BitVector flags)
+{
+    FieldContainer *const prototype = XBase::_type.getPrototype();
+    return prototype != nullptr ? dynamic_transit_cast<X>(prototype->shallowCopyLocal(flags))
+                                : TransitPtr<X>();
+}
+
+template <class X, class XBase, class Parent>
+TransitPtr<X> ContainerPattern<X, XBase, Parent>::createDependent(BitVector flags)
+{
+    FieldContainer *const prototype = XBase::_type.getPrototype();
+    return prototype != nullptr ? dynamic_transit_cast<X>(prototype->shallowCopyDependent(flags))
+                                : TransitPtr<X>();
+}
+
+template <class X, class XBase, class Parent>
+X *ContainerPattern<X, XBase, Parent>::createEmpty()
+{
+    return createEmptyLocal(Thread::getCurrentLocalFlags());
+}
+
+template <class X, class XBase, class Parent>
+X *ContainerPattern<X, XBase, Parent>::createEmptyLocal(BitVector flags)
+{
+    X *const object = makeObject(nullptr, flags);
+    if(object != nullptr)
+        object->keepLocal(flags);
+    return object;
+}
+
+template <class X, class XBase, class Parent>
+TransitPtr<FieldContainer> ContainerPattern<X, XBase, Parent>::shallowCopy() const
+{
+    return shallowCopyLocal(Thread::getCurrentLocalFlags());
+}
+
+template <class X, class XBase, class Parent>
+TransitPtr<FieldContainer>
+ContainerPattern<X, XBase, Parent>::shallowCopyLocal(BitVector flags) const
+{
+    X *const copy = makeObject(static_cast<X const *>(this), flags);
+    if(copy != nullptr)
+        copy->keepLocal(flags);
+    return TransitPtr<FieldContainer>(copy);
+}
+
+template <class X, class XBase, class Parent>
+TransitPtr<FieldContainer>
+ContainerPattern<X, XBase, Parent>::shallowCopyDependent(BitVector flags) const
+{
+    X *const copy = makeObject(static_cast<X const *>(this), ~flags);
+    if(copy != nullptr)
+        copy->shareOnly(flags);
+    return TransitPtr<FieldContainer>(copy);
+}
+
+template <class X, class XBase, class Parent>
+FieldContainer *
+ContainerPattern<X, XBase, Parent>::createAspectCopy([[maybe_unused]] FieldContainer const *source) const
+{
+    if constexpr(XBase::IsAbstract)
+    {
+        return nullptr;
+    }
+    else
+    {
+        X *const copy = new X(static_cast<X const &>(*this));
+        copy->enterAspect(this);
+        copy->onCreateAspect(static_cast<X const *>(source), static_cast<X const *>(this));
+        return copy;
+    }
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::onCreate(X const *source)
+{
+    Parent::onCreate(source);
+    if(source == nullptr)
+        return;
+    for_each_field<XBase>([this, source](auto const &row) {
+        using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
+        if constexpr(IsCopiedPointerField<Field>)
+        {
+            this->markEdited(row.mask());
+            copy_pointers(base()->*row.member, source->*row.member);
+        }
+    });
+}
+
+// --- type ---
+
+template <class X, class XBase, class Parent>
+FieldContainerType const &ContainerPattern<X, XBase, Parent>::getType() const
+{
+    return XBase::_type;
+}
+
+template <class X, class XBase, class Parent>
+FieldContainerType &ContainerPattern<X, XBase, Parent>::getType()
+{
+    return XBase::_type;
+}
+
+template <class X, class XBase, class Parent>
+UInt32 ContainerPattern<X, XBase, Parent>::getContainerSize() const
+{
+    return sizeof(X);
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::classDescInserter(FieldContainerType &type)
+{
+    describeRows(type, std::make_index_sequence<std::tuple_size_v<decltype(XBase::fieldRows())>>());
+}
+
+template <class X, class XBase, class Parent>
+template <std::size_t... I>
+void ContainerPattern<X, XBase, Parent>::describeRows([[maybe_unused]] FieldContainerType &type,
+                                                      std::index_sequence<I...>)
+{
+    (describeRow<I>(type), ...);
+}
+
+template <class X, class XBase, class Parent>
+template <std::size_t I>
+void ContainerPattern<X, XBase, Parent>::describeRow(FieldContainerType &type)
+{
+    constexpr UInt32 FieldFlags = 256;
+    constexpr auto row = std::get<I>(XBase::fieldRows());
+    using Field = typename decltype(row)::FieldT;
+    type.addInitialDesc(new FieldDescription(
+        Field::getClassType(), row.name, row.prose, row.id, row.mask(), row.visibility, FieldFlags,
+        [](FieldContainer const &container) {
+            constexpr auto own = std::get<I>(XBase::fieldRows());
+            auto const &object = static_cast<XBase const &>(container);
+            return object.makeGetHandle(object.*own.member, own.id);
+        },
+        [](FieldContainer &container) {
+            constexpr auto own = std::get<I>(XBase::fieldRows());
+            auto &object = static_cast<XBase &>(container);
+            return object.makeEditHandle(object.*own.member, own.id);
+        }));
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::initType(TypeBase::InitPhase phase)
+{
+    X::initMethod(phase);
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::exitType(TypeBase::InitPhase phase)
+{
+    X::exitMethod(phase);
+}
+
+// --- fields ---
+
+template <class X, class XBase, class Parent>
+UInt64 ContainerPattern<X, XBase, Parent>::getBinSize(BitVector mask)
+{
+    UInt64 size = Parent::getBinSize(mask);
+    for_each_field<XBase>([this, mask, &size](auto const &row) {
+        if((mask & row.mask()) != 0)
+            size += field_bin_size(base()->*row.member);
+    });
+    return size;
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::copyToBin(ExceptionBinaryDataHandler &handler,
+                                                   BitVector mask)
+{
+    Parent::copyToBin(handler, mask);
+    for_each_field<XBase>([this, mask, &handler](auto const &row) {
+        if((mask & row.mask()) != 0)
+            field_to_bin(handler, base()->*row.member);
+    });
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::copyFromBin(ExceptionBinaryDataHandler &handler,
+                                                     BitVector mask)
+{
+    Parent::copyFromBin(handler, mask);
+    for_each_field<XBase>([this, mask, &handler](auto const &row) {
+        if((mask & row.mask()) == 0)
+            return;
+        this->markEdited(row.mask());
+        field_from_bin(handler, base()->*row.member);
+    });
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::execSync(XBase *from, BitVector whichField,
+                                                  AspectOffsets &offsets, BitVector syncMode,
+                                                  UInt32 syncInfo)
+{
+    Parent::execSync(from, whichField, offsets, syncMode, syncInfo);
+    for_each_field<XBase>([this, from, whichField](auto const &row) {
+        if((whichField & row.mask()) != 0 && from != base())
+            sync_field(base()->*row.member, from->*row.member);
+    });
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::execSyncV(FieldContainer &from, BitVector whichField,
+                                                   AspectOffsets &offsets, BitVector syncMode,
+                                                   UInt32 syncInfo)
+{
+    execSync(static_cast<XBase *>(&from), whichField, offsets, syncMode, syncInfo);
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::resolveLinks()
+{
+    Parent::resolveLinks();
+    for_each_field<XBase>([this](auto const &row) {
+        using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
+        if constexpr(IsPointerField<Field>)
+        {
+            this->markEdited(row.mask());
+            clear_pointers(base()->*row.member);
+        }
+    });
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::changed(BitVector whichField, UInt32 origin,
+                                                 BitVector details)
+{
+    Parent::changed(whichField, origin, details);
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::dump(UInt32, BitVector) const
+{
+    OSG_LOG(LOG_DUMP, "Dump %s NI\n", XBase::getClassname());
+}
+
+template <class X, class XBase, class Parent>
+template <class Field>
+GetFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeGetHandle(Field const &field,
+                                                                    UInt32 id) const
+{
+    return GetFieldHandlePtr(new TypedGetFieldHandle<Field>(XBase::_type.getFieldDesc(id), field,
+                                                            const_cast<XBase *>(base())));
+}
+
+template <class X, class XBase, class Parent>
+template <class Field>
+EditFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeEditHandle(Field &field, UInt32 id)
+{
+    this->markEdited(BitVector(1) << id);
+    return EditFieldHandlePtr(
+        new TypedEditFieldHandle<Field>(XBase::_type.getFieldDesc(id), field, base()));
+}
+} // namespace OSG

@@ -1,0 +1,221 @@
+#include "OSGFieldContainer.h"
+
+#include "OSGChangeList.h"
+#include "OSGFieldContainerFactory.h"
+#include "OSGThread.h"
+
+namespace OSG
+{
+FieldContainerType ReflexiveContainer::_type("ReflexiveContainer", nullptr, "NULL", 0, nullptr,
+                                             nullptr, nullptr, nullptr, false, 0, "", "");
+FieldContainerType FieldContainer::_type("FieldContainer", "ReflexiveContainer", "NULL", 0, nullptr,
+                                         nullptr, nullptr, nullptr, false, 0, "", "");
+
+// --- ReflexiveContainer ---
+
+ReflexiveContainer::~ReflexiveContainer() = default;
+void ReflexiveContainer::onDestroy(UInt32) {}
+void ReflexiveContainer::onDestroyAspect(UInt32, UInt32) {}
+
+UInt32 ReflexiveContainer::getNumFields() const { return getType().getNumFieldDescs(); }
+
+FieldDescriptionBase const *ReflexiveContainer::getFieldDescription(UInt32 id) const
+{
+    return getType().getFieldDesc(id);
+}
+
+FieldDescriptionBase const *ReflexiveContainer::getFieldDescription(char const *name) const
+{
+    return getType().getFieldDesc(name);
+}
+
+namespace
+{
+GetFieldHandlePtr get_handle(FieldDescriptionBase const *description, FieldContainer const &container)
+{
+    return description != nullptr ? description->createGetHandle(container) : GetFieldHandlePtr();
+}
+
+EditFieldHandlePtr edit_handle(FieldDescriptionBase const *description, FieldContainer &container)
+{
+    return description != nullptr ? description->createEditHandle(container) : EditFieldHandlePtr();
+}
+} // namespace
+
+GetFieldHandlePtr ReflexiveContainer::getField(UInt32 id) const
+{
+    return get_handle(getFieldDescription(id), static_cast<FieldContainer const &>(*this));
+}
+
+GetFieldHandlePtr ReflexiveContainer::getField(char const *name) const
+{
+    return get_handle(getFieldDescription(name), static_cast<FieldContainer const &>(*this));
+}
+
+EditFieldHandlePtr ReflexiveContainer::editField(UInt32 id)
+{
+    return edit_handle(getFieldDescription(id), self());
+}
+
+EditFieldHandlePtr ReflexiveContainer::editField(char const *name)
+{
+    return edit_handle(getFieldDescription(name), self());
+}
+
+// --- life and death ---
+
+FieldContainer::~FieldContainer()
+{
+    // Destroyed without a death: a constructor further down has thrown.
+    if(_aspectStore != nullptr)
+        _aspectStore->release();
+}
+
+namespace
+{
+// Containers whose last reference has gone. A container drops references while it ends; those that
+// die of it queue up here, so that a chain of any length ends without recursion.
+struct Mortuary
+{
+    std::vector<FieldContainer *, MemAllocator<FieldContainer *>> waiting;
+    bool atWork = false;
+};
+
+Mortuary &mortuary()
+{
+    static thread_local Mortuary instance;
+    return instance;
+}
+} // namespace
+
+void FieldContainer::subReferenceRecorded()
+{
+    if(--_recordedRefs + _unrecordedRefs <= 0)
+        die();
+}
+
+void FieldContainer::subReferenceUnrecorded()
+{
+    if(--_unrecordedRefs + _recordedRefs <= 0)
+        die();
+}
+
+void FieldContainer::subWeakReference()
+{
+    if(--_weakRefs == 0 && _dead)
+        delete this;
+}
+
+void FieldContainer::die()
+{
+    if(_dead)
+        return;
+    _dead = true;
+
+    Mortuary &queue = mortuary();
+    queue.waiting.push_back(this);
+    if(queue.atWork)
+        return;
+    queue.atWork = true;
+    while(!queue.waiting.empty())
+    {
+        FieldContainer *const container = queue.waiting.back();
+        queue.waiting.pop_back();
+        container->deregister(container->_id);
+    }
+    queue.atWork = false;
+}
+
+void FieldContainer::deregister(UInt32 id)
+{
+    UInt32 const aspect = Thread::getCurrentAspect();
+    onDestroyAspect(id, aspect);
+    if(_aspectStore != nullptr)
+    {
+        AspectStore *const store = _aspectStore;
+        _aspectStore = nullptr;
+        store->setPtrForAspect(nullptr, aspect);
+        if(store->getRefCount() == 1)
+        {
+            onDestroy(id);
+            FieldContainerFactoryBase::the()->deregisterContainer(id);
+        }
+        store->release();
+    }
+    if(_weakRefs > 0)
+    {
+        // The memory stays for those that look at it; what it points to goes now.
+        resolveLinks();
+        takeChangeMask();
+        return;
+    }
+    delete this;
+}
+
+// --- edits ---
+
+void FieldContainer::registerChangedContainer()
+{
+    _changeList = Thread::getCurrentChangeList();
+    _changePlace = _changeList->addChanged(this);
+}
+
+void FieldContainer::registerChangedContainerV() { registerChangedContainer(); }
+
+BitVector FieldContainer::takeChangeMask()
+{
+    BitVector const mask = _changeMask;
+    _changeMask = 0;
+    if(_changeList != nullptr)
+    {
+        _changeList->clearChanged(_changePlace);
+        _changeList = nullptr;
+    }
+    return mask;
+}
+
+// --- entering the system ---
+
+namespace
+{
+constexpr UInt64 NotReported = ~UInt64(0);
+constexpr UInt32 CreatedIdMask = 0x3FFFFFFF;
+} // namespace
+
+void FieldContainer::enterSystem(UInt64 localFlags)
+{
+    _aspectStore = new AspectStore;
+    _aspectStore->addRef();
+    _aspectStore->setPtrForAspect(this, Thread::getCurrentAspect());
+    _id = FieldContainerFactoryBase::the()->registerContainer(this);
+    if(localFlags != NotReported)
+        Thread::getCurrentChangeList()->addCreated(_id & CreatedIdMask, localFlags);
+}
+
+void FieldContainer::enterAspect(FieldContainer const *source)
+{
+    _aspectStore = source->_aspectStore;
+    _id = source->_id;
+    _sharedMask = source->_sharedMask;
+    _aspectStore->addRef();
+    _aspectStore->setPtrForAspect(this, Thread::getCurrentAspect());
+}
+
+// --- what a class without own behaviour does ---
+
+void FieldContainer::changed(BitVector, UInt32, BitVector) {}
+UInt64 FieldContainer::getBinSize(BitVector) { return 0; }
+void FieldContainer::copyToBin(ExceptionBinaryDataHandler &, BitVector) {}
+void FieldContainer::copyFromBin(ExceptionBinaryDataHandler &, BitVector) {}
+FieldContainer *FieldContainer::findNamedComponent(char const *) { return nullptr; }
+TransitPtr<FieldContainer> FieldContainer::shallowCopy() const { return nullptr; }
+TransitPtr<FieldContainer> FieldContainer::shallowCopyLocal(BitVector) const { return nullptr; }
+TransitPtr<FieldContainer> FieldContainer::shallowCopyDependent(BitVector) const { return nullptr; }
+void FieldContainer::invalidateVolume() {}
+bool FieldContainer::unlinkChild(FieldContainer *, UInt16) { return false; }
+void FieldContainer::execSyncV(FieldContainer &, BitVector, AspectOffsets &, BitVector, UInt32) {}
+void FieldContainer::resolveLinks() {}
+FieldContainer *FieldContainer::createAspectCopy(FieldContainer const *) const { return nullptr; }
+bool FieldContainer::linkParent(FieldContainer *, UInt16) { return false; }
+bool FieldContainer::unlinkParent(FieldContainer *, UInt16) { return false; }
+} // namespace OSG

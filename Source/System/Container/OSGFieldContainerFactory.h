@@ -1,0 +1,55 @@
+#pragma once
+
+/// \file
+/// All containers of the process by id, and their types by name.
+
+#include <vector>
+
+#include "OSGBaseTypes.h"
+#include "OSGRefCountPtr.h"
+#include "OSGSingletonHolder.h"
+#include "OSGSystemApi.h"
+
+namespace OSG
+{
+class FieldContainer;
+class FieldContainerType;
+
+/// Guarded by a lock of its own; made on first use, never destroyed.
+class OSG_SYSTEM_API FieldContainerFactoryBase
+{
+  public:
+    static FieldContainerFactoryBase *the();
+
+    // --- containers ---
+    /// Gives a container with an aspect store its id. Ids of dead containers return first in, first
+    /// out; 0 is never given.
+    UInt32 registerContainer(FieldContainer *const &container);
+    void deregisterContainer(UInt32 id);
+    /// The copy of the calling thread's aspect; null for an id that no container has.
+    FieldContainer *getContainer(UInt32 id) const;
+    /// The container that stands for an id of a file or stream being read; the same as getContainer
+    /// where no mapping is in force.
+    FieldContainer *getMappedContainer(UInt32 id) const;
+    UInt32 getNumContainers() const;
+    /// The ids that are given, ascending.
+    std::vector<UInt32> getIds() const;
+
+    // --- types ---
+    /// Null where no container type has that name.
+    FieldContainerType *findType(char const *name) const;
+    /// All container types, parents before children, otherwise in the order of their construction.
+    std::vector<FieldContainerType *> getTypes() const;
+    /// A new object of the type by its prototype; null for unknown and abstract types.
+    TransitPtr<FieldContainer> createContainer(char const *typeName) const;
+
+  private:
+    FieldContainerFactoryBase();
+    ~FieldContainerFactoryBase();
+    struct Data;
+    Data *_data;
+};
+
+template <>
+OSG_SYSTEM_API FieldContainerFactoryBase *SingletonHolder<FieldContainerFactoryBase>::the();
+} // namespace OSG

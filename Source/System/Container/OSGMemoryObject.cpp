@@ -1,0 +1,12 @@
+#include "OSGMemoryObject.h"
+
+namespace OSG
+{
+MemoryObject::~MemoryObject() = default;
+
+void MemoryObject::subReferenceUnrecorded()
+{
+    if(--_references <= 0)
+        delete this;
+}
+} // namespace OSG

@@ -1,0 +1,29 @@
+#pragma once
+
+/// \file
+/// What each thread has of its own: the aspect that it works on, its change list, its local flags.
+
+#include "OSGBaseTypes.h"
+#include "OSGSystemApi.h"
+
+namespace OSG
+{
+class ChangeList;
+
+/// State of the calling thread; made when the thread first asks. A new thread works on aspect 0
+/// with no local flags; threads that run at once use different aspects.
+class OSG_SYSTEM_API Thread
+{
+  public:
+    static UInt32 getCurrentAspect();
+    static void setCurrentAspect(UInt32 aspect);
+
+    /// Never null. Belongs to the thread and ends with it.
+    static ChangeList *getCurrentChangeList();
+
+    /// Flags that `create` and `shallowCopy` make new containers with: bits whose fields stay local
+    /// to this aspect.
+    static UInt64 getCurrentLocalFlags();
+    static void setCurrentLocalFlags(UInt64 flags);
+};
+} // namespace OSG

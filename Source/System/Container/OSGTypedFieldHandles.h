@@ -1,0 +1,169 @@
+#pragma once
+
+/// \file
+/// The handles of each kind of field.
+
+#include "OSGFieldContainer.h"
+#include "OSGFieldHandle.h"
+#include "OSGFieldOperations.h"
+#include "OSGFieldText.h"
+
+namespace OSG
+{
+/// What get and edit handles of a field have in common; `Base` is one of the two.
+template <class Field, class Base>
+class FieldHandleOn : public Base
+{
+  public:
+    FieldHandleOn(FieldDescriptionBase const *description, Field const &field,
+                  FieldContainer *container)
+        : Base(description, container)
+        , _field(field)
+    {}
+
+    UInt32 size() const override
+    {
+        if constexpr(Field::Cardinality == FieldCardinality::Single)
+            return 1;
+        else
+            return static_cast<UInt32>(_field.size());
+    }
+
+    bool equal(FieldHandle const &other) const override
+    {
+        if(&other.getType() != &this->getType() || other.size() != size())
+            return false;
+        Field const *const theirs = field_of(other);
+        return theirs != nullptr && equal_values(*theirs);
+    }
+
+    Field const &field() const { return _field; }
+
+  protected:
+    Field const &_field;
+
+  private:
+    static Field const *field_of(FieldHandle const &handle)
+    {
+        if(auto const *get = dynamic_cast<FieldHandleOn<Field, GetFieldHandle> const *>(&handle))
+            return &get->field();
+        if(auto const *edit = dynamic_cast<FieldHandleOn<Field, EditFieldHandle> const *>(&handle))
+            return &edit->field();
+        return nullptr;
+    }
+
+    bool equal_values(Field const &theirs) const
+    {
+        if constexpr(IsPointerField<Field> && Field::Cardinality == FieldCardinality::Single)
+            return _field.getPointer() == theirs.getPointer();
+        else if constexpr(Field::Cardinality == FieldCardinality::Single)
+            return _field.getValue() == theirs.getValue();
+        else
+            return std::equal(_field.begin(), _field.end(), theirs.begin());
+    }
+};
+
+template <class Field>
+class TypedGetFieldHandle : public FieldHandleOn<Field, GetFieldHandle>
+{
+  public:
+    using FieldHandleOn<Field, GetFieldHandle>::FieldHandleOn;
+
+    void pushIndexedValueToStream(OutStream &out, UInt32 index) const override
+    {
+        if(index >= this->size())
+            return;
+        if constexpr(IsPointerField<Field>)
+        {
+            FieldContainer const *const pointer = getPointer(index);
+            out << (pointer != nullptr ? pointer->getId() : UInt32(0));
+        }
+        else if constexpr(Field::Cardinality == FieldCardinality::Single)
+            value_to_text(out, this->_field.getValue());
+        else
+            value_to_text(out, this->_field[index]);
+    }
+
+    FieldContainer *getPointer([[maybe_unused]] UInt32 index) const override
+    {
+        if constexpr(!IsPointerField<Field>)
+            return nullptr;
+        else if constexpr(Field::Cardinality == FieldCardinality::Single)
+            return this->_field.getPointer();
+        else
+            return index < this->_field.size() ? this->_field.getPointer(index) : nullptr;
+    }
+};
+
+template <class Field>
+class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
+{
+  public:
+    TypedEditFieldHandle(FieldDescriptionBase const *description, Field &field,
+                         FieldContainer *container)
+        : FieldHandleOn<Field, EditFieldHandle>(description, field, container)
+        , _edited(field)
+    {}
+
+    bool pushIndexedValueFromCString(char const *text, UInt32 index) override
+    {
+        if constexpr(IsPointerField<Field>)
+            return false;
+        else if constexpr(Field::Cardinality == FieldCardinality::Single)
+            return index == 0 && value_from_text(text, _edited.getValue());
+        else
+            return index < _edited.size() && value_from_text(text, _edited[index]);
+    }
+
+    bool insertIndexedValueFromCString(char const *text, UInt32 index) override
+    {
+        if constexpr(IsPointerField<Field> || Field::Cardinality == FieldCardinality::Single)
+            return false;
+        else
+        {
+            typename Field::StoredType value{};
+            if(index > _edited.size() || !value_from_text(text, value))
+                return false;
+            _edited.insert(_edited.begin() + index, std::move(value));
+            return true;
+        }
+    }
+
+    bool removeIndex(UInt32 index) override
+    {
+        if constexpr(Field::Cardinality == FieldCardinality::Single)
+            return false;
+        else
+        {
+            if(index >= _edited.size())
+                return false;
+            if constexpr(IsPointerField<Field>)
+                _edited.erase(index);
+            else
+                _edited.erase(_edited.begin() + index);
+            return true;
+        }
+    }
+
+    bool add([[maybe_unused]] FieldContainer *value) override
+    {
+        if constexpr(!IsPointerField<Field>)
+            return false;
+        else
+        {
+            using Pointed = std::remove_pointer_t<typename Field::StoredType>;
+            auto *const target = dynamic_cast<Pointed *>(value);
+            if(value != nullptr && target == nullptr)
+                return false;
+            if constexpr(Field::Cardinality == FieldCardinality::Single)
+                _edited.setValue(target);
+            else
+                _edited.push_back(target);
+            return true;
+        }
+    }
+
+  private:
+    Field &_edited;
+};
+} // namespace OSG

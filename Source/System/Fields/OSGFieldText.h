@@ -1,0 +1,20 @@
+#pragma once
+
+/// \file
+/// Text form of field values: strings as they are, numbers in their shortest exact form, composite
+/// values as numbers separated by ", ". Reading accepts blanks and commas between numbers.
+
+#include <string>
+
+#include "OSGOutStream.h"
+#include "OSGValueFieldTypes.h"
+
+namespace OSG
+{
+#define OSG_DECLARE_FIELD_TEXT(Type, TypeName, FieldName)                                          \
+    OSG_SYSTEM_API void value_to_text(OutStream &out, Type const &value);                          \
+    [[nodiscard]] OSG_SYSTEM_API bool value_from_text(char const *text, Type &value);
+
+OSG_FOR_EACH_FIELD_VALUE(OSG_DECLARE_FIELD_TEXT)
+#undef OSG_DECLARE_FIELD_TEXT
+} // namespace OSG

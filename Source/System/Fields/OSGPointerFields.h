@@ -1,0 +1,248 @@
+#pragma once
+
+/// \file
+/// Pointer fields: counted by a policy, typed by a class. Values are pointers to the containers of
+/// the owner's aspect.
+///
+/// A pointer field is not copied with its container: it starts empty in the copy, and `onCreate`
+/// fills it, so that references are taken by the copy itself.
+
+#include <vector>
+
+#include "OSGFields.h"
+#include "OSGRefCountPolicies.h"
+
+namespace OSG
+{
+class ExceptionBinaryDataHandler;
+class FieldContainer;
+
+/// What all single pointer fields share, whatever they point to.
+class OSG_SYSTEM_API PointerSFieldBase
+{
+  public:
+    static constexpr FieldCardinality Cardinality = FieldCardinality::Single;
+
+    PointerSFieldBase() = default;
+    PointerSFieldBase(PointerSFieldBase const &) = delete;
+    PointerSFieldBase &operator=(PointerSFieldBase const &) = delete;
+    ~PointerSFieldBase() = default;
+
+    FieldContainer *getPointer() const { return _value; }
+    /// A pointer goes out as the 32-bit id of its container, 0 for null.
+    UInt64 getBinSize() const { return sizeof(UInt32); }
+    void copyToBin(ExceptionBinaryDataHandler &handler) const;
+
+  protected:
+    FieldContainer *_value = nullptr;
+};
+
+/// What all multi pointer fields share.
+class OSG_SYSTEM_API PointerMFieldBase
+{
+  public:
+    static constexpr FieldCardinality Cardinality = FieldCardinality::Multi;
+
+    PointerMFieldBase() = default;
+    PointerMFieldBase(PointerMFieldBase const &) = delete;
+    PointerMFieldBase &operator=(PointerMFieldBase const &) = delete;
+    ~PointerMFieldBase() = default;
+
+    UInt32 size() const { return static_cast<UInt32>(_values.size()); }
+    bool empty() const { return _values.empty(); }
+    void reserve(UInt32 count) { _values.reserve(count); }
+    FieldContainer *getPointer(UInt32 index) const { return _values[index]; }
+    /// Place of the first entry that points to `container`, -1 where there is none.
+    Int32 findIndex(FieldContainer const *container) const;
+
+    UInt64 getBinSize() const { return sizeof(UInt32) * (1 + UInt64(_values.size())); }
+    void copyToBin(ExceptionBinaryDataHandler &handler) const;
+
+  protected:
+    std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _values;
+};
+
+template <class Ptr, class Policy, int Namespace>
+class PointerSField;
+template <class Ptr, class Policy, int Namespace>
+class PointerMField;
+
+/// The field type of a policy and cardinality; specialised in the header of each container class.
+template <class T>
+struct PointerFieldTypesOf;
+
+/// Number of a policy in the family of a class's field types.
+template <class Policy>
+struct PolicyNumber;
+template <>
+struct PolicyNumber<RecordedRefCountPolicy>
+{
+    static constexpr int value = 0;
+};
+template <>
+struct PolicyNumber<UnrecordedRefCountPolicy>
+{
+    static constexpr int value = 1;
+};
+template <>
+struct PolicyNumber<WeakRefCountPolicy>
+{
+    static constexpr int value = 2;
+};
+template <>
+struct PolicyNumber<NoRefCountPolicy>
+{
+    static constexpr int value = 3;
+};
+
+template <class T, class Policy, int Namespace>
+class PointerSField<T *, Policy, Namespace> : public PointerSFieldBase
+{
+  public:
+    using StoredType = T *;
+    using PolicyType = Policy;
+
+    PointerSField() = default;
+    ~PointerSField() { Policy::subRef(_value); }
+
+    T *getValue() const
+    {
+        if constexpr(std::is_same_v<Policy, WeakRefCountPolicy>)
+        {
+            if(_value != nullptr && !_value->isAlive())
+                return nullptr;
+        }
+        return static_cast<T *>(_value);
+    }
+    /// Takes the new reference before it drops the old one.
+    void setValue(T *value)
+    {
+        Policy::addRef(static_cast<FieldContainer *>(value));
+        FieldContainer *const old = _value;
+        _value = value;
+        Policy::subRef(old);
+    }
+    /// Puts `value` in, counted, and hands the old pointer with its reference to the caller.
+    [[nodiscard]] FieldContainer *exchangeValue(T *value)
+    {
+        Policy::addRef(static_cast<FieldContainer *>(value));
+        FieldContainer *const old = _value;
+        _value = value;
+        return old;
+    }
+
+    static FieldType const &getClassType()
+    {
+        return PointerFieldTypesOf<T>::getFieldType(PolicyNumber<Policy>::value, Cardinality);
+    }
+};
+
+template <class T, class Policy, int Namespace>
+class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
+{
+  public:
+    using StoredType = T *;
+    using PolicyType = Policy;
+
+    /// Walks the pointers from begin to end.
+    class const_iterator
+    {
+      public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = T *;
+        using difference_type = std::ptrdiff_t;
+        using pointer = T *const *;
+        using reference = T *;
+
+        const_iterator() = default;
+        explicit const_iterator(FieldContainer *const *place) : _place(place) {}
+        T *operator*() const { return static_cast<T *>(*_place); }
+        const_iterator &operator++()
+        {
+            ++_place;
+            return *this;
+        }
+        const_iterator operator++(int) { return const_iterator(_place++); }
+        bool operator==(const_iterator const &other) const { return _place == other._place; }
+
+      private:
+        FieldContainer *const *_place = nullptr;
+    };
+
+    PointerMField() = default;
+    ~PointerMField() { clear(); }
+
+    T *operator[](UInt32 index) const { return static_cast<T *>(_values[index]); }
+    T *front() const { return static_cast<T *>(_values.front()); }
+    T *back() const { return static_cast<T *>(_values.back()); }
+    const_iterator begin() const { return const_iterator(_values.data()); }
+    const_iterator end() const { return const_iterator(_values.data() + _values.size()); }
+
+    void push_back(T *value)
+    {
+        _values.push_back(value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
+    }
+    /// Before the entry at `index`, which may be size().
+    void insert(UInt32 index, T *value)
+    {
+        _values.insert(_values.begin() + index, value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
+    }
+    void replace(UInt32 index, T *value)
+    {
+        Policy::addRef(static_cast<FieldContainer *>(value));
+        FieldContainer *const old = _values[index];
+        _values[index] = value;
+        Policy::subRef(old);
+    }
+    /// New entries are null.
+    void resize(UInt32 size)
+    {
+        while(_values.size() > size)
+            erase(static_cast<UInt32>(_values.size()) - 1);
+        _values.resize(size, nullptr);
+    }
+    void erase(UInt32 index)
+    {
+        FieldContainer *const old = _values[index];
+        _values.erase(_values.begin() + index);
+        Policy::subRef(old);
+    }
+    void clear()
+    {
+        std::vector<FieldContainer *, MemAllocator<FieldContainer *>> old;
+        old.swap(_values);
+        for(FieldContainer *value : old)
+            Policy::subRef(value);
+    }
+
+    static FieldType const &getClassType()
+    {
+        return PointerFieldTypesOf<T>::getFieldType(PolicyNumber<Policy>::value, Cardinality);
+    }
+};
+
+/// The children of a container: each has the owner as its one parent.
+template <class Ptr, class Policy, int Namespace>
+class ChildPointerMField : public PointerMField<Ptr, Policy, Namespace>
+{};
+
+/// The run-time types of the pointers to a class: the pointer type, then the field types by policy
+/// (Rec, Unrec, Weak, Unrefd), single before multi.
+class OSG_SYSTEM_API PointerTypeFamily
+{
+  public:
+    /// `names` are the nine names in that order; all are literals.
+    PointerTypeFamily(char const *const (&names)[9], char const *parentPointer,
+                      DataType const &pointedTo);
+
+    DataType const &getPointerType() const { return _pointer; }
+    FieldType const &getFieldType(int policy, FieldCardinality cardinality) const;
+
+  private:
+    PointerType _pointer;
+    FieldType _single[4];
+    FieldType _multi[4];
+};
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGAttachment.h"
+
+namespace OSG
+{
+Attachment::~Attachment() = default;
+} // namespace OSG

@@ -1,0 +1,52 @@
+#include "OSGAttachmentContainer.h"
+
+#include <cstring>
+
+#include "OSGName.h"
+
+namespace OSG
+{
+AttachmentContainer::~AttachmentContainer() = default;
+
+void AttachmentContainer::addAttachment(Attachment *attachment)
+{
+    if(attachment == nullptr)
+        return;
+    markEdited(AttachmentsFieldMask);
+    for(UInt32 i = 0; i < _mfAttachments.size(); ++i)
+    {
+        if(_mfAttachments[i]->getGroupId() == attachment->getGroupId())
+        {
+            _mfAttachments.replace(i, attachment);
+            return;
+        }
+    }
+    _mfAttachments.push_back(attachment);
+}
+
+bool AttachmentContainer::subAttachment(Attachment *attachment)
+{
+    Int32 const index = _mfAttachments.findIndex(attachment);
+    if(index < 0)
+        return false;
+    markEdited(AttachmentsFieldMask);
+    _mfAttachments.erase(static_cast<UInt32>(index));
+    return true;
+}
+
+Attachment *AttachmentContainer::findAttachment(UInt32 groupId) const
+{
+    for(Attachment *attachment : _mfAttachments)
+    {
+        if(attachment->getGroupId() == groupId)
+            return attachment;
+    }
+    return nullptr;
+}
+
+FieldContainer *AttachmentContainer::findNamedComponent(char const *name)
+{
+    char const *const own = OSG::getName(this);
+    return own != nullptr && name != nullptr && std::strcmp(own, name) == 0 ? this : nullptr;
+}
+} // namespace OSG

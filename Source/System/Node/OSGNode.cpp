@@ -1,0 +1,263 @@
+#include "OSGNode.h"
+
+#include <algorithm>
+
+#include "OSGLog.h"
+#include "OSGName.h"
+#include "OSGNodeWalker.h"
+
+namespace OSG
+{
+Node::Node()
+{
+    // Not looked at yet.
+    _sfVolume.getValue().setValid(false);
+}
+
+Node::~Node()
+{
+    orphanChildren();
+    leaveCore();
+}
+
+// --- core ---
+
+// A core may be shown by very many nodes: each node knows its place in the core's list, so that
+// leaving is a swap with the last one.
+void Node::enterCore(NodeCore *core)
+{
+    _coreSlot = static_cast<UInt32>(core->_parents.size());
+    core->_parents.push_back(this);
+}
+
+void Node::leaveCore()
+{
+    NodeCore *const core = getCore();
+    if(core == nullptr)
+        return;
+    NodeCore::ParentList &parents = core->_parents;
+    parents[_coreSlot] = parents.back();
+    parents[_coreSlot]->_coreSlot = _coreSlot;
+    parents.pop_back();
+}
+
+void Node::setCore(NodeCore *core)
+{
+    if(core == getCore())
+        return;
+    UnrecordedRefPtr<NodeCore> const keep(core);
+    leaveCore();
+    if(core != nullptr)
+        enterCore(core);
+    NodeBase::setCore(core);
+    invalidateVolume();
+}
+
+void Node::onCreate(Node const *source)
+{
+    Pattern::onCreate(source);
+    // The pattern has copied the pointer; the core learns of it here.
+    if(getCore() != nullptr)
+        enterCore(getCore());
+}
+
+void Node::resolveLinks()
+{
+    orphanChildren();
+    leaveCore();
+    NodeBase::resolveLinks();
+}
+
+// --- tree ---
+
+void Node::orphanChildren()
+{
+    for(Node *child : _mfChildren)
+        child->_parent = nullptr;
+}
+
+bool Node::isBelow(Node const *ancestor) const
+{
+    for(Node const *node = this; node != nullptr; node = node->_parent)
+    {
+        if(node == ancestor)
+            return true;
+    }
+    return false;
+}
+
+void Node::addChild(Node *child)
+{
+    if(child == nullptr || (child->getNChildren() != 0 || child == this ? isBelow(child) : false))
+    {
+        OSG_LOG_WARNING("Node::addChild: null or an ancestor of the node is no child\n");
+        return;
+    }
+    UnrecordedRefPtr<Node> const keep(child);
+    if(child->_parent != nullptr)
+        child->_parent->subChild(child);
+    markEdited(ChildrenFieldMask);
+    child->_childSlot = _mfChildren.size();
+    _mfChildren.push_back(child);
+    child->_parent = this;
+    invalidateVolume();
+}
+
+Int32 Node::findChild(Node const *child) const
+{
+    if(child == nullptr || child->_parent != this)
+        return -1;
+    // Mostly it is where it was last seen, or others before it have all been taken away.
+    UInt32 const last = _mfChildren.size() - 1;
+    UInt32 place = std::min(child->_childSlot, last);
+    if(_mfChildren[place] != child)
+        place = _mfChildren[0] == child ? 0 : last;
+    while(_mfChildren[place] != child)
+        --place;
+    child->_childSlot = place;
+    return static_cast<Int32>(place);
+}
+
+void Node::subChild(UInt32 index)
+{
+    if(index < getNChildren())
+        takeOut(index);
+}
+
+void Node::subChild(Node *child)
+{
+    Int32 const index = findChild(child);
+    if(index >= 0)
+        takeOut(static_cast<UInt32>(index));
+}
+
+void Node::takeOut(UInt32 index)
+{
+    markEdited(ChildrenFieldMask);
+    getChild(index)->_parent = nullptr;
+    invalidateVolume();
+    _mfChildren.erase(index);
+}
+
+bool Node::unlinkChild(FieldContainer *child, UInt16 fieldId)
+{
+    if(fieldId == CoreFieldId && child != nullptr && child == getCore())
+    {
+        setCore(nullptr);
+        return true;
+    }
+    Int32 const index = fieldId == ChildrenFieldId ? _mfChildren.findIndex(child) : -1;
+    if(index < 0)
+        return false;
+    takeOut(static_cast<UInt32>(index));
+    return true;
+}
+
+// --- bounding volume ---
+
+BoxVolume &Node::editVolume()
+{
+    markEdited(VolumeFieldMask);
+    return _sfVolume.getValue();
+}
+
+void Node::invalidateVolume()
+{
+    // Above a node that is out of date everything is.
+    for(Node *node = this; node != nullptr && node->getVolume().isValid(); node = node->_parent)
+        node->editVolume().setValid(false);
+}
+
+namespace
+{
+struct VolumeUpdate
+{
+    Node *current = nullptr;
+
+    bool enter(Node *node)
+    {
+        current = node;
+        return !node->getVolume().isValid();
+    }
+
+    bool takeAdded(std::vector<Node *> &nodes)
+    {
+        NodeCore const *const core = current->getCore();
+        Node *const other = core != nullptr ? core->getOtherTree() : nullptr;
+        if(other == nullptr)
+            return false;
+        nodes.assign(current->getMFChildren()->begin(), current->getMFChildren()->end());
+        nodes.push_back(other);
+        return true;
+    }
+
+    void leave(Node *node)
+    {
+        BoxVolume volume;
+        volume.setEmpty();
+        for(UInt32 i = 0; i < node->getNChildren(); ++i)
+            extend(volume, node->getChild(i)->getVolume());
+        if(node->getCore() != nullptr)
+            node->getCore()->adjustVolume(volume);
+        volume.setValid(true);
+        node->editVolume() = volume;
+    }
+};
+} // namespace
+
+void Node::updateVolume()
+{
+    VolumeUpdate update;
+    NodeWalker().walk(this, update);
+}
+
+void Node::getWorldVolume(BoxVolume &world)
+{
+    updateVolume();
+    world = getVolume();
+    if(_parent != nullptr)
+        world.transform(_parent->getToWorld());
+}
+
+Matrix Node::getToWorld() const
+{
+    std::vector<Node const *> path;
+    for(Node const *node = this; node != nullptr; node = node->_parent)
+        path.push_back(node);
+    Matrix matrix;
+    for(auto node = path.rbegin(); node != path.rend(); ++node)
+    {
+        if((*node)->getCore() != nullptr)
+            (*node)->getCore()->accumulateMatrix(matrix);
+    }
+    return matrix;
+}
+
+// --- names ---
+
+namespace
+{
+struct NameSearch
+{
+    char const *name;
+    FieldContainer *found = nullptr;
+
+    bool enter(Node *node)
+    {
+        if(found == nullptr)
+            found = node->AttachmentContainer::findNamedComponent(name);
+        if(found == nullptr && node->getCore() != nullptr)
+            found = node->getCore()->findNamedComponent(name);
+        return found == nullptr;
+    }
+    void leave(Node *) {}
+};
+} // namespace
+
+FieldContainer *Node::findNamedComponent(char const *name)
+{
+    NameSearch search{name};
+    walk_children(this, search);
+    return search.found;
+}
+} // namespace OSG

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "OSGNodeBase.h"
+
+namespace OSG
+{
+/// An element of the scene's tree. It owns its children and shares its core; its parent is known
+/// but not counted, and a node has one at most.
+class OSG_SYSTEM_API Node : public NodeBase
+{
+  public:
+    // --- core ---
+    /// Null for a node without a core; it groups its children then.
+    NodeCore *getCore() const { return NodeBase::getCore(); }
+    /// The new core is referenced before the old one is released. Null takes the core away.
+    void setCore(NodeCore *core);
+
+    // --- tree ---
+    Node *getParent() const { return _parent; }
+    UInt32 getNChildren() const { return _mfChildren.size(); }
+    /// `index` is below getNChildren().
+    Node *getChild(UInt32 index) const { return _mfChildren[index]; }
+    /// Appends `child`, which leaves the parent that it has. Null, the node itself and its own
+    /// ancestors are refused with a warning: the tree stays a tree.
+    void addChild(Node *child);
+    /// Takes the child out; later ones close up. It loses a reference and ends with the last one.
+    /// An index beyond the children or a node that is no child here does nothing.
+    void subChild(UInt32 index);
+    void subChild(Node *child);
+    /// Place among the children; -1 for a node that is no child here.
+    Int32 findChild(Node const *child) const;
+
+    // --- bounding volume ---
+    /// Box of the subtree in the parent's coordinates, as it stands: see updateVolume().
+    BoxVolume const &getVolume() const { return _sfVolume.getValue(); }
+    /// For hosts that set a box of their own; it stays until the next invalidateVolume().
+    BoxVolume &editVolume();
+    /// Brings the boxes of the subtree up to date where they are not.
+    void updateVolume();
+    /// Marks this box and those of all ancestors as out of date.
+    void invalidateVolume() override;
+    /// The node's box in world space; updated first.
+    void getWorldVolume(BoxVolume &world);
+
+    /// Product of the matrices of all cores from the root down to this node.
+    Matrix getToWorld() const;
+
+    /// The first node of that name in the subtree, or a core of one; null where there is none.
+    FieldContainer *findNamedComponent(char const *name) override;
+    bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
+    void resolveLinks() override;
+
+  protected:
+    Node();
+    Node(Node const &source) : NodeBase(source) {}
+    ~Node() override;
+
+    void onCreate(Node const *source);
+
+    friend Pattern;
+
+  private:
+    void enterCore(NodeCore *core);
+    void leaveCore();
+    void takeOut(UInt32 index);
+    void orphanChildren();
+    bool isBelow(Node const *ancestor) const;
+
+    Node *_parent = nullptr;
+    UInt32 _coreSlot = 0;          // place of this node in the core's parent list
+    mutable UInt32 _childSlot = 0; // where the parent last had it among its children
+};
+} // namespace OSG
