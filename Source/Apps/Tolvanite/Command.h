@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "Tool.h"
+
+namespace Tool
+{
+/// What every command understands.
+struct CommonOptions
+{
+    bool json = false;
+    bool quiet = false;
+    bool verbose = false;
+};
+
+/// Sets the level of the log: warnings and worse, or progress where --verbose asks for it.
+void applyLogLevel(CommonOptions const &options);
+
+/// The command that the command line asks for, set by the parse, run after it.
+using ChosenCommand = std::function<int(Streams)>;
+
+/// Adds a command of that name to the program with the common options. `options`, which derives
+/// from CommonOptions, lives as long as the program's parser; `run` is called with what the parse
+/// has left in it.
+template <class Options>
+CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
+                     std::shared_ptr<Options> const &options, int (*run)(Options const &, Streams),
+                     ChosenCommand &chosen)
+{
+    CLI::App &command = *program.add_subcommand(name, purpose);
+    command.add_flag("--json", options->json, "Print JSON instead of a table");
+    command.add_flag("--quiet", options->quiet, "No progress bar");
+    command.add_flag("--verbose", options->verbose, "Log progress messages too");
+    command.callback(
+        [options, run, &chosen]
+        {
+            chosen = [options, run](Streams streams)
+            {
+                applyLogLevel(*options);
+                return run(*options, streams);
+            };
+        });
+    return command;
+}
+
+// One function per command, each in the source of its name.
+void addInfoCommand(CLI::App &program, ChosenCommand &chosen);
+void addDumpCommand(CLI::App &program, ChosenCommand &chosen);
+void addSelectCommand(CLI::App &program, ChosenCommand &chosen);
+void addFormatsCommand(CLI::App &program, ChosenCommand &chosen);
+void addTypesCommand(CLI::App &program, ChosenCommand &chosen);
+} // namespace Tool

@@ -1,0 +1,78 @@
+#include "JsonWriter.h"
+
+#include <cmath>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+namespace Tool
+{
+namespace
+{
+template <class T>
+std::string shortest(T number)
+{
+    if(std::isnan(number))
+        return "\"nan\"";
+    if(std::isinf(number))
+        return number > 0 ? "\"inf\"" : "\"-inf\"";
+    char digits[32];
+    auto const end = std::to_chars(digits, digits + sizeof(digits), number).ptr;
+    return {digits, end};
+}
+} // namespace
+
+JsonWriter &JsonWriter::key(std::string_view name)
+{
+    separate();
+    _out << nlohmann::json(name) << ':';
+    _afterKey = true;
+    return *this;
+}
+
+JsonWriter &JsonWriter::value(float number) { return raw(shortest(number)); }
+
+JsonWriter &JsonWriter::value(double number) { return raw(shortest(number)); }
+
+JsonWriter &JsonWriter::value(bool truth) { return raw(truth ? "true" : "false"); }
+
+JsonWriter &JsonWriter::value(std::string_view text)
+{
+    using Json = nlohmann::json;
+    return raw(Json(text).dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
+JsonWriter &JsonWriter::open(char bracket)
+{
+    separate();
+    _out << bracket;
+    _hasElements.push_back(false);
+    return *this;
+}
+
+JsonWriter &JsonWriter::close(char bracket)
+{
+    _hasElements.pop_back();
+    _out << bracket;
+    return *this;
+}
+
+JsonWriter &JsonWriter::raw(std::string_view text)
+{
+    separate();
+    _out << text;
+    return *this;
+}
+
+void JsonWriter::separate()
+{
+    if(_afterKey)
+        _afterKey = false;
+    else if(!_hasElements.empty())
+    {
+        if(_hasElements.back())
+            _out << ',';
+        _hasElements.back() = true;
+    }
+}
+} // namespace Tool

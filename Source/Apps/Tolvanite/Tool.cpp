@@ -1,0 +1,73 @@
+#include "Tool.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "Command.h"
+#include "OSGLog.h"
+
+namespace Tool
+{
+namespace
+{
+// The words behind the program's name, last first, as the parser takes them. A number such as -.5
+// would pass for an option with the name of a dot.
+std::vector<std::string> words_of(int argc, char const *const *argv)
+{
+    std::vector<std::string> words(argv + 1, argv + argc);
+    for(std::string &word : words)
+        if(word.size() > 2 && word[0] == '-' && word[1] == '.')
+            word.insert(1, "0");
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
+// CLI11 may say more than one line; people are told the first.
+int complain(std::string const &message, Streams streams)
+{
+    streams.err << "tolvanite: " << message.substr(0, message.find('\n')) << '\n';
+    return Misused;
+}
+} // namespace
+
+void applyLogLevel(CommonOptions const &options)
+{
+    OSG::doInitLog();
+    OSG::osgLogP->setLogLevel(options.verbose ? OSG::LOG_PROGRESS : OSG::LOG_WARNING);
+}
+
+int runTool(int argc, char const *const *argv, Streams streams)
+{
+    CLI::App program("Looks into scenes: what they hold, what lies where.", "tolvanite");
+    program.set_version_flag("--version", "tolvanite " TOLVANITE_VERSION);
+    program.require_subcommand(1);
+    ChosenCommand chosen;
+    addInfoCommand(program, chosen);
+    addDumpCommand(program, chosen);
+    addSelectCommand(program, chosen);
+    addFormatsCommand(program, chosen);
+    addTypesCommand(program, chosen);
+
+    try
+    {
+        program.parse(words_of(argc, argv));
+        return chosen(streams);
+    }
+    catch(CLI::ParseError const &error)
+    {
+        if(error.get_exit_code() == 0) // --help and --version
+            return program.exit(error, streams.out, streams.err);
+        bool const names_no_command = program.get_subcommands().empty() && argc > 1;
+        if(names_no_command && argv[1][0] != '-')
+            return complain("no command " + std::string(argv[1]), streams);
+        return complain(error.what(), streams);
+    }
+    catch(std::bad_alloc const &)
+    {
+        streams.err << "tolvanite: out of memory\n";
+        return Failed;
+    }
+}
+} // namespace Tool

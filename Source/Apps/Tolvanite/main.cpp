@@ -1,0 +1,18 @@
+#include <iostream>
+
+#include "OSGSystem.h"
+#include "Tool.h"
+
+int main(int argc, char **argv)
+{
+    OSG::startUp();
+    int status = Tool::runTool(argc, argv, {std::cout, std::cerr});
+    // A result that did not get through is no success.
+    if(!std::cout.flush() && status == Tool::Success)
+    {
+        std::cerr << "tolvanite: cannot write the result\n";
+        status = Tool::Failed;
+    }
+    OSG::shutDown();
+    return status;
+}

@@ -1,0 +1,66 @@
+#!/usr/bin/env python3
+"""Runs the benchmark programs of a folder and prints our times beside those of the peers.
+
+    bench_ratios.py FOLDER [OPTION...]
+
+A program is a file named *Benchmarks; the options go to each. Benchmarks are named CASE/ours and
+CASE/PEER; those of a case run interleaved in one process, seven repetitions each unless an option
+says otherwise. Printed per case: the median time with its range, and the ratio of the medians
+with the least and the greatest ratio that the ranges allow. Below 1 we are faster.
+"""
+import json
+import pathlib
+import re
+import statistics
+import subprocess
+import sys
+
+MODIFIERS = re.compile(r"(/(iterations|repeats|min_time|min_warmup_time|real_time|process_time"
+                       r"|manual_time|threads)(:[^/]*)?)+$")
+
+
+def run(program, options):
+    """Milliseconds of every repetition by case and contender."""
+    print(f"running {program.name}", file=sys.stderr)
+    command = [str(program), "--benchmark_format=json", "--benchmark_repetitions=7",
+               "--benchmark_enable_random_interleaving=true", *options]
+    result = subprocess.run(command, stdout=subprocess.PIPE, check=True, text=True)
+    times = {}
+    for entry in json.loads(result.stdout)["benchmarks"]:
+        if entry.get("error_occurred"):
+            raise SystemExit(f"{entry['name']}: {entry['error_message']}")
+        if entry.get("run_type") != "iteration":
+            continue
+        case, _, contender = MODIFIERS.sub("", entry["run_name"]).rpartition("/")
+        scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}[entry["time_unit"]]
+        times.setdefault(case, {}).setdefault(contender, []).append(entry["real_time"] * scale)
+    return times
+
+
+def describe(values):
+    return f"{statistics.median(values):10.3f} ms ({min(values):.3f} to {max(values):.3f})"
+
+
+def report(case, contenders):
+    print(case)
+    for name, values in contenders.items():
+        print(f"  {name:<16}{describe(values)}")
+    ours = contenders.get("ours")
+    for name, values in contenders.items():
+        if ours and name != "ours":
+            ratio = statistics.median(ours) / statistics.median(values)
+            print(f"  ours / {name}: {ratio:.2f} "
+                  f"({min(ours) / max(values):.2f} to {max(ours) / min(values):.2f})")
+
+
+def main():
+    programs = sorted(pathlib.Path(sys.argv[1]).glob("*Benchmarks"))
+    if not programs:
+        raise SystemExit(f"no benchmark program in {sys.argv[1]}")
+    for program in programs:
+        for case, contenders in run(program, sys.argv[2:]).items():
+            report(case, contenders)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,37 @@
+#!/usr/bin/env python3
+"""Holds the time that a source takes to compile.
+
+    compile_times.py NINJA_LOG [LIMIT]
+
+Prints the five slowest objects and precompiled headers of a build and ends with status 1 if one
+took longer than LIMIT seconds (15). The times are ninja's, wall clock with as many compilers
+beside each other as the machine has cores; only the last build of an object counts.
+"""
+import sys
+
+
+def read_log(path):
+    seconds = {}
+    with open(path, encoding="utf-8") as log:
+        for line in log:
+            parts = line.rstrip("\n").split("\t")
+            if len(parts) < 4 or line.startswith("#"):
+                continue
+            if parts[3].endswith((".o", ".gch")):
+                seconds[parts[3]] = (int(parts[1]) - int(parts[0])) / 1000
+    return seconds
+
+
+def main():
+    limit = float(sys.argv[2]) if len(sys.argv) > 2 else 15.0
+    seconds = read_log(sys.argv[1])
+    slowest = sorted(seconds, key=seconds.get, reverse=True)
+    for name in slowest[:5]:
+        print(f"{seconds[name]:7.1f} s  {name}")
+    beyond = [name for name in slowest if seconds[name] > limit]
+    print(f"{len(seconds)} sources in {sum(seconds.values()):.0f} s, {len(beyond)} over {limit:g} s")
+    return 1 if beyond or not seconds else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

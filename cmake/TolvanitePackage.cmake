@@ -1,0 +1,20 @@
+# What is installed beside the units, so that others find them: the CMake package Tolvanite with a
+# target per unit, and pkg-config's tolvanite with all of them.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Tolvanite)
+configure_package_config_file(${CMAKE_SOURCE_DIR}/cmake/TolvaniteConfig.cmake.in
+    ${CMAKE_BINARY_DIR}/TolvaniteConfig.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/TolvaniteConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/TolvaniteConfig.cmake ${CMAKE_BINARY_DIR}/TolvaniteConfigVersion.cmake
+    DESTINATION ${package_dir})
+install(EXPORT TolvaniteTargets NAMESPACE Tolvanite:: DESTINATION ${package_dir})
+
+# Highest unit first: a linker that drops what nobody has asked for yet reads from left to right.
+get_property(units GLOBAL PROPERTY TOLVANITE_UNITS)
+list(REVERSE units)
+list(TRANSFORM units PREPEND "-lOSG" OUTPUT_VARIABLE unit_flags)
+list(JOIN unit_flags " " TOLVANITE_LIBRARY_FLAGS)
+configure_file(${CMAKE_SOURCE_DIR}/cmake/tolvanite.pc.in ${CMAKE_BINARY_DIR}/tolvanite.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/tolvanite.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
