@@ -184,7 +184,7 @@ bool ReadBuffer::readLongReal32(Real32 &value)
 std::string_view ReadBuffer::lineRest()
 {
     if(!enter())
-        return {};
+        return std::string_view("", 0);
     std::size_t length = 0;
     bool found = false;
     for(;;)
