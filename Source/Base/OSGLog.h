@@ -18,10 +18,10 @@ namespace OSG
 {
 enum LogLevel : int
 {
-    LOG_DUMP = 0,     ///< what `dump` prints
+    LOG_DUMP = 0, ///< what `dump` prints
     LOG_FATAL = 1,
     LOG_WARNING = 2,
-    LOG_NOTICE = 3,   ///< input that an engine does not know
+    LOG_NOTICE = 3, ///< input that an engine does not know
     LOG_INFO = 4,
     LOG_PROGRESS = 5
 };
@@ -54,7 +54,8 @@ class OSG_BASE_API Log
     std::ostream &nilstream();
     /// Stream that header and text are written to; std::cerr by default. Not owned.
     void setStream(std::ostream &out);
-    /// Receives every message that is let through, in place of the stream; null restores the stream.
+    /// Receives every message that is let through, in place of the stream; null restores the
+    /// stream.
     void setSink(LogSink sink, void *user);
 
     // --- writing; hold the lock around header and text ---
@@ -98,8 +99,7 @@ OSG_BASE_API void logMessage(LogLevel level, char const *file, UInt32 line, char
                              char const *format, ...) __attribute__((format(printf, 5, 6)));
 } // namespace OSG
 
-#define OSG_LOG(level, ...)                                                                        \
-    ::OSG::logMessage(level, __FILE__, __LINE__, __func__, __VA_ARGS__)
+#define OSG_LOG(level, ...) ::OSG::logMessage(level, __FILE__, __LINE__, __func__, __VA_ARGS__)
 #define OSG_LOG_FATAL(...) OSG_LOG(::OSG::LOG_FATAL, __VA_ARGS__)
 #define OSG_LOG_WARNING(...) OSG_LOG(::OSG::LOG_WARNING, __VA_ARGS__)
 #define OSG_LOG_NOTICE(...) OSG_LOG(::OSG::LOG_NOTICE, __VA_ARGS__)

@@ -46,7 +46,8 @@ struct MemAllocator
     MemAllocator() = default;
     template <class U>
     MemAllocator(MemAllocator<U> const &) noexcept
-    {}
+    {
+    }
 
     T *allocate(std::size_t n)
     {

@@ -1,0 +1,23 @@
+#include "OSGIOFileType.h"
+
+namespace OSG
+{
+IOFileTypeBase::IOFileTypeBase(char const *suffixes[], UInt16 sizeInBytes, bool override,
+                               UInt32 overridePriority, UInt32 flags)
+    : _override(override)
+    , _overridePriority(overridePriority)
+    , _flags(flags)
+{
+    for(std::size_t i = 0; i < sizeInBytes / sizeof(char const *); ++i)
+    {
+        if(suffixes[i] != nullptr)
+            _suffixList.emplace_back(suffixes[i]);
+    }
+}
+
+IOFileTypeBase::IOFileTypeBase(IOFileTypeBase const &) = default;
+
+IOFileTypeBase::~IOFileTypeBase() = default;
+
+std::list<std::string> &IOFileTypeBase::suffixList() { return _suffixList; }
+} // namespace OSG

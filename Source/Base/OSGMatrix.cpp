@@ -1,0 +1,122 @@
+#include "OSGMatrix.h"
+
+#include <cmath>
+#include <utility>
+
+#include "OSGLog.h"
+
+namespace OSG
+{
+void warnZeroW() { OSG_LOG_WARNING("TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n"); }
+
+namespace
+{
+constexpr double singular_determinant = 1e-30;
+
+/// The 2 by 2 minors of the upper and of the lower two rows of m, after which both the determinant
+/// and every cofactor are sums of six products (Laplace expansion along two rows). Pair i stands
+/// for the columns (0,1) (0,2) (0,3) (1,2) (1,3) (2,3).
+struct RowPairMinors
+{
+    template <class T>
+    explicit RowPairMinors(TransformationMatrix<T> const &m)
+    {
+        int pair = 0;
+        for(int a = 0; a < 3; ++a)
+        {
+            for(int b = a + 1; b < 4; ++b, ++pair)
+            {
+                upper[pair] = double(m[a][0]) * m[b][1] - double(m[b][0]) * m[a][1];
+                lower[pair] = double(m[a][2]) * m[b][3] - double(m[b][2]) * m[a][3];
+            }
+        }
+    }
+
+    double determinant() const
+    {
+        return upper[0] * lower[5] - upper[1] * lower[4] + upper[2] * lower[3] +
+               upper[3] * lower[2] - upper[4] * lower[1] + upper[5] * lower[0];
+    }
+
+    double upper[6];
+    double lower[6];
+};
+
+// Cofactor of the element in column a, row r: the other three columns in the other row of r's pair,
+// each against the minor of the opposite pair of rows that leaves a and this column out.
+constexpr int others[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
+constexpr int pairs[4][3] = {{5, 4, 3}, {5, 2, 1}, {4, 2, 0}, {3, 1, 0}};
+} // namespace
+
+template <class T>
+void TransformationMatrix<T>::setRotate(Quaternion const &rotation)
+{
+    T const x = rotation.x();
+    T const y = rotation.y();
+    T const z = rotation.z();
+    T const w = rotation.w();
+    T const o(0);
+    _columns[0] = Column(1 - 2 * (y * y + z * z), 2 * (w * z + x * y), 2 * (x * z - w * y), o);
+    _columns[1] = Column(2 * (x * y - w * z), 1 - 2 * (x * x + z * z), 2 * (w * x + z * y), o);
+    _columns[2] = Column(2 * (w * y + x * z), 2 * (z * y - w * x), 1 - 2 * (x * x + y * y), o);
+    _columns[3] = Column(o, o, o, T(1));
+}
+
+template <class T>
+void TransformationMatrix<T>::transpose()
+{
+    for(UInt32 c = 0; c < 4; ++c)
+    {
+        for(UInt32 r = c + 1; r < 4; ++r)
+            std::swap(_columns[c][r], _columns[r][c]);
+    }
+}
+
+template <class T>
+double TransformationMatrix<T>::determinant() const
+{
+    return RowPairMinors(*this).determinant();
+}
+
+template <class T>
+bool TransformationMatrix<T>::invertFrom(TransformationMatrix const &source)
+{
+    RowPairMinors const minors(source);
+    double const determinant = minors.determinant();
+    if(std::abs(determinant) < singular_determinant)
+    {
+        OSG_LOG_WARNING("TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n");
+        setIdentity();
+        return false;
+    }
+    TransformationMatrix inverse;
+    for(int a = 0; a < 4; ++a)
+    {
+        for(int r = 0; r < 4; ++r)
+        {
+            double const *const opposite = r < 2 ? minors.lower : minors.upper;
+            int const partner = r ^ 1;
+            double const cofactor = source[others[a][0]][partner] * opposite[pairs[a][0]] -
+                                    source[others[a][1]][partner] * opposite[pairs[a][1]] +
+                                    source[others[a][2]][partner] * opposite[pairs[a][2]];
+            bool const negative = ((a + r) & 1) != 0;
+            inverse[r][a] = static_cast<T>((negative ? -cofactor : cofactor) / determinant);
+        }
+    }
+    *this = inverse;
+    return true;
+}
+
+template <class T>
+bool TransformationMatrix<T>::equals(TransformationMatrix const &other, T tolerance) const
+{
+    for(UInt32 c = 0; c < 4; ++c)
+    {
+        if(!_columns[c].equals(other[c], tolerance))
+            return false;
+    }
+    return true;
+}
+
+template class TransformationMatrix<Real32>;
+} // namespace OSG

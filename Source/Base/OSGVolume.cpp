@@ -1,0 +1,6 @@
+#include "OSGVolume.h"
+
+namespace OSG
+{
+Volume::~Volume() = default;
+} // namespace OSG
