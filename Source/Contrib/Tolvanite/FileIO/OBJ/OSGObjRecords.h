@@ -1,0 +1,133 @@
+#pragma once
+
+/// \file
+/// What one read of an OBJ file collects before any node is made: tie points, faces, material runs.
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "OSGContribTolvaniteApi.h"
+#include "OSGMemManager.h"
+#include "OSGVector.h"
+
+namespace OSG
+{
+/// The kinds of elements that a face refers to, in the order of "7/2/5".
+enum ObjIndexKind : UInt32
+{
+    ObjPositionIndex = 0,
+    ObjTexCoordIndex = 1,
+    ObjNormalIndex = 2,
+    ObjIndexKindCount = 3
+};
+
+/// One corner of a face: zero-based indices by kind. -1: none was given. What a file names is kept
+/// whether or not it exists, so any value may occur; negative ones count as not given.
+struct ObjTiePoint
+{
+    Int32 index[ObjIndexKindCount] = {-1, -1, -1};
+
+    bool operator==(ObjTiePoint const &) const = default;
+};
+
+/// The arrays that the elements of a file are appended to. Not owned: they are those of the
+/// properties that the geometries will share.
+struct ObjVertexArrays
+{
+    std::vector<Pnt3f, MemAllocator<Pnt3f>> &positions;
+    std::vector<Vec2f, MemAllocator<Vec2f>> &texCoords;
+    std::vector<Vec3f, MemAllocator<Vec3f>> &normals;
+};
+
+/// The faces of a material run, newest first: for(std::span<ObjTiePoint const> face : faces).
+/// The corners of a face stand in the order of its line.
+class ObjFaces
+{
+  public:
+    class Iterator
+    {
+      public:
+        Iterator(UInt32 const *behindSize, ObjTiePoint const *behindFace)
+            : _behindSize(behindSize)
+            , _behindFace(behindFace)
+        {
+        }
+        std::span<ObjTiePoint const> operator*() const
+        {
+            return {_behindFace - _behindSize[-1], _behindSize[-1]};
+        }
+        Iterator &operator++()
+        {
+            _behindFace -= *--_behindSize;
+            return *this;
+        }
+        bool operator==(Iterator const &other) const { return _behindSize == other._behindSize; }
+
+      private:
+        UInt32 const *_behindSize;
+        ObjTiePoint const *_behindFace;
+    };
+
+    /// Sizes and corners of the run in the order of the file. Not owned.
+    ObjFaces(std::span<UInt32 const> sizes, std::span<ObjTiePoint const> tiePoints)
+        : _sizes(sizes)
+        , _tiePoints(tiePoints)
+    {
+    }
+
+    Iterator begin() const
+    {
+        return {_sizes.data() + _sizes.size(), _tiePoints.data() + _tiePoints.size()};
+    }
+    Iterator end() const { return {_sizes.data(), _tiePoints.data()}; }
+
+    bool empty() const { return _sizes.empty(); }
+    std::size_t size() const { return _sizes.size(); }
+    /// Corners of all faces together.
+    std::size_t tiePointCount() const { return _tiePoints.size(); }
+
+  private:
+    std::span<UInt32 const> _sizes;
+    std::span<ObjTiePoint const> _tiePoints;
+};
+
+/// Faces and material runs (meshes) of a file. Stored flat, in the order of the file: a corner
+/// takes 12 bytes, a face 4 and a mesh 24. There is always a mesh, which the next face belongs to.
+class OSG_CONTRIBTOLVANITE_API ObjRecords
+{
+  public:
+    static constexpr Int32 noMaterial = -1;
+
+    ObjRecords();
+
+    // --- collecting ---
+    void addTiePoint(ObjTiePoint const &tiePoint) { _tiePoints.push_back(tiePoint); }
+    /// Makes a face, perhaps an empty one, of the corners added since the last.
+    void endFace();
+    /// Starts another mesh, unless the current one has no face yet.
+    void startMesh();
+    /// Slot of the current mesh's material; what slots mean is up to the caller.
+    void setMaterial(Int32 slot) { _meshes.back().material = slot; }
+
+    // --- reading; mesh 0 is the newest, the last in the file ---
+    std::size_t meshCount() const { return _meshes.size(); }
+    ObjFaces faces(std::size_t mesh) const;
+    Int32 material(std::size_t mesh) const { return stored(mesh).material; }
+
+  private:
+    struct Mesh
+    {
+        std::size_t firstFace = 0;
+        std::size_t firstTiePoint = 0;
+        Int32 material = noMaterial;
+    };
+
+    Mesh const &stored(std::size_t mesh) const { return _meshes[_meshes.size() - 1 - mesh]; }
+
+    std::vector<ObjTiePoint, MemAllocator<ObjTiePoint>> _tiePoints;
+    std::vector<UInt32, MemAllocator<UInt32>> _faceSizes;
+    std::vector<Mesh, MemAllocator<Mesh>> _meshes;
+    std::size_t _faceBegin = 0; ///< first corner of the face that is being collected
+};
+} // namespace OSG

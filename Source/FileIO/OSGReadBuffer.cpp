@@ -1,0 +1,272 @@
+#include "OSGReadBuffer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <istream>
+#include <streambuf>
+
+#include "OSGStreamNumber.h"
+
+namespace OSG
+{
+namespace
+{
+/// Tells how much of a stream buffer can be copied without a call of its virtual operations, which
+/// may raise an exception half way and take what they had read with it.
+struct GetArea : std::streambuf
+{
+    static std::streamsize size(std::streambuf &buffer)
+    {
+        return (buffer.*&GetArea::egptr)() - (buffer.*&GetArea::gptr)();
+    }
+};
+} // namespace
+
+ReadBuffer::ReadBuffer(std::istream &in, std::size_t blockSize)
+    : _in(in)
+    , _blockSize(std::max<std::size_t>(blockSize, 1))
+    , _state(in.rdstate())
+    , _data(_blockSize + lineLimit + 1)
+    , _pos(_data.data())
+    , _end(_data.data())
+{
+    *_end = '\n';
+}
+
+ReadBuffer::~ReadBuffer() = default;
+
+/// Appends a block to what is unread; false if the stream gives nothing more. Moves the unread part
+/// to the front, so no pointer into the block outlives a call.
+bool ReadBuffer::more()
+{
+    if(_source != Source::Open)
+        return false;
+    std::size_t const unread = static_cast<std::size_t>(_end - _pos);
+    std::memmove(_data.data(), _pos, unread);
+    _pos = _data.data();
+    _end = _pos + unread;
+    char *const former = _end;
+    try
+    {
+        fetchBlock(_end, _end + std::min(_blockSize, _data.size() - 1 - unread));
+    }
+    catch(...)
+    {
+        _source = Source::Threw;
+    }
+    *_end = '\n';
+    _fetched += static_cast<UInt64>(_end - former);
+    ++_blocks;
+    return _end != former;
+}
+
+/// `to` moves with every piece, so that it is right when the stream's buffer raises an exception.
+void ReadBuffer::fetchBlock(char *&to, char *limit)
+{
+    using Traits = std::char_traits<char>;
+    std::streambuf &buffer = *_in.rdbuf();
+    while(to != limit)
+    {
+        if(Traits::eq_int_type(buffer.sgetc(), Traits::eof()))
+        {
+            _source = Source::Ended;
+            return;
+        }
+        std::streamsize const area = std::min<std::streamsize>(GetArea::size(buffer), limit - to);
+        std::streamsize const taken = area > 0 ? buffer.sgetn(to, area) : 0;
+        if(taken > 0)
+            to += taken;
+        else
+            *to++ = Traits::to_char_type(buffer.sbumpc());
+    }
+}
+
+void ReadBuffer::noteSourceEnd()
+{
+    _state |= _source == Source::Ended ? std::ios_base::eofbit : std::ios_base::badbit;
+}
+
+bool ReadBuffer::enter()
+{
+    if(good())
+        return true;
+    _state |= std::ios_base::failbit;
+    return false;
+}
+
+bool ReadBuffer::enterBehindSpace()
+{
+    if(!enter())
+        return false;
+    for(;;)
+    {
+        while(isStreamSpace(*_pos) && _pos != _end)
+            ++_pos;
+        if(_pos != _end)
+            return true;
+        if(!more())
+        {
+            noteSourceEnd();
+            return enter();
+        }
+    }
+}
+
+std::string_view ReadBuffer::token()
+{
+    if(!enterBehindSpace())
+        return {};
+    char *p = _pos;
+    while(!isStreamSpace(*p))
+        ++p;
+    if(p == _end)
+        return splitToken(p);
+    std::string_view const result(_pos, static_cast<std::size_t>(p - _pos));
+    _pos = p;
+    return result;
+}
+
+/// Collects a token that reaches the end of the block, which was scanned up to there.
+std::string_view ReadBuffer::splitToken(char const *scanned)
+{
+    _split.clear();
+    for(char const *p = scanned;;)
+    {
+        std::size_t const length = static_cast<std::size_t>(p - _pos);
+        _split.append(_pos, std::min(length, tokenLimit - _split.size()));
+        _pos += length;
+        if(_pos != _end)
+            break;
+        if(!more())
+        {
+            noteSourceEnd();
+            break;
+        }
+        p = _pos;
+        while(!isStreamSpace(*p))
+            ++p;
+    }
+    return _split;
+}
+
+bool ReadBuffer::readReal32(Real32 &value)
+{
+    value = 0;
+    if(!enterBehindSpace())
+        return false;
+    if(char const *const behind = scanShortReal32(_pos, _end, value))
+    {
+        _pos += behind - _pos;
+        return true;
+    }
+    return readLongReal32(value);
+}
+
+bool ReadBuffer::readReal32s(Real32 *values, std::size_t count)
+{
+    for(std::size_t i = 0; i < count; ++i)
+        readReal32(values[i]);
+    return !fail();
+}
+
+bool ReadBuffer::readLongReal32(Real32 &value)
+{
+    Real32Accumulator number;
+    while(available() && number.accept(*_pos))
+        ++_pos;
+    if(_pos == _end)
+        noteSourceEnd();
+    if(!bad() && !number.finish(value))
+        _state |= std::ios_base::failbit;
+    return !fail();
+}
+
+std::string_view ReadBuffer::lineRest()
+{
+    if(!enter())
+        return std::string_view("", 0);
+    std::size_t length = 0;
+    bool found = false;
+    for(;;)
+    {
+        std::size_t const unread = static_cast<std::size_t>(_end - _pos);
+        std::size_t const seen = length;
+        length = std::min(unread, lineLimit);
+        void const *const lineBreak = std::memchr(_pos + seen, '\n', length - seen);
+        found = lineBreak != nullptr;
+        if(found)
+            length = static_cast<std::size_t>(static_cast<char const *>(lineBreak) - _pos);
+        // The character behind the longest result is looked at, too.
+        if(found || unread > lineLimit || !more())
+            break;
+    }
+    std::string_view result(_pos, length);
+    _pos += length;
+    if(!found && _pos == _end)
+        noteSourceEnd();
+    if(length == 0)
+        _state |= std::ios_base::failbit;
+    if(!found && _pos != _end && *_pos != '\n')
+    {
+        _cutLine.assign(result.begin(), result.end());
+        _cutLine.push_back('\0');
+        result = std::string_view(_cutLine.data(), length);
+    }
+    return result;
+}
+
+void ReadBuffer::ignoreLine(UInt64 limit)
+{
+    if(!enter())
+        return;
+    for(;;)
+    {
+        std::size_t const unread = static_cast<std::size_t>(_end - _pos);
+        std::size_t const length = static_cast<std::size_t>(std::min<UInt64>(unread, limit));
+        if(void *const lineBreak = std::memchr(_pos, '\n', length))
+        {
+            _pos = static_cast<char *>(lineBreak) + 1;
+            return;
+        }
+        _pos += length;
+        limit -= length;
+        bool const ended = _pos == _end && !more();
+        // Behind the last character that it may take, the stream looks at one more, but an end of
+        // the text there does not count.
+        if(ended && (limit > 0 || _source == Source::Threw))
+            noteSourceEnd();
+        if(ended || limit == 0)
+            return;
+    }
+}
+
+void ReadBuffer::ignoreChar()
+{
+    if(!enter())
+        return;
+    if(available())
+        ++_pos;
+    else
+        noteSourceEnd();
+}
+
+bool ReadBuffer::finish()
+{
+    bool exact = true;
+    if(std::streamoff const unread = _end - _pos; unread > 0)
+    {
+        try
+        {
+            exact = _in.rdbuf()->pubseekoff(-unread, std::ios_base::cur, std::ios_base::in) !=
+                    std::streampos(std::streamoff(-1));
+        }
+        catch(...)
+        {
+            exact = false;
+            _state |= std::ios_base::badbit;
+        }
+    }
+    _in.setstate(_state);
+    return exact;
+}
+} // namespace OSG

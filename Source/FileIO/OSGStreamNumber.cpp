@@ -1,0 +1,197 @@
+#include "OSGStreamNumber.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace OSG
+{
+namespace
+{
+constexpr Real64 powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int exact_power_limit = 22;
+constexpr UInt64 exact_integer_limit = UInt64(1) << 53;
+constexpr std::ptrdiff_t short_digit_limit = 19;
+constexpr std::ptrdiff_t short_exponent_limit = 4;
+
+constexpr bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+
+char const *scan_digits(char const *p, UInt64 &number)
+{
+    for(; is_digit(*p); ++p)
+        number = number * 10 + static_cast<UInt64>(*p - '0');
+    return p;
+}
+
+/// `p` stands behind the "e". Null where the exponent has no digit or too many of them.
+char const *scan_exponent(char const *p, int &exponent)
+{
+    bool const negative = *p == '-';
+    if(negative || *p == '+')
+        ++p;
+    UInt64 magnitude = 0;
+    char const *const first = p;
+    p = scan_digits(p, magnitude);
+    if(p == first || p - first > short_exponent_limit)
+        return nullptr;
+    exponent += negative ? -static_cast<int>(magnitude) : static_cast<int>(magnitude);
+    return p;
+}
+
+/// Rounds `mantissa` times ten to the `exponent` by way of a double, where that is the same as
+/// rounding once: integer and power are exact, so the double is the nearest one, and a value that
+/// is not a midpoint of two floats stays on its side of every midpoint.
+bool scale_exactly(UInt64 mantissa, int exponent, Real32 &value)
+{
+    if(mantissa == 0)
+    {
+        value = 0;
+        return true;
+    }
+    if(mantissa > exact_integer_limit || exponent < -exact_power_limit ||
+       exponent > exact_power_limit)
+        return false;
+    Real64 wide = static_cast<Real64>(mantissa);
+    wide = exponent < 0 ? wide / powers_of_ten[-exponent] : wide * powers_of_ten[exponent];
+    constexpr UInt64 below_float = (UInt64(1) << 29) - 1;
+    constexpr UInt64 midpoint = UInt64(1) << 28;
+    if((std::bit_cast<UInt64>(wide) & below_float) == midpoint)
+        return false;
+    value = static_cast<Real32>(wide);
+    return true;
+}
+} // namespace
+
+char const *scanShortReal32(char const *begin, char const *end, Real32 &value)
+{
+    char const *p = begin;
+    bool const negative = *p == '-';
+    if(negative || *p == '+')
+        ++p;
+    UInt64 mantissa = 0;
+    int exponent = 0;
+    char const *const first = p;
+    p = scan_digits(p, mantissa);
+    std::ptrdiff_t digits = p - first;
+    if(*p == '.')
+    {
+        char const *const fraction = ++p;
+        p = scan_digits(p, mantissa);
+        exponent = -static_cast<int>(p - fraction < 32 ? p - fraction : 32);
+        digits += p - fraction;
+    }
+    if(digits == 0 || digits > short_digit_limit)
+        return nullptr;
+    if(*p == 'e' || *p == 'E')
+    {
+        p = scan_exponent(p + 1, exponent);
+        if(p == nullptr)
+            return nullptr;
+    }
+    Real32 magnitude;
+    if(p >= end || !scale_exactly(mantissa, exponent, magnitude))
+        return nullptr;
+    value = negative ? -magnitude : magnitude;
+    return p;
+}
+
+bool Real32Accumulator::accept(char c)
+{
+    switch(_place)
+    {
+    case Place::Start:
+        _place = Place::Mantissa;
+        if(c == '+' || c == '-')
+        {
+            _negative = c == '-';
+            return true;
+        }
+        [[fallthrough]];
+    case Place::Mantissa:
+        if(is_digit(c))
+            takeDigit(c);
+        else if(c == '.' && !_hasPoint)
+            _hasPoint = true;
+        else if((c == 'e' || c == 'E') && _hasDigit)
+            _place = Place::ExponentStart;
+        else
+            return false;
+        return true;
+    case Place::ExponentStart:
+        _place = Place::Exponent;
+        if(c == '+' || c == '-')
+        {
+            _exponentNegative = c == '-';
+            return true;
+        }
+        [[fallthrough]];
+    case Place::Exponent:
+        if(!is_digit(c))
+            return false;
+        _hasExponentDigit = true;
+        if(_exponent < std::numeric_limits<Int64>::max() / 100)
+            _exponent = _exponent * 10 + (c - '0');
+        return true;
+    }
+    return false;
+}
+
+void Real32Accumulator::takeDigit(char digit)
+{
+    _hasDigit = true;
+    bool const keep = _digitCount < _digitLimit && (_digitCount > 0 || digit != '0');
+    if(keep)
+        _digits[_digitCount++] = digit;
+    else if(digit != '0')
+        _restIsNotZero = true;
+    bool const dropped = !keep && _digitCount > 0;
+    if(_hasPoint && !dropped)
+        --_scale;
+    else if(!_hasPoint && dropped)
+        ++_scale;
+}
+
+bool Real32Accumulator::finish(Real32 &value) const
+{
+    value = 0;
+    bool const hasExponent = _place == Place::ExponentStart || _place == Place::Exponent;
+    if(!_hasDigit || (hasExponent && !_hasExponentDigit))
+        return false;
+    Real32 const sign = _negative ? -1.0f : 1.0f;
+    value = std::copysign(0.0f, sign);
+    if(_digitCount == 0)
+        return true;
+
+    // The value is 0.DIGITS times ten to this power; far outside of what a float holds is decided
+    // here, so that the text below stays short.
+    Int64 const power =
+        _scale + (_exponentNegative ? -_exponent : _exponent) + static_cast<Int64>(_digitCount);
+    if(power < -100)
+        return true;
+    bool fits = power < 100;
+    Real32 magnitude = 0;
+    if(fits)
+    {
+        std::array<char, _digitLimit + 16> text;
+        char *p = text.data();
+        *p++ = '.';
+        for(std::size_t i = 0; i < _digitCount; ++i)
+            *p++ = _digits[i];
+        if(_restIsNotZero)
+            *p++ = '1';
+        *p++ = 'e';
+        p = std::to_chars(p, text.data() + text.size(), power).ptr;
+        std::errc const error = std::from_chars(text.data(), p, magnitude).ec;
+        // Out of range on the small side is zero.
+        fits = (error == std::errc() && std::isfinite(magnitude)) ||
+               (error == std::errc::result_out_of_range && power < 0);
+        if(error != std::errc())
+            magnitude = 0;
+    }
+    value = fits ? std::copysign(magnitude, sign) : 0.0f;
+    return fits;
+}
+} // namespace OSG

@@ -1,0 +1,19 @@
+#pragma once
+
+/// \file
+/// Texts that look like what modelling programs write, and damage done to them.
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace OSG::Test
+{
+/// Small scene files in the habits of several exporters; together they use every element.
+std::vector<std::string> const &model_texts();
+/// Material libraries likewise.
+std::vector<std::string> const &library_texts();
+
+/// One to four hurts: lengths, counts, indices, cut-offs, bytes, lines.
+std::string hurt(std::string text, std::mt19937 &random);
+} // namespace OSG::Test
