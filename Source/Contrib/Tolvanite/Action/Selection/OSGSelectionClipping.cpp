@@ -49,24 +49,6 @@ void clip_at_plane(SegmentList &polygon, Plane const &plane)
         ++element;
     }
 }
-
-void clip_at_plane(ClippedTriangle const &polygon, Plane const &plane, ClippedTriangle &kept)
-{
-    kept.clear();
-    Crossings crossings;
-    int entered = -1;
-    for(Segment segment : polygon)
-    {
-        ClipResult const result = segment_half_space_intersect(segment, plane);
-        if(result == ClipOutside)
-            continue;
-        if(result == ClipFirstMoved)
-            entered = kept.size();
-        kept.append(segment);
-        if(crossings.closes(result, segment) && entered >= 0 && crossings.worth_closing())
-            kept.insert(entered, Segment(crossings.exit, crossings.entry));
-    }
-}
 } // namespace
 
 bool line_intersect(Pnt3f *segment, Plane const *planes, int nPlanes)
@@ -109,26 +91,52 @@ void clip_polygon_at_polytop(SegmentList &polygon, Plane const *planes, int nPla
         clip_at_plane(polygon, planes[k]);
 }
 
-void ClippedTriangle::insert(int position, Segment const &segment)
+void ClippedTriangle::reset(Pnt3f const *corners)
 {
-    auto const place = _segments.begin() + position;
-    std::move_backward(place, _segments.begin() + _size, _segments.begin() + _size + 1);
-    *place = segment;
+    for(int i = 0; i < 3; ++i)
+    {
+        _segments[i].first = corners[i];
+        _segments[i].second = corners[i == 2 ? 0 : i + 1];
+        _order[i] = static_cast<UInt8>(i);
+    }
+    _made = 3;
+    _size = 3;
+}
+
+void ClippedTriangle::clip(Plane const &plane)
+{
+    Crossings crossings;
+    int entered = -1; // place among those kept
+    int closing = -1; // place of the closing segment, which is put in at the end
+    int kept = 0;
+    for(int i = 0; i < _size; ++i)
+    {
+        UInt8 const element = _order[i];
+        ClipResult const result = segment_half_space_intersect(_segments[element], plane);
+        if(result == ClipOutside)
+            continue;
+        if(result == ClipFirstMoved)
+            entered = kept;
+        _order[kept++] = element;
+        if(crossings.closes(result, _segments[element]) && entered >= 0 &&
+           crossings.worth_closing())
+        {
+            closing = entered;
+            _segments[_made] = Segment(crossings.exit, crossings.entry);
+        }
+    }
+    _size = kept;
+    if(closing < 0)
+        return;
+    std::copy_backward(_order + closing, _order + _size, _order + _size + 1);
+    _order[closing] = static_cast<UInt8>(_made++);
     ++_size;
 }
 
 void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes, ClippedTriangle &result)
 {
-    // Six planes: after an even number of turns what is left stands in `result` again.
-    ClippedTriangle other;
-    result.clear();
-    result.append(Segment(corners[0], corners[1]));
-    result.append(Segment(corners[1], corners[2]));
-    result.append(Segment(corners[2], corners[0]));
-    for(int k = 0; k < 6 && !result.empty(); k += 2)
-    {
-        clip_at_plane(result, planes[k], other);
-        clip_at_plane(other, planes[k + 1], result);
-    }
+    result.reset(corners);
+    for(int k = 0; k < 6 && !result.empty(); ++k)
+        result.clip(planes[k]);
 }
 } // namespace OSG::SelectionClipping

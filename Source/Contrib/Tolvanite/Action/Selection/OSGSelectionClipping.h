@@ -12,7 +12,6 @@
 /// whether a primitive is hit are the very bits of these sums. Numbers that are none make every
 /// comparison false; no function fails or loops on them, and they log nothing.
 
-#include <array>
 #include <cmath>
 #include <list>
 #include <utility>
@@ -111,7 +110,8 @@ OSG_CONTRIBTOLVANITE_API bool line_intersect(Pnt3f *segment, Plane const *planes
 OSG_CONTRIBTOLVANITE_API void clip_polygon_at_polytop(SegmentList &polygon, Plane const *planes,
                                                       int nPlanes);
 
-/// What a triangle becomes at six planes, in place of a list: no memory is reserved.
+/// What a triangle becomes at six planes, in place of a list: no memory is reserved. Segments stay
+/// where they are made, only their order changes. One object may serve many triangles in turn.
 class ClippedTriangle
 {
   public:
@@ -119,18 +119,18 @@ class ClippedTriangle
 
     bool empty() const { return _size == 0; }
     int size() const { return _size; }
-    Segment const &operator[](int i) const { return _segments[static_cast<std::size_t>(i)]; }
-    Segment const *begin() const { return _segments.data(); }
-    Segment const *end() const { return _segments.data() + _size; }
+    /// The segment at place `i` of the polygon.
+    Segment const &operator[](int i) const { return _segments[_order[i]]; }
 
-    void clear() { _size = 0; }
-    /// There must be room.
-    void append(Segment const &segment) { _segments[static_cast<std::size_t>(_size++)] = segment; }
-    /// Inserts before the segment at `position`; there must be room.
-    void insert(int position, Segment const &segment);
+    /// Makes it the loop through three corners.
+    void reset(Pnt3f const *corners);
+    /// Clips it at one more plane; at most `capacity` - 3 times after a reset.
+    void clip(Plane const &plane);
 
   private:
-    std::array<Segment, capacity> _segments;
+    Segment _segments[capacity];
+    UInt8 _order[capacity];
+    int _made = 0; // segments in use or dropped
     int _size = 0;
 };
 
