@@ -19,10 +19,9 @@ class SceneFileHandlerBase::ReadScope
         , _outer(handler._innermost)
         , _buffer(in.rdbuf())
     {
-        _begin = place(std::ios::cur);
-        _end = place(std::ios::end);
-        if(_begin >= 0)
-            _buffer->pubseekpos(_begin, std::ios::in);
+        _begin = place(0, std::ios::cur);
+        _end = place(0, std::ios::end);
+        place(_begin, std::ios::beg);
         handler._innermost = this;
     }
     ReadScope(ReadScope const &) = delete;
@@ -32,7 +31,7 @@ class SceneFileHandlerBase::ReadScope
     // A stream that cannot tell its place reports nothing until its end.
     void look()
     {
-        std::streamoff const now = _end > _begin ? place(std::ios::cur) : -1;
+        std::streamoff const now = _end > _begin ? place(0, std::ios::cur) : -1;
         if(now >= _begin && now >= 0)
             report(static_cast<UInt32>(100 * (now - _begin) / (_end - _begin)));
     }
@@ -48,13 +47,14 @@ class SceneFileHandlerBase::ReadScope
     }
 
   private:
-    std::streamoff place(std::ios::seekdir from)
+    // Goes to a place of the stream; -1 where that cannot be had.
+    std::streamoff place(std::streamoff offset, std::ios::seekdir from)
     {
-        if(_buffer == nullptr)
+        if(_buffer == nullptr || offset < 0)
             return -1;
         try
         {
-            return _buffer->pubseekoff(0, from, std::ios::in);
+            return _buffer->pubseekoff(offset, from, std::ios::in);
         }
         catch(...)
         {
