@@ -228,9 +228,8 @@ TEST(StreamNumber, ShortDecimalsNextToTheMiddleOfTwoFloatsAreRoundedOnce)
     for(int round = 0; round < 200000; ++round)
     {
         UInt32 const bits = 0x38000000 + random() % 0x10000000;
-        Real64 const middle = (Real64(std::bit_cast<Real32>(bits)) +
-                               Real64(std::bit_cast<Real32>(bits + 1))) /
-                              2;
+        Real64 const middle =
+            (Real64(std::bit_cast<Real32>(bits)) + Real64(std::bit_cast<Real32>(bits + 1))) / 2;
         char text[64];
         std::snprintf(text, sizeof text, round % 2 == 0 ? "%.16g" : "%.15e", middle);
         expect_short_agrees(text);
