@@ -21,6 +21,8 @@ struct LibraryCase
     Lines messages;
 };
 
+void PrintTo(LibraryCase const &row, std::ostream *out) { *out << row.name; }
+
 LibraryCase const library_cases[] = {
     {"Nothing", "", {"count 0"}, {}},
     {"CommentsOnly", "# newmtl a\n$ b\n", {"count 0"}, {}},

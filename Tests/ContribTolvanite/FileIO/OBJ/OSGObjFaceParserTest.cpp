@@ -31,6 +31,8 @@ struct FaceCase
     std::vector<std::string> faces;
 };
 
+void PrintTo(FaceCase const &row, std::ostream *out) { *out << row.name; }
+
 FaceCase const face_cases[] = {
     {"Positions", "f 1 2 3\n", {"0/-1/-1 1/-1/-1 2/-1/-1"}},
     {"AllForms", "f 1 2/3 4/5/6 7//8\n", {"0/-1/-1 1/2/-1 3/4/5 6/-1/7"}},

@@ -36,6 +36,8 @@ struct MaskCase
     bool unmatch;
 };
 
+void PrintTo(MaskCase const &row, std::ostream *out) { *out << row.name; }
+
 MaskCase const mask_cases[] = {
     {"NoFace", "", 0, true, false},
     {"PositionsAlone", " 1 2 3\n", 1, true, false},

@@ -45,14 +45,14 @@ Int32 index_of(Int32 number, std::size_t count)
     Int64 const index = static_cast<Int64>(count) + number;
     return static_cast<Int32>(std::min<Int64>(index, std::numeric_limits<Int32>::max()));
 }
-/// Reads the number of a plain corner: digits alone, not too many. Moves `p` behind them; false if
-/// there are none or if another digit follows.
+/// Reads the number of a plain corner, without sign and of up to eight digits: a ninth stays where
+/// it is and spoils the corner. Moves `p` behind it; false if there is none.
 inline bool scan_plain_number(char const *&p, Int32 &index)
 {
     DigitScan const scan = scanEightDigits(p);
     p += scan.count;
     index = static_cast<Int32>(scan.number) - 1;
-    return scan.count != 0 && !isDecimalDigit(*p);
+    return scan.count != 0;
 }
 
 /// Reads a corner in one of the four usual forms with white space or the end of the line behind it.
