@@ -27,10 +27,11 @@ class OSG_FILEIO_API SceneFileHandlerBase
     // --- scenes ---
     /// The scene of a file, found by the path handler; null, with a log line that says why, where
     /// it gives none. While it is read its folder is on the search path, before the others.
-    TransitPtr<Node> read(char const *fileName, SceneFileType::Resolver const &resolver = nullptr);
+    TransitPtr<Node> read(char const *fileName,
+                          SceneFileType::Resolver const &resolver = SceneFileType::Resolver());
     /// The same from a stream; `suffix` names the type.
     TransitPtr<Node> read(std::istream &in, char const *suffix,
-                          SceneFileType::Resolver const &resolver = nullptr);
+                          SceneFileType::Resolver const &resolver = SceneFileType::Resolver());
     /// False, with a log line, where no type writes the suffix or the file could not be written.
     bool write(Node *node, char const *fileName);
     bool write(Node *node, std::ostream &out, char const *suffix);
