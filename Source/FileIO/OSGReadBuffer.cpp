@@ -11,6 +11,8 @@ namespace OSG
 {
 namespace
 {
+constexpr char nothing[digitScanReach] = {};
+
 /// Tells how much of a stream buffer can be copied without a call of its virtual operations, which
 /// may raise an exception half way and take what they had read with it.
 struct GetArea : std::streambuf
@@ -26,7 +28,7 @@ ReadBuffer::ReadBuffer(std::istream &in, std::size_t blockSize)
     : _in(in)
     , _blockSize(std::max<std::size_t>(blockSize, 1))
     , _state(in.rdstate())
-    , _data(_blockSize + lineLimit + 1)
+    , _data(_blockSize + lineLimit + digitScanReach)
     , _pos(_data.data())
     , _end(_data.data())
 {
@@ -48,7 +50,7 @@ bool ReadBuffer::more()
     char *const former = _end;
     try
     {
-        fetchBlock(_end, _end + std::min(_blockSize, _data.size() - 1 - unread));
+        fetchBlock(_end, _end + std::min(_blockSize, _data.size() - digitScanReach - unread));
     }
     catch(...)
     {
@@ -94,22 +96,20 @@ bool ReadBuffer::enter()
     return false;
 }
 
-bool ReadBuffer::enterBehindSpace()
+/// The stream's sentry: skips white space; false, with failbit, if nothing is behind it.
+inline bool ReadBuffer::enterBehindSpace()
 {
-    if(!enter())
-        return false;
-    for(;;)
+    if(!good())
+        return enter();
+    do
     {
         while(isStreamSpace(*_pos) && _pos != _end)
             ++_pos;
         if(_pos != _end)
             return true;
-        if(!more())
-        {
-            noteSourceEnd();
-            return enter();
-        }
-    }
+    } while(more());
+    noteSourceEnd();
+    return enter();
 }
 
 std::string_view ReadBuffer::token()
@@ -149,7 +149,7 @@ std::string_view ReadBuffer::splitToken(char const *scanned)
     return _split;
 }
 
-bool ReadBuffer::readReal32(Real32 &value)
+inline bool ReadBuffer::readNextReal32(Real32 &value)
 {
     value = 0;
     if(!enterBehindSpace())
@@ -162,10 +162,12 @@ bool ReadBuffer::readReal32(Real32 &value)
     return readLongReal32(value);
 }
 
+bool ReadBuffer::readReal32(Real32 &value) { return readNextReal32(value); }
+
 bool ReadBuffer::readReal32s(Real32 *values, std::size_t count)
 {
     for(std::size_t i = 0; i < count; ++i)
-        readReal32(values[i]);
+        readNextReal32(values[i]);
     return !fail();
 }
 
@@ -184,7 +186,7 @@ bool ReadBuffer::readLongReal32(Real32 &value)
 std::string_view ReadBuffer::lineRest()
 {
     if(!enter())
-        return std::string_view("", 0);
+        return std::string_view(nothing, 0);
     std::size_t length = 0;
     bool found = false;
     for(;;)
@@ -209,7 +211,7 @@ std::string_view ReadBuffer::lineRest()
     if(!found && _pos != _end && *_pos != '\n')
     {
         _cutLine.assign(result.begin(), result.end());
-        _cutLine.push_back('\0');
+        _cutLine.resize(length + digitScanReach);
         result = std::string_view(_cutLine.data(), length);
     }
     return result;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "OSGBaseTypes.h"
+#include "OSGDigitScan.h"
 #include "OSGFileIOApi.h"
 #include "OSGMemManager.h"
 
@@ -73,7 +74,8 @@ class OSG_FILEIO_API ReadBuffer
     // --- unformatted ---
     /// What is left of the line, without the line break, which is not taken; at most lineLimit
     /// characters. Fails if that is nothing. The view holds until the next operation, and the
-    /// character behind it can be read: it is a line break or a zero byte.
+    /// character behind it is a line break or a zero byte; digitScanReach bytes from that one on
+    /// can be read.
     std::string_view lineRest();
     /// Takes everything up to and including the next line break.
     void ignoreLine(UInt64 limit = ignoreLimit);
@@ -107,6 +109,7 @@ class OSG_FILEIO_API ReadBuffer
     bool enter();
     bool enterBehindSpace();
     std::string_view splitToken(char const *scanned);
+    bool readNextReal32(Real32 &value);
     bool readLongReal32(Real32 &value);
 
     std::istream &_in;
@@ -115,7 +118,8 @@ class OSG_FILEIO_API ReadBuffer
     Source _source = Source::Open;
     UInt64 _fetched = 0;
     UInt64 _blocks = 0;
-    /// Room for a block behind what lineRest() may have to keep together, and a sentinel.
+    /// Room for a block behind what lineRest() may have to keep together, a sentinel, and the reach
+    /// of digit scans.
     std::vector<char, MemAllocator<char>> _data;
     char *_pos; ///< next unread character
     char *_end; ///< behind the last unread one; a line break always stands there

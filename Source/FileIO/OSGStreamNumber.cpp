@@ -5,25 +5,40 @@
 #include <cmath>
 #include <limits>
 
+#include "OSGDigitScan.h"
+
 namespace OSG
 {
 namespace
 {
-constexpr Real64 powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int exact_power_limit = 22;
+/// From 1e-22 to 1e22; the positive ones are exact.
+constexpr Real64 power_of_ten[] = {1e-22, 1e-21, 1e-20, 1e-19, 1e-18, 1e-17, 1e-16, 1e-15, 1e-14,
+                                   1e-13, 1e-12, 1e-11, 1e-10, 1e-9,  1e-8,  1e-7,  1e-6,  1e-5,
+                                   1e-4,  1e-3,  1e-2,  1e-1,  1e0,   1e1,   1e2,   1e3,   1e4,
+                                   1e5,   1e6,   1e7,   1e8,   1e9,   1e10,  1e11,  1e12,  1e13,
+                                   1e14,  1e15,  1e16,  1e17,  1e18,  1e19,  1e20,  1e21,  1e22};
 constexpr UInt64 exact_integer_limit = UInt64(1) << 53;
 constexpr std::ptrdiff_t short_digit_limit = 19;
 constexpr std::ptrdiff_t short_exponent_limit = 4;
 
-constexpr bool is_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+constexpr UInt64 integer_powers_of_ten[] = {1,      10,      100,      1000,     10000,
+                                            100000, 1000000, 10000000, 100000000};
 
-char const *scan_digits(char const *p, UInt64 &number)
+char const *scan_more_digits(char const *p, UInt64 &number)
 {
-    for(; is_digit(*p); ++p)
+    for(; isDecimalDigit(*p); ++p)
         number = number * 10 + static_cast<UInt64>(*p - '0');
     return p;
+}
+
+/// Appends the digits at `p` to the number, which wraps where it gets too long.
+inline char const *scan_digits(char const *p, UInt64 &number)
+{
+    DigitScan const scan = scanEightDigits(p);
+    number = number * integer_powers_of_ten[scan.count] + scan.number;
+    p += scan.count;
+    return scan.count < 8 ? p : scan_more_digits(p, number);
 }
 
 /// `p` stands behind the "e". Null where the exponent has no digit or too many of them.
@@ -41,10 +56,11 @@ char const *scan_exponent(char const *p, int &exponent)
     return p;
 }
 
-/// Rounds `mantissa` times ten to the `exponent` by way of a double, where that is the same as
-/// rounding once: integer and power are exact, so the double is the nearest one, and a value that
-/// is not a midpoint of two floats stays on its side of every midpoint.
-bool scale_exactly(UInt64 mantissa, int exponent, Real32 &value)
+/// Rounds `mantissa` times ten to the `exponent` by way of a double, where that is sure to be the
+/// same as rounding once. Integer and power are exact and the double is at most one and a half of
+/// its units off, with multiplication by an inexact reciprocal in place of the slow division; so a
+/// value farther than that from every midpoint of two floats is on the right side of all of them.
+bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
 {
     if(mantissa == 0)
     {
@@ -54,11 +70,11 @@ bool scale_exactly(UInt64 mantissa, int exponent, Real32 &value)
     if(mantissa > exact_integer_limit || exponent < -exact_power_limit ||
        exponent > exact_power_limit)
         return false;
-    Real64 wide = static_cast<Real64>(mantissa);
-    wide = exponent < 0 ? wide / powers_of_ten[-exponent] : wide * powers_of_ten[exponent];
+    Real64 const wide = static_cast<Real64>(mantissa) * power_of_ten[exponent + exact_power_limit];
     constexpr UInt64 below_float = (UInt64(1) << 29) - 1;
     constexpr UInt64 midpoint = UInt64(1) << 28;
-    if((std::bit_cast<UInt64>(wide) & below_float) == midpoint)
+    constexpr UInt64 margin = 2;
+    if((std::bit_cast<UInt64>(wide) & below_float) - (midpoint - margin) <= 2 * margin)
         return false;
     value = static_cast<Real32>(wide);
     return true;
@@ -92,7 +108,7 @@ char const *scanShortReal32(char const *begin, char const *end, Real32 &value)
             return nullptr;
     }
     Real32 magnitude;
-    if(p >= end || !scale_exactly(mantissa, exponent, magnitude))
+    if(p >= end || !scale_safely(mantissa, exponent, magnitude))
         return nullptr;
     value = negative ? -magnitude : magnitude;
     return p;
@@ -111,7 +127,7 @@ bool Real32Accumulator::accept(char c)
         }
         [[fallthrough]];
     case Place::Mantissa:
-        if(is_digit(c))
+        if(isDecimalDigit(c))
             takeDigit(c);
         else if(c == '.' && !_hasPoint)
             _hasPoint = true;
@@ -129,7 +145,7 @@ bool Real32Accumulator::accept(char c)
         }
         [[fallthrough]];
     case Place::Exponent:
-        if(!is_digit(c))
+        if(!isDecimalDigit(c))
             return false;
         _hasExponentDigit = true;
         if(_exponent < std::numeric_limits<Int64>::max() / 100)

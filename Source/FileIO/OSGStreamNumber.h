@@ -24,7 +24,8 @@ constexpr bool isStreamSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r
 /// Reads the usual short forms: up to 19 digits, an exponent of up to 4 digits. Returns the place
 /// behind the number, or null where it does not decide: no number, a failing one, one that reaches
 /// `end` (its next character is unknown), or one that wants exact arithmetic. `value` is set only
-/// with a result that is not null. `*end` must be readable and hold neither digit, point nor "e".
+/// with a result that is not null. `*end` must hold neither digit, point nor "e", and
+/// digitScanReach bytes from there must be readable.
 OSG_FILEIO_API char const *scanShortReal32(char const *begin, char const *end, Real32 &value);
 
 /// Takes a number of any length character by character; memory does not grow with the length.

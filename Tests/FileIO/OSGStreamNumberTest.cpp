@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "OSGDigitScan.h"
 #include "StreamBuffers.h"
 
 using namespace OSG;
@@ -55,10 +56,10 @@ void expect_same(Reading const &actual, Reading const &expected, std::string con
 /// The short path may decline; what it reads must be right.
 void expect_short_agrees(std::string const &text)
 {
-    std::string const closed = text + "$";
+    std::string const closed = text + "$" + std::string(digitScanReach, '5');
     Real32 value = 0;
     char const *const begin = closed.data();
-    char const *const behind = scanShortReal32(begin, begin + closed.size(), value);
+    char const *const behind = scanShortReal32(begin, begin + text.size() + 1, value);
     if(behind == nullptr)
         return;
     expect_same({std::bit_cast<UInt32>(value), true, static_cast<std::size_t>(behind - begin)},
@@ -157,7 +158,7 @@ TEST(StreamNumber, ShortFormsNeedNoAccumulator)
 {
     for(char const *text : {"1", "-0.5", "12.345678", "+3", "1e5", "-1.5E-7", "0.000001", "100000"})
     {
-        std::string const closed = std::string(text) + " ";
+        std::string const closed = std::string(text) + "          ";
         Real32 value;
         EXPECT_NE(scanShortReal32(closed.data(), closed.data() + closed.size(), value), nullptr)
             << text;
@@ -166,7 +167,7 @@ TEST(StreamNumber, ShortFormsNeedNoAccumulator)
 
 TEST(StreamNumber, ShortFormsThatReachTheEndAreLeftOpen)
 {
-    std::string const text = "12\n";
+    std::string const text = "12\n        ";
     Real32 value;
     EXPECT_EQ(scanShortReal32(text.data(), text.data() + 2, value), nullptr);
 }
@@ -217,6 +218,21 @@ TEST(StreamNumber, DecimalsAtTheMiddleOfTwoFloatsAreRoundedOnce)
         char text[1100];
         std::snprintf(text, sizeof text, round % 2 == 0 ? "%.25g" : "%.300f", middle);
         expect_as_extracted(text);
+    }
+}
+
+TEST(StreamNumber, ShortDecimalsNextToTheMiddleOfTwoFloatsAreRoundedOnce)
+{
+    // As near as 16 digits come to a middle, where a double that is a unit off would be seen.
+    std::mt19937 random(5);
+    for(int round = 0; round < 200000; ++round)
+    {
+        UInt32 const bits = 0x38000000 + random() % 0x10000000;
+        Real64 const middle =
+            (Real64(std::bit_cast<Real32>(bits)) + Real64(std::bit_cast<Real32>(bits + 1))) / 2;
+        char text[64];
+        std::snprintf(text, sizeof text, round % 2 == 0 ? "%.16g" : "%.15e", middle);
+        expect_short_agrees(text);
     }
 }
 

@@ -105,7 +105,7 @@ class RepeatBuffer : public std::streambuf
   protected:
     int_type underflow() override
     {
-        if(_started)
+        if(_started || _piece.empty())
             _piece = _repeated;
         _started = true;
         if(_left < _piece.size())

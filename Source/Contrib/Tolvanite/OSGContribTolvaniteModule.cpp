@@ -7,6 +7,15 @@
 // --- attachments ---
 #include "OSGCommandNameAttachmentStatics.inl"
 
+// --- scene file types ---
+#include "OSGOBJLibSceneFileTypeTN.h"
+
+namespace OSG
+{
+OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20,
+                                            IOFileTypeBase::ReadSupported);
+} // namespace OSG
+
 // --- where the scene graph is up already, the types above are brought up at once ---
 #include "OSGSystem.h"
 

@@ -11,6 +11,26 @@ FieldContainerType ReflexiveContainer::_type("ReflexiveContainer", nullptr, "NUL
 FieldContainerType FieldContainer::_type("FieldContainer", "ReflexiveContainer", "NULL", 0, nullptr,
                                          nullptr, nullptr, nullptr, false, 0, "", "");
 
+namespace
+{
+constexpr char const *pointer_names[9] = {
+    "FieldContainerPtr",        "SFRecFieldContainerPtr",    "SFUnrecFieldContainerPtr",
+    "SFWeakFieldContainerPtr",  "SFUnrefdFieldContainerPtr", "MFRecFieldContainerPtr",
+    "MFUnrecFieldContainerPtr", "MFWeakFieldContainerPtr",   "MFUnrefdFieldContainerPtr"};
+PointerTypeFamily const pointer_types(pointer_names, nullptr, FieldContainer::_type);
+} // namespace
+
+DataType const &FieldTraits<FieldContainer *, 0>::getType()
+{
+    return pointer_types.getPointerType();
+}
+
+FieldType const &PointerFieldTypesOf<FieldContainer>::getFieldType(int policy,
+                                                                   FieldCardinality cardinality)
+{
+    return pointer_types.getFieldType(policy, cardinality);
+}
+
 // --- ReflexiveContainer ---
 
 ReflexiveContainer::~ReflexiveContainer() = default;
@@ -67,6 +87,7 @@ EditFieldHandlePtr ReflexiveContainer::editField(char const *name)
 
 FieldContainer::~FieldContainer()
 {
+    takeChangeMask();
     // Destroyed without a death: a constructor further down has thrown.
     if(_aspectStore != nullptr)
         _aspectStore->release();

@@ -6,12 +6,25 @@
 #include <vector>
 
 #include "OSGAspectStore.h"
+#include "OSGPointerFields.h"
 #include "OSGRefCountPtr.h"
 #include "OSGReflexiveContainer.h"
 
 namespace OSG
 {
 class ChangeList;
+
+template <>
+struct OSG_SYSTEM_API FieldTraits<FieldContainer *, 0>
+{
+    static DataType const &getType();
+};
+
+template <>
+struct OSG_SYSTEM_API PointerFieldTypesOf<FieldContainer>
+{
+    static FieldType const &getFieldType(int policy, FieldCardinality cardinality);
+};
 
 /// Byte distances from a container to its copies in the aspects (AspectStore::fillOffsetArray).
 using AspectOffsets = std::vector<Int64>;

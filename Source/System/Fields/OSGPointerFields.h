@@ -62,6 +62,7 @@ class OSG_SYSTEM_API PointerMFieldBase
     std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _values;
 };
 
+/// Typed by `Ptr`, a pointer to a container class.
 template <class Ptr, class Policy, int Namespace>
 class PointerSField;
 template <class Ptr, class Policy, int Namespace>

@@ -45,6 +45,40 @@ Int32 index_of(Int32 number, std::size_t count)
     Int64 const index = static_cast<Int64>(count) + number;
     return static_cast<Int32>(std::min<Int64>(index, std::numeric_limits<Int32>::max()));
 }
+/// Reads the number of a plain corner, without sign and of up to eight digits: a ninth stays where
+/// it is and spoils the corner. Moves `p` behind it; false if there is none.
+inline bool scan_plain_number(char const *&p, Int32 &index)
+{
+    DigitScan const scan = scanEightDigits(p);
+    p += scan.count;
+    index = static_cast<Int32>(scan.number) - 1;
+    return scan.count != 0;
+}
+
+/// Reads a corner in one of the four usual forms with white space or the end of the line behind it.
+/// Null for any other, which is then read number by number.
+inline char const *scan_plain_corner(char const *p, ObjTiePoint &corner)
+{
+    corner = ObjTiePoint();
+    if(!scan_plain_number(p, corner.index[ObjPositionIndex]))
+        return nullptr;
+    if(*p == '/')
+    {
+        ++p;
+        if(*p != '/' && !scan_plain_number(p, corner.index[ObjTexCoordIndex]))
+            return nullptr;
+        if(*p == '/' && !scan_plain_number(++p, corner.index[ObjNormalIndex]))
+            return nullptr;
+    }
+    return is_line_end(*p) || is_blank(*p) ? p : nullptr;
+}
+
+char const *skip_blanks(char const *p)
+{
+    while(is_blank(*p))
+        ++p;
+    return p;
+}
 } // namespace
 
 void ObjFaceParser::parse(ObjElementCounts const &counts)
@@ -57,6 +91,8 @@ void ObjFaceParser::parse(ObjElementCounts const &counts)
 
 ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts const &counts)
 {
+    if(!_cornerIsOpen)
+        p = takePlainCorners(p);
     UInt32 kind = ObjPositionIndex;
     while(!is_line_end(*p))
     {
@@ -68,9 +104,7 @@ ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts 
         {
             closeCorner();
             kind = ObjPositionIndex;
-            do
-                ++p;
-            while(is_blank(*p));
+            p = takePlainCorners(p);
             continue;
         }
         Int32 number;
@@ -89,6 +123,22 @@ ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts 
             ++p;
     }
     return LineEnd::Face;
+}
+
+/// Adds plain corners as long as there are any. Returns the place behind the last of them, or
+/// behind the white space that follows it if another kind of corner begins there.
+char const *ObjFaceParser::takePlainCorners(char const *p)
+{
+    ObjTiePoint corner;
+    for(;;)
+    {
+        p = skip_blanks(p);
+        char const *const behind = scan_plain_corner(p, corner);
+        if(behind == nullptr)
+            return p;
+        _records.addTiePoint(corner);
+        p = behind;
+    }
 }
 
 void ObjFaceParser::openCorner()

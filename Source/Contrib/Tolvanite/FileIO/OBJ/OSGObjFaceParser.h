@@ -46,6 +46,7 @@ class OSG_CONTRIBTOLVANITE_API ObjFaceParser
     };
 
     LineEnd parseLine(char const *p, ObjElementCounts const &counts);
+    char const *takePlainCorners(char const *p);
     void openCorner();
     void closeCorner();
 

@@ -1,0 +1,73 @@
+#pragma once
+
+/// \file
+/// Scene files of any size for benchmarks and tests.
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace OSG::Bench
+{
+/// What stands between the slashes of a corner.
+enum class TerrainCorners
+{
+    Positions, ///< 7
+    Full       ///< 7/7/7
+};
+
+/// A square height field of about `triangles` triangles as OBJ text: positions, texture coordinates
+/// and normals with six digits behind the point, as modelling programs write them, then a face line
+/// for each triangle. The same text for the same arguments on every machine.
+inline std::string terrain_obj(std::uint32_t triangles, TerrainCorners corners)
+{
+    std::uint32_t const cells = static_cast<std::uint32_t>(std::lround(std::sqrt(triangles / 2.0)));
+    std::uint32_t const side = cells + 1;
+    std::string text = "# terrain\no terrain\n";
+    char line[160];
+    // Wraps around every 2^32: hills that no mathematical library disagrees about.
+    auto const height = [](std::uint32_t x, std::uint32_t y)
+    { return ((x * 2654435761u + y * 2246822519u) >> 12) * 1e-5; };
+    for(std::uint32_t y = 0; y < side; ++y)
+    {
+        for(std::uint32_t x = 0; x < side; ++x)
+        {
+            std::snprintf(line, sizeof line, "v %.6f %.6f %.6f\n", x * 0.25, height(x, y),
+                          y * -0.25);
+            text += line;
+        }
+    }
+    for(std::uint32_t i = 0; corners == TerrainCorners::Full && i < side * side; ++i)
+    {
+        std::snprintf(line, sizeof line, "vt %.6f %.6f\n", i % side / double(cells),
+                      i / side / double(cells));
+        text += line;
+    }
+    for(std::uint32_t i = 0; corners == TerrainCorners::Full && i < side * side; ++i)
+    {
+        double const tilt = height(i % side, i / side) * 0.01;
+        std::snprintf(line, sizeof line, "vn %.6f %.6f %.6f\n", tilt, 1 - tilt, tilt - 0.5);
+        text += line;
+    }
+    auto const face = [&](std::uint32_t a, std::uint32_t b, std::uint32_t c)
+    {
+        if(corners == TerrainCorners::Full)
+            std::snprintf(line, sizeof line, "f %u/%u/%u %u/%u/%u %u/%u/%u\n", a, a, a, b, b, b, c,
+                          c, c);
+        else
+            std::snprintf(line, sizeof line, "f %u %u %u\n", a, b, c);
+        text += line;
+    };
+    for(std::uint32_t y = 0; y < cells; ++y)
+    {
+        for(std::uint32_t x = 0; x < cells; ++x)
+        {
+            std::uint32_t const corner = y * side + x + 1;
+            face(corner, corner + 1, corner + side);
+            face(corner + 1, corner + side + 1, corner + side);
+        }
+    }
+    return text;
+}
+} // namespace OSG::Bench

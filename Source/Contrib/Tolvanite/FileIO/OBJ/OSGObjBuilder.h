@@ -1,0 +1,42 @@
+#pragma once
+
+/// \file
+/// Makes the scene of an OBJ file from its records: the only part of the reader that makes nodes.
+
+#include <vector>
+
+#include "OSGNode.h"
+#include "OSGObjIndexMask.h"
+#include "OSGObjRecords.h"
+#include "OSGSimpleTexturedMaterial.h"
+#include "OSGTypedGeoProperties.h"
+
+namespace OSG
+{
+class Geometry;
+
+/// The materials that meshes refer to by slot.
+using ObjMaterialSlots = std::vector<UnrecordedRefPtr<SimpleTexturedMaterial>,
+                                     MemAllocator<UnrecordedRefPtr<SimpleTexturedMaterial>>>;
+
+class OSG_CONTRIBTOLVANITE_API ObjBuilder
+{
+  public:
+    ObjBuilder();
+
+    /// The arrays that a reader fills; they are those of the properties.
+    ObjVertexArrays arrays();
+
+    /// A geometry per mesh, newest first. The only mesh of the records is the root itself, several
+    /// stand below a Group, those that fail left out. Null where none could be built.
+    TransitPtr<Node> build(ObjRecords const &records, ObjMaterialSlots const &materials);
+
+  private:
+    TransitPtr<Geometry> buildGeometry(ObjFaces const &faces, Material *material);
+    void addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask);
+
+    UnrecordedRefPtr<GeoPnt3fProperty> _positions;
+    UnrecordedRefPtr<GeoVec2fProperty> _texCoords;
+    UnrecordedRefPtr<GeoVec3fProperty> _normals;
+};
+} // namespace OSG

@@ -1,0 +1,122 @@
+#include "OSGObjMaterialLibrary.h"
+
+#include <boost/filesystem.hpp>
+#include <fstream>
+
+#include "OSGImage.h"
+#include "OSGImageFileHandler.h"
+#include "OSGLog.h"
+#include "OSGMtlReader.h"
+#include "OSGSceneFileHandler.h"
+#include "OSGSimpleTexturedMaterial.h"
+
+namespace OSG
+{
+namespace
+{
+// The name itself where there is no path handler; empty where the file is not found.
+std::string full_name(std::string const &name)
+{
+    PathHandler const *const paths = SceneFileHandlerBase::the()->getPathHandler();
+    return paths != nullptr ? paths->findFile(name.c_str()) : name;
+}
+
+constexpr UInt32 NoColorMaterial = 0;
+constexpr UInt32 Modulate = 0x2100;
+constexpr UInt32 LinearMipmapLinear = 0x2703;
+constexpr UInt32 Nearest = 0x2600;
+
+class LibraryMaterials : public MtlHandler
+{
+  public:
+    explicit LibraryMaterials(OBJSceneFileTypeTN::MaterialMap &materials)
+        : _materials(materials)
+    {
+    }
+
+    void newMaterial(std::string const &name) override
+    {
+        _current = SimpleTexturedMaterial::create();
+        _current->setColorMaterial(NoColorMaterial);
+        _current->setEnvMode(Modulate);
+        _current->setMinFilter(LinearMipmapLinear);
+        _current->setMagFilter(Nearest);
+        _current->setEnvMap(false);
+        _current->setLit(true);
+        _materials[name] = _current;
+    }
+
+    void setColor(MtlColor which, Color3f const &color) override
+    {
+        switch(which)
+        {
+        case MtlColor::Diffuse:
+            _current->setDiffuse(color);
+            break;
+        case MtlColor::Ambient:
+            _current->setAmbient(color);
+            break;
+        case MtlColor::Specular:
+            _current->setSpecular(color);
+            break;
+        }
+    }
+
+    void setShininess(Real32 shininess) override { _current->setShininess(shininess); }
+    void setTransparency(Real32 transparency) override { _current->setTransparency(transparency); }
+    void setEnvMap(bool on) override { _current->setEnvMap(on); }
+
+    bool setImage(std::string const &imageName) override
+    {
+        Image *const image = findImage(imageName);
+        if(image == nullptr)
+            return false;
+        _current->setImage(image);
+        return true;
+    }
+
+  private:
+    // A failed load is not remembered.
+    Image *findImage(std::string const &name)
+    {
+        auto const loaded = _images.find(name);
+        if(loaded != _images.end())
+            return loaded->second;
+        UnrecordedRefPtr<Image> const image(
+            ImageFileHandlerBase::the()->read(full_name(name).c_str(), nullptr));
+        if(image == nullptr)
+            return nullptr;
+        image->setForceAlphaBinary(image->calcIsAlphaBinary());
+        _images[name] = image;
+        return image;
+    }
+
+    OBJSceneFileTypeTN::MaterialMap &_materials;
+    OBJSceneFileTypeTN::MaterialPtr _current;
+    std::map<std::string, UnrecordedRefPtr<Image>> _images;
+};
+} // namespace
+
+Int32 readMaterialLibrary(char const *fileName, MtlElementMap const &elements,
+                          OBJSceneFileTypeTN::MaterialMap &materials)
+{
+    if(fileName == nullptr || *fileName == '\0')
+        return 0;
+    std::string const fullName = full_name(fileName);
+    if(fullName.empty())
+    {
+        OSG_LOG_WARNING("Couldn't open '%s'!\n", fileName);
+        return 0;
+    }
+    // A folder or a pipe opens as well, and may never end.
+    boost::system::error_code error;
+    if(!boost::filesystem::is_regular_file(fullName, error))
+        return 0;
+    std::ifstream in(fullName, std::ios::binary);
+    if(!in)
+        return 0;
+    ReadBuffer text(in);
+    LibraryMaterials library(materials);
+    return readMtl(text, elements, fileName, library);
+}
+} // namespace OSG
