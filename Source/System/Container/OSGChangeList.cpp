@@ -14,7 +14,7 @@ ChangeList::~ChangeList()
     }
 }
 
-void ChangeList::addCreated(UInt32 id, UInt64 flags) { _created.push_back({id, flags}); }
+void ChangeList::addCreated(UInt32, UInt64) { ++_numCreated; }
 
 UInt32 ChangeList::addChanged(FieldContainer *container)
 {
@@ -29,6 +29,11 @@ void ChangeList::addDelayed(FieldContainer *container, SubRef subRef)
 
 void ChangeList::commitChanges(UInt32 origin, UInt32 details) { doCommitChanges(origin, details); }
 
+namespace
+{
+constexpr std::size_t KeptPlaces = 4096;
+} // namespace
+
 void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
 {
     // By index: `changed` may edit further containers, or the same one again.
@@ -41,7 +46,10 @@ void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
         container->changed(container->takeChangeMask(), origin, details);
     }
     _changed.clear();
-    _created.clear();
+    // What a load of a large scene took is given back; an editing session keeps its room.
+    if(_changed.capacity() > KeptPlaces)
+        _changed.shrink_to_fit();
+    _numCreated = 0;
 
     std::vector<Delayed, MemAllocator<Delayed>> delayed;
     delayed.swap(_delayed);

@@ -18,20 +18,14 @@ class FieldContainer;
 class OSG_SYSTEM_API ChangeList
 {
   public:
-    /// A container made since the last commit: low 30 bits of its id, and the flags it was made
-    /// with.
-    struct Created
-    {
-        UInt32 id;
-        UInt64 flags;
-    };
-
     ChangeList() = default;
     ~ChangeList();
     ChangeList(ChangeList const &) = delete;
     ChangeList &operator=(ChangeList const &) = delete;
 
     // --- recording ---
+    /// A container was made, with the low 30 bits of its id and its local flags. Nobody but another
+    /// aspect wants more than the number of them.
     void addCreated(UInt32 id, UInt64 flags);
     /// Called once by a container whose first field is edited; gives its place in the list.
     UInt32 addChanged(FieldContainer *container);
@@ -51,7 +45,8 @@ class OSG_SYSTEM_API ChangeList
     void commitChanges(UInt32 origin = 0, UInt32 details = 0);
 
     // --- looking ---
-    std::vector<Created, MemAllocator<Created>> const &getCreated() const { return _created; }
+    /// Containers made since the last commit.
+    UInt64 getNumCreated() const { return _numCreated; }
     bool hasOpenEdits() const { return !_changed.empty(); }
 
   protected:
@@ -66,7 +61,7 @@ class OSG_SYSTEM_API ChangeList
     };
     void addDelayed(FieldContainer *container, SubRef subRef);
 
-    std::vector<Created, MemAllocator<Created>> _created;
+    UInt64 _numCreated = 0;
     std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _changed;
     std::vector<Delayed, MemAllocator<Delayed>> _delayed;
 };

@@ -1,0 +1,163 @@
+#include "OSGSystem.h"
+
+#include <dlfcn.h>
+
+#include <gtest/gtest.h>
+
+#include "OSGFieldContainerFactory.h"
+#include "OSGLog.h"
+#include "OSGName.h"
+#include "OSGNode.h"
+#include "OSGSystemHooks.h"
+
+// The system starts once in a process, so each of these tests lives in a process of its own.
+
+namespace OSG
+{
+namespace
+{
+/// Ends the process with 0 where all that `expect` was told is true.
+class Verdict
+{
+  public:
+    void expect(bool condition, char const *what)
+    {
+        if(!condition)
+            std::fprintf(stderr, "not so: %s\n", what);
+        _good = _good && condition;
+    }
+    [[noreturn]] void leave() { std::exit(_good ? 0 : 1); }
+
+  private:
+    bool _good = true;
+};
+
+#define EXPECT_IN_ITS_OWN_PROCESS(body)                                                            \
+    GTEST_FLAG_SET(death_test_style, "threadsafe");                                                \
+    EXPECT_EXIT(                                                                                   \
+        {                                                                                          \
+            Verdict verdict;                                                                       \
+            body verdict.leave();                                                                  \
+        },                                                                                         \
+        testing::ExitedWithCode(0), "")
+
+#define SAY(condition) verdict.expect(condition, #condition)
+
+std::string order; // what ran, a letter each
+
+bool note(char letter)
+{
+    order += letter;
+    return true;
+}
+
+TEST(System, BeforeStartUpTypesAreKnownButHaveNoPrototype)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        SAY(GlobalSystemState == 0);
+        SAY(Node::getClassType().getPrototype() == nullptr);
+        SAY(!Node::create());
+        SAY(TypeFactory::the().findType("Node") == &Node::getClassType());
+    });
+}
+
+TEST(System, StartUpBringsPrototypesAndStateTwo)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        SAY(startUp());
+        SAY(GlobalSystemState == 2);
+        SAY(osgLogP != nullptr);
+        SAY(Node::getClassType().getPrototype() != nullptr);
+        SAY(bool(Node::create()));
+        SAY(startUp());
+    });
+}
+
+TEST(System, HooksRunInTheirPhasesAndInTheirOrder)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        addPostFactoryExitFunction([] { return note('e') && GlobalSystemState == 3; });
+        addPreFactoryExitFunction([] { return note('d') && Node::getClassType().getPrototype(); });
+        addPostFactoryInitFunction([] { return note('a') && Node::getClassType().getPrototype(); });
+        addPostFactoryInitFunction(
+            []
+            {
+                addPostFactoryInitFunction([] { return note('c'); });
+                return note('b');
+            });
+        SAY(order.empty());
+        startUp();
+        SAY(order == "abc");
+        shutDown();
+        SAY(order == "abcde");
+        SAY(GlobalSystemState == 4);
+    });
+}
+
+TEST(System, AWrapperThatIsMadeWhileTheSystemIsUpRunsAtOnce)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        StaticInitFuncWrapper const early([] { return note('a'); });
+        SAY(order.empty());
+        startUp();
+        SAY(order == "a");
+        StaticInitFuncWrapper const late([] { return note('b'); });
+        SAY(order == "ab");
+    });
+}
+
+TEST(System, ShutDownEndsPrototypesAndDoesNotStartAgain)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        SAY(!shutDown());
+        startUp();
+        SAY(shutDown());
+        SAY(Node::getClassType().getPrototype() == nullptr);
+        SAY(!Node::create());
+        SAY(FieldContainerFactoryBase::the()->getNumContainers() == 0);
+        SAY(!startUp());
+        SAY(!shutDown());
+    });
+}
+
+TEST(System, WhatTheHostStillHoldsAfterShutDownPointsToNothing)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        startUp();
+        {
+            UnrecordedRefPtr<Node> const root(Node::create());
+            root->addChild(UnrecordedRefPtr<Node>(Node::create()));
+            setName(root, "root");
+            shutDown();
+            SAY(root->getNChildren() == 0);
+            SAY(getName(root) == nullptr);
+        }
+        SAY(FieldContainerFactoryBase::the()->getNumContainers() == 0);
+    });
+}
+
+TEST(System, MessagesAfterTheEndGoToStandardOutput)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        startUp();
+        shutDown();
+        testing::internal::CaptureStdout();
+        OSG_LOG_WARNING("after %s\n", "all");
+        SAY(testing::internal::GetCapturedStdout() == "after all\n");
+    });
+}
+
+TEST(System, ALibraryThatIsLoadedLaterIsBroughtUpAtOnce)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        startUp();
+        SAY(FieldContainerFactoryBase::the()->findType("CommandNameAttachment") == nullptr);
+        SAY(dlopen(EXTENSION_LIBRARY, RTLD_NOW | RTLD_GLOBAL) != nullptr);
+        SAY(bool(FieldContainerFactoryBase::the()->createContainer("CommandNameAttachment")));
+        SAY(bool(FieldContainerFactoryBase::the()->createContainer("Transform")));
+        shutDown();
+        SAY(FieldContainerFactoryBase::the()->getNumContainers() == 0);
+    });
+}
+} // namespace
+} // namespace OSG

@@ -1,0 +1,162 @@
+#include "OSGFieldContainer.h"
+
+#include <gtest/gtest.h>
+
+#include "OSGChangeList.h"
+#include "OSGFieldContainerFactory.h"
+#include "OSGName.h"
+#include "OSGNode.h"
+#include "OSGThread.h"
+
+namespace OSG
+{
+namespace
+{
+using NamePtr = UnrecordedRefPtr<Name>;
+
+FieldContainerFactoryBase &factory() { return *FieldContainerFactoryBase::the(); }
+
+TEST(FieldContainer, HasAnIdUnderWhichTheFactoryFindsIt)
+{
+    NamePtr const name(Name::create());
+    EXPECT_NE(name->getId(), 0u);
+    EXPECT_EQ(factory().getContainer(name->getId()), name);
+    EXPECT_EQ(factory().getMappedContainer(name->getId()), name);
+}
+
+TEST(FieldContainer, TheIdOfADeadContainerNamesNothing)
+{
+    UInt32 id = 0;
+    {
+        NamePtr const name(Name::create());
+        id = name->getId();
+    }
+    EXPECT_EQ(factory().getContainer(id), nullptr);
+    EXPECT_EQ(factory().getContainer(0), nullptr);
+    EXPECT_EQ(factory().getContainer(0xFFFFFFFF), nullptr);
+}
+
+TEST(FieldContainer, IdsOfTheDeadReturnFirstInFirstOut)
+{
+    // Ids that earlier tests left behind are used up first.
+    std::vector<NamePtr> kept;
+    while(factory().getIds().size() < factory().getIds().back() || kept.size() < 2)
+        kept.push_back(NamePtr(Name::create()));
+    UInt32 const first = kept[0]->getId();
+    UInt32 const second = kept[1]->getId();
+    kept[0] = nullptr;
+    kept[1] = nullptr;
+    EXPECT_EQ(NamePtr(Name::create())->getId(), first);
+    EXPECT_EQ(NamePtr(Name::create())->getId(), second);
+}
+
+TEST(FieldContainer, CreateHandsOneReferenceOver)
+{
+    TransitPtr<Name> made = Name::create();
+    EXPECT_EQ(made->getRefCount(), 1);
+    NamePtr const name(std::move(made));
+    EXPECT_EQ(name->getRefCount(), 1);
+}
+
+TEST(FieldContainer, WhatNobodyReceivesEnds)
+{
+    UInt32 const before = factory().getNumContainers();
+    Name::create();
+    EXPECT_EQ(factory().getNumContainers(), before);
+}
+
+TEST(FieldContainer, RecordedAndUnrecordedReferencesKeepItAliveTogether)
+{
+    UInt32 const before = factory().getNumContainers();
+    NamePtr unrecorded(Name::create());
+    RecordedRefPtr<Name> recorded(unrecorded.get());
+    EXPECT_EQ(recorded->getRefCount(), 2);
+    unrecorded = nullptr;
+    EXPECT_EQ(factory().getNumContainers(), before + 1);
+    recorded = nullptr;
+    EXPECT_EQ(factory().getNumContainers(), before);
+}
+
+TEST(FieldContainer, AWeakPointerReadsAsNullOnceTheObjectHasDied)
+{
+    NamePtr name(Name::create());
+    WeakRefPtr<Name> const weak(name.get());
+    EXPECT_EQ(weak.get(), name);
+    name = nullptr;
+    EXPECT_EQ(weak.get(), nullptr);
+}
+
+TEST(FieldContainer, AnEditIsOpenUntilTheCommit)
+{
+    ChangeList &changes = *Thread::getCurrentChangeList();
+    changes.commitChanges();
+    NamePtr const name(Name::create());
+    changes.commitChanges();
+    EXPECT_EQ(name->getChangeMask(), 0u);
+    name->setName("pump");
+    EXPECT_EQ(name->getChangeMask(), BitVector(Name::NameFieldMask));
+    name->setInternal(true);
+    EXPECT_EQ(name->getChangeMask(), Name::NameFieldMask | Name::InternalFieldMask);
+    EXPECT_TRUE(changes.hasOpenEdits());
+    changes.commitChanges();
+    EXPECT_EQ(name->getChangeMask(), 0u);
+    EXPECT_FALSE(changes.hasOpenEdits());
+}
+
+TEST(FieldContainer, OneThatDiesWithOpenEditsLeavesTheChangeList)
+{
+    {
+        NamePtr const name(Name::create());
+        name->setName("gone");
+    }
+    Thread::getCurrentChangeList()->commitChanges();
+}
+
+TEST(FieldContainer, DelayedReferencesAreDroppedAtTheCommit)
+{
+    UInt32 const before = factory().getNumContainers();
+    Name *const name = Name::create().release();
+    ChangeList &changes = *Thread::getCurrentChangeList();
+    changes.addDelayedSubRef<UnrecordedRefCountPolicy>(name);
+    EXPECT_EQ(factory().getNumContainers(), before + 1);
+    changes.commitChanges();
+    EXPECT_EQ(factory().getNumContainers(), before);
+}
+
+TEST(FieldContainer, IdsOfTheFieldsEndWhereTheLibraryContinuesThem)
+{
+    EXPECT_EQ(Attachment::NextFieldId, 5u);
+    EXPECT_EQ(Attachment::NextFieldMask, BitVector(32));
+}
+
+TEST(FieldContainer, AbstractClassesCannotBeMade)
+{
+    EXPECT_EQ(Attachment::getClassType().getPrototype(), nullptr);
+    EXPECT_FALSE(NodeCore::create());
+    EXPECT_EQ(NodeCore::createEmpty(), nullptr);
+    EXPECT_FALSE(factory().createContainer("NodeCore"));
+    EXPECT_FALSE(factory().createContainer("no such type"));
+}
+
+TEST(FieldContainer, TheFactoryMakesContainersByTheNameOfTheirType)
+{
+    TransitPtr<FieldContainer> const made = factory().createContainer("Node");
+    ASSERT_TRUE(made);
+    EXPECT_TRUE(made->getType() == Node::getClassType());
+    EXPECT_TRUE(made->getType().isDerivedFrom(AttachmentContainer::getClassType()));
+    EXPECT_FALSE(made->getType().isDerivedFrom(NodeCore::getClassType()));
+}
+
+TEST(FieldContainer, TypesComeWithParentsBeforeChildren)
+{
+    std::vector<FieldContainerType *> const types = factory().getTypes();
+    for(std::size_t i = 0; i < types.size(); ++i)
+    {
+        if(types[i]->getParent() == nullptr)
+            continue;
+        auto const parent = std::find(types.begin(), types.begin() + i, types[i]->getParent());
+        EXPECT_NE(parent, types.begin() + i) << types[i]->getName();
+    }
+}
+} // namespace
+} // namespace OSG

@@ -1,0 +1,138 @@
+#include "OSGFieldHandle.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include "OSGFieldContainerFactory.h"
+#include "OSGFieldText.h"
+#include "OSGName.h"
+#include "OSGNode.h"
+
+namespace OSG
+{
+namespace
+{
+std::string text_of(GetFieldHandlePtr const &handle, UInt32 index = 0)
+{
+    std::ostringstream text;
+    OutStream out(text);
+    handle->pushIndexedValueToStream(out, index);
+    return text.str();
+}
+
+TEST(FieldHandle, ReadsAndWritesAFieldByItsName)
+{
+    UnrecordedRefPtr<Name> const name(Name::create());
+    ASSERT_TRUE(name->editField("name")->pushIndexedValueFromCString("pump", 0));
+    EXPECT_EQ(name->getName(), "pump");
+    EXPECT_EQ(text_of(name->getField("name")), "pump");
+    EXPECT_EQ(text_of(name->getField(Name::NameFieldId)), "pump");
+}
+
+TEST(FieldHandle, AFieldThatTheContainerHasNotGivesNull)
+{
+    UnrecordedRefPtr<Name> const name(Name::create());
+    EXPECT_FALSE(name->getField("nothing"));
+    EXPECT_FALSE(name->editField(63u));
+    EXPECT_EQ(name->getFieldDescription("nothing"), nullptr);
+}
+
+TEST(FieldHandle, MakingAnEditHandleMarksTheField)
+{
+    UnrecordedRefPtr<Name> const name(Name::create());
+    name->takeChangeMask();
+    EditFieldHandlePtr const handle = name->editField(Name::NameFieldId);
+    EXPECT_EQ(name->getChangeMask(), BitVector(Name::NameFieldMask));
+}
+
+TEST(FieldHandle, TextThatDoesNotReadLeavesTheValue)
+{
+    UnrecordedRefPtr<Node> const node(Node::create());
+    node->setTravMask(7);
+    EXPECT_FALSE(node->editField("travMask")->pushIndexedValueFromCString("x", 0));
+    EXPECT_FALSE(node->editField("travMask")->pushIndexedValueFromCString("1", 1));
+    EXPECT_FALSE(node->editField("travMask")->insertIndexedValueFromCString("1", 0));
+    EXPECT_FALSE(node->editField("travMask")->removeIndex(0));
+    EXPECT_EQ(node->getTravMask(), 7u);
+}
+
+TEST(FieldHandle, KnowsPointerFieldsAndTheirSizes)
+{
+    UnrecordedRefPtr<Node> const node(Node::create());
+    node->addChild(UnrecordedRefPtr<Node>(Node::create()));
+    GetFieldHandlePtr const children = node->getField("children");
+    EXPECT_TRUE(children->isPointerField());
+    EXPECT_EQ(children->size(), 1u);
+    EXPECT_EQ(children->getPointer(0), node->getChild(0));
+    EXPECT_EQ(children->getPointer(1), nullptr);
+    EXPECT_FALSE(node->getField("travMask")->isPointerField());
+}
+
+TEST(FieldHandle, FieldsAreEqualByTypeAndValue)
+{
+    UnrecordedRefPtr<Name> const one(Name::create());
+    UnrecordedRefPtr<Name> const two(Name::create());
+    one->setName("pump");
+    two->setName("pump");
+    EXPECT_TRUE(one->getField("name")->equal(*two->getField("name")));
+    EXPECT_TRUE(one->getField("name")->equal(*two->editField("name")));
+    two->setName("valve");
+    EXPECT_FALSE(one->getField("name")->equal(*two->getField("name")));
+    EXPECT_FALSE(one->getField("name")->equal(*one->getField("internal")));
+}
+
+TEST(FieldHandle, EveryFieldOfEveryTypeIsDescribedAndReachable)
+{
+    for(FieldContainerType *type : FieldContainerFactoryBase::the()->getTypes())
+    {
+        for(FieldDescriptionBase const *field : type->getOwnFieldDescs())
+        {
+            EXPECT_EQ(field->getFieldMask(), BitVector(1) << field->getFieldId());
+            EXPECT_EQ(type->getFieldDesc(field->getFieldId()), field);
+            EXPECT_EQ(field->getFlags(), 256u);
+            EXPECT_STRNE(field->getDocumentation(), "") << type->getName() << field->getName();
+            if(type->getPrototype() != nullptr)
+            {
+                GetFieldHandlePtr const handle =
+                    type->getPrototype()->getField(field->getFieldId());
+                ASSERT_TRUE(handle);
+                EXPECT_TRUE(handle->isValid());
+                EXPECT_EQ(handle->getName(), field->getName());
+                EXPECT_EQ(handle->getContainer(), type->getPrototype());
+            }
+        }
+    }
+}
+
+TEST(FieldText, NumbersReadBackExactly)
+{
+    Matrix matrix;
+    matrix[3][0] = 0.1f;
+    std::ostringstream text;
+    OutStream out(text);
+    value_to_text(out, matrix);
+    Matrix back;
+    back[0][0] = 7.f;
+    ASSERT_TRUE(value_from_text(text.str().c_str(), back));
+    EXPECT_TRUE(back.equals(matrix, 0.f));
+}
+
+TEST(FieldText, AcceptsLiteralsAsDescriptionsWriteThem)
+{
+    Real32 number = 0.f;
+    EXPECT_TRUE(value_from_text("1.0f", number));
+    EXPECT_EQ(number, 1.f);
+    Pnt3f point;
+    EXPECT_TRUE(value_from_text("1, 2, 3", point));
+    EXPECT_EQ(point, Pnt3f(1.f, 2.f, 3.f));
+    EXPECT_FALSE(value_from_text("1, 2", point));
+    EXPECT_FALSE(value_from_text("1, 2, 3, 4", point));
+    bool flag = false;
+    EXPECT_TRUE(value_from_text("true", flag));
+    EXPECT_TRUE(flag);
+    UInt8 byte = 3;
+    EXPECT_FALSE(value_from_text("256", byte));
+    EXPECT_EQ(byte, 3);
+}
+} // namespace
+} // namespace OSG
