@@ -83,7 +83,8 @@ bool TransformationMatrix<T>::invertFrom(TransformationMatrix const &source)
 {
     RowPairMinors const minors(source);
     double const determinant = minors.determinant();
-    if(std::abs(determinant) < singular_determinant)
+    // Not a number counts as singular.
+    if(!(std::abs(determinant) >= singular_determinant))
     {
         OSG_LOG_WARNING("TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n");
         setIdentity();

@@ -100,7 +100,7 @@ class TransformationMatrix
     void transpose();
 
     /// This becomes the inverse of `source`, by cofactors. Where the determinant lies below 1e-30
-    /// it becomes the identity, one warning is logged and the result is false.
+    /// or is not a number it becomes the identity, one warning is logged and the result is false.
     /// The cofactors are taken in double precision and rounded once: far translations and strong
     /// scales keep the digits that a product of single-precision minors would lose.
     bool invertFrom(TransformationMatrix const &source);

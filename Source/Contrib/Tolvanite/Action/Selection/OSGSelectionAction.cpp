@@ -1,0 +1,134 @@
+#include "OSGSelectionAction.h"
+
+#include <cassert>
+#include <functional>
+
+#include "OSGSelectionFunctor.h"
+#include "OSGSystemHooks.h"
+
+namespace OSG
+{
+Action::FunctorStore *SelectionAction::_defaultEnterFunctors = nullptr;
+Action::FunctorStore *SelectionAction::_defaultLeaveFunctors = nullptr;
+SelectionAction *SelectionAction::_prototype = nullptr;
+
+// --- creation ---
+
+SelectionAction::SelectionAction() { takeDefaults(); }
+
+SelectionAction::SelectionAction(Frustum const &frustum)
+{
+    pushFrustum(frustum);
+    takeDefaults();
+}
+
+SelectionAction::SelectionAction(SelectionAction const &source) = default;
+SelectionAction::~SelectionAction() = default;
+
+void SelectionAction::takeDefaults()
+{
+    if(_defaultEnterFunctors != nullptr)
+        _enterFunctors = *_defaultEnterFunctors;
+    if(_defaultLeaveFunctors != nullptr)
+        _leaveFunctors = *_defaultLeaveFunctors;
+}
+
+TransitPtr<SelectionAction> SelectionAction::create()
+{
+    return TransitPtr<SelectionAction>(_prototype != nullptr ? new SelectionAction(*_prototype)
+                                                             : new SelectionAction);
+}
+
+TransitPtr<SelectionAction> SelectionAction::create(Frustum const &frustum)
+{
+    if(_prototype == nullptr)
+        return TransitPtr<SelectionAction>(new SelectionAction(frustum));
+    TransitPtr<SelectionAction> copy(new SelectionAction(*_prototype));
+    copy->pushFrustum(frustum);
+    return copy;
+}
+
+// --- default handlers ---
+
+void SelectionAction::registerEnterDefault(FieldContainerType const &type, Functor const &function)
+{
+    if(_defaultEnterFunctors == nullptr)
+    {
+        _defaultEnterFunctors = new FunctorStore;
+        addPostFactoryExitFunction(&SelectionAction::terminateEnter);
+    }
+    put_functor(*_defaultEnterFunctors, type, function, &Action::_defaultEnterFunction);
+}
+
+void SelectionAction::registerLeaveDefault(FieldContainerType const &type, Functor const &function)
+{
+    if(_defaultLeaveFunctors == nullptr)
+    {
+        _defaultLeaveFunctors = new FunctorStore;
+        addPostFactoryExitFunction(&SelectionAction::terminateLeave);
+    }
+    put_functor(*_defaultLeaveFunctors, type, function, &Action::_defaultLeaveFunction);
+}
+
+bool SelectionAction::terminateEnter()
+{
+    delete _defaultEnterFunctors;
+    _defaultEnterFunctors = nullptr;
+    return true;
+}
+
+bool SelectionAction::terminateLeave()
+{
+    delete _defaultLeaveFunctors;
+    _defaultLeaveFunctors = nullptr;
+    return true;
+}
+
+Action::FunctorStore *SelectionAction::getDefaultEnterFunctors() { return _defaultEnterFunctors; }
+Action::FunctorStore *SelectionAction::getDefaultLeaveFunctors() { return _defaultLeaveFunctors; }
+
+// --- the walk ---
+
+void SelectionAction::reinitialize()
+{
+    std::deque<Frustum>().swap(_frustumStack);
+    std::deque<Node *>().swap(_nodeStack);
+    std::deque<Matrix>().swap(_matrixStack);
+}
+
+void SelectionAction::pushFrustum(Frustum const &frustum)
+{
+    _frustumStack.push_back(frustum);
+    _frustumVolume = frustum.Volume();
+}
+
+void SelectionAction::popFrustum()
+{
+    _frustumStack.pop_back();
+    _frustumVolume = _frustumStack.empty() ? FrustumVolume() : _frustumStack.back().Volume();
+}
+
+ActionBase::ResultE SelectionAction::start()
+{
+    while(!_nodeStack.empty())
+        _nodeStack.pop_back();
+    while(!_matrixStack.empty())
+        _matrixStack.pop_back();
+    _matrixStack.push_back(Matrix());
+    assert(_actor != nullptr);
+    _actor->start();
+    return Continue;
+}
+
+ActionBase::ResultE SelectionAction::stop(ResultE result)
+{
+    assert(_actor != nullptr);
+    _actor->stop();
+    return result;
+}
+
+bool SelectionAction::operator<(SelectionAction const &other) const
+{
+    return std::less<>()(this, &other);
+}
+} // namespace OSG

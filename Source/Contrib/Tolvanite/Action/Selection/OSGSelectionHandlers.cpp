@@ -1,0 +1,194 @@
+#include "OSGSelectionHandlers.h"
+
+#include <boost/bind/bind.hpp>
+
+#include "OSGBillboard.h"
+#include "OSGComponentTransform.h"
+#include "OSGConstantSizeTransform.h"
+#include "OSGGeometry.h"
+#include "OSGInverseTransform.h"
+#include "OSGMoveManipulator.h"
+#include "OSGMultiSwitch.h"
+#include "OSGNode.h"
+#include "OSGRotateManipulator.h"
+#include "OSGScaleManipulator.h"
+#include "OSGSelectionAction.h"
+#include "OSGVisitSubTree.h"
+
+namespace OSG
+{
+namespace
+{
+SelectionAction &selection(Action *action) { return static_cast<SelectionAction &>(*action); }
+
+/// Enters the space that `local` leads out of. Where it has no inverse the frustum stays.
+void push_local_space(SelectionAction &action, Matrix const &local)
+{
+    Matrix inverse;
+    inverse.invertFrom(local);
+    Frustum frustum(action.topFrustum());
+    frustum.multFull(inverse);
+    Matrix toRoot(action.topMatrix());
+    action.getActNode()->getCore()->accumulateMatrix(toRoot);
+    action.pushMatrix(toRoot);
+    action.pushFrustum(frustum);
+    action.pushNode(action.getActNode());
+}
+
+ActionBase::ResultE pop_local_space(SelectionAction &action)
+{
+    action.popMatrix();
+    action.popFrustum();
+    action.popNode();
+    return ActionBase::Continue;
+}
+
+/// Has the children walked that the choices name. The cursor moves on a match alone, so that a
+/// choice that is out of order or beyond the children hides those after it.
+void add_choices(Action &action, MField<UInt32> const &choices)
+{
+    auto choice = choices.begin();
+    UInt32 const count = action.getNNodes();
+    for(UInt32 i = 0; i < count && choice != choices.end(); ++i)
+    {
+        if(i != *choice)
+            continue;
+        action.addNode(action.getNode(i));
+        ++choice;
+    }
+}
+} // namespace
+
+SelectionHandlers::SelectionHandlers() = default;
+SelectionHandlers::~SelectionHandlers() = default;
+
+void SelectionHandlers::registerHandlers(Action::Functor const &enterGeometry)
+{
+    using Self = SelectionHandlers;
+    using Handler = ResultE (Self::*)(NodeCore *, Action *);
+    struct Row
+    {
+        FieldContainerType const &type;
+        Action::Functor enter;
+        Action::Functor leave;
+    };
+    auto const own = [this](Handler handler) -> Action::Functor
+    {
+        using namespace boost::placeholders;
+        return boost::bind(handler, this, _1, _2);
+    };
+    Action::Functor const enter = own(&Self::enterTransform);
+    Action::Functor const leave = own(&Self::leaveTransform);
+    Action::Functor const enterAccumulate = own(&Self::enterAccumulateTransform);
+    Action::Functor const leaveAccumulate = own(&Self::leaveAccumulateTransform);
+    Row const rows[] = {
+        {Transform::getClassType(), enter, leave},
+        {ComponentTransform::getClassType(), enter, leave},
+        {MoveManipulator::getClassType(), enter, leave},
+        {RotateManipulator::getClassType(), enter, leave},
+        {ScaleManipulator::getClassType(), enter, leave},
+        {InverseTransform::getClassType(), enterAccumulate, leaveAccumulate},
+        {Billboard::getClassType(), enterAccumulate, leaveAccumulate},
+        {ConstantSizeTransform::getClassType(), enterAccumulate, leaveAccumulate},
+        {Geometry::getClassType(), enterGeometry, own(&Self::leaveGeometry)},
+        {MultiSwitch::getClassType(), own(&Self::enterMultiSwitch), own(&Self::leaveMultiSwitch)},
+        {VisitSubTree::getClassType(), own(&Self::enterVisitSubTree),
+         own(&Self::leaveVisitSubTree)},
+    };
+    for(Row const &row : rows)
+    {
+        getAction()->registerEnterFunction(row.type, row.enter);
+        getAction()->registerLeaveFunction(row.type, row.leave);
+    }
+}
+
+bool SelectionHandlers::outside_frustum(SelectionAction const &action)
+{
+    BoxVolume const &volume = action.getActNode()->getVolume();
+    return volume.isValid() && !volume.intersect(action.frustumVolume());
+}
+
+SelectionFunctor::HitT SelectionHandlers::hit_here(SelectionAction const &action) const
+{
+    HitT hit;
+    hit.selectionType = getSelectionType();
+    hit.node = action.getActNode();
+    hit.matrix = action.topMatrix();
+    hit.visitSubTreeNodes = action.getVisitSubTreeNodes();
+    return hit;
+}
+
+// --- transforms ---
+
+ActionBase::ResultE SelectionHandlers::enterTransform(NodeCore *core, Action *action)
+{
+    if(outside_frustum(selection(action)))
+        return ActionBase::Skip;
+    push_local_space(selection(action), static_cast<Transform *>(core)->getMatrix());
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE SelectionHandlers::leaveTransform(NodeCore *, Action *action)
+{
+    return pop_local_space(selection(action));
+}
+
+ActionBase::ResultE SelectionHandlers::enterAccumulateTransform(NodeCore *core, Action *action)
+{
+    if(outside_frustum(selection(action)))
+        return ActionBase::Skip;
+    Matrix local;
+    core->accumulateMatrix(local);
+    push_local_space(selection(action), local);
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE SelectionHandlers::leaveAccumulateTransform(NodeCore *, Action *action)
+{
+    return pop_local_space(selection(action));
+}
+
+// --- geometry ---
+
+ActionBase::ResultE SelectionHandlers::leaveGeometry(NodeCore *, Action *)
+{
+    return ActionBase::Continue;
+}
+
+// --- switches and shared subtrees ---
+
+ActionBase::ResultE SelectionHandlers::enterMultiSwitch(NodeCore *core, Action *action)
+{
+    auto const *const multiSwitch = dynamic_cast<MultiSwitch const *>(core);
+    if(multiSwitch == nullptr)
+        return ActionBase::Continue;
+    if(multiSwitch->getSwitchMode() == MultiSwitch::ShowNone)
+        return ActionBase::Skip;
+    if(multiSwitch->getSwitchMode() != MultiSwitch::ShowChoices)
+        return ActionBase::Continue;
+    if(multiSwitch->getChoices().empty())
+        return getContinueOnEmptyMultiSwitchChoices() ? ActionBase::Continue : ActionBase::Skip;
+    add_choices(*action, multiSwitch->getChoices());
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE SelectionHandlers::leaveMultiSwitch(NodeCore *, Action *)
+{
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE SelectionHandlers::enterVisitSubTree(NodeCore *core, Action *action)
+{
+    if(outside_frustum(selection(action)))
+        return ActionBase::Skip;
+    action->addNode(static_cast<VisitSubTree *>(core)->getSubTreeRoot());
+    selection(action).pushVisitSubTreeNode(action->getActNode());
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE SelectionHandlers::leaveVisitSubTree(NodeCore *, Action *action)
+{
+    selection(action).popVisitSubTreeNode();
+    return ActionBase::Continue;
+}
+} // namespace OSG

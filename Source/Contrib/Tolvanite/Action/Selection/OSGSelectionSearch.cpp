@@ -1,0 +1,202 @@
+#include "OSGSelectionSearch.h"
+
+#include <algorithm>
+
+#include "OSGGeometryIterators.h"
+#include "OSGSelectionClipping.h"
+
+namespace OSG::SelectionSearch
+{
+using SelectionClipping::ClippedTriangle;
+using SelectionClipping::TriangleGrade;
+
+namespace
+{
+constexpr Real32 zero_epsilon = 1e-6f;
+
+bool passes_near(Extreme const &near, Real32 distance) { return near.distance >= distance; }
+bool passes_far(Extreme const &far, Real32 distance) { return distance >= far.distance; }
+
+/// Takes a corner with its normal and place.
+void take(Extreme &extreme, Real32 distance, Int32 index, Vec3f const &normal, Pnt3f const &point)
+{
+    extreme = {distance, index, point, normal};
+}
+
+/// Takes the corner where it is an extreme one; `normal()` is asked only then.
+template <class Normal>
+void offer(Extremes &extremes, Real32 distance, Int32 index, Pnt3f const &point, Normal normal)
+{
+    if(passes_near(extremes.near, distance))
+        take(extremes.near, distance, index, normal(), point);
+    if(passes_far(extremes.far, distance))
+        take(extremes.far, distance, index, normal(), point);
+}
+
+/// The extremes of triangles, and the triangles that they belong to.
+class TriangleExtremes
+{
+  public:
+    explicit TriangleExtremes(Plane const &plane)
+        : _plane(plane)
+    {
+    }
+
+    void addContained(TriangleIterator const &it, Pnt3f const *corners)
+    {
+        for(int v = 0; v < 3; ++v)
+        {
+            Real32 const distance = _plane.distance(corners[v]);
+            if(passes_near(_extremes.near, distance))
+            {
+                take(_extremes.near, distance, it.getIndex(), it.getNormal(v),
+                     _extremes.near.point);
+                std::copy_n(corners, 3, _nearTriangle);
+            }
+            if(passes_far(_extremes.far, distance))
+            {
+                take(_extremes.far, distance, it.getIndex(), it.getNormal(v), corners[v]);
+                std::copy_n(corners, 3, _farTriangle);
+            }
+        }
+    }
+
+    void addClipped(TriangleIterator const &it, Pnt3f const *corners,
+                    ClippedTriangle const &clipped)
+    {
+        for(int i = 0; i < clipped.size(); ++i)
+        {
+            Pnt3f const &point = clipped[i].first;
+            Real32 const distance = _plane.distance(point);
+            if(passes_near(_extremes.near, distance))
+            {
+                take(_extremes.near, distance, it.getIndex(), Vec3f(), point);
+                std::copy_n(corners, 3, _nearTriangle);
+            }
+            if(passes_far(_extremes.far, distance))
+            {
+                take(_extremes.far, distance, it.getIndex(), Vec3f(), point);
+                std::copy_n(corners, 3, _farTriangle);
+            }
+        }
+    }
+
+    /// The result, with normals of the faces where there is no other.
+    Extremes finish()
+    {
+        complete(_extremes.near, _nearTriangle);
+        complete(_extremes.far, _farTriangle);
+        return _extremes;
+    }
+
+  private:
+    static void complete(Extreme &extreme, Pnt3f const *triangle)
+    {
+        if(!extreme.normal.equals(Vec3f(), zero_epsilon))
+            return;
+        extreme.normal = (triangle[1] - triangle[0]).cross(triangle[2] - triangle[0]);
+        extreme.normal.normalize();
+    }
+
+    Plane const &_plane;
+    Extremes _extremes;
+    Pnt3f _nearTriangle[3];
+    Pnt3f _farTriangle[3];
+};
+
+/// Calls `visit` for each triangle that the coarse test lets pass, until it returns false.
+template <class Visit>
+void visit_triangles(Geometry const &geometry, Plane const *planes, Visit visit)
+{
+    TriangleIterator const end = geometry.endTriangles();
+    for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
+    {
+        Pnt3f const corners[3] = {it.getPosition(0), it.getPosition(1), it.getPosition(2)};
+        TriangleGrade const grade = SelectionClipping::grade_triangle(corners, planes);
+        if(grade != TriangleGrade::Outside && !visit(it, corners, grade))
+            return;
+    }
+}
+} // namespace
+
+Extremes find_triangles(Geometry const &geometry, Plane const *planes, Plane const &plane)
+{
+    TriangleExtremes extremes(plane);
+    ClippedTriangle clipped;
+    visit_triangles(geometry, planes,
+                    [&](TriangleIterator const &it, Pnt3f const *corners, TriangleGrade grade)
+                    {
+                        if(grade == TriangleGrade::Contained)
+                        {
+                            extremes.addContained(it, corners);
+                            return true;
+                        }
+                        clip_triangle_at_frustum(corners, planes, clipped);
+                        extremes.addClipped(it, corners, clipped);
+                        return true;
+                    });
+    return extremes.finish();
+}
+
+bool has_triangle(Geometry const &geometry, Plane const *planes)
+{
+    bool found = false;
+    ClippedTriangle clipped;
+    visit_triangles(geometry, planes,
+                    [&](TriangleIterator const &, Pnt3f const *corners, TriangleGrade grade)
+                    {
+                        if(grade == TriangleGrade::Crossing)
+                            clip_triangle_at_frustum(corners, planes, clipped);
+                        found = grade == TriangleGrade::Contained || !clipped.empty();
+                        return !found;
+                    });
+    return found;
+}
+
+Extremes find_lines(Geometry const &geometry, Plane const *planes, Plane const &plane)
+{
+    Extremes extremes;
+    LineIterator const end = geometry.endLines();
+    for(LineIterator it = geometry.beginLines(); it != end; ++it)
+    {
+        Pnt3f ends[2] = {it.getPosition(0), it.getPosition(1)};
+        if(!SelectionClipping::coarse_intersect(ends, 2, planes, 6) ||
+           !SelectionClipping::line_intersect(ends, planes, 6))
+            continue;
+        for(int i = 0; i < 2; ++i)
+            offer(extremes, plane.distance(ends[i]), it.getIndex(), ends[i],
+                  [&] { return it.getNormal(i); });
+    }
+    return extremes;
+}
+
+Extremes find_points(Geometry const &geometry, Plane const *planes, Plane const &plane)
+{
+    Extremes extremes;
+    PrimitiveIterator const end = geometry.endPrimitives();
+    for(PrimitiveIterator it = geometry.beginPrimitives(); it != end; ++it)
+    {
+        if(it.getType() != PointsPrimitive)
+            continue;
+        // A primitive may claim points that the arrays do not have.
+        UInt32 const available = it.getAvailable();
+        bool complete = available == it.getLength();
+        for(UInt32 i = 0; i < available; ++i)
+        {
+            Int32 const vertex = static_cast<Int32>(i);
+            if(!it.hasPosition(vertex))
+            {
+                complete = false;
+                continue;
+            }
+            Pnt3f const point = it.getPosition(vertex);
+            if(SelectionClipping::containement(&point, 1, planes, 6))
+                offer(extremes, plane.distance(point), static_cast<Int32>(it.getIndex()), point,
+                      [&] { return it.getNormal(0); });
+        }
+        if(!complete)
+            geometry.reportOutOfRange();
+    }
+    return extremes;
+}
+} // namespace OSG::SelectionSearch

@@ -1,0 +1,99 @@
+#include "OSGSimpleSelectionFunctor.h"
+
+#include <boost/bind/bind.hpp>
+
+#include "OSGGeometry.h"
+#include "OSGSelectionAction.h"
+#include "OSGSelectionSearch.h"
+
+namespace OSG
+{
+using SelectionSearch::Extreme;
+using SelectionSearch::Extremes;
+
+SimpleSelectionFunctor::SimpleSelectionFunctor(SelectionAction *action, UInt32 selectionType,
+                                               PlaneType planeType)
+    : SelectionHandlers(action, selectionType, planeType)
+{
+    SimpleSelectionFunctor::init();
+}
+
+SimpleSelectionFunctor::SimpleSelectionFunctor() { SimpleSelectionFunctor::init(); }
+SimpleSelectionFunctor::~SimpleSelectionFunctor() = default;
+
+void SimpleSelectionFunctor::init()
+{
+    using namespace boost::placeholders;
+    if(getAction() == nullptr)
+        return;
+    SelectionFunctor::init();
+    registerHandlers(boost::bind(&SimpleSelectionFunctor::enterGeometry, this, _1, _2));
+}
+
+ActionBase::ResultE SimpleSelectionFunctor::enterGeometry(NodeCore *core, Action *action)
+{
+    auto const &selection = static_cast<SelectionAction const &>(*action);
+    if(outside_frustum(selection))
+        return ActionBase::Skip;
+    auto const *const geometry = static_cast<Geometry const *>(core);
+    Plane const &plane = get_plane(selection);
+    if((getSelectionType() & SelectTriangles) != 0)
+        triangles(selection, plane, geometry);
+    if((getSelectionType() & SelectLines) != 0)
+        lines(selection, plane, geometry);
+    if((getSelectionType() & SelectPoints) != 0)
+        points(selection, plane, geometry);
+    return ActionBase::Continue;
+}
+
+// --- workers ---
+
+namespace
+{
+// Points that differ by no more in any coordinate are one place.
+constexpr Real32 same_place_epsilon = 1e-6f;
+
+Plane const *planes_of(SelectionAction const &action)
+{
+    return action.frustumVolume().getPlanes().data();
+}
+} // namespace
+
+void SimpleSelectionFunctor::triangles(SelectionAction const &action, Plane const &plane,
+                                       Geometry const *geometry)
+{
+    record(action, SelectionSearch::find_triangles(*geometry, planes_of(action), plane));
+}
+
+void SimpleSelectionFunctor::lines(SelectionAction const &action, Plane const &plane,
+                                   Geometry const *geometry)
+{
+    record(action, SelectionSearch::find_lines(*geometry, planes_of(action), plane));
+}
+
+void SimpleSelectionFunctor::points(SelectionAction const &action, Plane const &plane,
+                                    Geometry const *geometry)
+{
+    record(action, SelectionSearch::find_points(*geometry, planes_of(action), plane));
+}
+
+void SimpleSelectionFunctor::record(SelectionAction const &action, Extremes const &extremes)
+{
+    bool const samePlace = extremes.near.point.equals(extremes.far.point, same_place_epsilon);
+    if(extremes.near.index > -1)
+        addFirstHit(hit_at(action, extremes.near));
+    if(extremes.far.index > -1 && !samePlace)
+        addLastHit(hit_at(action, extremes.far));
+}
+
+SelectionFunctor::HitT SimpleSelectionFunctor::hit_at(SelectionAction const &action,
+                                                      Extreme const &extreme) const
+{
+    HitT hit = hit_here(action);
+    action.topMatrix().multFull(extreme.point, hit.point);
+    hit.normal = extreme.normal;
+    hit.index = extreme.index;
+    hit.distance = extreme.distance;
+    return hit;
+}
+} // namespace OSG

@@ -1,0 +1,134 @@
+#include "OSGSharedIndex.h"
+
+#include <gmock/gmock.h>
+
+#include "MathPrinters.h"
+#include "OSGGeometryIterators.h"
+#include "PrimitiveExpansion.h"
+#include "RandomNumbers.h"
+
+namespace OSG::Test
+{
+namespace
+{
+using testing::ElementsAre;
+
+std::vector<Pnt3f> const corners = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+std::vector<Vec3f> const axes = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+
+std::vector<UInt32> index_of(Geometry const &geometry, UInt16 slot)
+{
+    std::vector<UInt32> result;
+    for(UInt32 i = 0; i < geometry.getIndex(slot)->size(); ++i)
+        result.push_back(geometry.getIndex(slot)->getValue(i));
+    return result;
+}
+
+TEST(CreateSharedIndex, EachCombinationStandsOnceInTheOrderOfFirstUse)
+{
+    GeometryPtr const geometry = make_geometry(
+        {{TrianglesPrimitive}, {6}, corners, axes, {3, 1, 0, 3, 1, 2}, {2, 2, 2, 2, 0, 2}});
+    EXPECT_EQ(createSharedIndex(geometry), 5);
+    EXPECT_THAT(index_of(*geometry, Geometry::PositionsSlot), ElementsAre(0, 1, 2, 0, 3, 4));
+    EXPECT_EQ(geometry->getIndex(Geometry::PositionsSlot),
+              geometry->getIndex(Geometry::NormalsSlot));
+    ASSERT_EQ(geometry->getPositions()->size(), 5u);
+    EXPECT_EQ(Pnt3f(geometry->getPositions()->getArray()[3]), corners[1]);
+    EXPECT_EQ(Vec3f(geometry->getNormals()->getArray()[3]), axes[0]);
+}
+
+TEST(CreateSharedIndex, AGeometryWithOneIndexStaysAsItIs)
+{
+    GeometryPtr const geometry =
+        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 0}});
+    geometry->setIndices(geometry->getIndex(Geometry::PositionsSlot));
+    GeoVectorProperty *const positions = geometry->getPositions();
+    GeoIntegralProperty *const index = geometry->getIndex(Geometry::PositionsSlot);
+    EXPECT_EQ(createSharedIndex(geometry), 0);
+    EXPECT_EQ(geometry->getPositions(), positions);
+    EXPECT_EQ(geometry->getIndex(Geometry::NormalsSlot), index);
+}
+
+TEST(CreateSharedIndex, AGeometryWithoutIndexStaysAsItIs)
+{
+    GeometryPtr const geometry = make_geometry({{TrianglesPrimitive}, {3}, corners, axes});
+    EXPECT_EQ(createSharedIndex(geometry), 0);
+    EXPECT_EQ(geometry->getIndex(Geometry::PositionsSlot), nullptr);
+}
+
+TEST(CreateSharedIndex, AnIndexThatOneSlotLacksIsFolded)
+{
+    GeometryPtr const geometry =
+        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 3}});
+    EXPECT_EQ(createSharedIndex(geometry), 3); // the normals go by the vertices
+    EXPECT_EQ(geometry->beginTriangles().getNormal(2), axes[2]);
+    EXPECT_EQ(geometry->beginTriangles().getPosition(2), corners[3]);
+}
+
+TEST(CreateSharedIndex, ArraysOfOthersAreNotTouched)
+{
+    GeometryPtr const geometry =
+        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 0}, {0, 0, 1}});
+    UnrecordedRefPtr<GeoVectorProperty> const shared(geometry->getPositions());
+    createSharedIndex(geometry);
+    EXPECT_NE(geometry->getPositions(), shared);
+    EXPECT_EQ(shared->size(), 4u);
+    EXPECT_EQ(Pnt3f(shared->getArray()[3]), corners[3]);
+}
+
+TEST(CreateSharedIndex, APositionOutOfRangeBecomesTheLargestNumber)
+{
+    GeometryPtr const geometry =
+        make_geometry({{TrianglesPrimitive}, {4}, corners, axes, {3, 99, 0, 1}, {0, 1, 2, 0}});
+    EXPECT_EQ(createSharedIndex(geometry), 3);
+    EXPECT_THAT(index_of(*geometry, Geometry::PositionsSlot), ElementsAre(0, 4294967295u, 1, 2));
+}
+
+TEST(CreateSharedIndex, AnotherElementOutOfRangeBecomesZero)
+{
+    GeometryPtr const geometry =
+        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 0}, {0, 77, 1}});
+    EXPECT_EQ(createSharedIndex(geometry), 3);
+    EXPECT_EQ(geometry->beginTriangles().getNormal(1), Vec3f());
+    EXPECT_EQ(geometry->beginTriangles().getNormal(2), axes[1]);
+}
+
+TEST(CreateSharedIndex, NullAndGeometriesWithoutPositionsGiveZero)
+{
+    GeometryPtr const geometry(Geometry::create());
+    EXPECT_EQ(createSharedIndex(geometry), 0);
+    EXPECT_EQ(createSharedIndex(nullptr), 0);
+}
+
+TEST(CreateSharedIndex, RandomGeometriesShowTheSameTrianglesAfterwards)
+{
+    RandomNumbers random(73);
+    for(int round = 0; round < 500; ++round)
+    {
+        SCOPED_TRACE(round);
+        GeometryParts parts{{TriangleStripPrimitive}, {3 + random.below(20)}, corners, axes};
+        for(UInt32 i = 0; i < parts.lengths[0]; ++i)
+        {
+            parts.index.push_back(random.below(4));
+            parts.normalIndex.push_back(random.below(4)); // 3 is out of range
+        }
+        GeometryPtr const folded = make_geometry(parts);
+        std::set<std::pair<UInt32, UInt32>> combinations;
+        for(UInt32 i = 0; i < parts.lengths[0]; ++i)
+            combinations.insert({parts.index[i], parts.normalIndex[i]});
+        ASSERT_EQ(createSharedIndex(folded), static_cast<Int32>(combinations.size()));
+        TriangleIterator it = folded->beginTriangles();
+        for(std::array<UInt32, 3> const &triangle : expand_parts(parts, triangles_of))
+        {
+            for(int corner = 0; corner < 3; ++corner)
+            {
+                ASSERT_EQ(it.getPosition(corner), position_of(parts, triangle[corner]));
+                ASSERT_EQ(it.getNormal(corner), normal_of(parts, triangle[corner]));
+            }
+            ++it;
+        }
+        ASSERT_FALSE(it != folded->endTriangles());
+    }
+}
+} // namespace
+} // namespace OSG::Test
