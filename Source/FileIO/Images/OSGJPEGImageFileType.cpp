@@ -14,6 +14,7 @@ enum Marker : UInt8
     StuffedByte = 0x00,
     FirstRestart = 0xd0,
     LastRestart = 0xd7,
+    HuffmanTables = 0xc4,
     EndOfImage = 0xd9,
     StartOfScan = 0xda,
     FillByte = 0xff
@@ -38,6 +39,22 @@ UInt8 next_marker(ByteCursor &at)
     return 0;
 }
 
+// A table has 16 counts of codes by length and a value for each code, 256 at most: stb does not
+// look.
+bool has_sound_tables(ByteCursor at, UInt64 size)
+{
+    for(UInt64 const end = at.position() + size; at.position() < end;)
+    {
+        at.skip(1);
+        UInt32 codes = 0;
+        for(int length = 1; length <= 16; ++length)
+            codes += at.byte();
+        if(codes > 256 || !at.skip(codes))
+            return false;
+    }
+    return true;
+}
+
 // A preview within an application segment has an end of image of its own: segments are skipped as
 // a whole.
 bool is_complete(PictureBytes const &bytes)
@@ -53,7 +70,9 @@ bool is_complete(PictureBytes const &bytes)
             return false;
         hasScan = hasScan || marker == StartOfScan;
         UInt32 const length = at.big16();
-        if(length < 2 || !at.skip(length - 2))
+        if(length < 2 || (marker == HuffmanTables && !has_sound_tables(at, length - 2)))
+            return false;
+        if(!at.skip(length - 2))
             return false;
     }
 }

@@ -90,8 +90,9 @@ ActionBase::ResultE Action::apply(std::vector<Node *>::iterator begin,
     if(started == Continue)
     {
         Visitor visitor{*this};
+        NodeWalker walker;
         for(auto root = begin; root != end; ++root)
-            NodeWalker().walk(*root, visitor);
+            walker.walk(*root, visitor);
     }
     _actNode = nullptr;
     return stop(started);

@@ -97,16 +97,14 @@ namespace
 {
 // Containers whose last reference has gone. A container drops references while it ends; those that
 // die of it queue up here, so that a chain of any length ends without recursion.
-struct Mortuary
-{
-    std::vector<FieldContainer *, MemAllocator<FieldContainer *>> waiting;
-    bool atWork = false;
-};
+using Mortuary = std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
 
-Mortuary &mortuary()
+// Null between two deaths. A plain pointer: what a host holds in a static ends after the objects of
+// the thread.
+Mortuary *&open_mortuary()
 {
-    static thread_local Mortuary instance;
-    return instance;
+    static thread_local Mortuary *open = nullptr;
+    return open;
 }
 } // namespace
 
@@ -134,18 +132,22 @@ void FieldContainer::die()
         return;
     _dead = true;
 
-    Mortuary &queue = mortuary();
-    queue.waiting.push_back(this);
-    if(queue.atWork)
-        return;
-    queue.atWork = true;
-    while(!queue.waiting.empty())
+    Mortuary *&open = open_mortuary();
+    if(open != nullptr)
     {
-        FieldContainer *const container = queue.waiting.back();
-        queue.waiting.pop_back();
+        open->push_back(this);
+        return;
+    }
+    Mortuary waiting;
+    open = &waiting;
+    deregister(_id);
+    while(!waiting.empty())
+    {
+        FieldContainer *const container = waiting.back();
+        waiting.pop_back();
         container->deregister(container->_id);
     }
-    queue.atWork = false;
+    open = nullptr;
 }
 
 void FieldContainer::deregister(UInt32 id)

@@ -1,7 +1,5 @@
 #include "OSGNodeWalker.h"
 
-#include <algorithm>
-
 #include "OSGLog.h"
 
 namespace OSG
@@ -23,13 +21,21 @@ Node *NodeWalker::nextOf(Frame &frame)
 
 bool NodeWalker::mayEnterAdded(Node *node)
 {
-    bool const open = std::any_of(_frames.begin(), _frames.end(),
-                                  [node](Frame const &frame) { return frame.node == node; });
-    if(!open && _addedLevels < MaxAddedLevels)
+    for(; _counted < _frames.size(); ++_counted)
+        ++_open[_frames[_counted].node];
+    if(_open.find(node) == _open.end() && _addedLevels < MaxAddedLevels)
         return true;
     if(!_warned)
         OSG_LOG_WARNING("Traversal: a subtree is added below itself or too deep, it ends here\n");
     _warned = true;
     return false;
+}
+
+void NodeWalker::forget(Node *node)
+{
+    --_counted;
+    auto const found = _open.find(node);
+    if(--found->second == 0)
+        _open.erase(found);
 }
 } // namespace OSG

@@ -18,6 +18,7 @@
 /// Nodes that were added so and are no children of the adding node may form cycles: one that is
 /// open on the current path already, or the 1,025th such level, ends its branch with one warning.
 
+#include <unordered_map>
 #include <vector>
 
 #include "OSGMemManager.h"
@@ -55,6 +56,8 @@ class OSG_SYSTEM_API NodeWalker
 
     /// True where the walk may go from the open frame to `node`, which was added and is no child.
     bool mayEnterAdded(Node *node);
+    /// Takes the frame that has gone out of `_open`.
+    void forget(Node *node);
     Node *nextOf(Frame &frame);
 
     template <class Visitor, class TakeAdded>
@@ -73,6 +76,8 @@ class OSG_SYSTEM_API NodeWalker
                 if(done.isAdded)
                     --_addedLevels;
                 _frames.pop_back();
+                if(_frames.size() < _counted)
+                    forget(done.node);
                 continue;
             }
             bool const added = _frames.back().hasAdded && node->getParent() != _frames.back().node;
@@ -99,6 +104,12 @@ class OSG_SYSTEM_API NodeWalker
     std::vector<Node *, MemAllocator<Node *>> _added; // of all open frames, innermost last
     std::vector<Node *> _taken;
     UInt32 _addedLevels = 0;
+    // How often each node is open, counted over the first `_counted` frames: brought up to date
+    // only where nodes are added, so that other walks do not pay for it.
+    using OpenCount = std::pair<Node *const, UInt32>;
+    std::unordered_map<Node *, UInt32, std::hash<Node *>, std::equal_to<>, MemAllocator<OpenCount>>
+        _open;
+    std::size_t _counted = 0;
     bool _warned = false;
 };
 

@@ -132,6 +132,18 @@ TEST(BMPImageFileType, TheSmallestHeightIsNoPicture)
     EXPECT_EQ(picture_in(file, "bmp").get(), nullptr);
 }
 
+TEST(JPEGImageFileType, ATableOfMoreCodesThanThereAreIsNoPicture)
+{
+    RandomNumbers random(9);
+    std::string file = file_of(*random_picture(16, 16, 3, random), "jpg");
+    std::size_t const table = file.find(std::string("\xff\xc4", 2));
+    ASSERT_NE(table, std::string::npos);
+    // Sixteen counts behind marker, length and class.
+    for(std::size_t i = 0; i < 16; ++i)
+        file[table + 5 + i] = '\xff';
+    EXPECT_EQ(picture_in(file, "jpg").get(), nullptr);
+}
+
 TEST(JPEGImageFileType, TheEndOfAPreviewIsNotTheEnd)
 {
     RandomNumbers random(9);
