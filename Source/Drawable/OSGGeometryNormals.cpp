@@ -119,15 +119,18 @@ void calcVertexNormals(Geometry *geometry)
     UsedElements const used(view.positions, view.usedVertexCount());
     UnrecordedRefPtr<GeoVec3fProperty> const normals(GeoVec3fProperty::create());
     MField<Vec3f> &values = normals->editValues();
-    values.resize(used.count());
+    bool const isPart =
+        used.count() < view.positions.size() && geometry->getPositions()->getRefCount() > 1;
 
-    if(used.count() == view.positions.size())
+    if(!isPart)
     {
+        values.resize(view.positions.size());
         sum_normals(*geometry, values, [](UInt32 element) { return element; });
         geometry->setIndex(geometry->getIndex(Geometry::PositionsSlot), Geometry::NormalsSlot);
     }
     else
     {
+        values.resize(used.count());
         sum_normals(*geometry, values, [&used](UInt32 element) { return used.numberOf(element); });
         UnrecordedRefPtr<GeoUInt32Property> const index(
             own_index(view.positions, used, view.usedVertexCount()));

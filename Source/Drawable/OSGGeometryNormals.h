@@ -11,8 +11,8 @@ class Geometry;
 /// zero do not count; a position without a usable triangle gets the zero vector. Positions that are
 /// equal but have different indices are not smoothed across.
 ///
-/// Where the geometry uses all elements of its positions, the normals lie beside them and share
-/// their index. Where it uses a part of a larger array (geometries of one file share theirs), the
-/// normals are its own, with an index of their own, so that memory follows what is used.
+/// The normals lie beside the positions and share their index. Only where others hold the positions
+/// too and the geometry uses a part of them (geometries of one file share theirs), the normals are
+/// its own, with an index of their own, so that memory follows what is used.
 OSG_DRAWABLE_API void calcVertexNormals(Geometry *geometry);
 } // namespace OSG

@@ -76,12 +76,14 @@ TransitPtr<Node> ObjBuilder::buildNewest(ObjRecords &records, ObjMaterialSlots c
 {
     Int32 const slot = records.material(0);
     UnrecordedRefPtr<Geometry> const geometry(buildGeometry(
-        records.faces(0), slot != ObjRecords::noMaterial ? materials[slot].get() : nullptr));
+        records.faces(0), slot != ObjRecords::noMaterial ? materials[slot].get() : nullptr,
+        records.meshCount() == 1 ? Arrays::LetGo : Arrays::Keep));
     records.dropNewestMesh();
     return geometry != nullptr ? node_of(geometry) : nullptr;
 }
 
-TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *material)
+TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *material,
+                                               Arrays afterwards)
 {
     if(faces.empty())
     {
@@ -99,6 +101,12 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *
 
     TransitPtr<Geometry> geometry = Geometry::create();
     addFaces(*geometry, faces, mask);
+    if(afterwards == Arrays::LetGo)
+    {
+        _positions = nullptr;
+        _texCoords = nullptr;
+        _normals = nullptr;
+    }
     if(material != nullptr)
         geometry->setMaterial(material);
     else

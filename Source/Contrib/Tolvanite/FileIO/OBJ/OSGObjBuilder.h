@@ -32,13 +32,21 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     /// A geometry per mesh, newest first. The only mesh of the records is the root itself, several
     /// stand below a Group, those that fail left out. Null where none could be built.
     ///
-    /// Uses the records up as it goes, and of very many meshes commits the thread's changes now and
+    /// To be called once. Uses the records up as it goes, and of very many meshes commits the thread's changes now and
     /// then: neither lies beside the whole scene.
     TransitPtr<Node> build(ObjRecords &records, ObjMaterialSlots const &materials);
 
   private:
     TransitPtr<Node> buildNewest(ObjRecords &records, ObjMaterialSlots const &materials);
-    TransitPtr<Geometry> buildGeometry(ObjFaces const &faces, Material *material);
+    /// Whether other meshes follow that use the arrays. The last one lets them go, so that they are
+    /// its own where no other geometry has them.
+    enum class Arrays
+    {
+        Keep,
+        LetGo
+    };
+    TransitPtr<Geometry> buildGeometry(ObjFaces const &faces, Material *material,
+                                       Arrays afterwards);
     void addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask);
 
     UnrecordedRefPtr<GeoPnt3fProperty> _positions;
