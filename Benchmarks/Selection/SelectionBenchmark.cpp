@@ -1,93 +1,201 @@
-// Exact and quick selection in one large geometry.
+// Selection of a box in the middle of a terrain: the same triangles in one geometry, the same six
+// planes, no index of any kind over the triangles of either side.
+//
+// "nearest": both look at every triangle. Ours keeps the nearest and the farthest place in the box;
+// the peer keeps a place for each triangle in it, nearest first: it has no mode that keeps fewer.
+// "whether": both stop at the first triangle that is inside.
+
+#include <sstream>
 
 #include <benchmark/benchmark.h>
 
 #include "OSGFastSelectionFunctor.h"
 #include "OSGGeometry.h"
+#include "OSGGeometryIterators.h"
 #include "OSGNode.h"
+#include "OSGNodeWalker.h"
+#include "OSGSceneFileHandler.h"
 #include "OSGSelectionAction.h"
 #include "OSGSimpleSelectionFunctor.h"
-#include "OSGSystem.h"
-#include "OSGTypedGeoProperties.h"
-#include "Terrain.h"
+#include "SceneGraph.h"
+#include "TerrainObj.h"
+
+#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
+#include <osg/Geode>
+#include <osg/Geometry>
+#include <osgUtil/IntersectionVisitor>
+#include <osgUtil/PolytopeIntersector>
+#endif
 
 namespace OSG::Bench
 {
 namespace
 {
-[[maybe_unused]] bool const up = startUp();
-
-enum Indexing
+// In the middle of the 177 by 177 units, seven wide, from below the ground to above the hills.
+Frustum middle()
 {
-    SingleIndex,
-    MultiIndex
+    Pnt3f const corners[8] = {{85, -1, -85}, {92, -1, -85}, {92, 12, -85}, {85, 12, -85},
+                              {85, -1, -92}, {92, -1, -92}, {92, 12, -92}, {85, 12, -92}};
+    return Frustum(corners);
+}
+
+// 28 by 28 cells of a quarter unit, two triangles each.
+constexpr std::size_t triangles_wholly_inside = 28 * 28 * 2;
+
+Node *terrain()
+{
+    static UnrecordedRefPtr<Node> const scene = []
+    {
+        bring_up();
+        std::istringstream in(terrain_obj(1000000, TerrainCorners::Positions));
+        UnrecordedRefPtr<Node> read(SceneFileHandlerBase::the()->read(in, "obj"));
+        read->updateVolume();
+        return read;
+    }();
+    return scene;
+}
+
+template <class Functor, class... Settings>
+void select_by_us(benchmark::State &state, Settings... settings)
+{
+    Node *const root = terrain();
+    UnrecordedRefPtr<SelectionAction> const action(SelectionAction::create());
+    Functor functor(action, settings...);
+    for([[maybe_unused]] auto _ : state)
+    {
+        action->reinitialize();
+        action->pushFrustum(middle());
+        action->apply(root);
+        benchmark::DoNotOptimize(functor.hits(SelectionFunctor::FrontHits).size());
+    }
+    if(functor.hits(SelectionFunctor::FrontHits).size() != 1)
+        state.SkipWithError("the geometry is hit");
+}
+
+void nearest_by_us(benchmark::State &state)
+{
+    select_by_us<SimpleSelectionFunctor>(state, SelectionFunctor::SelectTriangles,
+                                         SelectionFunctor::NearPlane);
+}
+
+void whether_by_us(benchmark::State &state) { select_by_us<FastSelectionFunctor>(state); }
+
+#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
+/// Appends the triangles of our geometries to one of the peer's.
+class PeerBuilder
+{
+  public:
+    PeerBuilder()
+        : _geometry(new osg::Geometry)
+        , _positions(new osg::Vec3Array)
+        , _index(new osg::DrawElementsUInt(GL_TRIANGLES))
+    {
+    }
+
+    bool enter(Node *node)
+    {
+        auto const *const source = dynamic_cast<Geometry *>(node->getCore());
+        if(source == nullptr)
+            return true;
+        VectorArray const positions = source->getPositions()->getArray();
+        unsigned const first = static_cast<unsigned>(_positions->size());
+        for(UInt32 i = 0; i < positions.size(); ++i)
+            _positions->push_back(osg::Vec3(positions[i][0], positions[i][1], positions[i][2]));
+        auto const end = source->endTriangles();
+        for(auto it = source->beginTriangles(); it != end; ++it)
+        {
+            for(int corner = 0; corner < 3; ++corner)
+                _index->push_back(first + it.getPositionIndex(corner));
+        }
+        return true;
+    }
+    void leave(Node *) {}
+
+    osg::ref_ptr<osg::Node> finish()
+    {
+        _geometry->setVertexArray(_positions);
+        _geometry->addPrimitiveSet(_index);
+        osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
+        geode->addDrawable(_geometry);
+        geode->getBound();
+        return geode;
+    }
+
+  private:
+    osg::ref_ptr<osg::Geometry> _geometry;
+    osg::ref_ptr<osg::Vec3Array> _positions;
+    osg::ref_ptr<osg::DrawElementsUInt> _index;
 };
 
-/// The terrain as polygons of three corners, as readers deliver it; kept for all cases.
-Node *terrain_node(std::uint32_t side, Indexing indexing)
+osg::Node *peer_terrain()
 {
-    static std::map<std::pair<std::uint32_t, Indexing>, UnrecordedRefPtr<Node>> nodes;
-    UnrecordedRefPtr<Node> &node = nodes[{side, indexing}];
-    if(node != nullptr)
-        return node;
-    Terrain const terrain(side);
-    UInt32 const vertices = static_cast<UInt32>(terrain.positions.size() / 3);
-    UInt32 const corners = static_cast<UInt32>(terrain.triangles.size());
-    UnrecordedRefPtr<GeoPnt3fProperty> const positions(GeoPnt3fProperty::create());
-    UnrecordedRefPtr<GeoVec3fProperty> const normals(GeoVec3fProperty::create());
-    for(UInt32 i = 0; i < vertices; ++i)
-        positions->editValues().emplace_back(&terrain.positions[3 * i]);
-    normals->editValues().assign(indexing == SingleIndex ? vertices : 1, Vec3f(0, 0, 1));
-    UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
-    index->editValues().assign(terrain.triangles.begin(), terrain.triangles.end());
-    UnrecordedRefPtr<GeoUInt8Property> const types(GeoUInt8Property::create());
-    types->editValues().assign(corners / 3, 9);
-    UnrecordedRefPtr<GeoUInt32Property> const lengths(GeoUInt32Property::create());
-    lengths->editValues().assign(corners / 3, 3);
-
-    UnrecordedRefPtr<Geometry> const geometry(Geometry::create());
-    geometry->setTypes(types);
-    geometry->setLengths(lengths);
-    geometry->setPositions(positions);
-    geometry->setNormals(normals);
-    geometry->setIndices(index);
-    if(indexing == MultiIndex)
+    static osg::ref_ptr<osg::Node> const scene = []
     {
-        UnrecordedRefPtr<GeoUInt32Property> const own(GeoUInt32Property::create());
-        own->editValues().assign(corners, 0);
-        geometry->setIndex(own, Geometry::NormalsSlot);
+        PeerBuilder builder;
+        walk_children(terrain(), builder);
+        return builder.finish();
+    }();
+    return scene.get();
+}
+
+osg::Polytope same_planes()
+{
+    osg::Polytope polytope;
+    FrustumVolume const volume = middle().Volume();
+    for(Plane const &plane : volume.getPlanes())
+    {
+        Vec3f const normal = plane.getNormal();
+        polytope.add(osg::Plane(normal[0], normal[1], normal[2], -plane.getDistanceFromOrigin()));
     }
-    node = Node::create();
-    node->setCore(geometry);
-    node->updateVolume();
-    return node;
+    return polytope;
 }
 
-Frustum frustum_of(PickBox const &box)
+void select_by_peer(benchmark::State &state, osgUtil::Intersector::IntersectionLimit limit,
+                    std::size_t atLeast)
 {
-    return Frustum({box.left(), box.bottom(), 1}, {box.right(), box.bottom(), 1},
-                   {box.right(), box.top(), 1}, {box.left(), box.top(), 1},
-                   {box.left(), box.bottom(), -1}, {box.right(), box.bottom(), -1},
-                   {box.right(), box.top(), -1}, {box.left(), box.top(), -1});
+    osg::Node *const root = peer_terrain();
+    osg::Polytope const polytope = same_planes();
+    std::size_t found = 0;
+    for([[maybe_unused]] auto _ : state)
+    {
+        osg::ref_ptr<osgUtil::PolytopeIntersector> const intersector =
+            new osgUtil::PolytopeIntersector(osgUtil::Intersector::MODEL, polytope);
+        intersector->setIntersectionLimit(limit);
+        intersector->setPrimitiveMask(osgUtil::PolytopeIntersector::TRIANGLE_PRIMITIVES);
+        intersector->setReferencePlane(polytope.getPlaneList().front());
+        osgUtil::IntersectionVisitor visitor(intersector.get());
+        visitor.setUseKdTreeWhenAvailable(false);
+        root->accept(visitor);
+        benchmark::DoNotOptimize(intersector->getIntersections().size());
+        found = intersector->getIntersections().size();
+    }
+    if(found < atLeast)
+        state.SkipWithError("the triangles in the box are found");
 }
 
-void exact(benchmark::State &state, std::uint32_t side, Indexing indexing, float half)
+void nearest_by_peer(benchmark::State &state)
 {
-    UnrecordedRefPtr<SelectionAction> const action(
-        SelectionAction::create(frustum_of(PickBox{half})));
-    SimpleSelectionFunctor const functor(action, SelectionFunctor::SelectTriangles,
-                                         SelectionFunctor::NearPlane);
-    Node *const root = terrain_node(side, indexing);
-    for(auto _ : state)
-        action->apply(root);
-    if(functor.hits(SelectionFunctor::AllHits).empty())
-        state.SkipWithError("nothing was hit");
+    select_by_peer(state, osgUtil::Intersector::NO_LIMIT, triangles_wholly_inside);
 }
 
-BENCHMARK_CAPTURE(exact, pick_1M_single_index / ours, 707, SingleIndex, 0.004f);
-BENCHMARK_CAPTURE(exact, pick_1M_multi_index / ours, 707, MultiIndex, 0.004f);
-BENCHMARK_CAPTURE(exact, rectangle_1M / ours, 707, SingleIndex, 0.4f);
-BENCHMARK_CAPTURE(exact, everything_1M / ours, 707, SingleIndex, 3.f);
-BENCHMARK_CAPTURE(exact, pick_10k / ours, 71, SingleIndex, 0.04f);
+void whether_by_peer(benchmark::State &state)
+{
+    select_by_peer(state, osgUtil::Intersector::LIMIT_ONE_PER_DRAWABLE, 1);
+}
+
+BENCHMARK(nearest_by_peer)
+    ->Name("select nearest of 1,000,000 triangles/openscenegraph")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(whether_by_peer)
+    ->Name("select whether any of 1,000,000 triangles/openscenegraph")
+    ->Unit(benchmark::kMillisecond);
+#endif
+
+BENCHMARK(nearest_by_us)
+    ->Name("select nearest of 1,000,000 triangles/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(whether_by_us)
+    ->Name("select whether any of 1,000,000 triangles/ours")
+    ->Unit(benchmark::kMillisecond);
 } // namespace
 } // namespace OSG::Bench

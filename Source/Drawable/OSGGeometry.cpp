@@ -81,10 +81,7 @@ void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)
     constexpr BitVector Extent =
         TypesFieldMask | LengthsFieldMask | PropertiesFieldMask | PropIndicesFieldMask;
     if((whichField & Extent) != 0)
-    {
-        _outOfRangeReported = false;
         invalidateVolume();
-    }
     GeometryBase::changed(whichField, origin, details);
 }
 

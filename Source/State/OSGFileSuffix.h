@@ -4,13 +4,23 @@
 /// Choice of a file type by suffix, for images and scenes alike.
 
 #include <algorithm>
-#include <cctype>
 #include <string>
 
 #include "OSGIOFileType.h"
 
 namespace OSG
 {
+/// Of the characters A to Z, whatever the host's locale.
+inline std::string lower_case(std::string text)
+{
+    for(char &c : text)
+    {
+        if(c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
 /// What stands behind the last dot of the last path element, in lower case; empty for none.
 inline std::string file_suffix(std::string const &fileName)
 {
@@ -18,14 +28,11 @@ inline std::string file_suffix(std::string const &fileName)
     std::size_t const dot = fileName.find_last_of('.');
     if(dot == std::string::npos || (element != std::string::npos && dot < element))
         return std::string();
-    std::string suffix = fileName.substr(dot + 1);
-    std::transform(suffix.begin(), suffix.end(), suffix.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return suffix;
+    return lower_case(fileName.substr(dot + 1));
 }
 
 /// The type that serves `suffix`: those that override come before those that don't, then the higher
-/// override priority, then the earlier registration. Null for none.
+/// override priority, then the earlier registration. Null for none. Case does not count.
 template <class Types>
 auto find_file_type(Types const &types, std::string const &suffix) -> typename Types::value_type
 {
@@ -36,8 +43,10 @@ auto find_file_type(Types const &types, std::string const &suffix) -> typename T
     for(auto type : types)
     {
         auto const &suffixes = type->suffixList();
-        if(std::find(suffixes.begin(), suffixes.end(), wanted) != suffixes.end() &&
-           (best == nullptr || rank(type) > rank(best)))
+        bool const serves =
+            std::any_of(suffixes.begin(), suffixes.end(),
+                        [&wanted](std::string const &own) { return lower_case(own) == wanted; });
+        if(serves && (best == nullptr || rank(type) > rank(best)))
             best = type;
     }
     return best;

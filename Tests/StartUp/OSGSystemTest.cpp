@@ -51,6 +51,19 @@ bool note(char letter)
     return true;
 }
 
+TEST(System, WhatAStaticHoldsEndsAfterTheThreadsObjects)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        SAY(startUp());
+        static UnrecordedRefPtr<Node> held(Node::create());
+        for(int i = 0; i < 100; ++i)
+            held->addChild(UnrecordedRefPtr<Node>(Node::create()));
+        // Edits that no commit has taken are open when it ends.
+        SAY(held->getNChildren() == 100);
+        verdict.leave();
+    });
+}
+
 TEST(System, BeforeStartUpTypesAreKnownButHaveNoPrototype)
 {
     EXPECT_IN_ITS_OWN_PROCESS({

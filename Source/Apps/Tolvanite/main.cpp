@@ -5,6 +5,7 @@
 
 int main(int argc, char **argv)
 {
+    std::ios::sync_with_stdio(false);
     OSG::startUp();
     int status = Tool::runTool(argc, argv, {std::cout, std::cerr});
     // A result that did not get through is no success.

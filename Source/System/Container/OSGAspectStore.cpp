@@ -34,6 +34,8 @@ void AspectStore::setPtrForAspect(FieldContainer *container, UInt32 aspect)
         _first = container;
         return;
     }
+    if(container == nullptr && (_others == nullptr || _others->size() < aspect))
+        return;
     if(_others == nullptr)
         _others = new std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
     if(_others->size() < aspect)

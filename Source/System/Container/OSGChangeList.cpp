@@ -1,5 +1,8 @@
 #include "OSGChangeList.h"
 
+#include <mutex>
+#include <utility>
+
 #include "OSGFieldContainer.h"
 #include "OSGThread.h"
 
@@ -66,10 +69,26 @@ struct ThreadState
     ChangeList changes;
 };
 
+// The first thread's state is never destroyed: what a host holds in a static ends, and edits what
+// is around it, after the objects of that thread.
+ThreadState &make_state()
+{
+    static ThreadState *const first = new ThreadState;
+    static bool firstIsTaken = false;
+    static std::mutex mutex;
+    std::lock_guard const lock(mutex);
+    if(!std::exchange(firstIsTaken, true))
+        return *first;
+    static thread_local ThreadState own;
+    return own;
+}
+
 ThreadState &this_thread()
 {
-    static thread_local ThreadState state;
-    return state;
+    static thread_local ThreadState *state = nullptr;
+    if(state == nullptr)
+        state = &make_state();
+    return *state;
 }
 } // namespace
 

@@ -33,9 +33,17 @@ X *ContainerPattern<X, XBase, Parent>::makeObject([[maybe_unused]] X const *sour
     else
     {
         X *const object = source != nullptr ? new X(*source) : new X;
-        object->enterSystem(localFlags);
-        object->onCreate(source);
-        object->onCreateAspect(object, source);
+        try
+        {
+            object->enterSystem(localFlags);
+            object->onCreate(source);
+            object->onCreateAspect(object, source);
+        }
+        catch(...)
+        {
+            object->abandon();
+            throw;
+        }
         return object;
     }
 }
@@ -116,8 +124,16 @@ FieldContainer *ContainerPattern<X, XBase, Parent>::createAspectCopy(
     else
     {
         X *const copy = new X(static_cast<X const &>(*this));
-        copy->enterAspect(this);
-        copy->onCreateAspect(static_cast<X const *>(source), static_cast<X const *>(this));
+        try
+        {
+            copy->enterAspect(this);
+            copy->onCreateAspect(static_cast<X const *>(source), static_cast<X const *>(this));
+        }
+        catch(...)
+        {
+            copy->abandon();
+            throw;
+        }
         return copy;
     }
 }

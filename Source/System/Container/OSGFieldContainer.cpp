@@ -75,12 +75,12 @@ GetFieldHandlePtr ReflexiveContainer::getField(char const *name) const
 
 EditFieldHandlePtr ReflexiveContainer::editField(UInt32 id)
 {
-    return edit_handle(getFieldDescription(id), self());
+    return edit_handle(getFieldDescription(id), static_cast<FieldContainer &>(*this));
 }
 
 EditFieldHandlePtr ReflexiveContainer::editField(char const *name)
 {
-    return edit_handle(getFieldDescription(name), self());
+    return edit_handle(getFieldDescription(name), static_cast<FieldContainer &>(*this));
 }
 
 // --- life and death ---
@@ -97,17 +97,15 @@ namespace
 {
 // Containers whose last reference has gone. A container drops references while it ends; those that
 // die of it queue up here, so that a chain of any length ends without recursion.
+// They are chained through themselves: an end takes no memory. Plain data: what a host holds in a
+// static ends after the objects of the thread.
 struct Mortuary
 {
-    std::vector<FieldContainer *, MemAllocator<FieldContainer *>> waiting;
-    bool atWork = false;
+    FieldContainer *newest;
+    bool isOpen;
 };
 
-Mortuary &mortuary()
-{
-    static thread_local Mortuary instance;
-    return instance;
-}
+thread_local Mortuary mortuary = {nullptr, false};
 } // namespace
 
 void FieldContainer::subReferenceRecorded()
@@ -134,18 +132,19 @@ void FieldContainer::die()
         return;
     _dead = true;
 
-    Mortuary &queue = mortuary();
-    queue.waiting.push_back(this);
-    if(queue.atWork)
+    _nextDead = mortuary.newest;
+    mortuary.newest = this;
+    if(mortuary.isOpen)
         return;
-    queue.atWork = true;
-    while(!queue.waiting.empty())
+    mortuary.isOpen = true;
+    while(mortuary.newest != nullptr)
     {
-        FieldContainer *const container = queue.waiting.back();
-        queue.waiting.pop_back();
+        FieldContainer *const container = mortuary.newest;
+        mortuary.newest = container->_nextDead;
+        container->_sharedMask = 0;
         container->deregister(container->_id);
     }
-    queue.atWork = false;
+    mortuary.isOpen = false;
 }
 
 void FieldContainer::deregister(UInt32 id)
@@ -178,8 +177,12 @@ void FieldContainer::deregister(UInt32 id)
 
 void FieldContainer::registerChangedContainer()
 {
-    _changeList = Thread::getCurrentChangeList();
-    _changePlace = _changeList->addChanged(this);
+    // Nobody is told of what a dead container drops.
+    if(_dead)
+        return;
+    ChangeList *const list = Thread::getCurrentChangeList();
+    _changePlace = list->addChanged(this);
+    _changeList = list;
 }
 
 void FieldContainer::registerChangedContainerV() { registerChangedContainer(); }
@@ -221,6 +224,17 @@ void FieldContainer::enterAspect(FieldContainer const *source)
     _sharedMask = source->_sharedMask;
     _aspectStore->addRef();
     _aspectStore->setPtrForAspect(this, Thread::getCurrentAspect());
+}
+
+void FieldContainer::abandon()
+{
+    if(_aspectStore != nullptr)
+    {
+        _aspectStore->setPtrForAspect(nullptr, Thread::getCurrentAspect());
+        if(_aspectStore->getRefCount() == 1)
+            FieldContainerFactoryBase::the()->deregisterContainer(_id);
+    }
+    delete this;
 }
 
 // --- what a class without own behaviour does ---

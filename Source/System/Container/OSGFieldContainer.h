@@ -122,11 +122,11 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     void enterSystem(UInt64 localFlags);
     /// Makes this the copy of `source` for the calling thread's aspect.
     void enterAspect(FieldContainer const *source);
+    /// Destroys an object that could not be made to the end, as if it had never been.
+    void abandon();
     /// Fields whose bits are set no longer travel.
     void keepLocal(BitVector flags) { _sharedMask &= ~flags; }
     void shareOnly(BitVector flags) { _sharedMask = flags; }
-
-    FieldContainer &self() override { return *this; }
 
   private:
     template <class X, class XBase, class Parent>
@@ -135,7 +135,11 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     void die();
 
     BitVector _changeMask = 0;
-    BitVector _sharedMask = ~BitVector(0);
+    union
+    {
+        BitVector _sharedMask = ~BitVector(0);
+        FieldContainer *_nextDead; ///< while it waits for its end
+    };
     AspectStore *_aspectStore = nullptr;
     ChangeList *_changeList = nullptr;
     UInt32 _changePlace = 0;

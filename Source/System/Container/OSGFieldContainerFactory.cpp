@@ -1,6 +1,5 @@
 #include "OSGFieldContainerFactory.h"
 
-#include <deque>
 #include <mutex>
 #include <unordered_set>
 
@@ -9,11 +8,64 @@
 
 namespace OSG
 {
+// The free ids are a chain through their own places, so that giving one back, which happens in
+// destructors, takes no memory. Id 0 is never given: it ends the chain.
 struct FieldContainerFactoryBase::Data
 {
+    class Place
+    {
+      public:
+        explicit Place(AspectStore *store)
+            : _bits(reinterpret_cast<std::uintptr_t>(store))
+        {
+        }
+        static Place free() { return Place(std::uintptr_t(1)); }
+        void linkTo(UInt32 nextFree) { _bits = (std::uintptr_t(nextFree) << 1) | 1; }
+
+        bool isFree() const { return (_bits & 1) != 0; }
+        UInt32 nextFree() const { return static_cast<UInt32>(_bits >> 1); }
+        /// Null for a free place.
+        AspectStore *store() const
+        {
+            return isFree() ? nullptr : reinterpret_cast<AspectStore *>(_bits);
+        }
+
+      private:
+        explicit Place(std::uintptr_t bits)
+            : _bits(bits)
+        {
+        }
+
+        std::uintptr_t _bits; // a store's address is even
+    };
+
+    /// Null for an id that no container has.
+    AspectStore *storeOf(UInt32 id) const
+    {
+        return id < places.size() ? places[id].store() : nullptr;
+    }
+    void addFree(UInt32 id)
+    {
+        places[id] = Place::free();
+        if(numFree++ == 0)
+            firstFree = id;
+        else
+            places[lastFree].linkTo(id);
+        lastFree = id;
+    }
+    UInt32 takeFree()
+    {
+        UInt32 const id = firstFree;
+        firstFree = places[id].nextFree();
+        --numFree;
+        return id;
+    }
+
     mutable std::mutex guard;
-    std::vector<AspectStore *, MemAllocator<AspectStore *>> stores{nullptr}; // by id
-    std::deque<UInt32, MemAllocator<UInt32>> freeIds;
+    std::vector<Place, MemAllocator<Place>> places{Place(nullptr)}; // by id
+    UInt32 firstFree = 0;
+    UInt32 lastFree = 0;
+    UInt32 numFree = 0;
 };
 
 FieldContainerFactoryBase::FieldContainerFactoryBase()
@@ -37,32 +89,29 @@ FieldContainerFactoryBase *SingletonHolder<FieldContainerFactoryBase>::the()
 UInt32 FieldContainerFactoryBase::registerContainer(FieldContainer *const &container)
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    if(_data->freeIds.empty())
+    Data::Place const place(container->getAspectStore());
+    if(_data->numFree == 0)
     {
-        _data->stores.push_back(container->getAspectStore());
-        return static_cast<UInt32>(_data->stores.size() - 1);
+        _data->places.push_back(place);
+        return static_cast<UInt32>(_data->places.size() - 1);
     }
-    UInt32 const id = _data->freeIds.front();
-    _data->freeIds.pop_front();
-    _data->stores[id] = container->getAspectStore();
+    UInt32 const id = _data->takeFree();
+    _data->places[id] = place;
     return id;
 }
 
 void FieldContainerFactoryBase::deregisterContainer(UInt32 id)
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    if(id == 0 || id >= _data->stores.size() || _data->stores[id] == nullptr)
-        return;
-    _data->stores[id] = nullptr;
-    _data->freeIds.push_back(id);
+    if(_data->storeOf(id) != nullptr)
+        _data->addFree(id);
 }
 
 FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    if(id >= _data->stores.size() || _data->stores[id] == nullptr)
-        return nullptr;
-    return _data->stores[id]->getPtr(Thread::getCurrentAspect());
+    AspectStore const *const store = _data->storeOf(id);
+    return store != nullptr ? store->getPtr(Thread::getCurrentAspect()) : nullptr;
 }
 
 FieldContainer *FieldContainerFactoryBase::getMappedContainer(UInt32 id) const
@@ -73,16 +122,16 @@ FieldContainer *FieldContainerFactoryBase::getMappedContainer(UInt32 id) const
 UInt32 FieldContainerFactoryBase::getNumContainers() const
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    return static_cast<UInt32>(_data->stores.size() - 1 - _data->freeIds.size());
+    return static_cast<UInt32>(_data->places.size() - 1 - _data->numFree);
 }
 
 std::vector<UInt32> FieldContainerFactoryBase::getIds() const
 {
     std::lock_guard<std::mutex> hold(_data->guard);
     std::vector<UInt32> ids;
-    for(UInt32 id = 1; id < _data->stores.size(); ++id)
+    for(UInt32 id = 1; id < _data->places.size(); ++id)
     {
-        if(_data->stores[id] != nullptr)
+        if(_data->storeOf(id) != nullptr)
             ids.push_back(id);
     }
     return ids;

@@ -26,8 +26,8 @@ Node::~Node()
 // leaving is a swap with the last one.
 void Node::enterCore(NodeCore *core)
 {
-    _coreSlot = static_cast<UInt32>(core->_parents.size());
     core->_parents.push_back(this);
+    _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
 }
 
 void Node::leaveCore()
@@ -36,6 +36,9 @@ void Node::leaveCore()
     if(core == nullptr)
         return;
     NodeCore::ParentList &parents = core->_parents;
+    // A node that could not be made to the end never entered.
+    if(_coreSlot >= parents.size() || parents[_coreSlot] != this)
+        return;
     parents[_coreSlot] = parents.back();
     parents[_coreSlot]->_coreSlot = _coreSlot;
     parents.pop_back();
@@ -46,9 +49,13 @@ void Node::setCore(NodeCore *core)
     if(core == getCore())
         return;
     UnrecordedRefPtr<NodeCore> const keep(core);
+    // What may take memory comes first.
+    markEdited(CoreFieldMask);
+    if(core != nullptr)
+        core->_parents.push_back(this);
     leaveCore();
     if(core != nullptr)
-        enterCore(core);
+        _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
     NodeBase::setCore(core);
     invalidateVolume();
 }

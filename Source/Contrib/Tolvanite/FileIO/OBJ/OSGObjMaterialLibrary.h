@@ -7,7 +7,8 @@ namespace OSG
 /// Reads a material library, found by the scene file handler's path handler, with the images that
 /// it names. Within a library an image is loaded once. Adds to `materials`, replacing those of the
 /// same name, and gives the number of "newmtl" entries; 0 for a null or empty name and for a file
-/// that is not found (logged) or cannot be opened.
-Int32 readMaterialLibrary(char const *fileName, MtlElementMap const &elements,
-                          OBJSceneFileTypeTN::MaterialMap &materials);
+/// that is not found (logged) or cannot be opened. Nothing but regular files is opened.
+OSG_CONTRIBTOLVANITE_API Int32 readMaterialLibrary(char const *fileName,
+                                                   MtlElementMap const &elements,
+                                                   OBJSceneFileTypeTN::MaterialMap &materials);
 } // namespace OSG

@@ -1,0 +1,174 @@
+// Reading of OBJ text that lies in memory.
+//
+// Ours makes the scene: a tree of nodes, geometries over the file's shared arrays, materials. The
+// peer makes flat arrays of numbers and of index triples by group, polygons cut into triangles.
+// Both read every number of the same text through a stream without a copy; neither reads a material
+// library.
+
+#include <fstream>
+#include <istream>
+#include <sstream>
+#include <streambuf>
+
+#include <benchmark/benchmark.h>
+
+#include "OSGGeometry.h"
+#include "OSGGeometryIterators.h"
+#include "OSGNode.h"
+#include "OSGNodeWalker.h"
+#include "OSGSceneFileHandler.h"
+#include "SceneGraph.h"
+#include "TerrainObj.h"
+
+#ifdef BENCHMARK_WITH_TINYOBJLOADER
+#include <tiny_obj_loader.h>
+#endif
+
+namespace OSG::Bench
+{
+namespace
+{
+/// A stream over text that somebody else holds.
+class TextStream : private std::streambuf, public std::istream
+{
+  public:
+    explicit TextStream(std::string const &text)
+        : std::istream(this)
+    {
+        char *const begin = const_cast<char *>(text.data());
+        setg(begin, begin, begin + text.size());
+    }
+
+  private:
+    std::streambuf::pos_type seekoff(std::streambuf::off_type offset, std::ios::seekdir from,
+                                     std::ios::openmode) override
+    {
+        char *const base = from == std::ios::beg   ? eback()
+                           : from == std::ios::cur ? gptr()
+                                                   : egptr();
+        if(offset < eback() - base || offset > egptr() - base)
+            return -1;
+        setg(eback(), base + offset, egptr());
+        return gptr() - eback();
+    }
+    std::streambuf::pos_type seekpos(std::streambuf::pos_type place,
+                                     std::ios::openmode mode) override
+    {
+        return seekoff(place, std::ios::beg, mode);
+    }
+};
+
+std::string const &terrain()
+{
+    static std::string const text = terrain_obj(1000000, TerrainCorners::Full);
+    return text;
+}
+
+std::string const &bunny()
+{
+    static std::string const text = []
+    {
+        std::ifstream in(BENCHMARK_FIXTURES_DIR "/glmark2-data/bunny.obj", std::ios::binary);
+        std::ostringstream all;
+        all << in.rdbuf();
+        return all.str();
+    }();
+    return text;
+}
+
+struct TriangleCounter
+{
+    bool enter(Node *node)
+    {
+        if(auto const *const geometry = dynamic_cast<Geometry *>(node->getCore()))
+        {
+            auto const end = geometry->endTriangles();
+            for(auto it = geometry->beginTriangles(); it != end; ++it)
+                ++count;
+        }
+        return true;
+    }
+    void leave(Node *) {}
+
+    std::size_t count = 0;
+};
+
+std::size_t triangles_by_us(std::string const &text)
+{
+    TextStream in(text);
+    UnrecordedRefPtr<Node> const scene(SceneFileHandlerBase::the()->read(in, "obj"));
+    TriangleCounter counter;
+    walk_children(scene, counter);
+    return counter.count;
+}
+
+void read_by_us(benchmark::State &state, std::string const &text)
+{
+    bring_up();
+    if(triangles_by_us(text) == 0)
+        state.SkipWithError("no scene; scripts/fixtures fetches the models");
+    for([[maybe_unused]] auto _ : state)
+    {
+        TextStream in(text);
+        UnrecordedRefPtr<Node> const scene(SceneFileHandlerBase::the()->read(in, "obj"));
+        benchmark::DoNotOptimize(scene.get());
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+#ifdef BENCHMARK_WITH_TINYOBJLOADER
+struct PeerScene
+{
+    tinyobj::attrib_t arrays;
+    std::vector<tinyobj::shape_t> shapes;
+    std::vector<tinyobj::material_t> materials;
+    std::string warning, error;
+
+    bool read(std::string const &text)
+    {
+        TextStream in(text);
+        return tinyobj::LoadObj(&arrays, &shapes, &materials, &warning, &error, &in);
+    }
+    std::size_t triangles() const
+    {
+        std::size_t count = 0;
+        for(tinyobj::shape_t const &shape : shapes)
+            count += shape.mesh.num_face_vertices.size();
+        return count;
+    }
+};
+
+void read_by_peer(benchmark::State &state, std::string const &text)
+{
+    bring_up();
+    PeerScene checked;
+    if(text.empty() || !checked.read(text) || checked.triangles() != triangles_by_us(text))
+        state.SkipWithError("the readers disagree about the triangles");
+    for([[maybe_unused]] auto _ : state)
+    {
+        PeerScene scene;
+        benchmark::DoNotOptimize(scene.read(text));
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+#endif
+
+#ifdef BENCHMARK_WITH_TINYOBJLOADER
+void terrain_by_peer(benchmark::State &state) { read_by_peer(state, terrain()); }
+void bunny_by_peer(benchmark::State &state) { read_by_peer(state, bunny()); }
+
+BENCHMARK(terrain_by_peer)
+    ->Name("read terrain of 1,000,000 triangles/tinyobjloader")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(bunny_by_peer)->Name("read bunny/tinyobjloader")->Unit(benchmark::kMillisecond);
+#endif
+
+void terrain_by_us(benchmark::State &state) { read_by_us(state, terrain()); }
+void bunny_by_us(benchmark::State &state) { read_by_us(state, bunny()); }
+
+BENCHMARK(terrain_by_us)
+    ->Name("read terrain of 1,000,000 triangles/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(bunny_by_us)->Name("read bunny/ours")->Unit(benchmark::kMillisecond);
+} // namespace
+} // namespace OSG::Bench

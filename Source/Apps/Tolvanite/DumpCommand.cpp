@@ -1,0 +1,40 @@
+#include "SceneDump.h"
+#include "SceneFile.h"
+
+namespace Tool
+{
+namespace
+{
+struct DumpOptions : SceneOptions
+{
+    bool arrays = false;
+};
+
+int run_dump(DumpOptions const &options, Streams streams)
+{
+    Scene const scene = readScene(options, streams);
+    if(scene.root == nullptr)
+        return Failed;
+    if(!options.json)
+    {
+        printTree(streams.out, scene.root);
+        return Success;
+    }
+    JsonWriter json(streams.out);
+    json.beginObject().member("file", options.file).key("root");
+    writeTree(json, scene.root, options.arrays ? Arrays::Written : Arrays::Counted);
+    json.endObject();
+    streams.out << '\n';
+    return Success;
+}
+} // namespace
+
+void addDumpCommand(CLI::App &program, ChosenCommand &chosen)
+{
+    auto const options = std::make_shared<DumpOptions>();
+    CLI::App &command =
+        addCommand(program, "dump", "Print the tree of a scene", options, run_dump, chosen);
+    addFileArgument(command, *options);
+    command.add_flag("--arrays", options->arrays, "Write the values of arrays too, in JSON");
+}
+} // namespace Tool

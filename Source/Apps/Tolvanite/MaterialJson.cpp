@@ -1,0 +1,132 @@
+#include "MaterialJson.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "OSGBlendChunk.h"
+#include "OSGChunkMaterial.h"
+#include "OSGImage.h"
+#include "OSGMaterialChunk.h"
+#include "OSGSimpleTexturedMaterial.h"
+#include "OSGSwitchMaterial.h"
+#include "OSGTextureEnvChunk.h"
+#include "OSGTextureObjChunk.h"
+#include "ValueJson.h"
+
+namespace Tool
+{
+namespace
+{
+/// Switch materials that are being written, outermost first.
+using Path = std::vector<OSG::Material const *>;
+
+void write_material(JsonWriter &json, OSG::Material *material, Path &path);
+
+void write_image(JsonWriter &json, OSG::Image const *image)
+{
+    json.key("image");
+    if(image != nullptr)
+        json.value(image->getName());
+    else
+        json.null();
+}
+
+void write_simple(JsonWriter &json, OSG::SimpleMaterial const &material)
+{
+    writeTuple(json, "ambient", material.getAmbient(), 3);
+    writeTuple(json, "diffuse", material.getDiffuse(), 3);
+    writeTuple(json, "specular", material.getSpecular(), 3);
+    writeTuple(json, "emission", material.getEmission(), 3);
+    json.member("shininess", material.getShininess())
+        .member("transparency", material.getTransparency())
+        .member("lit", material.getLit())
+        .member("colorMaterial", material.getColorMaterial());
+}
+
+void write_textured(JsonWriter &json, OSG::SimpleTexturedMaterial const &material)
+{
+    write_image(json, material.getImage());
+    json.member("envMap", material.getEnvMap())
+        .member("envMode", material.getEnvMode())
+        .member("minFilter", material.getMinFilter())
+        .member("magFilter", material.getMagFilter());
+}
+
+void write_chunk(JsonWriter &json, OSG::StateChunk *chunk)
+{
+    if(chunk == nullptr)
+    {
+        json.null();
+        return;
+    }
+    json.beginObject().member("type", chunk->getType().getCName());
+    if(auto const *const colours = dynamic_cast<OSG::MaterialChunk *>(chunk))
+    {
+        writeTuple(json, "ambient", colours->getAmbient(), 4);
+        writeTuple(json, "diffuse", colours->getDiffuse(), 4);
+        writeTuple(json, "specular", colours->getSpecular(), 4);
+        writeTuple(json, "emission", colours->getEmission(), 4);
+        json.member("shininess", colours->getShininess());
+    }
+    else if(auto const *const blend = dynamic_cast<OSG::BlendChunk *>(chunk))
+        json.member("srcFactor", blend->getSrcFactor())
+            .member("destFactor", blend->getDestFactor());
+    else if(auto const *const texture = dynamic_cast<OSG::TextureObjChunk *>(chunk))
+    {
+        write_image(json, texture->getImage());
+        json.member("wrapS", texture->getWrapS())
+            .member("wrapT", texture->getWrapT())
+            .member("wrapR", texture->getWrapR())
+            .member("minFilter", texture->getMinFilter())
+            .member("magFilter", texture->getMagFilter());
+    }
+    else if(auto const *const environment = dynamic_cast<OSG::TextureEnvChunk *>(chunk))
+        json.member("envMode", environment->getEnvMode());
+    json.endObject();
+}
+
+void write_chunks(JsonWriter &json, OSG::ChunkMaterial const &material)
+{
+    json.key("chunks").beginArray();
+    for(OSG::StateChunk *chunk : *material.getMFChunks())
+        write_chunk(json, chunk);
+    json.endArray();
+}
+
+void write_switch(JsonWriter &json, OSG::SwitchMaterial const &material, Path &path)
+{
+    json.member("choice", material.getChoice()).key("materials").beginArray();
+    path.push_back(&material);
+    for(OSG::Material *choice : *material.getMFMaterials())
+        write_material(json, choice, path);
+    path.pop_back();
+    json.endArray();
+}
+
+void write_material(JsonWriter &json, OSG::Material *material, Path &path)
+{
+    if(material == nullptr || std::find(path.begin(), path.end(), material) != path.end())
+    {
+        json.null();
+        return;
+    }
+    json.beginObject().member("type", material->getType().getCName()).key("name");
+    writeName(json, material);
+    if(auto const *const simple = dynamic_cast<OSG::SimpleMaterial *>(material))
+        write_simple(json, *simple);
+    if(auto const *const textured = dynamic_cast<OSG::SimpleTexturedMaterial *>(material))
+        write_textured(json, *textured);
+    if(auto const *const chunks = dynamic_cast<OSG::ChunkMaterial *>(material))
+        write_chunks(json, *chunks);
+    if(auto const *const choice = dynamic_cast<OSG::SwitchMaterial *>(material))
+        write_switch(json, *choice, path);
+    json.endObject();
+}
+} // namespace
+
+void writeMaterial(JsonWriter &json, OSG::Material *material)
+{
+    Path path;
+    write_material(json, material, path);
+}
+} // namespace Tool

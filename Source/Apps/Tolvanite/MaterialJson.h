@@ -1,0 +1,15 @@
+#pragma once
+
+#include "JsonWriter.h"
+
+namespace OSG
+{
+class Material;
+}
+
+namespace Tool
+{
+/// Writes a material as an object, or null for none. A switch material that is among its own
+/// choices, directly or further down, is null there.
+void writeMaterial(JsonWriter &json, OSG::Material *material);
+} // namespace Tool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "Command.h"
+#include "OSGNode.h"
+#include "OSGRefCountPtr.h"
+
+namespace Tool
+{
+/// Options of a command that reads one scene.
+struct SceneOptions : CommonOptions
+{
+    std::string file;
+};
+
+/// Adds the argument FILE; a command line that names none, or one that does not exist, is misused.
+void addFileArgument(CLI::App &command, SceneOptions &options);
+
+using ScenePtr = OSG::UnrecordedRefPtr<OSG::Node>;
+
+/// A scene with its volumes up to date, and the seconds that its read has taken.
+struct Scene
+{
+    ScenePtr root;
+    double loadSeconds = 0;
+};
+
+/// Reads the scene, with a progress bar where one is wanted. The root is null where the file gives
+/// none; one line has said so by then, behind those of the log.
+Scene readScene(SceneOptions const &options, Streams streams);
+} // namespace Tool

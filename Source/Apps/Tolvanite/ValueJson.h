@@ -1,0 +1,27 @@
+#pragma once
+
+#include "JsonWriter.h"
+#include "OSGBoxVolume.h"
+#include "OSGMatrix.h"
+
+namespace OSG
+{
+class AttachmentContainer;
+}
+
+namespace Tool
+{
+/// Writes `{"min": [x,y,z], "max": [x,y,z]}`, or null for a box that is empty or has no end.
+void writeBounds(JsonWriter &json, OSG::BoxVolume const &bounds);
+/// Writes 16 numbers, column after column.
+void writeMatrix(JsonWriter &json, OSG::Matrix const &matrix);
+/// Writes the name that hangs on `container`, or null.
+void writeName(JsonWriter &json, OSG::AttachmentContainer const *container);
+
+/// Writes a member of three or four numbers.
+template <class Tuple>
+void writeTuple(JsonWriter &json, char const *name, Tuple const &tuple, std::size_t count)
+{
+    json.key(name).array(tuple, count);
+}
+} // namespace Tool

@@ -1,0 +1,42 @@
+#include "OSGStbImageFileType.h"
+
+// Windows bitmap: file header of 14 bytes, information header, colours, rows of whole 32-bit words.
+// Packed bitmaps are not read.
+
+namespace OSG
+{
+namespace
+{
+constexpr UInt8 signature[] = {'B', 'M'};
+constexpr UInt32 core_header_size = 12;
+
+UInt64 magnitude(UInt32 bits)
+{
+    Int64 const value = static_cast<Int32>(bits);
+    return static_cast<UInt64>(value < 0 ? -value : value);
+}
+
+bool is_complete(PictureBytes const &bytes)
+{
+    ByteCursor at(bytes, 10);
+    UInt64 const offset = at.little32();
+    bool const hasCoreHeader = at.little32() == core_header_size;
+    UInt64 const width = hasCoreHeader ? at.little16() : magnitude(at.little32());
+    UInt64 const height = hasCoreHeader ? at.little16() : magnitude(at.little32()); // < 0: top down
+    at.skip(2);
+    UInt64 const pixelBits = at.little16();
+    if(!at.isGood() || width > MaxPictureExtent || height > MaxPictureExtent)
+        return false;
+    UInt64 const rowBytes = (width * pixelBits + 31) / 32 * 4;
+    return ByteCursor(bytes).skip(offset + rowBytes * height);
+}
+
+// A bit becomes four bytes at most.
+constexpr UInt64 max_expansion = 32;
+
+StbImageFileType::Format const format = {"Windows bitmap",  PictureFormat::Bmp, signature,
+                                         sizeof(signature), is_complete,        max_expansion};
+char const *suffixes[] = {"bmp"};
+StbImageFileType type(suffixes, sizeof(suffixes), format);
+} // namespace
+} // namespace OSG

@@ -1,0 +1,40 @@
+#pragma once
+
+/// \file
+/// Runs the program as people do.
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace Tool::Test
+{
+struct Outcome
+{
+    int status; ///< exit status; -1 where the program was ended by a signal
+    std::string out;
+    std::string err;
+};
+
+/// Runs the built program with these words behind its name, standard error no terminal.
+Outcome run_program(std::vector<std::string> const &words);
+/// The same with standard output going to `file`.
+Outcome run_program_into(std::string const &file, std::vector<std::string> const &words);
+
+/// The model of ours.
+std::string pavilion();
+
+/// A file of that name and content, in the folder for temporary files, gone with the object.
+class TextFile
+{
+  public:
+    TextFile(std::string const &name, std::string const &content);
+    TextFile(TextFile const &) = delete;
+    TextFile &operator=(TextFile const &) = delete;
+    ~TextFile();
+    std::string const &path() const { return _path; }
+
+  private:
+    std::string _path;
+};
+} // namespace Tool::Test

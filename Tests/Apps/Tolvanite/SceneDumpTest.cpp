@@ -1,0 +1,300 @@
+#include "SceneDump.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "Keys.h"
+#include "LogCapture.h"
+#include "OSGBlendChunk.h"
+#include "OSGChunkMaterial.h"
+#include "OSGCommandNameAttachment.h"
+#include "OSGComponentTransform.h"
+#include "OSGGeometry.h"
+#include "OSGGroup.h"
+#include "OSGImage.h"
+#include "OSGMaterialChunk.h"
+#include "OSGMaterialChunkOverrideGroup.h"
+#include "OSGMaterialGroup.h"
+#include "OSGMultiSwitch.h"
+#include "OSGName.h"
+#include "OSGNode.h"
+#include "OSGSimpleTexturedMaterial.h"
+#include "OSGSwitch.h"
+#include "OSGSwitchMaterial.h"
+#include "OSGTextureEnvChunk.h"
+#include "OSGTextureObjChunk.h"
+#include "OSGTypedGeoProperties.h"
+#include "OSGVisitSubTree.h"
+
+namespace Tool::Test
+{
+namespace
+{
+template <class T>
+using Ptr = OSG::UnrecordedRefPtr<T>;
+using NodePtr = Ptr<OSG::Node>;
+
+NodePtr node(OSG::NodeCore *core, std::vector<OSG::Node *> const &children = {})
+{
+    NodePtr result(OSG::Node::create());
+    result->setCore(core);
+    for(OSG::Node *child : children)
+        result->addChild(child);
+    return result;
+}
+
+std::string text_of(OSG::Node *root, Arrays arrays = Arrays::Counted)
+{
+    std::ostringstream text;
+    JsonWriter json(text);
+    root->updateVolume();
+    writeTree(json, root, arrays);
+    return text.str();
+}
+
+Json dump(OSG::Node *root, Arrays arrays = Arrays::Counted)
+{
+    return Json::parse(text_of(root, arrays));
+}
+
+constexpr char const *plain = "name core bounds children";
+
+TEST(SceneDump, ANodeWithoutAnythingIsNull)
+{
+    Json const root = dump(node(nullptr));
+    EXPECT_EQ(root, Json::parse(R"({"name": null, "core": null, "bounds": null, "children": []})"));
+    EXPECT_EQ(keys_of(root), plain);
+}
+
+TEST(SceneDump, ATransformHasItsMatrixColumnAfterColumn)
+{
+    Ptr<OSG::ComponentTransform> const core(OSG::ComponentTransform::create());
+    OSG::Matrix moved;
+    moved.setTranslate(1, 2, 3);
+    core->setMatrix(moved);
+    Json const root = dump(node(core));
+    EXPECT_EQ(keys_of(root), std::string(plain) + " matrix");
+    EXPECT_EQ(root["core"], "ComponentTransform");
+    EXPECT_EQ(root["matrix"], Json::parse("[1,0,0,0, 0,1,0,0, 0,0,1,0, 1,2,3,1]"));
+}
+
+TEST(SceneDump, SwitchesHaveTheirChoices)
+{
+    Ptr<OSG::Switch> const one(OSG::Switch::create());
+    one->setChoice(-2);
+    EXPECT_EQ(dump(node(one))["choice"], -2);
+    Ptr<OSG::MultiSwitch> const several(OSG::MultiSwitch::create());
+    several->setSwitchMode(-1);
+    several->editMFChoices()->push_back(2);
+    several->editMFChoices()->push_back(5);
+    Json const root = dump(node(several));
+    EXPECT_EQ(keys_of(root), std::string(plain) + " mode choices");
+    EXPECT_EQ(root["mode"], -1);
+    EXPECT_EQ(root["choices"], Json::parse("[2, 5]"));
+}
+
+TEST(SceneDump, AVisitedTreeStandsInItsOwnKey)
+{
+    Ptr<OSG::VisitSubTree> const visit(OSG::VisitSubTree::create());
+    NodePtr const root = node(visit, {node(nullptr)});
+    EXPECT_EQ(keys_of(dump(root)), std::string(plain) + " subTree");
+    EXPECT_TRUE(dump(root)["subTree"].is_null());
+    NodePtr const other = node(Ptr<OSG::Group>(OSG::Group::create()), {node(nullptr)});
+    visit->setSubTreeRoot(other);
+    Json const with = dump(root);
+    EXPECT_EQ(keys_of(with), std::string(plain) + " subTree");
+    EXPECT_EQ(with["children"].size(), 1u);
+    EXPECT_EQ(with["subTree"]["core"], "Group");
+    EXPECT_EQ(with["subTree"]["children"].size(), 1u);
+}
+
+TEST(SceneDump, ATreeThatVisitsItselfIsNullThere)
+{
+    Ptr<OSG::VisitSubTree> const visit(OSG::VisitSubTree::create());
+    NodePtr const root = node(Ptr<OSG::Group>(OSG::Group::create()), {node(visit)});
+    visit->setSubTreeRoot(root);
+    OSG::Test::LogCapture log;
+    Json const dumped = dump(root);
+    EXPECT_TRUE(dumped["children"][0]["subTree"].is_null());
+    EXPECT_FALSE(log.messages().empty());
+    visit->setSubTreeRoot(nullptr);
+}
+
+TEST(SceneDump, NamesThatAreNoUtf8DoNotBreakIt)
+{
+    NodePtr const root = node(nullptr);
+    OSG::setName(root, "M\xfc"
+                       "ller \"x\"\n\x01");
+    EXPECT_EQ(dump(root)["name"], "M\xef\xbf\xbd"
+                                  "ller \"x\"\n\x01");
+}
+
+TEST(SceneDump, AChainOfAHundredThousandNodesIsWritten)
+{
+    NodePtr root = node(nullptr);
+    for(int depth = 1; depth < 100000; ++depth)
+        root = node(nullptr, {root});
+    std::string const text = text_of(root);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '{'), 100000);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '}'), 100000);
+    std::ostringstream printed;
+    printTree(printed, root);
+    EXPECT_LT(printed.str().size(), 100u * 100000);
+}
+
+Ptr<OSG::Geometry> triangle()
+{
+    Ptr<OSG::Geometry> geometry(OSG::Geometry::create());
+    Ptr<OSG::GeoUInt8Property> const types(OSG::GeoUInt8Property::create());
+    types->push_back(4);
+    Ptr<OSG::GeoUInt32Property> const lengths(OSG::GeoUInt32Property::create());
+    lengths->push_back(3);
+    Ptr<OSG::GeoPnt3fProperty> const positions(OSG::GeoPnt3fProperty::create());
+    positions->editValues() = {{0, 0, 0}, {0.1f, 0, 0}, {0, 1, 0}};
+    geometry->setTypes(types);
+    geometry->setLengths(lengths);
+    geometry->setPositions(positions);
+    return geometry;
+}
+
+constexpr char const *geometry_keys =
+    " types lengths positions normals colors texCoords indices sharedIndex material";
+
+TEST(SceneDump, AGeometryHasItsArraysAsCounts)
+{
+    Json const root = dump(node(triangle()));
+    EXPECT_EQ(keys_of(root), std::string(plain) + geometry_keys);
+    EXPECT_EQ(root["types"], Json::parse("[4]"));
+    EXPECT_EQ(root["lengths"], Json::parse("[3]"));
+    EXPECT_EQ(root["positions"], Json::parse(R"({"count": 3})"));
+    EXPECT_TRUE(root["normals"].is_null());
+    EXPECT_EQ(keys_of(root["indices"]), "positions normals texCoords");
+    EXPECT_TRUE(root["indices"]["positions"].is_null());
+    EXPECT_EQ(root["sharedIndex"], false);
+    EXPECT_TRUE(root["material"].is_null());
+    EXPECT_EQ(keys_of(root["bounds"]), "min max");
+}
+
+TEST(SceneDump, AnEmptyGeometryHasAllKeys)
+{
+    Json const root = dump(node(Ptr<OSG::Geometry>(OSG::Geometry::create())));
+    EXPECT_EQ(keys_of(root), std::string(plain) + geometry_keys);
+    EXPECT_EQ(root["types"], Json::array());
+    EXPECT_TRUE(root["positions"].is_null());
+    EXPECT_TRUE(root["bounds"].is_null());
+}
+
+TEST(SceneDump, ArraysAreWrittenInTheShortestForm)
+{
+    std::string const text = text_of(node(triangle()), Arrays::Written);
+    EXPECT_NE(text.find(R"("values":[[0,0,0],[0.1,0,0],[0,1,0]])"), std::string::npos) << text;
+}
+
+TEST(SceneDump, OneIndexInAllThreeSlotsIsShared)
+{
+    Ptr<OSG::Geometry> const geometry = triangle();
+    Ptr<OSG::GeoUInt32Property> const index(OSG::GeoUInt32Property::create());
+    for(OSG::UInt32 entry : {2u, 1u, 4294967295u})
+        index->push_back(entry);
+    geometry->setIndex(index, OSG::Geometry::PositionsSlot);
+    geometry->setIndex(index, OSG::Geometry::NormalsSlot);
+    EXPECT_EQ(dump(node(geometry))["sharedIndex"], false);
+    geometry->setIndex(index, OSG::Geometry::TexCoordsSlot);
+    Json const root = dump(node(geometry), Arrays::Written);
+    EXPECT_EQ(root["sharedIndex"], true);
+    EXPECT_EQ(root["indices"]["texCoords"],
+              Json::parse(R"({"count": 3, "values": [2, 1, 4294967295]})"));
+}
+
+Json dump_of_material(OSG::Material *material)
+{
+    Ptr<OSG::MaterialGroup> const group(OSG::MaterialGroup::create());
+    group->setMaterial(material);
+    return dump(node(group))["material"];
+}
+
+constexpr char const *simple_keys =
+    "type name ambient diffuse specular emission shininess transparency lit colorMaterial";
+
+TEST(SceneDump, ASimpleMaterialHasItsColours)
+{
+    Ptr<OSG::SimpleMaterial> const material(OSG::SimpleMaterial::create());
+    material->setDiffuse(OSG::Color3f(0.1f, 0.2f, 0.3f));
+    OSG::setName(material, "paint");
+    Json const dumped = dump_of_material(material);
+    EXPECT_EQ(keys_of(dumped), simple_keys);
+    EXPECT_EQ(dumped["name"], "paint");
+    EXPECT_EQ(dumped["diffuse"], Json::parse("[0.1, 0.2, 0.3]"));
+    EXPECT_TRUE(dump_of_material(nullptr).is_null());
+}
+
+TEST(SceneDump, ATexturedMaterialNamesItsImage)
+{
+    Ptr<OSG::SimpleTexturedMaterial> const material(OSG::SimpleTexturedMaterial::create());
+    EXPECT_TRUE(dump_of_material(material)["image"].is_null());
+    Ptr<OSG::Image> const image(OSG::Image::create());
+    image->setName("/tiles.png");
+    material->setImage(image);
+    Json const dumped = dump_of_material(material);
+    EXPECT_EQ(keys_of(dumped),
+              std::string(simple_keys) + " image envMap envMode minFilter magFilter");
+    EXPECT_EQ(dumped["image"], "/tiles.png");
+}
+
+TEST(SceneDump, AChunkMaterialHasItsChunksInOrder)
+{
+    Ptr<OSG::ChunkMaterial> const material(OSG::ChunkMaterial::create());
+    material->addChunk(Ptr<OSG::TextureEnvChunk>(OSG::TextureEnvChunk::create()), 0);
+    material->addChunk(Ptr<OSG::MaterialChunk>(OSG::MaterialChunk::create()), 0);
+    material->addChunk(Ptr<OSG::BlendChunk>(OSG::BlendChunk::create()), 0);
+    material->addChunk(Ptr<OSG::TextureObjChunk>(OSG::TextureObjChunk::create()), 0);
+    Json const dumped = dump_of_material(material);
+    EXPECT_EQ(keys_of(dumped), "type name chunks");
+    ASSERT_EQ(dumped["chunks"].size(), 4u);
+    EXPECT_EQ(keys_of(dumped["chunks"][0]), "type envMode");
+    EXPECT_EQ(keys_of(dumped["chunks"][1]), "type ambient diffuse specular emission shininess");
+    EXPECT_EQ(dumped["chunks"][1]["ambient"].size(), 4u);
+    EXPECT_EQ(keys_of(dumped["chunks"][2]), "type srcFactor destFactor");
+    EXPECT_EQ(keys_of(dumped["chunks"][3]), "type image wrapS wrapT wrapR minFilter magFilter");
+}
+
+TEST(SceneDump, ASwitchMaterialAmongItsOwnChoicesIsNull)
+{
+    Ptr<OSG::SwitchMaterial> const material(OSG::SwitchMaterial::create());
+    Ptr<OSG::SimpleMaterial> const paint(OSG::SimpleMaterial::create());
+    material->editMFMaterials()->push_back(paint);
+    material->editMFMaterials()->push_back(material);
+    Json const dumped = dump_of_material(material);
+    EXPECT_EQ(keys_of(dumped), "type name choice materials");
+    EXPECT_EQ(dumped["materials"][0]["type"], "SimpleMaterial");
+    EXPECT_TRUE(dumped["materials"][1].is_null());
+    material->editMFMaterials()->clear();
+}
+
+TEST(SceneDump, AnOverrideGroupHasItsMaterial)
+{
+    Ptr<OSG::MaterialChunkOverrideGroup> const group(OSG::MaterialChunkOverrideGroup::create());
+    EXPECT_EQ(keys_of(dump(node(group))), std::string(plain) + " material");
+}
+
+TEST(SceneDump, AttachmentsAreShownWithTheirFields)
+{
+    Ptr<OSG::Group> const core(OSG::Group::create());
+    NodePtr const root = node(core);
+    OSG::setName(root, "named");
+    EXPECT_EQ(keys_of(dump(root)), plain);
+    Ptr<OSG::CommandNameAttachment> const command(OSG::CommandNameAttachment::create());
+    command->setCommand("open 5, 6");
+    root->addAttachment(command);
+    core->addAttachment(command);
+    Json const dumped = dump(root);
+    EXPECT_EQ(keys_of(dumped), std::string(plain) + " attachments");
+    ASSERT_EQ(dumped["attachments"].size(), 2u);
+    EXPECT_EQ(dumped["attachments"][0],
+              Json::parse(R"({"type": "CommandNameAttachment", "on": "node",
+                              "Command": "open 5, 6"})"));
+    EXPECT_EQ(dumped["attachments"][1]["on"], "core");
+}
+} // namespace
+} // namespace Tool::Test

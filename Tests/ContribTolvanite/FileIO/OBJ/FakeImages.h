@@ -1,0 +1,53 @@
+#pragma once
+
+/// \file
+/// Picture files that tests make up: files ending in ".fakeimg" whose text is the bytes of one row
+/// of grey and alpha pixels.
+
+#include <iterator>
+
+#include "OSGImage.h"
+#include "OSGImageFileHandler.h"
+#include "OSGImageFileType.h"
+
+namespace OSG::Test
+{
+class FakeImages : public ImageFileType
+{
+  public:
+    /// The one that the image file handler knows.
+    static FakeImages &the()
+    {
+        static FakeImages *const images = new FakeImages;
+        return *images;
+    }
+
+    /// How many pictures were asked for; the caller may reset it.
+    mutable int reads = 0;
+
+    TransitPtr<Image> read(std::istream &in) const override
+    {
+        ++reads;
+        std::string const bytes((std::istreambuf_iterator<char>(in)), {});
+        if(bytes.size() < 2 || bytes.substr(0, 6) == "broken")
+            return nullptr;
+        TransitPtr<Image> image = Image::create();
+        image->set(static_cast<UInt32>(bytes.size() / 2), 1, 2,
+                   reinterpret_cast<UInt8 const *>(bytes.data()));
+        return image;
+    }
+    bool write(Image const &, std::ostream &) const override { return false; }
+    char const *getName() const override { return "Pictures of the tests"; }
+
+  private:
+    FakeImages()
+        : ImageFileType(suffixes(), sizeof(char const *), true, 1, ReadSupported)
+    {
+    }
+    static char const **suffixes()
+    {
+        static char const *list[1] = {"fakeimg"};
+        return list;
+    }
+};
+} // namespace OSG::Test

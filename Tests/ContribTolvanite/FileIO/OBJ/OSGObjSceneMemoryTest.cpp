@@ -1,0 +1,199 @@
+/// \file
+/// How much memory the scene of a file holds, and what is left when there is not enough.
+
+#include <new>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "FakeImages.h"
+#include "LogCapture.h"
+#include "OSGChangeList.h"
+#include "OSGFieldContainerFactory.h"
+#include "OSGReadBuffer.h"
+#include "OSGSceneFileHandler.h"
+#include "OSGThread.h"
+#include "ObjScene.h"
+#include "SceneInvariants.h"
+#include "StreamBuffers.h"
+#include "TempFolder.h"
+
+using namespace OSG;
+using namespace OSG::Test;
+
+namespace
+{
+struct Dense
+{
+    char const *name;
+    char const *head;
+    char const *line;
+};
+
+void PrintTo(Dense const &row, std::ostream *out) { *out << row.name; }
+
+#define CORNERS "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\nvn 0 0 1\nvn 1 0 0\nvn 0 1 0\n"
+
+Dense const dense_texts[] = {
+    {"Positions", "", "v 0 0 0\n"},
+    {"TexCoords", "", "vt 0 0\n"},
+    {"Normals", "", "vn 0 0 0\n"},
+    {"EmptyFaces", "", "f \n"},
+    {"Points", CORNERS, "f 1\n"},
+    {"PointsAndVertices", "v 0 0 0\n", "f -1\nv 0 0 0\n"},
+    {"Triangles", CORNERS, "f 1 2 3\n"},
+    {"LongFaces", CORNERS, "f 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1\n"},
+    {"SeveralIndices", CORNERS, "f 1/2/3 2/3/1 3/1/2\n"},
+    {"ManyCombinations", "vt 0 0\n", "v 0 0 0\nf -1/1\n"},
+    {"TwoCombinations", "vt 0 0\n", "v 0 0 0\nvt 0 0\nf -1/1 -1/-1\n"},
+    {"UnknownWords", "", "x\n"},
+    {"MaterialsWithoutFaces", "", "usemtl a\n"},
+};
+
+/// Reads so many bytes of the repeated line and drops the scene. Gives the peak.
+UInt64 peak_of(Dense const &text, UInt64 bytes)
+{
+    std::string lines;
+    while(lines.size() < 4096)
+        lines += text.line;
+    RepeatBuffer endless(text.head, lines, bytes);
+    std::istream in(&endless);
+    osgLogP->setLogLevel(LOG_DUMP);
+    UInt64 const before = getMemBytes();
+    resetMemPeak();
+    SceneFileHandlerBase::the()->read(in, "obj");
+    osgLogP->setLogLevel(LOG_WARNING);
+    return getMemPeakBytes() - before;
+}
+
+class ObjDenseText : public testing::TestWithParam<Dense>
+{
+};
+} // namespace
+
+// The part that grows with the input is held to its bound by itself, without the fixed part that
+// small inputs could hide behind.
+TEST_P(ObjDenseText, HoldsAtMostFortyBytesForEachOfItsOwn)
+{
+    UInt64 const bytes = 2 * 1024 * 1024;
+    UInt64 const once = peak_of(GetParam(), bytes);
+    UInt64 const threefold = peak_of(GetParam(), 3 * bytes);
+    EXPECT_LE(once, read_memory_bound(bytes));
+    EXPECT_LE(threefold, once + 40 * 2 * bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ObjDenseText, testing::ValuesIn(dense_texts),
+                         [](auto const &row) { return row.param.name; });
+
+// --- many geometries ---
+
+namespace
+{
+struct Taken
+{
+    UInt64 held; ///< by the scene
+    UInt64 peak;
+    UInt32 containers;
+};
+
+Taken take(std::string const &head, std::string const &run, std::size_t runs)
+{
+    RepeatBuffer buffer(head, run, head.size() + run.size() * runs);
+    std::istream in(&buffer);
+    LogCapture silence(LOG_DUMP);
+    UInt64 const before = getMemBytes();
+    UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
+    resetMemPeak();
+    UnrecordedRefPtr<Node> const root(SceneFileHandlerBase::the()->read(in, "obj"));
+    return {getMemBytes() - before, getMemPeakBytes() - before,
+            FieldContainerFactoryBase::the()->getNumContainers() - containers};
+}
+
+std::string const one_run = "usemtl a\nf 1 2 3\n";
+} // namespace
+
+TEST(ObjSceneMemory, EveryRunTakesTheSameHoweverManyThereAre)
+{
+    take(CORNERS, one_run, 40000); // the system's own tables have their room from now on
+    Taken const few = take(CORNERS, one_run, 10000);
+    Taken const many = take(CORNERS, one_run, 40000);
+    EXPECT_EQ(few.containers - many.containers / 4, 3u); // root, its core and the shared positions
+    EXPECT_LE(many.held, 4 * few.held + few.held / 10);
+    EXPECT_LE(many.peak, 4 * few.peak);
+}
+
+TEST(ObjSceneMemory, BesidesTheSceneReadingHoldsLittle)
+{
+    take(CORNERS, one_run, 40000);
+    Taken const taken = take(CORNERS, one_run, 40000);
+    EXPECT_LE(taken.peak, taken.held + taken.held / 10 + 2 * ReadBuffer::blockBytes);
+}
+
+TEST(ObjSceneMemory, ASmallGeometryOfALargeArrayTakesWhatItUses)
+{
+    std::string vertices;
+    for(int i = 0; i < 100000; ++i)
+        vertices += "v 0 0 0\n";
+    std::string const spread = "usemtl a\nf 1 50000 100000\n";
+    take(vertices, spread, 3000);
+    Taken const few = take(vertices, spread, 1000);
+    Taken const many = take(vertices, spread, 3000);
+    Taken const own = take(CORNERS, one_run, 3000);
+    // Normals and their index are the geometry's own; a table over the array would be 400 KB.
+    EXPECT_LE((many.held - few.held) / 2000, own.held / 3000 + 300);
+    EXPECT_LE(many.peak - few.peak, many.held - few.held + 100000);
+}
+
+// --- not enough memory ---
+
+namespace
+{
+std::string const library = "newmtl a\nKd 1 0 0\nmap_Kd a.fakeimg\nnewmtl b\nmap_Kd none.png\n";
+
+/// All that reading can do: libraries, pictures, one index and several, dropped kinds, runs that
+/// fail, faces that go on in the next line.
+std::string scene_text()
+{
+    std::string text = "mtllib lib.mtl\nunknown\n" CORNERS;
+    for(int i = 0; i < 20; ++i)
+        text += "usemtl a\nf 1 2 3\nf 1 2 9\nusemtl none\nf 1/2/3 2/3/1 3/1/2 \\\n1/1/1\n"
+                "usemtl b\nf 1//1 2//1 3//1\nf 1/1 2/2 3/3\nusemtl c\nf \r\nf 1\n";
+    return text;
+}
+} // namespace
+
+TEST(ObjSceneMemory, AnExhaustedAllocatorPassesOutAndLeavesNothing)
+{
+    FakeImages::the();
+    TempFolder const folder;
+    folder.write("lib.mtl", library);
+    folder.write("a.fakeimg", repeated(3000, '\xff'));
+    std::string const path = folder.write("model.obj", scene_text());
+    LogCapture silence(LOG_DUMP);
+    auto const read = [&path] { SceneFileHandlerBase::the()->read(path.c_str()); };
+    read(); // what the system keeps for later is there from now on
+    UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
+    UInt64 const bytes = getMemBytes();
+    int failures = 0;
+    bool done = false;
+    // The block that text is read into comes first; what is built begins behind it.
+    for(UInt64 room = 0; !done; room += room < ReadBuffer::blockBytes ? 4096 : 40)
+    {
+        setMemLimit(bytes + room);
+        try
+        {
+            read();
+            done = true;
+        }
+        catch(std::bad_alloc const &)
+        {
+            ++failures;
+        }
+        setMemLimit(0);
+        Thread::getCurrentChangeList()->commitChanges();
+        ASSERT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), containers) << room;
+        // The system's own lists may have moved on by a block; a leak would add up.
+        ASSERT_LE(getMemBytes(), bytes + 1024) << room;
+    }
+    EXPECT_GT(failures, 500);
+}

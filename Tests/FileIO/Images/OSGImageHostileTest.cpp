@@ -1,0 +1,157 @@
+// Picture files that are cut off, lie or are none.
+
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "OSGMemManager.h"
+#include "Pictures.h"
+
+namespace OSG::Test
+{
+namespace
+{
+std::string big32(UInt32 value)
+{
+    std::string bytes;
+    for(int shift = 24; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(value >> shift);
+    return bytes;
+}
+
+/// Most bytes that were held at a time while `file` was read.
+UInt64 bytes_held(std::string const &file, char const *suffix)
+{
+    resetMemPeak();
+    UInt64 const before = getMemBytes();
+    picture_in(file, suffix);
+    return getMemPeakBytes() - before;
+}
+
+UInt64 allowed(std::string const &file) { return 64 * 1024 * 1024 + 40 * file.size(); }
+
+struct Sample
+{
+    char const *name;
+    char const *suffix;
+    UInt32 channels;
+};
+
+class HostilePictures : public testing::TestWithParam<Sample>
+{
+  protected:
+    std::string file() const
+    {
+        RandomNumbers random(3);
+        return file_of(*random_picture(19, 11, GetParam().channels, random), GetParam().suffix);
+    }
+};
+
+TEST_P(HostilePictures, CutOffAnywhereAreNone)
+{
+    std::string const whole = file();
+    ASSERT_NE(picture_in(whole, GetParam().suffix).get(), nullptr);
+    for(std::size_t length = 0; length < whole.size(); ++length)
+        ASSERT_EQ(picture_in(whole.substr(0, length), GetParam().suffix).get(), nullptr) << length;
+}
+
+TEST_P(HostilePictures, WithChangedBytesStayWithinTheBounds)
+{
+    std::string const whole = file();
+    RandomNumbers random(11);
+    int read = 0;
+    for(int mutant = 0; mutant < 2000; ++mutant)
+    {
+        std::string changed = whole;
+        // Headers matter most: half of the changes go there.
+        UInt32 const range = static_cast<UInt32>(mutant % 2 == 0 ? 64 : whole.size());
+        for(UInt32 i = 0; i <= random.below(4); ++i)
+            changed[random.below(range)] = static_cast<char>(random.next());
+        ASSERT_LE(bytes_held(changed, GetParam().suffix), allowed(changed)) << mutant;
+        ImagePtr const image = picture_in(changed, GetParam().suffix);
+        if(image == nullptr)
+            continue;
+        ++read;
+        ASSERT_EQ(image->getPixel().size(),
+                  std::size_t(image->getWidth()) * image->getHeight() * image->getChannels());
+    }
+    // Of both kinds there are some, or the changes miss what matters.
+    EXPECT_GT(read, 0);
+    EXPECT_LT(read, 2000);
+}
+
+TEST_P(HostilePictures, AreReadWithBytesBehindTheirEnd)
+{
+    EXPECT_NE(picture_in(file() + "behind", GetParam().suffix).get(), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, HostilePictures,
+                         testing::Values(Sample{"png", "png", 4}, Sample{"jpeg", "jpg", 3},
+                                         Sample{"tga", "tga", 3}, Sample{"bmp", "bmp", 3},
+                                         Sample{"bmp_alpha", "bmp", 4}),
+                         [](auto const &row) { return std::string(row.param.name); });
+
+TEST(PNGImageFileType, AHeaderThatClaimsMuchTakesNoMemory)
+{
+    RandomNumbers random(5);
+    std::string const honest = file_of(*random_picture(19, 11, 3, random), "png");
+    for(UInt32 const size : {20000u, 100000u, 0x7fffffffu, 0xffffffffu})
+    {
+        std::string lying = honest;
+        lying.replace(16, 8, big32(size) + big32(size));
+        EXPECT_EQ(picture_in(lying, "png").get(), nullptr);
+        EXPECT_LT(bytes_held(lying, "png"), 1024u * 1024) << size;
+    }
+}
+
+TEST(PNGImageFileType, ADenselyPackedPictureIsRead)
+{
+    ImagePtr const white(Image::create());
+    white->set(2048, 2048, 3, nullptr);
+    std::string const file = file_of(*white, "png");
+    ASSERT_LT(file.size() * 100, white->getPixel().size());
+    EXPECT_NE(picture_in(file, "png").get(), nullptr);
+}
+
+TEST(TGAImageFileType, PacketsThatEndEarlyAreNoPicture)
+{
+    // 300 pixels of grey; a run brings 128.
+    std::string const header("\0\0\x0b\0\0\0\0\0\0\0\0\0\x2c\x01\x01\0\x08\0", 18);
+    std::string const run("\xff\x20", 2);
+    EXPECT_EQ(picture_in(header + run + run, "tga").get(), nullptr);
+    ImagePtr const image = picture_in(header + run + run + run, "tga");
+    ASSERT_NE(image.get(), nullptr);
+    EXPECT_EQ(image->getPixel()[299], 0x20);
+}
+
+TEST(BMPImageFileType, TheSmallestHeightIsNoPicture)
+{
+    RandomNumbers random(6);
+    std::string file = file_of(*random_picture(4, 4, 3, random), "bmp");
+    file.replace(22, 4, std::string("\0\0\0\x80", 4));
+    EXPECT_EQ(picture_in(file, "bmp").get(), nullptr);
+}
+
+TEST(JPEGImageFileType, ATableOfMoreCodesThanThereAreIsNoPicture)
+{
+    RandomNumbers random(9);
+    std::string file = file_of(*random_picture(16, 16, 3, random), "jpg");
+    std::size_t const table = file.find(std::string("\xff\xc4", 2));
+    ASSERT_NE(table, std::string::npos);
+    // Sixteen counts behind marker, length and class.
+    for(std::size_t i = 0; i < 16; ++i)
+        file[table + 5 + i] = '\xff';
+    EXPECT_EQ(picture_in(file, "jpg").get(), nullptr);
+}
+
+TEST(JPEGImageFileType, TheEndOfAPreviewIsNotTheEnd)
+{
+    RandomNumbers random(9);
+    std::string const file = file_of(*random_picture(16, 16, 3, random), "jpg");
+    std::string const preview("\xff\xe1\x00\x06\xff\xd8\xff\xd9", 8);
+    std::string const with = file.substr(0, 2) + preview + file.substr(2);
+    EXPECT_NE(picture_in(with, "jpg").get(), nullptr);
+    EXPECT_EQ(picture_in(with.substr(0, with.size() - 2), "jpg").get(), nullptr);
+}
+} // namespace
+} // namespace OSG::Test

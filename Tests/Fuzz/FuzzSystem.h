@@ -1,0 +1,54 @@
+#pragma once
+
+/// \file
+/// What the fuzz targets share.
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "OSGFieldContainerFactory.h"
+#include "OSGMemManager.h"
+#include "OSGSystem.h"
+
+namespace OSG::Test
+{
+/// Ends the program, which makes the input a find, unless `fault` is empty.
+inline void expect_no_fault(std::string const &fault)
+{
+    if(fault.empty())
+        return;
+    std::fprintf(stderr, "fault: %s\n", fault.c_str());
+    std::abort();
+}
+
+/// Holds an input to its bounds: what it takes from the allocator meanwhile, and that no container
+/// is left at the end of its life.
+class FuzzBounds
+{
+  public:
+    explicit FuzzBounds(UInt64 mostBytes)
+        : _mostBytes(mostBytes)
+        , _bytes(getMemBytes())
+        , _containers(FieldContainerFactoryBase::the()->getNumContainers())
+    {
+        resetMemPeak();
+    }
+    FuzzBounds(FuzzBounds const &) = delete;
+    FuzzBounds &operator=(FuzzBounds const &) = delete;
+    ~FuzzBounds()
+    {
+        if(getMemPeakBytes() - _bytes > _mostBytes)
+            expect_no_fault("too much memory");
+        if(FieldContainerFactoryBase::the()->getNumContainers() != _containers)
+            expect_no_fault("containers are left");
+    }
+
+  private:
+    UInt64 _mostBytes;
+    UInt64 _bytes;
+    UInt32 _containers;
+};
+} // namespace OSG::Test
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***) { return OSG::startUp() ? 0 : 1; }
