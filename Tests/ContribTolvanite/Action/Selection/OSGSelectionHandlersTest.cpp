@@ -295,6 +295,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ChoiceCase{"oneOnly", -1, {1}, {1}}, ChoiceCase{"noChoices", -1, {}, {0, 1, 2}},
                     ChoiceCase{"outOfOrderHidesTheRest", -1, {1, 0, 2}, {1}},
                     ChoiceCase{"twiceTheSameHidesTheRest", -1, {0, 0, 1}, {0}},
+                    ChoiceCase{"twiceTheSameLaterHidesTheRest", -1, {1, 1, 2}, {1}},
                     ChoiceCase{"beyondTheChildrenHidesTheRest", -1, {0, 7, 2}, {0}},
                     ChoiceCase{"minusOneHidesTheRest", -1, {1, 4294967295u, 2}, {1}},
                     // Where nothing is chosen, nothing takes the children's place.
