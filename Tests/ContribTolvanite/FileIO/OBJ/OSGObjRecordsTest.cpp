@@ -85,3 +85,35 @@ TEST(ObjRecords, AnEmptyFaceIsAFace)
     records.startMesh();
     EXPECT_EQ(records.meshCount(), 2u);
 }
+
+TEST(ObjRecords, MeshesAreDroppedNewestFirst)
+{
+    ObjRecords records;
+    add_face(records, {0});
+    add_face(records, {1, 2});
+    records.startMesh();
+    records.setMaterial(3);
+    add_face(records, {4});
+    records.dropNewestMesh();
+    EXPECT_EQ(records.meshCount(), 1u);
+    EXPECT_THAT(positions(records.faces(0)), ElementsAre(ElementsAre(1, 2), ElementsAre(0)));
+    EXPECT_EQ(records.material(0), ObjRecords::noMaterial);
+    records.dropNewestMesh();
+    EXPECT_EQ(records.meshCount(), 0u);
+}
+
+TEST(ObjRecords, DroppingGivesMemoryBackOnTheWay)
+{
+    UInt64 const before = getMemBytes();
+    ObjRecords records;
+    for(int mesh = 0; mesh < 10000; ++mesh)
+    {
+        add_face(records, {mesh, mesh, mesh});
+        records.startMesh();
+    }
+    UInt64 const full = getMemBytes() - before;
+    while(records.meshCount() > 1000)
+        records.dropNewestMesh();
+    EXPECT_EQ(positions(records.faces(0)).at(0), std::vector<Int32>(3, 999));
+    EXPECT_LT(getMemBytes() - before, full / 2);
+}

@@ -85,6 +85,65 @@ TEST_P(ObjDenseText, HoldsAtMostFortyBytesForEachOfItsOwn)
 INSTANTIATE_TEST_SUITE_P(All, ObjDenseText, testing::ValuesIn(dense_texts),
                          [](auto const &row) { return row.param.name; });
 
+// --- many geometries ---
+
+namespace
+{
+struct Taken
+{
+    UInt64 held; ///< by the scene
+    UInt64 peak;
+    UInt32 containers;
+};
+
+Taken take(std::string const &head, std::string const &run, std::size_t runs)
+{
+    RepeatBuffer buffer(head, run, head.size() + run.size() * runs);
+    std::istream in(&buffer);
+    LogCapture silence(LOG_DUMP);
+    UInt64 const before = getMemBytes();
+    UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
+    resetMemPeak();
+    UnrecordedRefPtr<Node> const root(SceneFileHandlerBase::the()->read(in, "obj"));
+    return {getMemBytes() - before, getMemPeakBytes() - before,
+            FieldContainerFactoryBase::the()->getNumContainers() - containers};
+}
+
+std::string const one_run = "usemtl a\nf 1 2 3\n";
+} // namespace
+
+TEST(ObjSceneMemory, EveryRunTakesTheSameHoweverManyThereAre)
+{
+    take(CORNERS, one_run, 40000); // the system's own tables have their room from now on
+    Taken const few = take(CORNERS, one_run, 10000);
+    Taken const many = take(CORNERS, one_run, 40000);
+    EXPECT_EQ(few.containers - many.containers / 4, 3u); // root, its core and the shared positions
+    EXPECT_LE(many.held, 4 * few.held + few.held / 10);
+    EXPECT_LE(many.peak, 4 * few.peak);
+}
+
+TEST(ObjSceneMemory, BesidesTheSceneReadingHoldsLittle)
+{
+    take(CORNERS, one_run, 40000);
+    Taken const taken = take(CORNERS, one_run, 40000);
+    EXPECT_LE(taken.peak, taken.held + taken.held / 10 + 2 * ReadBuffer::blockBytes);
+}
+
+TEST(ObjSceneMemory, ASmallGeometryOfALargeArrayTakesWhatItUses)
+{
+    std::string vertices;
+    for(int i = 0; i < 100000; ++i)
+        vertices += "v 0 0 0\n";
+    std::string const spread = "usemtl a\nf 1 50000 100000\n";
+    take(vertices, spread, 3000);
+    Taken const few = take(vertices, spread, 1000);
+    Taken const many = take(vertices, spread, 3000);
+    Taken const own = take(CORNERS, one_run, 3000);
+    // Normals and their index are the geometry's own; a table over the array would be 400 KB.
+    EXPECT_LE((many.held - few.held) / 2000, own.held / 3000 + 300);
+    EXPECT_LE(many.peak - few.peak, many.held - few.held + 100000);
+}
+
 // --- not enough memory ---
 
 namespace

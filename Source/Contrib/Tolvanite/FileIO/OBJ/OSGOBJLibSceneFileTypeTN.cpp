@@ -81,8 +81,9 @@ TransitPtr<Node> OBJSceneFileTypeTN::read(std::istream &in, char const *, Resolv
         ObjRecords records;
         Read client(*this);
         ObjRecordReader(text, dataElemMap, builder.arrays(), records, client).read();
-        root = builder.build(records, client.slots());
         text.finish();
+        builder.trimArrays();
+        root = builder.build(records, client.slots());
     }
     SceneFileHandlerBase::the()->updateReadProgress(100);
     Thread::getCurrentChangeList()->commitChanges(0, 0);

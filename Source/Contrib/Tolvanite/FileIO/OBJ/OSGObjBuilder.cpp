@@ -1,11 +1,13 @@
 #include "OSGObjBuilder.h"
 
+#include "OSGChangeList.h"
 #include "OSGGeometry.h"
 #include "OSGGeometryNormals.h"
 #include "OSGGeometryView.h"
 #include "OSGGroup.h"
 #include "OSGLog.h"
 #include "OSGSharedIndex.h"
+#include "OSGThread.h"
 
 namespace OSG
 {
@@ -21,8 +23,18 @@ ObjVertexArrays ObjBuilder::arrays()
     return {_positions->editValues(), _texCoords->editValues(), _normals->editValues()};
 }
 
+void ObjBuilder::trimArrays()
+{
+    ObjVertexArrays const full = arrays();
+    full.positions.shrink_to_fit();
+    full.texCoords.shrink_to_fit();
+    full.normals.shrink_to_fit();
+}
+
 namespace
 {
+constexpr std::size_t MeshesPerCommit = 4096; // keeps the change list short
+
 // For a mesh that no material was assigned to.
 TransitPtr<SimpleTexturedMaterial> default_material()
 {
@@ -41,24 +53,32 @@ TransitPtr<Node> node_of(NodeCore *core)
 }
 } // namespace
 
-TransitPtr<Node> ObjBuilder::build(ObjRecords const &records, ObjMaterialSlots const &materials)
+TransitPtr<Node> ObjBuilder::build(ObjRecords &records, ObjMaterialSlots const &materials)
 {
+    if(records.meshCount() < 2)
+        return buildNewest(records, materials);
     TransitPtr<Node> root;
-    for(std::size_t mesh = 0; mesh < records.meshCount(); ++mesh)
+    while(records.meshCount() > 0)
     {
-        Int32 const slot = records.material(mesh);
-        UnrecordedRefPtr<Geometry> const geometry(buildGeometry(
-            records.faces(mesh), slot != ObjRecords::noMaterial ? materials[slot].get() : nullptr));
-        if(geometry == nullptr)
+        TransitPtr<Node> const node = buildNewest(records, materials);
+        if(records.meshCount() % MeshesPerCommit == 1)
+            Thread::getCurrentChangeList()->commitChanges();
+        if(!node)
             continue;
-        TransitPtr<Node> node = node_of(geometry);
-        if(records.meshCount() < 2)
-            return node;
         if(!root)
             root = node_of(UnrecordedRefPtr<Group>(Group::create()));
         root->addChild(node.get());
     }
     return root;
+}
+
+TransitPtr<Node> ObjBuilder::buildNewest(ObjRecords &records, ObjMaterialSlots const &materials)
+{
+    Int32 const slot = records.material(0);
+    UnrecordedRefPtr<Geometry> const geometry(buildGeometry(
+        records.faces(0), slot != ObjRecords::noMaterial ? materials[slot].get() : nullptr));
+    records.dropNewestMesh();
+    return geometry != nullptr ? node_of(geometry) : nullptr;
 }
 
 TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *material)
@@ -120,12 +140,13 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
         }
         return index;
     };
+    // The highest slot first, so that the list of indices has its full length at once.
     UnrecordedRefPtr<GeoUInt32Property> const positions(index_of(ObjPositionIndex));
-    geometry.setIndex(positions, Geometry::PositionsSlot);
     if(mask.singleIndex)
     {
-        geometry.setIndex(positions, Geometry::NormalsSlot);
         geometry.setIndex(positions, Geometry::TexCoordsSlot);
+        geometry.setIndex(positions, Geometry::NormalsSlot);
+        geometry.setIndex(positions, Geometry::PositionsSlot);
         return;
     }
     if(hasTexCoords)
@@ -134,5 +155,6 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
     if(hasNormals)
         geometry.setIndex(UnrecordedRefPtr<GeoUInt32Property>(index_of(ObjNormalIndex)),
                           Geometry::NormalsSlot);
+    geometry.setIndex(positions, Geometry::PositionsSlot);
 }
 } // namespace OSG

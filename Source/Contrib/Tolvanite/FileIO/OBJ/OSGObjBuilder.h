@@ -26,12 +26,18 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
 
     /// The arrays that a reader fills; they are those of the properties.
     ObjVertexArrays arrays();
+    /// Gives back the room that the arrays have kept to grow. To be called once they are full.
+    void trimArrays();
 
     /// A geometry per mesh, newest first. The only mesh of the records is the root itself, several
     /// stand below a Group, those that fail left out. Null where none could be built.
-    TransitPtr<Node> build(ObjRecords const &records, ObjMaterialSlots const &materials);
+    ///
+    /// Uses the records up as it goes, and of very many meshes commits the thread's changes now and
+    /// then: neither lies beside the whole scene.
+    TransitPtr<Node> build(ObjRecords &records, ObjMaterialSlots const &materials);
 
   private:
+    TransitPtr<Node> buildNewest(ObjRecords &records, ObjMaterialSlots const &materials);
     TransitPtr<Geometry> buildGeometry(ObjFaces const &faces, Material *material);
     void addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask);
 

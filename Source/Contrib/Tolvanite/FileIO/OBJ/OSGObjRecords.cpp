@@ -19,6 +19,25 @@ void ObjRecords::startMesh()
         _meshes.push_back({_faceSizes.size(), _tiePoints.size(), noMaterial});
 }
 
+namespace
+{
+// Copies what is left once it is a quarter: in all no more than there ever was.
+template <class Vector>
+void cut(Vector &values, std::size_t size)
+{
+    values.erase(values.begin() + static_cast<std::ptrdiff_t>(size), values.end());
+    if(size < values.capacity() / 4)
+        values.shrink_to_fit();
+}
+} // namespace
+
+void ObjRecords::dropNewestMesh()
+{
+    cut(_tiePoints, _meshes.back().firstTiePoint);
+    cut(_faceSizes, _meshes.back().firstFace);
+    cut(_meshes, _meshes.size() - 1);
+}
+
 ObjFaces ObjRecords::faces(std::size_t mesh) const
 {
     Mesh const &first = stored(mesh);

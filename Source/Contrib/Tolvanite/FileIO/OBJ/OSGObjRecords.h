@@ -93,7 +93,8 @@ class ObjFaces
 };
 
 /// Faces and material runs (meshes) of a file. Stored flat, in the order of the file: a corner
-/// takes 12 bytes, a face 4 and a mesh 24. There is always a mesh, which the next face belongs to.
+/// takes 12 bytes, a face 4 and a mesh 24. While a file is read there is always a mesh, which the
+/// next face belongs to.
 class OSG_CONTRIBTOLVANITE_API ObjRecords
 {
   public:
@@ -114,6 +115,11 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
     std::size_t meshCount() const { return _meshes.size(); }
     ObjFaces faces(std::size_t mesh) const;
     Int32 material(std::size_t mesh) const { return stored(mesh).material; }
+
+    // --- using up ---
+    /// Forgets mesh 0, so that the next newest takes its number, and gives memory back now and
+    /// then. Nothing can be collected any more. There is a mesh.
+    void dropNewestMesh();
 
   private:
     struct Mesh
