@@ -77,8 +77,9 @@ bool is_complete(PictureBytes const &bytes)
     }
 }
 
-// Progressive files of one colour come near 800.
-constexpr UInt64 max_expansion = 1024;
+// One colour all over comes to 192 with the usual tables. Tables of its own could reach 512, but
+// then a header alone could claim half a gigabyte for each megabyte.
+constexpr UInt64 max_expansion = 200;
 
 StbImageFileType::Format const format = {
     "JPEG", PictureFormat::Jpeg, signature, sizeof(signature), is_complete, max_expansion};

@@ -77,6 +77,8 @@ void flip_in_place(UInt8 *rows, std::size_t rowBytes, std::size_t count)
                          rows + (count - 1 - row) * rowBytes);
 }
 
+constexpr UInt64 free_bytes = 8 * 1024 * 1024;
+
 bool may_be_decoded(PictureBytes const &bytes, UInt64 maxExpansion)
 {
     int width = 0;
@@ -89,7 +91,7 @@ bool may_be_decoded(PictureBytes const &bytes, UInt64 maxExpansion)
         return false;
     UInt64 const pixels = UInt64(width) * UInt64(height);
     return UInt32(width) <= MaxPictureExtent && UInt32(height) <= MaxPictureExtent &&
-           pixels * UInt64(channels) <= maxExpansion * bytes.size();
+           pixels * UInt64(channels) <= free_bytes + maxExpansion * bytes.size();
 }
 
 void write_to_stream(void *stream, void *data, int size)

@@ -17,7 +17,7 @@ constexpr UInt32 MaxPictureExtent = 32768;
 
 /// The picture in `bytes`, whose format has checked already that they are complete; null where they
 /// give none. Memory is taken for it only if it has no more than `maxExpansion` bytes for each byte
-/// of the file and neither side exceeds MaxPictureExtent.
+/// of the file beyond the first 8 MB, and neither side exceeds MaxPictureExtent.
 TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion);
 
 enum class PictureFormat

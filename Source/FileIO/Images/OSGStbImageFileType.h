@@ -9,8 +9,8 @@ namespace OSG
 /// A format of pictures that stb decodes and encodes.
 ///
 /// stb reads zeros where a file ends early, so each format first checks that its file is complete:
-/// a cut-off file is no picture. Memory is bounded by what the format can pack into the bytes that
-/// are there: a header alone claims nothing.
+/// a cut-off file is no picture. Memory is bounded by what the bytes that are there can hold, or do
+/// hold where that can be told: a header alone claims little.
 class OSG_FILEIO_API StbImageFileType : public ImageFileType
 {
   public:

@@ -104,13 +104,41 @@ TEST(PNGImageFileType, AHeaderThatClaimsMuchTakesNoMemory)
     }
 }
 
+TEST(PNGImageFileType, AHeaderThatClaimsWhatItsSizeCouldPackTakesNoMemory)
+{
+    // Noise: nearly half a megabyte of file, which could hold 500 megabytes of something else.
+    RandomNumbers random(5);
+    ImagePtr const noise(Image::create());
+    noise->set(400, 400, 3, nullptr);
+    for(UInt8 &value : noise->editPixel())
+        value = static_cast<UInt8>(random.next());
+    std::string lying = file_of(*noise, "png");
+    ASSERT_GT(lying.size(), 400u * 1000);
+    lying.replace(16, 8, big32(12000) + big32(12000));
+    EXPECT_EQ(picture_in(lying, "png").get(), nullptr);
+    EXPECT_LT(bytes_held(lying, "png"), 4 * lying.size());
+}
+
+TEST(JPEGImageFileType, AHeaderThatClaimsMuchTakesNoMemory)
+{
+    RandomNumbers random(5);
+    std::string lying = file_of(*random_picture(200, 200, 3, random), "jpg");
+    std::size_t const frame = lying.find(std::string("\xff\xc0", 2));
+    ASSERT_NE(frame, std::string::npos);
+    lying.replace(frame + 5, 4, "\x70\x00\x70\x00", 4);
+    EXPECT_EQ(picture_in(lying, "jpg").get(), nullptr);
+    EXPECT_LT(bytes_held(lying, "jpg"), 4 * lying.size());
+}
+
 TEST(PNGImageFileType, ADenselyPackedPictureIsRead)
 {
-    ImagePtr const white(Image::create());
-    white->set(2048, 2048, 3, nullptr);
-    std::string const file = file_of(*white, "png");
-    ASSERT_LT(file.size() * 100, white->getPixel().size());
-    EXPECT_NE(picture_in(file, "png").get(), nullptr);
+    ImagePtr const black(Image::create());
+    black->set(2400, 2400, 3, nullptr);
+    std::string const file = file_of(*black, "png");
+    ASSERT_LT(file.size() * 100, black->getPixel().size());
+    ImagePtr const read = picture_in(file, "png");
+    ASSERT_NE(read.get(), nullptr);
+    EXPECT_EQ(read->getPixel(), black->getPixel());
 }
 
 TEST(TGAImageFileType, PacketsThatEndEarlyAreNoPicture)
