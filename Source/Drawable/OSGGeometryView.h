@@ -57,6 +57,11 @@ class VertexChannel
             return vertex < _index.size() ? _index[vertex] : NoElement;
         return vertex < _values.size() ? static_cast<UInt32>(vertex) : NoElement;
     }
+    /// elementOf() of the first `vertices` as an array; null where they do not lie like that.
+    UInt32 const *words(UInt32 vertices) const
+    {
+        return _indexed && _index.size() >= vertices ? _index.words() : nullptr;
+    }
     Pnt3f point(UInt32 element) const { return read<Pnt3f>(element); }
     Vec3f vector(UInt32 element) const { return read<Vec3f>(element); }
     VectorArray const &values() const { return _values; }
