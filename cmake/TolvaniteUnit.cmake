@@ -58,6 +58,9 @@ function(osg_unit NAME)
     target_link_libraries(${target} PUBLIC Boost::headers ${UNIT_EXTERNAL} PRIVATE ${UNIT_PRIVATE})
     # Nothing ever unregisters from a factory, so a library that was loaded stays loaded.
     target_link_options(${target} PRIVATE -Wl,-z,defs -Wl,-z,nodelete)
+    # A unit makes its types and formats known by being loaded: a program that calls nothing of a unit
+    # that it links needs it nevertheless.
+    target_link_options(${target} INTERFACE LINKER:--no-as-needed)
     if(TOLVANITE_SANITIZE)
         get_target_property(options ${target} LINK_OPTIONS)
         list(REMOVE_ITEM options -Wl,-z,defs)

@@ -23,7 +23,9 @@ class OSG_BASE_API FrustumVolume : public Volume
     FrustumVolume &operator=(FrustumVolume const &) = default;
     ~FrustumVolume() override;
 
-    std::array<Plane, 6> const &getPlanes() const { return _planes; }
+    std::array<Plane, 6> const &getPlanes() const & { return _planes; }
+    /// Of a temporary the planes themselves: a loop over them must not outlive it.
+    std::array<Plane, 6> getPlanes() && { return _planes; }
     /// `i` from 0 (near) to 5 (bottom).
     Plane const &getPlane(UInt32 i) const { return _planes[i]; }
 

@@ -22,6 +22,8 @@ class IntegralArray
     }
 
     UInt32 size() const { return _size; }
+    /// The elements where they have 32 bits; null where they have 8, or none are there.
+    UInt32 const *wide() const { return _wide; }
     /// `i` is below size().
     UInt32 operator[](UInt64 i) const { return _wide != nullptr ? _wide[i] : _narrow[i]; }
     /// The elements where they are 32 bits wide, else null.

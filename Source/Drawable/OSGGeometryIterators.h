@@ -116,6 +116,8 @@ class PartIterator
         : _primitive(geometry)
         , _geometry(&geometry)
     {
+        if(atEnd())
+            return;
         enterPrimitive();
         seek();
     }
@@ -135,8 +137,6 @@ class PartIterator
     void enterPrimitive()
     {
         _part = 0;
-        if(atEnd())
-            return;
         _type = _primitive.getType();
         _length = _primitive.getLength();
         UInt32 const available = _primitive.getAvailable();
@@ -145,34 +145,25 @@ class PartIterator
             _geometry->reportOutOfRange();
     }
 
-    // Goes on to the next part whose corners exist, this one included.
+    // Goes on to the next part whose corners exist, the current one included.
     void seek()
     {
-        while(!atEnd())
+        for(;;)
         {
             for(; _part < _parts; ++_part)
             {
                 Rule::corners(_type, _length, _part, _vertex);
-                if(findElements())
+                if(_primitive._view.positions.findElements(_primitive._start, _vertex, _element))
                     return;
                 _geometry->reportOutOfRange();
             }
             ++_primitive;
+            if(atEnd())
+                break;
             enterPrimitive();
         }
         _part = 0;
-    }
-
-    bool findElements()
-    {
-        UInt32 const size = _primitive._view.positions.size();
-        for(int i = 0; i < Rule::Corners; ++i)
-        {
-            _element[i] = _primitive._view.positions.elementOf(_primitive.vertex(vertex(i)));
-            if(_element[i] >= size)
-                return false;
-        }
-        return true;
+        _parts = 0;
     }
 
     PrimitiveIterator _primitive;

@@ -7,6 +7,7 @@
 /// or one of its arrays is edited.
 
 #include <algorithm>
+#include <utility>
 
 #include "OSGGeometry.h"
 #include "OSGVector.h"
@@ -62,11 +63,30 @@ class VertexChannel
     {
         return _indexed && _index.size() >= vertices ? _index.words() : nullptr;
     }
+    /// The elements of vertices `first` + `vertices`[i], all of which are below vertexCount(); true
+    /// where they all exist.
+    template <std::size_t Count>
+    bool findElements(UInt64 first, UInt32 const (&vertices)[Count],
+                      UInt32 (&elements)[Count]) const
+    {
+        return findElements(first, vertices, elements, std::make_index_sequence<Count>());
+    }
     Pnt3f point(UInt32 element) const { return read<Pnt3f>(element); }
     Vec3f vector(UInt32 element) const { return read<Vec3f>(element); }
     VectorArray const &values() const { return _values; }
 
   private:
+    template <std::size_t Count, std::size_t... I>
+    bool findElements(UInt64 first, UInt32 const (&vertices)[Count], UInt32 (&elements)[Count],
+                      std::index_sequence<I...>) const
+    {
+        UInt32 const *const wide = _index.wide();
+        if(wide != nullptr)
+            ((elements[I] = wide[first + vertices[I]]), ...);
+        else
+            ((elements[I] = elementOf(first + vertices[I])), ...);
+        return ((elements[I] < _values.size()) && ...);
+    }
     // What is out of range, and numbers that the array has not, are zero.
     template <class Tuple>
     Tuple read(UInt32 element) const
@@ -136,6 +156,8 @@ struct TriangleRule
     static UInt32 count(UInt32 type, UInt32 length, UInt32 available)
     {
         UInt32 const n = std::min(length, available);
+        if(type == PolygonPrimitive) // what readers deliver
+            return n < 3 ? 0 : n - 2;
         switch(type)
         {
         case TrianglesPrimitive:
@@ -158,6 +180,11 @@ struct TriangleRule
     {
         UInt32 const half = t / 2;
         bool const odd = t % 2 != 0;
+        if(type == PolygonPrimitive)
+        {
+            set(vertex, 0, t + 1, t + 2);
+            return;
+        }
         switch(type)
         {
         case TrianglesPrimitive:

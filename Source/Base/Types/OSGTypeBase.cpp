@@ -13,7 +13,8 @@ TypeBase::TypeBase(char const *name, char const *parentName, UInt32 nameSpace)
     , _parentName(parentName)
     , _id(TypeFactory::the().registerType(this))
     , _nameSpace(nameSpace)
-{}
+{
+}
 
 TypeBase::~TypeBase() = default;
 DataType::~DataType() = default;
@@ -51,7 +52,10 @@ struct TypeFactory::Data
     }
 };
 
-TypeFactory::TypeFactory() : _data(new Data) {}
+TypeFactory::TypeFactory()
+    : _data(new Data)
+{
+}
 TypeFactory::~TypeFactory() = default;
 
 TypeFactory &TypeFactory::the()

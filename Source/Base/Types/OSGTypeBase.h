@@ -19,9 +19,9 @@ class OSG_BASE_API TypeBase
     /// When the init function of a container type is called.
     enum InitPhase
     {
-        FactoryPre = 0,  ///< never passed to init functions; the types are only recorded
-        SystemPre = 1,   ///< the type's fields are described and its prototype stands
-        SystemPost = 2   ///< all types are up: the place to register at actions and factories
+        FactoryPre = 0, ///< never passed to init functions; the types are only recorded
+        SystemPre = 1,  ///< the type's fields are described and its prototype stands
+        SystemPost = 2  ///< all types are up: the place to register at actions and factories
     };
 
     /// Names are not copied; they are literals. `parentName` may be null.

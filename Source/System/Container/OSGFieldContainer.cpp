@@ -75,12 +75,12 @@ GetFieldHandlePtr ReflexiveContainer::getField(char const *name) const
 
 EditFieldHandlePtr ReflexiveContainer::editField(UInt32 id)
 {
-    return edit_handle(getFieldDescription(id), self());
+    return edit_handle(getFieldDescription(id), static_cast<FieldContainer &>(*this));
 }
 
 EditFieldHandlePtr ReflexiveContainer::editField(char const *name)
 {
-    return edit_handle(getFieldDescription(name), self());
+    return edit_handle(getFieldDescription(name), static_cast<FieldContainer &>(*this));
 }
 
 // --- life and death ---

@@ -128,8 +128,6 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     void keepLocal(BitVector flags) { _sharedMask &= ~flags; }
     void shareOnly(BitVector flags) { _sharedMask = flags; }
 
-    FieldContainer &self() override { return *this; }
-
   private:
     template <class X, class XBase, class Parent>
     friend class ContainerPattern;

@@ -61,8 +61,5 @@ class OSG_SYSTEM_API ReflexiveContainer : public MemObject
     virtual void onDestroy(UInt32 id);
     /// Before the copy of that aspect ends.
     virtual void onDestroyAspect(UInt32 id, UInt32 aspect);
-
-    /// The container itself; every reflexive container of the system is a FieldContainer.
-    virtual FieldContainer &self() = 0;
 };
 } // namespace OSG

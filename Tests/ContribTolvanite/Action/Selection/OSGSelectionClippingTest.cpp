@@ -134,27 +134,6 @@ TEST(Containement, EveryPointMustBeInEveryHalfSpace)
     EXPECT_TRUE(containement(one_out, 3, box.data(), 0));
 }
 
-TEST(GradeTriangle, AnswersAsTheTwoTestsDo)
-{
-    RandomNumbers random(31);
-    int seen[3] = {};
-    for(int i = 0; i < 20000; ++i)
-    {
-        auto const planes = random_polytope(random);
-        Pnt3f corners[3];
-        random_triangle(random, corners);
-        TriangleGrade expected = TriangleGrade::Outside;
-        if(coarse_intersect(corners, 3, planes.data(), 6))
-        {
-            expected = containement(corners, 3, planes.data(), 6) ? TriangleGrade::Contained
-                                                                  : TriangleGrade::Crossing;
-        }
-        ASSERT_EQ(grade_triangle(corners, planes.data()), expected) << "case " << i;
-        ++seen[static_cast<int>(expected)];
-    }
-    EXPECT_GT(*std::min_element(seen, seen + 3), 100);
-}
-
 // --- polygons ---
 
 TEST(ClipPolygonAtPolytop, TriangleOutsideOnePlaneEmptiesTheList)

@@ -6,6 +6,7 @@
 
 #include "LogCapture.h"
 #include "MathPrinters.h"
+#include "OSGMemManager.h"
 #include "ReferenceSelection.h"
 
 namespace OSG::Test
@@ -180,6 +181,7 @@ void expect_numbers(Extremes const &found)
             continue;
         EXPECT_EQ(extreme.distance, extreme.distance);
         EXPECT_EQ(extreme.point, extreme.point);
+        EXPECT_EQ(extreme.normal, extreme.normal);
     }
 }
 
@@ -287,6 +289,52 @@ void expect_same(Extremes const &found, ReferenceExtremes const &expected)
     ASSERT_EQ(found.far.distance, expected.farDistance);
     ASSERT_EQ(found.far.point, expected.farPoint);
     ASSERT_EQ(found.far.normal, expected.farNormal);
+}
+
+/// More triangles than are looked at one by one, over positions that many of them share.
+GeometryParts large_parts(RandomNumbers &random)
+{
+    GeometryParts parts{{PolygonPrimitive, TriangleStripPrimitive}, {3, 4000}, {}};
+    for(int i = 0; i < 900; ++i)
+        parts.positions.push_back(random.point(-3, 3));
+    for(int i = 0; i < 4003; ++i)
+        parts.index.push_back(random.below(901)); // 900 is out of range
+    parts.positions[random.below(900)][0] = nan;
+    return parts;
+}
+
+TEST(SelectionSearch, EqualsTheSlowSearchBitForBitOnLargeGeometries)
+{
+    LogCapture log;
+    RandomNumbers random(92);
+    for(int round = 0; round < 60 && !testing::Test::HasFatalFailure(); ++round)
+    {
+        SCOPED_TRACE(round);
+        GeometryParts const parts = large_parts(random);
+        GeometryPtr const geometry = make_geometry(parts);
+        PlaneArray const planes = random_polytope(random);
+        Plane const &plane = planes[random.below(6)];
+        expect_same(SelectionSearch::find_triangles(*geometry, planes.data(), plane),
+                    reference_triangles(parts, planes, plane));
+        ASSERT_EQ(SelectionSearch::has_triangle(*geometry, planes.data()),
+                  reference_has_triangle(parts, planes));
+    }
+}
+
+TEST(SelectionSearch, WithoutMemoryLargeGeometriesGiveTheSame)
+{
+    RandomNumbers random(93);
+    LogCapture log;
+    GeometryParts const parts = large_parts(random);
+    GeometryPtr const geometry = make_geometry(parts);
+    PlaneArray const planes = box_planes();
+    Extremes const expected = SelectionSearch::find_triangles(*geometry, planes.data(), planes[0]);
+    setMemLimit(1);
+    Extremes const found = SelectionSearch::find_triangles(*geometry, planes.data(), planes[0]);
+    setMemLimit(0);
+    EXPECT_GE(expected.near.index, 0);
+    EXPECT_EQ(found.near.index, expected.near.index);
+    EXPECT_EQ(found.far.point, expected.far.point);
 }
 
 TEST(SelectionSearch, EqualsTheSlowSearchBitForBitOnRandomGeometries)

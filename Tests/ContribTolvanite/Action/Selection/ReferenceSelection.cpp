@@ -75,6 +75,8 @@ void complete_normal(Vec3f &normal, std::vector<Pnt3f> const &triangle)
     Vec3f const n = (triangle[1] - triangle[0]).cross(triangle[2] - triangle[0]);
     Real32 const length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
     normal = length < 1e-6f ? n : n * (1.f / length);
+    if(std::isnan(normal[0]) || std::isnan(normal[1]) || std::isnan(normal[2]))
+        normal = Vec3f();
 }
 } // namespace
 

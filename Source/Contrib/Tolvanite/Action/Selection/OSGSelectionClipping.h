@@ -138,27 +138,4 @@ class ClippedTriangle
 /// the same order, bit for bit, without a list. For geometries where many triangles cross.
 OSG_CONTRIBTOLVANITE_API void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes,
                                                        ClippedTriangle &result);
-
-/// How a triangle lies to a frustum, by the coarse test and the containment test in one pass.
-enum class TriangleGrade
-{
-    Outside, ///< the coarse test drops it
-    Contained,
-    Crossing ///< clipping decides
-};
-
-inline TriangleGrade grade_triangle(Pnt3f const *corners, Plane const *planes)
-{
-    bool contained = true;
-    for(int k = 0; k < 6; ++k)
-    {
-        bool const a = planes[k].isInHalfSpace(corners[0]);
-        bool const b = planes[k].isInHalfSpace(corners[1]);
-        bool const c = planes[k].isInHalfSpace(corners[2]);
-        if(!(a || b || c))
-            return TriangleGrade::Outside;
-        contained = contained && a && b && c;
-    }
-    return contained ? TriangleGrade::Contained : TriangleGrade::Crossing;
-}
 } // namespace OSG::SelectionClipping

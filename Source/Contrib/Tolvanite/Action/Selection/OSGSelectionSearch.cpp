@@ -1,14 +1,15 @@
 #include "OSGSelectionSearch.h"
 
 #include <algorithm>
+#include <memory>
 
+#include "OSGFrustumLanes.h"
 #include "OSGGeometryIterators.h"
 #include "OSGSelectionClipping.h"
 
 namespace OSG::SelectionSearch
 {
 using SelectionClipping::ClippedTriangle;
-using SelectionClipping::TriangleGrade;
 
 namespace
 {
@@ -96,6 +97,8 @@ class TriangleExtremes
             return;
         extreme.normal = (triangle[1] - triangle[0]).cross(triangle[2] - triangle[0]);
         extreme.normal.normalize();
+        if(!(extreme.normal == extreme.normal)) // a corner that is no number, or an overflow
+            extreme.normal = Vec3f();
     }
 
     Plane const &_plane;
@@ -104,16 +107,66 @@ class TriangleExtremes
     Pnt3f _farTriangle[3];
 };
 
+/// What lies outside which planes, by element of the position array: a vertex of a closed surface
+/// is a corner of six triangles, and is tested once.
+class OutsideTable
+{
+  public:
+    explicit OutsideTable(FrustumLanes const &lanes)
+        : _lanes(lanes)
+    {
+    }
+
+    /// Stays empty where few corners share positions, and where there is no memory.
+    void fill(VertexChannel const &positions)
+    {
+        UInt32 const count = positions.size();
+        if(positions.vertexCount() / 2 < count)
+            return;
+        _outside.reset(static_cast<UInt8 *>(MemMalloc(count)));
+        for(UInt32 element = 0; _outside != nullptr && element < count; ++element)
+            _outside[element] = static_cast<UInt8>(_lanes.outside(positions.point(element)));
+    }
+
+    FrustumLanes::Grade grade(TriangleIterator const &it) const
+    {
+        if(_outside != nullptr)
+            return FrustumLanes::grade(_outside[it.getPositionIndex(0)],
+                                       _outside[it.getPositionIndex(1)],
+                                       _outside[it.getPositionIndex(2)]);
+        return FrustumLanes::grade(_lanes.outside(it.getPosition(0)),
+                                   _lanes.outside(it.getPosition(1)),
+                                   _lanes.outside(it.getPosition(2)));
+    }
+
+  private:
+    struct Release
+    {
+        void operator()(UInt8 *block) const { MemFree(block); }
+    };
+
+    FrustumLanes const &_lanes;
+    std::unique_ptr<UInt8[], Release> _outside;
+};
+
 /// Calls `visit` for each triangle that the coarse test lets pass, until it returns false.
 template <class Visit>
 void visit_triangles(Geometry const &geometry, Plane const *planes, Visit visit)
 {
+    // Whoever is content with one of the first triangles shall not wait for the table.
+    constexpr Int32 triangles_without_table = 1000;
+    FrustumLanes const lanes(planes);
+    OutsideTable table(lanes);
     TriangleIterator const end = geometry.endTriangles();
     for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
     {
+        if(it.getIndex() == triangles_without_table)
+            table.fill(GeometryView(geometry).positions);
+        FrustumLanes::Grade const grade = table.grade(it);
+        if(grade == FrustumLanes::Grade::Outside)
+            continue;
         Pnt3f const corners[3] = {it.getPosition(0), it.getPosition(1), it.getPosition(2)};
-        TriangleGrade const grade = SelectionClipping::grade_triangle(corners, planes);
-        if(grade != TriangleGrade::Outside && !visit(it, corners, grade))
+        if(!visit(it, corners, grade))
             return;
     }
 }
@@ -124,9 +177,9 @@ Extremes find_triangles(Geometry const &geometry, Plane const *planes, Plane con
     TriangleExtremes extremes(plane);
     ClippedTriangle clipped;
     visit_triangles(geometry, planes,
-                    [&](TriangleIterator const &it, Pnt3f const *corners, TriangleGrade grade)
+                    [&](TriangleIterator const &it, Pnt3f const *corners, FrustumLanes::Grade grade)
                     {
-                        if(grade == TriangleGrade::Contained)
+                        if(grade == FrustumLanes::Grade::Contained)
                         {
                             extremes.addContained(it, corners);
                             return true;
@@ -143,11 +196,11 @@ bool has_triangle(Geometry const &geometry, Plane const *planes)
     bool found = false;
     ClippedTriangle clipped;
     visit_triangles(geometry, planes,
-                    [&](TriangleIterator const &, Pnt3f const *corners, TriangleGrade grade)
+                    [&](TriangleIterator const &, Pnt3f const *corners, FrustumLanes::Grade grade)
                     {
-                        if(grade == TriangleGrade::Crossing)
+                        if(grade == FrustumLanes::Grade::Crossing)
                             clip_triangle_at_frustum(corners, planes, clipped);
-                        found = grade == TriangleGrade::Contained || !clipped.empty();
+                        found = grade == FrustumLanes::Grade::Contained || !clipped.empty();
                         return !found;
                     });
     return found;

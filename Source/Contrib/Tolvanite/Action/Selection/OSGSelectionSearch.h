@@ -36,10 +36,10 @@ struct Extremes
     Extreme far{1.1754944e-38f, -1, {}, {}};
 };
 
-/// Triangles, clipped to the frustum where they cross it; of these every corner counts, with the
-/// face's normal. The corners of one that lies wholly inside count with the geometry's normals,
-/// zero ones giving way to the face's. Such a triangle leaves the near point as it was: only a
-/// crossing one sets it.
+/// Triangles, clipped to the frustum where they cross it. Of a crossing one every corner that is
+/// left counts, with the face's normal. Of one that lies wholly inside the three corners count with
+/// the geometry's normals, where zero ones give way to the face's; it leaves the near point as it
+/// was. The normal of a face without a direction is short or zero, never not a number.
 OSG_CONTRIBTOLVANITE_API Extremes find_triangles(Geometry const &geometry, Plane const *planes,
                                                  Plane const &plane);
 

@@ -8,9 +8,6 @@ namespace OSG
 /// reads it.
 class OSG_CONTRIBTOLVANITE_API CommandNameAttachment : public CommandNameAttachmentBase
 {
-  public:
-    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
-
   protected:
     CommandNameAttachment() = default;
     CommandNameAttachment(CommandNameAttachment const &) = default;

@@ -1,0 +1,83 @@
+#pragma once
+
+/// \file
+/// The planes of a frustum side by side, for tests of very many points.
+
+#if defined(__SSE__)
+#include <xmmintrin.h>
+#endif
+
+#include "OSGPlane.h"
+
+namespace OSG
+{
+/// Tests a point against all six planes at once, without a branch. The distances are those of
+/// `Plane::distance` bit for bit, as lanes are added in the same order.
+class FrustumLanes
+{
+  public:
+    /// How a triangle lies to the frustum.
+    enum class Grade
+    {
+        Outside,   ///< all corners are out of one plane
+        Contained, ///< all corners are inside all planes
+        Crossing   ///< clipping decides
+    };
+
+    /// Reads six planes and keeps no pointer.
+    explicit FrustumLanes(Plane const *planes)
+    {
+        for(int k = 0; k < 6; ++k)
+        {
+            Vec3f const &normal = planes[k].getNormal();
+            _half[k / 4].x[k % 4] = normal[0];
+            _half[k / 4].y[k % 4] = normal[1];
+            _half[k / 4].z[k % 4] = normal[2];
+            _half[k / 4].d[k % 4] = planes[k].getDistanceFromOrigin();
+        }
+    }
+
+    /// Bit k is set where `plane[k].isInHalfSpace(point)` is false.
+    UInt32 outside(Pnt3f const &point) const
+    {
+        UInt32 const inside = _half[0].inside(point) | _half[1].inside(point) << 4;
+        return ~inside & 0x3Fu; // two lanes have no plane
+    }
+
+    Grade grade(Pnt3f const *corners) const
+    {
+        return grade(outside(corners[0]), outside(corners[1]), outside(corners[2]));
+    }
+    /// From what `outside` says of the corners.
+    static Grade grade(UInt32 a, UInt32 b, UInt32 c)
+    {
+        if((a & b & c) != 0)
+            return Grade::Outside;
+        return (a | b | c) == 0 ? Grade::Contained : Grade::Crossing;
+    }
+
+  private:
+    using Lanes = Real32 __attribute__((vector_size(16)));
+
+    struct Half
+    {
+        Lanes x{};
+        Lanes y{};
+        Lanes z{};
+        Lanes d{};
+
+        UInt32 inside(Pnt3f const &point) const
+        {
+            Lanes const distance = x * point[0] + y * point[1] + z * point[2] - d;
+            auto const in = distance >= 0.f;
+#if defined(__SSE__)
+            return static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128>(in)));
+#else
+            return (in[0] & 1u) | (in[1] & 2u) | (in[2] & 4u) | (in[3] & 8u);
+#endif
+        }
+    };
+
+    Half _half[2];
+};
+} // namespace OSG
