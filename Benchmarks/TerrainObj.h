@@ -14,7 +14,8 @@ namespace OSG::Bench
 enum class TerrainCorners
 {
     Positions, ///< 7
-    Full       ///< 7/7/7
+    Full,      ///< 7/7/7
+    Faceted    ///< 7/3/9: texture coordinates in another order, a normal for each face
 };
 
 /// A square height field of about `triangles` triangles as OBJ text: positions, texture coordinates
@@ -38,23 +39,29 @@ inline std::string terrain_obj(std::uint32_t triangles, TerrainCorners corners)
             text += line;
         }
     }
-    for(std::uint32_t i = 0; corners == TerrainCorners::Full && i < side * side; ++i)
+    for(std::uint32_t i = 0; corners != TerrainCorners::Positions && i < side * side; ++i)
     {
         std::snprintf(line, sizeof line, "vt %.6f %.6f\n", i % side / double(cells),
                       i / side / double(cells));
         text += line;
     }
-    for(std::uint32_t i = 0; corners == TerrainCorners::Full && i < side * side; ++i)
+    for(std::uint32_t i = 0; corners != TerrainCorners::Positions && i < side * side; ++i)
     {
         double const tilt = height(i % side, i / side) * 0.01;
         std::snprintf(line, sizeof line, "vn %.6f %.6f %.6f\n", tilt, 1 - tilt, tilt - 0.5);
         text += line;
     }
+    std::uint32_t normal = 0;
     auto const face = [&](std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
+        normal = normal % (side * side) + 1;
         if(corners == TerrainCorners::Full)
             std::snprintf(line, sizeof line, "f %u/%u/%u %u/%u/%u %u/%u/%u\n", a, a, a, b, b, b, c,
                           c, c);
+        else if(corners == TerrainCorners::Faceted)
+            std::snprintf(line, sizeof line, "f %u/%u/%u %u/%u/%u %u/%u/%u\n", a,
+                          side * side + 1 - a, normal, b, side * side + 1 - b, normal, c,
+                          side * side + 1 - c, normal);
         else
             std::snprintf(line, sizeof line, "f %u %u %u\n", a, b, c);
         text += line;

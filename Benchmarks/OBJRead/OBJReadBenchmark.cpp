@@ -64,6 +64,12 @@ std::string const &terrain()
     return text;
 }
 
+std::string const &faceted_terrain()
+{
+    static std::string const text = terrain_obj(1000000, TerrainCorners::Faceted);
+    return text;
+}
+
 std::string const &bunny()
 {
     static std::string const text = []
@@ -155,19 +161,27 @@ void read_by_peer(benchmark::State &state, std::string const &text)
 
 #ifdef BENCHMARK_WITH_TINYOBJLOADER
 void terrain_by_peer(benchmark::State &state) { read_by_peer(state, terrain()); }
+void faceted_by_peer(benchmark::State &state) { read_by_peer(state, faceted_terrain()); }
 void bunny_by_peer(benchmark::State &state) { read_by_peer(state, bunny()); }
 
 BENCHMARK(terrain_by_peer)
     ->Name("read terrain of 1,000,000 triangles/tinyobjloader")
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(faceted_by_peer)
+    ->Name("read faceted terrain of 1,000,000 triangles/tinyobjloader")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(bunny_by_peer)->Name("read bunny/tinyobjloader")->Unit(benchmark::kMillisecond);
 #endif
 
 void terrain_by_us(benchmark::State &state) { read_by_us(state, terrain()); }
+void faceted_by_us(benchmark::State &state) { read_by_us(state, faceted_terrain()); }
 void bunny_by_us(benchmark::State &state) { read_by_us(state, bunny()); }
 
 BENCHMARK(terrain_by_us)
     ->Name("read terrain of 1,000,000 triangles/ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(faceted_by_us)
+    ->Name("read faceted terrain of 1,000,000 triangles/ours")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(bunny_by_us)->Name("read bunny/ours")->Unit(benchmark::kMillisecond);
 } // namespace

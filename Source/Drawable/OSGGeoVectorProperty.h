@@ -41,6 +41,8 @@ class OSG_DRAWABLE_API GeoVectorProperty : public GeoVectorPropertyBase
     virtual void getValue(Real32 *numbers, UInt32 index) const = 0;
     virtual void setValue(Real32 const *numbers, UInt32 index) = 0;
     virtual VectorArray getArray() const = 0;
+    /// The same for writing. Good until the property is resized or ends.
+    virtual Real32 *editArray() = 0;
 
   protected:
     GeoVectorProperty() = default;

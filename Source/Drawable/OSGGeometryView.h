@@ -58,6 +58,11 @@ class VertexChannel
             return vertex < _index.size() ? _index[vertex] : NoElement;
         return vertex < _values.size() ? static_cast<UInt32>(vertex) : NoElement;
     }
+    /// elementOf() of the first `vertices` as an array; null where they do not lie like that.
+    UInt32 const *words(UInt32 vertices) const
+    {
+        return _indexed && _index.size() >= vertices ? _index.words() : nullptr;
+    }
     /// The elements of vertices `first` + `vertices`[i], all of which are below vertexCount(); true
     /// where they all exist.
     template <std::size_t Count>

@@ -12,134 +12,212 @@ constexpr UInt32 None = VertexChannel::NoElement;
 template <class T>
 using HeapVector = std::vector<T, MemAllocator<T>>;
 
-struct Array
+/// A vertex array and the elements of it that the geometry's vertices take.
+class Array
 {
-    UInt16 slot;
-    GeoVectorProperty *property;
-    VertexChannel channel;
+  public:
+    Array(Geometry const &geometry, UInt16 slot, UInt32 vertices)
+        : _slot(slot)
+        , _property(geometry.getProperty(slot))
+        , _values(_property->getArray())
+    {
+        VertexChannel const channel(_property, geometry.getIndex(slot));
+        _index = channel.words(vertices);
+        if(_index != nullptr)
+            return;
+        _widened.resize(vertices);
+        for(UInt32 vertex = 0; vertex < vertices; ++vertex)
+            _widened[vertex] = channel.elementOf(vertex);
+        _index = _widened.data();
+    }
+    Array(Array &&) = default;
+    Array(Array const &) = delete; // _index may point into it
+
+    UInt16 slot() const { return _slot; }
+    UInt32 size() const { return _values.size(); }
+    /// None for one that the array has not.
+    UInt32 elementOf(UInt32 vertex) const
+    {
+        UInt32 const element = _index[vertex];
+        return element < _values.size() ? element : None;
+    }
+
+    /// An array of its own with one element for each of the vertices; zero where there is none.
+    template <class Vertices>
+    TransitPtr<GeoVectorProperty> gather(Vertices const &vertices) const
+    {
+        TransitPtr<GeoVectorProperty> gathered = dynamic_transit_cast<GeoVectorProperty>(
+            static_cast<FieldContainerType const &>(_property->getType()).createContainer());
+        gathered->resize(static_cast<UInt32>(vertices.size()));
+        UInt32 const dimension = _values.dimension();
+        Real32 *to = gathered->editArray();
+        for(auto const &vertex : vertices)
+        {
+            UInt32 const element = elementOf(vertex.first);
+            for(UInt32 i = 0; element != None && i < dimension; ++i)
+                to[i] = _values[element][i];
+            to += dimension;
+        }
+        return gathered;
+    }
+
+  private:
+    UInt16 _slot;
+    GeoVectorProperty *_property;
+    VectorArray _values;
+    UInt32 const *_index;
+    HeapVector<UInt32> _widened; // where the index is not simply an array of words
 };
 
+/// The positions first.
 std::vector<Array> arrays_of(Geometry const &geometry)
 {
+    UInt32 const vertices = GeometryView(geometry).vertexCount();
     std::vector<Array> arrays;
     for(UInt16 slot = 0; slot < Geometry::NumSlots; ++slot)
     {
-        GeoVectorProperty *const property = geometry.getProperty(slot);
-        if(property != nullptr)
-            arrays.push_back({slot, property, VertexChannel(property, geometry.getIndex(slot))});
+        if(geometry.getProperty(slot) != nullptr)
+            arrays.emplace_back(geometry, slot, vertices);
     }
     return arrays;
 }
 
-bool has_one_index(Geometry const &geometry, std::vector<Array> const &arrays)
+bool has_one_index(Geometry const &geometry)
 {
-    return std::all_of(
-        arrays.begin(), arrays.end(),
-        [&](Array const &array)
-        { return geometry.getIndex(array.slot) == geometry.getIndex(arrays.front().slot); });
-}
-
-/// Numbers combinations of elements in the order in which they first come.
-class CombinationTable
-{
-  public:
-    CombinationTable(std::size_t width, UInt32 expected)
-        : _width(width)
+    GeoIntegralProperty *const index = geometry.getIndex(Geometry::PositionsSlot);
+    for(UInt16 slot = 0; slot < Geometry::NumSlots; ++slot)
     {
-        std::size_t places = 16;
-        while(places < std::size_t(expected) * 2)
-            places *= 2;
-        _places.assign(places, None);
-    }
-
-    UInt32 count() const { return static_cast<UInt32>(_combinations.size() / _width); }
-    UInt32 const *operator[](UInt32 number) const { return &_combinations[number * _width]; }
-
-    UInt32 numberOf(UInt32 const *elements)
-    {
-        std::size_t const wrap = _places.size() - 1;
-        std::size_t place = hash(elements) & wrap;
-        while(_places[place] != None)
-        {
-            if(std::equal(elements, elements + _width, (*this)[_places[place]]))
-                return _places[place];
-            place = (place + 1) & wrap;
-        }
-        _places[place] = count();
-        _combinations.insert(_combinations.end(), elements, elements + _width);
-        return _places[place];
-    }
-
-  private:
-    std::size_t hash(UInt32 const *elements) const
-    {
-        UInt64 sum = 0;
-        for(std::size_t i = 0; i < _width; ++i)
-            sum = (sum ^ elements[i]) * 0x9E3779B97F4A7C15u;
-        return static_cast<std::size_t>(sum ^ (sum >> 32));
-    }
-
-    std::size_t _width;
-    HeapVector<UInt32> _combinations; // _width elements each
-    HeapVector<UInt32> _places;       // open addressing, at most half full
-};
-
-// The combination of a vertex; false where it has no position.
-bool combine(std::vector<Array> const &arrays, UInt32 vertex, UInt32 *elements)
-{
-    for(std::size_t i = 0; i < arrays.size(); ++i)
-    {
-        UInt32 const element = arrays[i].channel.elementOf(vertex);
-        bool const exists = element < arrays[i].channel.size();
-        if(!exists && arrays[i].slot == Geometry::PositionsSlot)
+        if(geometry.getProperty(slot) != nullptr && geometry.getIndex(slot) != index)
             return false;
-        elements[i] = exists ? element : None;
     }
     return true;
 }
 
-// The elements of one array in the order of the combinations.
-TransitPtr<GeoVectorProperty> gather(Array const &array, std::size_t place,
-                                     CombinationTable const &combinations)
+/// Numbers the combinations of elements in the order in which vertices first take them.
+///
+/// Combinations lie in chains. A chain holds those of one position as long as that goes well:
+/// neighbours in a mesh then meet in the cache. Where the positions are many times as many as the
+/// vertices, or many combinations share one, it holds those of one hash value.
+class CombinationTable
 {
-    TransitPtr<GeoVectorProperty> gathered = dynamic_transit_cast<GeoVectorProperty>(
-        static_cast<FieldContainerType const &>(array.property->getType()).createContainer());
-    gathered->resize(combinations.count());
-    for(UInt32 i = 0; i < combinations.count(); ++i)
+  public:
+    struct Combination
     {
-        UInt32 const element = combinations[i][place];
-        if(element != None)
-            gathered->setValue(array.channel.values()[element], i);
+        UInt32 first; ///< vertex that takes it first
+        UInt32 next;  ///< number of the next one in its chain
+    };
+
+    CombinationTable(std::vector<Array> const &arrays, UInt32 vertices)
+        : _arrays(arrays)
+        , _vertices(vertices)
+        , _elements(arrays.size())
+    {
+        _combinations.reserve(vertices);
+        if(arrays.front().size() / 8 <= vertices)
+            _chains.assign(arrays.front().size(), None);
+        else
+            chainByHash();
     }
-    return gathered;
-}
+
+    HeapVector<Combination> const &combinations() const { return _combinations; }
+
+    /// Vertices are asked for in their order. None for one without a position.
+    UInt32 numberOf(UInt32 vertex)
+    {
+        if(_arrays[0].elementOf(vertex) == None)
+            return None;
+        if(!_byHash && _steps > 16 * (UInt64(vertex) + 64))
+            chainByHash();
+        UInt32 &chain = chainOf(vertex);
+        for(UInt32 number = chain; number != None; number = _combinations[number].next)
+        {
+            ++_steps;
+            if(isTakenBy(_combinations[number].first))
+                return number;
+        }
+        UInt32 const number = static_cast<UInt32>(_combinations.size());
+        _combinations.push_back({vertex, chain});
+        chain = number;
+        return number;
+    }
+
+  private:
+    /// Looks the vertex's elements up, too.
+    UInt32 &chainOf(UInt32 vertex)
+    {
+        for(std::size_t i = 0; i < _arrays.size(); ++i)
+            _elements[i] = _arrays[i].elementOf(vertex);
+        return _chains[_byHash ? hash() & (_chains.size() - 1) : _elements[0]];
+    }
+
+    bool isTakenBy(UInt32 vertex) const
+    {
+        for(std::size_t i = _arrays.size(); i-- > 0;)
+        {
+            if(_arrays[i].elementOf(vertex) != _elements[i])
+                return false;
+        }
+        return true;
+    }
+
+    std::size_t hash() const
+    {
+        UInt64 sum = 0;
+        for(UInt32 element : _elements)
+        {
+            sum = (sum ^ element) * 0x9E3779B97F4A7C15u;
+            sum ^= sum >> 32;
+        }
+        return static_cast<std::size_t>(sum);
+    }
+
+    void chainByHash()
+    {
+        _byHash = true;
+        std::size_t chains = 16;
+        while(chains < _vertices)
+            chains *= 2;
+        _chains.assign(chains, None);
+        for(UInt32 number = 0; number < _combinations.size(); ++number)
+        {
+            UInt32 &chain = chainOf(_combinations[number].first);
+            _combinations[number].next = chain;
+            chain = number;
+        }
+    }
+
+    std::vector<Array> const &_arrays;
+    UInt32 _vertices;
+    bool _byHash = false;
+    UInt64 _steps = 0;
+    std::vector<UInt32> _elements; // of the vertex at hand
+    HeapVector<UInt32> _chains;    // number of the newest combination of each
+    HeapVector<Combination> _combinations;
+};
 } // namespace
 
 Int32 createSharedIndex(Geometry *geometry)
 {
     if(geometry == nullptr || geometry->getPositions() == nullptr)
         return 0;
-    std::vector<Array> const arrays = arrays_of(*geometry);
-    if(has_one_index(*geometry, arrays))
+    if(has_one_index(*geometry))
         return 0;
 
     UInt32 const vertices = GeometryView(*geometry).vertexCount();
-    CombinationTable combinations(arrays.size(), vertices);
+    std::vector<Array> const arrays = arrays_of(*geometry);
+    CombinationTable table(arrays, vertices);
     UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
     MField<UInt32> &entries = index->editValues();
     entries.resize(vertices);
-    std::vector<UInt32> elements(arrays.size());
     for(UInt32 vertex = 0; vertex < vertices; ++vertex)
-        entries[vertex] = combine(arrays, vertex, elements.data())
-                              ? combinations.numberOf(elements.data())
-                              : None;
+        entries[vertex] = table.numberOf(vertex);
 
-    for(std::size_t i = 0; i < arrays.size(); ++i)
+    for(Array const &array : arrays)
     {
-        UnrecordedRefPtr<GeoVectorProperty> const own(gather(arrays[i], i, combinations));
-        geometry->setProperty(own, arrays[i].slot);
-        geometry->setIndex(index, arrays[i].slot);
+        UnrecordedRefPtr<GeoVectorProperty> const own(array.gather(table.combinations()));
+        geometry->setProperty(own, array.slot());
+        geometry->setIndex(index, array.slot());
     }
-    return static_cast<Int32>(combinations.count());
+    return static_cast<Int32>(table.combinations().size());
 }
 } // namespace OSG

@@ -41,6 +41,7 @@ class VectorPropertyOver : public Base
         for(UInt32 i = 0; i < Dimension; ++i)
             this->editValues()[index][i] = numbers[i];
     }
+    Real32 *editArray() override { return reinterpret_cast<Real32 *>(this->editValues().data()); }
     VectorArray getArray() const override
     {
         return VectorArray(reinterpret_cast<Real32 const *>(this->_mfValues.data()), Dimension,

@@ -130,5 +130,55 @@ TEST(CreateSharedIndex, RandomGeometriesShowTheSameTrianglesAfterwards)
         ASSERT_FALSE(it != folded->endTriangles());
     }
 }
+
+/// Folds the geometry and holds the index to the obvious way of numbering.
+void expect_numbering(GeometryParts const &parts)
+{
+    std::map<std::pair<UInt32, UInt32>, UInt32> numbers;
+    std::vector<UInt32> expected;
+    for(std::size_t i = 0; i < parts.index.size(); ++i)
+    {
+        std::pair<UInt32, UInt32> const combination(parts.index[i], parts.normalIndex[i]);
+        UInt32 const next = static_cast<UInt32>(numbers.size());
+        expected.push_back(numbers.emplace(combination, next).first->second);
+    }
+    GeometryPtr const geometry = make_geometry(parts);
+    ASSERT_EQ(createSharedIndex(geometry), static_cast<Int32>(numbers.size()));
+    ASSERT_EQ(index_of(*geometry, Geometry::PositionsSlot), expected);
+    for(auto const &[combination, number] : numbers)
+    {
+        ASSERT_EQ(Pnt3f(geometry->getPositions()->getArray()[number]),
+                  parts.positions[combination.first]);
+        ASSERT_EQ(Vec3f(geometry->getNormals()->getArray()[number]),
+                  parts.normals[combination.second]);
+    }
+}
+
+TEST(CreateSharedIndex, ManyCombinationsOfOnePositionAreNumberedAlike)
+{
+    RandomNumbers random(74);
+    GeometryParts parts{{PolygonPrimitive}, {20000}, corners, {}};
+    for(UInt32 i = 0; i < 20000; ++i)
+    {
+        parts.normals.push_back(random.vector());
+        parts.index.push_back(i < 10000 ? random.below(4) : 1);
+        parts.normalIndex.push_back(random.below(20000));
+    }
+    expect_numbering(parts);
+}
+
+TEST(CreateSharedIndex, AFewVerticesOfALargeArrayAreNumberedAlike)
+{
+    RandomNumbers random(75);
+    GeometryParts parts{{PolygonPrimitive}, {60}, {}, axes};
+    for(UInt32 i = 0; i < 10000; ++i)
+        parts.positions.push_back(random.point(-1, 1));
+    for(UInt32 i = 0; i < 60; ++i)
+    {
+        parts.index.push_back(random.below(10) * 900);
+        parts.normalIndex.push_back(random.below(3));
+    }
+    expect_numbering(parts);
+}
 } // namespace
 } // namespace OSG::Test
