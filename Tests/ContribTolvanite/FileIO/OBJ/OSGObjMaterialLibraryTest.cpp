@@ -249,6 +249,21 @@ TEST_F(ObjMaterialLibraryTest, AnImageThatCannotBeLoadedIsTriedAgain)
     EXPECT_EQ(material().getDiffuse(), Color3f(1, 0, 0));
 }
 
+TEST_F(ObjMaterialLibraryTest, AnImageThatClaimsMoreThanItHoldsIsNotLoaded)
+{
+    using namespace std::string_literals;
+    // The head of a PNG file of 100,000 by 100,000 pixels, and nothing behind it.
+    _folder.write("lying.png",
+                  "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\x01\x86\xa0\0\x01\x86\xa0\x08\x02\0\0\0"
+                  "\x27\x30\x9c\x9f\0\x10\0\0IDAT"s);
+    resetMemPeak();
+    UInt64 const before = getMemBytes();
+    read("newmtl a\nKd 1 0 0\nmap_Kd lying.png\n");
+    EXPECT_LT(getMemPeakBytes() - before, 64u * 1024 * 1024);
+    EXPECT_THAT(_messages, ElementsAre("1: Can not find lying.png texture file in mtl lib.mtl \n"));
+    EXPECT_EQ(material().getDiffuse(), Color3f(1, 0, 0));
+}
+
 TEST_F(ObjMaterialLibraryTest, OptionsAreTakenForTheImage)
 {
     read("newmtl a\nmap_Kd -s 2 2 2 a.fakeimg\nNs 3\n");

@@ -167,7 +167,7 @@ TEST(ObjSceneMemory, AnExhaustedAllocatorPassesOutAndLeavesNothing)
     FakeImages::the();
     TempFolder const folder;
     folder.write("lib.mtl", library);
-    folder.write("a.fakeimg", repeated(3000, '\xff'));
+    folder.write("a.fakeimg", repeated(3000, '1'));
     std::string const path = folder.write("model.obj", scene_text());
     LogCapture silence(LOG_DUMP);
     auto const read = [&path] { SceneFileHandlerBase::the()->read(path.c_str()); };
