@@ -25,6 +25,7 @@ class OSG_BASE_API IOFileTypeBase : public MemObject
     };
 
     virtual ~IOFileTypeBase();
+    IOFileTypeBase &operator=(IOFileTypeBase const &) = delete;
     /// Name of the kind for people.
     virtual char const *getName() const = 0;
     /// The suffixes without dots, as they were given.
@@ -44,7 +45,6 @@ class OSG_BASE_API IOFileTypeBase : public MemObject
     IOFileTypeBase(char const *suffixes[], UInt16 sizeInBytes, bool override,
                    UInt32 overridePriority, UInt32 flags);
     IOFileTypeBase(IOFileTypeBase const &);
-    IOFileTypeBase &operator=(IOFileTypeBase const &) = delete;
 
   private:
     std::list<std::string> _suffixList;

@@ -20,6 +20,8 @@ class OSG_SYSTEM_API ReflexiveContainer : public MemObject
     static constexpr UInt32 NextFieldId = 1;
     static constexpr BitVector NextFieldMask = BitVector(1) << NextFieldId;
 
+    ReflexiveContainer &operator=(ReflexiveContainer const &) = delete;
+
     virtual FieldContainerType const &getType() const = 0;
     virtual FieldContainerType &getType() = 0;
     /// Bytes of the concrete object itself, without what it points to.
@@ -54,7 +56,6 @@ class OSG_SYSTEM_API ReflexiveContainer : public MemObject
         : MemObject()
     {
     }
-    ReflexiveContainer &operator=(ReflexiveContainer const &) = delete;
     virtual ~ReflexiveContainer();
 
     /// Before the container with that id ends.
