@@ -112,7 +112,7 @@ TEST(CalcVertexNormals, APartOfASharedArrayGetsNormalsAndAnIndexOfItsOwn)
     positions[200] = {0, 1, 0};
     GeometryPtr const geometry =
         make_geometry({{TrianglesPrimitive}, {3}, positions, {}, {400, 700, 200}});
-    GeoVectorProperty *const shared = geometry->getPositions();
+    UnrecordedRefPtr<GeoVectorProperty> const shared(geometry->getPositions());
     calcVertexNormals(geometry);
     EXPECT_EQ(geometry->getPositions(), shared);
     EXPECT_EQ(geometry->getNormals()->size(), 3u);
@@ -121,6 +121,17 @@ TEST(CalcVertexNormals, APartOfASharedArrayGetsNormalsAndAnIndexOfItsOwn)
     TriangleIterator const it = geometry->beginTriangles();
     for(int corner = 0; corner < 3; ++corner)
         EXPECT_EQ(it.getNormal(corner), Vec3f(0, 0, 1));
+}
+
+TEST(CalcVertexNormals, AnArrayOfItsOwnKeepsOneIndexThoughSomeOfItIsUnused)
+{
+    GeometryPtr const geometry = make_geometry(
+        {{TrianglesPrimitive}, {3}, {{0, 0, 0}, {9, 9, 9}, {1, 0, 0}, {0, 1, 0}}, {}, {0, 2, 3}});
+    calcVertexNormals(geometry);
+    EXPECT_EQ(geometry->getIndex(Geometry::NormalsSlot),
+              geometry->getIndex(Geometry::PositionsSlot));
+    EXPECT_EQ(normals_of(*geometry),
+              (std::vector<Vec3f>{{0, 0, 1}, {0, 0, 0}, {0, 0, 1}, {0, 0, 1}}));
 }
 
 TEST(CalcVertexNormals, ManyGeometriesOverOneArrayTakeMemoryForWhatTheyUse)

@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// Picture files that tests make up: files ending in ".fakeimg" that begin with a digit. Their bytes
-/// are one row of grey and alpha pixels.
+/// Picture files that tests make up: files ending in ".fakeimg" that begin with a digit. Their
+/// bytes are one row of grey and alpha pixels.
 
 #include <iterator>
 

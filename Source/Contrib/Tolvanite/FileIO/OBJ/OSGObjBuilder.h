@@ -32,8 +32,8 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     /// A geometry per mesh, newest first. The only mesh of the records is the root itself, several
     /// stand below a Group, those that fail left out. Null where none could be built.
     ///
-    /// To be called once. Uses the records up as it goes, and of very many meshes commits the thread's changes now and
-    /// then: neither lies beside the whole scene.
+    /// To be called once. Uses the records up as it goes, and of very many meshes commits the
+    /// thread's changes now and then: neither lies beside the whole scene.
     TransitPtr<Node> build(ObjRecords &records, ObjMaterialSlots const &materials);
 
   private:
