@@ -58,6 +58,10 @@ class Field:
             raise DescriptionError(f"field {self.name}: unknown type {self.type}")
 
     @property
+    def access_name(self):
+        return "Public" if self.access == "public" else "Protected"
+
+    @property
     def target(self):
         return self.type[:-3]
 
@@ -233,7 +237,7 @@ class {api} {base} : public {pattern}
             visibility = "Internal" if field.internal else "External"
             rows.append(f"make_row(&{base}::{field.member}, {literal(field.name)}, "
                         f"{field.capital}FieldId, FieldDescriptionBase::Visibility::{visibility}, "
-                        f"{literal(field.prose)})")
+                        f"FieldAccess::{field.access_name}, {literal(field.prose)})")
         return ",\n            ".join(rows)
 
     # --- OSGXStatics.inl ---
@@ -251,7 +255,7 @@ GetFieldHandlePtr {base}::getHandle{f.capital}() const
 }}
 EditFieldHandlePtr {base}::editHandle{f.capital}()
 {{
-    return makeEditHandle({f.member}, {f.capital}FieldId);
+    return makeEditHandle({f.member}, {f.capital}FieldId, FieldAccess::{f.access_name});
 }}
 """ for f in self.fields)
         defaults = "".join(f"\n    , {f.member}({f.initialiser})" for f in self.fields)

@@ -2,6 +2,8 @@
 
 # Floating point is part of the contract: a vector path and a scalar path give the same bits.
 add_compile_options(-ffp-contract=off)
+# Log lines name their source from the root of the tree on, wherever the tree lies.
+add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 if(TOLVANITE_WERROR)
     add_compile_options(-Werror)

@@ -74,7 +74,16 @@ class OSG_BASE_API Log
 
 /// The log, null until doInitLog() has run.
 extern OSG_BASE_API Log *osgLogP;
-/// 0 before start-up, 1 while it runs, 2 up, 3 while shutDown runs, 4 after it.
+/// Values of GlobalSystemState.
+enum SystemState : Int32
+{
+    SystemLoaded = 0,   ///< before startUp
+    SystemStarting = 1, ///< while it runs
+    SystemRunning = 2,
+    SystemEnding = 3, ///< while shutDown runs
+    SystemEnded = 4
+};
+/// How far the system has come, a SystemState.
 extern OSG_BASE_API Int32 GlobalSystemState;
 /// Makes the log if there is none yet.
 OSG_BASE_API void doInitLog();

@@ -26,8 +26,6 @@ class IntegralArray
     UInt32 const *wide() const { return _wide; }
     /// `i` is below size().
     UInt32 operator[](UInt64 i) const { return _wide != nullptr ? _wide[i] : _narrow[i]; }
-    /// The elements where they are 32 bits wide, else null.
-    UInt32 const *words() const { return _wide; }
 
   private:
     UInt32 const *_wide = nullptr;

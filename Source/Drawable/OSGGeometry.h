@@ -17,6 +17,10 @@ class TriangleIterator;
 /// the element that entry i of the index names. Several geometries may share arrays. Indices need
 /// not be in range: what names an element that is not there is not delivered by the iterators,
 /// counts for no volume, and gives one warning per geometry.
+///
+/// Setting an array or an index marks the volumes of the nodes that show the geometry at the next
+/// commit. Whoever writes into an array that is set already calls invalidateVolume() afterwards:
+/// arrays do not know their geometries.
 class OSG_DRAWABLE_API Geometry : public GeometryBase
 {
   public:

@@ -61,7 +61,7 @@ class VertexChannel
     /// elementOf() of the first `vertices` as an array; null where they do not lie like that.
     UInt32 const *words(UInt32 vertices) const
     {
-        return _indexed && _index.size() >= vertices ? _index.words() : nullptr;
+        return _indexed && _index.size() >= vertices ? _index.wide() : nullptr;
     }
     /// The elements of vertices `first` + `vertices`[i], all of which are below vertexCount(); true
     /// where they all exist.
@@ -164,7 +164,6 @@ struct TriangleRule
             return n / 3;
         case TriangleStripPrimitive:
         case TriangleFanPrimitive:
-        case PolygonPrimitive:
             return n < 3 ? 0 : n - 2;
         case QuadsPrimitive:
             // The first half of a quad whose last corner is missing is complete.

@@ -132,7 +132,9 @@ TransitPtr<Node> SceneFileHandlerBase::read(char const *fileName,
     boost::system::error_code error;
     if(fullName.empty() || !boost::filesystem::is_regular_file(fullName, error))
     {
-        OSG_LOG_WARNING("Couldn't find the file '%s'!\n", fileName);
+        bool const exists = boost::filesystem::exists(fileName, error);
+        OSG_LOG_WARNING(exists ? "'%s' is no regular file!\n" : "Couldn't find the file '%s'!\n",
+                        fileName);
         return nullptr;
     }
     std::ifstream in(fullName, std::ios::binary);

@@ -10,4 +10,11 @@ void VisitSubTree::adjustVolume(Volume &volume)
     if(getSubTreeRoot() != nullptr)
         volume.extendBy(getSubTreeRoot()->getVolume());
 }
+
+void VisitSubTree::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    if((whichField & SubTreeRootFieldMask) != 0)
+        invalidateVolume();
+    VisitSubTreeBase::changed(whichField, origin, details);
+}
 } // namespace OSG

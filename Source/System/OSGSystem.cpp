@@ -11,15 +11,6 @@ namespace OSG
 {
 namespace
 {
-enum SystemState
-{
-    Loaded = 0,
-    Starting = 1,
-    Running = 2,
-    Ending = 3,
-    Ended = 4
-};
-
 void bring_types_up()
 {
     TypeFactory::the().resolve();
@@ -51,29 +42,29 @@ void break_links()
 
 bool startUp()
 {
-    if(GlobalSystemState == Running)
+    if(GlobalSystemState == SystemRunning)
         return true;
-    if(GlobalSystemState != Loaded)
+    if(GlobalSystemState != SystemLoaded)
         return false;
-    GlobalSystemState = Starting;
+    GlobalSystemState = SystemStarting;
     doInitLog();
     bring_types_up();
     runSystemHooks(HookList::PostFactoryInit);
-    GlobalSystemState = Running;
+    GlobalSystemState = SystemRunning;
     return true;
 }
 
 void bringUpLateTypes()
 {
-    if(GlobalSystemState == Running)
+    if(GlobalSystemState == SystemRunning)
         bring_types_up();
 }
 
 bool shutDown()
 {
-    if(GlobalSystemState != Running)
+    if(GlobalSystemState != SystemRunning)
         return false;
-    GlobalSystemState = Ending;
+    GlobalSystemState = SystemEnding;
     runSystemHooks(HookList::PreFactoryExit);
     Thread::getCurrentChangeList()->commitChanges();
     std::vector<FieldContainerType *> const types = FieldContainerFactoryBase::the()->getTypes();
@@ -81,7 +72,7 @@ bool shutDown()
         (*type)->terminate();
     break_links();
     runSystemHooks(HookList::PostFactoryExit);
-    GlobalSystemState = Ended;
+    GlobalSystemState = SystemEnded;
     return true;
 }
 } // namespace OSG

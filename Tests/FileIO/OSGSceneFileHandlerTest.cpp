@@ -212,7 +212,7 @@ TEST(SceneFileHandler, WhatCannotBeReadGivesNullAndOneClearLine)
     std::string const plain = folder.write("dir.one/model", "x");
     std::pair<std::string, std::string> const rows[] = {
         {missing, "Couldn't find the file '" + missing + "'!\n"},
-        {directory, "Couldn't find the file '" + directory + "'!\n"},
+        {directory, "'" + directory + "' is no regular file!\n"},
         {unknown, "No scene file type reads '" + unknown + "'!\n"},
         {plain, "No scene file type reads '" + plain + "'!\n"},
         {"", "No scene file type reads ''!\n"},

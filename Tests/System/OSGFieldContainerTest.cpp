@@ -6,7 +6,9 @@
 #include "OSGFieldContainerFactory.h"
 #include "OSGName.h"
 #include "OSGNode.h"
+#include "OSGPointLight.h"
 #include "OSGThread.h"
+#include "OSGTransform.h"
 
 namespace OSG
 {
@@ -84,6 +86,84 @@ TEST(FieldContainer, AWeakPointerReadsAsNullOnceTheObjectHasDied)
     EXPECT_EQ(weak.get(), name);
     name = nullptr;
     EXPECT_EQ(weak.get(), nullptr);
+}
+
+TEST(FieldContainer, ALightAndItsBeaconEndTogetherInEitherOrder)
+{
+    UInt32 const before = factory().getNumContainers();
+    for(bool beaconFirst : {false, true})
+    {
+        UnrecordedRefPtr<Node> const root(Node::create());
+        UnrecordedRefPtr<Node> const beacon(Node::create());
+        UnrecordedRefPtr<Node> const lit(Node::create());
+        UnrecordedRefPtr<PointLight> const light(PointLight::create());
+        light->setBeacon(beacon);
+        lit->setCore(light);
+        root->addChild(beaconFirst ? beacon : lit);
+        root->addChild(beaconFirst ? lit : beacon);
+    }
+    EXPECT_EQ(factory().getNumContainers(), before);
+}
+
+TEST(FieldContainer, OneThatLooksWeaklyAtItselfEndsOnce)
+{
+    UInt32 const before = factory().getNumContainers();
+    {
+        UnrecordedRefPtr<Node> const node(Node::create());
+        UnrecordedRefPtr<PointLight> const light(PointLight::create());
+        node->setCore(light);
+        light->setBeacon(node);
+    }
+    EXPECT_EQ(factory().getNumContainers(), before);
+}
+
+TEST(FieldContainer, AWeakFieldReadsAsNullOnceItsTargetHasDied)
+{
+    UnrecordedRefPtr<PointLight> const light(PointLight::create());
+    {
+        UnrecordedRefPtr<Node> const beacon(Node::create());
+        light->setBeacon(beacon);
+        EXPECT_EQ(light->getBeacon(), beacon);
+    }
+    EXPECT_EQ(light->getBeacon(), nullptr);
+    EXPECT_EQ(light->getField("beacon")->getPointer(0), nullptr);
+}
+
+namespace
+{
+/// Commits, and edits afterwards, whenever the change of it is published.
+class CommittingTransform : public Transform
+{
+  public:
+    static UnrecordedRefPtr<CommittingTransform> make()
+    {
+        return UnrecordedRefPtr<CommittingTransform>(new CommittingTransform);
+    }
+
+    Name *edited = nullptr;
+
+  protected:
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override
+    {
+        Transform::changed(whichField, origin, details);
+        Thread::getCurrentChangeList()->commitChanges();
+        edited->setName("edited");
+    }
+};
+} // namespace
+
+TEST(FieldContainer, AnEditAfterANestedCommitIsPublishedToo)
+{
+    ChangeList &changes = *Thread::getCurrentChangeList();
+    NamePtr const name(Name::create());
+    changes.commitChanges();
+    UnrecordedRefPtr<CommittingTransform> const transform = CommittingTransform::make();
+    transform->edited = name;
+    transform->setMatrix(Matrix());
+    changes.commitChanges();
+    EXPECT_EQ(name->getName(), "edited");
+    EXPECT_EQ(name->getChangeMask(), 0u);
+    EXPECT_FALSE(changes.hasOpenEdits());
 }
 
 TEST(FieldContainer, AnEditIsOpenUntilTheCommit)

@@ -68,6 +68,25 @@ TEST(FieldHandle, KnowsPointerFieldsAndTheirSizes)
     EXPECT_FALSE(node->getField("travMask")->isPointerField());
 }
 
+TEST(FieldHandle, ChildrenAreTakenOutAsTheirParentWouldTakeThem)
+{
+    UnrecordedRefPtr<Node> const node(Node::create());
+    UnrecordedRefPtr<Node> const child(Node::create());
+    node->addChild(child);
+    EXPECT_TRUE(node->editField("children")->removeIndex(0));
+    EXPECT_EQ(node->getNChildren(), 0u);
+    EXPECT_EQ(child->getParent(), nullptr);
+}
+
+TEST(FieldHandle, WhatOnlyItsOwnerMayLinkIsRefused)
+{
+    UnrecordedRefPtr<Node> const node(Node::create());
+    EXPECT_FALSE(node->editField("children")->add(UnrecordedRefPtr<Node>(Node::create())));
+    EXPECT_FALSE(node->editField("children")->add(node));
+    EXPECT_FALSE(node->editField("attachments")->add(UnrecordedRefPtr<Name>(Name::create())));
+    EXPECT_EQ(node->getNChildren(), 0u);
+}
+
 TEST(FieldHandle, FieldsAreEqualByTypeAndValue)
 {
     UnrecordedRefPtr<Name> const one(Name::create());

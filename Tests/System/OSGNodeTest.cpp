@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
+#include "OSGBinaryDataHandler.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGName.h"
 
@@ -206,6 +207,20 @@ TEST(Node, AChildOutlivesItsParentAsARoot)
     }
     EXPECT_EQ(child->getParent(), nullptr);
     EXPECT_EQ(child->getRefCount(), 1);
+}
+
+TEST(Node, ChildrenThatComeAsBytesAreLinkedAsByAnybodyElse)
+{
+    NodePtr const source = chain(2);
+    NodePtr const child(source->getChild(0));
+    MemoryBinaryDataHandler bytes;
+    source->copyToBin(bytes, Node::ChildrenFieldMask);
+    NodePtr const target = chain(2);
+    target->copyFromBin(bytes, Node::ChildrenFieldMask);
+    ASSERT_EQ(target->getNChildren(), 1u);
+    EXPECT_EQ(target->getChild(0), child);
+    EXPECT_EQ(child->getParent(), target);
+    EXPECT_EQ(source->getNChildren(), 0u);
 }
 
 TEST(Node, UnlinkChildTakesOutOfTheFieldThatIsNamed)

@@ -30,13 +30,7 @@ class TreeVisitor
   public:
     bool takeAdded(std::vector<Node *> &nodes)
     {
-        Node *const node = _levels.back().node;
-        Node *const other = other_tree(node);
-        if(other == nullptr)
-            return false;
-        nodes.assign(node->getMFChildren()->begin(), node->getMFChildren()->end());
-        nodes.push_back(other);
-        return true;
+        return children_and_other_tree(_levels.back().node, nodes);
     }
 
   protected:

@@ -1,4 +1,8 @@
 #include <iomanip>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
 
 #include "NodePath.h"
 #include "OSGFastSelectionFunctor.h"
@@ -156,6 +160,20 @@ int run_select(SelectOptions const &options, Streams streams)
     streams.out << '\n';
     return Success;
 }
+
+// An option that takes one of the names and nothing else.
+template <class Value>
+void add_choice(CLI::App &command, char const *option, std::map<std::string, Value> const &names,
+                Value &chosen, char const *help)
+{
+    std::set<std::string> words;
+    for(auto const &entry : names)
+        words.insert(entry.first);
+    command
+        .add_option_function<std::string>(
+            option, [&names, &chosen](std::string const &name) { chosen = names.at(name); }, help)
+        ->check(CLI::IsMember(words));
+}
 } // namespace
 
 void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
@@ -174,10 +192,11 @@ void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
                 throw CLI::ValidationError("--kinds", names + " is not of triangles,lines,points");
         },
         "Kinds of primitives: triangles,lines,points");
-    command.add_option("--plane", options->plane, "Side of the volume that distances count from")
-        ->transform(CLI::CheckedTransformer(plane_names));
-    command.add_option("--hits", options->hits, "The nearest or farthest of each node, or all")
-        ->transform(CLI::CheckedTransformer(hit_names));
-    command.add_flag("--fast", options->fast, "Only which nodes are hit by triangles");
+    add_choice(command, "--plane", plane_names, options->plane,
+               "Side of the volume that distances count from");
+    add_choice(command, "--hits", hit_names, options->hits,
+               "The nearest or farthest of each node, or all");
+    command.add_flag("--fast", options->fast,
+                     "Only which nodes are hit, without places and distances");
 }
 } // namespace Tool

@@ -14,13 +14,14 @@ std::vector<SystemHook> &hooks_of(HookList list)
     static std::vector<SystemHook> *const lists = new std::vector<SystemHook>[3];
     return lists[static_cast<int>(list)];
 }
-
-constexpr Int32 SystemIsUp = 2;
 } // namespace
 
 void addPostFactoryInitFunction(SystemHook const &hook)
 {
-    hooks_of(HookList::PostFactoryInit).push_back(hook);
+    if(GlobalSystemState == SystemRunning)
+        hook();
+    else
+        hooks_of(HookList::PostFactoryInit).push_back(hook);
 }
 
 void addPreFactoryExitFunction(SystemHook const &hook)
@@ -47,9 +48,6 @@ void runSystemHooks(HookList list)
 
 StaticInitFuncWrapper::StaticInitFuncWrapper(SystemHook const &hook)
 {
-    if(GlobalSystemState == SystemIsUp)
-        hook();
-    else
-        addPostFactoryInitFunction(hook);
+    addPostFactoryInitFunction(hook);
 }
 } // namespace OSG

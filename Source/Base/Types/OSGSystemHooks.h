@@ -17,6 +17,7 @@ namespace OSG
 {
 using SystemHook = boost::function<bool()>;
 
+/// Called at once where the system is up already.
 OSG_BASE_API void addPostFactoryInitFunction(SystemHook const &hook);
 OSG_BASE_API void addPreFactoryExitFunction(SystemHook const &hook);
 OSG_BASE_API void addPostFactoryExitFunction(SystemHook const &hook);

@@ -15,6 +15,7 @@ ChangeList::~ChangeList()
         if(container != nullptr)
             container->takeChangeMask();
     }
+    dropDelayed();
 }
 
 void ChangeList::addCreated(UInt32, UInt64) { ++_numCreated; }
@@ -39,6 +40,16 @@ constexpr std::size_t KeptPlaces = 4096;
 
 void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
 {
+    // A `changed` that commits, as reading a file does: the walk below takes its edits too.
+    if(_committing)
+        return;
+    _committing = true;
+    struct Done
+    {
+        bool &committing;
+        ~Done() { committing = false; }
+    } const done{_committing};
+
     // By index: `changed` may edit further containers, or the same one again.
     for(std::size_t i = 0; i < _changed.size(); ++i)
     {
@@ -53,7 +64,11 @@ void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
     if(_changed.capacity() > KeptPlaces)
         _changed.shrink_to_fit();
     _numCreated = 0;
+    dropDelayed();
+}
 
+void ChangeList::dropDelayed()
+{
     std::vector<Delayed, MemAllocator<Delayed>> delayed;
     delayed.swap(_delayed);
     for(Delayed const &entry : delayed)

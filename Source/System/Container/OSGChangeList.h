@@ -40,8 +40,8 @@ class OSG_SYSTEM_API ChangeList
 
     // --- publishing ---
     /// Takes the collected mask of each edited container and calls its `changed` with it, until no
-    /// edit is open (a `changed` may edit); then drops the delayed references. `origin` and
-    /// `details` are handed to `changed`.
+    /// edit is open (a `changed` may edit, and may commit); then drops the delayed references.
+    /// `origin` and `details` are handed to `changed`.
     void commitChanges(UInt32 origin = 0, UInt32 details = 0);
 
     // --- looking ---
@@ -60,8 +60,10 @@ class OSG_SYSTEM_API ChangeList
         SubRef subRef;
     };
     void addDelayed(FieldContainer *container, SubRef subRef);
+    void dropDelayed();
 
     UInt64 _numCreated = 0;
+    bool _committing = false;
     std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _changed;
     std::vector<Delayed, MemAllocator<Delayed>> _delayed;
 };

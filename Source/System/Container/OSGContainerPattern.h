@@ -21,6 +21,13 @@
 
 namespace OSG
 {
+/// Whether a field may be written by anybody, or by its class alone.
+enum class FieldAccess
+{
+    Public,
+    Protected
+};
+
 /// One field of the class `Owner`.
 template <class Owner, class Field>
 struct FieldRow
@@ -31,6 +38,7 @@ struct FieldRow
     char const *name;
     UInt32 id;
     FieldDescriptionBase::Visibility visibility;
+    FieldAccess access;
     char const *prose;
 
     constexpr BitVector mask() const { return BitVector(1) << id; }
@@ -39,9 +47,9 @@ struct FieldRow
 template <class Owner, class Field>
 constexpr FieldRow<Owner, Field> make_row(Field Owner::*member, char const *name, UInt32 id,
                                           FieldDescriptionBase::Visibility visibility,
-                                          char const *prose)
+                                          FieldAccess access, char const *prose)
 {
-    return {member, name, id, visibility, prose};
+    return {member, name, id, visibility, access, prose};
 }
 
 template <class X, class XBase, class Parent>
@@ -103,7 +111,7 @@ class ContainerPattern : public Parent
     template <class Field>
     GetFieldHandlePtr makeGetHandle(Field const &field, UInt32 id) const;
     template <class Field>
-    EditFieldHandlePtr makeEditHandle(Field &field, UInt32 id);
+    EditFieldHandlePtr makeEditHandle(Field &field, UInt32 id, FieldAccess access);
 
   private:
     template <std::size_t... I>

@@ -209,7 +209,7 @@ void ContainerPattern<X, XBase, Parent>::describeRow(FieldContainerType &type)
         {
             constexpr auto own = std::get<I>(XBase::fieldRows());
             auto &object = static_cast<XBase &>(container);
-            return object.makeEditHandle(object.*own.member, own.id);
+            return object.makeEditHandle(object.*own.member, own.id, own.access);
         }));
 }
 
@@ -336,10 +336,11 @@ GetFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeGetHandle(Field const 
 
 template <class X, class XBase, class Parent>
 template <class Field>
-EditFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeEditHandle(Field &field, UInt32 id)
+EditFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeEditHandle(Field &field, UInt32 id,
+                                                                      FieldAccess access)
 {
     this->markEdited(BitVector(1) << id);
     return EditFieldHandlePtr(
-        new TypedEditFieldHandle<Field>(XBase::_type.getFieldDesc(id), field, base()));
+        new TypedEditFieldHandle<Field>(XBase::_type.getFieldDesc(id), field, base(), access));
 }
 } // namespace OSG

@@ -122,7 +122,7 @@ void FieldContainer::subReferenceUnrecorded()
 
 void FieldContainer::subWeakReference()
 {
-    if(--_weakRefs == 0 && _dead)
+    if(--_weakRefs == 0 && _ended)
         delete this;
 }
 
@@ -137,6 +137,10 @@ void FieldContainer::die()
     if(mortuary.isOpen)
         return;
     mortuary.isOpen = true;
+    struct Closing
+    {
+        ~Closing() { mortuary.isOpen = false; }
+    } const closing;
     while(mortuary.newest != nullptr)
     {
         FieldContainer *const container = mortuary.newest;
@@ -144,7 +148,6 @@ void FieldContainer::die()
         container->_sharedMask = 0;
         container->deregister(container->_id);
     }
-    mortuary.isOpen = false;
 }
 
 void FieldContainer::deregister(UInt32 id)
@@ -165,9 +168,13 @@ void FieldContainer::deregister(UInt32 id)
     }
     if(_weakRefs > 0)
     {
-        // The memory stays for those that look at it; what it points to goes now.
+        // The memory stays for those that look at it; what it points to goes now. One of the
+        // pointers may be the last that looks, at this container itself: the end waits for it.
+        addWeakReference();
         resolveLinks();
         takeChangeMask();
+        _ended = true;
+        subWeakReference();
         return;
     }
     delete this;

@@ -147,6 +147,7 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     Int32 _recordedRefs = 0;
     Int32 _unrecordedRefs = 0;
     Int32 _weakRefs = 0;
-    bool _dead = false;
+    bool _dead = false;  // the last counted reference has gone
+    bool _ended = false; // and all that is left is memory for weak references
 };
 } // namespace OSG

@@ -90,9 +90,9 @@ class TypedGetFieldHandle : public FieldHandleOn<Field, GetFieldHandle>
         if constexpr(!IsPointerField<Field>)
             return nullptr;
         else if constexpr(Field::Cardinality == FieldCardinality::Single)
-            return this->_field.getPointer();
+            return this->_field.getValue();
         else
-            return index < this->_field.size() ? this->_field.getPointer(index) : nullptr;
+            return index < this->_field.size() ? this->_field[index] : nullptr;
     }
 };
 
@@ -101,9 +101,10 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
 {
   public:
     TypedEditFieldHandle(FieldDescriptionBase const *description, Field &field,
-                         FieldContainer *container)
+                         FieldContainer *container, FieldAccess access)
         : FieldHandleOn<Field, EditFieldHandle>(description, field, container)
         , _edited(field)
+        , _access(access)
     {
     }
 
@@ -140,7 +141,15 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
             if(index >= _edited.size())
                 return false;
             if constexpr(IsPointerField<Field>)
+            {
+                // What hangs together by more than this field is taken apart by its owner.
+                UInt16 const id = static_cast<UInt16>(this->_description->getFieldId());
+                if(this->_container->unlinkChild(_edited.getPointer(index), id))
+                    return true;
+                if(_access == FieldAccess::Protected)
+                    return false;
                 _edited.erase(index);
+            }
             else
                 _edited.erase(_edited.begin() + index);
             return true;
@@ -155,7 +164,7 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
         {
             using Pointed = std::remove_pointer_t<typename Field::StoredType>;
             auto *const target = dynamic_cast<Pointed *>(value);
-            if(value != nullptr && target == nullptr)
+            if(_access == FieldAccess::Protected || (value != nullptr && target == nullptr))
                 return false;
             if constexpr(Field::Cardinality == FieldCardinality::Single)
                 _edited.setValue(target);
@@ -167,5 +176,6 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
 
   private:
     Field &_edited;
+    FieldAccess _access;
 };
 } // namespace OSG

@@ -3,8 +3,8 @@
 /// \file
 /// Access to a field of any container without knowing its class: by description, as text, by index.
 ///
-/// A handle is good for as long as its container lives. A get handle reads; an edit handle also
-/// writes, and making one marks the field as changed.
+/// A handle is good for as long as its container lives, and does not keep it alive. A get handle
+/// reads; an edit handle also writes, and making one marks the field as changed.
 
 #include <string>
 
@@ -66,7 +66,8 @@ class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
     /// Multi fields: takes value `index` out.
     virtual bool removeIndex(UInt32 index) = 0;
 
-    /// Pointer fields: sets the pointer, or appends it to a multi field. False for another class.
+    /// Pointer fields: sets the pointer, or appends it to a multi field. False for another class,
+    /// and where only the owner's own functions may do so, as with the children of a node.
     virtual bool add(FieldContainer *value);
 };
 

@@ -11,7 +11,7 @@ namespace
 {
 UInt32 id_of(FieldContainer const *container)
 {
-    return container != nullptr ? container->getId() : 0;
+    return container != nullptr && container->isAlive() ? container->getId() : 0;
 }
 } // namespace
 

@@ -96,6 +96,18 @@ struct PolicyNumber<NoRefCountPolicy>
     static constexpr int value = 3;
 };
 
+/// What a field of the policy shows of its pointer: a weak one reads as null once the object has
+/// died.
+template <class Policy, class T>
+T *pointer_by(FieldContainer *value)
+{
+    T *const pointer = static_cast<T *>(value);
+    if constexpr(std::is_same_v<Policy, WeakRefCountPolicy>)
+        return pointer != nullptr && pointer->isAlive() ? pointer : nullptr;
+    else
+        return pointer;
+}
+
 template <class T, class Policy, int Namespace>
 class PointerSField<T *, Policy, Namespace> : public PointerSFieldBase
 {
@@ -106,15 +118,7 @@ class PointerSField<T *, Policy, Namespace> : public PointerSFieldBase
     PointerSField() = default;
     ~PointerSField() { Policy::subRef(_value); }
 
-    T *getValue() const
-    {
-        if constexpr(std::is_same_v<Policy, WeakRefCountPolicy>)
-        {
-            if(_value != nullptr && !static_cast<T *>(_value)->isAlive())
-                return nullptr;
-        }
-        return static_cast<T *>(_value);
-    }
+    T *getValue() const { return pointer_by<Policy, T>(_value); }
     /// Takes the new reference before it drops the old one.
     void setValue(T *value)
     {
@@ -160,7 +164,7 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
             : _place(place)
         {
         }
-        T *operator*() const { return static_cast<T *>(*_place); }
+        T *operator*() const { return pointer_by<Policy, T>(*_place); }
         const_iterator &operator++()
         {
             ++_place;
@@ -176,9 +180,9 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     PointerMField() = default;
     ~PointerMField() { clear(); }
 
-    T *operator[](UInt32 index) const { return static_cast<T *>(_values[index]); }
-    T *front() const { return static_cast<T *>(_values.front()); }
-    T *back() const { return static_cast<T *>(_values.back()); }
+    T *operator[](UInt32 index) const { return pointer_by<Policy, T>(_values[index]); }
+    T *front() const { return pointer_by<Policy, T>(_values.front()); }
+    T *back() const { return pointer_by<Policy, T>(_values.back()); }
     const_iterator begin() const { return const_iterator(_values.data()); }
     const_iterator end() const { return const_iterator(_values.data() + _values.size()); }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "OSGBinaryDataHandler.h"
+#include "OSGFieldOperations.h"
 #include "OSGLog.h"
 #include "OSGName.h"
 #include "OSGNodeWalker.h"
@@ -75,6 +77,30 @@ void Node::resolveLinks()
     NodeBase::resolveLinks();
 }
 
+// Core and children come as ids and are linked as anybody else would link them.
+void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
+{
+    NodeBase::copyFromBin(handler, mask & ~(CoreFieldMask | ChildrenFieldMask));
+    UInt32 id = 0;
+    if((mask & CoreFieldMask) != 0)
+    {
+        handler.getValue(id);
+        setCore(mapped_pointer<NodeCore>(id));
+    }
+    if((mask & ChildrenFieldMask) == 0)
+        return;
+    UInt32 count = 0;
+    handler.getValue(count);
+    while(getNChildren() != 0)
+        takeOut(getNChildren() - 1);
+    for(; count > 0; --count)
+    {
+        handler.getValue(id);
+        if(Node *const child = mapped_pointer<Node>(id))
+            addChild(child);
+    }
+}
+
 // --- tree ---
 
 void Node::orphanChildren()
@@ -95,7 +121,9 @@ bool Node::isBelow(Node const *ancestor) const
 
 void Node::addChild(Node *child)
 {
-    if(child == nullptr || (child->getNChildren() != 0 || child == this ? isBelow(child) : false))
+    // A node without children is nobody's ancestor.
+    bool const mayHoldThis = child != nullptr && (child == this || child->getNChildren() != 0);
+    if(child == nullptr || (mayHoldThis && isBelow(child)))
     {
         OSG_LOG_WARNING("Node::addChild: null or an ancestor of the node is no child\n");
         return;
@@ -187,16 +215,7 @@ struct VolumeUpdate
         return !node->getVolume().isValid();
     }
 
-    bool takeAdded(std::vector<Node *> &nodes)
-    {
-        NodeCore const *const core = current->getCore();
-        Node *const other = core != nullptr ? core->getOtherTree() : nullptr;
-        if(other == nullptr)
-            return false;
-        nodes.assign(current->getMFChildren()->begin(), current->getMFChildren()->end());
-        nodes.push_back(other);
-        return true;
-    }
+    bool takeAdded(std::vector<Node *> &nodes) { return children_and_other_tree(current, nodes); }
 
     void leave(Node *node)
     {

@@ -49,6 +49,7 @@ class OSG_SYSTEM_API Node : public NodeBase
     FieldContainer *findNamedComponent(char const *name) override;
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
     void resolveLinks() override;
+    void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
 
   protected:
     Node();

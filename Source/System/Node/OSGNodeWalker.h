@@ -26,6 +26,19 @@
 
 namespace OSG
 {
+/// For visitors that walk what stands below a node besides its children as well: gives the children
+/// and the root of the other tree that the core shows. False, and `nodes` as it was, where there is
+/// no other tree.
+inline bool children_and_other_tree(Node *node, std::vector<Node *> &nodes)
+{
+    Node *const other = node->getCore() != nullptr ? node->getCore()->getOtherTree() : nullptr;
+    if(other == nullptr)
+        return false;
+    nodes.assign(node->getMFChildren()->begin(), node->getMFChildren()->end());
+    nodes.push_back(other);
+    return true;
+}
+
 class OSG_SYSTEM_API NodeWalker
 {
   public:
