@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Holds the time that a source takes to compile.
 
-    compile_times.py NINJA_LOG [LIMIT]
+    compile_times.py LOG [LIMIT]
 
 Prints the five slowest objects and precompiled headers of a build and ends with status 1 if one
-took longer than LIMIT seconds (15). The times are ninja's, wall clock with as many compilers
-beside each other as the machine has cores; only the last build of an object counts.
+took more than LIMIT processor seconds (15). LOG is what Tools/timed-compile wrote; only the last
+build of an object counts.
 """
+import re
 import sys
 
 
@@ -14,11 +15,9 @@ def read_log(path):
     seconds = {}
     with open(path, encoding="utf-8") as log:
         for line in log:
-            parts = line.rstrip("\n").split("\t")
-            if len(parts) < 4 or line.startswith("#"):
-                continue
-            if parts[3].endswith((".o", ".gch")):
-                seconds[parts[3]] = (int(parts[1]) - int(parts[0])) / 1000
+            times, _, made = line.rstrip("\n").partition("\t")
+            parts = re.findall(r"(\d+)m([\d.]+)s", times)
+            seconds[made] = sum(60 * int(minutes) + float(rest) for minutes, rest in parts)
     return seconds
 
 

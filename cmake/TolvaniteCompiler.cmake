@@ -12,3 +12,7 @@ if(TOLVANITE_SANITIZE)
     add_compile_options(-fsanitize=${TOLVANITE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TOLVANITE_SANITIZE})
 endif()
+if(TOLVANITE_COMPILE_TIMES)
+    set_property(GLOBAL PROPERTY RULE_LAUNCH_COMPILE
+        "${CMAKE_SOURCE_DIR}/Tools/timed-compile ${CMAKE_BINARY_DIR}/compile_times.tsv")
+endif()
