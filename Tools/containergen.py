@@ -13,7 +13,7 @@ Attributes of the element FieldContainer that count here: name, parent, structur
 "NULL" otherwise), header (where X is defined, if not in OSGX.h) and firstFieldId (where the ids do
 not continue the parent's). Those of Field:
 name, type, cardinality, visibility, access, defaultValue, and category: "pointer" (counted
-unrecorded), "weak" or "child" for fields whose type ends in Ptr.
+unrecorded), "recorded", "weak", "unreferenced" or "child" for fields whose type ends in Ptr.
 """
 
 import argparse
@@ -27,7 +27,8 @@ VALUE_TYPES = {
     "Pnt3f", "Vec2f", "Vec3f", "Color3f", "Color4f", "Matrix", "BoxVolume",
 }
 NUMBERS = {"UInt8", "UInt16", "UInt32", "UInt64", "Int32", "Real32", "bool"}
-POLICIES = {"pointer": "UnrecordedRefCountPolicy", "weak": "WeakRefCountPolicy"}
+POLICIES = {"pointer": "UnrecordedRefCountPolicy", "recorded": "RecordedRefCountPolicy",
+            "weak": "WeakRefCountPolicy", "unreferenced": "NoRefCountPolicy"}
 
 
 class DescriptionError(Exception):
