@@ -1,6 +1,7 @@
 #include "OSGFieldContainer.h"
 
 #include "OSGChangeList.h"
+#include "OSGFieldConnector.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGThread.h"
 
@@ -152,6 +153,8 @@ void FieldContainer::die()
 
 void FieldContainer::deregister(UInt32 id)
 {
+    if(_isConnected)
+        FieldConnectorFactoryBase::the()->disconnect(this);
     AspectStore *const store = _aspectStore;
     onDestroyAspect(id, store != nullptr ? store->aspectOf(this) : Thread::getCurrentAspect());
     if(store != nullptr)

@@ -58,6 +58,9 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// False from the moment that the last counted reference has gone.
     bool isAlive() const { return !_dead; }
 
+    /// Whether fields of other containers follow fields of this one.
+    bool isConnected() const { return _isConnected; }
+
     // --- edits ---
     /// Fields edited since the last commit; 0 where none is open.
     BitVector getChangeMask() const { return _changeMask; }
@@ -134,6 +137,7 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
   private:
     template <class X, class XBase, class Parent>
     friend class ContainerPattern;
+    friend class FieldConnectorFactoryBase;
 
     void die();
 
@@ -152,5 +156,6 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     Int32 _weakRefs = 0;
     bool _dead = false;  // the last counted reference has gone
     bool _ended = false; // and all that is left is memory for weak references
+    bool _isConnected = false;
 };
 } // namespace OSG
