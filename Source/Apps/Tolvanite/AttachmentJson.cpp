@@ -69,7 +69,7 @@ void write_text_form(JsonWriter &json, Content content, std::string const &text)
         json.value(text);
         break;
     case Content::Truth:
-        json.value(text == "true");
+        json.value(text == "TRUE");
         break;
     case Content::Whole:
         if(!text.empty() && text[0] == '-')

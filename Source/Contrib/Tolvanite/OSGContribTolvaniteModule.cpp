@@ -6,15 +6,41 @@
 
 // --- attachments ---
 #include "OSGCommandNameAttachmentStatics.inl"
+#include "OSGForeignFileAttachmentStatics.inl"
+#include "OSGGeoToEntityAttachmentStatics.inl"
+#include "OSGHighlightMaterialAttachmentStatics.inl"
+#include "OSGWalkConsoleAttachmentStatics.inl"
 
 // --- scene file types ---
 #include "OSGOBJLibSceneFileTypeTN.h"
 
 namespace OSG
 {
+// The 3DS type comes first here.
 OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20,
                                             IOFileTypeBase::ReadSupported);
 } // namespace OSG
+
+// --- element of the binary scene format ---
+
+// --- graph operations ---
+
+// --- viewport ---
+
+// --- timer frequency: its place, before the containers below ---
+
+// --- node core ---
+#include "OSGConstSizeTransformStatics.inl"
+
+// --- state chunk; its class before its type ---
+#include "OSGViewportTranslateChunk.h"
+
+namespace OSG
+{
+StateChunkClass ViewportTranslateChunk::_class("ViewportTranslate", 1, 100);
+} // namespace OSG
+
+#include "OSGViewportTranslateChunkStatics.inl"
 
 // --- where the scene graph is up already, the types above are brought up at once ---
 #include "OSGSystem.h"
