@@ -260,5 +260,8 @@ void FieldContainer::execSyncV(FieldContainer &, BitVector, AspectOffsets &, Bit
 void FieldContainer::resolveLinks() {}
 FieldContainer *FieldContainer::createAspectCopy(FieldContainer const *) const { return nullptr; }
 bool FieldContainer::linkParent(FieldContainer *, UInt16) { return false; }
-bool FieldContainer::unlinkParent(FieldContainer *, UInt16) { return false; }
+bool FieldContainer::unlinkParent(FieldContainer *parent, UInt16 fieldId)
+{
+    return parent != nullptr && parent->unlinkChild(this, fieldId);
+}
 } // namespace OSG

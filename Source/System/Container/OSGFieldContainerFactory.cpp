@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "OSGFieldContainer.h"
+#include "OSGStreamIdMap.h"
 #include "OSGThread.h"
 
 namespace OSG
@@ -116,7 +117,8 @@ FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 
 FieldContainer *FieldContainerFactoryBase::getMappedContainer(UInt32 id) const
 {
-    return getContainer(id);
+    StreamIdMap const *const map = StreamIdMap::current();
+    return map != nullptr ? map->find(id) : getContainer(id);
 }
 
 UInt32 FieldContainerFactoryBase::getNumContainers() const

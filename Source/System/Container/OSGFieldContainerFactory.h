@@ -28,8 +28,8 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     void deregisterContainer(UInt32 id);
     /// The copy of the calling thread's aspect; null for an id that no container has.
     FieldContainer *getContainer(UInt32 id) const;
-    /// The container that stands for an id of a file or stream being read; the same as getContainer
-    /// where no mapping is in force.
+    /// The container that stands for an id of a file or stream being read (StreamIdMap); the same
+    /// as getContainer where the calling thread has no map.
     FieldContainer *getMappedContainer(UInt32 id) const;
     UInt32 getNumContainers() const;
     /// The ids that are given, ascending.

@@ -183,9 +183,18 @@ bool Node::unlinkChild(FieldContainer *child, UInt16 fieldId)
     }
     Int32 const index = fieldId == ChildrenFieldId ? _mfChildren.findIndex(child) : -1;
     if(index < 0)
-        return false;
+        return NodeBase::unlinkChild(child, fieldId);
     takeOut(static_cast<UInt32>(index));
     return true;
+}
+
+bool Node::linkParent(FieldContainer *parent, UInt16 fieldId)
+{
+    Node *const node = fieldId == ChildrenFieldId ? dynamic_cast<Node *>(parent) : nullptr;
+    if(node == nullptr)
+        return false;
+    node->addChild(this);
+    return _parent == node;
 }
 
 // --- bounding volume ---
