@@ -10,8 +10,8 @@ namespace OSG
 class OSG_STATE_API StateChunkClass
 {
   public:
-    /// `name` is a literal and not copied. Of one kind up to `numSlots` chunks can be active side by
-    /// side, as with texture units; kinds of a lower priority are activated first.
+    /// `name` is a literal and not copied. Of one kind up to `numSlots` chunks can be active side
+    /// by side, as with texture units; kinds of a lower priority are activated first.
     StateChunkClass(char const *name, UInt32 numSlots = 1, UInt32 priority = 100);
     ~StateChunkClass();
     StateChunkClass(StateChunkClass const &) = delete;

@@ -10,8 +10,9 @@ namespace
 {
 void add_types(std::vector<StartUpEntry> &entries, std::string const &name)
 {
-    auto const add = [&entries](std::string const &one)
-    { entries.push_back({StartUpKind::Type, one}); };
+    auto const add = [&entries](std::string const &one) {
+        entries.push_back({StartUpKind::Type, one});
+    };
     add(name + "Ptr");
     for(char const *cardinality : {"SF", "MF"})
     {
@@ -29,6 +30,7 @@ TEST(ModuleStartUp, TheLibraryComesUpInItsOrder)
          "HighlightMaterialAttachment", "WalkConsoleAttachment"})
         add_types(expected, name);
     expected.push_back({StartUpKind::FileType, "obj"});
+    expected.push_back({StartUpKind::SceneElement, "GeoToEntAttachment"});
     add_types(expected, "ConstSizeTransform");
     expected.push_back({StartUpKind::StateChunkClass, "ViewportTranslate"});
     add_types(expected, "ViewportTranslateChunk");

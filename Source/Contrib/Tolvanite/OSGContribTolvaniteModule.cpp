@@ -22,6 +22,17 @@ OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20
 } // namespace OSG
 
 // --- element of the binary scene format ---
+#include "OSGOSBElementFactory.h"
+#include "OSGOSBHandleEntAttachment.h"
+
+namespace OSG
+{
+namespace
+{
+[[maybe_unused]] bool const entity_element = OSBElementFactorySingleton::the()->registerElement(
+    "GeoToEntAttachment", new OSBElementCreator<OSBHandleEntAttachment>);
+} // namespace
+} // namespace OSG
 
 // --- graph operations ---
 

@@ -53,10 +53,16 @@ TEST_P(ContainerTable, TheFieldsHaveTheirIdsMasksTypesAndTexts)
 TEST_P(ContainerTable, TheTypesAreMadePointerThenFieldsThenTheTypeItself)
 {
     std::string const name = facts.name;
-    std::vector<std::string> const expected = {
-        name + "Ptr",        "SFRec" + name + "Ptr",  "SFUnrec" + name + "Ptr",
-        "SFWeak" + name + "Ptr", "SFUnrefd" + name + "Ptr", "MFRec" + name + "Ptr",
-        "MFUnrec" + name + "Ptr", "MFWeak" + name + "Ptr", "MFUnrefd" + name + "Ptr", name};
+    std::vector<std::string> const expected = {name + "Ptr",
+                                               "SFRec" + name + "Ptr",
+                                               "SFUnrec" + name + "Ptr",
+                                               "SFWeak" + name + "Ptr",
+                                               "SFUnrefd" + name + "Ptr",
+                                               "MFRec" + name + "Ptr",
+                                               "MFUnrec" + name + "Ptr",
+                                               "MFWeak" + name + "Ptr",
+                                               "MFUnrefd" + name + "Ptr",
+                                               name};
     TypeFactory const &types = TypeFactory::the();
     UInt32 id = type.getId() - 9;
     for(std::string const &one : expected)

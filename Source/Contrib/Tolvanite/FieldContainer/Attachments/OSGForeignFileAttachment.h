@@ -5,7 +5,8 @@
 namespace OSG
 {
 /// Where an imported prototype node came from: the handle in the host's repository and the file, as
-/// text. A prototype and its clones share one attachment. The file is never opened and need not exist.
+/// text. A prototype and its clones share one attachment. The file is never opened and need not
+/// exist.
 class OSG_CONTRIBTOLVANITE_API ForeignFileAttachment : public ForeignFileAttachmentBase
 {
   protected:

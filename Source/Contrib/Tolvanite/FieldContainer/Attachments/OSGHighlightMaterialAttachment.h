@@ -4,8 +4,8 @@
 
 namespace OSG
 {
-/// The material that a material group had before it was highlighted, kept for as long as the highlight
-/// is on. Counted, unrecorded; null is allowed.
+/// The material that a material group had before it was highlighted, kept for as long as the
+/// highlight is on. Counted, unrecorded; null is allowed.
 class OSG_CONTRIBTOLVANITE_API HighlightMaterialAttachment : public HighlightMaterialAttachmentBase
 {
   protected:

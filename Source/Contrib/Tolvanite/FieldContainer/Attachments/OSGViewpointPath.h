@@ -33,7 +33,8 @@ struct ViewpointRows
     bool columnsAgree() const
     {
         std::size_t const rows = size();
-        return extra.size() == rows && from.size() == rows && at.size() == rows && up.size() == rows;
+        return extra.size() == rows && from.size() == rows && at.size() == rows &&
+               up.size() == rows;
     }
     /// Whether the last row is this viewpoint; false without rows.
     bool endsWith(Pnt3f const &f, Pnt3f const &a, Vec3f const &u) const
@@ -115,7 +116,7 @@ inline std::optional<TickCursor> next_tick(TickCursor at, MField<UInt32> const &
 
 /// One tick back; none at the first and from nowhere.
 inline std::optional<TickCursor> previous_tick(TickCursor at, MField<UInt32> const &ticks,
-                                                 UInt32 rows)
+                                               UInt32 rows)
 {
     if(at.tick >= 2 && at.row >= 0 && Int64(at.row) < Int64(rows))
         return TickCursor{at.row, at.tick - 1};

@@ -142,8 +142,8 @@ void WalkConsoleAttachment::clearRecorded()
 
 TickCursor WalkConsoleAttachment::cursor() const { return {getRecordedIndex(), getTickCounter()}; }
 
-bool WalkConsoleAttachment::goToTick(std::optional<TickCursor> const &place, Pnt3f &from,
-                                     Pnt3f &at, Vec3f &up)
+bool WalkConsoleAttachment::goToTick(std::optional<TickCursor> const &place, Pnt3f &from, Pnt3f &at,
+                                     Vec3f &up)
 {
     if(!place)
         return false;

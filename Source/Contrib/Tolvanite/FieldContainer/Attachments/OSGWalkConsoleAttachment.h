@@ -11,15 +11,15 @@ namespace OSG
 /// viewpoint. It neither times nor drives a navigator: the host calls addRecorded at each tick of
 /// `TickTime` milliseconds and feeds what the stepping operations deliver into its navigator.
 ///
-/// Points and vectors are in world space. Two viewpoints are equal where no component differs by more
-/// than 1e-6. The stepping operations write their arguments only where they return true. Home is the
-/// three public fields `HomeAt`, `HomeFrom` and `HasHome`.
+/// Points and vectors are in world space. Two viewpoints are equal where no component differs by
+/// more than 1e-6. The stepping operations write their arguments only where they return true. Home
+/// is the three public fields `HomeAt`, `HomeFrom` and `HasHome`.
 class OSG_CONTRIBTOLVANITE_API WalkConsoleAttachment : public WalkConsoleAttachmentBase
 {
   public:
     // --- marks: labelled viewpoints and a cursor, which stands at one of them or nowhere ---
-    /// Appends a mark and, with `setCurrent`, sets the cursor to it. A viewpoint equal to that of the
-    /// last mark is dropped with its label, and the cursor stays.
+    /// Appends a mark and, with `setCurrent`, sets the cursor to it. A viewpoint equal to that of
+    /// the last mark is dropped with its label, and the cursor stays.
     void addMark(Pnt3f const &from, Pnt3f const &at, Vec3f const &up, std::string const &label,
                  bool setCurrent);
     /// Removes the mark at the cursor, which then stands at the one that followed, or at the last.

@@ -4,13 +4,14 @@
 
 namespace OSG
 {
-/// Shows its subtree at a constant size on the screen, however far away it stands: markers, handles.
+/// Shows its subtree at a constant size on the screen, however far away it stands: markers,
+/// handles.
 ///
-/// The user's matrix (`matrix`) places the subtree and stays as it is. What rendering and picking use
-/// is `transform`, computed for the view that was rendered last and the identity before; a core that
-/// several nodes share has the one of the node rendered last. `distance` is the size in pixels that
-/// one unit of the subtree has on the screen. The core is meant for places whose parents carry no
-/// transform of their own.
+/// The user's matrix (`matrix`) places the subtree and stays as it is. What rendering and picking
+/// use is `transform`, computed for the view that was rendered last and the identity before; a core
+/// that several nodes share has the one of the node rendered last. `distance` is the size in pixels
+/// that one unit of the subtree has on the screen. The core is meant for places whose parents carry
+/// no transform of their own.
 class OSG_CONTRIBTOLVANITE_API ConstSizeTransform : public ConstSizeTransformBase
 {
   public:
