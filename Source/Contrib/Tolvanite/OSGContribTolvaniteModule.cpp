@@ -16,6 +16,28 @@ OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20
                                             IOFileTypeBase::ReadSupported);
 } // namespace OSG
 
+// --- graph operations ---
+#include "OSGGraphOpFactory.h"
+#include "OSGGrpMergeGraphOp.h"
+#include "OSGSystemHooks.h"
+
+namespace OSG
+{
+namespace
+{
+// The factory keeps the prototype.
+template <class Operation>
+bool register_prototype()
+{
+    UnrecordedRefPtr<Operation> const prototype(Operation::create());
+    SingletonHolder<GraphOpFactoryBase>::the()->registerOp(prototype);
+    return true;
+}
+
+StaticInitFuncWrapper const register_grp_merge(&register_prototype<GrpMergeGraphOp>);
+} // namespace
+} // namespace OSG
+
 // --- where the scene graph is up already, the types above are brought up at once ---
 #include "OSGSystem.h"
 
