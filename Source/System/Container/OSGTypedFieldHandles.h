@@ -175,6 +175,19 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
     }
 
   private:
+    void replacePointer([[maybe_unused]] UInt32 index,
+                        [[maybe_unused]] FieldContainer *value) override
+    {
+        if constexpr(IsPointerField<Field>)
+        {
+            auto *const target = static_cast<typename Field::StoredType>(value);
+            if constexpr(Field::Cardinality == FieldCardinality::Single)
+                _edited.setValue(target);
+            else
+                _edited.replace(index, target);
+        }
+    }
+
     Field &_edited;
     FieldAccess _access;
 };

@@ -14,4 +14,5 @@ EditFieldHandle::~EditFieldHandle() = default;
 bool FieldHandle::isPointerField() const { return getType().getClass() != FieldClass::Value; }
 FieldContainer *GetFieldHandle::getPointer(UInt32) const { return nullptr; }
 bool EditFieldHandle::add(FieldContainer *) { return false; }
+void EditFieldHandle::replacePointer(UInt32, FieldContainer *) {}
 } // namespace OSG

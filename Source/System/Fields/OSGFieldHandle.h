@@ -69,6 +69,13 @@ class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
     /// Pointer fields: sets the pointer, or appends it to a multi field. False for another class,
     /// and where only the owner's own functions may do so, as with the children of a node.
     virtual bool add(FieldContainer *value);
+
+  private:
+    friend class DeepCloner;
+    /// Pointer fields: entry `index`, which exists, points to `value` from now on, null or a
+    /// container of the class of what it pointed to. Past the owner: for links that are its field
+    /// alone.
+    virtual void replacePointer(UInt32 index, FieldContainer *value);
 };
 
 using GetFieldHandlePtr = boost::shared_ptr<GetFieldHandle>;
