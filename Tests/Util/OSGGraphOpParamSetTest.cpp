@@ -62,7 +62,7 @@ TEST(GraphOpParamSet, OneKeyMayBeAskedForTwice)
 TEST(GraphOpParamSet, AMillionBytesOfAnythingAreWords)
 {
     std::string text;
-    for(UInt32 i = 0; i < 1000000; ++i)
+    for(unsigned i = 0; i < 1000000; ++i)
         text += static_cast<char>(i * 7919u >> 8);
     GraphOpParamSet params(text + " key=1");
     bool value = false;

@@ -19,6 +19,8 @@ OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20
 // --- graph operations ---
 #include "OSGGraphOpFactory.h"
 #include "OSGGrpMergeGraphOp.h"
+#include "OSGMrgGraphOp.h"
+#include "OSGSimplifyRenderEngineGraphOp.h"
 #include "OSGSystemHooks.h"
 
 namespace OSG
@@ -35,6 +37,8 @@ bool register_prototype()
 }
 
 StaticInitFuncWrapper const register_grp_merge(&register_prototype<GrpMergeGraphOp>);
+StaticInitFuncWrapper const register_mrg(&register_prototype<MrgGraphOp>);
+StaticInitFuncWrapper const register_simplify(&register_prototype<SimplifyRenderEngineGraphOp>);
 } // namespace
 } // namespace OSG
 

@@ -18,8 +18,13 @@ class OSG_CONTRIBTOLVANITE_API ChildEdits
     ChildEdits &operator=(ChildEdits const &) = delete;
     ~ChildEdits();
 
-    /// `node` becomes a child, behind those that are there; it leaves the parent that it has.
-    void add(Node *node) { _toAdd.emplace_back(node); }
+    /// `node` becomes a child, behind those that are there; it leaves the parent that it has. Null
+    /// is no node.
+    void add(Node *node)
+    {
+        if(node != nullptr)
+            _toAdd.emplace_back(node);
+    }
     /// `child` goes.
     void sub(Node *child) { _toSub.emplace_back(child); }
     /// All that is below `node` now becomes children, in order.
