@@ -31,6 +31,9 @@ TEST(ModuleStartUp, TheLibraryComesUpInItsOrder)
         add_types(expected, name);
     expected.push_back({StartUpKind::FileType, "obj"});
     expected.push_back({StartUpKind::SceneElement, "GeoToEntAttachment"});
+    for(char const *operation : {"GrpMerge", "Mrg", "SimplifyRenderEngine"})
+        expected.push_back({StartUpKind::InitFunction, operation});
+    add_types(expected, "EnhPassiveViewport");
     add_types(expected, "ConstSizeTransform");
     expected.push_back({StartUpKind::StateChunkClass, "ViewportTranslate"});
     add_types(expected, "ViewportTranslateChunk");

@@ -35,8 +35,34 @@ namespace
 } // namespace OSG
 
 // --- graph operations ---
+#include "OSGGraphOpFactory.h"
+#include "OSGGrpMergeGraphOp.h"
+#include "OSGMrgGraphOp.h"
+#include "OSGSimplifyRenderEngineGraphOp.h"
+#include "OSGSystemHooks.h"
+
+namespace OSG
+{
+namespace
+{
+// The factory keeps the prototype.
+template <class Operation>
+bool register_prototype()
+{
+    UnrecordedRefPtr<Operation> const prototype(Operation::create());
+    SingletonHolder<GraphOpFactoryBase>::the()->registerOp(prototype);
+    return true;
+}
+
+StaticInitFuncWrapper const grp_merge(&register_prototype<GrpMergeGraphOp>, "GrpMerge");
+StaticInitFuncWrapper const mrg(&register_prototype<MrgGraphOp>, "Mrg");
+StaticInitFuncWrapper const simplify(&register_prototype<SimplifyRenderEngineGraphOp>,
+                                     "SimplifyRenderEngine");
+} // namespace
+} // namespace OSG
 
 // --- viewport ---
+#include "OSGEnhPassiveViewportStatics.inl"
 
 // --- timer frequency: its place, before the containers below ---
 

@@ -10,8 +10,8 @@
 
 namespace OSG
 {
-/// Fields one after the other, each with a header that names it, so that what a reader does not know
-/// can be passed over. Docs/osb.md has the layout byte by byte.
+/// Fields one after the other, each with a header that names it, so that what a reader does not
+/// know can be passed over. Docs/osb.md has the layout byte by byte.
 ///
 /// `exclude` names fields to leave out: a list with blanks or commas between the names.
 class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
@@ -26,8 +26,8 @@ class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
     OSBCommonElement(OSBRootElement *root, UInt16 version);
 
     // --- reading ---
-    /// The header of the next field. False where its name is `endMarker`: there is no further field,
-    /// and nothing behind the name.
+    /// The header of the next field. False where its name is `endMarker`: there is no further
+    /// field, and nothing behind the name.
     bool readFieldHeader(std::string const &endMarker, std::string &name, std::string &typeName,
                          UInt32 &size);
     /// Takes `size` bytes and sets the field of that name from them. Pointers wait: their field is

@@ -13,10 +13,12 @@ namespace OSG
 class OSBRootElement;
 
 /// An element serves one container of a scene that is being read or written. It is made by the
-/// factory for the type name of a record (OSBElementFactory) and lives until the whole scene is done.
+/// factory for the type name of a record (OSBElementFactory) and lives until the whole scene is
+/// done.
 ///
-/// Reading: `read` of all elements in the order of the stream, then `postRead` of all, then `postMap`
-/// of all from the last to the first. Writing: `preWrite` of all, each when its container is first met, then `write` of all.
+/// Reading: `read` of all elements in the order of the stream, then `postRead` of all, then
+/// `postMap` of all from the last to the first. Writing: `preWrite` of all, each when its container
+/// is first met, then `write` of all.
 class OSG_FILEIO_API OSBElementBase : public MemObject
 {
   public:

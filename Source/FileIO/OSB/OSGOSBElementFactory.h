@@ -34,10 +34,11 @@ class OSG_FILEIO_API OSBElementFactory
   public:
     static OSBElementFactory *the();
 
-    /// Records of that type name are served by elements of `creator`, which is taken over. False, and
-    /// `creator` is deleted, where the name is taken.
+    /// Records of that type name are served by elements of `creator`, which is taken over. False,
+    /// and `creator` is deleted, where the name is taken.
     bool registerElement(std::string const &typeName, OSBElementCreatorBase *creator);
-    /// The registered element; else the generic one where a container type has that name; else null.
+    /// The registered element; else the generic one where a container type has that name; else
+    /// null.
     std::unique_ptr<OSBElementBase> createElement(std::string const &typeName,
                                                   OSBRootElement *root) const;
 

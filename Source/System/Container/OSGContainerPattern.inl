@@ -293,7 +293,9 @@ void ContainerPattern<X, XBase, Parent>::execSyncV(FieldContainer &from, BitVect
                                                    AspectOffsets &offsets, BitVector syncMode,
                                                    UInt32 syncInfo)
 {
-    execSync(static_cast<XBase *>(&from), whichField, offsets, syncMode, syncInfo);
+    // Of X, which may hide the one above.
+    static_cast<X *>(this)->execSync(static_cast<XBase *>(&from), whichField, offsets, syncMode,
+                                     syncInfo);
 }
 
 template <class X, class XBase, class Parent>

@@ -152,14 +152,14 @@ void FieldContainer::die()
 
 void FieldContainer::deregister(UInt32 id)
 {
-    UInt32 const aspect = Thread::getCurrentAspect();
-    onDestroyAspect(id, aspect);
-    if(_aspectStore != nullptr)
+    AspectStore *const store = _aspectStore;
+    onDestroyAspect(id, store != nullptr ? store->aspectOf(this) : Thread::getCurrentAspect());
+    if(store != nullptr)
     {
-        AspectStore *const store = _aspectStore;
+        if(ChangeLog::isAnyOpen())
+            Thread::getCurrentChangeList()->addEnded(this);
         _aspectStore = nullptr;
-        store->setPtrForAspect(nullptr, aspect);
-        if(store->getRefCount() == 1)
+        if(store->removePtr(this))
         {
             onDestroy(id);
             FieldContainerFactoryBase::the()->deregisterContainer(id);
@@ -237,8 +237,7 @@ void FieldContainer::abandon()
 {
     if(_aspectStore != nullptr)
     {
-        _aspectStore->setPtrForAspect(nullptr, Thread::getCurrentAspect());
-        if(_aspectStore->getRefCount() == 1)
+        if(_aspectStore->removePtr(this))
             FieldContainerFactoryBase::the()->deregisterContainer(_id);
     }
     delete this;

@@ -139,6 +139,22 @@ std::vector<UInt32> FieldContainerFactoryBase::getIds() const
     return ids;
 }
 
+std::vector<AspectStore *> FieldContainerFactoryBase::holdStores() const
+{
+    std::lock_guard<std::mutex> hold(_data->guard);
+    std::vector<AspectStore *> stores;
+    stores.reserve(_data->places.size());
+    for(Data::Place const &place : _data->places)
+    {
+        if(AspectStore *const store = place.store())
+        {
+            store->addRef();
+            stores.push_back(store);
+        }
+    }
+    return stores;
+}
+
 FieldContainerType *FieldContainerFactoryBase::findType(char const *name) const
 {
     return dynamic_cast<FieldContainerType *>(TypeFactory::the().findType(name));

@@ -12,6 +12,7 @@
 
 namespace OSG
 {
+class AspectStore;
 class FieldContainer;
 class FieldContainerType;
 
@@ -34,6 +35,8 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     UInt32 getNumContainers() const;
     /// The ids that are given, ascending.
     std::vector<UInt32> getIds() const;
+    /// The aspect stores of all containers, by ascending id; the caller releases each.
+    std::vector<AspectStore *> holdStores() const;
 
     // --- types ---
     /// Null where no container type has that name.

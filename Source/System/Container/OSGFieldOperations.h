@@ -137,12 +137,12 @@ void field_from_bin(ExceptionBinaryDataHandler &handler,
 
 // --- between the aspects ---
 
-/// The copy of `container` in the calling thread's aspect.
+/// The copy of `container` in the calling thread's aspect; null where it has none there.
 template <class T>
 T *in_this_aspect(T *container)
 {
     if(container == nullptr || container->getAspectStore() == nullptr)
-        return container;
+        return nullptr;
     return static_cast<T *>(container->getAspectStore()->getPtr(Thread::getCurrentAspect()));
 }
 

@@ -21,7 +21,6 @@ struct ContainerFacts
     char const *name;
     char const *parent;
     char const *group;
-    unsigned nextId;
     char const *folder; // of its description, below the library's
     char const *prose;
     std::vector<FieldFacts> fields;

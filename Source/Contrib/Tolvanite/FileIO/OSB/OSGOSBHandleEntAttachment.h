@@ -13,8 +13,8 @@ namespace OSG
 /// There "Geo" and "Ent" are a 32-bit count and as many 32-bit numbers, which are widened to the 64
 /// bits of today's fields, whatever type and size the field's header tells. Two fields of one name
 /// are joined. Writing uses the layout of all containers, with 64-bit numbers: what it writes with
-/// values cannot be read back by it. Today's attachments are stored under their own type name and do
-/// not come to this element.
+/// values cannot be read back by it. Today's attachments are stored under their own type name and
+/// do not come to this element.
 class OSG_CONTRIBTOLVANITE_API OSBHandleEntAttachment : public OSBCommonElement
 {
   public:
