@@ -110,7 +110,10 @@ bool DeepCloner::relink(FieldContainer &copy, UInt32 fieldId, UInt32 index, Fiel
     // What hangs together by more than this field is linked and unlinked by its classes.
     if(target == nullptr && copy.unlinkChild(old, field))
         return false;
-    if(target == nullptr || !target->linkParent(&copy, field))
+    // An entry of a list keeps its place.
+    bool const isSingle = copy.getFieldDescription(fieldId)->getFieldType().getCardinality() ==
+                          FieldCardinality::Single;
+    if(target == nullptr || !isSingle || !target->linkParent(&copy, field))
         copy.editField(fieldId)->replacePointer(index, target);
     return true;
 }
