@@ -30,8 +30,8 @@ OutputFile::OutputFile(std::string const &target)
 {
     fs::path const path = without_links(target);
     _target = path.string();
-    _beside = (path.parent_path() / ("." + path.filename().string() + "." +
-                                     std::to_string(getpid()) + ".part"))
+    _beside = (path.parent_path() /
+               ("." + path.filename().string() + "." + std::to_string(getpid()) + ".part"))
                   .string();
     if(can_be_replaced(path))
         _out.open(_beside, std::ios::binary | std::ios::trunc);

@@ -5,8 +5,8 @@
 
 namespace Tool
 {
-/// A file that takes its target's place only when it is complete. Until then it lies beside it under
-/// another name; one that was not finished goes without a trace.
+/// A file that takes its target's place only when it is complete. Until then it lies beside it
+/// under another name; one that was not finished goes without a trace.
 class OutputFile
 {
   public:

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "OSGActionBase.h"
 #include "OSGConstSizeTransformBase.h"
 
 namespace OSG
 {
+class Action;
+
 /// Shows its subtree at a constant size on the screen, however far away it stands: markers,
 /// handles.
 ///
@@ -24,6 +27,12 @@ class OSG_CONTRIBTOLVANITE_API ConstSizeTransform : public ConstSizeTransformBas
     ConstSizeTransform() = default;
     ConstSizeTransform(ConstSizeTransform const &) = default;
     ~ConstSizeTransform() override;
+
+    /// Registers the functions below at the actions that know them, when all types are up.
+    static void initMethod(TypeBase::InitPhase phase);
+    /// Carry the ray of an IntersectAction through `transform` and back.
+    ActionBase::ResultE intersectEnter(Action *action);
+    ActionBase::ResultE intersectLeave(Action *action);
 
     friend Pattern;
 };
