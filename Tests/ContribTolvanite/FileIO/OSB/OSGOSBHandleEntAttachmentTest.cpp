@@ -151,9 +151,9 @@ TEST_F(OSBHandleEnt, WithoutAContainerWritingIsOneWarningAndNoByte)
     element.preWrite(nullptr);
     element.write();
     EXPECT_TRUE(out.getBytes().empty());
-    EXPECT_EQ(log.texts(LOG_WARNING),
-              std::vector<std::string>{
-                  "OSBHandleEntAttachment::write: Attempt to write nullptr.\n"});
+    EXPECT_EQ(
+        log.texts(LOG_WARNING),
+        std::vector<std::string>{"OSBHandleEntAttachment::write: Attempt to write nullptr.\n"});
 }
 
 TEST_F(OSBHandleEnt, WritingUsesTheLayoutOfTodayWithSixtyFourBits)

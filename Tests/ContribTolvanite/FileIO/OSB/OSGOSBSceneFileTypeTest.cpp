@@ -61,9 +61,8 @@ TEST(OSBSceneFileType, ChildrenKeepTheirOrderAndNames)
 
 TEST(OSBSceneFileType, WhatIsSharedIsStoredOnceAndSharedAgain)
 {
-    GeometryPtr const geometry = make_geometry(
-        one_primitive(TrianglesPrimitive, {Pnt3f(0.f, 0.f, 0.f), Pnt3f(1.f, 0.f, 0.f),
-                                           Pnt3f(0.f, 1.f, 0.f)}));
+    GeometryPtr const geometry = make_geometry(one_primitive(
+        TrianglesPrimitive, {Pnt3f(0.f, 0.f, 0.f), Pnt3f(1.f, 0.f, 0.f), Pnt3f(0.f, 1.f, 0.f)}));
     NodePtr const root = make_group({make_node(geometry), make_node(geometry)});
     NodePtr const back = through_osb(root);
     ASSERT_NE(back, nullptr);
@@ -75,9 +74,8 @@ TEST(OSBSceneFileType, WhatIsSharedIsStoredOnceAndSharedAgain)
 
 TEST(OSBSceneFileType, VolumesAreFoundAnew)
 {
-    GeometryPtr const geometry = make_geometry(
-        one_primitive(TrianglesPrimitive, {Pnt3f(0.f, 0.f, 0.f), Pnt3f(1.f, 0.f, 0.f),
-                                           Pnt3f(0.f, 1.f, 0.f)}));
+    GeometryPtr const geometry = make_geometry(one_primitive(
+        TrianglesPrimitive, {Pnt3f(0.f, 0.f, 0.f), Pnt3f(1.f, 0.f, 0.f), Pnt3f(0.f, 1.f, 0.f)}));
     NodePtr const root = make_group({make_node(geometry)});
     root->editVolume().setBounds(Pnt3f(-9.f, -9.f, -9.f), Pnt3f(9.f, 9.f, 9.f));
     NodePtr const back = through_osb(root);
@@ -151,7 +149,8 @@ TEST(OSBSceneFileType, AChainOfAHundredThousandGroupsComesBack)
         root = make_group({root});
     NodePtr const back = through_osb(root);
     UInt32 depth = 0;
-    for(Node const *at = back; at != nullptr; at = at->getNChildren() != 0 ? at->getChild(0) : nullptr)
+    for(Node const *at = back; at != nullptr;
+        at = at->getNChildren() != 0 ? at->getChild(0) : nullptr)
         ++depth;
     EXPECT_EQ(depth, Depth);
 }
@@ -237,8 +236,16 @@ std::vector<BadFile> bad_files()
         {"a child twice", begin().record("Node").children({2, 2}).end().record("Node").end().end(),
          "a node has two parents"},
         {"a cycle beside the tree",
-         begin().record("Node").end().record("Node").children({3}).end().record("Node").children(
-             {2}).end().end(),
+         begin()
+             .record("Node")
+             .end()
+             .record("Node")
+             .children({3})
+             .end()
+             .record("Node")
+             .children({2})
+             .end()
+             .end(),
          "a node is its own ancestor"},
     };
 }
