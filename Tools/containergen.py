@@ -14,7 +14,8 @@ Attributes of the element FieldContainer that count here: name, parent, structur
 not continue the parent's). Those of Field:
 name, type, cardinality, visibility, access ("public"; "owner": read by everybody, written by the
 class's own functions; "protected": both are the class's own), defaultValue, and category: "pointer"
-(counted unrecorded), "weak" or "child" for fields whose type ends in Ptr.
+(counted unrecorded), "recorded", "weak", "unreferenced" or "child" for fields whose type ends in
+Ptr.
 """
 
 import argparse
@@ -28,7 +29,8 @@ VALUE_TYPES = {
     "Pnt3f", "Vec2f", "Vec3f", "Color3f", "Color4f", "Matrix", "BoxVolume",
 }
 NUMBERS = {"UInt8", "UInt16", "UInt32", "UInt64", "Int32", "Real32", "bool"}
-POLICIES = {"pointer": "UnrecordedRefCountPolicy", "weak": "WeakRefCountPolicy"}
+POLICIES = {"pointer": "UnrecordedRefCountPolicy", "recorded": "RecordedRefCountPolicy",
+            "weak": "WeakRefCountPolicy", "unreferenced": "NoRefCountPolicy"}
 
 
 class DescriptionError(Exception):

@@ -89,7 +89,7 @@ UInt32 ReflexiveContainerType::getNumFieldDescs() const
 
 UInt32 ReflexiveContainerType::addInitialDesc(FieldDescriptionBase *description)
 {
-    if(!description->isValid())
+    if(description == nullptr || !description->isValid())
     {
         delete description;
         return 0;
