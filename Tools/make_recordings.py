@@ -108,7 +108,7 @@ def cad_orthographic():
 
 def fly():
     recording = Recording("A flight through the pavilion's door", "perspective 60",
-                          ("3 1.7 13", "0 1.7 0", "0 1 0"), 0.15, 0.05)
+                          ("1.2 1.7 13", "-0.8 1.7 0", "0 1 0"), 0.15, 0.05)
     recording.at(320, 240).drag(LEFT, 338, 246, 30)
     recording.key(0)
     recording.key(1)
@@ -127,7 +127,7 @@ def fly():
 
 def copter():
     recording = Recording("A helicopter about the pavilion", "perspective 60",
-                          ("0 2 16", "0 1.5 0", "0 1 0"), 0.6, 0.05)
+                          ("0 2 16", "0 1.5 0", "0 1 0"), 1.2, 0.05)
     # Towards the pointer: on with the left button, off with any, back with the right one.
     recording.at(320, 240).click(LEFT)
     recording.path("hover", 420, 200, 4)
