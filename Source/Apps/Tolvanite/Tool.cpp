@@ -49,6 +49,7 @@ int runTool(int argc, char const *const *argv, Streams streams)
     addSelectCommand(program, chosen);
     addOpsCommand(program, chosen);
     addConvertCommand(program, chosen);
+    addReplayCommand(program, chosen);
     addFormatsCommand(program, chosen);
     addTypesCommand(program, chosen);
 
