@@ -33,16 +33,7 @@ inline std::vector<FieldContainerType *> concrete_types()
 }
 
 /// The fields of a type, its parents' before its own.
-inline FieldList fields_of(FieldContainerType const &type)
-{
-    FieldList fields;
-    for(TypeBase const *at = &type; at != nullptr; at = at->getParent())
-    {
-        auto const &own = static_cast<ReflexiveContainerType const *>(at)->getOwnFieldDescs();
-        fields.insert(fields.begin(), own.begin(), own.end());
-    }
-    return fields;
-}
+inline FieldList fields_of(FieldContainerType const &type) { return type.getFieldDescs(); }
 
 inline BitVector all_fields_mask(FieldContainerType const &type)
 {
@@ -150,7 +141,7 @@ inline ContainerPtr make_target(FieldDescriptionBase const &field, UInt32 varian
 /// Of the flag at `index`, true beyond the last one.
 inline std::string opposite(FieldValue const &flags, UInt32 index)
 {
-    return index < flags.texts.size() && flags.texts[index] == "true" ? "false" : "true";
+    return index < flags.texts.size() && flags.texts[index] == "TRUE" ? "FALSE" : "TRUE";
 }
 
 /// Puts something other than the default into every field: pointer fields get containers, which

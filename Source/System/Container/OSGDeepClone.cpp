@@ -168,17 +168,9 @@ DeepCloner::pointerFieldsOf(FieldContainerType const &type)
     if(!isNew)
         return entry->second;
     std::vector<FieldDescriptionBase const *> &fields = entry->second;
-    for(TypeBase const *at = &type; at != nullptr; at = at->getParent())
-    {
-        std::vector<FieldDescriptionBase const *> own;
-        for(FieldDescriptionBase const *field :
-            static_cast<ReflexiveContainerType const *>(at)->getOwnFieldDescs())
-        {
-            if(field->getFieldType().getClass() != FieldClass::Value)
-                own.push_back(field);
-        }
-        fields.insert(fields.begin(), own.begin(), own.end());
-    }
+    fields = type.getFieldDescs();
+    std::erase_if(fields, [](FieldDescriptionBase const *field)
+                  { return field->getFieldType().getClass() == FieldClass::Value; });
     return fields;
 }
 

@@ -29,6 +29,8 @@ class OSG_SYSTEM_API ReflexiveContainerType : public DataType
     FieldDescriptionBase const *getFieldDesc(char const *name) const;
     /// The type's own fields in id order, without the parents'.
     std::vector<FieldDescriptionBase *> const &getOwnFieldDescs() const { return _own; }
+    /// All fields in id order, the parents' first.
+    std::vector<FieldDescriptionBase const *> getFieldDescs() const;
     /// Number of fields, the parents' included.
     UInt32 getNumFieldDescs() const;
 

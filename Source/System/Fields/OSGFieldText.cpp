@@ -74,12 +74,14 @@ bool value_from_text(char const *text, std::string &value)
     return true;
 }
 
-void value_to_text(OutStream &out, bool const &value) { out << (value ? "true" : "false"); }
+void value_to_text(OutStream &out, bool const &value) { out << (value ? "TRUE" : "FALSE"); }
 bool value_from_text(char const *text, bool &value)
 {
-    if(std::strcmp(text, "true") == 0 || std::strcmp(text, "1") == 0)
+    // Descriptions write their defaults in small letters.
+    auto const is = [text](char const *other) { return std::strcmp(text, other) == 0; };
+    if(is("TRUE") || is("true") || is("1"))
         value = true;
-    else if(std::strcmp(text, "false") == 0 || std::strcmp(text, "0") == 0)
+    else if(is("FALSE") || is("false") || is("0"))
         value = false;
     else
         return false;
