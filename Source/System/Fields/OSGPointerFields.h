@@ -7,9 +7,8 @@
 /// A pointer field is not copied with its container: it starts empty in the copy, and `onCreate`
 /// fills it, so that references are taken by the copy itself.
 
-#include <vector>
-
 #include "OSGFields.h"
+#include "OSGPointerList.h"
 #include "OSGRefCountPolicies.h"
 
 namespace OSG
@@ -48,7 +47,7 @@ class OSG_SYSTEM_API PointerMFieldBase
     PointerMFieldBase &operator=(PointerMFieldBase const &) = delete;
     ~PointerMFieldBase() = default;
 
-    UInt32 size() const { return static_cast<UInt32>(_values.size()); }
+    UInt32 size() const { return _values.size(); }
     bool empty() const { return _values.empty(); }
     void reserve(UInt32 count) { _values.reserve(count); }
     FieldContainer *getPointer(UInt32 index) const { return _values[index]; }
@@ -59,7 +58,7 @@ class OSG_SYSTEM_API PointerMFieldBase
     void copyToBin(ExceptionBinaryDataHandler &handler) const;
 
   protected:
-    using Values = std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
+    using Values = PointerList<FieldContainer>;
     Values _values;
 };
 
@@ -184,8 +183,8 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     T *operator[](UInt32 index) const { return pointer_by<Policy, T>(_values[index]); }
     T *front() const { return pointer_by<Policy, T>(_values.front()); }
     T *back() const { return pointer_by<Policy, T>(_values.back()); }
-    const_iterator begin() const { return const_iterator(_values.data()); }
-    const_iterator end() const { return const_iterator(_values.data() + _values.size()); }
+    const_iterator begin() const { return const_iterator(_values.begin()); }
+    const_iterator end() const { return const_iterator(_values.end()); }
 
     void push_back(T *value)
     {
@@ -195,27 +194,27 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     /// Before the entry at `index`, which may be size().
     void insert(UInt32 index, T *value)
     {
-        _values.insert(_values.begin() + index, value);
+        _values.insert(index, value);
         Policy::addRef(static_cast<FieldContainer *>(value));
     }
     void replace(UInt32 index, T *value)
     {
-        Policy::addRef(static_cast<FieldContainer *>(value));
         FieldContainer *const old = _values[index];
-        _values[index] = value;
+        _values.set(index, value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
         Policy::subRef(old);
     }
     /// New entries are null.
     void resize(UInt32 size)
     {
         while(_values.size() > size)
-            erase(static_cast<UInt32>(_values.size()) - 1);
-        _values.resize(size, nullptr);
+            erase(_values.size() - 1);
+        _values.resize(size);
     }
     void erase(UInt32 index)
     {
         FieldContainer *const old = _values[index];
-        _values.erase(_values.begin() + index);
+        _values.erase(index);
         Policy::subRef(old);
     }
     void clear()
@@ -225,12 +224,7 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
             Policy::subRef(value);
     }
     /// Empties the field and hands the pointers with their references to the caller.
-    [[nodiscard]] Values takeValues()
-    {
-        Values old;
-        old.swap(_values);
-        return old;
-    }
+    [[nodiscard]] Values takeValues() { return std::move(_values); }
 
     static FieldType const &getClassType()
     {
