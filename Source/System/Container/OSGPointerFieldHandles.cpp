@@ -1,6 +1,8 @@
 #include "OSGPointerFieldHandles.h"
 
 #include "OSGDeepClone.h"
+#include "OSGFieldContainerFactory.h"
+#include "OSGFieldText.h"
 #include "OSGLog.h"
 
 namespace OSG
@@ -33,6 +35,37 @@ std::vector<UnrecordedRefPtr<FieldContainer>> hold_pointers(GetFieldHandle const
 UInt16 EditPointerFieldHandle::fieldId() const
 {
     return static_cast<UInt16>(_description->getFieldId());
+}
+
+bool EditPointerFieldHandle::readPointer(char const *text, FieldContainer *&pointer) const
+{
+    UInt32 id = 0;
+    if(!value_from_text(text, id))
+        return false;
+    pointer = id != 0 ? FieldContainerFactoryBase::the()->getMappedContainer(id) : nullptr;
+    return id == 0 ||
+           (pointer != nullptr && pointer->getType().isDerivedFrom(pointed_to(getType())));
+}
+
+bool EditPointerFieldHandle::pushIndexedValueFromCString(char const *text, UInt32 index)
+{
+    FieldContainer *pointer = nullptr;
+    if(index >= size() || isChildField() || !readPointer(text, pointer))
+        return false;
+    if(is_single(getType()))
+        setSingle(pointer);
+    else
+        replacePointer(index, pointer);
+    return true;
+}
+
+bool EditPointerFieldHandle::insertIndexedValueFromCString(char const *text, UInt32 index)
+{
+    FieldContainer *pointer = nullptr;
+    if(is_single(getType()) || index != size() || !readPointer(text, pointer))
+        return false;
+    append(pointer, nullptr);
+    return true;
 }
 
 bool EditPointerFieldHandle::isShareable(FieldType const &from, FieldType const &to)

@@ -50,6 +50,13 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
     using EditFieldHandle::EditFieldHandle;
     ~EditPointerFieldHandle() override;
 
+    // --- text: the id of a container, as of FieldContainerFactoryBase::getMappedContainer ---
+    /// 0 is null. False where no container of the field's class has the id, and for children, which
+    /// do not take each other's places.
+    bool pushIndexedValueFromCString(char const *text, UInt32 index) override;
+    /// Appends: `index` is size(). A child leaves the parent that it has.
+    bool insertIndexedValueFromCString(char const *text, UInt32 index) override;
+
     /// The field points to what the source points to. Children belong to one parent: a child field
     /// has no legal source.
     bool shareValues(GetFieldHandlePtr const &source) override;
@@ -75,6 +82,7 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
     virtual void erasePointer(UInt32 index) = 0;
 
   private:
+    bool readPointer(char const *text, FieldContainer *&pointer) const;
     bool isLegal(GetFieldHandlePtr const &source, char const *operation) const;
     bool cloneBy(class DeepCloner &cloner, GetFieldHandle const &source);
     void setSingle(FieldContainer *target);

@@ -144,7 +144,7 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, typename HandleBases<Fi
     bool pushIndexedValueFromCString(char const *text, UInt32 index) override
     {
         if constexpr(IsPointerField<Field>)
-            return false;
+            return Handle::pushIndexedValueFromCString(text, index);
         else if constexpr(Field::Cardinality == FieldCardinality::Single)
             return index == 0 && value_from_text(text, _edited.getValue());
         else
@@ -160,7 +160,9 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, typename HandleBases<Fi
 
     bool insertIndexedValueFromCString(char const *text, UInt32 index) override
     {
-        if constexpr(IsPointerField<Field> || Field::Cardinality == FieldCardinality::Single)
+        if constexpr(IsPointerField<Field>)
+            return Handle::insertIndexedValueFromCString(text, index);
+        else if constexpr(Field::Cardinality == FieldCardinality::Single)
             return false;
         else
         {
