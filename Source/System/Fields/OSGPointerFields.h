@@ -51,6 +51,7 @@ class OSG_SYSTEM_API PointerMFieldBase
     bool empty() const { return _values.empty(); }
     void reserve(UInt32 count) { _values.reserve(count); }
     FieldContainer *getPointer(UInt32 index) const { return _values[index]; }
+    FieldContainer *operator[](UInt32 index) const { return getPointer(index); }
     /// Place of the first entry that points to `container`, -1 where there is none.
     Int32 findIndex(FieldContainer const *container) const;
 
