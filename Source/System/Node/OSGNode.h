@@ -74,10 +74,10 @@ class OSG_SYSTEM_API Node : public NodeBase
     void takeOut(UInt32 index);
     void orphanChildren();
     void syncChildren(Node const &source);
-    bool isBelow(Node const *ancestor) const;
+    bool isBelow(Node const *other) const;
 
     Node *_parent = nullptr;
     UInt32 _coreSlot = 0;          // place of this node in the core's parent list
-    mutable UInt32 _childSlot = 0; // where the parent last had it among its children
+    mutable UInt32 _childSlot = 0; // where the parent last had it, see PointerList
 };
 } // namespace OSG
