@@ -58,9 +58,7 @@ inline bool is_counted(FieldDescriptionBase const &field)
 /// A field whose entries have the owner as their one parent.
 inline bool is_child_field(FieldDescriptionBase const &field, FieldContainer const &owner)
 {
-    ContainerPtr const copy(owner.shallowCopy());
-    return is_multi(field) && is_pointer(field) &&
-           copy->getField(field.getFieldId())->size() < owner.getField(field.getFieldId())->size();
+    return owner.getField(field.getFieldId())->isChildField();
 }
 
 /// A value other than the default for each value type, as text; `variant` tells them apart.

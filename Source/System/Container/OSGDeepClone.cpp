@@ -107,8 +107,8 @@ void DeepCloner::copyPointers(FieldContainer const &source, FieldContainer &copy
     UInt32 const id = field.getFieldId();
     GetFieldHandlePtr const from = source.getField(id);
     UInt32 const size = from->size();
-    // Where the copy has no entries they are children: they do not come with a copy.
-    bool const isChildField = copy.getField(id)->size() < size;
+    // Children do not come with a copy.
+    bool const isChildField = from->isChildField();
     UInt32 gone = 0;
     for(UInt32 i = 0; i < size; ++i)
     {

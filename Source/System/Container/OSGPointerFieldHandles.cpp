@@ -35,11 +35,15 @@ UInt16 EditPointerFieldHandle::fieldId() const
     return static_cast<UInt16>(_description->getFieldId());
 }
 
+bool EditPointerFieldHandle::isShareable(FieldType const &from, FieldType const &to)
+{
+    return from.getClass() != FieldClass::Value && to.getClass() != FieldClass::Value &&
+           is_single(from) == is_single(to) && pointed_to(from).isDerivedFrom(pointed_to(to));
+}
+
 bool EditPointerFieldHandle::isLegal(GetFieldHandlePtr const &source, char const *operation) const
 {
-    if(source != nullptr && source->isValid() && source->isPointerField() &&
-       is_single(source->getType()) == is_single(getType()) &&
-       pointed_to(source->getType()).isDerivedFrom(pointed_to(getType())))
+    if(source != nullptr && source->isValid() && isShareable(source->getType(), getType()))
         return true;
     OSG_LOG_WARNING("%s illegal source for %s\n", operation, getName().c_str());
     return false;

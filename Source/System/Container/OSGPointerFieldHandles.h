@@ -62,11 +62,12 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
                        NameList const &ignoreTypes = {}, NameList const &shareGroups = {},
                        NameList const &ignoreGroups = {}) override;
 
+    /// Whether a field of the type `from` is a legal source for one of the type `to`.
+    static bool isShareable(FieldType const &from, FieldType const &to);
+
   protected:
     friend class DeepCloner;
 
-    /// Whether an entry has the container as its one parent.
-    virtual bool isChildField() const = 0;
     virtual FieldContainer *pointerAt(UInt32 index) const = 0;
     // The field alone: for links that are nothing besides. Values are of the field's class or null.
     virtual void replacePointer(UInt32 index, FieldContainer *value) = 0;

@@ -53,6 +53,11 @@ class FieldHandleOn : public Base
             return static_cast<UInt32>(_field.size());
     }
 
+    bool isChildField() const override
+    {
+        return IsPointerField<Field> && !IsCopiedPointerField<Field>;
+    }
+
     bool equal(FieldHandle const &other) const override
     {
         if(&other.getType() != &this->getType() || other.size() != size())
@@ -241,7 +246,6 @@ class TypedEditPointerHandle : public TypedEditFieldHandle<Field>
     static constexpr bool IsSingle = Field::Cardinality == FieldCardinality::Single;
     using Stored = typename Field::StoredType;
 
-    bool isChildField() const override { return !IsCopiedPointerField<Field>; }
     FieldContainer *pointerAt([[maybe_unused]] UInt32 index) const override
     {
         if constexpr(IsSingle)

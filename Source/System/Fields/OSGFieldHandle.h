@@ -30,6 +30,8 @@ class OSG_SYSTEM_API FieldHandle
     FieldContainer *getContainer() const { return _container; }
     bool isValid() const { return _description != nullptr && _container != nullptr; }
     bool isPointerField() const;
+    /// A pointer field whose entries have the container as their one parent.
+    virtual bool isChildField() const;
 
     /// Number of values: 1 for a single field.
     virtual UInt32 size() const = 0;

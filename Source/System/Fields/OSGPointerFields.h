@@ -200,9 +200,9 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     }
     void replace(UInt32 index, T *value)
     {
-        Policy::addRef(static_cast<FieldContainer *>(value));
         FieldContainer *const old = _values[index];
         _values.set(index, value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
         Policy::subRef(old);
     }
     /// New entries are null.
