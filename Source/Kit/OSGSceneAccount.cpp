@@ -10,7 +10,7 @@
 #include "OSGImage.h"
 #include "OSGMaterialChunkOverrideGroup.h"
 #include "OSGMaterialGroup.h"
-#include "OSGNodeWalker.h"
+#include "OSGReachableNodes.h"
 #include "OSGSimpleTexturedMaterial.h"
 #include "OSGSwitchMaterial.h"
 #include "OSGTextureObjChunk.h"
@@ -48,32 +48,18 @@ UInt64 points_of(Geometry const &geometry)
     return count;
 }
 
-/// Counts nodes as they are entered, once each.
+/// Counts what hangs on nodes; each node comes once.
 class Counter
 {
   public:
-    bool enter(Node *node)
+    void count(Node *node)
     {
-        if(!_nodes.insert(node).second)
-            return false;
+        ++_account.nodes;
         countCore(node->getCore());
-        return true;
-    }
-    void leave(Node *) {}
-
-    /// A tree that was named elsewhere and waits to be walked; null for none.
-    Node *takeOtherTree()
-    {
-        if(_otherTrees.empty())
-            return nullptr;
-        Node *const tree = _otherTrees.back();
-        _otherTrees.pop_back();
-        return tree;
     }
 
     SceneAccount finish()
     {
-        _account.nodes = _nodes.size();
         _account.geometries = _geometries.size();
         _account.materials = _materials.size();
         _account.images = _images.size();
@@ -86,8 +72,6 @@ class Counter
         if(core == nullptr)
             return;
         ++_account.cores[core->getType().getCName()];
-        if(Node *const other = core->getOtherTree())
-            _otherTrees.push_back(other);
         if(auto *const geometry = dynamic_cast<Geometry *>(core))
             countGeometry(*geometry);
         else if(auto *const group = dynamic_cast<MaterialGroup *>(core))
@@ -151,20 +135,17 @@ class Counter
     }
 
     SceneAccount _account;
-    std::unordered_set<Node *> _nodes;
     std::unordered_map<Geometry *, Parts> _geometries;
     std::unordered_set<GeoVectorProperty *> _positions;
     std::unordered_set<Material *> _materials;
     std::unordered_set<Image *> _images;
-    std::vector<Node *> _otherTrees;
 };
 } // namespace
 
 SceneAccount account_of(Node *root)
 {
     Counter counter;
-    for(Node *tree = root; tree != nullptr; tree = counter.takeOtherTree())
-        walk_children(tree, counter);
+    for_each_reachable_node(root, [&counter](Node *node) { counter.count(node); });
     SceneAccount account = counter.finish();
     if(root != nullptr)
     {

@@ -10,7 +10,8 @@ StateChunk *ChunkMaterial::find(FieldContainerType const &type, Int32 slot) cons
 {
     for(UInt32 i = 0; i < _mfChunks.size(); ++i)
     {
-        if(_mfChunks[i]->getType() == type && (slot == AutoSlot || _mfSlots[i] == slot))
+        if(_mfChunks[i] != nullptr && _mfChunks[i]->getType() == type &&
+           (slot == AutoSlot || (i < _mfSlots.size() && _mfSlots[i] == slot)))
             return _mfChunks[i];
     }
     return nullptr;
@@ -36,12 +37,18 @@ bool ChunkMaterial::addChunk(StateChunk *chunk, Int32 slot)
 
 bool ChunkMaterial::subChunk(StateChunk *chunk)
 {
-    Int32 const index = _mfChunks.findIndex(chunk);
+    return chunk != nullptr && unlinkChild(chunk, ChunksFieldId);
+}
+
+bool ChunkMaterial::unlinkChild(FieldContainer *child, UInt16 fieldId)
+{
+    Int32 const index = fieldId == ChunksFieldId ? _mfChunks.findIndex(child) : -1;
     if(index < 0)
-        return false;
+        return ChunkMaterialBase::unlinkChild(child, fieldId);
     markEdited(ChunksFieldMask | SlotsFieldMask);
     _mfChunks.erase(static_cast<UInt32>(index));
-    _mfSlots.erase(_mfSlots.begin() + index);
+    if(static_cast<UInt32>(index) < _mfSlots.size())
+        _mfSlots.erase(_mfSlots.begin() + index);
     return true;
 }
 } // namespace OSG

@@ -17,6 +17,7 @@ class OSG_STATE_API ChunkMaterial : public ChunkMaterialBase
     bool subChunk(StateChunk *chunk);
     /// The chunk of exactly that type in that slot, in any for AutoSlot; null where there is none.
     StateChunk *find(FieldContainerType const &type, Int32 slot = AutoSlot) const;
+    bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
 
   protected:
     ChunkMaterial() = default;

@@ -2,6 +2,7 @@
 
 #include "OSGLog.h"
 #include "OSGRenderActionBase.h"
+#include "OSGWindow.h"
 
 namespace OSG
 {
@@ -22,5 +23,14 @@ void Viewport::render(RenderActionBase *action)
         return;
     action->setTravMask(getTravMask());
     action->apply(getRoot());
+}
+
+bool Viewport::linkParent(FieldContainer *parent, UInt16 fieldId)
+{
+    auto *const window = fieldId == Window::PortsFieldId ? dynamic_cast<Window *>(parent) : nullptr;
+    if(window == nullptr)
+        return ViewportBase::linkParent(parent, fieldId);
+    window->addPort(this);
+    return true;
 }
 } // namespace OSG

@@ -15,6 +15,8 @@ class OSG_WINDOW_API Viewport : public ViewportBase
     /// or root is missing, the first of them in this order is logged as a warning and nothing is
     /// done.
     void render(RenderActionBase *action) override;
+    /// Appends this to the views of a window.
+    bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 
   protected:
     Viewport() = default;

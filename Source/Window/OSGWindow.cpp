@@ -33,7 +33,7 @@ bool Window::unlinkChild(FieldContainer *child, UInt16 fieldId)
 {
     Int32 const index = fieldId == PortsFieldId ? _mfPorts.findIndex(child) : -1;
     if(index < 0)
-        return false;
+        return WindowBase::unlinkChild(child, fieldId);
     markEdited(PortsFieldMask);
     getPort(static_cast<UInt32>(index))->_parent = nullptr;
     _mfPorts.erase(static_cast<UInt32>(index));

@@ -52,6 +52,8 @@ CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
 void addInfoCommand(CLI::App &program, ChosenCommand &chosen);
 void addDumpCommand(CLI::App &program, ChosenCommand &chosen);
 void addSelectCommand(CLI::App &program, ChosenCommand &chosen);
+void addOpsCommand(CLI::App &program, ChosenCommand &chosen);
+void addConvertCommand(CLI::App &program, ChosenCommand &chosen);
 void addReplayCommand(CLI::App &program, ChosenCommand &chosen);
 void addFormatsCommand(CLI::App &program, ChosenCommand &chosen);
 void addTypesCommand(CLI::App &program, ChosenCommand &chosen);

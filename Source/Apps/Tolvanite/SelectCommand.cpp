@@ -9,6 +9,7 @@
 #include "OSGName.h"
 #include "OSGSelectionAction.h"
 #include "OSGSimpleSelectionFunctor.h"
+#include "Operations.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
 #include "ValueJson.h"
@@ -28,6 +29,7 @@ struct SelectOptions : SceneOptions
     SelectionFunctor::PlaneType plane = SelectionFunctor::NearPlane;
     SelectionFunctor::HitType hits = SelectionFunctor::FrontHits;
     bool fast = false;
+    std::vector<Operation> operations;
 };
 
 std::map<std::string, OSG::UInt32> const kind_names = {
@@ -112,15 +114,14 @@ void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit, OSG::Node co
 }
 
 void write_selection(JsonWriter &json, SelectOptions const &options, Selection const &selection,
-                     OSG::Node const *root)
+                     OperationsResult const &operations, OSG::Node const *root)
 {
     json.beginObject().member("file", options.file).key("hits").beginArray();
     for(SelectionFunctor::HitT const &hit : selection.hits)
         write_hit(json, hit, root);
-    json.endArray()
-        .member("count", selection.hits.size())
-        .member("seconds", selection.seconds)
-        .endObject();
+    json.endArray().member("count", selection.hits.size()).member("seconds", selection.seconds);
+    writeOperations(json, operations.accounts);
+    json.endObject();
 }
 
 void print_selection(std::ostream &out, Selection const &selection, OSG::Node const *root)
@@ -148,15 +149,19 @@ int run_select(SelectOptions const &options, Streams streams)
     Scene const scene = readScene(options, streams);
     if(scene.root == nullptr)
         return Failed;
+    OperationsResult const operations = runOperations(scene.root, options.operations, streams);
+    if(!operations.done)
+        return Failed;
     Selection const selection =
         select(options, volume.inScene(scene.root->getVolume()), scene.root);
     if(!options.json)
     {
+        printOperations(streams.out, operations.accounts);
         print_selection(streams.out, selection, scene.root);
         return Success;
     }
     JsonWriter json(streams.out);
-    write_selection(json, options, selection, scene.root);
+    write_selection(json, options, selection, operations, scene.root);
     streams.out << '\n';
     return Success;
 }
@@ -182,6 +187,7 @@ void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
     CLI::App &command =
         addCommand(program, "select", "Find what lies in a volume", options, run_select, chosen);
     addFileArgument(command, *options);
+    addOperationOption(command, options->operations);
     addVolumeOptions(command, options->volume);
     command.add_option_function<std::string>(
         "--kinds",

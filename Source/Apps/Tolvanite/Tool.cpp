@@ -47,6 +47,8 @@ int runTool(int argc, char const *const *argv, Streams streams)
     addInfoCommand(program, chosen);
     addDumpCommand(program, chosen);
     addSelectCommand(program, chosen);
+    addOpsCommand(program, chosen);
+    addConvertCommand(program, chosen);
     addReplayCommand(program, chosen);
     addFormatsCommand(program, chosen);
     addTypesCommand(program, chosen);

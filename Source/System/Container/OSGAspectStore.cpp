@@ -1,5 +1,6 @@
 #include "OSGAspectStore.h"
 
+#include <algorithm>
 #include <mutex>
 
 #include "OSGFieldContainer.h"
@@ -41,6 +42,37 @@ void AspectStore::setPtrForAspect(FieldContainer *container, UInt32 aspect)
     if(_others->size() < aspect)
         _others->resize(aspect, nullptr);
     (*_others)[aspect - 1] = container;
+}
+
+// Under the lock.
+UInt32 AspectStore::findAspect(FieldContainer const *container) const
+{
+    if(container == _first)
+        return 0;
+    for(std::size_t i = 0; _others != nullptr && i < _others->size(); ++i)
+    {
+        if((*_others)[i] == container)
+            return static_cast<UInt32>(i + 1);
+    }
+    return NoAspect;
+}
+
+UInt32 AspectStore::aspectOf(FieldContainer const *container) const
+{
+    std::lock_guard<AspectStore const> hold(*this);
+    return findAspect(container);
+}
+
+bool AspectStore::removePtr(FieldContainer const *container)
+{
+    std::lock_guard<AspectStore const> hold(*this);
+    UInt32 const aspect = findAspect(container);
+    if(aspect == NoAspect)
+        return false;
+    (aspect == 0 ? _first : (*_others)[aspect - 1]) = nullptr;
+    return _first == nullptr && (_others == nullptr || std::all_of(_others->begin(), _others->end(),
+                                                                   [](FieldContainer const *copy)
+                                                                   { return copy == nullptr; }));
 }
 
 void AspectStore::addRef() { _references.fetch_add(1, std::memory_order_relaxed); }

@@ -25,6 +25,13 @@ class OSG_SYSTEM_API AspectStore : public MemObject
     /// Null for an aspect that has no copy.
     FieldContainer *getPtr(UInt32 aspect) const;
     void setPtrForAspect(FieldContainer *container, UInt32 aspect);
+    /// The aspect that `container` is the copy of; NoAspect where it is not one of the copies.
+    UInt32 aspectOf(FieldContainer const *container) const;
+    /// Takes `container` out of the aspect that it is the copy of. True for the one call that took
+    /// the last copy out.
+    bool removePtr(FieldContainer const *container);
+
+    static constexpr UInt32 NoAspect = ~UInt32(0);
 
     void addRef();
     /// Ends the store with the last reference.
@@ -39,6 +46,7 @@ class OSG_SYSTEM_API AspectStore : public MemObject
 
   private:
     ~AspectStore() = default;
+    UInt32 findAspect(FieldContainer const *container) const;
 
     // Nearly every container lives in aspect 0 alone.
     FieldContainer *_first = nullptr;

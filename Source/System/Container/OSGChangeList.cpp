@@ -1,9 +1,11 @@
 #include "OSGChangeList.h"
 
+#include <algorithm>
 #include <mutex>
 #include <utility>
 
 #include "OSGFieldContainer.h"
+#include "OSGFieldContainerFactory.h"
 #include "OSGThread.h"
 
 namespace OSG
@@ -16,9 +18,32 @@ ChangeList::~ChangeList()
             container->takeChangeMask();
     }
     dropDelayed();
+    while(!_logs.empty())
+        detach(_logs.back());
 }
 
-void ChangeList::addCreated(UInt32, UInt64) { ++_numCreated; }
+void ChangeList::attach(ChangeLog *log)
+{
+    _logs.push_back(log);
+    log->_list = this;
+    ChangeLog::_numOpen.fetch_add(1, std::memory_order_relaxed);
+}
+
+void ChangeList::detach(ChangeLog *log)
+{
+    _logs.erase(std::remove(_logs.begin(), _logs.end(), log), _logs.end());
+    log->_list = nullptr;
+    ChangeLog::_numOpen.fetch_sub(1, std::memory_order_relaxed);
+}
+
+void ChangeList::addCreated(UInt32 id, UInt64)
+{
+    ++_numCreated;
+    FieldContainer const *const container =
+        _logs.empty() ? nullptr : FieldContainerFactoryBase::the()->getContainer(id);
+    if(container != nullptr)
+        addToLogs(container, ChangeLog::Kind::Created);
+}
 
 UInt32 ChangeList::addChanged(FieldContainer *container)
 {
@@ -57,7 +82,9 @@ void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
         if(container == nullptr)
             continue;
         _changed[i] = nullptr;
-        container->changed(container->takeChangeMask(), origin, details);
+        BitVector const mask = container->takeChangeMask();
+        addToLogs(container, ChangeLog::Kind::Changed, mask);
+        container->changed(mask, origin, details);
     }
     _changed.clear();
     // What a load of a large scene took is given back; an editing session keeps its room.

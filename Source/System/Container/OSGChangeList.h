@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "OSGChangeLog.h"
 #include "OSGMemManager.h"
 #include "OSGRefCountPolicies.h"
 #include "OSGSystemApi.h"
@@ -18,6 +19,13 @@ class FieldContainer;
 class OSG_SYSTEM_API ChangeList
 {
   public:
+    /// What `changed` is told of where the new values come from.
+    enum Origin : UInt32
+    {
+        Commit = 0, ///< edits of this aspect
+        Sync = 1    ///< another aspect, by an AspectLink
+    };
+
     ChangeList() = default;
     ~ChangeList();
     ChangeList(ChangeList const &) = delete;
@@ -27,6 +35,8 @@ class OSG_SYSTEM_API ChangeList
     /// A container was made, with the low 30 bits of its id and its local flags. Nobody but another
     /// aspect wants more than the number of them.
     void addCreated(UInt32 id, UInt64 flags);
+    /// The copy of an aspect ends.
+    void addEnded(FieldContainer const *container) { addToLogs(container, ChangeLog::Kind::Ended); }
     /// Called once by a container whose first field is edited; gives its place in the list.
     UInt32 addChanged(FieldContainer *container);
     /// A container that dies, or moves its edits elsewhere, leaves its place empty.
@@ -42,7 +52,13 @@ class OSG_SYSTEM_API ChangeList
     /// Takes the collected mask of each edited container and calls its `changed` with it, until no
     /// edit is open (a `changed` may edit, and may commit); then drops the delayed references.
     /// `origin` and `details` are handed to `changed`.
-    void commitChanges(UInt32 origin = 0, UInt32 details = 0);
+    void commitChanges(UInt32 origin = Commit, UInt32 details = 0);
+
+    // --- for other aspects ---
+    /// What is made, committed and ended from now on goes into `log` as well, until either of the
+    /// two ends.
+    void attach(ChangeLog *log);
+    void detach(ChangeLog *log);
 
     // --- looking ---
     /// Containers made since the last commit.
@@ -61,10 +77,16 @@ class OSG_SYSTEM_API ChangeList
     };
     void addDelayed(FieldContainer *container, SubRef subRef);
     void dropDelayed();
+    void addToLogs(FieldContainer const *container, ChangeLog::Kind kind, BitVector mask = 0)
+    {
+        for(ChangeLog *log : _logs)
+            log->add(container, kind, mask);
+    }
 
     UInt64 _numCreated = 0;
     bool _committing = false;
     std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _changed;
     std::vector<Delayed, MemAllocator<Delayed>> _delayed;
+    std::vector<ChangeLog *, MemAllocator<ChangeLog *>> _logs;
 };
 } // namespace OSG

@@ -152,14 +152,14 @@ void FieldContainer::die()
 
 void FieldContainer::deregister(UInt32 id)
 {
-    UInt32 const aspect = Thread::getCurrentAspect();
-    onDestroyAspect(id, aspect);
-    if(_aspectStore != nullptr)
+    AspectStore *const store = _aspectStore;
+    onDestroyAspect(id, store != nullptr ? store->aspectOf(this) : Thread::getCurrentAspect());
+    if(store != nullptr)
     {
-        AspectStore *const store = _aspectStore;
+        if(ChangeLog::isAnyOpen())
+            Thread::getCurrentChangeList()->addEnded(this);
         _aspectStore = nullptr;
-        store->setPtrForAspect(nullptr, aspect);
-        if(store->getRefCount() == 1)
+        if(store->removePtr(this))
         {
             onDestroy(id);
             FieldContainerFactoryBase::the()->deregisterContainer(id);
@@ -237,8 +237,7 @@ void FieldContainer::abandon()
 {
     if(_aspectStore != nullptr)
     {
-        _aspectStore->setPtrForAspect(nullptr, Thread::getCurrentAspect());
-        if(_aspectStore->getRefCount() == 1)
+        if(_aspectStore->removePtr(this))
             FieldContainerFactoryBase::the()->deregisterContainer(_id);
     }
     delete this;
@@ -260,5 +259,8 @@ void FieldContainer::execSyncV(FieldContainer &, BitVector, AspectOffsets &, Bit
 void FieldContainer::resolveLinks() {}
 FieldContainer *FieldContainer::createAspectCopy(FieldContainer const *) const { return nullptr; }
 bool FieldContainer::linkParent(FieldContainer *, UInt16) { return false; }
-bool FieldContainer::unlinkParent(FieldContainer *, UInt16) { return false; }
+bool FieldContainer::unlinkParent(FieldContainer *parent, UInt16 fieldId)
+{
+    return parent != nullptr && parent->unlinkChild(this, fieldId);
+}
 } // namespace OSG

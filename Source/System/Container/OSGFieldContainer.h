@@ -83,7 +83,10 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// Drops what the container points to, so that cycles end.
     virtual void resolveLinks();
     virtual FieldContainer *createAspectCopy(FieldContainer const *source) const;
+    /// Links this container into the field with that id of `parent`, as the parent's own function
+    /// would; false where the field needs no such function, or is none for this class.
     virtual bool linkParent(FieldContainer *parent, UInt16 fieldId);
+    /// Takes this container out of that field of `parent`; false where it is not in there.
     virtual bool unlinkParent(FieldContainer *parent, UInt16 fieldId);
 
     // --- ends of the chains that ContainerPattern runs through the parents ---

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "OSGFieldContainer.h"
+#include "OSGStreamIdMap.h"
 #include "OSGThread.h"
 
 namespace OSG
@@ -116,7 +117,8 @@ FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 
 FieldContainer *FieldContainerFactoryBase::getMappedContainer(UInt32 id) const
 {
-    return getContainer(id);
+    StreamIdMap const *const map = StreamIdMap::current();
+    return map != nullptr ? map->find(id) : getContainer(id);
 }
 
 UInt32 FieldContainerFactoryBase::getNumContainers() const
@@ -135,6 +137,22 @@ std::vector<UInt32> FieldContainerFactoryBase::getIds() const
             ids.push_back(id);
     }
     return ids;
+}
+
+std::vector<AspectStore *> FieldContainerFactoryBase::holdStores() const
+{
+    std::lock_guard<std::mutex> hold(_data->guard);
+    std::vector<AspectStore *> stores;
+    stores.reserve(_data->places.size());
+    for(Data::Place const &place : _data->places)
+    {
+        if(AspectStore *const store = place.store())
+        {
+            store->addRef();
+            stores.push_back(store);
+        }
+    }
+    return stores;
 }
 
 FieldContainerType *FieldContainerFactoryBase::findType(char const *name) const

@@ -12,6 +12,7 @@
 
 namespace OSG
 {
+class AspectStore;
 class FieldContainer;
 class FieldContainerType;
 
@@ -28,12 +29,14 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     void deregisterContainer(UInt32 id);
     /// The copy of the calling thread's aspect; null for an id that no container has.
     FieldContainer *getContainer(UInt32 id) const;
-    /// The container that stands for an id of a file or stream being read; the same as getContainer
-    /// where no mapping is in force.
+    /// The container that stands for an id of a file or stream being read (StreamIdMap); the same
+    /// as getContainer where the calling thread has no map.
     FieldContainer *getMappedContainer(UInt32 id) const;
     UInt32 getNumContainers() const;
     /// The ids that are given, ascending.
     std::vector<UInt32> getIds() const;
+    /// The aspect stores of all containers, by ascending id; the caller releases each.
+    std::vector<AspectStore *> holdStores() const;
 
     // --- types ---
     /// Null where no container type has that name.

@@ -12,6 +12,7 @@
 
 #include "OSGFieldDescription.h"
 #include "OSGOutStream.h"
+#include "OSGTypeLists.h"
 
 namespace OSG
 {
@@ -52,6 +53,8 @@ class OSG_SYSTEM_API GetFieldHandle : public FieldHandle
     virtual FieldContainer *getPointer(UInt32 index) const;
 };
 
+using GetFieldHandlePtr = boost::shared_ptr<GetFieldHandle>;
+
 class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
 {
   public:
@@ -69,8 +72,21 @@ class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
     /// Pointer fields: sets the pointer, or appends it to a multi field. False for another class,
     /// and where only the owner's own functions may do so, as with the children of a node.
     virtual bool add(FieldContainer *value);
+
+    // --- all values at once, from a field of any container; false where nothing was taken ---
+    /// Value fields: from one of the same type.
+    virtual bool copyValues(GetFieldHandlePtr const &source);
+    /// Pointer fields: see EditPointerFieldHandle.
+    virtual bool shareValues(GetFieldHandlePtr const &source);
+    virtual bool cloneValues(GetFieldHandlePtr const &source,
+                             ContainerTypeList const &shareTypes = {},
+                             ContainerTypeList const &ignoreTypes = {},
+                             ContainerGroupList const &shareGroups = {},
+                             ContainerGroupList const &ignoreGroups = {});
+    virtual bool cloneValuesEx(GetFieldHandlePtr const &source, NameList const &shareTypes = {},
+                               NameList const &ignoreTypes = {}, NameList const &shareGroups = {},
+                               NameList const &ignoreGroups = {});
 };
 
-using GetFieldHandlePtr = boost::shared_ptr<GetFieldHandle>;
 using EditFieldHandlePtr = boost::shared_ptr<EditFieldHandle>;
 } // namespace OSG

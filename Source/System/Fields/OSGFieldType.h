@@ -16,9 +16,9 @@ enum class FieldCardinality
 
 enum class FieldClass
 {
-    Value,       ///< holds values
-    Pointer,     ///< points to containers, counted by the field's policy
-    ChildPointer ///< points to containers that have the field's owner as their one parent
+    Value,           ///< holds values
+    Pointer,         ///< points to containers and counts them
+    UncountedPointer ///< looks at containers: weak and plain pointers
 };
 
 /// Type of a pointer to a container class, named after the class with "Ptr" behind it.

@@ -47,12 +47,15 @@ PointerTypeFamily::PointerTypeFamily(char const *const (&names)[9], char const *
     : _pointer(names[0], parentPointer, pointedTo)
     , _single{{names[1], SingleParent, _pointer, FieldCardinality::Single, FieldClass::Pointer},
               {names[2], SingleParent, _pointer, FieldCardinality::Single, FieldClass::Pointer},
-              {names[3], SingleParent, _pointer, FieldCardinality::Single, FieldClass::Pointer},
-              {names[4], SingleParent, _pointer, FieldCardinality::Single, FieldClass::Pointer}}
-    , _multi{{names[5], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
-             {names[6], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
-             {names[7], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
-             {names[8], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer}}
+              {names[3], SingleParent, _pointer, FieldCardinality::Single,
+               FieldClass::UncountedPointer},
+              {names[4], SingleParent, _pointer, FieldCardinality::Single,
+               FieldClass::UncountedPointer}}
+    , _multi{
+          {names[5], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
+          {names[6], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::Pointer},
+          {names[7], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::UncountedPointer},
+          {names[8], MultiParent, _pointer, FieldCardinality::Multi, FieldClass::UncountedPointer}}
 {
 }
 

@@ -59,7 +59,8 @@ class OSG_SYSTEM_API PointerMFieldBase
     void copyToBin(ExceptionBinaryDataHandler &handler) const;
 
   protected:
-    std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _values;
+    using Values = std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
+    Values _values;
 };
 
 /// Typed by `Ptr`, a pointer to a container class.
@@ -219,10 +220,16 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     }
     void clear()
     {
-        std::vector<FieldContainer *, MemAllocator<FieldContainer *>> old;
-        old.swap(_values);
+        Values const old = takeValues();
         for(FieldContainer *value : old)
             Policy::subRef(value);
+    }
+    /// Empties the field and hands the pointers with their references to the caller.
+    [[nodiscard]] Values takeValues()
+    {
+        Values old;
+        old.swap(_values);
+        return old;
     }
 
     static FieldType const &getClassType()

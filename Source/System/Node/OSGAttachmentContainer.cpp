@@ -15,7 +15,8 @@ void AttachmentContainer::addAttachment(Attachment *attachment)
     markEdited(AttachmentsFieldMask);
     for(UInt32 i = 0; i < _mfAttachments.size(); ++i)
     {
-        if(_mfAttachments[i]->getGroupId() == attachment->getGroupId())
+        if(_mfAttachments[i] != nullptr &&
+           _mfAttachments[i]->getGroupId() == attachment->getGroupId())
         {
             _mfAttachments.replace(i, attachment);
             return;
@@ -26,9 +27,14 @@ void AttachmentContainer::addAttachment(Attachment *attachment)
 
 bool AttachmentContainer::subAttachment(Attachment *attachment)
 {
-    Int32 const index = _mfAttachments.findIndex(attachment);
+    return attachment != nullptr && unlinkChild(attachment, AttachmentsFieldId);
+}
+
+bool AttachmentContainer::unlinkChild(FieldContainer *child, UInt16 fieldId)
+{
+    Int32 const index = fieldId == AttachmentsFieldId ? _mfAttachments.findIndex(child) : -1;
     if(index < 0)
-        return false;
+        return AttachmentContainerBase::unlinkChild(child, fieldId);
     markEdited(AttachmentsFieldMask);
     _mfAttachments.erase(static_cast<UInt32>(index));
     return true;
@@ -38,7 +44,7 @@ Attachment *AttachmentContainer::findAttachment(UInt32 groupId) const
 {
     for(Attachment *attachment : _mfAttachments)
     {
-        if(attachment->getGroupId() == groupId)
+        if(attachment != nullptr && attachment->getGroupId() == groupId)
             return attachment;
     }
     return nullptr;

@@ -17,6 +17,7 @@ class OSG_SYSTEM_API AttachmentContainer : public AttachmentContainerBase
 
     /// This container, where its name attachment has that name.
     FieldContainer *findNamedComponent(char const *name) override;
+    bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
 
   protected:
     AttachmentContainer() = default;

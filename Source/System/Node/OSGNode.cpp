@@ -50,16 +50,21 @@ void Node::setCore(NodeCore *core)
 {
     if(core == getCore())
         return;
+    markEdited(CoreFieldMask);
+    linkCore(core);
+    invalidateVolume();
+}
+
+void Node::linkCore(NodeCore *core)
+{
     UnrecordedRefPtr<NodeCore> const keep(core);
     // What may take memory comes first.
-    markEdited(CoreFieldMask);
     if(core != nullptr)
         core->_parents.push_back(this);
     leaveCore();
     if(core != nullptr)
         _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
-    NodeBase::setCore(core);
-    invalidateVolume();
+    _sfCore.setValue(core);
 }
 
 void Node::onCreate(Node const *source)
@@ -101,12 +106,58 @@ void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
     }
 }
 
+// --- other aspects ---
+
+// The links of the source, between the copies of this aspect.
+void Node::execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets,
+                    BitVector syncMode, UInt32 syncInfo)
+{
+    constexpr BitVector Links = CoreFieldMask | ChildrenFieldMask;
+    NodeBase::execSync(from, whichField & ~Links, offsets, syncMode, syncInfo);
+    Node const &source = static_cast<Node const &>(*from);
+    if(&source == this)
+        return;
+    if((whichField & CoreFieldMask) != 0)
+    {
+        NodeCore *const core = in_this_aspect(source.getCore());
+        if(core != getCore())
+            linkCore(core);
+    }
+    if((whichField & ChildrenFieldMask) != 0)
+        syncChildren(source);
+}
+
+// A child that has moved is still in the list of the node that it left, until that one is
+// synchronised: its parent is the one that says so last.
+void Node::syncChildren(Node const &source)
+{
+    std::vector<UnrecordedRefPtr<Node>> children;
+    children.reserve(source.getNChildren());
+    for(Node *child : source._mfChildren)
+    {
+        if(Node *const copy = in_this_aspect(child))
+            children.emplace_back(copy);
+    }
+    _mfChildren.reserve(static_cast<UInt32>(children.size()));
+    orphanChildren();
+    _mfChildren.clear();
+    for(Node *child : children)
+    {
+        child->_childSlot = _mfChildren.size();
+        child->_parent = this;
+        _mfChildren.push_back(child);
+    }
+}
+
 // --- tree ---
 
 void Node::orphanChildren()
 {
     for(Node *child : _mfChildren)
-        child->_parent = nullptr;
+    {
+        if(child->_parent == this)
+            child->_parent = nullptr;
+    }
 }
 
 bool Node::isBelow(Node const *ancestor) const
@@ -183,9 +234,18 @@ bool Node::unlinkChild(FieldContainer *child, UInt16 fieldId)
     }
     Int32 const index = fieldId == ChildrenFieldId ? _mfChildren.findIndex(child) : -1;
     if(index < 0)
-        return false;
+        return NodeBase::unlinkChild(child, fieldId);
     takeOut(static_cast<UInt32>(index));
     return true;
+}
+
+bool Node::linkParent(FieldContainer *parent, UInt16 fieldId)
+{
+    Node *const node = fieldId == ChildrenFieldId ? dynamic_cast<Node *>(parent) : nullptr;
+    if(node == nullptr)
+        return false;
+    node->addChild(this);
+    return _parent == node;
 }
 
 // --- bounding volume ---

@@ -48,8 +48,12 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// The first node of that name in the subtree, or a core of one; null where there is none.
     FieldContainer *findNamedComponent(char const *name) override;
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
+    /// Appends this node to the children of a node.
+    bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
     void resolveLinks() override;
     void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
+    void execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets, BitVector syncMode,
+                  UInt32 syncInfo);
 
   protected:
     Node();
@@ -65,9 +69,11 @@ class OSG_SYSTEM_API Node : public NodeBase
 
   private:
     void enterCore(NodeCore *core);
+    void linkCore(NodeCore *core);
     void leaveCore();
     void takeOut(UInt32 index);
     void orphanChildren();
+    void syncChildren(Node const &source);
     bool isBelow(Node const *ancestor) const;
 
     Node *_parent = nullptr;

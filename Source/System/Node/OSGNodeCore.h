@@ -29,6 +29,8 @@ class OSG_SYSTEM_API NodeCore : public NodeCoreBase
     virtual Node *getOtherTree() const { return nullptr; }
     /// Marks the volumes of all parents and of the nodes above them as out of date.
     void invalidateVolume() override;
+    /// Makes this the core of a node.
+    bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 
   protected:
     NodeCore() = default;

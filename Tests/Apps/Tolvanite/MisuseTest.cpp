@@ -58,6 +58,16 @@ INSTANTIATE_TEST_SUITE_P(Dump, Misused,
                                          Misuse{"UnknownOption", {"dump", "FILE", "--depth", "3"}}),
                          name_of);
 
+INSTANTIATE_TEST_SUITE_P(
+    Convert, Misused,
+    testing::Values(Misuse{"NoTarget", {"convert", "FILE"}},
+                    Misuse{"MissingFile", {"convert", "missing.obj", "out.osb"}},
+                    Misuse{"AFormatThatNobodyWrites", {"convert", "FILE", "out.obj"}},
+                    Misuse{"AnUnknownFormat", {"convert", "FILE", "out.xyz"}},
+                    Misuse{"NoSuffix", {"convert", "FILE", "out"}},
+                    Misuse{"AnUnknownOperation", {"convert", "FILE", "out.osb", "--op", "Shrink"}}),
+    name_of);
+
 INSTANTIATE_TEST_SUITE_P(Lists, Misused,
                          testing::Values(Misuse{"FormatsOfAFile", {"formats", "FILE"}},
                                          Misuse{"UnknownOptionOfFormats", {"formats", "--all"}},

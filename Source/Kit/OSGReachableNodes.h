@@ -1,0 +1,41 @@
+#pragma once
+
+#include <unordered_set>
+#include <vector>
+
+#include "OSGNodeWalker.h"
+
+namespace OSG
+{
+/// Calls `look(node)` for `root`, for what is below it and for the trees that are visited from
+/// there, once for each node however often it is visited. `look` edits nothing.
+template <class Look>
+void for_each_reachable_node(Node *root, Look const &look)
+{
+    struct Visitor
+    {
+        Look const &look;
+        std::unordered_set<Node *> seen = {};
+        std::vector<Node *> trees = {};
+
+        bool enter(Node *node)
+        {
+            if(!seen.insert(node).second)
+                return false;
+            look(node);
+            if(node->getCore() != nullptr && node->getCore()->getOtherTree() != nullptr)
+                trees.push_back(node->getCore()->getOtherTree());
+            return true;
+        }
+        void leave(Node *) {}
+    };
+    Visitor visitor{look};
+    visitor.trees.push_back(root);
+    while(!visitor.trees.empty())
+    {
+        Node *const tree = visitor.trees.back();
+        visitor.trees.pop_back();
+        walk_children(tree, visitor);
+    }
+}
+} // namespace OSG

@@ -1,0 +1,107 @@
+#pragma once
+
+/// \file
+/// Copies of a container together with all that it points to.
+///
+/// Everything that is reached by counted pointers is copied once, however many ways lead to it:
+/// what two containers share in the source, their copies share in the clone, and cycles stay
+/// cycles.
+///
+///   shared types   containers of these types, and of types derived from them, are not copied: the
+///                  clone points to the very same ones. A child belongs to one parent, so that a
+///                  child of a shared type is left out of the clone.
+///   ignored types  are neither copied nor pointed to: a pointer becomes null. Children,
+///   attachments
+///                  and chunks, which are never null, are left out of their lists; in other lists
+///                  null keeps the place, since places may have a meaning there. Ignoring goes
+///                  before sharing.
+///   weak pointers  pull nothing into the clone. They point to the copy of what they look at where
+///                  it was copied for another reason, otherwise to the same container, or to null
+///                  where its type is ignored.
+///
+/// The choices apply to what is reached; the container itself is always copied. Depth costs heap,
+/// not stack. Without a source the result is null.
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "OSGFieldContainer.h"
+#include "OSGTypeLists.h"
+
+namespace OSG
+{
+/// Types by their names: "Material, Image". Names are separated by blanks or commas, in any number.
+OSG_SYSTEM_API TransitPtr<FieldContainer> deepClone(FieldContainer const *source,
+                                                    std::string const &shareTypes = {},
+                                                    std::string const &ignoreTypes = {});
+
+/// Types by themselves, and groups of types by their ids (ReflexiveContainerType::getGroupId).
+OSG_SYSTEM_API TransitPtr<FieldContainer> deepClone(FieldContainer const *source,
+                                                    ContainerTypeList const &shareTypes,
+                                                    ContainerTypeList const &ignoreTypes = {},
+                                                    ContainerGroupList const &shareGroups = {},
+                                                    ContainerGroupList const &ignoreGroups = {});
+
+/// Types and groups by lists of names. A name that no container type, or no group, has is passed
+/// over with a warning, as in the first form.
+OSG_SYSTEM_API TransitPtr<FieldContainer> deepCloneEx(FieldContainer const *source,
+                                                      NameList const &shareTypes,
+                                                      NameList const &ignoreTypes = {},
+                                                      NameList const &shareGroups = {},
+                                                      NameList const &ignoreGroups = {});
+
+/// Several clones that share what their sources share. The cloner holds a reference on every copy
+/// that it made, and counts on its sources to stay as they are, for as long as it lives.
+class OSG_SYSTEM_API DeepCloner
+{
+  public:
+    struct Choice
+    {
+        ContainerTypeList types;
+        ContainerGroupList groups;
+
+        bool holds(ReflexiveContainerType const &type) const;
+    };
+
+    /// By names; those that nothing has are passed over with a warning.
+    static Choice choice(NameList const &types, NameList const &groups);
+
+    DeepCloner(Choice share, Choice ignore);
+
+    /// The clone of `source`, whatever its type; null for null.
+    FieldContainer *clone(FieldContainer const *source);
+    /// What a pointer to `source` becomes: its clone, `source` itself or null.
+    FieldContainer *resolve(FieldContainer *source);
+
+  private:
+    struct WeakLook
+    {
+        FieldContainer *copy;
+        UInt32 fieldId;
+        UInt32 index;
+        FieldContainer *source;
+    };
+
+    FieldContainer *copyOf(FieldContainer const *source);
+    FieldContainer *targetOf(FieldContainer *source);
+    void copyWhatIsOpen();
+    void copyPointers(FieldContainer const &source, FieldContainer &copy,
+                      FieldDescriptionBase const &field);
+    /// Makes entry `index` of the copy's field point to `target` in place of `old`; false where the
+    /// entry has gone instead.
+    bool relink(FieldContainer &copy, UInt32 fieldId, UInt32 index, FieldContainer *old,
+                FieldContainer *target);
+    void directWeakLooks();
+    std::vector<FieldDescriptionBase const *> const &
+    pointerFieldsOf(FieldContainerType const &type);
+
+    Choice _share;
+    Choice _ignore;
+    std::unordered_map<FieldContainer const *, UnrecordedRefPtr<FieldContainer>> _copies;
+    std::vector<FieldContainer const *> _open; // copied themselves, their pointers not yet
+    std::vector<WeakLook> _weak;
+    std::unordered_map<FieldContainerType const *, std::vector<FieldDescriptionBase const *>>
+        _pointerFields;
+};
+} // namespace OSG

@@ -1,0 +1,43 @@
+#include "OSGGraphOp.h"
+
+#include "OSGLog.h"
+#include "OSGNodeWalker.h"
+
+namespace OSG
+{
+GraphOp::GraphOp(char const *name)
+    : _name(name)
+{
+}
+
+GraphOp::GraphOp(GraphOp const &source) = default;
+GraphOp::~GraphOp() = default;
+
+namespace
+{
+struct OperationVisitor
+{
+    GraphOp &operation;
+
+    bool enter(Node *node) { return operation.traverseEnter(node) == ActionBase::Continue; }
+    void leave(Node *node) { operation.traverseLeave(node, ActionBase::Continue); }
+};
+} // namespace
+
+bool GraphOp::traverse(Node *root)
+{
+    OperationVisitor visitor{*this};
+    walk_children(root, visitor);
+    return root != nullptr;
+}
+
+GraphOp::ResultE GraphOp::traverseEnter(Node *) { return ActionBase::Continue; }
+GraphOp::ResultE GraphOp::traverseLeave(Node *, ResultE result) { return result; }
+
+void GraphOp::warnUnused(ParamSet const &params, char const *classname, char const *ending)
+{
+    std::string const unused = params.getUnusedParams();
+    if(!unused.empty())
+        OSG_LOG_WARNING("%s doesn't have parameters '%s'%s", classname, unused.c_str(), ending);
+}
+} // namespace OSG
