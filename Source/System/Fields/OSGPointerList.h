@@ -15,7 +15,8 @@ namespace OSG
 class FieldContainer;
 
 /// An array of pointers that takes the room of one. Most lists of a scene hold one pointer or none:
-/// one stands in the list itself, only more take a block of MemMalloc, an array that may have a gap.
+/// one stands in the list itself, only more take a block of MemMalloc, an array that may have a
+/// gap.
 ///
 ///     slot    0  1  2  3  4  5  6  7  8  9        index 0 1 2 stand in slots 0 1 2,
 ///            [a][b][c]         [d][e][f]            index 3 4 5 in slots 6 7 8; slot 9 is spare
