@@ -1,157 +1,153 @@
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
-#include <utility>
+/// \file
+/// The list behind pointer fields: small where it is short, quick to edit where it is long.
 
-#include "OSGMemManager.h"
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+#include "OSGBaseTypes.h"
+#include "OSGSystemApi.h"
 
 namespace OSG
 {
+class FieldContainer;
+
 /// An array of pointers that takes the room of one. Most lists of a scene hold one pointer or none:
-/// one stands in the list itself, only more of them (or a single null) take a block of MemMalloc.
+/// one stands in the list itself, only more take a block of MemMalloc, an array that may have a
+/// gap.
 ///
-/// Counts no references. As with a vector, adding moves the pointers; the operations that take
-/// memory change nothing when they fail.
-template <class T>
-class PointerList
+///     slot    0  1  2  3  4  5  6  7  8  9        index 0 1 2 stand in slots 0 1 2,
+///            [a][b][c]         [d][e][f]            index 3 4 5 in slots 6 7 8; slot 9 is spare
+///                     ^gap              ^end
+///
+/// Taking an entry out opens the gap there, or moves it there first, which costs the distance.
+/// Entries that are taken out one after the other, from the front, from the back or anywhere
+/// between in either direction, cost the same however many there are; so does appending. The order
+/// is that of a plain array, and an index is found by one comparison.
+///
+/// Nothing is counted here. Out of memory: std::bad_alloc, and the list is as it was.
+class OSG_SYSTEM_API PointerList
 {
   public:
-    using value_type = T *;
-    using const_iterator = T *const *;
-
     PointerList() = default;
     PointerList(PointerList const &) = delete;
     PointerList &operator=(PointerList const &) = delete;
-    PointerList(PointerList &&other) noexcept
-        : _single(std::exchange(other._single, nullptr))
-    {
-    }
-    PointerList &operator=(PointerList &&other) noexcept
-    {
-        swap(other);
-        return *this;
-    }
     ~PointerList() { clear(); }
+    void swap(PointerList &other) noexcept;
 
-    UInt32 size() const { return isBlock() ? block()->size : _single != nullptr; }
+    UInt32 size() const { return isBlock() ? block()->size : (_bits != 0 ? 1 : 0); }
     bool empty() const { return size() == 0; }
-    UInt32 capacity() const { return isBlock() ? block()->capacity : 1; }
-    T *const *data() const { return isBlock() ? block()->values() : &_single; }
-    const_iterator begin() const { return data(); }
-    const_iterator end() const { return data() + size(); }
     /// `index` is below size().
-    T *operator[](UInt32 index) const { return data()[index]; }
-    T *front() const { return data()[0]; }
-    T *back() const { return data()[size() - 1]; }
-
-    void set(UInt32 index, T *value)
-    {
-        if(!isBlock() && value != nullptr)
-        {
-            _single = value;
-            return;
-        }
-        growTo(size());
-        block()->values()[index] = value;
-    }
-    void push_back(T *value) { insert(size(), value); }
-    /// Before the entry at `index`, which may be size().
-    void insert(UInt32 index, T *value)
-    {
-        UInt32 const count = size();
-        if(count == 0 && value != nullptr && !isBlock())
-        {
-            _single = value;
-            return;
-        }
-        growTo(count + 1);
-        T **const values = block()->values();
-        std::copy_backward(values + index, values + count, values + count + 1);
-        values[index] = value;
-        block()->size = count + 1;
-    }
-    void erase(UInt32 index)
-    {
-        if(!isBlock())
-        {
-            _single = nullptr;
-            return;
-        }
-        T **const values = block()->values();
-        std::copy(values + index + 1, values + block()->size, values + index);
-        --block()->size;
-    }
-    void pop_back() { erase(size() - 1); }
-    /// New entries are null.
-    void resize(UInt32 count)
-    {
-        UInt32 const old = size();
-        if(count == old)
-            return;
-        if(count == 0)
-        {
-            clear();
-            return;
-        }
-        growTo(count);
-        if(count > old)
-            std::fill(block()->values() + old, block()->values() + count, nullptr);
-        block()->size = count;
-    }
-    void reserve(UInt32 count)
-    {
-        if(count > capacity())
-            moveToBlock(count);
-    }
-    void clear()
+    FieldContainer *operator[](UInt32 index) const
     {
         if(isBlock())
-            MemFree(block());
-        _single = nullptr;
+            return slots()[slotOf(index)];
+        return _bits != NullEntry ? reinterpret_cast<FieldContainer *>(_bits) : nullptr;
     }
-    void swap(PointerList &other) noexcept { std::swap(_single, other._single); }
+    /// Takes no memory.
+    void set(UInt32 index, FieldContainer *value);
+
+    /// Makes room for `count` entries in all.
+    void reserve(UInt32 count);
+    void push_back(FieldContainer *value);
+    /// Before the entry at `index`, which may be size().
+    void insert(UInt32 index, FieldContainer *value);
+    void erase(UInt32 index);
+    void clear();
+
+    /// Index of the first entry that is `value`, size() where there is none.
+    UInt32 find(FieldContainer const *value) const;
+    /// Index of any entry that is `value`, size() where there is none. It is looked for in `slot`,
+    /// then from the gap outwards, where entries that are taken out one by one are found at once.
+    /// `slot` receives the slot in which it stands: that of the last entry is getLastSlot(), and
+    /// entries keep their slots unless the gap moves over them.
+    UInt32 findNear(FieldContainer const *value, UInt32 &slot) const;
+    /// For a list with entries.
+    UInt32 getLastSlot() const { return isBlock() ? slotOf(size() - 1) : 0; }
 
   private:
+    /// What stands before the slots of a block.
     struct Block
     {
         UInt32 size;
         UInt32 capacity;
-
-        T **values() { return reinterpret_cast<T **>(this + 1); }
+        UInt32 gapStart; // anywhere while the gap is empty
+        UInt32 gapLength;
     };
-    static_assert(sizeof(Block) % alignof(T *) == 0);
 
-    // Objects and blocks have even addresses: an odd one is that of a block.
-    bool isBlock() const { return (reinterpret_cast<std::uintptr_t>(_single) & 1) != 0; }
-    Block *block() const
+    // The bits are 0 for an empty list, those of the one entry, or odd: the address of a block plus
+    // one. Objects and blocks have even addresses, and no object has this one.
+    static constexpr std::uintptr_t NullEntry = 2;
+
+    static std::uintptr_t bitsOf(FieldContainer *value)
     {
-        return reinterpret_cast<Block *>(reinterpret_cast<std::uintptr_t>(_single) - 1);
+        return value != nullptr ? reinterpret_cast<std::uintptr_t>(value) : NullEntry;
     }
+    bool isBlock() const { return (_bits & 1) != 0; }
+    Block *block() const { return reinterpret_cast<Block *>(_bits - 1); }
+    FieldContainer **slots() const { return reinterpret_cast<FieldContainer **>(block() + 1); }
 
-    /// Makes room for `count` entries in a block.
-    void growTo(UInt32 count)
+    UInt32 slotOf(UInt32 index) const
     {
-        constexpr UInt32 Least = 4;
-        if(!isBlock())
-            moveToBlock(std::max(count, Least));
-        else if(count > block()->capacity)
-            moveToBlock(std::max(count, 2 * block()->capacity));
+        return index < block()->gapStart ? index : index + block()->gapLength;
     }
+    UInt32 slotsEnd() const { return block()->size + block()->gapLength; }
+    void moveGapTo(UInt32 index);
+    void closeGap();
+    void makeRoom();
+    void moveToBlock(UInt32 capacity);
 
-    void moveToBlock(UInt32 capacity)
+    std::uintptr_t _bits = 0;
+};
+
+/// The same for one class of containers.
+template <class T>
+class PointerListOf
+{
+  public:
+    class const_iterator
     {
-        UInt32 const count = size();
-        auto *const next = static_cast<Block *>(
-            MemMallocOrThrow(sizeof(Block) + std::size_t(capacity) * sizeof(T *)));
-        next->size = count;
-        next->capacity = capacity;
-        std::copy(begin(), end(), next->values());
-        if(isBlock())
-            MemFree(block());
-        _single = reinterpret_cast<T *>(reinterpret_cast<std::uintptr_t>(next) + 1);
-    }
+      public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = T *;
+        using difference_type = std::ptrdiff_t;
+        using pointer = T *const *;
+        using reference = T *;
 
-    T *_single = nullptr;
+        const_iterator() = default;
+        const_iterator(PointerListOf const &list, UInt32 index)
+            : _list(&list)
+            , _index(index)
+        {
+        }
+        T *operator*() const { return (*_list)[_index]; }
+        const_iterator &operator++()
+        {
+            ++_index;
+            return *this;
+        }
+        const_iterator operator++(int) { return const_iterator(*_list, _index++); }
+        bool operator==(const_iterator const &other) const { return _index == other._index; }
+
+      private:
+        PointerListOf const *_list = nullptr;
+        UInt32 _index = 0;
+    };
+
+    UInt32 size() const { return _list.size(); }
+    bool empty() const { return _list.empty(); }
+    T *operator[](UInt32 index) const { return static_cast<T *>(_list[index]); }
+    T *back() const { return (*this)[size() - 1]; }
+    const_iterator begin() const { return const_iterator(*this, 0); }
+    const_iterator end() const { return const_iterator(*this, size()); }
+
+    void set(UInt32 index, T *value) { _list.set(index, value); }
+    void push_back(T *value) { _list.push_back(value); }
+    void pop_back() { _list.erase(size() - 1); }
+
+  private:
+    PointerList _list;
 };
 } // namespace OSG

@@ -1,6 +1,7 @@
 #include "OSGNode.h"
 
 #include <algorithm>
+#include <array>
 
 #include "OSGBinaryDataHandler.h"
 #include "OSGFieldOperations.h"
@@ -145,9 +146,9 @@ void Node::syncChildren(Node const &source)
     _mfChildren.clear();
     for(Node *child : children)
     {
-        child->_childSlot = _mfChildren.size();
-        child->_parent = this;
         _mfChildren.push_back(child);
+        child->_childSlot = _mfChildren.getLastSlot();
+        child->_parent = this;
     }
 }
 
@@ -162,12 +163,23 @@ void Node::orphanChildren()
     }
 }
 
-bool Node::isBelow(Node const *ancestor) const
+// Whether `other` is this node or above it. The way up ends early at a node that is known to be
+// above `other`, as it is where nodes move up by a few levels: trees may be very deep.
+bool Node::isBelow(Node const *other) const
 {
+    std::array<Node const *, 4> above = {};
+    Node const *next = other->_parent;
+    for(Node const *&node : above)
+    {
+        node = next;
+        next = next != nullptr ? next->_parent : nullptr;
+    }
     for(Node const *node = this; node != nullptr; node = node->_parent)
     {
-        if(node == ancestor)
+        if(node == other)
             return true;
+        if(std::find(above.begin(), above.end(), node) != above.end())
+            return false;
     }
     return false;
 }
@@ -185,8 +197,8 @@ void Node::addChild(Node *child)
     if(child->_parent != nullptr)
         child->_parent->subChild(child);
     markEdited(ChildrenFieldMask);
-    child->_childSlot = _mfChildren.size();
     _mfChildren.push_back(child);
+    child->_childSlot = _mfChildren.getLastSlot();
     child->_parent = this;
     invalidateVolume();
 }
@@ -195,15 +207,8 @@ Int32 Node::findChild(Node const *child) const
 {
     if(child == nullptr || child->_parent != this)
         return -1;
-    // Mostly it is where it was last seen, or others before it have all been taken away.
-    UInt32 const last = _mfChildren.size() - 1;
-    UInt32 place = std::min(child->_childSlot, last);
-    if(_mfChildren[place] != child)
-        place = _mfChildren[0] == child ? 0 : last;
-    while(_mfChildren[place] != child)
-        --place;
-    child->_childSlot = place;
-    return static_cast<Int32>(place);
+    UInt32 const index = _mfChildren.findNear(const_cast<Node *>(child), child->_childSlot);
+    return index < _mfChildren.size() ? static_cast<Int32>(index) : -1;
 }
 
 void Node::subChild(UInt32 index)

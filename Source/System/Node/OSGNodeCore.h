@@ -12,7 +12,7 @@ class Volume;
 class OSG_SYSTEM_API NodeCore : public NodeCoreBase
 {
   public:
-    using ParentList = PointerList<Node>;
+    using ParentList = PointerListOf<Node>;
 
     /// The nodes that show this core, in no particular order.
     ParentList const &getParents() const { return _parents; }

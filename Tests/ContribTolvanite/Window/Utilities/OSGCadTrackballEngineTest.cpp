@@ -511,6 +511,11 @@ TEST_F(Cad, MotionsThatAreNoNumbersAreNotMade)
         engine->rotate(0, 0, 0.1f, bad);
         EXPECT_EQ(engine->getMatrix(), before);
     }
+    engine->translateXY(1, 2);
+    engine->translateZ(1);
+    EXPECT_EQ(engine->getMatrix(), translation(1, 2, 11));
+    engine->translateXY(-1, -2);
+    engine->translateZ(-1);
     engine->wheel_factor_persp(NAN);
     navigator.buttonPress(3, 1, 1);
     EXPECT_EQ(engine->getMatrix(), before);

@@ -60,6 +60,51 @@ TEST(UserNavigatorEngine, EveryEngineHasItsOwnName)
     EXPECT_STREQ(CopterFlyEngine::getClassname(), "CopterFlyEngine");
 }
 
+/// Place of a virtual function in the table of its class, as the C++ ABI of this system has it;
+/// the destructor takes the first two.
+template <class Function>
+std::ptrdiff_t slot_of(Function function)
+{
+    std::ptrdiff_t word;
+    std::memcpy(&word, &function, sizeof(word));
+    return (word - 1) / static_cast<std::ptrdiff_t>(sizeof(void *));
+}
+
+TEST(UserNavigatorEngine, HasItsVirtualOperationsInOrder)
+{
+    using E = UserNavigatorEngine;
+    using Set = void (E::*)(Matrix const &);
+    using SetParts = void (E::*)(Pnt3f, Pnt3f, Vec3f);
+    std::ptrdiff_t const slots[] = {slot_of(&E::getFrom),
+                                    slot_of(&E::getAt),
+                                    slot_of(&E::getUp),
+                                    slot_of(&E::getMatrix),
+                                    slot_of(&E::getDistance),
+                                    slot_of(&E::setFrom),
+                                    slot_of(&E::setAt),
+                                    slot_of(&E::setUp),
+                                    slot_of(static_cast<Set>(&E::set)),
+                                    slot_of(static_cast<SetParts>(&E::set)),
+                                    slot_of(&E::setDistance),
+                                    slot_of(&E::buttonPress),
+                                    slot_of(&E::buttonRelease),
+                                    slot_of(&E::keyPress),
+                                    slot_of(&E::moveTo),
+                                    slot_of(&E::idle),
+                                    slot_of(&E::onViewportChanged),
+                                    slot_of(&E::onActivation),
+                                    slot_of(&E::onUpdateCameraTransformation),
+                                    slot_of(&E::keyPressEx),
+                                    slot_of(&E::mouseMove),
+                                    slot_of(&E::killFocus),
+                                    slot_of(&WASDFlyEngine::rotate),
+                                    slot_of(&WASDFlyEngine::forward),
+                                    slot_of(&WASDFlyEngine::right)};
+    std::ptrdiff_t expected = 2;
+    for(std::ptrdiff_t const slot : slots)
+        EXPECT_EQ(slot, expected++);
+}
+
 TEST_P(AnyEngine, IsNotMadeWithoutMemory)
 {
     LogCapture const log(LOG_PROGRESS);

@@ -191,7 +191,7 @@ void CadTrackballEngine::getIntersectionPoint(Int16 x, Int16 y, Navigator *navig
     Camera *const camera = camera_of(navigator);
     Viewport *const viewport = navigator->getViewport();
     Line ray;
-    _view_axis = Vec3f(); // grabs nothing
+    _grip.normal = Vec3f(); // grabs nothing
     if(camera == nullptr || !camera->calcViewRay(ray, x, y, *viewport))
         return;
     UInt32 const width = pixel_width(*viewport);
@@ -200,17 +200,10 @@ void CadTrackballEngine::getIntersectionPoint(Int16 x, Int16 y, Navigator *navig
     camera->getViewing(viewing, width, height);
     Matrix4d toWorld;
     camera->calcScreenToWorld(toWorld, viewing, width, height);
-    Pnt3d middle;
-    Pnt3d far;
-    toWorld.multFull(Pnt3d(0, 0, 0.5), middle);
-    toWorld.multFull(Pnt3d(0, 0, 1), far);
-    Vec3d const axis = middle - far;
-    _view_axis = Vec3f(axis[0], axis[1], axis[2]);
+    _grip.normal = screen_axis(toWorld);
     std::optional<Pnt3f> const hit =
         navigator->getClickNoIntersect() ? std::nullopt : point_in_scene(navigator, ray);
-    Real32 const t =
-        _view_axis.dot(Pnt3f() - ray.getPosition()) / _view_axis.dot(ray.getDirection());
-    _hit_point = hit ? *hit : ray.getPoint(t);
+    _grip.point = hit ? *hit : on_plane_through_origin(ray, _grip.normal);
 }
 
 void CadTrackballEngine::calcDeltas(Int16, Int16, Int16 toX, Int16 toY, Real32 &distanceX,
@@ -229,23 +222,11 @@ void CadTrackballEngine::calcDeltas(Int16, Int16, Int16 toX, Int16 toY, Real32 &
     Matrix4d toWorld;
     camera->calcScreenToWorld(toWorld, viewing, pixel_width(*navigator->getViewport()),
                               pixel_height(*navigator->getViewport()));
-    Pnt3d far;
-    toWorld.multFull(Pnt3d(normX, normY, 1), far);
-    // In double precision throughout: the far point is large, and what is left of it small.
-    Pnt3d const eye(matrix[3][0], matrix[3][1], matrix[3][2]);
-    Pnt3d const held(_hit_point[0], _hit_point[1], _hit_point[2]);
-    Vec3d const axis(_view_axis[0], _view_axis[1], _view_axis[2]);
-    Vec3d const direction = far - eye;
-    Pnt3d const pointed = eye + direction * ((held - eye).dot(axis) / direction.dot(axis));
-    Vec3d const way = held - pointed;
-    Real32 const x =
-        static_cast<Real32>(way.dot(Vec3d(viewing[0][0], viewing[1][0], viewing[2][0])));
-    Real32 const y =
-        static_cast<Real32>(way.dot(Vec3d(viewing[0][1], viewing[1][1], viewing[2][1])));
-    if(!is_finite(x) || !is_finite(y))
+    std::optional<Vec2f> const way = pan_way(toWorld, matrix, viewing, _grip, normX, normY);
+    if(!way)
         return;
-    distanceX = x;
-    distanceY = y;
+    distanceX = (*way)[0];
+    distanceY = (*way)[1];
 }
 
 bool CadTrackballEngine::translateOrtho(Int16 lastX, Int16 lastY, Int16 x, Int16 y,

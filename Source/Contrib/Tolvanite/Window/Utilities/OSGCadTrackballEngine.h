@@ -120,9 +120,8 @@ class OSG_CONTRIBTOLVANITE_API CadTrackballEngine : public UserNavigatorEngine
     Pnt3f _from_point{0.f, 0.f, 0.f}; // what the getters refer to
     Pnt3f _at_point{0.f, 0.f, 1.f};
     Vec3f _up_vector{0.f, 1.f, 0.f};
-    Pnt3f _hit_point;  // what the middle button has grabbed
-    Vec3f _view_axis;  // of the screen's centre at that time, of any length
-    Int16 _last_x = 0; // the last pan of an orthographic camera
+    NavigationMath::Grip _grip; // what the middle button has grabbed, across the view of that time
+    Int16 _last_x = 0;          // the last pan of an orthographic camera
     Int16 _last_y = 0;
     Real32 _wheel_factor_ortho = 1.2f;
     Real32 _wheel_factor_persp = 10.f;

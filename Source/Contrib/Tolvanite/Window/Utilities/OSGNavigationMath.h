@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "OSGContribTolvaniteApi.h"
+#include "OSGLine.h"
 #include "OSGMatrix.h"
 
 namespace OSG
@@ -71,6 +72,24 @@ struct Turn
 /// normalised coordinates. Nothing where neither coordinate differs by more than 1e-6.
 OSG_CONTRIBTOLVANITE_API std::optional<Turn> drag_on_sphere(Real32 radius, Real32 fromX,
                                                             Real32 fromY, Real32 toX, Real32 toY);
+/// What a pan holds: a point, and the plane through it along which it is moved.
+struct Grip
+{
+    Pnt3f point;
+    Vec3f normal; ///< of any length; zero holds nothing
+};
+/// From the far side of the screen's middle towards the eye, for a matrix from normalised
+/// coordinates to the world: the direction that a view is panned across. Not normalised.
+OSG_CONTRIBTOLVANITE_API Vec3f screen_axis(Matrix4d const &screenToWorld);
+/// Where a ray crosses the plane through the world's origin with that normal; no finite point where
+/// it runs along the plane.
+OSG_CONTRIBTOLVANITE_API Pnt3f on_plane_through_origin(Line const &ray, Vec3f const &normal);
+/// How far a camera has to move along its own x and y axes for the grip to come under a place of
+/// the screen in normalised coordinates. `viewing` is the inverse of `camera`, `screenToWorld` goes
+/// with both. Nothing where that is no finite way.
+OSG_CONTRIBTOLVANITE_API std::optional<Vec2f> pan_way(Matrix4d const &screenToWorld,
+                                                      Matrix const &camera, Matrix const &viewing,
+                                                      Grip const &grip, Real32 normX, Real32 normY);
 } // namespace NavigationMath
 
 /// A camera as the point that it stands on, the one that it looks at, and what is upwards. Each
