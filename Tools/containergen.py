@@ -12,8 +12,10 @@ Attributes of the element FieldContainer that count here: name, parent, structur
 "abstract"), group (the group name of the type; the class's own name for a child of Attachment,
 "NULL" otherwise), header (where X is defined, if not in OSGX.h) and firstFieldId (where the ids do
 not continue the parent's). Those of Field:
-name, type, cardinality, visibility, access, defaultValue, and category: "pointer" (counted
-unrecorded), "weak" or "child" for fields whose type ends in Ptr.
+name, type, cardinality, visibility, access ("public"; "owner": read by everybody, written by the
+class's own functions; "protected": both are the class's own), defaultValue, and category: "pointer"
+(counted unrecorded), "recorded", "weak", "unreferenced" or "child" for fields whose type ends in
+Ptr.
 """
 
 import argparse
@@ -27,7 +29,8 @@ VALUE_TYPES = {
     "Pnt3f", "Vec2f", "Vec3f", "Color3f", "Color4f", "Matrix", "BoxVolume",
 }
 NUMBERS = {"UInt8", "UInt16", "UInt32", "UInt64", "Int32", "Real32", "bool"}
-POLICIES = {"pointer": "UnrecordedRefCountPolicy", "weak": "WeakRefCountPolicy"}
+POLICIES = {"pointer": "UnrecordedRefCountPolicy", "recorded": "RecordedRefCountPolicy",
+            "weak": "WeakRefCountPolicy", "unreferenced": "NoRefCountPolicy"}
 
 
 class DescriptionError(Exception):
@@ -54,6 +57,8 @@ class Field:
         self.category = element.get("category", "pointer")
         self.prose = (element.text or "").lstrip("\n")
         self.pointer = self.type.endswith("Ptr")
+        if self.access not in ("public", "owner", "protected"):
+            raise DescriptionError(f"field {self.name}: unknown access {self.access}")
         if not self.pointer and self.type not in VALUE_TYPES:
             raise DescriptionError(f"field {self.name}: unknown type {self.type}")
 
@@ -148,7 +153,7 @@ class Container:
         public, protected = [], []
         for field in self.fields:
             read, write = field.accessors()
-            public += read
+            (protected if field.access == "protected" else public).extend(read)
             (public if field.access == "public" else protected).extend(write)
             protected += [f"GetFieldHandlePtr getHandle{field.capital}() const;",
                           f"EditFieldHandlePtr editHandle{field.capital}();"]

@@ -120,4 +120,5 @@ bool TransformationMatrix<T>::equals(TransformationMatrix const &other, T tolera
 }
 
 template class TransformationMatrix<Real32>;
+template class TransformationMatrix<Real64>;
 } // namespace OSG

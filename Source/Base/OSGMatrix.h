@@ -44,6 +44,17 @@ class TransformationMatrix
     {
     }
 
+    /// Each number converted.
+    template <class U>
+    explicit TransformationMatrix(TransformationMatrix<U> const &source)
+    {
+        for(UInt32 c = 0; c < 4; ++c)
+        {
+            for(UInt32 r = 0; r < 4; ++r)
+                _columns[c][r] = static_cast<T>(source[c][r]);
+        }
+    }
+
     void setIdentity();
     /// Replace the whole matrix.
     void setTranslate(T x, T y, T z);
@@ -129,6 +140,8 @@ class TransformationMatrix
 };
 
 using Matrix = TransformationMatrix<Real32>;
+/// For products and inverses whose digits single precision would lose: projections above all.
+using Matrix4d = TransformationMatrix<Real64>;
 
 template <class T>
 void TransformationMatrix<T>::setIdentity()
@@ -169,4 +182,5 @@ TransformationMatrix<T> TransformationMatrix<T>::operator*(TransformationMatrix 
 }
 
 extern template class OSG_BASE_API TransformationMatrix<Real32>;
+extern template class OSG_BASE_API TransformationMatrix<Real64>;
 } // namespace OSG

@@ -200,7 +200,9 @@ class Point : public NumberTuple<Point<T, N>, T, N>
 using Pnt2f = Point<Real32, 2>;
 using Pnt3f = Point<Real32, 3>;
 using Pnt4f = Point<Real32, 4>;
+using Pnt3d = Point<Real64, 3>;
 using Vec2f = Vector<Real32, 2>;
 using Vec3f = Vector<Real32, 3>;
 using Vec4f = Vector<Real32, 4>;
+using Vec3d = Vector<Real64, 3>;
 } // namespace OSG

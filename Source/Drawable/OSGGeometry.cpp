@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "OSGGeometryRay.h"
 #include "OSGGeometryView.h"
+#include "OSGIntersectAction.h"
 #include "OSGLog.h"
 #include "OSGName.h"
 
@@ -83,6 +85,30 @@ void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)
     if((whichField & Extent) != 0)
         invalidateVolume();
     GeometryBase::changed(whichField, origin, details);
+}
+
+// --- rays ---
+
+namespace
+{
+ActionBase::ResultE intersect_geometry(NodeCore *core, Action *action)
+{
+    IntersectAction &ray = static_cast<IntersectAction &>(*action);
+    if(ray.passesVolume())
+        return ActionBase::Skip;
+    Geometry const &geometry = static_cast<Geometry const &>(*core);
+    RayHit const hit = nearest_triangle(geometry, ray.getLine(), ray.getReach());
+    if(hit.triangle >= 0)
+        ray.setHit(hit.distance, hit.triangle, hit.normal);
+    return ActionBase::Continue;
+}
+} // namespace
+
+void Geometry::initMethod(TypeBase::InitPhase phase)
+{
+    GeometryBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        IntersectAction::registerEnterDefault(getClassType(), &intersect_geometry);
 }
 
 void Geometry::reportOutOfRange() const

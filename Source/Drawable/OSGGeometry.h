@@ -85,6 +85,9 @@ class OSG_DRAWABLE_API Geometry : public GeometryBase
     }
     ~Geometry() override;
 
+    /// Makes geometry known to rays.
+    static void initMethod(TypeBase::InitPhase phase);
+
     friend Pattern;
 
   private:

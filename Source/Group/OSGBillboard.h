@@ -18,6 +18,8 @@ class OSG_GROUP_API Billboard : public BillboardBase, public RenderedMatrix
     Billboard(Billboard const &) = default;
     ~Billboard() override;
 
+    static void initMethod(TypeBase::InitPhase phase);
+
     friend Pattern;
 };
 } // namespace OSG

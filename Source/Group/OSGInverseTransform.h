@@ -18,6 +18,8 @@ class OSG_GROUP_API InverseTransform : public InverseTransformBase, public Rende
     InverseTransform(InverseTransform const &) = default;
     ~InverseTransform() override;
 
+    static void initMethod(TypeBase::InitPhase phase);
+
     friend Pattern;
 };
 } // namespace OSG

@@ -1,5 +1,7 @@
 #include "OSGTransform.h"
 
+#include "OSGIntersectSpaces.h"
+
 namespace OSG
 {
 Transform::~Transform() = default;
@@ -12,5 +14,12 @@ void Transform::changed(BitVector whichField, UInt32 origin, BitVector details)
     if((whichField & MatrixFieldMask) != 0)
         invalidateVolume();
     TransformBase::changed(whichField, origin, details);
+}
+
+void Transform::initMethod(TypeBase::InitPhase phase)
+{
+    TransformBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        register_intersect_space(getClassType());
 }
 } // namespace OSG

@@ -19,6 +19,8 @@ class OSG_GROUP_API Transform : public TransformBase
     Transform(Transform const &) = default;
     ~Transform() override;
 
+    static void initMethod(TypeBase::InitPhase phase);
+
     friend Pattern;
 };
 } // namespace OSG

@@ -1,5 +1,7 @@
 #include "OSGVisitSubTree.h"
 
+#include "OSGIntersectAction.h"
+
 namespace OSG
 {
 VisitSubTree::~VisitSubTree() = default;
@@ -16,5 +18,21 @@ void VisitSubTree::changed(BitVector whichField, UInt32 origin, BitVector detail
     if((whichField & SubTreeRootFieldMask) != 0)
         invalidateVolume();
     VisitSubTreeBase::changed(whichField, origin, details);
+}
+
+namespace
+{
+ActionBase::ResultE intersect_other_tree(NodeCore *core, Action *action)
+{
+    action->addNode(static_cast<VisitSubTree *>(core)->getSubTreeRoot());
+    return ActionBase::Continue;
+}
+} // namespace
+
+void VisitSubTree::initMethod(TypeBase::InitPhase phase)
+{
+    VisitSubTreeBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        IntersectAction::registerEnterDefault(getClassType(), &intersect_other_tree);
 }
 } // namespace OSG

@@ -20,6 +20,8 @@ class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
     VisitSubTree(VisitSubTree const &) = default;
     ~VisitSubTree() override;
 
+    static void initMethod(TypeBase::InitPhase phase);
+
     friend Pattern;
 };
 } // namespace OSG

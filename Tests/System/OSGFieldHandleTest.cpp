@@ -1,6 +1,8 @@
 #include "OSGFieldHandle.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <sstream>
 
 #include "OSGFieldContainerFactory.h"
@@ -152,6 +154,88 @@ TEST(FieldText, AcceptsLiteralsAsDescriptionsWriteThem)
     UInt8 byte = 3;
     EXPECT_FALSE(value_from_text("256", byte));
     EXPECT_EQ(byte, 3);
+}
+
+// --- every value type, out and in ---
+
+template <class T>
+std::string written(T const &value)
+{
+    std::ostringstream text;
+    OutStream out(text);
+    value_to_text(out, value);
+    return text.str();
+}
+
+/// What a text reads to, over a value that is not the default.
+template <class T>
+T read_back(std::string const &text, T value)
+{
+    EXPECT_TRUE(value_from_text(text.c_str(), value)) << text;
+    return value;
+}
+
+BoxVolume box_with(void (*change)(BoxVolume &))
+{
+    BoxVolume box(Pnt3f(-1.f, 0.1f, 2.f), Pnt3f(1e-20f, 1e20f, 3.f));
+    change(box);
+    return box;
+}
+
+TEST(FieldText, EveryTypeReadsBackFromWhatItWrites)
+{
+    constexpr Real32 odd = 0.1f;
+    EXPECT_EQ(read_back(written(std::string("a, \"b\"\n")), std::string("x")), "a, \"b\"\n");
+    EXPECT_EQ(read_back(written(std::string()), std::string("x")), "");
+    EXPECT_EQ(read_back(written(true), false), true);
+    EXPECT_EQ(read_back(written(false), true), false);
+    EXPECT_EQ(read_back(written(UInt8(255)), UInt8(0)), 255);
+    EXPECT_EQ(read_back(written(UInt16(65535)), UInt16(0)), 65535);
+    EXPECT_EQ(read_back(written(UInt32(0xFFFFFFFF)), UInt32(0)), 0xFFFFFFFF);
+    EXPECT_EQ(read_back(written(~UInt64(0)), UInt64(0)), ~UInt64(0));
+    EXPECT_EQ(read_back(written(Int32(-2147483647 - 1)), Int32(0)), -2147483647 - 1);
+    EXPECT_EQ(read_back(written(odd), 0.f), odd);
+    EXPECT_EQ(read_back(written(Pnt3f(odd, -2.f, 3e30f)), Pnt3f()), Pnt3f(odd, -2.f, 3e30f));
+    EXPECT_EQ(read_back(written(Vec2f(odd, -2.f)), Vec2f()), Vec2f(odd, -2.f));
+    EXPECT_EQ(read_back(written(Vec3f(odd, -2.f, 0.f)), Vec3f()), Vec3f(odd, -2.f, 0.f));
+    EXPECT_EQ(read_back(written(Color3f(odd, 0.f, 1.f)), Color3f()), Color3f(odd, 0.f, 1.f));
+    EXPECT_EQ(read_back(written(Color4f(odd, 0.f, 1.f, 0.5f)), Color4f()),
+              Color4f(odd, 0.f, 1.f, 0.5f));
+}
+
+TEST(FieldText, NumbersThatAreNoneReadBack)
+{
+    Real32 const infinity = std::numeric_limits<Real32>::infinity();
+    EXPECT_EQ(read_back(written(infinity), 0.f), infinity);
+    EXPECT_EQ(read_back(written(-infinity), 0.f), -infinity);
+    EXPECT_TRUE(std::isnan(read_back(written(std::nanf("")), 0.f)));
+}
+
+TEST(FieldText, BoxesReadBackWithWhatTheyAre)
+{
+    for(BoxVolume const &box :
+        {box_with([](BoxVolume &) {}), box_with([](BoxVolume &b) { b.setEmpty(); }),
+         box_with([](BoxVolume &b) { b.setInfinite(); }),
+         box_with([](BoxVolume &b) { b.setValid(false); }),
+         box_with(
+             [](BoxVolume &b)
+             {
+                 b.setStatic();
+                 b.setValid(false);
+                 b.setEmpty();
+             }),
+         BoxVolume()})
+    {
+        BoxVolume other(Pnt3f(7.f, 7.f, 7.f), Pnt3f(8.f, 8.f, 8.f));
+        other.setStatic();
+        EXPECT_TRUE(read_back(written(box), other) == box) << written(box);
+    }
+    BoxVolume box;
+    EXPECT_TRUE(value_from_text("infinite", box));
+    EXPECT_TRUE(box.isInfinite());
+    EXPECT_FALSE(value_from_text("", box));
+    EXPECT_FALSE(value_from_text("static 1 2 3", box));
+    EXPECT_TRUE(box.isInfinite());
 }
 } // namespace
 } // namespace OSG

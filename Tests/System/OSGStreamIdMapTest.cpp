@@ -3,8 +3,14 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "OSGBinaryDataHandler.h"
+#include "OSGChangeList.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGMaterialGroup.h"
 #include "OSGName.h"
+#include "OSGSimpleMaterial.h"
+#include "OSGSwitchMaterial.h"
+#include "OSGThread.h"
 
 namespace OSG::Test
 {
@@ -66,6 +72,54 @@ TEST(StreamIdMap, ZeroIsNothingAndTheLastOfTwoStands)
     ids.add(3, second);
     EXPECT_EQ(mapped(0), nullptr);
     EXPECT_EQ(mapped(3), second);
+}
+
+namespace
+{
+/// Reads `ids` into the pointer fields of `mask`.
+void read_pointers(FieldContainer &container, BitVector mask, std::vector<UInt32> const &ids)
+{
+    MemoryBinaryDataHandler bytes;
+    bytes.putValues(ids.data(), ids.size());
+    container.copyFromBin(bytes, mask);
+}
+} // namespace
+
+TEST(StreamIdMap, AContainerOfAnotherClassIsReadAsNull)
+{
+    UnrecordedRefPtr<MaterialGroup> const group(MaterialGroup::create());
+    UnrecordedRefPtr<SimpleMaterial> const material(SimpleMaterial::create());
+    group->setMaterial(material);
+    StreamIdMap ids;
+    ids.add(5, group);
+    ids.add(6, material);
+    read_pointers(*group, MaterialGroup::MaterialFieldMask, {5});
+    EXPECT_EQ(group->getMaterial(), nullptr);
+    read_pointers(*group, MaterialGroup::MaterialFieldMask, {6});
+    EXPECT_EQ(group->getMaterial(), material);
+    read_pointers(*group, MaterialGroup::MaterialFieldMask, {0});
+    EXPECT_EQ(group->getMaterial(), nullptr);
+}
+
+TEST(StreamIdMap, WhatAReadReplacesLosesItsReferenceAtTheCommit)
+{
+    ChangeList &changes = *Thread::getCurrentChangeList();
+    changes.commitChanges();
+    UInt32 const before = FieldContainerFactoryBase::the()->getNumContainers();
+    {
+        UnrecordedRefPtr<MaterialGroup> const group(MaterialGroup::create());
+        UnrecordedRefPtr<SwitchMaterial> const choice(SwitchMaterial::create());
+        group->setMaterial(UnrecordedRefPtr<SimpleMaterial>(SimpleMaterial::create()));
+        choice->editMFMaterials()->push_back(
+            UnrecordedRefPtr<SimpleMaterial>(SimpleMaterial::create()));
+        read_pointers(*group, MaterialGroup::MaterialFieldMask, {0});
+        read_pointers(*choice, SwitchMaterial::MaterialsFieldMask, {0});
+        EXPECT_EQ(group->getMaterial(), nullptr);
+        EXPECT_TRUE(choice->getMFMaterials()->empty());
+        EXPECT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), before + 4);
+        changes.commitChanges();
+        EXPECT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), before + 2);
+    }
 }
 
 TEST(StreamIdMap, OtherThreadsDoNotSeeIt)

@@ -69,7 +69,7 @@ void write_text_form(JsonWriter &json, Content content, std::string const &text)
         json.value(text);
         break;
     case Content::Truth:
-        json.value(text == "true");
+        json.value(text == "TRUE");
         break;
     case Content::Whole:
         if(!text.empty() && text[0] == '-')
@@ -134,12 +134,10 @@ void write_attachment(JsonWriter &json, OSG::Attachment const &attachment, char 
 {
     OSG::FieldContainerType const &type = attachment.getType();
     json.beginObject().member("type", type.getCName()).member("on", where);
-    // Ids have gaps, and as many values as a mask has bits.
-    for(OSG::UInt32 id = 1; id < 64; ++id)
+    for(OSG::FieldDescriptionBase const *field : type.getFieldDescs())
     {
-        OSG::FieldDescriptionBase const *const description = type.getFieldDesc(id);
-        if(description != nullptr && !description->isInternal())
-            write_field(json, *attachment.getField(id));
+        if(!field->isInternal())
+            write_field(json, *attachment.getField(field->getFieldId()));
     }
     json.endObject();
 }

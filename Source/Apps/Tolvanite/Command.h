@@ -53,6 +53,8 @@ void addInfoCommand(CLI::App &program, ChosenCommand &chosen);
 void addDumpCommand(CLI::App &program, ChosenCommand &chosen);
 void addSelectCommand(CLI::App &program, ChosenCommand &chosen);
 void addOpsCommand(CLI::App &program, ChosenCommand &chosen);
+void addConvertCommand(CLI::App &program, ChosenCommand &chosen);
+void addReplayCommand(CLI::App &program, ChosenCommand &chosen);
 void addFormatsCommand(CLI::App &program, ChosenCommand &chosen);
 void addTypesCommand(CLI::App &program, ChosenCommand &chosen);
 } // namespace Tool

@@ -48,6 +48,8 @@ int runTool(int argc, char const *const *argv, Streams streams)
     addDumpCommand(program, chosen);
     addSelectCommand(program, chosen);
     addOpsCommand(program, chosen);
+    addConvertCommand(program, chosen);
+    addReplayCommand(program, chosen);
     addFormatsCommand(program, chosen);
     addTypesCommand(program, chosen);
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "OSGLog.h"
+#include "OSGStartUpRecord.h"
 
 namespace OSG
 {
@@ -46,8 +47,9 @@ void runSystemHooks(HookList list)
     std::vector<SystemHook>().swap(hooks_of(list));
 }
 
-StaticInitFuncWrapper::StaticInitFuncWrapper(SystemHook const &hook)
+StaticInitFuncWrapper::StaticInitFuncWrapper(SystemHook const &hook, char const *name)
 {
+    recordStartUp(StartUpKind::InitFunction, name);
     addPostFactoryInitFunction(hook);
 }
 } // namespace OSG

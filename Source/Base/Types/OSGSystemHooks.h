@@ -36,6 +36,7 @@ OSG_BASE_API void runSystemHooks(HookList list);
 class OSG_BASE_API StaticInitFuncWrapper
 {
   public:
-    explicit StaticInitFuncWrapper(SystemHook const &hook);
+    /// `name` tells people what it brings up (OSGStartUpRecord.h).
+    explicit StaticInitFuncWrapper(SystemHook const &hook, char const *name = "");
 };
 } // namespace OSG

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "OSGLog.h"
+#include "OSGStartUpRecord.h"
 
 namespace OSG
 {
@@ -14,6 +15,7 @@ TypeBase::TypeBase(char const *name, char const *parentName, UInt32 nameSpace)
     , _id(TypeFactory::the().registerType(this))
     , _nameSpace(nameSpace)
 {
+    recordStartUp(StartUpKind::Type, name);
 }
 
 TypeBase::~TypeBase() = default;

@@ -19,6 +19,8 @@ class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTrans
     ConstantSizeTransform(ConstantSizeTransform const &) = default;
     ~ConstantSizeTransform() override;
 
+    static void initMethod(TypeBase::InitPhase phase);
+
     friend Pattern;
 };
 } // namespace OSG

@@ -6,14 +6,32 @@
 
 // --- attachments ---
 #include "OSGCommandNameAttachmentStatics.inl"
+#include "OSGForeignFileAttachmentStatics.inl"
+#include "OSGGeoToEntityAttachmentStatics.inl"
+#include "OSGHighlightMaterialAttachmentStatics.inl"
+#include "OSGWalkConsoleAttachmentStatics.inl"
 
 // --- scene file types ---
 #include "OSGOBJLibSceneFileTypeTN.h"
 
 namespace OSG
 {
+// The 3DS type comes first here.
 OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20,
                                             IOFileTypeBase::ReadSupported);
+} // namespace OSG
+
+// --- element of the binary scene format ---
+#include "OSGOSBElementFactory.h"
+#include "OSGOSBHandleEntAttachment.h"
+
+namespace OSG
+{
+namespace
+{
+[[maybe_unused]] bool const entity_element = OSBElementFactorySingleton::the()->registerElement(
+    "GeoToEntAttachment", new OSBElementCreator<OSBHandleEntAttachment>);
+} // namespace
 } // namespace OSG
 
 // --- graph operations ---
@@ -36,11 +54,30 @@ bool register_prototype()
     return true;
 }
 
-StaticInitFuncWrapper const register_grp_merge(&register_prototype<GrpMergeGraphOp>);
-StaticInitFuncWrapper const register_mrg(&register_prototype<MrgGraphOp>);
-StaticInitFuncWrapper const register_simplify(&register_prototype<SimplifyRenderEngineGraphOp>);
+StaticInitFuncWrapper const grp_merge(&register_prototype<GrpMergeGraphOp>, "GrpMerge");
+StaticInitFuncWrapper const mrg(&register_prototype<MrgGraphOp>, "Mrg");
+StaticInitFuncWrapper const simplify(&register_prototype<SimplifyRenderEngineGraphOp>,
+                                     "SimplifyRenderEngine");
 } // namespace
 } // namespace OSG
+
+// --- viewport ---
+#include "OSGEnhPassiveViewportStatics.inl"
+
+// --- timer frequency: its place, before the containers below ---
+
+// --- node core ---
+#include "OSGConstSizeTransformStatics.inl"
+
+// --- state chunk; its class before its type ---
+#include "OSGViewportTranslateChunk.h"
+
+namespace OSG
+{
+StateChunkClass ViewportTranslateChunk::_class("ViewportTranslate", 1, 100);
+} // namespace OSG
+
+#include "OSGViewportTranslateChunkStatics.inl"
 
 // --- where the scene graph is up already, the types above are brought up at once ---
 #include "OSGSystem.h"

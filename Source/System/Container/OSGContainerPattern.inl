@@ -197,7 +197,7 @@ void ContainerPattern<X, XBase, Parent>::describeRow(FieldContainerType &type)
     constexpr UInt32 FieldFlags = 256;
     constexpr auto row = std::get<I>(XBase::fieldRows());
     using Field = typename decltype(row)::FieldT;
-    type.addInitialDesc(new FieldDescription(
+    type.addInitialDesc(FieldDescription::createFieldDescription(
         Field::getClassType(), row.name, row.prose, row.id, row.mask(), row.visibility, FieldFlags,
         [](FieldContainer const &container)
         {
@@ -343,6 +343,6 @@ EditFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeEditHandle(Field &fie
 {
     this->markEdited(BitVector(1) << id);
     return EditFieldHandlePtr(
-        new TypedEditFieldHandle<Field>(XBase::_type.getFieldDesc(id), field, base(), access));
+        new EditHandleOf<Field>(XBase::_type.getFieldDesc(id), field, base(), access));
 }
 } // namespace OSG

@@ -4,6 +4,7 @@
 
 #include "OSGFieldContainerFactory.h"
 #include "OSGLog.h"
+#include "OSGPointerFieldHandles.h"
 #include "OSGTypePredicates.h"
 
 namespace OSG
@@ -18,6 +19,33 @@ DeepCloner::DeepCloner(Choice share, Choice ignore)
     : _share(std::move(share))
     , _ignore(std::move(ignore))
 {
+}
+
+DeepCloner::Choice DeepCloner::choice(NameList const &types, NameList const &groups)
+{
+    DeepCloner::Choice choice;
+    for(std::string const &name : types)
+    {
+        ReflexiveContainerType const *const type =
+            FieldContainerFactoryBase::the()->findType(name.c_str());
+        if(type != nullptr)
+            choice.types.push_back(type);
+        else
+            OSG_LOG_WARNING("deepClone: no container type has the name %s\n", name.c_str());
+    }
+    std::vector<FieldContainerType *> const all = FieldContainerFactoryBase::the()->getTypes();
+    for(std::string const &name : groups)
+    {
+        auto const found = std::find_if(all.begin(), all.end(),
+                                        [&name](FieldContainerType *type)
+                                        { return name == type->getGroupName(); });
+        if(found != all.end())
+            choice.groups.push_back((*found)->getGroupId());
+        else
+            OSG_LOG_WARNING("deepClone: no group of container types has the name %s\n",
+                            name.c_str());
+    }
+    return choice;
 }
 
 FieldContainer *DeepCloner::clone(FieldContainer const *source)
@@ -79,8 +107,8 @@ void DeepCloner::copyPointers(FieldContainer const &source, FieldContainer &copy
     UInt32 const id = field.getFieldId();
     GetFieldHandlePtr const from = source.getField(id);
     UInt32 const size = from->size();
-    // Where the copy has no entries they are children: they do not come with a copy.
-    bool const isChildField = copy.getField(id)->size() < size;
+    // Children do not come with a copy.
+    bool const isChildField = from->isChildField();
     UInt32 gone = 0;
     for(UInt32 i = 0; i < size; ++i)
     {
@@ -110,8 +138,12 @@ bool DeepCloner::relink(FieldContainer &copy, UInt32 fieldId, UInt32 index, Fiel
     // What hangs together by more than this field is linked and unlinked by its classes.
     if(target == nullptr && copy.unlinkChild(old, field))
         return false;
-    if(target == nullptr || !target->linkParent(&copy, field))
-        copy.editField(fieldId)->replacePointer(index, target);
+    // An entry of a list keeps its place.
+    bool const isSingle = copy.getFieldDescription(fieldId)->getFieldType().getCardinality() ==
+                          FieldCardinality::Single;
+    if(target == nullptr || !isSingle || !target->linkParent(&copy, field))
+        static_cast<EditPointerFieldHandle &>(*copy.editField(fieldId))
+            .replacePointer(index, target);
     return true;
 }
 
@@ -136,17 +168,9 @@ DeepCloner::pointerFieldsOf(FieldContainerType const &type)
     if(!isNew)
         return entry->second;
     std::vector<FieldDescriptionBase const *> &fields = entry->second;
-    for(TypeBase const *at = &type; at != nullptr; at = at->getParent())
-    {
-        std::vector<FieldDescriptionBase const *> own;
-        for(FieldDescriptionBase const *field :
-            static_cast<ReflexiveContainerType const *>(at)->getOwnFieldDescs())
-        {
-            if(field->getFieldType().getClass() != FieldClass::Value)
-                own.push_back(field);
-        }
-        fields.insert(fields.begin(), own.begin(), own.end());
-    }
+    fields = type.getFieldDescs();
+    std::erase_if(fields, [](FieldDescriptionBase const *field)
+                  { return field->getFieldType().getClass() == FieldClass::Value; });
     return fields;
 }
 
@@ -166,33 +190,6 @@ NameList names_in(std::string const &text)
     return names;
 }
 
-DeepCloner::Choice choice_of(NameList const &types, NameList const &groups)
-{
-    DeepCloner::Choice choice;
-    for(std::string const &name : types)
-    {
-        ReflexiveContainerType const *const type =
-            FieldContainerFactoryBase::the()->findType(name.c_str());
-        if(type != nullptr)
-            choice.types.push_back(type);
-        else
-            OSG_LOG_WARNING("deepClone: no container type has the name %s\n", name.c_str());
-    }
-    std::vector<FieldContainerType *> const all = FieldContainerFactoryBase::the()->getTypes();
-    for(std::string const &name : groups)
-    {
-        auto const found = std::find_if(all.begin(), all.end(),
-                                        [&name](FieldContainerType *type)
-                                        { return name == type->getGroupName(); });
-        if(found != all.end())
-            choice.groups.push_back((*found)->getGroupId());
-        else
-            OSG_LOG_WARNING("deepClone: no group of container types has the name %s\n",
-                            name.c_str());
-    }
-    return choice;
-}
-
 TransitPtr<FieldContainer> clone_by(FieldContainer const *source, DeepCloner::Choice share,
                                     DeepCloner::Choice ignore)
 {
@@ -204,8 +201,8 @@ TransitPtr<FieldContainer> clone_by(FieldContainer const *source, DeepCloner::Ch
 TransitPtr<FieldContainer> deepClone(FieldContainer const *source, std::string const &shareTypes,
                                      std::string const &ignoreTypes)
 {
-    return clone_by(source, choice_of(names_in(shareTypes), {}),
-                    choice_of(names_in(ignoreTypes), {}));
+    return clone_by(source, DeepCloner::choice(names_in(shareTypes), {}),
+                    DeepCloner::choice(names_in(ignoreTypes), {}));
 }
 
 TransitPtr<FieldContainer> deepClone(FieldContainer const *source,
@@ -221,7 +218,7 @@ TransitPtr<FieldContainer> deepCloneEx(FieldContainer const *source, NameList co
                                        NameList const &ignoreTypes, NameList const &shareGroups,
                                        NameList const &ignoreGroups)
 {
-    return clone_by(source, choice_of(shareTypes, shareGroups),
-                    choice_of(ignoreTypes, ignoreGroups));
+    return clone_by(source, DeepCloner::choice(shareTypes, shareGroups),
+                    DeepCloner::choice(ignoreTypes, ignoreGroups));
 }
 } // namespace OSG

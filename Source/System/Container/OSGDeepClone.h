@@ -27,13 +27,10 @@
 #include <vector>
 
 #include "OSGFieldContainer.h"
+#include "OSGTypeLists.h"
 
 namespace OSG
 {
-using ContainerTypeList = std::vector<ReflexiveContainerType const *>;
-using ContainerGroupList = std::vector<UInt32>;
-using NameList = std::vector<std::string>;
-
 /// Types by their names: "Material, Image". Names are separated by blanks or commas, in any number.
 OSG_SYSTEM_API TransitPtr<FieldContainer> deepClone(FieldContainer const *source,
                                                     std::string const &shareTypes = {},
@@ -66,6 +63,9 @@ class OSG_SYSTEM_API DeepCloner
 
         bool holds(ReflexiveContainerType const &type) const;
     };
+
+    /// By names; those that nothing has are passed over with a warning.
+    static Choice choice(NameList const &types, NameList const &groups);
 
     DeepCloner(Choice share, Choice ignore);
 

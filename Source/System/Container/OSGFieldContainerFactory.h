@@ -23,7 +23,7 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     static FieldContainerFactoryBase *the();
 
     // --- containers ---
-    /// Gives a container with an aspect store its id. Ids of dead containers return first in, first
+    /// Gives a container its id. Ids of dead containers return first in, first
     /// out; 0 is never given.
     UInt32 registerContainer(FieldContainer *const &container);
     void deregisterContainer(UInt32 id);
@@ -36,7 +36,9 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     /// The ids that are given, ascending.
     std::vector<UInt32> getIds() const;
     /// The aspect stores of all containers, by ascending id; the caller releases each.
-    std::vector<AspectStore *> holdStores() const;
+    std::vector<AspectStore *> holdStores();
+    /// The store of a registered container, which gets one here if it has none.
+    AspectStore *makeStore(FieldContainer const &container);
 
     // --- types ---
     /// Null where no container type has that name.
@@ -49,6 +51,7 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
   private:
     FieldContainerFactoryBase();
     ~FieldContainerFactoryBase();
+    AspectStore *makeStoreUnderLock(FieldContainer const &container);
     struct Data;
     Data *_data;
 };

@@ -71,6 +71,14 @@ FieldDescriptionBase const *ReflexiveContainerType::getFieldDesc(char const *nam
     return nullptr;
 }
 
+std::vector<FieldDescriptionBase const *> ReflexiveContainerType::getFieldDescs() const
+{
+    std::vector<FieldDescriptionBase const *> all;
+    for(ReflexiveContainerType const *type = this; type != nullptr; type = parent_of(type))
+        all.insert(all.begin(), type->_own.begin(), type->_own.end());
+    return all;
+}
+
 UInt32 ReflexiveContainerType::getNumFieldDescs() const
 {
     UInt32 count = 0;
@@ -81,7 +89,7 @@ UInt32 ReflexiveContainerType::getNumFieldDescs() const
 
 UInt32 ReflexiveContainerType::addInitialDesc(FieldDescriptionBase *description)
 {
-    if(!description->isValid())
+    if(description == nullptr || !description->isValid())
     {
         delete description;
         return 0;

@@ -29,11 +29,14 @@ class OSG_SYSTEM_API ReflexiveContainerType : public DataType
     FieldDescriptionBase const *getFieldDesc(char const *name) const;
     /// The type's own fields in id order, without the parents'.
     std::vector<FieldDescriptionBase *> const &getOwnFieldDescs() const { return _own; }
+    /// All fields in id order, the parents' first.
+    std::vector<FieldDescriptionBase const *> getFieldDescs() const;
     /// Number of fields, the parents' included.
     UInt32 getNumFieldDescs() const;
 
-    /// Called by a class's description inserter; takes over `description`. A description without
-    /// a name is refused: it is deleted, and the result is 0. Otherwise its id.
+    /// Called by a class's description inserter; takes over `description`. Null, and a
+    /// description without a name, are refused: it is deleted, and the result is 0. Otherwise its
+    /// id.
     UInt32 addInitialDesc(FieldDescriptionBase *description);
 
     /// Types with the same group name have the same id; "NULL" is id 0.

@@ -3,6 +3,7 @@
 /// \file
 /// What the container pattern does with one field, overloaded by the kind of the field.
 
+#include <algorithm>
 #include <type_traits>
 
 #include "OSGChangeList.h"
@@ -67,8 +68,20 @@ template <class T>
 void field_to_bin(ExceptionBinaryDataHandler &handler, MField<T> const &field)
 {
     handler.putValue(static_cast<UInt32>(field.size()));
-    for(T const &value : field)
-        value_to_bin(handler, value);
+    if constexpr(FloatCount<T> != 0)
+    {
+        handler.putValues(reinterpret_cast<Real32 const *>(field.data()),
+                          UInt64(field.size()) * FloatCount<T>);
+    }
+    else if constexpr(BinaryNumber<T> && !std::is_same_v<T, bool>)
+    {
+        handler.putValues(field.data(), field.size());
+    }
+    else
+    {
+        for(T const &value : field)
+            value_to_bin(handler, value);
+    }
 }
 
 template <class Field>
@@ -87,15 +100,36 @@ void field_from_bin(ExceptionBinaryDataHandler &handler, SField<T> &field)
 template <class T>
 void field_from_bin(ExceptionBinaryDataHandler &handler, MField<T> &field)
 {
+    constexpr UInt32 Block = 16 * 1024;
     UInt32 count = 0;
     handler.getValue(count);
     field.clear();
-    // One by one: a count alone is no reason to allocate; the handler ends a short stream.
-    for(UInt32 i = 0; i < count; ++i)
+    // A count alone is no reason to allocate; the handler ends a short stream.
+    while(count != 0)
     {
-        T value{};
-        value_from_bin(handler, value);
-        field.push_back(std::move(value));
+        UInt32 const next = std::min(count, Block);
+        std::size_t const done = field.size();
+        count -= next;
+        if constexpr(FloatCount<T> != 0)
+        {
+            field.resize(done + next);
+            handler.getValues(reinterpret_cast<Real32 *>(field.data() + done),
+                              UInt64(next) * FloatCount<T>);
+        }
+        else if constexpr(BinaryNumber<T> && !std::is_same_v<T, bool>)
+        {
+            field.resize(done + next);
+            handler.getValues(field.data() + done, next);
+        }
+        else
+        {
+            for(UInt32 i = 0; i < next; ++i)
+            {
+                T value{};
+                value_from_bin(handler, value);
+                field.push_back(std::move(value));
+            }
+        }
     }
 }
 
@@ -126,7 +160,13 @@ void field_from_bin(ExceptionBinaryDataHandler &handler,
 {
     UInt32 count = 0;
     handler.getValue(count);
-    field.clear();
+    PointerList old;
+    field.takeValues(old);
+    for(UInt32 i = 0; i < old.size(); ++i)
+    {
+        if(old[i] != nullptr)
+            Thread::getCurrentChangeList()->template addDelayedSubRef<Policy>(old[i]);
+    }
     for(UInt32 i = 0; i < count; ++i)
     {
         UInt32 id = 0;

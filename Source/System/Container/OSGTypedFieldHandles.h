@@ -7,9 +7,32 @@
 #include "OSGFieldHandle.h"
 #include "OSGFieldOperations.h"
 #include "OSGFieldText.h"
+#include "OSGPointerFieldHandles.h"
 
 namespace OSG
 {
+/// The classes that the handles of a field derive from.
+template <class Field>
+struct HandleBases
+{
+    using Get = GetFieldHandle;
+    using Edit = EditFieldHandle;
+};
+template <class Field>
+requires std::is_base_of_v<PointerSFieldBase, Field>
+struct HandleBases<Field>
+{
+    using Get = GetSFieldHandle<PointerSFieldBase>;
+    using Edit = EditSFieldHandle<PointerSFieldBase>;
+};
+template <class Field>
+requires std::is_base_of_v<PointerMFieldBase, Field>
+struct HandleBases<Field>
+{
+    using Get = GetMFieldHandle<PointerMFieldBase>;
+    using Edit = EditMFieldHandle<PointerMFieldBase>;
+};
+
 /// What get and edit handles of a field have in common; `Base` is one of the two.
 template <class Field, class Base>
 class FieldHandleOn : public Base
@@ -30,6 +53,11 @@ class FieldHandleOn : public Base
             return static_cast<UInt32>(_field.size());
     }
 
+    bool isChildField() const override
+    {
+        return IsPointerField<Field> && !IsCopiedPointerField<Field>;
+    }
+
     bool equal(FieldHandle const &other) const override
     {
         if(&other.getType() != &this->getType() || other.size() != size())
@@ -41,23 +69,25 @@ class FieldHandleOn : public Base
     Field const &field() const { return _field; }
 
   protected:
-    Field const &_field;
-
-  private:
+    /// Null where the handle is of another kind of field.
     static Field const *field_of(FieldHandle const &handle)
     {
-        if(auto const *get = dynamic_cast<FieldHandleOn<Field, GetFieldHandle> const *>(&handle))
+        using Bases = HandleBases<Field>;
+        if(auto const *get =
+               dynamic_cast<FieldHandleOn<Field, typename Bases::Get> const *>(&handle))
             return &get->field();
-        if(auto const *edit = dynamic_cast<FieldHandleOn<Field, EditFieldHandle> const *>(&handle))
+        if(auto const *edit =
+               dynamic_cast<FieldHandleOn<Field, typename Bases::Edit> const *>(&handle))
             return &edit->field();
         return nullptr;
     }
 
+    Field const &_field;
+
+  private:
     bool equal_values(Field const &theirs) const
     {
-        if constexpr(IsPointerField<Field> && Field::Cardinality == FieldCardinality::Single)
-            return _field.getPointer() == theirs.getPointer();
-        else if constexpr(Field::Cardinality == FieldCardinality::Single)
+        if constexpr(Field::Cardinality == FieldCardinality::Single)
             return _field.getValue() == theirs.getValue();
         else
             return std::equal(_field.begin(), _field.end(), theirs.begin());
@@ -65,10 +95,11 @@ class FieldHandleOn : public Base
 };
 
 template <class Field>
-class TypedGetFieldHandle : public FieldHandleOn<Field, GetFieldHandle>
+class TypedGetFieldHandle : public FieldHandleOn<Field, typename HandleBases<Field>::Get>
 {
   public:
-    using FieldHandleOn<Field, GetFieldHandle>::FieldHandleOn;
+    using Handle = FieldHandleOn<Field, typename HandleBases<Field>::Get>;
+    using Handle::Handle;
 
     void pushIndexedValueToStream(OutStream &out, UInt32 index) const override
     {
@@ -97,12 +128,14 @@ class TypedGetFieldHandle : public FieldHandleOn<Field, GetFieldHandle>
 };
 
 template <class Field>
-class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
+class TypedEditFieldHandle : public FieldHandleOn<Field, typename HandleBases<Field>::Edit>
 {
   public:
+    using Handle = FieldHandleOn<Field, typename HandleBases<Field>::Edit>;
+
     TypedEditFieldHandle(FieldDescriptionBase const *description, Field &field,
                          FieldContainer *container, FieldAccess access)
-        : FieldHandleOn<Field, EditFieldHandle>(description, field, container)
+        : Handle(description, field, container)
         , _edited(field)
         , _access(access)
     {
@@ -115,7 +148,14 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
         else if constexpr(Field::Cardinality == FieldCardinality::Single)
             return index == 0 && value_from_text(text, _edited.getValue());
         else
-            return index < _edited.size() && value_from_text(text, _edited[index]);
+        {
+            // A list of bool has no references to its values.
+            typename Field::StoredType value{};
+            if(index >= _edited.size() || !value_from_text(text, value))
+                return false;
+            _edited[index] = std::move(value);
+            return true;
+        }
     }
 
     bool insertIndexedValueFromCString(char const *text, UInt32 index) override
@@ -174,21 +214,65 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, EditFieldHandle>
         }
     }
 
-  private:
-    void replacePointer([[maybe_unused]] UInt32 index,
-                        [[maybe_unused]] FieldContainer *value) override
+    bool copyValues([[maybe_unused]] GetFieldHandlePtr const &source) override
     {
         if constexpr(IsPointerField<Field>)
+            return false;
+        else
         {
-            auto *const target = static_cast<typename Field::StoredType>(value);
-            if constexpr(Field::Cardinality == FieldCardinality::Single)
-                _edited.setValue(target);
-            else
-                _edited.replace(index, target);
+            Field const *const from = source != nullptr ? Handle::field_of(*source) : nullptr;
+            if(from == nullptr)
+                return false;
+            _edited = *from;
+            return true;
         }
     }
 
+  protected:
     Field &_edited;
+
+  private:
     FieldAccess _access;
 };
+
+/// The edit handle of a pointer field, with what its base wants of the field.
+template <class Field>
+class TypedEditPointerHandle : public TypedEditFieldHandle<Field>
+{
+  public:
+    using TypedEditFieldHandle<Field>::TypedEditFieldHandle;
+
+  private:
+    static constexpr bool IsSingle = Field::Cardinality == FieldCardinality::Single;
+    using Stored = typename Field::StoredType;
+
+    FieldContainer *pointerAt([[maybe_unused]] UInt32 index) const override
+    {
+        if constexpr(IsSingle)
+            return this->_edited.getValue();
+        else
+            return index < this->_edited.size() ? this->_edited[index] : nullptr;
+    }
+    void replacePointer([[maybe_unused]] UInt32 index, FieldContainer *value) override
+    {
+        if constexpr(IsSingle)
+            this->_edited.setValue(static_cast<Stored>(value));
+        else
+            this->_edited.replace(index, static_cast<Stored>(value));
+    }
+    void appendPointer([[maybe_unused]] FieldContainer *value) override
+    {
+        if constexpr(!IsSingle)
+            this->_edited.push_back(static_cast<Stored>(value));
+    }
+    void erasePointer([[maybe_unused]] UInt32 index) override
+    {
+        if constexpr(!IsSingle)
+            this->_edited.erase(index);
+    }
+};
+
+template <class Field>
+using EditHandleOf = std::conditional_t<IsPointerField<Field>, TypedEditPointerHandle<Field>,
+                                        TypedEditFieldHandle<Field>>;
 } // namespace OSG

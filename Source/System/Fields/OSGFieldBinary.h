@@ -4,7 +4,8 @@
 /// Binary form of field values over an ExceptionBinaryDataHandler, and its size in bytes.
 ///
 /// Little-endian numbers; a string is counted as its length plus 5 (32-bit length, characters, zero
-/// byte); a list is a 32-bit count and its values; composite values are their numbers in order.
+/// byte); a list is a 32-bit count and its values; composite values are their numbers in order, a
+/// box a byte of flags before them.
 
 #include <string>
 
@@ -49,24 +50,36 @@ static_assert(sizeof(Vec2f) == 2 * sizeof(Real32) && sizeof(Pnt3f) == 3 * sizeof
 static_assert(sizeof(Color3f) == 3 * sizeof(Real32) && sizeof(Color4f) == 4 * sizeof(Real32));
 static_assert(sizeof(Matrix) == 16 * sizeof(Real32));
 
+// A box is a byte of flags and its two corners.
+enum BoxFlag : UInt8
+{
+    EmptyBox = 1,
+    InfiniteBox = 2,
+    ValidBox = 4,
+    StaticBox = 8
+};
+
 inline void value_to_bin(ExceptionBinaryDataHandler &handler, BoxVolume const &value)
 {
-    handler.putValue(UInt8(value.isEmpty() ? 0 : value.isInfinite() ? 2 : 1));
+    handler.putValue(UInt8((value.isEmpty() ? EmptyBox : 0) |
+                           (value.isInfinite() ? InfiniteBox : 0) |
+                           (value.isValid() ? ValidBox : 0) | (value.isStatic() ? StaticBox : 0)));
     handler.putValues(value.getMin().values(), 3);
     handler.putValues(value.getMax().values(), 3);
 }
 
 inline void value_from_bin(ExceptionBinaryDataHandler &handler, BoxVolume &value)
 {
-    UInt8 state = 0;
+    UInt8 flags = 0;
     Real32 bounds[6];
-    handler.getValue(state);
+    handler.getValue(flags);
     handler.getValues(bounds, 6);
-    value.setEmpty(true);
-    if(state != 0)
-        value.setBounds(Pnt3f(bounds[0], bounds[1], bounds[2]),
-                        Pnt3f(bounds[3], bounds[4], bounds[5]));
-    value.setInfinite(state == 2);
+    value.setBounds(Pnt3f(bounds[0], bounds[1], bounds[2]), Pnt3f(bounds[3], bounds[4], bounds[5]));
+    value.setInfinite((flags & InfiniteBox) != 0);
+    if((flags & EmptyBox) != 0)
+        value.setEmpty();
+    value.setValid((flags & ValidBox) != 0);
+    value.setStatic((flags & StaticBox) != 0);
 }
 
 template <class T>

@@ -1,6 +1,7 @@
 #include "OSGFieldDescription.h"
 
 #include "OSGFieldHandle.h"
+#include "OSGLog.h"
 
 namespace OSG
 {
@@ -21,6 +22,39 @@ FieldDescriptionBase::FieldDescriptionBase(FieldType const &type, char const *na
 }
 
 FieldDescriptionBase::~FieldDescriptionBase() = default;
+
+namespace
+{
+bool is_name(char const *name) { return name != nullptr && *name != '\0'; }
+} // namespace
+
+bool FieldDescriptionBase::isValid() const { return is_name(_name); }
+
+FieldDescriptionBase *FieldDescriptionBase::createFieldDescription(
+    FieldType const &type, char const *name, char const *documentation, UInt32 id, BitVector mask,
+    Visibility visibility, UInt32 flags, GetHandle getHandle, EditHandle editHandle)
+{
+    if(!is_name(name))
+    {
+        OSG_LOG_WARNING("createFieldDescription no fieldname given");
+        return nullptr;
+    }
+    return new FieldDescriptionBase(type, name, documentation, id, mask, visibility, flags,
+                                    getHandle, editHandle);
+}
+
+FieldDescriptionBase *FieldDescriptionBase::createFieldDescriptionIdx(
+    FieldType const &type, char const *name, char const *documentation, UInt32 id,
+    Visibility visibility, UInt32 flags, GetHandle getHandle, EditHandle editHandle)
+{
+    if(!is_name(name))
+    {
+        OSG_LOG_WARNING("createFieldDescriptionIdx no fieldname given");
+        return nullptr;
+    }
+    return new FieldDescriptionBase(type, name, documentation, id, BitVector(1) << id, visibility,
+                                    flags, getHandle, editHandle);
+}
 
 GetFieldHandlePtr FieldDescriptionBase::createGetHandle(FieldContainer const &container) const
 {

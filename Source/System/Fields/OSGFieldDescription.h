@@ -32,11 +32,23 @@ class OSG_SYSTEM_API FieldDescriptionBase
     FieldDescriptionBase(FieldType const &type, char const *name, char const *documentation,
                          UInt32 id, BitVector mask, Visibility visibility, UInt32 flags,
                          GetHandle getHandle, EditHandle editHandle);
+    /// The same on the heap, for addInitialDesc. Without a name null, with a warning.
+    static FieldDescriptionBase *createFieldDescription(FieldType const &type, char const *name,
+                                                        char const *documentation, UInt32 id,
+                                                        BitVector mask, Visibility visibility,
+                                                        UInt32 flags, GetHandle getHandle,
+                                                        EditHandle editHandle);
+    /// The same by the index of the field alone: its mask is 1 shifted left by it.
+    static FieldDescriptionBase *createFieldDescriptionIdx(FieldType const &type, char const *name,
+                                                           char const *documentation, UInt32 id,
+                                                           Visibility visibility, UInt32 flags,
+                                                           GetHandle getHandle,
+                                                           EditHandle editHandle);
     FieldDescriptionBase(FieldDescriptionBase const &) = default;
     FieldDescriptionBase &operator=(FieldDescriptionBase const &) = delete;
     virtual ~FieldDescriptionBase();
 
-    bool isValid() const { return _name != nullptr && *_name != '\0'; }
+    bool isValid() const;
     char const *getCName() const { return _name; }
     std::string getName() const { return _name; }
     char const *getDocumentation() const { return _documentation; }

@@ -12,7 +12,22 @@ GetFieldHandle::~GetFieldHandle() = default;
 EditFieldHandle::~EditFieldHandle() = default;
 
 bool FieldHandle::isPointerField() const { return getType().getClass() != FieldClass::Value; }
+bool FieldHandle::isChildField() const { return false; }
 FieldContainer *GetFieldHandle::getPointer(UInt32) const { return nullptr; }
 bool EditFieldHandle::add(FieldContainer *) { return false; }
-void EditFieldHandle::replacePointer(UInt32, FieldContainer *) {}
+bool EditFieldHandle::copyValues(GetFieldHandlePtr const &) { return false; }
+bool EditFieldHandle::shareValues(GetFieldHandlePtr const &) { return false; }
+
+bool EditFieldHandle::cloneValues(GetFieldHandlePtr const &, ContainerTypeList const &,
+                                  ContainerTypeList const &, ContainerGroupList const &,
+                                  ContainerGroupList const &)
+{
+    return false;
+}
+
+bool EditFieldHandle::cloneValuesEx(GetFieldHandlePtr const &, NameList const &, NameList const &,
+                                    NameList const &, NameList const &)
+{
+    return false;
+}
 } // namespace OSG

@@ -12,6 +12,7 @@
 
 #include "OSGFieldDescription.h"
 #include "OSGOutStream.h"
+#include "OSGTypeLists.h"
 
 namespace OSG
 {
@@ -29,6 +30,8 @@ class OSG_SYSTEM_API FieldHandle
     FieldContainer *getContainer() const { return _container; }
     bool isValid() const { return _description != nullptr && _container != nullptr; }
     bool isPointerField() const;
+    /// A pointer field whose entries have the container as their one parent.
+    virtual bool isChildField() const;
 
     /// Number of values: 1 for a single field.
     virtual UInt32 size() const = 0;
@@ -52,6 +55,8 @@ class OSG_SYSTEM_API GetFieldHandle : public FieldHandle
     virtual FieldContainer *getPointer(UInt32 index) const;
 };
 
+using GetFieldHandlePtr = boost::shared_ptr<GetFieldHandle>;
+
 class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
 {
   public:
@@ -70,14 +75,20 @@ class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
     /// and where only the owner's own functions may do so, as with the children of a node.
     virtual bool add(FieldContainer *value);
 
-  private:
-    friend class DeepCloner;
-    /// Pointer fields: entry `index`, which exists, points to `value` from now on, null or a
-    /// container of the class of what it pointed to. Past the owner: for links that are its field
-    /// alone.
-    virtual void replacePointer(UInt32 index, FieldContainer *value);
+    // --- all values at once, from a field of any container; false where nothing was taken ---
+    /// Value fields: from one of the same type.
+    virtual bool copyValues(GetFieldHandlePtr const &source);
+    /// Pointer fields: see EditPointerFieldHandle.
+    virtual bool shareValues(GetFieldHandlePtr const &source);
+    virtual bool cloneValues(GetFieldHandlePtr const &source,
+                             ContainerTypeList const &shareTypes = {},
+                             ContainerTypeList const &ignoreTypes = {},
+                             ContainerGroupList const &shareGroups = {},
+                             ContainerGroupList const &ignoreGroups = {});
+    virtual bool cloneValuesEx(GetFieldHandlePtr const &source, NameList const &shareTypes = {},
+                               NameList const &ignoreTypes = {}, NameList const &shareGroups = {},
+                               NameList const &ignoreGroups = {});
 };
 
-using GetFieldHandlePtr = boost::shared_ptr<GetFieldHandle>;
 using EditFieldHandlePtr = boost::shared_ptr<EditFieldHandle>;
 } // namespace OSG

@@ -74,12 +74,14 @@ bool value_from_text(char const *text, std::string &value)
     return true;
 }
 
-void value_to_text(OutStream &out, bool const &value) { out << (value ? "true" : "false"); }
+void value_to_text(OutStream &out, bool const &value) { out << (value ? "TRUE" : "FALSE"); }
 bool value_from_text(char const *text, bool &value)
 {
-    if(std::strcmp(text, "true") == 0 || std::strcmp(text, "1") == 0)
+    // Descriptions write their defaults in small letters.
+    auto const is = [text](char const *other) { return std::strcmp(text, other) == 0; };
+    if(is("TRUE") || is("true") || is("1"))
         value = true;
-    else if(std::strcmp(text, "false") == 0 || std::strcmp(text, "0") == 0)
+    else if(is("FALSE") || is("false") || is("0"))
         value = false;
     else
         return false;
@@ -128,11 +130,26 @@ bool value_from_text(char const *text, Matrix &value)
     return true;
 }
 
-// A box is its two corners; an empty one is no text.
+namespace
+{
+// Takes `word` off the front of a text.
+bool take_word(char const *&text, char const *word)
+{
+    while(is_separator(*text))
+        ++text;
+    std::size_t const length = std::strlen(word);
+    if(std::strncmp(text, word, length) != 0)
+        return false;
+    text += length;
+    return true;
+}
+} // namespace
+
+// What it is besides its two corners stands before them.
 void value_to_text(OutStream &out, BoxVolume const &value)
 {
-    if(value.isEmpty())
-        return;
+    out << (value.isEmpty() ? "empty " : "") << (value.isInfinite() ? "infinite " : "")
+        << (value.isValid() ? "" : "invalid ") << (value.isStatic() ? "static " : "");
     Real32 const values[6] = {value.getMin()[0], value.getMin()[1], value.getMin()[2],
                               value.getMax()[0], value.getMax()[1], value.getMax()[2]};
     numbers_to_text(out, values, 6);
@@ -140,10 +157,20 @@ void value_to_text(OutStream &out, BoxVolume const &value)
 
 bool value_from_text(char const *text, BoxVolume &value)
 {
-    Real32 read[6];
-    if(!numbers_from_text(text, read, 6))
+    bool const empty = take_word(text, "empty");
+    bool const infinite = take_word(text, "infinite");
+    bool const valid = !take_word(text, "invalid");
+    bool const fixed = take_word(text, "static");
+    Real32 read[6] = {};
+    bool const cornersMayLack = empty || infinite;
+    if(!numbers_from_text(text, read, 6) && !(cornersMayLack && numbers_from_text(text, read, 0)))
         return false;
     value.setBounds(Pnt3f(read[0], read[1], read[2]), Pnt3f(read[3], read[4], read[5]));
+    value.setInfinite(infinite);
+    if(empty)
+        value.setEmpty();
+    value.setValid(valid);
+    value.setStatic(fixed);
     return true;
 }
 } // namespace OSG

@@ -2,7 +2,8 @@
 
 /// \file
 /// Text form of field values: strings as they are, numbers in their shortest exact form, composite
-/// values as numbers separated by ", ". Reading accepts blanks and commas between numbers.
+/// values as numbers separated by ", ". Reading accepts blanks and commas between numbers. A box is
+/// its two corners, with the words empty, infinite, invalid and static before them as they hold.
 
 #include <string>
 

@@ -200,9 +200,9 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     }
     void replace(UInt32 index, T *value)
     {
-        Policy::addRef(static_cast<FieldContainer *>(value));
         FieldContainer *const old = _values[index];
         _values.set(index, value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
         Policy::subRef(old);
     }
     /// New entries are null.
@@ -223,10 +223,13 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     void clear()
     {
         PointerList old;
-        old.swap(_values);
+        takeValues(old);
         for(UInt32 i = 0; i < old.size(); ++i)
             Policy::subRef(old[i]);
     }
+    /// Empties the field and hands the pointers with their references to the caller, in the place
+    /// of what `empty` held: nothing.
+    void takeValues(PointerList &empty) { empty.swap(_values); }
 
     static FieldType const &getClassType()
     {

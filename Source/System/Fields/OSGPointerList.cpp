@@ -19,37 +19,50 @@ void move_slots(FieldContainer **to, FieldContainer *const *from, UInt32 count)
 }
 } // namespace
 
-PointerList::~PointerList() { MemFree(_slots); }
-
-void PointerList::swap(PointerList &other) noexcept
+void PointerList::clear()
 {
-    std::swap(_slots, other._slots);
-    std::swap(_size, other._size);
-    std::swap(_capacity, other._capacity);
-    std::swap(_gapStart, other._gapStart);
-    std::swap(_gapLength, other._gapLength);
+    if(isBlock())
+        MemFree(block());
+    _bits = 0;
 }
+
+void PointerList::swap(PointerList &other) noexcept { std::swap(_bits, other._bits); }
 
 // --- room ---
 
-void PointerList::reallocate(UInt32 capacity)
+// The entries go to a new block, without a gap.
+void PointerList::moveToBlock(UInt32 capacity)
 {
-    auto **const slots = static_cast<FieldContainer **>(
-        MemMallocOrThrow(static_cast<std::size_t>(capacity) * sizeof(FieldContainer *)));
-    UInt32 const before = std::min(_gapStart, _size);
-    move_slots(slots, _slots, before);
-    move_slots(slots + before, _slots + before + _gapLength, _size - before);
-    MemFree(_slots);
-    _slots = slots;
-    _capacity = capacity;
-    _gapLength = 0;
+    auto *const fresh = static_cast<Block *>(
+        MemMallocOrThrow(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *)));
+    auto **const to = reinterpret_cast<FieldContainer **>(fresh + 1);
+    UInt32 const count = size();
+    *fresh = Block{count, capacity, 0, 0};
+    if(isBlock())
+    {
+        UInt32 const before = std::min(block()->gapStart, count);
+        move_slots(to, slots(), before);
+        move_slots(to + before, slots() + before + block()->gapLength, count - before);
+        MemFree(block());
+    }
+    else if(count != 0)
+    {
+        to[0] = (*this)[0];
+    }
+    _bits = reinterpret_cast<std::uintptr_t>(fresh) + 1;
 }
 
 void PointerList::reserve(UInt32 count)
 {
-    if(count > _capacity)
-        reallocate(count);
-    else if(count > _capacity - _gapLength)
+    if(!isBlock())
+    {
+        if(count > 1)
+            moveToBlock(count);
+        return;
+    }
+    if(count > block()->capacity)
+        moveToBlock(count);
+    else if(count > block()->capacity - block()->gapLength)
         closeGap();
 }
 
@@ -57,107 +70,140 @@ void PointerList::reserve(UInt32 count)
 void PointerList::makeRoom()
 {
     constexpr UInt32 Most = std::numeric_limits<UInt32>::max();
-    if(_gapLength > _capacity / 4)
+    UInt32 const count = size();
+    if(block()->gapLength > block()->capacity / 4)
         closeGap();
-    else if(_size == Most)
+    else if(count == Most)
         throw std::bad_array_new_length();
     else
-        reallocate(_size > Most / 2 ? Most : std::max(_size * 2, 1u));
+        moveToBlock(count > Most / 2 ? Most : std::max(count * 2, 2u));
 }
 
 // --- the gap ---
 
 void PointerList::moveGapTo(UInt32 index)
 {
-    if(_gapLength != 0 && index < _gapStart)
-        move_slots(_slots + index + _gapLength, _slots + index, _gapStart - index);
-    else if(_gapLength != 0)
-        move_slots(_slots + _gapStart, _slots + _gapStart + _gapLength, index - _gapStart);
-    _gapStart = index;
+    UInt32 const start = block()->gapStart;
+    UInt32 const length = block()->gapLength;
+    if(length != 0 && index < start)
+        move_slots(slots() + index + length, slots() + index, start - index);
+    else if(length != 0)
+        move_slots(slots() + start, slots() + start + length, index - start);
+    block()->gapStart = index;
 }
 
 void PointerList::closeGap()
 {
-    moveGapTo(_size);
-    _gapLength = 0;
+    moveGapTo(block()->size);
+    block()->gapLength = 0;
 }
 
 // --- edits ---
 
+void PointerList::set(UInt32 index, FieldContainer *value)
+{
+    if(isBlock())
+        slots()[slotOf(index)] = value;
+    else
+        _bits = bitsOf(value);
+}
+
 void PointerList::push_back(FieldContainer *value)
 {
-    if(slotsEnd() == _capacity)
+    if(_bits == 0)
+    {
+        _bits = bitsOf(value);
+        return;
+    }
+    if(!isBlock())
+        moveToBlock(2);
+    else if(slotsEnd() == block()->capacity)
         makeRoom();
-    _slots[slotsEnd()] = value;
-    ++_size;
+    slots()[slotsEnd()] = value;
+    ++block()->size;
 }
 
 void PointerList::insert(UInt32 index, FieldContainer *value)
 {
-    if(_gapLength != 0)
+    if(isBlock() && block()->gapLength != 0)
     {
         moveGapTo(index);
-        ++_gapStart;
-        --_gapLength;
-        ++_size;
+        ++block()->gapStart;
+        --block()->gapLength;
+        ++block()->size;
     }
     else
     {
         push_back(value);
-        move_slots(_slots + index + 1, _slots + index, _size - 1 - index);
+        if(!isBlock())
+            return;
+        move_slots(slots() + index + 1, slots() + index, size() - 1 - index);
     }
-    _slots[index] = value;
+    slots()[index] = value;
 }
 
 void PointerList::erase(UInt32 index)
 {
-    bool const isLast = index + 1 == _size && index >= _gapStart;
+    if(!isBlock())
+    {
+        _bits = 0;
+        return;
+    }
+    Block &all = *block();
+    bool const isLast = index + 1 == all.size && index >= all.gapStart;
     if(!isLast)
     {
         // The entry ends up beside the gap and is swallowed by it.
-        bool const isBefore = index < _gapStart && _gapLength != 0;
+        bool const isBefore = index < all.gapStart && all.gapLength != 0;
         moveGapTo(isBefore ? index + 1 : index);
-        _gapStart = index;
-        ++_gapLength;
+        all.gapStart = index;
+        ++all.gapLength;
     }
-    --_size;
+    --all.size;
     // A gap at the end is spare room.
-    if(_gapStart >= _size)
-        _gapLength = 0;
+    if(all.gapStart >= all.size)
+        all.gapLength = 0;
 }
 
 // --- looking ---
 
 UInt32 PointerList::find(FieldContainer const *value) const
 {
+    UInt32 const count = size();
     UInt32 index = 0;
-    while(index < _size && (*this)[index] != value)
+    while(index < count && (*this)[index] != value)
         ++index;
     return index;
 }
 
 UInt32 PointerList::findNear(FieldContainer const *value, UInt32 &slot) const
 {
-    UInt32 const gapEnd = _gapStart + _gapLength;
-    bool const isUsed = slot < slotsEnd() && (slot < _gapStart || slot >= gapEnd);
-    if(isUsed && _slots[slot] == value)
-        return slot < _gapStart ? slot : slot - _gapLength;
-    UInt32 left = std::min(_gapStart, _size);
-    UInt32 right = left + _gapLength;
+    if(!isBlock())
+    {
+        slot = 0;
+        return find(value);
+    }
+    UInt32 const gapStart = block()->gapStart;
+    UInt32 const gapLength = block()->gapLength;
+    bool const isUsed = slot < slotsEnd() && (slot < gapStart || slot >= gapStart + gapLength);
+    if(isUsed && slots()[slot] == value)
+        return slot < gapStart ? slot : slot - gapLength;
+    UInt32 left = std::min(gapStart, size());
+    UInt32 right = left + gapLength;
     while(left > 0 || right < slotsEnd())
     {
-        if(left > 0 && _slots[--left] == value)
+        if(left > 0 && slots()[--left] == value)
         {
             slot = left;
             return left;
         }
-        if(right < slotsEnd() && _slots[right] == value)
+        if(right < slotsEnd() && slots()[right] == value)
         {
             slot = right;
-            return right - _gapLength;
+            return right - gapLength;
         }
         right = std::min(right + 1, slotsEnd());
     }
-    return _size;
+    return size();
 }
 } // namespace OSG

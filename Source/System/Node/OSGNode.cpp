@@ -30,7 +30,7 @@ Node::~Node()
 void Node::enterCore(NodeCore *core)
 {
     core->_parents.push_back(this);
-    _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
+    _coreSlot = core->_parents.size() - 1;
 }
 
 void Node::leaveCore()
@@ -42,8 +42,9 @@ void Node::leaveCore()
     // A node that could not be made to the end never entered.
     if(_coreSlot >= parents.size() || parents[_coreSlot] != this)
         return;
-    parents[_coreSlot] = parents.back();
-    parents[_coreSlot]->_coreSlot = _coreSlot;
+    Node *const last = parents.back();
+    parents.set(_coreSlot, last);
+    last->_coreSlot = _coreSlot;
     parents.pop_back();
 }
 
@@ -64,7 +65,7 @@ void Node::linkCore(NodeCore *core)
         core->_parents.push_back(this);
     leaveCore();
     if(core != nullptr)
-        _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
+        _coreSlot = core->_parents.size() - 1;
     _sfCore.setValue(core);
 }
 
@@ -139,7 +140,8 @@ void Node::syncChildren(Node const &source)
         if(Node *const copy = in_this_aspect(child))
             children.emplace_back(copy);
     }
-    _mfChildren.reserve(static_cast<UInt32>(children.size()));
+    if(children.size() > 1)
+        _mfChildren.reserve(static_cast<UInt32>(children.size()));
     orphanChildren();
     _mfChildren.clear();
     for(Node *child : children)

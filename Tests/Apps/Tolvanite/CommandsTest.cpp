@@ -35,7 +35,8 @@ TEST(Program, TellsItsVersion)
 TEST(Program, HelpsWithEachCommand)
 {
     EXPECT_EQ(run_program({"--help"}).status, 0);
-    for(char const *command : {"info", "dump", "select", "ops", "formats", "types"})
+    for(char const *command :
+        {"info", "dump", "select", "convert", "replay", "ops", "formats", "types"})
     {
         EXPECT_NE(run_program({"--help"}).out.find(command), std::string::npos);
         Outcome const outcome = run_program({command, "--help"});

@@ -26,6 +26,8 @@ TEST_P(Misused, IsAnsweredByOneLineAndStatusTwo)
 {
     std::vector<std::string> words = GetParam().words;
     std::replace(words.begin(), words.end(), std::string("FILE"), pavilion());
+    std::replace(words.begin(), words.end(), std::string("EVENTS"),
+                 std::string(TEST_SOURCE_DIR "/Models/fly.events"));
     Outcome const outcome = run_program(words);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
@@ -62,6 +64,16 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"UnknownOption", {"dump", "FILE", "--depth", "3"}}),
     name_of);
 
+INSTANTIATE_TEST_SUITE_P(
+    Convert, Misused,
+    testing::Values(Misuse{"NoTarget", {"convert", "FILE"}},
+                    Misuse{"MissingFile", {"convert", "missing.obj", "out.osb"}},
+                    Misuse{"AFormatThatNobodyWrites", {"convert", "FILE", "out.obj"}},
+                    Misuse{"AnUnknownFormat", {"convert", "FILE", "out.xyz"}},
+                    Misuse{"NoSuffix", {"convert", "FILE", "out"}},
+                    Misuse{"AnUnknownOperation", {"convert", "FILE", "out.osb", "--op", "Shrink"}}),
+    name_of);
+
 INSTANTIATE_TEST_SUITE_P(Lists, Misused,
                          testing::Values(Misuse{"FormatsOfAFile", {"formats", "FILE"}},
                                          Misuse{"UnknownOptionOfFormats", {"formats", "--all"}},
@@ -70,6 +82,34 @@ INSTANTIATE_TEST_SUITE_P(Lists, Misused,
                                          Misuse{"TypesOfAFile", {"types", "FILE"}},
                                          Misuse{"UnknownOptionOfTypes", {"types", "--all"}}),
                          name_of);
+
+// A replay, and what is put in its place; EVENTS stands for a recording.
+std::vector<std::string> replay_with(std::string const &option, std::string const &value)
+{
+    std::vector<std::string> words = {"replay", "FILE",   "EVENTS", "--engine",
+                                      "fly",    "--size", "640x480"};
+    auto const place = std::find(words.begin(), words.end(), option);
+    if(value.empty())
+        words.erase(place, place + 2);
+    else
+        place[1] = value;
+    return words;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Replay, Misused,
+    testing::Values(Misuse{"NoFiles", {"replay", "--engine", "fly", "--size", "640x480"}},
+                    Misuse{"NoEvents", {"replay", "FILE", "--engine", "fly", "--size", "640x480"}},
+                    Misuse{"MissingEvents", replay_with("FILE", "missing.events")},
+                    Misuse{"MissingFile", replay_with("replay", "missing.obj")},
+                    Misuse{"NoEngine", replay_with("--engine", "")},
+                    Misuse{"UnknownEngine", replay_with("--engine", "walk")},
+                    Misuse{"NoSize", replay_with("--size", "")},
+                    Misuse{"SizeOfOneNumber", replay_with("--size", "640")},
+                    Misuse{"SizeOfNothing", replay_with("--size", "0x480")},
+                    Misuse{"NegativeSize", replay_with("--size", "640x-480")},
+                    Misuse{"SizeBeyondThePixels", replay_with("--size", "640x32768")}),
+    name_of);
 
 // A view, and what is put in its place.
 std::vector<std::string> view_with(std::string const &option, std::string const &value)

@@ -1,10 +1,7 @@
 #include "OSGCommandNameAttachment.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 
-#include "LogCapture.h"
 #include "OSGBinaryDataHandler.h"
 #include "OSGChangeList.h"
 #include "OSGFieldContainerFactory.h"
@@ -123,15 +120,6 @@ TEST(CommandNameAttachment, AShallowCopyHasTheValueAndOneReference)
     EXPECT_EQ(dynamic_cast<CommandType &>(*copy).getCommand(), "open");
 }
 
-TEST(CommandNameAttachment, DumpPrintsTheFixedMessageWhateverTheFieldHolds)
-{
-    CommandPtr const command(CommandType::create());
-    command->setCommand("open");
-    OSG::Test::LogCapture log;
-    command->dump(4, 7);
-    EXPECT_EQ(log.texts(LOG_DUMP), std::vector<std::string>{"Dump CommandNameAttachment NI\n"});
-}
-
 TEST(CommandNameAttachment, AStringCountsItsLengthPlusFiveAndReadsBack)
 {
     CommandPtr const command(CommandType::create());
@@ -164,44 +152,6 @@ TEST(CommandNameAttachment, HangsOnANodeAndIsFoundByItsGroup)
     EXPECT_TRUE(node->subAttachment(next));
     EXPECT_FALSE(node->subAttachment(next));
     EXPECT_EQ(node->findAttachment(CommandType::getClassGroupId()), nullptr);
-}
-
-TEST(CommandNameAttachment, ItsTypeCarriesTheDescriptionByteForByte)
-{
-    std::ifstream file(TEST_SOURCE_DIR "/Source/Contrib/Tolvanite/FieldContainer/Attachments/"
-                                       "OSGCommandNameAttachment.xml");
-    std::stringstream text;
-    text << file.rdbuf();
-    FieldContainerType const &type = CommandType::getClassType();
-    EXPECT_EQ(type.getFcdXml(), text.str());
-    EXPECT_STREQ(type.getGroupName(), "CommandNameAttachment");
-    EXPECT_EQ(type.getDocumentation(),
-              "Tolvanite attachment that stores a commad name string delivered on picking to the\n"
-              "host application.\n");
-    FieldDescriptionBase const *const field = type.getFieldDesc("Command");
-    EXPECT_STREQ(field->getDocumentation(), "The command identifier of the node.\n");
-    EXPECT_STREQ(field->getFieldType().getContentType().getCName(), "std::string");
-    EXPECT_FALSE(field->isInternal());
-}
-
-TEST(CommandNameAttachment, ItsTypesAreMadeInTheOrderOfTheLibrarysStartUp)
-{
-    char const *const names[] = {
-        "CommandNameAttachmentPtr",         "SFRecCommandNameAttachmentPtr",
-        "SFUnrecCommandNameAttachmentPtr",  "SFWeakCommandNameAttachmentPtr",
-        "SFUnrefdCommandNameAttachmentPtr", "MFRecCommandNameAttachmentPtr",
-        "MFUnrecCommandNameAttachmentPtr",  "MFWeakCommandNameAttachmentPtr",
-        "MFUnrefdCommandNameAttachmentPtr", "CommandNameAttachment"};
-    TypeFactory &types = TypeFactory::the();
-    UInt32 id = types.findType(names[0])->getId();
-    for(char const *name : names)
-    {
-        ASSERT_NE(types.findType(name), nullptr) << name;
-        EXPECT_EQ(types.findType(name)->getId(), id++) << name;
-    }
-    EXPECT_STREQ(types.findType(names[0])->getCParentName(), "AttachmentPtr");
-    EXPECT_STREQ(types.findType(names[1])->getCParentName(), "FieldContainerPtrSFieldBase");
-    EXPECT_STREQ(types.findType(names[5])->getCParentName(), "FieldContainerPtrMFieldBase");
 }
 
 TEST(CommandNameAttachment, EachPointerFieldNamesItsType)

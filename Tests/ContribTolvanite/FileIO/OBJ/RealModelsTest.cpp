@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include "OSB/OsbScenes.h"
 #include "OSGGeometryIterators.h"
 #include "OSGImage.h"
 #include "ObjScene.h"
@@ -216,6 +217,18 @@ TEST_P(RealModel, IsReadAsItStands)
         ++messages[line];
     EXPECT_EQ(messages, model.messages);
     EXPECT_EQ(texture_names(scene), model.textures);
+}
+
+TEST_P(RealModel, ComesBackFromTheBinaryFormat)
+{
+    ObjScene const scene = read_obj_file(_path);
+    if(scene.root == nullptr)
+        return;
+    std::string const bytes = osb_bytes(scene.root);
+    NodePtr const back = osb_scene(bytes);
+    EXPECT_EQ(fault_of_scene(back), "");
+    EXPECT_EQ(count_triangles(back), GetParam().triangles);
+    EXPECT_TRUE(osb_bytes(back) == bytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RealModel, testing::ValuesIn(models),

@@ -4,6 +4,7 @@
 
 #include "OSGBillboard.h"
 #include "OSGComponentTransform.h"
+#include "OSGConstSizeTransform.h"
 #include "OSGConstantSizeTransform.h"
 #include "OSGGeometry.h"
 #include "OSGInverseTransform.h"
@@ -89,6 +90,7 @@ void SelectionHandlers::registerHandlers(Action::Functor const &enterGeometry)
         {ScaleManipulator::getClassType(), enter, leave},
         {InverseTransform::getClassType(), enterAccumulate, leaveAccumulate},
         {Billboard::getClassType(), enterAccumulate, leaveAccumulate},
+        {ConstSizeTransform::getClassType(), enterAccumulate, leaveAccumulate},
         {ConstantSizeTransform::getClassType(), enterAccumulate, leaveAccumulate},
         {Geometry::getClassType(), enterGeometry, own(&Self::leaveGeometry)},
         {MultiSwitch::getClassType(), own(&Self::enterMultiSwitch), own(&Self::leaveMultiSwitch)},

@@ -46,37 +46,42 @@ std::string fault_of_primitives(Geometry const &geometry)
     return "";
 }
 
-std::string fault_of_geometry(Geometry const &geometry)
+std::string missing_part(Geometry const &geometry)
 {
     if(geometry.getPositions() == nullptr)
         return "no positions";
     if(geometry.getMaterial() == nullptr)
         return "no material";
-    if(geometry.getNormals() == nullptr)
-        return "no normals";
-    UInt32 const positions = geometry.getPositions()->size();
-    std::string fault =
-        fault_of_parts(geometry.beginTriangles(), geometry.endTriangles(), positions, 3);
+    return geometry.getNormals() == nullptr ? "no normals" : "";
+}
+
+std::string fault_of_geometry(Geometry const &geometry, Parts parts)
+{
+    std::string fault = parts == Parts::Any ? "" : missing_part(geometry);
+    GeoVectorProperty const *const array = geometry.getPositions();
+    UInt32 const positions = array != nullptr ? array->size() : 0;
+    if(fault.empty())
+        fault = fault_of_parts(geometry.beginTriangles(), geometry.endTriangles(), positions, 3);
     if(fault.empty())
         fault = fault_of_parts(geometry.beginLines(), geometry.endLines(), positions, 2);
     return !fault.empty() ? fault : fault_of_primitives(geometry);
 }
 } // namespace
 
-std::string fault_of_scene(Node *root)
+std::string fault_of_scene(Node *root, Parts parts)
 {
     if(root == nullptr)
         return "";
     root->updateVolume();
     std::string fault;
     traverse(root,
-             [&fault](Node *node)
+             [&fault, parts](Node *node)
              {
                  if(!node->getVolume().isValid())
                      fault = "a volume that is out of date";
                  auto const *const geometry = dynamic_cast<Geometry const *>(node->getCore());
                  if(fault.empty() && geometry != nullptr)
-                     fault = fault_of_geometry(*geometry);
+                     fault = fault_of_geometry(*geometry, parts);
                  return fault.empty() ? ActionBase::Continue : ActionBase::Skip;
              });
     return fault;

@@ -1,0 +1,185 @@
+#include <cstdio>
+#include <fstream>
+#include <iomanip>
+#include <map>
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include "Arguments.h"
+#include "OSGCadTrackballEngine.h"
+#include "OSGCopterFlyEngine.h"
+#include "OSGInputPlayer.h"
+#include "OSGOrthographicCamera.h"
+#include "OSGPathPlot.h"
+#include "OSGWASDFlyEngine.h"
+#include "SceneFile.h"
+#include "ValueJson.h"
+
+namespace Tool
+{
+namespace
+{
+using OSG::CameraPose;
+using EnginePtr = OSG::UnrecordedRefPtr<OSG::NavigatorEngine>;
+
+struct ReplayOptions : SceneOptions
+{
+    std::string events;
+    std::string engine;
+    std::string size;
+    std::string plot;
+};
+
+EnginePtr make_cad() { return EnginePtr(OSG::CadTrackballEngine::create(0.8f)); }
+EnginePtr make_fly() { return EnginePtr(OSG::WASDFlyEngine::create()); }
+EnginePtr make_copter() { return EnginePtr(OSG::CopterFlyEngine::create()); }
+
+std::map<std::string, EnginePtr (*)()> const engines = {
+    {"cad", make_cad}, {"copter", make_copter}, {"fly", make_fly}};
+
+/// A pose after an event.
+struct Pose : CameraPose
+{
+    float verticalSize; ///< of an orthographic camera, 0 for others
+};
+
+Pair size_of(std::string const &text)
+{
+    Pair size;
+    if(!parsePair(text, 'x', size) || size.first < 1 || size.second < 1 || size.first > 32767 ||
+       size.second > 32767)
+        throw CLI::ValidationError("--size", text + " is not WxH in pixels up to 32767");
+    return size;
+}
+
+OSG::RecordingResult read_events(std::string const &file)
+{
+    std::ifstream in(file, std::ios::binary);
+    if(!in)
+        return {std::nullopt, "cannot be opened"};
+    return OSG::read_recording(in);
+}
+
+std::vector<Pose> play(OSG::InputRecording const &recording, std::string const &engine,
+                       OSG::Node *scene, Pair const &size)
+{
+    OSG::InputPlayer player(recording, engines.at(engine)(), scene,
+                            static_cast<OSG::UInt16>(size.first),
+                            static_cast<OSG::UInt16>(size.second));
+    auto const *camera = dynamic_cast<OSG::OrthographicCamera const *>(&player.getCamera());
+    std::vector<Pose> poses;
+    while(player.step())
+        poses.push_back({player.getPose(), camera != nullptr ? camera->getVerticalSize() : 0.f});
+    return poses;
+}
+
+void write_poses(JsonWriter &json, ReplayOptions const &options, std::vector<Pose> const &poses)
+{
+    json.beginObject().member("file", options.file).member("engine", options.engine);
+    json.key("poses").beginArray();
+    for(std::size_t i = 0; i < poses.size(); ++i)
+    {
+        json.beginObject().member("event", i);
+        writeTuple(json, "from", poses[i].from, 3);
+        writeTuple(json, "at", poses[i].at, 3);
+        writeTuple(json, "up", poses[i].up, 3);
+        json.member("distance", poses[i].distance);
+        if(poses[i].verticalSize != 0)
+            json.member("verticalSize", poses[i].verticalSize);
+        json.endObject();
+    }
+    json.endArray().endObject();
+}
+
+template <class Tuple>
+std::string spaced(Tuple const &values)
+{
+    std::ostringstream text;
+    text << values[0] << ' ' << values[1] << ' ' << values[2];
+    return text.str();
+}
+
+void print_poses(std::ostream &out, std::vector<Pose> const &poses)
+{
+    bool const orthographic = !poses.empty() && poses.front().verticalSize != 0;
+    out << std::left << std::setw(8) << "event" << std::setw(30) << "from" << std::setw(30) << "at"
+        << std::setw(34) << "up" << std::setw(12) << "distance"
+        << (orthographic ? "height\n" : "\n");
+    for(std::size_t i = 0; i < poses.size(); ++i)
+    {
+        out << std::setw(8) << i << std::setw(30) << spaced(poses[i].from) << std::setw(30)
+            << spaced(poses[i].at) << std::setw(34) << spaced(poses[i].up) << std::setw(12)
+            << poses[i].distance;
+        if(orthographic)
+            out << poses[i].verticalSize;
+        out << '\n';
+    }
+}
+
+/// Beside the target first, so that no half of a picture is ever left.
+bool write_plot(std::string const &file, OSG::Node *scene, std::vector<Pose> const &poses)
+{
+    std::vector<OSG::PathPoint> path;
+    for(Pose const &pose : poses)
+        path.push_back({pose.from, pose.at});
+    std::string const beside = file + ".part";
+    std::ofstream out(beside, std::ios::binary);
+    OSG::write_path_plot(out, scene, path);
+    out.close();
+    if(out && std::rename(beside.c_str(), file.c_str()) == 0)
+        return true;
+    std::remove(beside.c_str());
+    return false;
+}
+
+int run_replay(ReplayOptions const &options, Streams streams)
+{
+    Pair const size = size_of(options.size);
+    OSG::RecordingResult const events = read_events(options.events);
+    if(!events.recording)
+    {
+        streams.err << "tolvanite: " << options.events << ": " << events.complaint << '\n';
+        return Failed;
+    }
+    Scene const scene = readScene(options, streams);
+    if(scene.root == nullptr)
+        return Failed;
+    std::vector<Pose> const poses = play(*events.recording, options.engine, scene.root, size);
+    if(!options.plot.empty() && !write_plot(options.plot, scene.root, poses))
+    {
+        streams.err << "tolvanite: cannot write " << options.plot << '\n';
+        return Failed;
+    }
+    if(!options.json)
+    {
+        print_poses(streams.out, poses);
+        return Success;
+    }
+    JsonWriter json(streams.out);
+    write_poses(json, options, poses);
+    streams.out << '\n';
+    return Success;
+}
+} // namespace
+
+void addReplayCommand(CLI::App &program, ChosenCommand &chosen)
+{
+    auto const options = std::make_shared<ReplayOptions>();
+    CLI::App &command =
+        addCommand(program, "replay", "Play a recording of input events without a window", options,
+                   run_replay, chosen);
+    addFileArgument(command, *options);
+    command.add_option("EVENTS", options->events, "Recording of input events")
+        ->required()
+        ->check(CLI::ExistingFile);
+    std::set<std::string> names;
+    for(auto const &entry : engines)
+        names.insert(entry.first);
+    command.add_option("--engine", options->engine, "What moves the camera: cad, fly or copter")
+        ->required()
+        ->check(CLI::IsMember(names));
+    command.add_option("--size", options->size, "Size of the view in pixels, WxH")->required();
+    command.add_option("--plot", options->plot, "Draw the camera's path as an SVG picture");
+}
+} // namespace Tool

@@ -1,0 +1,6 @@
+#include "OSGForeignFileAttachment.h"
+
+namespace OSG
+{
+ForeignFileAttachment::~ForeignFileAttachment() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGHighlightMaterialAttachment.h"
+
+namespace OSG
+{
+HighlightMaterialAttachment::~HighlightMaterialAttachment() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGViewportTranslateChunk.h"
+
+namespace OSG
+{
+ViewportTranslateChunk::~ViewportTranslateChunk() = default;
+} // namespace OSG

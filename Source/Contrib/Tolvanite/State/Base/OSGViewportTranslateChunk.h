@@ -1,0 +1,25 @@
+#pragma once
+
+#include "OSGStateChunkClass.h"
+#include "OSGViewportTranslateChunkBase.h"
+
+namespace OSG
+{
+/// Shifts what is drawn with it on the screen, by `OffsetX` pixels to the right and `OffsetY` up.
+class OSG_CONTRIBTOLVANITE_API ViewportTranslateChunk : public ViewportTranslateChunkBase
+{
+  public:
+    static StateChunkClass const *getStaticClass() { return &_class; }
+    static UInt32 getStaticClassId() { return _class.getId(); }
+
+  protected:
+    ViewportTranslateChunk() = default;
+    ViewportTranslateChunk(ViewportTranslateChunk const &) = default;
+    ~ViewportTranslateChunk() override;
+
+    friend Pattern;
+
+  private:
+    static StateChunkClass _class;
+};
+} // namespace OSG

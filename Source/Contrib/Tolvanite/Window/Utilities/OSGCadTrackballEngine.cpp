@@ -1,0 +1,422 @@
+#include "OSGCadTrackballEngine.h"
+
+#include "OSGIntersectAction.h"
+#include "OSGLog.h"
+#include "OSGMatrixUtility.h"
+#include "OSGNavigator.h"
+#include "OSGOrthographicCamera.h"
+#include "OSGPlane.h"
+
+namespace OSG
+{
+using namespace NavigationMath;
+
+namespace
+{
+constexpr Real32 any_distance = 1e30f;
+
+Camera *camera_of(Navigator const *navigator)
+{
+    Viewport *const viewport = navigator->getViewport();
+    return viewport != nullptr ? viewport->getCamera() : nullptr;
+}
+
+/// Null for other cameras, and for types derived from it.
+OrthographicCamera *orthographic(Navigator const *navigator)
+{
+    Camera *const camera = camera_of(navigator);
+    bool const exact =
+        camera != nullptr && camera->getTypeId() == OrthographicCamera::getClassType().getId();
+    return exact ? dynamic_cast<OrthographicCamera *>(camera) : nullptr;
+}
+
+void scale_picture(OrthographicCamera &camera, Real32 ratio)
+{
+    Real32 const size = camera.getVerticalSize() * ratio;
+    if(is_finite(size))
+        camera.setVerticalSize(size);
+}
+
+/// The nearest point of the scene on the ray.
+std::optional<Pnt3f> point_in_scene(Navigator const *navigator, Line const &ray)
+{
+    UnrecordedRefPtr<IntersectAction> const action(IntersectAction::create());
+    action->setLine(ray, any_distance);
+    action->apply(navigator->getViewport()->getRoot());
+    if(!action->didHit())
+        return std::nullopt;
+    return action->getHitPoint();
+}
+
+UInt32 pixel_width(Viewport const &viewport)
+{
+    return static_cast<UInt32>(viewport.calcPixelWidth());
+}
+UInt32 pixel_height(Viewport const &viewport)
+{
+    return static_cast<UInt32>(viewport.calcPixelHeight());
+}
+} // namespace
+
+CadTrackballEngine::CadTrackballEngine(Real32 radius)
+    : _radius(radius)
+{
+    _distance = (_at_point - _from_point).length();
+}
+
+CadTrackballEngine::~CadTrackballEngine() = default;
+
+TransitPtr<CadTrackballEngine> CadTrackballEngine::create(Real32 radius)
+{
+    void *const block = MemMalloc(sizeof(CadTrackballEngine));
+    return TransitPtr<CadTrackballEngine>(block != nullptr ? new(block) CadTrackballEngine(radius)
+                                                           : nullptr);
+}
+
+// --- pose ---
+
+void CadTrackballEngine::updateFinalMatrix()
+{
+    Matrix back;
+    back.setTranslate(0.f, 0.f, _distance);
+    assign_finite(_final_matrix, _trackball_matrix * back);
+}
+
+Matrix const &CadTrackballEngine::getMatrix()
+{
+    updateFinalMatrix();
+    return _final_matrix;
+}
+
+Pnt3f const &CadTrackballEngine::getFrom()
+{
+    _from_point = position_of(_final_matrix);
+    return _from_point;
+}
+
+Pnt3f const &CadTrackballEngine::getAt()
+{
+    _at_point = position_of(_final_matrix) - axis_of(_final_matrix, 2) * _distance;
+    return _at_point;
+}
+
+Vec3f const &CadTrackballEngine::getUp()
+{
+    _up_vector = axis_of(_final_matrix, 1);
+    return _up_vector;
+}
+
+Real32 CadTrackballEngine::getDistance() { return _distance; }
+
+void CadTrackballEngine::setFrom(Pnt3f from)
+{
+    Vec3f const up = getUp();
+    set(from, getAt(), up);
+}
+
+void CadTrackballEngine::setAt(Pnt3f at)
+{
+    Vec3f const up = getUp();
+    set(getFrom(), at, up);
+}
+
+void CadTrackballEngine::setUp(Vec3f up)
+{
+    Pnt3f const at = getAt();
+    set(getFrom(), at, up);
+}
+
+void CadTrackballEngine::set(Matrix const &matrix)
+{
+    Pnt3f const from = position_of(matrix);
+    Real32 const distance = from.subZero().length();
+    Pnt3f const at = from - axis_of(matrix, 2) * distance;
+    Vec3f const up = axis_of(matrix, 1);
+    if(is_finite(distance) && is_finite(at) && is_finite(up))
+    {
+        _distance = distance;
+        _from_point = from;
+        _at_point = at;
+        _up_vector = up;
+    }
+    set(from, at, up);
+}
+
+void CadTrackballEngine::set(Pnt3f from, Pnt3f at, Vec3f up)
+{
+    if(MatrixLookAt(_trackball_matrix, at, at + (at - from), up))
+    {
+        OSG_LOG_NOTICE("CadTrackballEngine: set(.,.,.), failed");
+        return;
+    }
+    _distance = (at - from).length();
+    updateFinalMatrix();
+}
+
+void CadTrackballEngine::setDistance(Real32 distance)
+{
+    assign_finite(_distance, distance);
+    updateFinalMatrix();
+}
+
+// --- motion ---
+
+Real32 CadTrackballEngine::projectToSphere(Real32 radius, Real32 x, Real32 y)
+{
+    return project_to_sphere(radius, x, y);
+}
+
+void CadTrackballEngine::rotate(Real32 fromX, Real32 fromY, Real32 toX, Real32 toY)
+{
+    std::optional<Turn> const turn = drag_on_sphere(_radius, fromX, fromY, toX, toY);
+    if(turn)
+        assign_finite(_trackball_matrix,
+                      _trackball_matrix * rotation_about(turn->axis, turn->angle));
+}
+
+void CadTrackballEngine::translateXY(Real32 distanceX, Real32 distanceY)
+{
+    Matrix shift;
+    shift.setTranslate(distanceX, distanceY, 0.f);
+    assign_finite(_trackball_matrix, _trackball_matrix * shift);
+}
+
+void CadTrackballEngine::translateZ(Real32 distance) { changeDistance(distance); }
+void CadTrackballEngine::changeDistance(Real32 by) { assign_finite(_distance, _distance + by); }
+
+// --- pan ---
+
+void CadTrackballEngine::getIntersectionPoint(Int16 x, Int16 y, Navigator *navigator)
+{
+    Camera *const camera = camera_of(navigator);
+    Viewport *const viewport = navigator->getViewport();
+    Line ray;
+    _grip.normal = Vec3f(); // grabs nothing
+    if(camera == nullptr || !camera->calcViewRay(ray, x, y, *viewport))
+        return;
+    UInt32 const width = pixel_width(*viewport);
+    UInt32 const height = pixel_height(*viewport);
+    Matrix viewing;
+    camera->getViewing(viewing, width, height);
+    Matrix4d toWorld;
+    camera->calcScreenToWorld(toWorld, viewing, width, height);
+    _grip.normal = screen_axis(toWorld);
+    std::optional<Pnt3f> const hit =
+        navigator->getClickNoIntersect() ? std::nullopt : point_in_scene(navigator, ray);
+    _grip.point = hit ? *hit : on_plane_through_origin(ray, _grip.normal);
+}
+
+void CadTrackballEngine::calcDeltas(Int16, Int16, Int16 toX, Int16 toY, Real32 &distanceX,
+                                    Real32 &distanceY, Navigator *navigator)
+{
+    distanceX = distanceY = 0.f;
+    Camera *const camera = camera_of(navigator);
+    Real32 normX;
+    Real32 normY;
+    if(camera == nullptr ||
+       !navigator->getViewport()->calcNormalizedCoordinates(normX, normY, toX, toY))
+        return;
+    Matrix const matrix = getMatrix();
+    Matrix viewing;
+    viewing.invertFrom(matrix);
+    Matrix4d toWorld;
+    camera->calcScreenToWorld(toWorld, viewing, pixel_width(*navigator->getViewport()),
+                              pixel_height(*navigator->getViewport()));
+    std::optional<Vec2f> const way = pan_way(toWorld, matrix, viewing, _grip, normX, normY);
+    if(!way)
+        return;
+    distanceX = (*way)[0];
+    distanceY = (*way)[1];
+}
+
+bool CadTrackballEngine::translateOrtho(Int16 lastX, Int16 lastY, Int16 x, Int16 y,
+                                        Navigator *navigator)
+{
+    Pnt3f const from = getFrom();
+    Pnt3f const at = getAt();
+    Vec3f const direction = at - from;
+    if(x == lastX && y == lastY)
+        return false;
+    Camera *const camera = camera_of(navigator);
+    if(camera == nullptr)
+        return false;
+    Viewport const &viewport = *navigator->getViewport();
+    Int32 const width = viewport.calcPixelWidth();
+    Int32 const height = viewport.calcPixelHeight();
+    Line ray;
+    if(!camera->calcViewRay(ray, width / 2 - x + lastX, lastY - y + height / 2 + 1, viewport))
+        return false;
+    Pnt3f crossing;
+    if(!Plane(direction, from).intersectInfinite(ray, crossing))
+        return false;
+    set(crossing, crossing + direction, getUp());
+    navigator->updateCameraTransformation();
+    return true;
+}
+
+void CadTrackballEngine::pan(Int16 x, Int16 y, Navigator *navigator)
+{
+    if(orthographic(navigator) != nullptr)
+    {
+        if(translateOrtho(_last_x, _last_y, x, y, navigator))
+        {
+            _last_x = x;
+            _last_y = y;
+        }
+        return;
+    }
+    Real32 distanceX, distanceY;
+    calcDeltas(navigator->getLastX(), navigator->getLastY(), x, y, distanceX, distanceY, navigator);
+    translateXY(distanceX, distanceY);
+}
+
+// --- zoom ---
+
+void CadTrackballEngine::zoomByStep(Zoom zoom, Navigator *navigator)
+{
+    if(OrthographicCamera *const camera = orthographic(navigator))
+    {
+        scale_picture(*camera,
+                      zoom == Zoom::Nearer ? 1.f / _wheel_factor_ortho : _wheel_factor_ortho);
+        return;
+    }
+    Real32 const step = navigator->getMotionFactor() * _wheel_factor_persp;
+    changeDistance(zoom == Zoom::Nearer ? -step : step);
+}
+
+void CadTrackballEngine::zoomByDrag(Real32 way, Navigator *navigator)
+{
+    if(OrthographicCamera *const camera = orthographic(navigator))
+    {
+        // A move that is only sideways counts as one upwards.
+        scale_picture(*camera, way < 0.f ? 0.8333333f : 1.2f);
+        return;
+    }
+    Real32 const sign = way > 0.f ? 1.f : (way < 0.f ? -1.f : 0.f);
+    changeDistance(navigator->getMotionFactor() * (way * way * (sign * 100.f)));
+}
+
+// --- events ---
+
+void CadTrackballEngine::buttonPress(Int16 button, Int16 x, Int16 y, Navigator *navigator)
+{
+    switch(button)
+    {
+    case NavigatorEvent::LeftButton:
+        _state = Rotating;
+        break;
+    case NavigatorEvent::MiddleButton:
+        _state = Panning;
+        getIntersectionPoint(x, y, navigator);
+        _last_x = x;
+        _last_y = y;
+        break;
+    case NavigatorEvent::RightButton:
+        _state = Zooming;
+        break;
+    case NavigatorEvent::WheelUp:
+        _state = Idle;
+        zoomByStep(Zoom::Nearer, navigator);
+        break;
+    case NavigatorEvent::WheelDown:
+        _state = Idle;
+        zoomByStep(Zoom::Farther, navigator);
+        break;
+    default:
+        OSG_LOG_NOTICE("CadTrackballEngine: buttonPress, unknown button\n");
+    }
+}
+
+void CadTrackballEngine::buttonRelease(Int16, Int16 x, Int16 y, Navigator *navigator)
+{
+    bool const dragging = _state == Rotating || _state == Panning || _state == Zooming;
+    Camera *const camera = camera_of(navigator);
+    Line ray;
+    if(dragging && !navigator->getMoved() && navigator->getClickCenter() && camera != nullptr &&
+       camera->calcViewRay(ray, x, y, *navigator->getViewport()))
+    {
+        if(std::optional<Pnt3f> const hit = point_in_scene(navigator, ray))
+            setAt(*hit);
+    }
+    _state = Idle;
+}
+
+void CadTrackballEngine::moveTo(Int16 x, Int16 y, Navigator *navigator)
+{
+    Real32 fromX, fromY, toX, toY;
+    navigator->calcFromTo(x, y, fromX, fromY, toX, toY);
+    switch(_state)
+    {
+    case Rotating:
+        rotate(fromX, fromY, toX, toY);
+        break;
+    case Panning:
+        pan(x, y, navigator);
+        break;
+    case Zooming:
+        zoomByDrag(toY - fromY, navigator);
+        break;
+    default:
+        break;
+    }
+}
+
+void CadTrackballEngine::key_conversion(Int16 &key, UInt16 modifiers) const
+{
+    if((modifiers & NavigatorEvent::VirtualKey) == 0)
+        return;
+    switch(key)
+    {
+    case 33: // page up
+        key = NavigatorEvent::RotateLeftKey;
+        break;
+    case 34: // page down
+        key = NavigatorEvent::RotateRightKey;
+        break;
+    case 37: // arrows
+        key = NavigatorEvent::LeftKey;
+        break;
+    case 38:
+        key = NavigatorEvent::ForwardKey;
+        break;
+    case 39:
+        key = NavigatorEvent::RightKey;
+        break;
+    case 40:
+        key = NavigatorEvent::BackwardKey;
+        break;
+    default:
+        break;
+    }
+}
+
+void CadTrackballEngine::keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator)
+{
+    keyPressEx(key, 0, x, y, navigator);
+}
+
+void CadTrackballEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16, Int16, Navigator *navigator)
+{
+    if((modifiers & NavigatorEvent::KeyUp) != 0)
+        return;
+    key_conversion(key, modifiers);
+    switch(key)
+    {
+    case NavigatorEvent::LeftKey:
+    case NavigatorEvent::RightKey:
+        break;
+    case NavigatorEvent::ForwardKey:
+        zoomByStep(Zoom::Nearer, navigator);
+        break;
+    case NavigatorEvent::BackwardKey:
+        zoomByStep(Zoom::Farther, navigator);
+        break;
+    default:
+        OSG_LOG_NOTICE("CadTrackballEngine: keyPress, unknown key\n");
+    }
+}
+
+void CadTrackballEngine::idle(Int16, Int16, Int16, Navigator *) {}
+void CadTrackballEngine::mouseMove(Int16, Int16, Navigator *) {}
+void CadTrackballEngine::killFocus(Navigator *) {}
+} // namespace OSG

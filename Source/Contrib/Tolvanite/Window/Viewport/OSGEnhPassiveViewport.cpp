@@ -1,0 +1,8 @@
+#include "OSGEnhPassiveViewport.h"
+
+namespace OSG
+{
+EnhPassiveViewport::~EnhPassiveViewport() = default;
+
+bool EnhPassiveViewport::isPassive() const { return true; }
+} // namespace OSG

@@ -1,0 +1,64 @@
+#include "OSGOSBSceneFileType.h"
+
+#include "OSGLog.h"
+#include "OSGNode.h"
+#include "OSGOSBElementFactory.h"
+#include "OSGOSBGenericElement.h"
+#include "OSGOSBReader.h"
+#include "OSGOSBWriter.h"
+
+namespace OSG
+{
+namespace
+{
+char const *suffixes[] = {"osb"};
+
+[[maybe_unused]] bool const node_element = OSBElementFactorySingleton::the()->registerElement(
+    "Node", new OSBElementCreator<OSBNodeElement>);
+} // namespace
+
+OSBSceneFileType OSBSceneFileType::_the;
+
+OSBSceneFileType::OSBSceneFileType()
+    : SceneFileType(suffixes, sizeof(suffixes), false, 10, ReadSupported | WriteSupported)
+{
+}
+
+OSBSceneFileType::~OSBSceneFileType() = default;
+
+char const *OSBSceneFileType::getName() const { return "OSB"; }
+
+TransitPtr<Node> OSBSceneFileType::read(std::istream &in, char const *, Resolver) const
+{
+    try
+    {
+        StreamBinaryDataHandler handler(in);
+        return OSBReader(handler).read();
+    }
+    catch(ExceptionBinaryDataHandler::ReadError const &error)
+    {
+        OSG_LOG_WARNING("OSB: no scene: %s\n", error.what());
+        return nullptr;
+    }
+}
+
+bool OSBSceneFileType::write(Node *node, std::ostream &out, char const *) const
+{
+    if(node == nullptr)
+    {
+        OSG_LOG_WARNING("OSB: there is no scene to write\n");
+        return false;
+    }
+    try
+    {
+        StreamBinaryDataHandler handler(out);
+        OSBWriter(handler).write(node);
+        return true;
+    }
+    catch(ExceptionBinaryDataHandler::WriteError const &error)
+    {
+        OSG_LOG_WARNING("OSB: the scene could not be written: %s\n", error.what());
+        return false;
+    }
+}
+} // namespace OSG

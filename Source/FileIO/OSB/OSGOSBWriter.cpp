@@ -1,0 +1,35 @@
+#include "OSGOSBWriter.h"
+
+#include "OSGNode.h"
+#include "OSGOSBElementFactory.h"
+#include "OSGOSBFormat.h"
+
+namespace OSG
+{
+void OSBWriter::meetContainers(Node *scene)
+{
+    _root.addContainer(scene);
+    // Elements make further containers known, which this loop then comes to.
+    for(std::size_t i = 0; i < _root.getContainers().size(); ++i)
+    {
+        FieldContainer *const container = _root.getContainers()[i];
+        _elements.push_back(
+            OSBElementFactory::the()->createElement(container->getType().getName(), &_root));
+        _elements.back()->preWrite(container);
+    }
+}
+
+void OSBWriter::write(Node *scene)
+{
+    meetContainers(scene);
+    ExceptionBinaryDataHandler &handler = _root.getHandler();
+    handler.put(OSBFormat::signature, sizeof(OSBFormat::signature));
+    handler.putValue(OSBElementBase::OSGOSBHeaderVersion200);
+    for(auto const &element : _elements)
+    {
+        handler.putValue(element->getContainer()->getType().getName());
+        element->write();
+    }
+    handler.putValue(std::string());
+}
+} // namespace OSG

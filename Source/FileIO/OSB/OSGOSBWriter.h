@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "OSGOSBElementBase.h"
+#include "OSGOSBRootElement.h"
+
+namespace OSG
+{
+class Node;
+
+/// One write of a scene. Raises WriteError where the stream takes no more.
+class OSBWriter
+{
+  public:
+    explicit OSBWriter(ExceptionBinaryDataHandler &handler)
+        : _root(handler)
+    {
+    }
+
+    void write(Node *scene);
+
+  private:
+    void meetContainers(Node *scene);
+
+    OSBRootElement _root;
+    std::vector<std::unique_ptr<OSBElementBase>> _elements;
+};
+} // namespace OSG

@@ -1,0 +1,79 @@
+#include "OSGInputPlayer.h"
+
+#include <numbers>
+
+#include "OSGOrthographicCamera.h"
+#include "OSGPerspectiveCamera.h"
+#include "OSGTransform.h"
+
+namespace OSG
+{
+CameraPose pose_of(NavigatorEngine &engine)
+{
+    engine.getMatrix(); // some engines bring their points up to date here alone
+    return {engine.getFrom(), engine.getAt(), engine.getUp(), engine.getDistance()};
+}
+
+namespace
+{
+UnrecordedRefPtr<Camera> camera_of(InputRecording const &recording)
+{
+    if(recording.projection == InputRecording::Projection::Orthographic)
+    {
+        UnrecordedRefPtr<OrthographicCamera> const camera(OrthographicCamera::create());
+        camera->setVerticalSize(static_cast<Real32>(recording.opening));
+        return camera.get();
+    }
+    UnrecordedRefPtr<PerspectiveCamera> const camera(PerspectiveCamera::create());
+    camera->setFov(static_cast<Real32>(recording.opening * std::numbers::pi / 180));
+    return camera.get();
+}
+
+UnrecordedRefPtr<Node> make_beacon()
+{
+    UnrecordedRefPtr<Transform> const core(Transform::create());
+    UnrecordedRefPtr<Node> beacon(Node::create());
+    beacon->setCore(core);
+    return beacon;
+}
+} // namespace
+
+InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engine, Node *scene,
+                         UInt16 width, UInt16 height)
+    : _recording(recording)
+    , _beacon(make_beacon())
+    , _viewport(Viewport::create())
+    , _window(Window::create())
+{
+    UnrecordedRefPtr<Camera> const camera = camera_of(recording);
+    camera->setNear(recording.near);
+    camera->setFar(recording.far);
+    camera->setBeacon(_beacon);
+    _viewport->setCamera(camera);
+    _viewport->setRoot(scene);
+    _window->setSize(width, height);
+    _window->addPort(_viewport);
+    if(scene != nullptr)
+        scene->updateVolume();
+
+    _navigator.setViewport(_viewport);
+    _navigator.setMotionFactor(recording.motionFactor);
+    _navigator.setRotationAngle(recording.rotationAngle);
+    _navigator.setClickCenter(recording.clickCenter);
+    _navigator.setClickNoIntersect(recording.noIntersect);
+    _navigator.setEngine(engine);
+    engine->set(recording.from, recording.at, recording.up);
+    _navigator.updateCameraTransformation();
+}
+
+InputPlayer::~InputPlayer() = default;
+
+bool InputPlayer::step()
+{
+    if(_position >= _recording.events.size())
+        return false;
+    _navigator.handle(_recording.events[_position].event);
+    ++_position;
+    return true;
+}
+} // namespace OSG

@@ -1,0 +1,59 @@
+#include "OSGInputRecorder.h"
+
+#include <numbers>
+#include <utility>
+
+#include "OSGNavigator.h"
+#include "OSGOrthographicCamera.h"
+#include "OSGPerspectiveCamera.h"
+
+namespace OSG
+{
+InputRecorder::InputRecorder(Navigator &navigator, Clock clock)
+    : _navigator(navigator)
+    , _clock(std::move(clock))
+    , _begin(_clock())
+{
+    takeCamera();
+    takePose();
+    _recording.motionFactor = navigator.getMotionFactor();
+    _recording.rotationAngle = navigator.getRotationAngle();
+    _recording.clickCenter = navigator.getClickCenter();
+    _recording.noIntersect = navigator.getClickNoIntersect();
+    NavigatorEvent const pointer{NavigatorEvent::Hover, 0, 0, navigator.getLastX(),
+                                 navigator.getLastY()};
+    _recording.events.push_back({0, pointer});
+    navigator.setEventObserver([this](NavigatorEvent const &event) { add(event); });
+}
+
+InputRecorder::~InputRecorder() { _navigator.setEventObserver({}); }
+
+void InputRecorder::takeCamera()
+{
+    Camera *const camera = _navigator.getViewport()->getCamera();
+    _recording.near = camera->getNear();
+    _recording.far = camera->getFar();
+    if(auto const *orthographic = dynamic_cast<OrthographicCamera const *>(camera))
+    {
+        _recording.projection = InputRecording::Projection::Orthographic;
+        _recording.opening = orthographic->getVerticalSize();
+    }
+    else if(auto const *perspective = dynamic_cast<PerspectiveCamera const *>(camera))
+        _recording.opening = perspective->getFov() * 180 / std::numbers::pi;
+}
+
+void InputRecorder::takePose()
+{
+    NavigatorEngine &engine = *_navigator.getEngine();
+    engine.getMatrix(); // brings the points up to date
+    _recording.from = engine.getFrom();
+    _recording.at = engine.getAt();
+    _recording.up = engine.getUp();
+    engine.set(_recording.from, _recording.at, _recording.up);
+}
+
+void InputRecorder::add(NavigatorEvent const &event)
+{
+    _recording.events.push_back({_clock() - _begin, event});
+}
+} // namespace OSG

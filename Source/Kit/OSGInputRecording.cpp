@@ -1,0 +1,335 @@
+#include "OSGInputRecording.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <istream>
+#include <ostream>
+#include <set>
+#include <string_view>
+
+namespace OSG
+{
+namespace
+{
+constexpr char const *signature = "tolvanite-events";
+constexpr int version = 1;
+
+struct EventWord
+{
+    NavigatorEvent::Kind kind;
+    char const *word;
+    bool hasCode;
+    bool hasModifiers;
+    bool hasPointer;
+};
+EventWord const event_words[] = {
+    {NavigatorEvent::ButtonPress, "press", true, false, true},
+    {NavigatorEvent::ButtonRelease, "release", true, false, true},
+    {NavigatorEvent::Key, "key", true, true, true},
+    {NavigatorEvent::Move, "move", false, false, true},
+    {NavigatorEvent::Hover, "hover", false, false, true},
+    {NavigatorEvent::Idle, "idle", true, false, true},
+    {NavigatorEvent::KillFocus, "blur", false, false, false},
+};
+
+// --- reading ---
+
+/// What is wrong with a line; caught where the line's number is known.
+struct Complaint
+{
+    std::string text;
+};
+
+[[noreturn]] void complain(std::string const &text) { throw Complaint{text}; }
+
+/// A word of a file of strangers, fit to be shown.
+std::string shown(std::string_view word)
+{
+    std::string text(word.substr(0, 40));
+    for(char &letter : text)
+    {
+        if(letter < ' ' || letter > '~')
+            letter = '?';
+    }
+    return text;
+}
+
+/// The words of a line, taken from the first to the last.
+class Words
+{
+  public:
+    explicit Words(std::string_view line)
+        : _rest(line.substr(0, line.find('#')))
+    {
+        skipBlanks();
+    }
+
+    bool empty() const { return _rest.empty(); }
+
+    std::string_view take()
+    {
+        if(empty())
+            complain("something is missing at the end");
+        std::size_t const length = std::min(_rest.find_first_of(blanks), _rest.size());
+        std::string_view const word = _rest.substr(0, length);
+        _rest.remove_prefix(length);
+        skipBlanks();
+        return word;
+    }
+
+    template <class Number>
+    Number number()
+    {
+        std::string_view const word = take();
+        Number value{};
+        char const *const end = word.data() + word.size();
+        auto const [stop, error] = std::from_chars(word.data(), end, value);
+        if(error == std::errc::result_out_of_range)
+            complain(shown(word) + " is out of range");
+        bool finite = true;
+        if constexpr(std::is_floating_point_v<Number>)
+            finite = std::isfinite(value);
+        if(error != std::errc() || stop != end || !finite)
+            complain(shown(word) + " is not a number here");
+        return value;
+    }
+
+    template <class Tuple>
+    Tuple triple()
+    {
+        Real32 const x = number<Real32>();
+        Real32 const y = number<Real32>();
+        return Tuple(x, y, number<Real32>());
+    }
+
+    bool truth()
+    {
+        std::string_view const word = take();
+        if(word != "on" && word != "off")
+            complain(shown(word) + " is neither on nor off");
+        return word == "on";
+    }
+
+    void end() const
+    {
+        if(!empty())
+            complain(shown(_rest) + " is too much");
+    }
+
+  private:
+    static constexpr char const *blanks = " \t\r";
+
+    void skipBlanks()
+    {
+        _rest.remove_prefix(std::min(_rest.find_first_not_of(blanks), _rest.size()));
+    }
+
+    std::string_view _rest;
+};
+
+class Reader
+{
+  public:
+    void line(std::string const &text)
+    {
+        Words words(text);
+        if(words.empty())
+            return;
+        if(!_signed)
+            takeSignature(words);
+        else if(startsWithTime(text))
+            takeEvent(words);
+        else
+            takeSetting(words);
+        words.end();
+    }
+
+    InputRecording finish()
+    {
+        if(!_signed)
+            complain("this is no recording of events");
+        requireSettings();
+        return std::move(_recording);
+    }
+
+  private:
+    void takeSignature(Words &words)
+    {
+        if(words.take() != signature)
+            complain("this is no recording of events");
+        if(words.number<int>() != version)
+            complain("this version of the format is not known");
+        _signed = true;
+    }
+
+    static bool startsWithTime(std::string const &text)
+    {
+        char const first = text[text.find_first_not_of(" \t")];
+        return (first >= '0' && first <= '9') || first == '.' || first == '-';
+    }
+
+    void takeSetting(Words &words)
+    {
+        std::string const name(words.take());
+        if(!_recording.events.empty())
+            complain(shown(name) + " comes after the first event");
+        if(!_seen.insert(name).second)
+            complain(shown(name) + " comes twice");
+        if(name == "camera")
+            takeCamera(words);
+        else if(name == "depth")
+            takeDepth(words);
+        else if(name == "from")
+            _recording.from = words.triple<Pnt3f>();
+        else if(name == "at")
+            _recording.at = words.triple<Pnt3f>();
+        else if(name == "up")
+            _recording.up = words.triple<Vec3f>();
+        else if(name == "motion-factor")
+            _recording.motionFactor = words.number<Real32>();
+        else if(name == "rotation-angle")
+            _recording.rotationAngle = words.number<Real32>();
+        else if(name == "click-center")
+            _recording.clickCenter = words.truth();
+        else if(name == "no-intersect")
+            _recording.noIntersect = words.truth();
+        else
+            complain(shown(name) + " is not known");
+    }
+
+    void takeCamera(Words &words)
+    {
+        std::string_view const kind = words.take();
+        bool const perspective = kind == "perspective";
+        if(!perspective && kind != "orthographic")
+            complain(shown(kind) + " is neither perspective nor orthographic");
+        _recording.projection = perspective ? InputRecording::Projection::Perspective
+                                            : InputRecording::Projection::Orthographic;
+        _recording.opening = words.number<Real64>();
+        if(!(_recording.opening > 0) || (perspective && !(_recording.opening < 180)))
+            complain("a camera cannot open like that");
+    }
+
+    void takeDepth(Words &words)
+    {
+        _recording.near = words.number<Real32>();
+        _recording.far = words.number<Real32>();
+        if(!(_recording.near > 0) || !(_recording.near < _recording.far))
+            complain("depth wants 0 < near < far");
+    }
+
+    void requireSettings() const
+    {
+        for(char const *name : {"camera", "from", "at", "up", "motion-factor", "rotation-angle",
+                                "click-center", "no-intersect"})
+        {
+            if(_seen.count(name) == 0)
+                complain(shown(name) + " is missing");
+        }
+    }
+
+    void takeEvent(Words &words)
+    {
+        requireSettings();
+        Real64 const seconds = words.number<Real64>();
+        std::vector<InputRecording::TimedEvent> &events = _recording.events;
+        if(seconds < (events.empty() ? 0 : events.back().seconds))
+            complain("time runs backwards");
+        events.push_back({seconds, eventOf(words)});
+    }
+
+    static NavigatorEvent eventOf(Words &words)
+    {
+        std::string_view const name = words.take();
+        for(EventWord const &row : event_words)
+        {
+            if(name != row.word)
+                continue;
+            NavigatorEvent event;
+            event.kind = row.kind;
+            event.code = row.hasCode ? words.number<Int16>() : Int16(0);
+            event.modifiers = row.hasModifiers ? words.number<UInt16>() : UInt16(0);
+            event.x = row.hasPointer ? words.number<Int16>() : Int16(0);
+            event.y = row.hasPointer ? words.number<Int16>() : Int16(0);
+            return event;
+        }
+        complain(shown(name) + " is no event");
+    }
+
+    InputRecording _recording;
+    std::set<std::string> _seen;
+    bool _signed = false;
+};
+
+// --- writing ---
+
+template <class Number>
+std::string shortest(Number value)
+{
+    char text[32];
+    return std::string(text, std::to_chars(text, text + sizeof(text), value).ptr);
+}
+
+template <class Tuple>
+std::string spaced(Tuple const &values)
+{
+    return shortest(values[0]) + ' ' + shortest(values[1]) + ' ' + shortest(values[2]);
+}
+
+void write_event(std::ostream &out, InputRecording::TimedEvent const &timed)
+{
+    NavigatorEvent const &event = timed.event;
+    for(EventWord const &row : event_words)
+    {
+        if(row.kind != event.kind)
+            continue;
+        out << shortest(timed.seconds) << ' ' << row.word;
+        if(row.hasCode)
+            out << ' ' << shortest(event.code);
+        if(row.hasModifiers)
+            out << ' ' << shortest(event.modifiers);
+        if(row.hasPointer)
+            out << ' ' << shortest(event.x) << ' ' << shortest(event.y);
+        out << '\n';
+    }
+}
+} // namespace
+
+RecordingResult read_recording(std::istream &in)
+{
+    Reader reader;
+    UInt32 number = 0;
+    try
+    {
+        for(std::string text; std::getline(in, text);)
+        {
+            ++number;
+            reader.line(text);
+        }
+        return {reader.finish(), ""};
+    }
+    catch(Complaint const &complaint)
+    {
+        return {std::nullopt, "line " + shortest(number) + ": " + complaint.text};
+    }
+}
+
+void write_recording(std::ostream &out, InputRecording const &recording)
+{
+    bool const perspective = recording.projection == InputRecording::Projection::Perspective;
+    out << signature << ' ' << version << '\n'
+        << "camera " << (perspective ? "perspective " : "orthographic ")
+        << shortest(recording.opening) << '\n'
+        << "depth " << shortest(recording.near) << ' ' << shortest(recording.far) << '\n'
+        << "from " << spaced(recording.from) << '\n'
+        << "at " << spaced(recording.at) << '\n'
+        << "up " << spaced(recording.up) << '\n'
+        << "motion-factor " << shortest(recording.motionFactor) << '\n'
+        << "rotation-angle " << shortest(recording.rotationAngle) << '\n'
+        << "click-center " << (recording.clickCenter ? "on" : "off") << '\n'
+        << "no-intersect " << (recording.noIntersect ? "on" : "off") << '\n';
+    for(InputRecording::TimedEvent const &timed : recording.events)
+        write_event(out, timed);
+}
+} // namespace OSG

@@ -1,0 +1,232 @@
+#include "OSGPathPlot.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <ostream>
+
+#include "OSGBoxVolume.h"
+#include "OSGGeometry.h"
+#include "OSGGeometryIterators.h"
+#include "OSGNodeWalker.h"
+
+namespace OSG
+{
+namespace
+{
+struct Segment
+{
+    Pnt3f a, b;
+};
+
+constexpr std::size_t most_edges = 40000;
+
+/// Edges of triangles in world space, those between faces of one plane left out.
+class EdgeCollector
+{
+  public:
+    bool enter(Node *node)
+    {
+        if(auto const *geometry = dynamic_cast<Geometry *>(node->getCore()))
+            addGeometry(*geometry, node->getToWorld(), node);
+        return true;
+    }
+    void leave(Node *) {}
+
+    std::vector<Segment> finish() const
+    {
+        if(_edges.size() > most_edges)
+            return _boxes;
+        std::vector<Segment> sharp;
+        for(auto const &[key, edge] : _edges)
+        {
+            if(edge.sharp)
+                sharp.push_back({Pnt3f(key[0], key[1], key[2]), Pnt3f(key[3], key[4], key[5])});
+        }
+        return sharp;
+    }
+
+  private:
+    using Key = std::array<Real32, 6>;
+    struct Edge
+    {
+        Vec3f normal;
+        bool sharp = true;
+    };
+
+    void addGeometry(Geometry const &geometry, Matrix const &toWorld, Node *node)
+    {
+        BoxVolume box;
+        node->getWorldVolume(box);
+        addBox(box);
+        TriangleIterator const end = geometry.endTriangles();
+        for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
+        {
+            if(_edges.size() > most_edges)
+                return;
+            Pnt3f const corners[3] = {toWorld * it.getPosition(0), toWorld * it.getPosition(1),
+                                      toWorld * it.getPosition(2)};
+            Vec3f normal = (corners[1] - corners[0]).cross(corners[2] - corners[0]);
+            normal.normalize();
+            for(int i = 0; i < 3; ++i)
+                addEdge(corners[i], corners[(i + 1) % 3], normal);
+        }
+    }
+
+    void addEdge(Pnt3f const &a, Pnt3f const &b, Vec3f const &normal)
+    {
+        Key const ab{a[0], a[1], a[2], b[0], b[1], b[2]};
+        Key const ba{b[0], b[1], b[2], a[0], a[1], a[2]};
+        auto const [place, isNew] = _edges.insert({std::min(ab, ba), Edge{normal}});
+        if(!isNew)
+            place->second.sharp = std::abs(place->second.normal.dot(normal)) < 0.999f;
+    }
+
+    void addBox(BoxVolume const &box)
+    {
+        if(box.isEmpty() || box.isInfinite())
+            return;
+        Pnt3f const ends[2] = {box.getMin(), box.getMax()};
+        for(unsigned corner = 0; corner < 8; ++corner)
+        {
+            Pnt3f const a(ends[corner & 1][0], ends[corner >> 1 & 1][1], ends[corner >> 2][2]);
+            for(int axis = 0; axis < 3; ++axis)
+            {
+                if((corner >> axis & 1) != 0)
+                    continue;
+                Pnt3f b = a;
+                b[axis] = ends[1][axis];
+                _boxes.push_back({a, b});
+            }
+        }
+    }
+
+    std::map<Key, Edge> _edges;
+    std::vector<Segment> _boxes;
+};
+
+bool is_finite(Pnt3f const &p)
+{
+    return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
+}
+
+/// One of the two pictures: which axes run to the right and down, and where it lies on the sheet.
+struct Panel
+{
+    int down;         // 2 from above, 1 from the front
+    Real32 sign;      // of the axis that runs down
+    Real32 left, top; // in the scene, of the panel's corner
+    Real32 offset;    // on the sheet, downwards
+    Real32 scale;
+
+    std::array<Real32, 2> place(Pnt3f const &p) const
+    {
+        return {10 + (p[0] - left) * scale, offset + 10 + (p[down] * sign - top) * scale};
+    }
+};
+
+std::string text_of(Real32 value)
+{
+    char text[32];
+    std::snprintf(text, sizeof(text), "%.1f", static_cast<double>(value));
+    return text;
+}
+
+class Sheet
+{
+  public:
+    Sheet(std::ostream &out, Panel const &panel)
+        : _out(out)
+        , _panel(panel)
+    {
+    }
+
+    void edges(std::vector<Segment> const &segments)
+    {
+        _out << "<path class=\"scene\" d=\"";
+        for(Segment const &segment : segments)
+        {
+            if(is_finite(segment.a) && is_finite(segment.b))
+                _out << 'M' << pair(segment.a) << 'L' << pair(segment.b);
+        }
+        _out << "\"/>\n";
+    }
+
+    void path(std::vector<PathPoint> const &points)
+    {
+        if(points.empty())
+            return;
+        _out << "<polyline class=\"path\" points=\"";
+        for(PathPoint const &point : points)
+            _out << pair(point.from) << ' ';
+        _out << "\"/>\n<path class=\"look\" d=\"";
+        for(PathPoint const &point : points)
+            stroke(point);
+        _out << "\"/>\n";
+        auto const first = _panel.place(points.front().from);
+        _out << "<circle class=\"path\" cx=\"" << text_of(first[0]) << "\" cy=\""
+             << text_of(first[1]) << "\" r=\"5\"/>\n";
+    }
+
+  private:
+    std::string pair(Pnt3f const &point) const
+    {
+        auto const place = _panel.place(point);
+        return text_of(place[0]) + ',' + text_of(place[1]);
+    }
+
+    // Twelve units of the sheet long where the view lies in the sheet, shorter where it does not.
+    void stroke(PathPoint const &point)
+    {
+        Vec3f look = point.at - point.from;
+        look.normalize();
+        _out << 'M' << pair(point.from) << 'L' << pair(point.from + look * (12.f / _panel.scale));
+    }
+
+    std::ostream &_out;
+    Panel _panel;
+};
+} // namespace
+
+void write_path_plot(std::ostream &out, Node *scene, std::vector<PathPoint> const &path)
+{
+    std::vector<PathPoint> points;
+    BoxVolume bounds;
+    for(PathPoint const &point : path)
+    {
+        if(!is_finite(point.from) || !is_finite(point.at))
+            continue;
+        points.push_back(point);
+        bounds.extendBy(point.from);
+    }
+    EdgeCollector collector;
+    if(scene != nullptr)
+        walk_children(scene, collector);
+    std::vector<Segment> const edges = collector.finish();
+    for(Segment const &edge : edges)
+    {
+        bounds.extendBy(edge.a);
+        bounds.extendBy(edge.b);
+    }
+    Pnt3f min, max;
+    bounds.getBounds(min, max);
+    Real32 const scale = 780.f / std::max({max[0] - min[0], max[2] - min[2], 1e-3f});
+    Real32 const plan = (max[2] - min[2]) * scale + 30;
+    Real32 const height = plan + (max[1] - min[1]) * scale + 20;
+    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"800\" height=\"" << text_of(height)
+        << "\">\n<style>.scene{stroke:#b0b0b0;stroke-width:.6;fill:none}"
+           ".path{stroke:#c02020;stroke-width:1.5;fill:none}"
+           ".look{stroke:#2040c0;stroke-width:1;fill:none}</style>\n"
+           "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
+    for(Panel const &panel :
+        {Panel{2, 1, min[0], min[2], 0, scale}, Panel{1, -1, min[0], -max[1], plan, scale}})
+    {
+        Sheet sheet(out, panel);
+        sheet.edges(edges);
+        sheet.path(points);
+    }
+    out << "</svg>\n";
+}
+} // namespace OSG

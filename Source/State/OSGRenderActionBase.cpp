@@ -1,0 +1,6 @@
+#include "OSGRenderActionBase.h"
+
+namespace OSG
+{
+RenderActionBase::~RenderActionBase() = default;
+} // namespace OSG

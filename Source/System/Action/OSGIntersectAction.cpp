@@ -1,0 +1,232 @@
+#include "OSGIntersectAction.h"
+
+#include <cmath>
+
+#include "OSGNode.h"
+#include "OSGSystemHooks.h"
+
+namespace OSG
+{
+// --- functions by type ---
+
+namespace
+{
+/// What was registered, by type id, and what comes of it once derived types have taken over the
+/// functions of their parents.
+struct DefaultFunctors
+{
+    Action::FunctorStore registeredEnter;
+    Action::FunctorStore registeredLeave;
+    Action::FunctorStore enter;
+    Action::FunctorStore leave;
+    UInt32 typesSeen = 0; // 0 asks for a new resolution
+};
+DefaultFunctors *defaults = nullptr;
+
+bool release_defaults()
+{
+    delete defaults;
+    defaults = nullptr;
+    return true;
+}
+
+DefaultFunctors &get_defaults()
+{
+    if(defaults == nullptr)
+    {
+        defaults = new DefaultFunctors;
+        addPostFactoryExitFunction(&release_defaults);
+    }
+    return *defaults;
+}
+
+Action::Functor find_functor(Action::FunctorStore const &store, UInt32 id)
+{
+    return id < store.size() ? store[id] : Action::Functor();
+}
+
+Action::Functor or_default(Action::Functor const &functor, Action::Functor const &fallback)
+{
+    return functor.empty() ? fallback : functor;
+}
+
+/// Enter and leave go together: a type with one of its own takes none from above.
+void resolve_type(DefaultFunctors &functors, UInt32 id)
+{
+    for(TypeBase const *type = TypeFactory::the().findType(id); type != nullptr;
+        type = type->getParent())
+    {
+        Action::Functor const enter = find_functor(functors.registeredEnter, type->getId());
+        Action::Functor const leave = find_functor(functors.registeredLeave, type->getId());
+        if(enter.empty() && leave.empty())
+            continue;
+        functors.enter[id] = or_default(enter, &Action::_defaultEnterFunction);
+        functors.leave[id] = or_default(leave, &Action::_defaultLeaveFunction);
+        return;
+    }
+}
+
+DefaultFunctors &resolved_defaults()
+{
+    DefaultFunctors &functors = get_defaults();
+    UInt32 const types = TypeFactory::the().getNumTypes();
+    if(functors.typesSeen == types)
+        return functors;
+    functors.enter.assign(types, &Action::_defaultEnterFunction);
+    functors.leave.assign(types, &Action::_defaultLeaveFunction);
+    for(UInt32 id = 0; id < types; ++id)
+        resolve_type(functors, id);
+    functors.typesSeen = types;
+    return functors;
+}
+} // namespace
+
+void IntersectAction::registerEnterDefault(FieldContainerType const &type, Functor const &function)
+{
+    put_functor(get_defaults().registeredEnter, type, function, Functor());
+    get_defaults().typesSeen = 0;
+}
+
+void IntersectAction::registerLeaveDefault(FieldContainerType const &type, Functor const &function)
+{
+    put_functor(get_defaults().registeredLeave, type, function, Functor());
+    get_defaults().typesSeen = 0;
+}
+
+Action::FunctorStore *IntersectAction::getDefaultEnterFunctors()
+{
+    return &resolved_defaults().enter;
+}
+
+Action::FunctorStore *IntersectAction::getDefaultLeaveFunctors()
+{
+    return &resolved_defaults().leave;
+}
+
+// --- creation and ray ---
+
+IntersectAction::IntersectAction()
+{
+    _enterFunctors = *IntersectAction::getDefaultEnterFunctors();
+    _leaveFunctors = *IntersectAction::getDefaultLeaveFunctors();
+}
+
+IntersectAction::~IntersectAction() = default;
+
+TransitPtr<IntersectAction> IntersectAction::create()
+{
+    return TransitPtr<IntersectAction>(new IntersectAction);
+}
+
+void IntersectAction::setLine(Line const &line, Real32 maxDist)
+{
+    _line = line;
+    _maxDistance = maxDist;
+}
+
+void IntersectAction::scale(Real32 factor)
+{
+    _maxDistance *= factor;
+    _hitDistance *= factor;
+}
+
+// --- the walk ---
+
+ActionBase::ResultE IntersectAction::start()
+{
+    _rootLine = _line;
+    _rootMaxDistance = _maxDistance;
+    _spaces.clear();
+    _hitNode = nullptr;
+    _hitTriangle = -1;
+    _hitDistance = 0;
+    _hitNormal = Vec3f();
+    _hits = 0;
+    return Continue;
+}
+
+// Functions that put rays in place by themselves bring them back with the error of two products.
+ActionBase::ResultE IntersectAction::stop(ResultE result)
+{
+    _line = _rootLine;
+    _maxDistance = _rootMaxDistance;
+    return result;
+}
+
+bool IntersectAction::passesVolume() const
+{
+    BoxVolume const &volume = getActNode()->getVolume();
+    Real32 enter;
+    Real32 exit;
+    return volume.isValid() && !volume.intersect(_line, enter, exit);
+}
+
+bool IntersectAction::pushSpace(Matrix const &toParent)
+{
+    Space space{{}, 0, _line, _maxDistance, _hitDistance, _hits};
+    if(!space.toLocal.invertFrom(Matrix4d(toParent)))
+        return false;
+    Pnt3f const &position = _line.getPosition();
+    Vec3f const &direction = _line.getDirection();
+    Pnt3d const from = space.toLocal * Pnt3d(position[0], position[1], position[2]);
+    Vec3d const along = space.toLocal * Vec3d(direction[0], direction[1], direction[2]);
+    space.scale = along.length();
+    if(!(space.scale > 0) || !std::isfinite(space.scale))
+        return false;
+    // Made a unit here: a line keeps short directions as they are.
+    Vec3d const unit = along * (1 / space.scale);
+    _line.setValue(Pnt3f(from[0], from[1], from[2]), Vec3f(unit[0], unit[1], unit[2]));
+    _maxDistance *= space.scale;
+    _hitDistance *= space.scale;
+    _spaces.push_back(space);
+    return true;
+}
+
+namespace
+{
+/// A plane's normal in the space that `toLocal` comes from.
+Vec3f normal_outside(Matrix4d const &toLocal, Vec3f const &local)
+{
+    Real64 outside[3];
+    for(int c = 0; c < 3; ++c)
+        outside[c] = toLocal[c][0] * local[0] + toLocal[c][1] * local[1] + toLocal[c][2] * local[2];
+    Vec3d const normal(outside[0], outside[1], outside[2]);
+    Real64 const length = normal.length();
+    Vec3d const unit = length > 0 ? normal * (1 / length) : normal;
+    return Vec3f(unit[0], unit[1], unit[2]);
+}
+} // namespace
+
+void IntersectAction::popSpace()
+{
+    Space const &space = _spaces.back();
+    if(_hits != space.hits)
+    {
+        _hitDistance /= space.scale;
+        _hitNormal = normal_outside(space.toLocal, _hitNormal);
+    }
+    else
+        _hitDistance = space.hitDistance;
+    _line = space.line;
+    _maxDistance = space.maxDistance;
+    _spaces.pop_back();
+}
+
+Real64 IntersectAction::getReach() const
+{
+    return didHit() && _hitDistance < _maxDistance ? _hitDistance : _maxDistance;
+}
+
+bool IntersectAction::setHit(Real64 distance, Int32 triangle, Vec3f const &normal)
+{
+    bool const inReach = distance >= 0 && distance <= _maxDistance;
+    if(!inReach || (didHit() && !(distance < _hitDistance)))
+        return false;
+    _hitDistance = distance;
+    _hitNormal = normal;
+    _hitNode = getActNode();
+    _hitTriangle = triangle;
+    ++_hits;
+    return true;
+}
+} // namespace OSG

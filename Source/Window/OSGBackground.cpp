@@ -1,0 +1,6 @@
+#include "OSGBackground.h"
+
+namespace OSG
+{
+Background::~Background() = default;
+} // namespace OSG

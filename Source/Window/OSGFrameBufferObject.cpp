@@ -1,0 +1,6 @@
+#include "OSGFrameBufferObject.h"
+
+namespace OSG
+{
+FrameBufferObject::~FrameBufferObject() = default;
+} // namespace OSG

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "OSGBackground.h"
+#include "OSGCamera.h"
+#include "OSGNode.h"
+#include "OSGViewportBase.h"
+
+namespace OSG
+{
+/// A view of the scene below `root` through `camera`, in front of `background`.
+class OSG_WINDOW_API Viewport : public ViewportBase
+{
+  public:
+    /// Applies `action` to the root with the traversal mask of the view. Where camera, background
+    /// or root is missing, the first of them in this order is logged as a warning and nothing is
+    /// done.
+    void render(RenderActionBase *action) override;
+    /// Appends this to the views of a window.
+    bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
+
+  protected:
+    Viewport() = default;
+    Viewport(Viewport const &source)
+        : ViewportBase(source)
+    {
+    }
+    ~Viewport() override;
+
+    friend Pattern;
+};
+} // namespace OSG

@@ -1,0 +1,240 @@
+#include "OSGInputRecording.h"
+
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "MathPrinters.h"
+#include "RandomNumbers.h"
+
+using namespace OSG;
+using namespace OSG::Test;
+
+namespace
+{
+char const *const head = "tolvanite-events 1\n"
+                         "camera perspective 45\n"
+                         "from 0 2 10\n"
+                         "at 0 1 0\n"
+                         "up 0 1 0\n"
+                         "motion-factor 0.5\n"
+                         "rotation-angle 0.05\n"
+                         "click-center off\n"
+                         "no-intersect on\n";
+
+RecordingResult read(std::string const &text)
+{
+    std::istringstream in(text);
+    return read_recording(in);
+}
+
+InputRecording good(std::string const &text)
+{
+    RecordingResult const result = read(text);
+    EXPECT_TRUE(result.recording) << result.complaint;
+    return result.recording.value_or(InputRecording());
+}
+
+std::string text_of(InputRecording const &recording)
+{
+    std::ostringstream out;
+    write_recording(out, recording);
+    return out.str();
+}
+
+TEST(InputRecording, ReadsTheViewThatItBeginsIn)
+{
+    InputRecording const recording = good(head);
+    EXPECT_EQ(recording.projection, InputRecording::Projection::Perspective);
+    EXPECT_EQ(recording.opening, 45);
+    EXPECT_EQ(recording.from, Pnt3f(0, 2, 10));
+    EXPECT_EQ(recording.at, Pnt3f(0, 1, 0));
+    EXPECT_EQ(recording.up, Vec3f(0, 1, 0));
+    EXPECT_EQ(recording.motionFactor, 0.5f);
+    EXPECT_EQ(recording.rotationAngle, 0.05f);
+    EXPECT_FALSE(recording.clickCenter);
+    EXPECT_TRUE(recording.noIntersect);
+    EXPECT_EQ(recording.near, 0.1f);
+    EXPECT_EQ(recording.far, 10000.f);
+    EXPECT_TRUE(recording.events.empty());
+}
+
+TEST(InputRecording, ReadsEveryKindOfEvent)
+{
+    InputRecording const recording = good(std::string(head) + "0 press 0 1 2\n"
+                                                              "0.5 release 1 -3 4\n"
+                                                              "0.5 key 65 40 5 6\n"
+                                                              "1e1 move 7 8\n"
+                                                              "11 hover 9 10\n"
+                                                              "12.25 idle -1 11 12\n"
+                                                              "13 blur\n");
+    std::vector<NavigatorEvent> const expected = {
+        {NavigatorEvent::ButtonPress, 0, 0, 1, 2}, {NavigatorEvent::ButtonRelease, 1, 0, -3, 4},
+        {NavigatorEvent::Key, 65, 40, 5, 6},       {NavigatorEvent::Move, 0, 0, 7, 8},
+        {NavigatorEvent::Hover, 0, 0, 9, 10},      {NavigatorEvent::Idle, -1, 0, 11, 12},
+        {NavigatorEvent::KillFocus, 0, 0, 0, 0}};
+    double const seconds[] = {0, 0.5, 0.5, 10, 11, 12.25, 13};
+    ASSERT_EQ(recording.events.size(), expected.size());
+    for(std::size_t i = 0; i < expected.size(); ++i)
+    {
+        EXPECT_EQ(recording.events[i].event, expected[i]) << i;
+        EXPECT_EQ(recording.events[i].seconds, seconds[i]) << i;
+    }
+}
+
+TEST(InputRecording, TakesCommentsBlanksAndLineEndsAsTheyCome)
+{
+    std::string text = std::string("# a comment\n\n \t\n") + head;
+    text += "depth 1 20 # not as deep\r\n\t 0.5 \t press  0 1\t2 # here\r\n";
+    InputRecording const recording = good(text);
+    EXPECT_EQ(recording.near, 1.f);
+    EXPECT_EQ(recording.far, 20.f);
+    EXPECT_EQ(recording.events.size(), 1u);
+    // Without a line end behind the last line.
+    EXPECT_EQ(good(std::string(head) + "1 blur").events.size(), 1u);
+}
+
+TEST(InputRecording, SettingsComeInAnyOrder)
+{
+    InputRecording const recording = good("tolvanite-events 1\n"
+                                          "no-intersect off\nclick-center on\n"
+                                          "up 1 0 0\nat 1 1 1\nfrom 2 2 2\n"
+                                          "rotation-angle 1\nmotion-factor 2\n"
+                                          "camera orthographic 3.5\n");
+    EXPECT_EQ(recording.projection, InputRecording::Projection::Orthographic);
+    EXPECT_EQ(recording.opening, 3.5);
+    EXPECT_TRUE(recording.clickCenter);
+}
+
+struct BadText
+{
+    char const *name;
+    std::string text;
+    char const *complaint;
+};
+
+void PrintTo(BadText const &row, std::ostream *out) { *out << row.name; }
+
+class BadRecording : public ::testing::TestWithParam<BadText>
+{
+};
+
+TEST_P(BadRecording, IsRefusedWithItsLine)
+{
+    RecordingResult const result = read(GetParam().text);
+    EXPECT_FALSE(result.recording);
+    EXPECT_EQ(result.complaint, GetParam().complaint);
+}
+
+std::string with(std::string const &line) { return head + line + "\n"; }
+/// The text without the line that begins with `word`.
+std::string without(std::string const &word)
+{
+    std::string text = head;
+    std::size_t const begin = text.find(word);
+    return text.erase(begin, text.find('\n', begin) + 1 - begin);
+}
+
+BadText const bad_texts[] = {
+    {"Empty", "", "line 0: this is no recording of events"},
+    {"OtherFile", "v 0 0 0\n", "line 1: this is no recording of events"},
+    {"OtherVersion", "tolvanite-events 2\n", "line 1: this version of the format is not known"},
+    {"NoVersion", "tolvanite-events\n", "line 1: something is missing at the end"},
+    {"NoCamera", without("camera"), "line 8: camera is missing"},
+    {"NoPose", without("up") + "0 blur\n", "line 9: up is missing"},
+    {"NoSetting", without("no-intersect"), "line 8: no-intersect is missing"},
+    {"UnknownSetting", with("zoom 3"), "line 10: zoom is not known"},
+    {"SettingTwice", with("from 1 2 3"), "line 10: from comes twice"},
+    {"SettingTooLate", with("1 blur\ndepth 1 2"), "line 11: depth comes after the first event"},
+    {"UnknownCamera", "tolvanite-events 1\ncamera fisheye 90\n",
+     "line 2: fisheye is neither perspective nor orthographic"},
+    {"FlatCamera", "tolvanite-events 1\ncamera perspective 180\n",
+     "line 2: a camera cannot open like that"},
+    {"NoHeight", "tolvanite-events 1\ncamera orthographic 0\n",
+     "line 2: a camera cannot open like that"},
+    {"NoDepth", with("depth 2 2"), "line 10: depth wants 0 < near < far"},
+    {"NotANumber", "tolvanite-events 1\nfrom 1 nan 3\n", "line 2: nan is not a number here"},
+    {"Infinite", "tolvanite-events 1\nfrom 1 inf 3\n", "line 2: inf is not a number here"},
+    {"TooLarge", "tolvanite-events 1\nfrom 1 1e99 3\n", "line 2: 1e99 is out of range"},
+    {"TooFew", "tolvanite-events 1\nfrom 1 2\n", "line 2: something is missing at the end"},
+    {"TooMany", "tolvanite-events 1\nfrom 1 2 3 4\n", "line 2: 4 is too much"},
+    {"NeitherOnNorOff", "tolvanite-events 1\nclick-center yes\n",
+     "line 2: yes is neither on nor off"},
+    {"UnknownEvent", with("1 wave 3 4"), "line 10: wave is no event"},
+    {"TimeRunsBackwards", with("2 blur\n1 blur"), "line 11: time runs backwards"},
+    {"TimeBelowZero", with("-1 blur"), "line 10: time runs backwards"},
+    {"PixelTooFar", with("1 move 40000 4"), "line 10: 40000 is out of range"},
+    {"HalfAPixel", with("1 move 4.5 4"), "line 10: 4.5 is not a number here"},
+    {"NoPointer", with("1 move 4"), "line 10: something is missing at the end"},
+    {"NegativeModifiers", with("1 key 65 -1 4 4"), "line 10: -1 is not a number here"},
+    {"TimeAlone", with("1"), "line 10: something is missing at the end"},
+    {"Binary", with(std::string("1 \x01\x02\xff 3 4", 10)), "line 10: ??? is no event"},
+    {"VeryLong", with("1 " + std::string(100000, 'x')),
+     "line 10: xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx is no event"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Texts, BadRecording, ::testing::ValuesIn(bad_texts),
+                         [](auto const &suite) { return suite.param.name; });
+
+TEST(InputRecording, ReadsBackToTheSameBits)
+{
+    RandomNumbers random(81);
+    for(int round = 0; round < 200; ++round)
+    {
+        InputRecording recording;
+        recording.projection = round % 2 == 0 ? InputRecording::Projection::Perspective
+                                              : InputRecording::Projection::Orthographic;
+        recording.opening = random.real(0.001f, 179) * 1.0000000001;
+        recording.near = random.real(0.001f, 1);
+        recording.far = random.real(1, 1e9f);
+        recording.from = random.point(-1e6f, 1e6f);
+        recording.at = random.point(-1e-6f, 1e-6f);
+        recording.up = random.vector();
+        recording.motionFactor = random.real(-1, 1);
+        recording.rotationAngle = random.real(-1, 1);
+        recording.clickCenter = random.below(2) == 0;
+        recording.noIntersect = random.below(2) == 0;
+        Real64 seconds = 0;
+        for(int i = 0; i < 20; ++i)
+        {
+            seconds += random.real(0, 1);
+            NavigatorEvent event;
+            event.kind = NavigatorEvent::Kind(random.below(7));
+            event.x = static_cast<Int16>(random.below(65536));
+            event.y = static_cast<Int16>(random.below(65536));
+            event.code = static_cast<Int16>(random.below(65536));
+            event.modifiers = static_cast<UInt16>(random.below(65536));
+            recording.events.push_back({seconds, event});
+        }
+        std::string const text = text_of(recording);
+        InputRecording const again = good(text);
+        EXPECT_EQ(text_of(again), text);
+        EXPECT_EQ(again.opening, recording.opening);
+        EXPECT_EQ(again.from, recording.from);
+        EXPECT_EQ(again.at, recording.at);
+        EXPECT_EQ(again.events.back().seconds, seconds);
+    }
+}
+
+TEST(InputRecording, SurvivesAnyDamage)
+{
+    std::ifstream in(TEST_SOURCE_DIR "/Models/fly.events");
+    std::string const whole((std::istreambuf_iterator<char>(in)), {});
+    ASSERT_FALSE(whole.empty());
+    int refused = 0;
+    for(std::size_t cut = 0; cut < whole.size(); cut += 3)
+        refused += read(whole.substr(0, cut)).recording ? 0 : 1;
+    EXPECT_GT(refused, 50);
+    RandomNumbers random(82);
+    for(int i = 0; i < 2000; ++i)
+    {
+        std::string text = whole;
+        for(UInt32 k = 1 + random.below(4); k > 0; --k)
+            text[random.below(static_cast<UInt32>(text.size()))] =
+                static_cast<char>(random.below(256));
+        RecordingResult const result = read(text);
+        EXPECT_EQ(result.recording.has_value(), result.complaint.empty());
+    }
+}
+} // namespace

@@ -1,0 +1,96 @@
+#include "OSGPathPlot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "GeometryBuilders.h"
+#include "SceneBuilders.h"
+
+using namespace OSG;
+using namespace OSG::Test;
+
+namespace
+{
+std::string plot(Node *scene, std::vector<PathPoint> const &path)
+{
+    std::ostringstream out;
+    write_path_plot(out, scene, path);
+    return out.str();
+}
+
+std::size_t count(std::string const &text, std::string const &word)
+{
+    std::size_t found = 0;
+    for(std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
+        ++found;
+    return found;
+}
+
+/// What stands between the quotes behind the first `attribute` from `place` on.
+std::string value_of(std::string const &text, std::string const &attribute, std::size_t place)
+{
+    std::size_t const begin = text.find(attribute + "=\"", place) + attribute.size() + 2;
+    return text.substr(begin, text.find('"', begin) - begin);
+}
+
+NodePtr square()
+{
+    return make_node(make_geometry(
+        one_primitive(QuadsPrimitive, {{0, 0, 0}, {10, 0, 0}, {10, 0, -10}, {0, 0, -10}})));
+}
+
+TEST(PathPlot, ShowsSceneAndPathFromAboveAndFromTheFront)
+{
+    std::string const svg = plot(square(), {{{5, 1, 0}, {5, 1, -1}}, {{5, 1, -5}, {5, 1, -6}}});
+    EXPECT_EQ(svg.rfind("<svg ", 0), 0u);
+    EXPECT_EQ(svg.substr(svg.size() - 7), "</svg>\n");
+    EXPECT_EQ(count(svg, "<polyline"), 2u);
+    EXPECT_EQ(count(svg, "<circle"), 2u);
+    // 78 units of the sheet for one of the scene, 10 of margin: from (5, 0) to (5, -5).
+    std::size_t const line = svg.find("<polyline");
+    EXPECT_EQ(value_of(svg, "points", line), "400.0,790.0 400.0,400.0 ");
+    // The front view lies below it.
+    EXPECT_EQ(value_of(svg, "points", svg.find("<polyline", line + 1)), "400.0,820.0 400.0,820.0 ");
+}
+
+TEST(PathPlot, LeavesOutEdgesWithinAPlane)
+{
+    std::string const svg = plot(square(), {});
+    // The diagonal of the square is none of its edges.
+    EXPECT_EQ(count(value_of(svg, " d", svg.find("class=\"scene\"")), "M"), 4u);
+}
+
+TEST(PathPlot, LeavesOutWhatIsNotFinite)
+{
+    NodePtr const scene = make_node(make_geometry(
+        one_primitive(TrianglesPrimitive, {{0, 0, 0}, {NAN, 0, 0}, {0, INFINITY, 0}})));
+    std::string const svg =
+        plot(scene, {{{NAN, 1, 0}, {}}, {{1, 1, 1}, {0, INFINITY, 0}}, {{1, 2, 3}, {1, 2, 3}}});
+    EXPECT_EQ(count(svg, "nan"), 0u);
+    EXPECT_EQ(count(svg, "inf"), 0u);
+    EXPECT_EQ(count(value_of(svg, "points", svg.find("<polyline")), ","), 1u);
+}
+
+TEST(PathPlot, NeedsNeitherASceneNorAPath)
+{
+    EXPECT_EQ(count(plot(nullptr, {}), "</svg>"), 1u);
+    EXPECT_EQ(count(plot(nullptr, {{{1, 2, 3}, {0, 0, 0}}}), "<circle"), 2u);
+    EXPECT_EQ(count(plot(make_group(), {}), "<polyline"), 0u);
+}
+
+TEST(PathPlot, ShowsBoxesOfLargeScenes)
+{
+    std::vector<Pnt3f> corners;
+    for(int i = 0; i < 60000; ++i)
+    {
+        Real32 const x = static_cast<Real32>(i);
+        corners.insert(corners.end(), {{x, 0, 0}, {x + 0.5f, 1, 0}, {x, 0, 1}});
+    }
+    NodePtr const scene = make_node(make_geometry(one_primitive(TrianglesPrimitive, corners)));
+    std::string const svg = plot(scene, {});
+    EXPECT_EQ(count(value_of(svg, " d", svg.find("class=\"scene\"")), "M"), 12u);
+}
+} // namespace
