@@ -161,16 +161,23 @@ void DeepCloner::directWeakLooks()
     _weak.clear();
 }
 
-std::vector<FieldDescriptionBase const *> const &
-DeepCloner::pointerFieldsOf(FieldContainerType const &type)
+DeepCloner::FieldList const &DeepCloner::pointerFieldsOf(FieldContainerType const &type)
 {
     auto const [entry, isNew] = _pointerFields.try_emplace(&type);
+    FieldList &fields = entry->second;
     if(!isNew)
-        return entry->second;
-    std::vector<FieldDescriptionBase const *> &fields = entry->second;
-    fields = type.getFieldDescs();
-    std::erase_if(fields, [](FieldDescriptionBase const *field)
-                  { return field->getFieldType().getClass() == FieldClass::Value; });
+        return fields;
+    for(TypeBase const *at = &type; at != nullptr; at = at->getParent())
+    {
+        FieldList own;
+        for(FieldDescriptionBase const *field :
+            static_cast<ReflexiveContainerType const *>(at)->getOwnFieldDescs())
+        {
+            if(field->getFieldType().getClass() != FieldClass::Value)
+                own.push_back(field);
+        }
+        fields.insert(fields.begin(), own.begin(), own.end());
+    }
     return fields;
 }
 

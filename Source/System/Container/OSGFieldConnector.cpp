@@ -89,10 +89,14 @@ void BasicFieldConnector::process()
 
 struct FieldConnectorFactoryBase::Data
 {
-    using Connectors = std::vector<std::shared_ptr<BasicFieldConnector>>;
+    using ConnectorPtr = std::shared_ptr<BasicFieldConnector>;
+    using Connectors = std::vector<ConnectorPtr, MemAllocator<ConnectorPtr>>;
 
     std::mutex guard;
-    std::unordered_map<FieldContainer const *, Connectors> bySource;
+    std::unordered_map<FieldContainer const *, Connectors, std::hash<FieldContainer const *>,
+                       std::equal_to<FieldContainer const *>,
+                       MemAllocator<std::pair<FieldContainer const *const, Connectors>>>
+        bySource;
 };
 
 FieldConnectorFactoryBase::FieldConnectorFactoryBase()

@@ -184,10 +184,10 @@ std::vector<UInt32> FieldContainerFactoryBase::getIds() const
     return ids;
 }
 
-std::vector<AspectStore *> FieldContainerFactoryBase::holdStores()
+FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    std::vector<AspectStore *> stores;
+    StoreList stores;
     for(Data::Place const &place : _data->places)
     {
         if(!place.isTaken())

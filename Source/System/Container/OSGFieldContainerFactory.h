@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "OSGBaseTypes.h"
+#include "OSGMemManager.h"
 #include "OSGRefCountPtr.h"
 #include "OSGSingletonHolder.h"
 #include "OSGSystemApi.h"
@@ -35,8 +35,9 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     UInt32 getNumContainers() const;
     /// The ids that are given, ascending.
     std::vector<UInt32> getIds() const;
+    using StoreList = std::vector<AspectStore *, MemAllocator<AspectStore *>>;
     /// The aspect stores of all containers, by ascending id; the caller releases each.
-    std::vector<AspectStore *> holdStores();
+    StoreList holdStores();
     /// The store of a registered container, which gets one here if it has none.
     AspectStore *makeStore(FieldContainer const &container);
 

@@ -140,10 +140,9 @@ void Node::syncChildren(Node const &source)
         if(Node *const copy = in_this_aspect(child))
             children.emplace_back(copy);
     }
-    if(children.size() > 1)
-        _mfChildren.reserve(static_cast<UInt32>(children.size()));
     orphanChildren();
     _mfChildren.clear();
+    _mfChildren.reserve(static_cast<UInt32>(children.size()));
     for(Node *child : children)
     {
         _mfChildren.push_back(child);
