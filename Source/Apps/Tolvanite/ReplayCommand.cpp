@@ -120,6 +120,7 @@ void print_poses(std::ostream &out, std::vector<Pose> const &poses)
 bool write_plot(std::string const &target, OSG::Node *scene, std::vector<Pose> const &poses)
 {
     std::vector<OSG::PathPoint> path;
+    path.reserve(poses.size());
     for(Pose const &pose : poses)
         path.push_back({pose.from, pose.at});
     OutputFile file(target);
