@@ -4,8 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include "OSGBillboard.h"
 #include "OSGGrpMergeGraphOp.h"
 #include "OSGMaterialGroup.h"
+#include "OSGMemManager.h"
 #include "OSGMrgGraphOp.h"
 #include "OSGNodeWalker.h"
 #include "OSGSimplifyRenderEngineGraphOp.h"
@@ -239,6 +241,34 @@ TYPED_TEST(RandomScenes, LeaveTheExcludeListAsItWas)
         operation->traverse(root);
         EXPECT_THAT(operation->getExcludeList().getList(), testing::ElementsAre(outside, root));
     }
+}
+
+// --- memory ---
+
+NodePtr bushy(UInt32 depth)
+{
+    // Every second level is one that the operations let stand.
+    NodePtr const node = depth % 2 == 0 ? make<Billboard>() : make_group();
+    for(int i = 0; depth != 0 && i < 8; ++i)
+        node->addChild(bushy(depth - 1));
+    return node;
+}
+
+template <class Operation>
+class Memory : public testing::Test
+{
+};
+using AllOperations = testing::Types<MrgGraphOp, GrpMergeGraphOp, SimplifyRenderEngineGraphOp>;
+TYPED_TEST_SUITE(Memory, AllOperations);
+
+TYPED_TEST(Memory, IsThatOfTheWidestNodeNotOfTheScene)
+{
+    NodePtr const root = bushy(5); // 37,449 nodes, 64 children at most by the end
+    // The thread's list of edits holds every node already, as it is not committed yet.
+    resetMemPeak();
+    UInt64 const before = getMemBytes();
+    EXPECT_TRUE(run<TypeParam>(root));
+    EXPECT_LE(getMemPeakBytes(), before + 100000);
 }
 
 // --- beyond what the random scenes hold ---
