@@ -2,12 +2,16 @@
 
 #include "Plant.h"
 
+#include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
 
+#include "Keys.h"
 #include "OSGSceneAccount.h"
+#include "OSGSceneFileHandler.h"
 #include "Operations.h"
+#include "Program.h"
 
 namespace Tool::Test
 {
@@ -75,6 +79,31 @@ TEST(Plant, MostTrianglesAreWhereTheyWere)
         EXPECT_NEAR(after.bounds.getMin()[i], before.bounds.getMin()[i], 1e-4f);
         EXPECT_NEAR(after.bounds.getMax()[i], before.bounds.getMax()[i], 1e-4f);
     }
+}
+
+TEST(Plant, TheModelIsWhatTheExampleMakes)
+{
+    std::ostringstream made;
+    ASSERT_TRUE(OSG::SceneFileHandlerBase::the()->write(make_plant(), made, "osb"));
+    std::ifstream file(TEST_SOURCE_DIR "/Models/plant.osb", std::ios::binary);
+    std::ostringstream model;
+    model << file.rdbuf();
+    // Not compared by a matcher, which would print both.
+    EXPECT_TRUE(made.str() == model.str())
+        << "Examples/plant has changed, or the format: plant Models/plant.osb writes it anew";
+}
+
+TEST(Plant, TheModelShrinksByTheProgram)
+{
+    Outcome const outcome =
+        run_program({"dump", TEST_SOURCE_DIR "/Models/plant.osb", "--op", "Mrg", "--op", "GrpMerge",
+                     "--op", "SimplifyRenderEngine", "--json"});
+    EXPECT_EQ(outcome.status, 0);
+    Json const operations = Json::parse(outcome.out)["operations"];
+    ASSERT_EQ(operations.size(), 3u);
+    EXPECT_EQ(operations[0]["nodesBefore"], 167);
+    EXPECT_LT(operations[2]["nodesAfter"], 100);
+    EXPECT_GT(operations[2]["namesCleared"], 0);
 }
 } // namespace
 } // namespace Tool::Test
