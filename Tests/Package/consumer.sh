@@ -47,4 +47,5 @@ after GrpMerge:
 EXPECTED
 
 build_example plant
-"$work/plant/plant"
+"$work/plant/plant" "$work/plant.osb"
+cmp "$work/plant.osb" "$source_dir/Models/plant.osb"

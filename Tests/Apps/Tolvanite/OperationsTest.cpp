@@ -101,6 +101,21 @@ TEST(DumpWithOperations, AnObjSceneComesOutAsItWentIn)
     }
 }
 
+TEST(DumpWithOperations, ThePlantComesOutSmallerInEveryWay)
+{
+    Json const dump = json_of({"dump", TEST_SOURCE_DIR "/Models/plant.osb", "--op", "Mrg", "--op",
+                               "GrpMerge", "--op", "SimplifyRenderEngine"});
+    Json const &accounts = dump["operations"];
+    ASSERT_EQ(accounts.size(), 3u);
+    EXPECT_EQ(accounts[0]["nodesBefore"], 167);
+    EXPECT_EQ(accounts[2]["nodesAfter"], 76);
+    EXPECT_EQ(accounts[0]["baked"], 59);
+    EXPECT_EQ(accounts[0]["materialsReplaced"], 54);
+    EXPECT_EQ(accounts[2]["materialsReplaced"], 5);
+    EXPECT_EQ(accounts[2]["namesCleared"], 70);
+    EXPECT_TRUE(dump["root"]["name"].is_null());
+}
+
 TEST(SelectWithOperations, HasWhatTheyDidBehindTheHits)
 {
     Json const select =
