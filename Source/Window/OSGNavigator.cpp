@@ -62,6 +62,8 @@ void Navigator::idle(Int16 button, Int16 x, Int16 y)
 
 void Navigator::killFocus() { handle({NavigatorEvent::KillFocus, 0, 0, _lastX, _lastY}); }
 
+void Navigator::setEventObserver(EventObserver observer) { _observer.swap(observer); }
+
 void Navigator::handle(NavigatorEvent const &event)
 {
     if(_observer)

@@ -74,7 +74,7 @@ class OSG_WINDOW_API Navigator
     void handle(NavigatorEvent const &event);
     /// Sees every event before it is handled; an empty function ends that. It must not handle
     /// events itself.
-    void setEventObserver(EventObserver const &observer) { _observer = observer; }
+    void setEventObserver(EventObserver observer);
 
     /// Puts the engine's pose onto the camera, then lets the engine do its work of a frame. Events
     /// put the pose onto the camera by themselves, without that work.
