@@ -17,20 +17,20 @@ constexpr int version = 1;
 
 struct EventWord
 {
-    NavigatorEvent::Kind kind;
     char const *word;
+    NavigatorEvent::Kind kind;
     bool hasCode;
     bool hasModifiers;
     bool hasPointer;
 };
 EventWord const event_words[] = {
-    {NavigatorEvent::ButtonPress, "press", true, false, true},
-    {NavigatorEvent::ButtonRelease, "release", true, false, true},
-    {NavigatorEvent::Key, "key", true, true, true},
-    {NavigatorEvent::Move, "move", false, false, true},
-    {NavigatorEvent::Hover, "hover", false, false, true},
-    {NavigatorEvent::Idle, "idle", true, false, true},
-    {NavigatorEvent::KillFocus, "blur", false, false, false},
+    {"press", NavigatorEvent::ButtonPress, true, false, true},
+    {"release", NavigatorEvent::ButtonRelease, true, false, true},
+    {"key", NavigatorEvent::Key, true, true, true},
+    {"move", NavigatorEvent::Move, false, false, true},
+    {"hover", NavigatorEvent::Hover, false, false, true},
+    {"idle", NavigatorEvent::Idle, true, false, true},
+    {"blur", NavigatorEvent::KillFocus, false, false, false},
 };
 
 // --- reading ---

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <fstream>
 #include <iomanip>
 #include <map>
@@ -13,6 +12,7 @@
 #include "OSGOrthographicCamera.h"
 #include "OSGPathPlot.h"
 #include "OSGWASDFlyEngine.h"
+#include "OutputFile.h"
 #include "SceneFile.h"
 #include "ValueJson.h"
 
@@ -117,20 +117,15 @@ void print_poses(std::ostream &out, std::vector<Pose> const &poses)
     }
 }
 
-/// Beside the target first, so that no half of a picture is ever left.
-bool write_plot(std::string const &file, OSG::Node *scene, std::vector<Pose> const &poses)
+bool write_plot(std::string const &target, OSG::Node *scene, std::vector<Pose> const &poses)
 {
     std::vector<OSG::PathPoint> path;
+    path.reserve(poses.size());
     for(Pose const &pose : poses)
         path.push_back({pose.from, pose.at});
-    std::string const beside = file + ".part";
-    std::ofstream out(beside, std::ios::binary);
-    OSG::write_path_plot(out, scene, path);
-    out.close();
-    if(out && std::rename(beside.c_str(), file.c_str()) == 0)
-        return true;
-    std::remove(beside.c_str());
-    return false;
+    OutputFile file(target);
+    OSG::write_path_plot(file.stream(), scene, path);
+    return file.finish();
 }
 
 int run_replay(ReplayOptions const &options, Streams streams)

@@ -12,6 +12,7 @@
 
 #include "Keys.h"
 #include "Program.h"
+#include "TempFolder.h"
 
 namespace Tool::Test
 {
@@ -127,14 +128,13 @@ TEST(Replay, PlaysAnyRecordingWithAnyEngine)
 
 TEST(Replay, DrawsThePath)
 {
-    std::string const file =
-        (std::filesystem::temp_directory_path() / "tolvanite-replay-path.svg").string();
-    Outcome const outcome = replay(events_of("cad"), "cad", {"--plot", file});
+    OSG::Test::TempFolder const folder;
+    Outcome const outcome = replay(events_of("cad"), "cad", {"--plot", folder.path("path.svg")});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    std::string const svg = content_of(file);
-    EXPECT_EQ(svg.rfind("<svg ", 0), 0u);
-    EXPECT_FALSE(std::filesystem::exists(file + ".part"));
-    std::filesystem::remove(file);
+    EXPECT_EQ(content_of(folder.path("path.svg")).rfind("<svg ", 0), 0u);
+    // Nothing is left beside it.
+    auto const entries = std::filesystem::directory_iterator(folder.path(""));
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
 }
 
 TEST(Replay, SaysWhereItCannotDraw)

@@ -6,6 +6,7 @@
 #include "MathPrinters.h"
 #include "OSGBillboard.h"
 #include "OSGComponentTransform.h"
+#include "OSGConstSizeTransform.h"
 #include "OSGDirectionalLight.h"
 #include "OSGDistanceLOD.h"
 #include "OSGGraphOpFactory.h"
@@ -333,6 +334,17 @@ TEST(Mrg, AComponentTransformIsBakedAsATransformIs)
 {
     NodePtr const shape = make_triangle();
     NodePtr const transform = make<ComponentTransform>({shape});
+    core_of<Transform>(transform)->setMatrix(translation(3, 0, 0));
+    NodePtr const root = make_group({transform});
+    run<MrgGraphOp>(root);
+    EXPECT_THAT(children_of(root), ElementsAre(shape));
+    EXPECT_EQ(first_position(shape), Pnt3f(3, 0, 0));
+}
+
+TEST(Mrg, AConstSizeTransformIsBakedAsATransformIsAndLosesItsSize)
+{
+    NodePtr const shape = make_triangle();
+    NodePtr const transform = make<ConstSizeTransform>({shape});
     core_of<Transform>(transform)->setMatrix(translation(3, 0, 0));
     NodePtr const root = make_group({transform});
     run<MrgGraphOp>(root);
