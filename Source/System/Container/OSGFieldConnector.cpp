@@ -103,7 +103,6 @@ FieldConnectorFactoryBase::FieldConnectorFactoryBase()
     : _data(new Data)
 {
 }
-FieldConnectorFactoryBase::~FieldConnectorFactoryBase() = default;
 
 FieldConnectorFactoryBase *FieldConnectorFactoryBase::the()
 {

@@ -79,7 +79,7 @@ class OSG_SYSTEM_API FieldConnectorFactoryBase
 
   private:
     FieldConnectorFactoryBase();
-    ~FieldConnectorFactoryBase();
+    ~FieldConnectorFactoryBase() = default;
     struct Data;
     Data *_data;
 };
