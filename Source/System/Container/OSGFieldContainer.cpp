@@ -93,7 +93,7 @@ FieldContainer::~FieldContainer()
 {
     takeChangeMask();
     if(!_sharesAll)
-        setSharedMask(~BitVector(0));
+        forgetSharedMask();
     // Destroyed without a death: a constructor further down has thrown.
     if(findAspectStore() != nullptr)
         findAspectStore()->release();
@@ -281,16 +281,22 @@ SharedMasks &shared_masks()
 
 void FieldContainer::setSharedMask(BitVector mask)
 {
-    bool const all = mask == ~BitVector(0);
-    if(all && _sharesAll)
+    if(!_sharesAll)
+        forgetSharedMask();
+    if(mask == ~BitVector(0))
         return;
     SharedMasks &shared = shared_masks();
     std::lock_guard const hold(shared.guard);
-    if(all)
-        shared.masks.erase(this);
-    else
-        shared.masks[this] = mask;
-    _sharesAll = all;
+    shared.masks[this] = mask;
+    _sharesAll = false;
+}
+
+void FieldContainer::forgetSharedMask()
+{
+    SharedMasks &shared = shared_masks();
+    std::lock_guard const hold(shared.guard);
+    shared.masks.erase(this);
+    _sharesAll = true;
 }
 
 BitVector FieldContainer::findSharedMask() const

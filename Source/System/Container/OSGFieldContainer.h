@@ -155,6 +155,7 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     void die();
     AspectStore *makeAspectStore() const;
     void setSharedMask(BitVector mask);
+    void forgetSharedMask();
     BitVector findSharedMask() const;
 
     // Scenes are made of very many containers: what few of them need stands elsewhere.

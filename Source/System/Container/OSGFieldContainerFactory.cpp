@@ -86,7 +86,6 @@ FieldContainerFactoryBase::FieldContainerFactoryBase()
     : _data(new Data)
 {
 }
-FieldContainerFactoryBase::~FieldContainerFactoryBase() = default;
 
 FieldContainerFactoryBase *FieldContainerFactoryBase::the()
 {

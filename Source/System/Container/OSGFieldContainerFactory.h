@@ -51,7 +51,7 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
 
   private:
     FieldContainerFactoryBase();
-    ~FieldContainerFactoryBase();
+    ~FieldContainerFactoryBase() = default;
     AspectStore *makeStoreUnderLock(FieldContainer const &container);
     struct Data;
     Data *_data;

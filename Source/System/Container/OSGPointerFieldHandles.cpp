@@ -131,6 +131,7 @@ bool EditPointerFieldHandle::cloneBy(DeepCloner &cloner, GetFieldHandle const &s
         return true;
     }
     std::vector<FieldContainer *> targets;
+    targets.reserve(pointers.size());
     for(FieldContainer *pointer : pointers)
         targets.push_back(cloner.resolve(pointer));
     removeAll();
