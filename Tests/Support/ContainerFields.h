@@ -65,7 +65,7 @@ inline bool is_child_field(FieldDescriptionBase const &field, FieldContainer con
 /// A value other than the default for each value type, as text; `variant` tells them apart.
 inline std::string sample_text(std::string const &valueType, UInt32 variant)
 {
-    std::string const n = std::to_string(variant + 2);
+    std::string n = std::to_string(variant + 2);
     static std::map<std::string, int> const floats = {
         {"Real32", 1},  {"Vec2f", 2},   {"Pnt3f", 3},   {"Vec3f", 3},
         {"Color3f", 3}, {"Color4f", 4}, {"Matrix", 16}, {"BoxVolume", 6}};
