@@ -11,6 +11,8 @@
 ///   TypedGeoIntegralProperty<GeoUInt32PropertyDesc>   GeoUInt32Property    lengths, indices
 ///   TypedGeoIntegralProperty<GeoUInt8PropertyDesc>    GeoUInt8Property     primitive types
 
+#include <cstring>
+
 #include "OSGGeoColor3fPropertyBase.h"
 #include "OSGGeoPnt3fPropertyBase.h"
 #include "OSGGeoUInt32PropertyBase.h"

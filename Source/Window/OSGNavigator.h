@@ -20,7 +20,8 @@ namespace OSG
 /// The camera is moved by its beacon: a node whose core is a Transform takes the engine's pose,
 /// whatever stands above it. With any other beacon the camera stays.
 ///
-/// While viewport, root, camera or engine is missing, events only move the pointer. A navigator belongs to the thread that owns the window.
+/// While viewport, root, camera or engine is missing, events only move the pointer. A navigator
+/// belongs to the thread that owns the window.
 class OSG_WINDOW_API Navigator
 {
   public:

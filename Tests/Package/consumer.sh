@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs a build beside itself, builds Examples/consumer against the installed package, once
-# through find_package and once through pkg-config, and runs both on a model.
+# through find_package and once through pkg-config, and runs both on a model; then builds and runs
+# the other examples.
 #
 #   consumer.sh SOURCE_DIR BUILD_DIR CXX_FLAGS
 set -euo pipefail
@@ -14,10 +15,14 @@ model=$source_dir/Models/pavilion.obj
 rm -rf "$work"
 cmake --install "$build_dir" --prefix "$prefix" >/dev/null
 
-cmake -S "$source_dir/Examples/consumer" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
-    -DCMAKE_CXX_FLAGS="$flags" >/dev/null
-cmake --build "$work/cmake"
-by_cmake=$("$work/cmake/consumer" "$model")
+build_example() {
+    cmake -S "$source_dir/Examples/$1" -B "$work/$1" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+        -DCMAKE_CXX_FLAGS="$flags" >/dev/null
+    cmake --build "$work/$1"
+}
+
+build_example consumer
+by_cmake=$("$work/consumer/consumer" "$model")
 
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name tolvanite.pc)")
 export PKG_CONFIG_PATH
@@ -29,3 +34,18 @@ by_pkg_config=$("$work/by-pkg-config" "$model")
 
 echo "$by_cmake"
 [ -n "$by_cmake" ] && [ "$by_cmake" = "$by_pkg_config" ]
+
+build_example graphop
+"$work/graphop/graphop" | tee "$work/graphop.txt"
+diff "$work/graphop.txt" - <<'EXPECTED'
+after Outline:
+  house
+    cut
+    empty room
+after GrpMerge:
+  house
+EXPECTED
+
+build_example plant
+"$work/plant/plant" "$work/plant.osb"
+cmp "$work/plant.osb" "$source_dir/Models/plant.osb"

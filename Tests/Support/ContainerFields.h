@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -58,9 +59,7 @@ inline bool is_counted(FieldDescriptionBase const &field)
 /// A field whose entries have the owner as their one parent.
 inline bool is_child_field(FieldDescriptionBase const &field, FieldContainer const &owner)
 {
-    ContainerPtr const copy(owner.shallowCopy());
-    return is_multi(field) && is_pointer(field) &&
-           copy->getField(field.getFieldId())->size() < owner.getField(field.getFieldId())->size();
+    return owner.getField(field.getFieldId())->isChildField();
 }
 
 /// A value other than the default for each value type, as text; `variant` tells them apart.
@@ -97,20 +96,33 @@ struct FieldValue
     }
 };
 
-inline FieldValue value_of(FieldContainer const &container, FieldDescriptionBase const &field)
+/// The text forms of the values; pointers are ids.
+inline std::vector<std::string> texts_of(FieldContainer const &container,
+                                         FieldDescriptionBase const &field)
 {
-    FieldValue value;
+    std::vector<std::string> texts;
     GetFieldHandlePtr const handle = container.getField(field.getFieldId());
     for(UInt32 i = 0; i < handle->size(); ++i)
     {
         std::ostringstream text;
         OutStream out(text);
         handle->pushIndexedValueToStream(out, i);
-        if(is_pointer(field))
-            value.pointers.push_back(handle->getPointer(i));
-        else
-            value.texts.push_back(text.str());
+        texts.push_back(text.str());
     }
+    return texts;
+}
+
+inline FieldValue value_of(FieldContainer const &container, FieldDescriptionBase const &field)
+{
+    FieldValue value;
+    if(!is_pointer(field))
+    {
+        value.texts = texts_of(container, field);
+        return value;
+    }
+    GetFieldHandlePtr const handle = container.getField(field.getFieldId());
+    for(UInt32 i = 0; i < handle->size(); ++i)
+        value.pointers.push_back(handle->getPointer(i));
     return value;
 }
 
@@ -130,10 +142,14 @@ inline ContainerValues values_of(FieldContainer const &container)
 inline ContainerPtr make_target(FieldDescriptionBase const &field, UInt32 variant)
 {
     auto const &pointer = static_cast<PointerType const &>(field.getFieldType().getContentType());
+    // Attachments of one group replace each other: one of each.
+    bool const byGroup = pointer.getPointedTo() == Attachment::getClassType();
     std::vector<FieldContainerType *> fitting;
+    std::set<UInt32> groups;
     for(FieldContainerType *type : concrete_types())
     {
-        if(type->isDerivedFrom(pointer.getPointedTo()))
+        if(type->isDerivedFrom(pointer.getPointedTo()) &&
+           (groups.insert(type->getGroupId()).second || !byGroup))
             fitting.push_back(type);
     }
     return fitting.empty() ? nullptr

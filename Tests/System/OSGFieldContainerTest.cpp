@@ -4,6 +4,7 @@
 
 #include "OSGChangeList.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGManyFields.h"
 #include "OSGName.h"
 #include "OSGNode.h"
 #include "OSGPointLight.h"
@@ -222,6 +223,104 @@ TEST(FieldContainer, AbstractClassesCannotBeMade)
     EXPECT_EQ(NodeCore::createEmpty(), nullptr);
     EXPECT_FALSE(factory().createContainer("NodeCore"));
     EXPECT_FALSE(factory().createContainer("no such type"));
+}
+
+TEST(FieldContainer, AnEmptyOneIsMadeWithoutThePrototype)
+{
+    ChangeList const &changes = *Thread::getCurrentChangeList();
+    FieldContainer *const prototype = ManyFields::getClassType().getPrototype();
+    dynamic_cast<ManyFields &>(*prototype).setOneUInt32(7);
+    UInt64 const created = changes.getNumCreated();
+    UnrecordedRefPtr<ManyFields> const copied(ManyFields::create());
+    UnrecordedRefPtr<ManyFields> const empty(ManyFields::createEmpty());
+    UnrecordedRefPtr<ManyFields> const local(ManyFields::createEmptyLocal(6));
+    EXPECT_EQ(copied->getOneUInt32(), 7u);
+    EXPECT_EQ(empty->getOneUInt32(), 0u);
+    EXPECT_EQ(local->getOneUInt32(), 0u);
+    EXPECT_EQ(empty->getSharedMask(), ~BitVector(0));
+    EXPECT_EQ(local->getSharedMask(), ~BitVector(6));
+    EXPECT_EQ(changes.getNumCreated(), created + 3);
+    UnrecordedRefPtr<ManyFields> const silent(ManyFields::createEmptyLocal(~BitVector(0)));
+    EXPECT_EQ(changes.getNumCreated(), created + 3);
+    EXPECT_EQ(factory().getContainer(silent->getId()), silent);
+    EXPECT_EQ(silent->getAspectStore()->getPtr(0), silent);
+    dynamic_cast<ManyFields &>(*prototype).setOneUInt32(0);
+}
+
+TEST(FieldContainer, LocalAndDependentOnesAreMadeFromThePrototype)
+{
+    UnrecordedRefPtr<ManyFields> const local(ManyFields::createLocal(4));
+    UnrecordedRefPtr<ManyFields> const dependent(ManyFields::createDependent(4));
+    EXPECT_EQ(local->getSharedMask(), ~BitVector(4));
+    EXPECT_EQ(dependent->getSharedMask(), BitVector(4));
+    UnrecordedRefPtr<FieldContainer> const copy(dependent->shallowCopy());
+    EXPECT_EQ(copy->getSharedMask(), ~BitVector(0));
+}
+
+namespace
+{
+/// Writes down how it ends.
+class Mortal : public Transform
+{
+  public:
+    static UnrecordedRefPtr<Mortal> make(std::vector<std::string> &ends)
+    {
+        auto *const made = new Mortal(ends);
+        made->enterSystem(0);
+        return UnrecordedRefPtr<Mortal>(made);
+    }
+    FieldContainer *createAspectCopy(FieldContainer const *) const override
+    {
+        auto *const copy = new Mortal(_ends);
+        copy->enterAspect(this);
+        return copy;
+    }
+
+  protected:
+    explicit Mortal(std::vector<std::string> &ends)
+        : _ends(ends)
+    {
+    }
+    void onDestroyAspect(UInt32 id, UInt32 aspect) override
+    {
+        _ends.push_back("aspect " + std::to_string(aspect) + (id == getId() ? "" : " unknown"));
+    }
+    void onDestroy(UInt32) override { _ends.push_back("all"); }
+
+  private:
+    std::vector<std::string> &_ends;
+};
+} // namespace
+
+TEST(FieldContainer, EachCopyEndsAndTheLastOneEndsTheContainer)
+{
+    std::vector<std::string> ends;
+    UnrecordedRefPtr<Mortal> source = Mortal::make(ends);
+    UInt32 const id = source->getId();
+    Thread::setCurrentAspect(2);
+    UnrecordedRefPtr<FieldContainer> copy(source->createAspectCopy(source));
+    Thread::setCurrentAspect(0);
+    source = nullptr;
+    EXPECT_EQ(ends, std::vector<std::string>{"aspect 0"});
+    EXPECT_EQ(factory().getContainer(id), nullptr);
+    EXPECT_EQ(copy->getId(), id);
+    copy = nullptr;
+    EXPECT_EQ(ends, (std::vector<std::string>{"aspect 0", "aspect 2", "all"}));
+
+    ends.clear();
+    Mortal::make(ends);
+    EXPECT_EQ(ends, (std::vector<std::string>{"aspect 0", "all"}));
+}
+
+TEST(FieldContainer, AStoreIsMadeWhenItIsWanted)
+{
+    NamePtr const name(Name::create());
+    EXPECT_EQ(name->findAspectStore(), nullptr);
+    AspectStore *const store = name->getAspectStore();
+    ASSERT_NE(store, nullptr);
+    EXPECT_EQ(name->findAspectStore(), store);
+    EXPECT_EQ(store->getRefCount(), 1);
+    EXPECT_EQ(factory().getContainer(name->getId()), name);
 }
 
 TEST(FieldContainer, TheFactoryMakesContainersByTheNameOfTheirType)

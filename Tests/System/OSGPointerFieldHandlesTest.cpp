@@ -99,6 +99,49 @@ TEST(PointerFieldHandles, PointerFieldsAreNotCopied)
     EXPECT_EQ(one->getMaterial(), nullptr);
 }
 
+// --- text ---
+
+TEST(PointerFieldHandles, APointerIsTheIdOfItsContainer)
+{
+    auto const group = make<MaterialGroup>();
+    auto const material = make<SimpleMaterial>();
+    EditFieldHandlePtr const handle = group->editField("material");
+    std::string const id = std::to_string(material->getId());
+    EXPECT_TRUE(handle->pushIndexedValueFromCString(id.c_str(), 0));
+    EXPECT_EQ(group->getMaterial(), material);
+    for(std::string const &bad : {std::string("x"), std::string(""), std::string("4000000000"),
+                                  std::to_string(group->getId())})
+        EXPECT_FALSE(handle->pushIndexedValueFromCString(bad.c_str(), 0)) << bad;
+    EXPECT_FALSE(handle->pushIndexedValueFromCString(id.c_str(), 1));
+    EXPECT_FALSE(handle->insertIndexedValueFromCString(id.c_str(), 0));
+    EXPECT_EQ(group->getMaterial(), material);
+    EXPECT_TRUE(handle->pushIndexedValueFromCString("0", 0));
+    EXPECT_EQ(group->getMaterial(), nullptr);
+    EXPECT_EQ(material->getRefCount(), 1);
+}
+
+TEST(PointerFieldHandles, AnIdInAListIsReplacedOrAppended)
+{
+    auto const choice = make<SwitchMaterial>();
+    auto const material = make<SimpleMaterial>();
+    std::string const id = std::to_string(material->getId());
+    EditFieldHandlePtr const handle = choice->editField("materials");
+    EXPECT_TRUE(handle->insertIndexedValueFromCString("0", 0));
+    EXPECT_TRUE(handle->insertIndexedValueFromCString(id.c_str(), 1));
+    EXPECT_FALSE(handle->insertIndexedValueFromCString(id.c_str(), 1));
+    EXPECT_TRUE(handle->pushIndexedValueFromCString(id.c_str(), 0));
+    EXPECT_EQ(choice->getMaterials(0), material);
+    EXPECT_EQ(choice->getMaterials(1), material);
+
+    NodePtr const root = make_group();
+    NodePtr const child = make_group();
+    EditFieldHandlePtr const children = root->editField("children");
+    std::string const childId = std::to_string(child->getId());
+    EXPECT_TRUE(children->insertIndexedValueFromCString(childId.c_str(), 0));
+    EXPECT_EQ(child->getParent(), root);
+    EXPECT_FALSE(children->pushIndexedValueFromCString(childId.c_str(), 0));
+}
+
 // --- sharing ---
 
 TEST(PointerFieldHandles, SharingPointsToTheSame)

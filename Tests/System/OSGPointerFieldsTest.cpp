@@ -111,6 +111,8 @@ TYPED_TEST(PointerFields, AMultiFieldCountsEachEntry)
         this->expect_pointers(this->first, 2);
         this->expect_pointers(this->second, 1);
         EXPECT_EQ(field[1], this->first);
+        PointerMFieldBase const &base = field;
+        EXPECT_EQ(base[2], this->second);
         EXPECT_EQ(field.front(), this->first);
         EXPECT_EQ(field.back(), this->second);
         EXPECT_EQ(field.findIndex(this->second), 2);

@@ -66,7 +66,7 @@ void AspectLink::dropCopy(AspectStore *store)
 
 void AspectLink::dropOrphans()
 {
-    std::vector<AspectStore *> orphans;
+    FieldContainerFactoryBase::StoreList orphans;
     for(auto const &[store, copy] : _copies)
     {
         if(sourceOf(store) == nullptr)
@@ -118,7 +118,7 @@ class AllStores
     auto end() const { return _stores.end(); }
 
   private:
-    std::vector<AspectStore *> _stores;
+    FieldContainerFactoryBase::StoreList const _stores;
 };
 } // namespace
 
@@ -138,7 +138,10 @@ void AspectLink::receiveAll()
 void AspectLink::receiveLog()
 {
     Updates updates;
-    std::unordered_map<AspectStore *, std::size_t> places;
+    std::unordered_map<AspectStore *, std::size_t, std::hash<AspectStore *>,
+                       std::equal_to<AspectStore *>,
+                       MemAllocator<std::pair<AspectStore *const, std::size_t>>>
+        places;
     for(ChangeLog::Entry const &entry : _log.getEntries())
     {
         if(entry.kind == ChangeLog::Kind::Created)

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <utility>
 
+#include "OSGFieldConnector.h"
 #include "OSGFieldContainer.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGThread.h"
@@ -84,7 +85,11 @@ void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
         _changed[i] = nullptr;
         BitVector const mask = container->takeChangeMask();
         addToLogs(container, ChangeLog::Kind::Changed, mask);
+        bool const isConnected = container->isConnected();
         container->changed(mask, origin, details);
+        // By its address alone: `changed` may have ended it, and its connections with it.
+        if(isConnected)
+            FieldConnectorFactoryBase::the()->process(container, mask);
     }
     _changed.clear();
     // What a load of a large scene took is given back; an editing session keeps its room.

@@ -26,13 +26,16 @@ void ChangeLog::clear()
 
 void ChangeLog::add(FieldContainer const *container, Kind kind, BitVector mask) noexcept
 {
-    AspectStore *const store = container->getAspectStore();
-    if(store == nullptr || store->aspectOf(container) != _giverAspect)
+    if(container->getAspect() != _giverAspect || container->getId() == 0)
         return;
     try
     {
-        _entries.push_back({store, kind, mask});
+        // Room before the count.
+        if(_entries.size() == _entries.capacity())
+            _entries.reserve(2 * _entries.size() + 64);
+        AspectStore *const store = container->getAspectStore();
         store->addRef();
+        _entries.push_back({store, kind, mask});
     }
     catch(std::bad_alloc const &)
     {

@@ -107,8 +107,8 @@ void DeepCloner::copyPointers(FieldContainer const &source, FieldContainer &copy
     UInt32 const id = field.getFieldId();
     GetFieldHandlePtr const from = source.getField(id);
     UInt32 const size = from->size();
-    // Where the copy has no entries they are children: they do not come with a copy.
-    bool const isChildField = copy.getField(id)->size() < size;
+    // Children do not come with a copy.
+    bool const isChildField = from->isChildField();
     UInt32 gone = 0;
     for(UInt32 i = 0; i < size; ++i)
     {
@@ -161,16 +161,23 @@ void DeepCloner::directWeakLooks()
     _weak.clear();
 }
 
-std::vector<FieldDescriptionBase const *> const &
-DeepCloner::pointerFieldsOf(FieldContainerType const &type)
+DeepCloner::FieldList const &DeepCloner::pointerFieldsOf(FieldContainerType const &type)
 {
     auto const [entry, isNew] = _pointerFields.try_emplace(&type);
+    FieldList &fields = entry->second;
     if(!isNew)
-        return entry->second;
-    std::vector<FieldDescriptionBase const *> &fields = entry->second;
-    fields = type.getFieldDescs();
-    std::erase_if(fields, [](FieldDescriptionBase const *field)
-                  { return field->getFieldType().getClass() == FieldClass::Value; });
+        return fields;
+    for(TypeBase const *at = &type; at != nullptr; at = at->getParent())
+    {
+        FieldList own;
+        for(FieldDescriptionBase const *field :
+            static_cast<ReflexiveContainerType const *>(at)->getOwnFieldDescs())
+        {
+            if(field->getFieldType().getClass() != FieldClass::Value)
+                own.push_back(field);
+        }
+        fields.insert(fields.begin(), own.begin(), own.end());
+    }
     return fields;
 }
 

@@ -93,15 +93,21 @@ class OSG_SYSTEM_API DeepCloner
     bool relink(FieldContainer &copy, UInt32 fieldId, UInt32 index, FieldContainer *old,
                 FieldContainer *target);
     void directWeakLooks();
-    std::vector<FieldDescriptionBase const *> const &
-    pointerFieldsOf(FieldContainerType const &type);
+
+    template <class T>
+    using List = std::vector<T, MemAllocator<T>>;
+    template <class Key, class Value>
+    using Map = std::unordered_map<Key, Value, std::hash<Key>, std::equal_to<Key>,
+                                   MemAllocator<std::pair<Key const, Value>>>;
+    using FieldList = List<FieldDescriptionBase const *>;
+
+    FieldList const &pointerFieldsOf(FieldContainerType const &type);
 
     Choice _share;
     Choice _ignore;
-    std::unordered_map<FieldContainer const *, UnrecordedRefPtr<FieldContainer>> _copies;
-    std::vector<FieldContainer const *> _open; // copied themselves, their pointers not yet
-    std::vector<WeakLook> _weak;
-    std::unordered_map<FieldContainerType const *, std::vector<FieldDescriptionBase const *>>
-        _pointerFields;
+    Map<FieldContainer const *, UnrecordedRefPtr<FieldContainer>> _copies;
+    List<FieldContainer const *> _open; // copied themselves, their pointers not yet
+    List<WeakLook> _weak;
+    Map<FieldContainerType const *, FieldList> _pointerFields;
 };
 } // namespace OSG

@@ -1,6 +1,10 @@
 #include "OSGFieldContainer.h"
 
+#include <mutex>
+#include <unordered_map>
+
 #include "OSGChangeList.h"
+#include "OSGFieldConnector.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGThread.h"
 
@@ -88,9 +92,11 @@ EditFieldHandlePtr ReflexiveContainer::editField(char const *name)
 FieldContainer::~FieldContainer()
 {
     takeChangeMask();
+    if(!_sharesAll)
+        forgetSharedMask();
     // Destroyed without a death: a constructor further down has thrown.
-    if(_aspectStore != nullptr)
-        _aspectStore->release();
+    if(findAspectStore() != nullptr)
+        findAspectStore()->release();
 }
 
 namespace
@@ -132,6 +138,7 @@ void FieldContainer::die()
         return;
     _dead = true;
 
+    takeChangeMask();
     _nextDead = mortuary.newest;
     mortuary.newest = this;
     if(mortuary.isOpen)
@@ -145,25 +152,28 @@ void FieldContainer::die()
     {
         FieldContainer *const container = mortuary.newest;
         mortuary.newest = container->_nextDead;
-        container->_sharedMask = 0;
+        container->_changeList = nullptr;
         container->deregister(container->_id);
     }
 }
 
 void FieldContainer::deregister(UInt32 id)
 {
-    AspectStore *const store = _aspectStore;
-    onDestroyAspect(id, store != nullptr ? store->aspectOf(this) : Thread::getCurrentAspect());
+    if(_isConnected)
+        FieldConnectorFactoryBase::the()->disconnect(this);
+    onDestroyAspect(id, _aspect);
+    AspectStore *const store = findAspectStore();
+    if(store != nullptr && ChangeLog::isAnyOpen())
+        Thread::getCurrentChangeList()->addEnded(this);
+    if(id != 0 && (store == nullptr || store->removePtr(this)))
+    {
+        onDestroy(id);
+        FieldContainerFactoryBase::the()->deregisterContainer(id);
+    }
+    _id = 0;
     if(store != nullptr)
     {
-        if(ChangeLog::isAnyOpen())
-            Thread::getCurrentChangeList()->addEnded(this);
-        _aspectStore = nullptr;
-        if(store->removePtr(this))
-        {
-            onDestroy(id);
-            FieldContainerFactoryBase::the()->deregisterContainer(id);
-        }
+        _aspectStore.store(nullptr, std::memory_order_relaxed);
         store->release();
     }
     if(_weakRefs > 0)
@@ -216,9 +226,7 @@ constexpr UInt32 CreatedIdMask = 0x3FFFFFFF;
 
 void FieldContainer::enterSystem(UInt64 localFlags)
 {
-    _aspectStore = new AspectStore;
-    _aspectStore->addRef();
-    _aspectStore->setPtrForAspect(this, Thread::getCurrentAspect());
+    _aspect = static_cast<UInt16>(Thread::getCurrentAspect());
     _id = FieldContainerFactoryBase::the()->registerContainer(this);
     if(localFlags != NotReported)
         Thread::getCurrentChangeList()->addCreated(_id & CreatedIdMask, localFlags);
@@ -226,21 +234,76 @@ void FieldContainer::enterSystem(UInt64 localFlags)
 
 void FieldContainer::enterAspect(FieldContainer const *source)
 {
-    _aspectStore = source->_aspectStore;
+    AspectStore *const store = source->getAspectStore();
+    if(store == nullptr)
+        return;
+    _aspect = static_cast<UInt16>(Thread::getCurrentAspect());
     _id = source->_id;
-    _sharedMask = source->_sharedMask;
-    _aspectStore->addRef();
-    _aspectStore->setPtrForAspect(this, Thread::getCurrentAspect());
+    store->addRef();
+    _aspectStore.store(store, std::memory_order_release);
+    setSharedMask(source->getSharedMask());
+    store->setPtrForAspect(this, _aspect);
 }
 
 void FieldContainer::abandon()
 {
-    if(_aspectStore != nullptr)
-    {
-        if(_aspectStore->removePtr(this))
-            FieldContainerFactoryBase::the()->deregisterContainer(_id);
-    }
+    AspectStore *const store = findAspectStore();
+    if(store == nullptr || store->removePtr(this))
+        FieldContainerFactoryBase::the()->deregisterContainer(_id);
     delete this;
+}
+
+AspectStore *FieldContainer::makeAspectStore() const
+{
+    return FieldContainerFactoryBase::the()->makeStore(*this);
+}
+
+// --- what few containers have ---
+
+namespace
+{
+// Never destroyed, as the containers of a host's statics may outlive it.
+struct SharedMasks
+{
+    std::mutex guard;
+    std::unordered_map<FieldContainer const *, BitVector, std::hash<FieldContainer const *>,
+                       std::equal_to<FieldContainer const *>,
+                       MemAllocator<std::pair<FieldContainer const *const, BitVector>>>
+        masks;
+};
+
+SharedMasks &shared_masks()
+{
+    static SharedMasks *const masks = new SharedMasks;
+    return *masks;
+}
+} // namespace
+
+void FieldContainer::setSharedMask(BitVector mask)
+{
+    if(!_sharesAll)
+        forgetSharedMask();
+    if(mask == ~BitVector(0))
+        return;
+    SharedMasks &shared = shared_masks();
+    std::lock_guard const hold(shared.guard);
+    shared.masks[this] = mask;
+    _sharesAll = false;
+}
+
+void FieldContainer::forgetSharedMask()
+{
+    SharedMasks &shared = shared_masks();
+    std::lock_guard const hold(shared.guard);
+    shared.masks.erase(this);
+    _sharesAll = true;
+}
+
+BitVector FieldContainer::findSharedMask() const
+{
+    SharedMasks &shared = shared_masks();
+    std::lock_guard const hold(shared.guard);
+    return shared.masks.at(this);
 }
 
 // --- what a class without own behaviour does ---

@@ -3,6 +3,7 @@
 /// \file
 /// Base of every object of the scene: reference counts, edits, aspects.
 
+#include <atomic>
 #include <vector>
 
 #include "OSGAspectStore.h"
@@ -44,7 +45,17 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
 
     /// Number in the factory, the same in all aspects; 0 before the container is registered.
     UInt32 getId() const { return _id; }
-    AspectStore *getAspectStore() const { return _aspectStore; }
+    /// Nearly every container lives in one aspect alone: its store is made when somebody first asks
+    /// for it. Null for an object that has no id.
+    AspectStore *getAspectStore() const
+    {
+        AspectStore *const store = findAspectStore();
+        return store != nullptr || _id == 0 ? store : makeAspectStore();
+    }
+    /// Null where nobody has asked yet.
+    AspectStore *findAspectStore() const { return _aspectStore.load(std::memory_order_acquire); }
+    /// The aspect that this is the copy of.
+    UInt32 getAspect() const { return _aspect; }
 
     // --- references ---
     void addReferenceRecorded() { ++_recordedRefs; }
@@ -58,11 +69,14 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// False from the moment that the last counted reference has gone.
     bool isAlive() const { return !_dead; }
 
+    /// Whether fields of other containers follow fields of this one.
+    bool isConnected() const { return _isConnected; }
+
     // --- edits ---
     /// Fields edited since the last commit; 0 where none is open.
     BitVector getChangeMask() const { return _changeMask; }
     /// Fields that travel to other aspects.
-    BitVector getSharedMask() const { return _sharedMask; }
+    BitVector getSharedMask() const { return _sharesAll ? ~BitVector(0) : findSharedMask(); }
     /// Empties the change mask; what commitChanges calls.
     BitVector takeChangeMask();
 
@@ -128,29 +142,39 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// Destroys an object that could not be made to the end, as if it had never been.
     void abandon();
     /// Fields whose bits are set no longer travel.
-    void keepLocal(BitVector flags) { _sharedMask &= ~flags; }
-    void shareOnly(BitVector flags) { _sharedMask = flags; }
+    void keepLocal(BitVector flags) { setSharedMask(getSharedMask() & ~flags); }
+    void shareOnly(BitVector flags) { setSharedMask(flags); }
 
   private:
     template <class X, class XBase, class Parent>
     friend class ContainerPattern;
+    friend class FieldConnectorFactoryBase;
+
+    friend class FieldContainerFactoryBase;
 
     void die();
+    AspectStore *makeAspectStore() const;
+    void setSharedMask(BitVector mask);
+    void forgetSharedMask();
+    BitVector findSharedMask() const;
 
+    // Scenes are made of very many containers: what few of them need stands elsewhere.
     BitVector _changeMask = 0;
+    mutable std::atomic<AspectStore *> _aspectStore{nullptr};
     union
     {
-        BitVector _sharedMask = ~BitVector(0);
-        FieldContainer *_nextDead; ///< while it waits for its end
+        ChangeList *_changeList = nullptr; ///< with its edits, while it has any
+        FieldContainer *_nextDead;         ///< while it waits for its end
     };
-    AspectStore *_aspectStore = nullptr;
-    ChangeList *_changeList = nullptr;
     UInt32 _changePlace = 0;
     UInt32 _id = 0;
     Int32 _recordedRefs = 0;
     Int32 _unrecordedRefs = 0;
     Int32 _weakRefs = 0;
-    bool _dead = false;  // the last counted reference has gone
-    bool _ended = false; // and all that is left is memory for weak references
+    UInt16 _aspect = 0;
+    bool _dead : 1 = false;  // the last counted reference has gone
+    bool _ended : 1 = false; // and all that is left is memory for weak references
+    bool _isConnected : 1 = false;
+    bool _sharesAll : 1 = true; // else its shared mask is in a table
 };
 } // namespace OSG

@@ -13,38 +13,51 @@ namespace OSG
 // destructors, takes no memory. Id 0 is never given: it ends the chain.
 struct FieldContainerFactoryBase::Data
 {
+    /// A container that lives in one aspect, the store of one that may live in more, or the next
+    /// free id. Addresses leave the two lowest bits to tell them apart.
     class Place
     {
       public:
+        Place() = default;
+        explicit Place(FieldContainer const *container)
+            : _bits(reinterpret_cast<std::uintptr_t>(container) | Container)
+        {
+        }
         explicit Place(AspectStore *store)
             : _bits(reinterpret_cast<std::uintptr_t>(store))
         {
         }
-        static Place free() { return Place(std::uintptr_t(1)); }
-        void linkTo(UInt32 nextFree) { _bits = (std::uintptr_t(nextFree) << 1) | 1; }
+        static Place free()
+        {
+            Place place;
+            place._bits = Free;
+            return place;
+        }
+        void linkTo(UInt32 nextFree) { _bits = (std::uintptr_t(nextFree) << 2) | Free; }
 
-        bool isFree() const { return (_bits & 1) != 0; }
-        UInt32 nextFree() const { return static_cast<UInt32>(_bits >> 1); }
-        /// Null for a free place.
+        /// Whether a container has the id.
+        bool isTaken() const { return (_bits & Free) == 0 && _bits != 0; }
+        UInt32 nextFree() const { return static_cast<UInt32>(_bits >> 2); }
+        /// Null where there is none.
         AspectStore *store() const
         {
-            return isFree() ? nullptr : reinterpret_cast<AspectStore *>(_bits);
+            return (_bits & Kinds) == 0 ? reinterpret_cast<AspectStore *>(_bits) : nullptr;
+        }
+        FieldContainer *container() const
+        {
+            return (_bits & Kinds) == Container ? reinterpret_cast<FieldContainer *>(_bits & ~Kinds)
+                                                : nullptr;
         }
 
       private:
-        explicit Place(std::uintptr_t bits)
-            : _bits(bits)
-        {
-        }
+        static constexpr std::uintptr_t Free = 1;
+        static constexpr std::uintptr_t Container = 2;
+        static constexpr std::uintptr_t Kinds = 3;
 
-        std::uintptr_t _bits; // a store's address is even
+        std::uintptr_t _bits = 0;
     };
 
-    /// Null for an id that no container has.
-    AspectStore *storeOf(UInt32 id) const
-    {
-        return id < places.size() ? places[id].store() : nullptr;
-    }
+    bool isTaken(UInt32 id) const { return id < places.size() && places[id].isTaken(); }
     void addFree(UInt32 id)
     {
         places[id] = Place::free();
@@ -63,7 +76,7 @@ struct FieldContainerFactoryBase::Data
     }
 
     mutable std::mutex guard;
-    std::vector<Place, MemAllocator<Place>> places{Place(nullptr)}; // by id
+    std::vector<Place, MemAllocator<Place>> places{Place()}; // by id
     UInt32 firstFree = 0;
     UInt32 lastFree = 0;
     UInt32 numFree = 0;
@@ -73,7 +86,6 @@ FieldContainerFactoryBase::FieldContainerFactoryBase()
     : _data(new Data)
 {
 }
-FieldContainerFactoryBase::~FieldContainerFactoryBase() = default;
 
 FieldContainerFactoryBase *FieldContainerFactoryBase::the()
 {
@@ -90,7 +102,7 @@ FieldContainerFactoryBase *SingletonHolder<FieldContainerFactoryBase>::the()
 UInt32 FieldContainerFactoryBase::registerContainer(FieldContainer *const &container)
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    Data::Place const place(container->getAspectStore());
+    Data::Place const place(container);
     if(_data->numFree == 0)
     {
         _data->places.push_back(place);
@@ -104,15 +116,47 @@ UInt32 FieldContainerFactoryBase::registerContainer(FieldContainer *const &conta
 void FieldContainerFactoryBase::deregisterContainer(UInt32 id)
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    if(_data->storeOf(id) != nullptr)
+    if(_data->isTaken(id))
         _data->addFree(id);
 }
 
 FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    AspectStore const *const store = _data->storeOf(id);
-    return store != nullptr ? store->getPtr(Thread::getCurrentAspect()) : nullptr;
+    if(!_data->isTaken(id))
+        return nullptr;
+    Data::Place const place = _data->places[id];
+    UInt32 const aspect = Thread::getCurrentAspect();
+    if(FieldContainer *const container = place.container())
+        return container->getAspect() == aspect ? container : nullptr;
+    return place.store()->getPtr(aspect);
+}
+
+AspectStore *FieldContainerFactoryBase::makeStore(FieldContainer const &container)
+{
+    std::lock_guard<std::mutex> hold(_data->guard);
+    return makeStoreUnderLock(container);
+}
+
+AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const &container)
+{
+    // Another thread may have been quicker.
+    if(AspectStore *const store = container.findAspectStore())
+        return store;
+    auto *const store = new AspectStore;
+    store->addRef();
+    try
+    {
+        store->setPtrForAspect(const_cast<FieldContainer *>(&container), container.getAspect());
+    }
+    catch(...)
+    {
+        store->release();
+        throw;
+    }
+    _data->places[container.getId()] = Data::Place(store);
+    container._aspectStore.store(store, std::memory_order_release);
+    return store;
 }
 
 FieldContainer *FieldContainerFactoryBase::getMappedContainer(UInt32 id) const
@@ -133,25 +177,26 @@ std::vector<UInt32> FieldContainerFactoryBase::getIds() const
     std::vector<UInt32> ids;
     for(UInt32 id = 1; id < _data->places.size(); ++id)
     {
-        if(_data->storeOf(id) != nullptr)
+        if(_data->isTaken(id))
             ids.push_back(id);
     }
     return ids;
 }
 
-std::vector<AspectStore *> FieldContainerFactoryBase::holdStores() const
+FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    std::vector<AspectStore *> stores;
-    stores.reserve(_data->places.size());
+    StoreList stores;
     for(Data::Place const &place : _data->places)
     {
-        if(AspectStore *const store = place.store())
-        {
-            store->addRef();
-            stores.push_back(store);
-        }
+        if(!place.isTaken())
+            continue;
+        FieldContainer const *const container = place.container();
+        stores.push_back(container != nullptr ? makeStoreUnderLock(*container) : place.store());
     }
+    // Nothing fails from here on.
+    for(AspectStore *store : stores)
+        store->addRef();
     return stores;
 }
 

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "OSGBaseTypes.h"
+#include "OSGMemManager.h"
 #include "OSGRefCountPtr.h"
 #include "OSGSingletonHolder.h"
 #include "OSGSystemApi.h"
@@ -23,7 +23,7 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     static FieldContainerFactoryBase *the();
 
     // --- containers ---
-    /// Gives a container with an aspect store its id. Ids of dead containers return first in, first
+    /// Gives a container its id. Ids of dead containers return first in, first
     /// out; 0 is never given.
     UInt32 registerContainer(FieldContainer *const &container);
     void deregisterContainer(UInt32 id);
@@ -35,8 +35,11 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     UInt32 getNumContainers() const;
     /// The ids that are given, ascending.
     std::vector<UInt32> getIds() const;
+    using StoreList = std::vector<AspectStore *, MemAllocator<AspectStore *>>;
     /// The aspect stores of all containers, by ascending id; the caller releases each.
-    std::vector<AspectStore *> holdStores() const;
+    StoreList holdStores();
+    /// The store of a registered container, which gets one here if it has none.
+    AspectStore *makeStore(FieldContainer const &container);
 
     // --- types ---
     /// Null where no container type has that name.
@@ -48,7 +51,8 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
 
   private:
     FieldContainerFactoryBase();
-    ~FieldContainerFactoryBase();
+    ~FieldContainerFactoryBase() = default;
+    AspectStore *makeStoreUnderLock(FieldContainer const &container);
     struct Data;
     Data *_data;
 };

@@ -160,10 +160,12 @@ void field_from_bin(ExceptionBinaryDataHandler &handler,
 {
     UInt32 count = 0;
     handler.getValue(count);
-    for(FieldContainer *old : field.takeValues())
+    PointerList old;
+    field.takeValues(old);
+    for(UInt32 i = 0; i < old.size(); ++i)
     {
-        if(old != nullptr)
-            Thread::getCurrentChangeList()->template addDelayedSubRef<Policy>(old);
+        if(old[i] != nullptr)
+            Thread::getCurrentChangeList()->template addDelayedSubRef<Policy>(old[i]);
     }
     for(UInt32 i = 0; i < count; ++i)
     {

@@ -1,6 +1,8 @@
 #include "OSGPointerFieldHandles.h"
 
 #include "OSGDeepClone.h"
+#include "OSGFieldContainerFactory.h"
+#include "OSGFieldText.h"
 #include "OSGLog.h"
 
 namespace OSG
@@ -35,11 +37,46 @@ UInt16 EditPointerFieldHandle::fieldId() const
     return static_cast<UInt16>(_description->getFieldId());
 }
 
+bool EditPointerFieldHandle::readPointer(char const *text, FieldContainer *&pointer) const
+{
+    UInt32 id = 0;
+    if(!value_from_text(text, id))
+        return false;
+    pointer = id != 0 ? FieldContainerFactoryBase::the()->getMappedContainer(id) : nullptr;
+    return id == 0 ||
+           (pointer != nullptr && pointer->getType().isDerivedFrom(pointed_to(getType())));
+}
+
+bool EditPointerFieldHandle::pushIndexedValueFromCString(char const *text, UInt32 index)
+{
+    FieldContainer *pointer = nullptr;
+    if(index >= size() || isChildField() || !readPointer(text, pointer))
+        return false;
+    if(is_single(getType()))
+        setSingle(pointer);
+    else
+        replacePointer(index, pointer);
+    return true;
+}
+
+bool EditPointerFieldHandle::insertIndexedValueFromCString(char const *text, UInt32 index)
+{
+    FieldContainer *pointer = nullptr;
+    if(is_single(getType()) || index != size() || !readPointer(text, pointer))
+        return false;
+    append(pointer, nullptr);
+    return true;
+}
+
+bool EditPointerFieldHandle::isShareable(FieldType const &from, FieldType const &to)
+{
+    return from.getClass() != FieldClass::Value && to.getClass() != FieldClass::Value &&
+           is_single(from) == is_single(to) && pointed_to(from).isDerivedFrom(pointed_to(to));
+}
+
 bool EditPointerFieldHandle::isLegal(GetFieldHandlePtr const &source, char const *operation) const
 {
-    if(source != nullptr && source->isValid() && source->isPointerField() &&
-       is_single(source->getType()) == is_single(getType()) &&
-       pointed_to(source->getType()).isDerivedFrom(pointed_to(getType())))
+    if(source != nullptr && source->isValid() && isShareable(source->getType(), getType()))
         return true;
     OSG_LOG_WARNING("%s illegal source for %s\n", operation, getName().c_str());
     return false;
@@ -94,6 +131,7 @@ bool EditPointerFieldHandle::cloneBy(DeepCloner &cloner, GetFieldHandle const &s
         return true;
     }
     std::vector<FieldContainer *> targets;
+    targets.reserve(pointers.size());
     for(FieldContainer *pointer : pointers)
         targets.push_back(cloner.resolve(pointer));
     removeAll();

@@ -50,6 +50,13 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
     using EditFieldHandle::EditFieldHandle;
     ~EditPointerFieldHandle() override;
 
+    // --- text: the id of a container, as of FieldContainerFactoryBase::getMappedContainer ---
+    /// 0 is null. False where no container of the field's class has the id, and for children, which
+    /// do not take each other's places.
+    bool pushIndexedValueFromCString(char const *text, UInt32 index) override;
+    /// Appends: `index` is size(). A child leaves the parent that it has.
+    bool insertIndexedValueFromCString(char const *text, UInt32 index) override;
+
     /// The field points to what the source points to. Children belong to one parent: a child field
     /// has no legal source.
     bool shareValues(GetFieldHandlePtr const &source) override;
@@ -62,11 +69,12 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
                        NameList const &ignoreTypes = {}, NameList const &shareGroups = {},
                        NameList const &ignoreGroups = {}) override;
 
+    /// Whether a field of the type `from` is a legal source for one of the type `to`.
+    static bool isShareable(FieldType const &from, FieldType const &to);
+
   protected:
     friend class DeepCloner;
 
-    /// Whether an entry has the container as its one parent.
-    virtual bool isChildField() const = 0;
     virtual FieldContainer *pointerAt(UInt32 index) const = 0;
     // The field alone: for links that are nothing besides. Values are of the field's class or null.
     virtual void replacePointer(UInt32 index, FieldContainer *value) = 0;
@@ -74,6 +82,7 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
     virtual void erasePointer(UInt32 index) = 0;
 
   private:
+    bool readPointer(char const *text, FieldContainer *&pointer) const;
     bool isLegal(GetFieldHandlePtr const &source, char const *operation) const;
     bool cloneBy(class DeepCloner &cloner, GetFieldHandle const &source);
     void setSingle(FieldContainer *target);

@@ -26,4 +26,7 @@ class OSG_SYSTEM_API Thread
     static UInt64 getCurrentLocalFlags();
     static void setCurrentLocalFlags(UInt64 flags);
 };
+
+/// The name that hosts on Windows know it by.
+using WinThreadBase = Thread;
 } // namespace OSG

@@ -53,6 +53,11 @@ class FieldHandleOn : public Base
             return static_cast<UInt32>(_field.size());
     }
 
+    bool isChildField() const override
+    {
+        return IsPointerField<Field> && !IsCopiedPointerField<Field>;
+    }
+
     bool equal(FieldHandle const &other) const override
     {
         if(&other.getType() != &this->getType() || other.size() != size())
@@ -139,7 +144,7 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, typename HandleBases<Fi
     bool pushIndexedValueFromCString(char const *text, UInt32 index) override
     {
         if constexpr(IsPointerField<Field>)
-            return false;
+            return Handle::pushIndexedValueFromCString(text, index);
         else if constexpr(Field::Cardinality == FieldCardinality::Single)
             return index == 0 && value_from_text(text, _edited.getValue());
         else
@@ -155,7 +160,9 @@ class TypedEditFieldHandle : public FieldHandleOn<Field, typename HandleBases<Fi
 
     bool insertIndexedValueFromCString(char const *text, UInt32 index) override
     {
-        if constexpr(IsPointerField<Field> || Field::Cardinality == FieldCardinality::Single)
+        if constexpr(IsPointerField<Field>)
+            return Handle::insertIndexedValueFromCString(text, index);
+        else if constexpr(Field::Cardinality == FieldCardinality::Single)
             return false;
         else
         {
@@ -241,7 +248,6 @@ class TypedEditPointerHandle : public TypedEditFieldHandle<Field>
     static constexpr bool IsSingle = Field::Cardinality == FieldCardinality::Single;
     using Stored = typename Field::StoredType;
 
-    bool isChildField() const override { return !IsCopiedPointerField<Field>; }
     FieldContainer *pointerAt([[maybe_unused]] UInt32 index) const override
     {
         if constexpr(IsSingle)

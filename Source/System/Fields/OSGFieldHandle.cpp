@@ -12,6 +12,7 @@ GetFieldHandle::~GetFieldHandle() = default;
 EditFieldHandle::~EditFieldHandle() = default;
 
 bool FieldHandle::isPointerField() const { return getType().getClass() != FieldClass::Value; }
+bool FieldHandle::isChildField() const { return false; }
 FieldContainer *GetFieldHandle::getPointer(UInt32) const { return nullptr; }
 bool EditFieldHandle::add(FieldContainer *) { return false; }
 bool EditFieldHandle::copyValues(GetFieldHandlePtr const &) { return false; }

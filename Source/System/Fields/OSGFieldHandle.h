@@ -30,6 +30,8 @@ class OSG_SYSTEM_API FieldHandle
     FieldContainer *getContainer() const { return _container; }
     bool isValid() const { return _description != nullptr && _container != nullptr; }
     bool isPointerField() const;
+    /// A pointer field whose entries have the container as their one parent.
+    virtual bool isChildField() const;
 
     /// Number of values: 1 for a single field.
     virtual UInt32 size() const = 0;
@@ -61,8 +63,8 @@ class OSG_SYSTEM_API EditFieldHandle : public FieldHandle
     using FieldHandle::FieldHandle;
     ~EditFieldHandle() override;
 
-    /// Reads value `index` from its text form. False, and nothing changed, where the text does not
-    /// read, the index is out of range or the field holds pointers.
+    /// Reads value `index` from its text form; a pointer is the id of its container. False, and
+    /// nothing changed, where the text does not read or the index is out of range.
     virtual bool pushIndexedValueFromCString(char const *text, UInt32 index) = 0;
     /// Multi fields: the same for a new value before `index`.
     virtual bool insertIndexedValueFromCString(char const *text, UInt32 index) = 0;

@@ -1,7 +1,5 @@
 #include "OSGPointerFields.h"
 
-#include <algorithm>
-
 #include "OSGBinaryDataHandler.h"
 #include "OSGFieldContainer.h"
 
@@ -22,15 +20,15 @@ void PointerSFieldBase::copyToBin(ExceptionBinaryDataHandler &handler) const
 
 Int32 PointerMFieldBase::findIndex(FieldContainer const *container) const
 {
-    auto const found = std::find(_values.begin(), _values.end(), container);
-    return found != _values.end() ? static_cast<Int32>(found - _values.begin()) : -1;
+    UInt32 const index = _values.find(container);
+    return index < size() ? static_cast<Int32>(index) : -1;
 }
 
 void PointerMFieldBase::copyToBin(ExceptionBinaryDataHandler &handler) const
 {
     handler.putValue(size());
-    for(FieldContainer const *value : _values)
-        handler.putValue(id_of(value));
+    for(UInt32 i = 0; i < size(); ++i)
+        handler.putValue(id_of(_values[i]));
 }
 
 namespace

@@ -7,9 +7,8 @@
 /// A pointer field is not copied with its container: it starts empty in the copy, and `onCreate`
 /// fills it, so that references are taken by the copy itself.
 
-#include <vector>
-
 #include "OSGFields.h"
+#include "OSGPointerList.h"
 #include "OSGRefCountPolicies.h"
 
 namespace OSG
@@ -48,10 +47,11 @@ class OSG_SYSTEM_API PointerMFieldBase
     PointerMFieldBase &operator=(PointerMFieldBase const &) = delete;
     ~PointerMFieldBase() = default;
 
-    UInt32 size() const { return static_cast<UInt32>(_values.size()); }
+    UInt32 size() const { return _values.size(); }
     bool empty() const { return _values.empty(); }
     void reserve(UInt32 count) { _values.reserve(count); }
     FieldContainer *getPointer(UInt32 index) const { return _values[index]; }
+    FieldContainer *operator[](UInt32 index) const { return getPointer(index); }
     /// Place of the first entry that points to `container`, -1 where there is none.
     Int32 findIndex(FieldContainer const *container) const;
 
@@ -59,8 +59,7 @@ class OSG_SYSTEM_API PointerMFieldBase
     void copyToBin(ExceptionBinaryDataHandler &handler) const;
 
   protected:
-    using Values = std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
-    Values _values;
+    PointerList _values;
 };
 
 /// Typed by `Ptr`, a pointer to a container class.
@@ -161,31 +160,33 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
         using reference = T *;
 
         const_iterator() = default;
-        explicit const_iterator(FieldContainer *const *place)
-            : _place(place)
+        const_iterator(PointerList const &values, UInt32 index)
+            : _values(&values)
+            , _index(index)
         {
         }
-        T *operator*() const { return pointer_by<Policy, T>(*_place); }
+        T *operator*() const { return pointer_by<Policy, T>((*_values)[_index]); }
         const_iterator &operator++()
         {
-            ++_place;
+            ++_index;
             return *this;
         }
-        const_iterator operator++(int) { return const_iterator(_place++); }
-        bool operator==(const_iterator const &other) const { return _place == other._place; }
+        const_iterator operator++(int) { return const_iterator(*_values, _index++); }
+        bool operator==(const_iterator const &other) const { return _index == other._index; }
 
       private:
-        FieldContainer *const *_place = nullptr;
+        PointerList const *_values = nullptr;
+        UInt32 _index = 0;
     };
 
     PointerMField() = default;
     ~PointerMField() { clear(); }
 
     T *operator[](UInt32 index) const { return pointer_by<Policy, T>(_values[index]); }
-    T *front() const { return pointer_by<Policy, T>(_values.front()); }
-    T *back() const { return pointer_by<Policy, T>(_values.back()); }
-    const_iterator begin() const { return const_iterator(_values.data()); }
-    const_iterator end() const { return const_iterator(_values.data() + _values.size()); }
+    T *front() const { return (*this)[0]; }
+    T *back() const { return (*this)[size() - 1]; }
+    const_iterator begin() const { return const_iterator(_values, 0); }
+    const_iterator end() const { return const_iterator(_values, _values.size()); }
 
     void push_back(T *value)
     {
@@ -195,42 +196,41 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     /// Before the entry at `index`, which may be size().
     void insert(UInt32 index, T *value)
     {
-        _values.insert(_values.begin() + index, value);
+        _values.insert(index, value);
         Policy::addRef(static_cast<FieldContainer *>(value));
     }
     void replace(UInt32 index, T *value)
     {
-        Policy::addRef(static_cast<FieldContainer *>(value));
         FieldContainer *const old = _values[index];
-        _values[index] = value;
+        _values.set(index, value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
         Policy::subRef(old);
     }
     /// New entries are null.
     void resize(UInt32 size)
     {
         while(_values.size() > size)
-            erase(static_cast<UInt32>(_values.size()) - 1);
-        _values.resize(size, nullptr);
+            erase(_values.size() - 1);
+        _values.reserve(size);
+        while(_values.size() < size)
+            _values.push_back(nullptr);
     }
     void erase(UInt32 index)
     {
         FieldContainer *const old = _values[index];
-        _values.erase(_values.begin() + index);
+        _values.erase(index);
         Policy::subRef(old);
     }
     void clear()
     {
-        Values const old = takeValues();
-        for(FieldContainer *value : old)
-            Policy::subRef(value);
+        PointerList old;
+        takeValues(old);
+        for(UInt32 i = 0; i < old.size(); ++i)
+            Policy::subRef(old[i]);
     }
-    /// Empties the field and hands the pointers with their references to the caller.
-    [[nodiscard]] Values takeValues()
-    {
-        Values old;
-        old.swap(_values);
-        return old;
-    }
+    /// Empties the field and hands the pointers with their references to the caller, in the place
+    /// of what `empty` held: nothing.
+    void takeValues(PointerList &empty) { empty.swap(_values); }
 
     static FieldType const &getClassType()
     {
@@ -242,6 +242,11 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
 template <class Ptr, class Policy, int Namespace>
 class ChildPointerMField : public PointerMField<Ptr, Policy, Namespace>
 {
+  public:
+    /// Index of `child`, size() where it is not in here. `slot` is where it was found the last
+    /// time, to begin with getLastSlot() after it was appended; see PointerList.
+    UInt32 findNear(Ptr child, UInt32 &slot) const { return this->_values.findNear(child, slot); }
+    UInt32 getLastSlot() const { return this->_values.getLastSlot(); }
 };
 
 /// The run-time types of the pointers to a class: the pointer type, then the field types by policy

@@ -1,6 +1,7 @@
 #include "OSGNode.h"
 
 #include <algorithm>
+#include <array>
 
 #include "OSGBinaryDataHandler.h"
 #include "OSGFieldOperations.h"
@@ -29,7 +30,7 @@ Node::~Node()
 void Node::enterCore(NodeCore *core)
 {
     core->_parents.push_back(this);
-    _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
+    _coreSlot = core->_parents.size() - 1;
 }
 
 void Node::leaveCore()
@@ -41,8 +42,9 @@ void Node::leaveCore()
     // A node that could not be made to the end never entered.
     if(_coreSlot >= parents.size() || parents[_coreSlot] != this)
         return;
-    parents[_coreSlot] = parents.back();
-    parents[_coreSlot]->_coreSlot = _coreSlot;
+    Node *const last = parents.back();
+    parents.set(_coreSlot, last);
+    last->_coreSlot = _coreSlot;
     parents.pop_back();
 }
 
@@ -63,7 +65,7 @@ void Node::linkCore(NodeCore *core)
         core->_parents.push_back(this);
     leaveCore();
     if(core != nullptr)
-        _coreSlot = static_cast<UInt32>(core->_parents.size() - 1);
+        _coreSlot = core->_parents.size() - 1;
     _sfCore.setValue(core);
 }
 
@@ -138,14 +140,14 @@ void Node::syncChildren(Node const &source)
         if(Node *const copy = in_this_aspect(child))
             children.emplace_back(copy);
     }
-    _mfChildren.reserve(static_cast<UInt32>(children.size()));
     orphanChildren();
     _mfChildren.clear();
+    _mfChildren.reserve(static_cast<UInt32>(children.size()));
     for(Node *child : children)
     {
-        child->_childSlot = _mfChildren.size();
-        child->_parent = this;
         _mfChildren.push_back(child);
+        child->_childSlot = _mfChildren.getLastSlot();
+        child->_parent = this;
     }
 }
 
@@ -160,12 +162,23 @@ void Node::orphanChildren()
     }
 }
 
-bool Node::isBelow(Node const *ancestor) const
+// Whether `other` is this node or above it. The way up ends early at a node that is known to be
+// above `other`, as it is where nodes move up by a few levels: trees may be very deep.
+bool Node::isBelow(Node const *other) const
 {
+    std::array<Node const *, 4> above = {};
+    Node const *next = other->_parent;
+    for(Node const *&node : above)
+    {
+        node = next;
+        next = next != nullptr ? next->_parent : nullptr;
+    }
     for(Node const *node = this; node != nullptr; node = node->_parent)
     {
-        if(node == ancestor)
+        if(node == other)
             return true;
+        if(std::find(above.begin(), above.end(), node) != above.end())
+            return false;
     }
     return false;
 }
@@ -183,8 +196,8 @@ void Node::addChild(Node *child)
     if(child->_parent != nullptr)
         child->_parent->subChild(child);
     markEdited(ChildrenFieldMask);
-    child->_childSlot = _mfChildren.size();
     _mfChildren.push_back(child);
+    child->_childSlot = _mfChildren.getLastSlot();
     child->_parent = this;
     invalidateVolume();
 }
@@ -193,15 +206,8 @@ Int32 Node::findChild(Node const *child) const
 {
     if(child == nullptr || child->_parent != this)
         return -1;
-    // Mostly it is where it was last seen, or others before it have all been taken away.
-    UInt32 const last = _mfChildren.size() - 1;
-    UInt32 place = std::min(child->_childSlot, last);
-    if(_mfChildren[place] != child)
-        place = _mfChildren[0] == child ? 0 : last;
-    while(_mfChildren[place] != child)
-        --place;
-    child->_childSlot = place;
-    return static_cast<Int32>(place);
+    UInt32 const index = _mfChildren.findNear(const_cast<Node *>(child), child->_childSlot);
+    return index < _mfChildren.size() ? static_cast<Int32>(index) : -1;
 }
 
 void Node::subChild(UInt32 index)

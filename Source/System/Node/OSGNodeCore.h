@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "OSGNodeCoreBase.h"
 
 namespace OSG
@@ -14,7 +12,7 @@ class Volume;
 class OSG_SYSTEM_API NodeCore : public NodeCoreBase
 {
   public:
-    using ParentList = std::vector<Node *, MemAllocator<Node *>>;
+    using ParentList = PointerListOf<Node>;
 
     /// The nodes that show this core, in no particular order.
     ParentList const &getParents() const { return _parents; }

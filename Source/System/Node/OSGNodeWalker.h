@@ -72,6 +72,7 @@ class OSG_SYSTEM_API NodeWalker
     /// Takes the frame that has gone out of `_open`.
     void forget(Node *node);
     Node *nextOf(Frame &frame);
+    static Node *nextChildOf(Frame &frame);
 
     template <class Visitor, class TakeAdded>
     void run(Node *root, Visitor &visitor, TakeAdded takeAdded)

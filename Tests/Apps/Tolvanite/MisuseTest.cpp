@@ -52,11 +52,17 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"JsonWithAValue", {"info", "FILE", "--json=maybe"}}),
     name_of);
 
-INSTANTIATE_TEST_SUITE_P(Dump, Misused,
-                         testing::Values(Misuse{"NoFile", {"dump"}},
-                                         Misuse{"MissingFile", {"dump", "missing.obj"}},
-                                         Misuse{"UnknownOption", {"dump", "FILE", "--depth", "3"}}),
-                         name_of);
+INSTANTIATE_TEST_SUITE_P(
+    Dump, Misused,
+    testing::Values(Misuse{"NoFile", {"dump"}},
+                    Misuse{"UnknownOperation", {"dump", "FILE", "--op", "Merge"}},
+                    Misuse{"UnknownOperationBehindOthers",
+                           {"dump", "FILE", "--op", "Mrg", "--op", "mrg"}},
+                    Misuse{"OperationWithoutName", {"dump", "FILE", "--op", "=1"}},
+                    Misuse{"NoOperation", {"dump", "FILE", "--op"}},
+                    Misuse{"MissingFile", {"dump", "missing.obj"}},
+                    Misuse{"UnknownOption", {"dump", "FILE", "--depth", "3"}}),
+    name_of);
 
 INSTANTIATE_TEST_SUITE_P(
     Convert, Misused,
@@ -71,6 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(Lists, Misused,
                          testing::Values(Misuse{"FormatsOfAFile", {"formats", "FILE"}},
                                          Misuse{"UnknownOptionOfFormats", {"formats", "--all"}},
+                                         Misuse{"OpsOfAFile", {"ops", "FILE"}},
+                                         Misuse{"UnknownOptionOfOps", {"ops", "--all"}},
                                          Misuse{"TypesOfAFile", {"types", "FILE"}},
                                          Misuse{"UnknownOptionOfTypes", {"types", "--all"}}),
                          name_of);
@@ -164,6 +172,7 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"UnknownKindAmongOthers", box_and({"--kinds", "lines,quads"})},
         Misuse{"UnknownPlane", box_and({"--plane", "middle"})},
         Misuse{"PlaneByNumber", box_and({"--plane", "9"})},
+        Misuse{"UnknownOperation", box_and({"--op", "Merge"})},
         Misuse{"UnknownHits", box_and({"--hits", "some"})},
         Misuse{"UnknownOption", box_and({"--slow"})}),
     name_of);

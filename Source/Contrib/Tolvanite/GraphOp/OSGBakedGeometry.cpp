@@ -1,6 +1,7 @@
 #include "OSGBakedGeometry.h"
 
 #include "OSGDeepClone.h"
+#include "OSGMaterial.h"
 #include "OSGTypedGeoProperties.h"
 
 namespace OSG
@@ -39,7 +40,9 @@ void turn_vectors(GeoVectorProperty *property, Matrix const &matrix)
 TransitPtr<Geometry> baked_geometry(Geometry const &geometry, Matrix const &matrix,
                                     VectorArrays const &vectors)
 {
-    TransitPtr<Geometry> baked = dynamic_transit_cast<Geometry>(deepClone(&geometry, "Material"));
+    // By type: a name would be looked up among all types for each geometry.
+    ContainerTypeList const shared{&Material::getClassType()};
+    TransitPtr<Geometry> baked = dynamic_transit_cast<Geometry>(deepClone(&geometry, shared));
     move_points(baked->getPositions(), matrix);
     turn_vectors<VectorArray3>(baked->getNormals(), matrix);
     if(vectors.colors)

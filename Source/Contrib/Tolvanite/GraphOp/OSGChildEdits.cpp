@@ -3,7 +3,18 @@
 namespace OSG
 {
 ChildEdits::ChildEdits() = default;
-ChildEdits::~ChildEdits() = default;
+
+// The last references go here, mostly: a node that ends comes out of memory while others end.
+ChildEdits::~ChildEdits()
+{
+    constexpr std::size_t Ahead = 3;
+    for(std::size_t i = 0; i < _toSub.size(); ++i)
+    {
+        if(i + Ahead < _toSub.size())
+            _toSub[i + Ahead]->prefetch();
+        _toSub[i] = nullptr;
+    }
+}
 
 void ChildEdits::addChildrenOf(Node const *node)
 {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "GeometryBuilders.h"
+#include "OSGGeometryIterators.h"
 #include "OSGGraphOp.h"
 #include "OSGSimpleMaterial.h"
 #include "SceneBuilders.h"

@@ -1,0 +1,71 @@
+#include "OutlineGraphOp.h"
+
+#include "OSGGraphOpFactory.h"
+#include "OSGName.h"
+#include "OSGNode.h"
+#include "OSGSystemHooks.h"
+
+namespace
+{
+// The factory keeps the prototype and hands out clones of it.
+bool register_outline()
+{
+    OSG::UnrecordedRefPtr<OutlineGraphOp> const prototype(OutlineGraphOp::create());
+    OSG::GraphOpFactoryBase::the()->registerOp(prototype);
+    return true;
+}
+
+// Runs when the scene graph starts.
+OSG::StaticInitFuncWrapper const register_at_start(&register_outline);
+} // namespace
+
+OutlineGraphOp::OutlineGraphOp()
+    : GraphOp("Outline")
+{
+}
+
+OSG::TransitPtr<OutlineGraphOp> OutlineGraphOp::create()
+{
+    return OSG::TransitPtr<OutlineGraphOp>(new OutlineGraphOp);
+}
+
+void OutlineGraphOp::setParams(std::string params)
+{
+    ParamSet set(params);
+    set("names", _names);
+    warnUnused(set, "OutlineGraphOp"); // what nobody has asked for
+}
+
+std::string OutlineGraphOp::usage()
+{
+    return "Outline: cuts a scene below its first level\n"
+           "Params: name (type, default)\n"
+           "  names  (bool, false): name the nodes that were cut\n";
+}
+
+bool OutlineGraphOp::traverse(OSG::Node *root)
+{
+    _depth = 0;
+    return GraphOp::traverse(root); // the walk, with the two functions below
+}
+
+OSG::GraphOp::ResultE OutlineGraphOp::traverseEnter(OSG::Node *node)
+{
+    if(isInExcludeList(node))
+        return OSG::ActionBase::Skip; // not left either
+    ++_depth;
+    return OSG::ActionBase::Continue;
+}
+
+// The children are done by now: their node may lose them.
+OSG::GraphOp::ResultE OutlineGraphOp::traverseLeave(OSG::Node *node, ResultE result)
+{
+    --_depth;
+    if(_depth < Levels || node->getNChildren() == 0)
+        return result;
+    while(node->getNChildren() != 0)
+        node->subChild(node->getNChildren() - 1);
+    if(_names)
+        OSG::setName(node, "cut");
+    return result;
+}

@@ -1,0 +1,153 @@
+#pragma once
+
+/// \file
+/// The list behind pointer fields: small where it is short, quick to edit where it is long.
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+#include "OSGBaseTypes.h"
+#include "OSGSystemApi.h"
+
+namespace OSG
+{
+class FieldContainer;
+
+/// An array of pointers that takes the room of one. Most lists of a scene hold one pointer or none:
+/// one stands in the list itself, only more take a block of MemMalloc, an array that may have a
+/// gap.
+///
+///     slot    0  1  2  3  4  5  6  7  8  9        index 0 1 2 stand in slots 0 1 2,
+///            [a][b][c]         [d][e][f]            index 3 4 5 in slots 6 7 8; slot 9 is spare
+///                     ^gap              ^end
+///
+/// Taking an entry out opens the gap there, or moves it there first, which costs the distance.
+/// Entries that are taken out one after the other, from the front, from the back or anywhere
+/// between in either direction, cost the same however many there are; so does appending. The order
+/// is that of a plain array, and an index is found by one comparison.
+///
+/// Nothing is counted here. Out of memory: std::bad_alloc, and the list is as it was.
+class OSG_SYSTEM_API PointerList
+{
+  public:
+    PointerList() = default;
+    PointerList(PointerList const &) = delete;
+    PointerList &operator=(PointerList const &) = delete;
+    ~PointerList() { clear(); }
+    void swap(PointerList &other) noexcept;
+
+    UInt32 size() const { return isBlock() ? block()->size : (_bits != 0 ? 1 : 0); }
+    bool empty() const { return size() == 0; }
+    /// `index` is below size().
+    FieldContainer *operator[](UInt32 index) const
+    {
+        if(isBlock())
+            return slots()[slotOf(index)];
+        return _bits != NullEntry ? reinterpret_cast<FieldContainer *>(_bits) : nullptr;
+    }
+    /// Takes no memory.
+    void set(UInt32 index, FieldContainer *value);
+
+    /// Makes room for `count` entries in all.
+    void reserve(UInt32 count);
+    void push_back(FieldContainer *value);
+    /// Before the entry at `index`, which may be size().
+    void insert(UInt32 index, FieldContainer *value);
+    void erase(UInt32 index);
+    void clear();
+
+    /// Index of the first entry that is `value`, size() where there is none.
+    UInt32 find(FieldContainer const *value) const;
+    /// Index of any entry that is `value`, size() where there is none. It is looked for in `slot`,
+    /// then from the gap outwards, where entries that are taken out one by one are found at once.
+    /// `slot` receives the slot in which it stands: that of the last entry is getLastSlot(), and
+    /// entries keep their slots unless the gap moves over them.
+    UInt32 findNear(FieldContainer const *value, UInt32 &slot) const;
+    /// For a list with entries.
+    UInt32 getLastSlot() const { return isBlock() ? slotOf(size() - 1) : 0; }
+
+  private:
+    /// What stands before the slots of a block.
+    struct Block
+    {
+        UInt32 size;
+        UInt32 capacity;
+        UInt32 gapStart; // anywhere while the gap is empty
+        UInt32 gapLength;
+    };
+
+    // The bits are 0 for an empty list, those of the one entry, or odd: the address of a block plus
+    // one. Objects and blocks have even addresses, and no object has this one.
+    static constexpr std::uintptr_t NullEntry = 2;
+
+    static std::uintptr_t bitsOf(FieldContainer *value)
+    {
+        return value != nullptr ? reinterpret_cast<std::uintptr_t>(value) : NullEntry;
+    }
+    bool isBlock() const { return (_bits & 1) != 0; }
+    Block *block() const { return reinterpret_cast<Block *>(_bits - 1); }
+    FieldContainer **slots() const { return reinterpret_cast<FieldContainer **>(block() + 1); }
+
+    UInt32 slotOf(UInt32 index) const
+    {
+        return index < block()->gapStart ? index : index + block()->gapLength;
+    }
+    UInt32 slotsEnd() const { return block()->size + block()->gapLength; }
+    void moveGapTo(UInt32 index);
+    void closeGap();
+    void makeRoom();
+    void moveToBlock(UInt32 capacity);
+
+    std::uintptr_t _bits = 0;
+};
+
+/// The same for one class of containers.
+template <class T>
+class PointerListOf
+{
+  public:
+    class const_iterator
+    {
+      public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = T *;
+        using difference_type = std::ptrdiff_t;
+        using pointer = T *const *;
+        using reference = T *;
+
+        const_iterator() = default;
+        const_iterator(PointerListOf const &list, UInt32 index)
+            : _list(&list)
+            , _index(index)
+        {
+        }
+        T *operator*() const { return (*_list)[_index]; }
+        const_iterator &operator++()
+        {
+            ++_index;
+            return *this;
+        }
+        const_iterator operator++(int) { return const_iterator(*_list, _index++); }
+        bool operator==(const_iterator const &other) const { return _index == other._index; }
+
+      private:
+        PointerListOf const *_list = nullptr;
+        UInt32 _index = 0;
+    };
+
+    UInt32 size() const { return _list.size(); }
+    bool empty() const { return _list.empty(); }
+    T *operator[](UInt32 index) const { return static_cast<T *>(_list[index]); }
+    T *back() const { return (*this)[size() - 1]; }
+    const_iterator begin() const { return const_iterator(*this, 0); }
+    const_iterator end() const { return const_iterator(*this, size()); }
+
+    void set(UInt32 index, T *value) { _list.set(index, value); }
+    void push_back(T *value) { _list.push_back(value); }
+    void pop_back() { _list.erase(size() - 1); }
+
+  private:
+    PointerList _list;
+};
+} // namespace OSG
