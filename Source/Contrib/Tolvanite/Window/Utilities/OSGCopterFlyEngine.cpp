@@ -266,18 +266,17 @@ struct calc_volume_helper
 
 BoxVolume CopterFlyEngine::calc_box_volume(Navigator *navigator)
 {
-    calc_volume_helper helper;
-    helper.result.setEmpty(true);
+    calc_volume_helper seen;
+    seen.result.setEmpty(true);
     Viewport *const viewport = navigator->getViewport();
     if(viewport == nullptr || viewport->getRoot() == nullptr || viewport->getCamera() == nullptr)
-        return helper.result;
-    viewport->getCamera()->getFrustum(helper.frustum,
-                                      static_cast<UInt32>(viewport->calcPixelWidth()),
+        return seen.result;
+    viewport->getCamera()->getFrustum(seen.frustum, static_cast<UInt32>(viewport->calcPixelWidth()),
                                       static_cast<UInt32>(viewport->calcPixelHeight()));
     viewport->getRoot()->updateVolume();
     traverse(viewport->getRoot(),
-             boost::bind(&calc_volume_helper::enter, &helper, boost::placeholders::_1));
-    return helper.result;
+             boost::bind(&calc_volume_helper::enter, &seen, boost::placeholders::_1));
+    return seen.result;
 }
 
 void CopterFlyEngine::copter_move_on_sphere(Int16 x, Int16 y, Navigator *navigator)
