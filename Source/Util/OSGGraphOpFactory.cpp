@@ -46,7 +46,7 @@ TransitPtr<GraphOp> GraphOpFactoryBase::create(char const *name) const
 {
     for(UnrecordedRefPtr<GraphOp> const &prototype : _prototypes)
     {
-        if(prototype->getName() == name)
+        if(name != nullptr && prototype->getName() == name)
             return prototype->clone();
     }
     return nullptr;

@@ -20,7 +20,7 @@ class OSG_UTIL_API GraphOpFactoryBase
     /// of the same name takes the place of the earlier. Null does nothing.
     void registerOp(GraphOp *prototype);
     /// A fresh operation, which the prototype of that name has cloned; null for a name that none
-    /// has.
+    /// has, and for none.
     TransitPtr<GraphOp> create(char const *name) const;
     /// In the order in which their names became known.
     Prototypes const &getPrototypes() const { return _prototypes; }

@@ -47,6 +47,7 @@ TEST(GraphOpFactory, GivesNullForANameThatNoneHas)
 {
     EXPECT_TRUE(factory().create("None of them") == nullptr);
     EXPECT_TRUE(factory().create("fresh") == nullptr);
+    EXPECT_TRUE(factory().create(nullptr) == nullptr);
 }
 
 TEST(GraphOpFactory, ALaterPrototypeTakesThePlaceOfTheEarlierOfItsName)
