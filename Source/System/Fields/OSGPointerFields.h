@@ -149,35 +149,7 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     using StoredType = T *;
     using PolicyType = Policy;
 
-    /// Walks the pointers from begin to end.
-    class const_iterator
-    {
-      public:
-        using iterator_category = std::forward_iterator_tag;
-        using value_type = T *;
-        using difference_type = std::ptrdiff_t;
-        using pointer = T *const *;
-        using reference = T *;
-
-        const_iterator() = default;
-        const_iterator(PointerList const &values, UInt32 index)
-            : _values(&values)
-            , _index(index)
-        {
-        }
-        T *operator*() const { return pointer_by<Policy, T>((*_values)[_index]); }
-        const_iterator &operator++()
-        {
-            ++_index;
-            return *this;
-        }
-        const_iterator operator++(int) { return const_iterator(*_values, _index++); }
-        bool operator==(const_iterator const &other) const { return _index == other._index; }
-
-      private:
-        PointerList const *_values = nullptr;
-        UInt32 _index = 0;
-    };
+    using const_iterator = IndexIterator<PointerMField, T *>;
 
     PointerMField() = default;
     ~PointerMField() { clear(); }
@@ -185,8 +157,8 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     T *operator[](UInt32 index) const { return pointer_by<Policy, T>(_values[index]); }
     T *front() const { return (*this)[0]; }
     T *back() const { return (*this)[size() - 1]; }
-    const_iterator begin() const { return const_iterator(_values, 0); }
-    const_iterator end() const { return const_iterator(_values, _values.size()); }
+    const_iterator begin() const { return const_iterator(*this, 0); }
+    const_iterator end() const { return const_iterator(*this, size()); }
 
     void push_back(T *value)
     {

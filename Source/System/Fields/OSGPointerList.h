@@ -102,39 +102,43 @@ class OSG_SYSTEM_API PointerList
     std::uintptr_t _bits = 0;
 };
 
-/// The same for one class of containers.
+/// Walks what stands at the indices of a list, from begin to end; looks at the list at each step.
+template <class List, class Value>
+class IndexIterator
+{
+  public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Value;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Value const *;
+    using reference = Value;
+
+    IndexIterator() = default;
+    IndexIterator(List const &list, UInt32 index)
+        : _list(&list)
+        , _index(index)
+    {
+    }
+    Value operator*() const { return (*_list)[_index]; }
+    IndexIterator &operator++()
+    {
+        ++_index;
+        return *this;
+    }
+    IndexIterator operator++(int) { return IndexIterator(*_list, _index++); }
+    bool operator==(IndexIterator const &other) const { return _index == other._index; }
+
+  private:
+    List const *_list = nullptr;
+    UInt32 _index = 0;
+};
+
+/// A PointerList for one class of containers.
 template <class T>
 class PointerListOf
 {
   public:
-    class const_iterator
-    {
-      public:
-        using iterator_category = std::forward_iterator_tag;
-        using value_type = T *;
-        using difference_type = std::ptrdiff_t;
-        using pointer = T *const *;
-        using reference = T *;
-
-        const_iterator() = default;
-        const_iterator(PointerListOf const &list, UInt32 index)
-            : _list(&list)
-            , _index(index)
-        {
-        }
-        T *operator*() const { return (*_list)[_index]; }
-        const_iterator &operator++()
-        {
-            ++_index;
-            return *this;
-        }
-        const_iterator operator++(int) { return const_iterator(*_list, _index++); }
-        bool operator==(const_iterator const &other) const { return _index == other._index; }
-
-      private:
-        PointerListOf const *_list = nullptr;
-        UInt32 _index = 0;
-    };
+    using const_iterator = IndexIterator<PointerListOf, T *>;
 
     UInt32 size() const { return _list.size(); }
     bool empty() const { return _list.empty(); }
