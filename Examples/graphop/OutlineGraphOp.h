@@ -3,7 +3,7 @@
 #include "OSGGraphOp.h"
 
 /// "Outline": takes away what is more than one level below the root, so that a deep scene can be
-/// looked at from afar. Nodes on the exclude list keep what is below them.
+/// looked at from afar. A node on the exclude list keeps what is below it, if it stays itself.
 ///
 /// With the parameter `names` the nodes that lose children are named "cut".
 class OutlineGraphOp : public OSG::GraphOp

@@ -28,7 +28,7 @@ struct GraphOpAccount
     UInt64 moved = 0;             ///< nodes that have another parent
     UInt64 baked = 0;             ///< nodes that show another geometry core than before
     UInt64 materialsReplaced = 0; ///< geometry cores and material groups with another material
-    UInt64 namesCleared = 0;      ///< nodes that are still there and had a name
+    UInt64 namesCleared = 0;      ///< nodes that are still there and lost the name that they had
 };
 
 /// Runs `operation` over `root`. The account keeps no node alive: what the operation lets go ends

@@ -23,10 +23,15 @@ InputRecorder::InputRecorder(Navigator &navigator, Clock clock)
     NavigatorEvent const pointer{NavigatorEvent::Hover, 0, 0, navigator.getLastX(),
                                  navigator.getLastY()};
     _recording.events.push_back({0, pointer});
-    navigator.setEventObserver([this](NavigatorEvent const &event) { add(event); });
+    navigator.setEventObserver(this);
 }
 
-InputRecorder::~InputRecorder() { _navigator.setEventObserver({}); }
+InputRecorder::~InputRecorder()
+{
+    // Another observer may have come since, a newer recorder for one.
+    if(_navigator.getEventObserver() == this)
+        _navigator.setEventObserver(nullptr);
+}
 
 void InputRecorder::takeCamera()
 {
@@ -50,9 +55,10 @@ void InputRecorder::takePose()
     _recording.at = engine.getAt();
     _recording.up = engine.getUp();
     engine.set(_recording.from, _recording.at, _recording.up);
+    _navigator.updateCameraTransformation(); // the camera is where the replay's will be
 }
 
-void InputRecorder::add(NavigatorEvent const &event)
+void InputRecorder::observe(NavigatorEvent const &event)
 {
     _recording.events.push_back({_clock() - _begin, event});
 }

@@ -8,6 +8,8 @@
 #include <set>
 #include <string_view>
 
+#include "OSGMatrixUtility.h"
+
 namespace OSG
 {
 namespace
@@ -150,6 +152,7 @@ class Reader
         if(!_signed)
             complain("this is no recording of events");
         requireSettings();
+        checkView();
         return std::move(_recording);
     }
 
@@ -215,8 +218,19 @@ class Reader
     {
         _recording.near = words.number<Real32>();
         _recording.far = words.number<Real32>();
-        if(!(_recording.near > 0) || !(_recording.near < _recording.far))
-            complain("depth wants 0 < near < far");
+        if(!(_recording.near < _recording.far))
+            complain("depth wants near < far");
+    }
+
+    // What several lines say together.
+    void checkView() const
+    {
+        if(_recording.projection == InputRecording::Projection::Perspective &&
+           !(_recording.near > 0))
+            complain("a perspective view wants a depth of 0 < near < far");
+        Matrix view;
+        if(MatrixLookAt(view, _recording.from, _recording.at, _recording.up))
+            complain("from, at and up give no view");
     }
 
     void requireSettings() const

@@ -10,12 +10,15 @@
 #include "OSGBoxVolume.h"
 #include "OSGGeometry.h"
 #include "OSGGeometryIterators.h"
+#include "OSGNavigationMath.h"
 #include "OSGNodeWalker.h"
 
 namespace OSG
 {
 namespace
 {
+using NavigationMath::is_finite;
+
 struct Segment
 {
     Pnt3f a, b;
@@ -42,7 +45,7 @@ class EdgeCollector
         std::vector<Segment> sharp;
         for(auto const &[key, edge] : _edges)
         {
-            if(edge.sharp)
+            if(!edge.isFlat())
                 sharp.push_back({Pnt3f(key[0], key[1], key[2]), Pnt3f(key[3], key[4], key[5])});
         }
         return sharp;
@@ -52,8 +55,11 @@ class EdgeCollector
     using Key = std::array<Real32, 6>;
     struct Edge
     {
-        Vec3f normal;
-        bool sharp = true;
+        Vec3f normal; // of the first face
+        int faces = 1;
+        bool coplanar = true;
+
+        bool isFlat() const { return faces > 1 && coplanar; }
     };
 
     void addGeometry(Geometry const &geometry, Matrix const &toWorld, Node *node)
@@ -68,6 +74,8 @@ class EdgeCollector
                 return;
             Pnt3f const corners[3] = {toWorld * it.getPosition(0), toWorld * it.getPosition(1),
                                       toWorld * it.getPosition(2)};
+            if(!is_finite(corners[0]) || !is_finite(corners[1]) || !is_finite(corners[2]))
+                continue;
             Vec3f normal = (corners[1] - corners[0]).cross(corners[2] - corners[0]);
             normal.normalize();
             for(int i = 0; i < 3; ++i)
@@ -80,8 +88,12 @@ class EdgeCollector
         Key const ab{a[0], a[1], a[2], b[0], b[1], b[2]};
         Key const ba{b[0], b[1], b[2], a[0], a[1], a[2]};
         auto const [place, isNew] = _edges.insert({std::min(ab, ba), Edge{normal}});
-        if(!isNew)
-            place->second.sharp = std::abs(place->second.normal.dot(normal)) < 0.999f;
+        if(isNew)
+            return;
+        Edge &edge = place->second;
+        ++edge.faces;
+        // A face that disagrees makes the edge sharp, whatever those behind it say.
+        edge.coplanar = edge.coplanar && std::abs(edge.normal.dot(normal)) >= 0.999f;
     }
 
     void addBox(BoxVolume const &box)
@@ -106,11 +118,6 @@ class EdgeCollector
     std::map<Key, Edge> _edges;
     std::vector<Segment> _boxes;
 };
-
-bool is_finite(Pnt3f const &p)
-{
-    return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
-}
 
 /// One of the two pictures: which axes run to the right and down, and where it lies on the sheet.
 struct Panel

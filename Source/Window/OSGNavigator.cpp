@@ -62,12 +62,10 @@ void Navigator::idle(Int16 button, Int16 x, Int16 y)
 
 void Navigator::killFocus() { handle({NavigatorEvent::KillFocus, 0, 0, _lastX, _lastY}); }
 
-void Navigator::setEventObserver(EventObserver observer) { _observer.swap(observer); }
-
 void Navigator::handle(NavigatorEvent const &event)
 {
-    if(_observer)
-        _observer(event);
+    if(_observer != nullptr)
+        _observer->observe(event);
     if(event.kind == NavigatorEvent::ButtonPress)
     {
         _pressX = event.x;

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <boost/function.hpp>
-
 #include "OSGNavigatorEngine.h"
 #include "OSGNavigatorEvent.h"
+#include "OSGNavigatorObserver.h"
 #include "OSGViewport.h"
 
 namespace OSG
@@ -25,8 +24,6 @@ namespace OSG
 class OSG_WINDOW_API Navigator
 {
   public:
-    using EventObserver = boost::function<void(NavigatorEvent const &)>;
-
     Navigator();
     Navigator(Navigator const &) = delete;
     Navigator &operator=(Navigator const &) = delete;
@@ -37,8 +34,8 @@ class OSG_WINDOW_API Navigator
     /// Tells the engine of another viewport.
     void setViewport(Viewport *viewport);
     NavigatorEngine *getEngine() const { return _engine; }
-    /// Another engine begins with the pose of the one before it, the first one with its own. It
-    /// is told of its activation.
+    /// Another engine begins with the pose of the one before it, where it takes that pose, the
+    /// first one with its own. It is told of its activation.
     void setEngine(NavigatorEngine *engine);
 
     // --- settings ---
@@ -72,9 +69,10 @@ class OSG_WINDOW_API Navigator
     void killFocus();
     /// Any of them.
     void handle(NavigatorEvent const &event);
-    /// Sees every event before it is handled; an empty function ends that. It must not handle
-    /// events itself.
-    void setEventObserver(EventObserver observer);
+    /// Is shown every event before it is handled; null for nobody. Not owned: one that ends takes
+    /// itself out, if it is still the one.
+    void setEventObserver(NavigatorObserver *observer) { _observer = observer; }
+    NavigatorObserver *getEventObserver() const { return _observer; }
 
     /// Puts the engine's pose onto the camera, then lets the engine do its work of a frame. Events
     /// put the pose onto the camera by themselves, without that work.
@@ -102,7 +100,7 @@ class OSG_WINDOW_API Navigator
 
     UnrecordedRefPtr<Viewport> _viewport;
     UnrecordedRefPtr<NavigatorEngine> _engine;
-    EventObserver _observer;
+    NavigatorObserver *_observer = nullptr;
     Real32 _motionFactor = 1.f;
     Real32 _rotationAngle = 0.05f;
     Int16 _lastX = 0;

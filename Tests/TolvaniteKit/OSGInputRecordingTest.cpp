@@ -153,7 +153,10 @@ BadText const bad_texts[] = {
      "line 2: a camera cannot open like that"},
     {"NoHeight", "tolvanite-events 1\ncamera orthographic 0\n",
      "line 2: a camera cannot open like that"},
-    {"NoDepth", with("depth 2 2"), "line 10: depth wants 0 < near < far"},
+    {"NoDepth", with("depth 2 2"), "line 10: depth wants near < far"},
+    {"DepthBehindTheEye", with("depth -1 2"),
+     "line 10: a perspective view wants a depth of 0 < near < far"},
+    {"LooksNowhere", without("up") + "up 0 0 0\n", "line 9: from, at and up give no view"},
     {"NotANumber", "tolvanite-events 1\nfrom 1 nan 3\n", "line 2: nan is not a number here"},
     {"Infinite", "tolvanite-events 1\nfrom 1 inf 3\n", "line 2: inf is not a number here"},
     {"TooLarge", "tolvanite-events 1\nfrom 1 1e99 3\n", "line 2: 1e99 is out of range"},
@@ -186,7 +189,9 @@ TEST(InputRecording, ReadsBackToTheSameBits)
         recording.projection = round % 2 == 0 ? InputRecording::Projection::Perspective
                                               : InputRecording::Projection::Orthographic;
         recording.opening = random.real(0.001f, 179) * 1.0000000001;
-        recording.near = random.real(0.001f, 1);
+        // Without perspective the view may begin behind the eye.
+        bool const perspective = recording.projection == InputRecording::Projection::Perspective;
+        recording.near = random.real(perspective ? 0.001f : -100.f, 1);
         recording.far = random.real(1, 1e9f);
         recording.from = random.point(-1e6f, 1e6f);
         recording.at = random.point(-1e-6f, 1e-6f);

@@ -63,6 +63,34 @@ TEST(PathPlot, LeavesOutEdgesWithinAPlane)
     EXPECT_EQ(count(value_of(svg, " d", svg.find("class=\"scene\"")), "M"), 4u);
 }
 
+TEST(PathPlot, AnEdgeOfThreeFacesIsSharpInWhateverOrderTheyCome)
+{
+    Pnt3f const a(0, 0, 0);
+    Pnt3f const b(10, 0, 0);
+    Pnt3f const front(5, 0, 5);
+    Pnt3f const back(5, 0, -5);
+    Pnt3f const top(5, 5, 0);
+    auto const lines_of = [](std::vector<Pnt3f> const &corners)
+    {
+        std::string const svg =
+            plot(make_node(make_geometry(one_primitive(TrianglesPrimitive, corners))), {});
+        return count(svg, "M");
+    };
+    std::size_t const wallLast = lines_of({a, b, front, b, a, back, a, b, top});
+    EXPECT_EQ(lines_of({a, b, front, a, b, top, b, a, back}), wallLast);
+    EXPECT_EQ(lines_of({a, b, top, a, b, front, b, a, back}), wallLast);
+}
+
+TEST(PathPlot, ABadCornerTakesNoGoodEdgeAway)
+{
+    std::vector<Pnt3f> const good = {{0, 0, 0}, {10, 0, 0}, {0, 0, 10}};
+    std::vector<Pnt3f> both = {{NAN, NAN, NAN}, {10, 0, 0}, {0, 0, 10}};
+    both.insert(both.end(), good.begin(), good.end());
+    auto const plot_of = [](std::vector<Pnt3f> const &corners)
+    { return plot(make_node(make_geometry(one_primitive(TrianglesPrimitive, corners))), {}); };
+    EXPECT_EQ(count(plot_of(both), "M"), count(plot_of(good), "M"));
+}
+
 TEST(PathPlot, LeavesOutWhatIsNotFinite)
 {
     NodePtr const scene = make_node(make_geometry(

@@ -1,7 +1,6 @@
 #include "MaterialJson.h"
 
-#include <algorithm>
-#include <vector>
+#include <unordered_set>
 
 #include "OSGBlendChunk.h"
 #include "OSGChunkMaterial.h"
@@ -17,10 +16,12 @@ namespace Tool
 {
 namespace
 {
-/// Switch materials that are being written, outermost first.
-using Path = std::vector<OSG::Material const *>;
+/// Switch materials that were written in full. One that comes again has its type and name alone:
+/// they nest, in files of strangers also in themselves and in pairs over many levels.
+using WrittenSwitches = std::unordered_set<OSG::SwitchMaterial const *>;
+constexpr std::size_t MostSwitches = 1000; // as deep as they can nest
 
-void write_material(JsonWriter &json, OSG::Material *material, Path &path);
+void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &written);
 
 void write_image(JsonWriter &json, OSG::Image const *image)
 {
@@ -93,19 +94,17 @@ void write_chunks(JsonWriter &json, OSG::ChunkMaterial const &material)
     json.endArray();
 }
 
-void write_switch(JsonWriter &json, OSG::SwitchMaterial const &material, Path &path)
+void write_switch(JsonWriter &json, OSG::SwitchMaterial const &material, WrittenSwitches &written)
 {
     json.member("choice", material.getChoice()).key("materials").beginArray();
-    path.push_back(&material);
     for(OSG::Material *choice : *material.getMFMaterials())
-        write_material(json, choice, path);
-    path.pop_back();
+        write_material(json, choice, written);
     json.endArray();
 }
 
-void write_material(JsonWriter &json, OSG::Material *material, Path &path)
+void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &written)
 {
-    if(material == nullptr || std::find(path.begin(), path.end(), material) != path.end())
+    if(material == nullptr)
     {
         json.null();
         return;
@@ -118,15 +117,16 @@ void write_material(JsonWriter &json, OSG::Material *material, Path &path)
         write_textured(json, *textured);
     if(auto const *const chunks = dynamic_cast<OSG::ChunkMaterial *>(material))
         write_chunks(json, *chunks);
-    if(auto const *const choice = dynamic_cast<OSG::SwitchMaterial *>(material))
-        write_switch(json, *choice, path);
+    auto const *const choice = dynamic_cast<OSG::SwitchMaterial *>(material);
+    if(choice != nullptr && written.size() < MostSwitches && written.insert(choice).second)
+        write_switch(json, *choice, written);
     json.endObject();
 }
 } // namespace
 
 void writeMaterial(JsonWriter &json, OSG::Material *material)
 {
-    Path path;
-    write_material(json, material, path);
+    WrittenSwitches written;
+    write_material(json, material, written);
 }
 } // namespace Tool

@@ -50,12 +50,11 @@ OSBCommonElement::OSBCommonElement(OSBRootElement *root, UInt16 version)
 bool OSBCommonElement::readFieldHeader(std::string const &endMarker, std::string &name,
                                        std::string &typeName, UInt32 &size)
 {
-    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
-    handler.getValue(name);
+    name = getRoot()->readName();
     if(name == endMarker)
         return false;
-    handler.getValue(typeName);
-    handler.getValue(size);
+    typeName = getRoot()->readName();
+    getRoot()->getHandler().getValue(size);
     return true;
 }
 
@@ -72,7 +71,8 @@ bool OSBCommonElement::readFieldContent(std::string const &name, std::string con
     if(field == nullptr || typeName != field->getFieldType().getCName())
     {
         OSG_LOG_WARNING("OSB: %s has no field %s of type %s, it is passed over\n", type.getCName(),
-                        name.c_str(), typeName.c_str());
+                        OSBRootElement::shown(name).c_str(),
+                        OSBRootElement::shown(typeName).c_str());
         return false;
     }
     MemoryBinaryDataHandler handler(std::move(content));
@@ -88,6 +88,12 @@ bool OSBCommonElement::readFieldContent(std::string const &name, std::string con
 OSBCommonElement::PointerFieldIt OSBCommonElement::readPointers(MemoryBinaryDataHandler &handler,
                                                                 FieldDescriptionBase const &field)
 {
+    PointerFieldIt known = _firstPointers;
+    for(UInt32 i = 0; i < _numPointerFields; ++i, ++known)
+    {
+        if(known->field == &field)
+            throw ReadError("a field of pointers comes twice");
+    }
     OSBRootElement::PointerField pointers{getContainer(), &field, {}};
     UInt32 count = 1;
     if(is_multi(field))

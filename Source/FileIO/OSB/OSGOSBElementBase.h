@@ -17,8 +17,8 @@ class OSBRootElement;
 /// done.
 ///
 /// Reading: `read` of all elements in the order of the stream, then `postRead` of all, then
-/// `postMap` of all from the last to the first. Writing: `preWrite` of all, each when its container
-/// is first met, then `write` of all.
+/// `postMap` of those that the scene leads to, nodes before their parents. Writing: `preWrite` of
+/// all, each when its container is first met, then `write` of all.
 class OSG_FILEIO_API OSBElementBase : public MemObject
 {
   public:
@@ -30,7 +30,7 @@ class OSG_FILEIO_API OSBElementBase : public MemObject
 
     // --- virtual operations, in slot order ---
     virtual ~OSBElementBase();
-    /// Reads the record behind its type name and id; makes the container. Raises the handler's
+    /// Reads the record behind its type name; makes the container. Raises the handler's
     /// ReadError on a short stream, and on content that contradicts itself.
     virtual void read(std::string const &typeName) = 0;
     virtual void postRead() = 0;
@@ -38,7 +38,7 @@ class OSG_FILEIO_API OSBElementBase : public MemObject
     virtual void postMap() = 0;
     /// Takes the container over and makes known what it points to.
     virtual void preWrite(FieldContainer *container) = 0;
-    /// Writes the record behind its type name and id.
+    /// Writes the record behind its type name.
     virtual void write() = 0;
 
     /// Null before `read` or `preWrite`. The element holds a reference.

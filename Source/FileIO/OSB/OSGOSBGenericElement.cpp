@@ -1,8 +1,6 @@
 #include "OSGOSBGenericElement.h"
 
 #include "OSGFieldContainerFactory.h"
-#include "OSGLog.h"
-#include "OSGOSBElementFactory.h"
 
 namespace OSG
 {

@@ -6,6 +6,7 @@
 #include "OSGNode.h"
 #include "OSGOSBElementFactory.h"
 #include "OSGOSBFormat.h"
+#include "OSGOSBStructure.h"
 #include "OSGSceneFileHandler.h"
 
 namespace OSG
@@ -32,7 +33,6 @@ TransitPtr<Node> OSBReader::read()
     for(auto const &element : _elements)
         element->postRead();
     checkPointers();
-    checkTree();
     setPointers();
     return TransitPtr<Node>(scene);
 }
@@ -51,15 +51,14 @@ void OSBReader::readHeader()
 
 void OSBReader::readRecords()
 {
-    std::string typeName;
-    for(_root.getHandler().getValue(typeName); !typeName.empty();
-        _root.getHandler().getValue(typeName))
+    for(std::string typeName = _root.readName(); !typeName.empty(); typeName = _root.readName())
     {
         std::unique_ptr<OSBElementBase> element =
             OSBElementFactory::the()->createElement(typeName, &_root);
         if(element == nullptr)
         {
-            OSG_LOG_WARNING("OSB: there is no container type '%.100s'\n", typeName.c_str());
+            OSG_LOG_WARNING("OSB: there is no container type '%s'\n",
+                            OSBRootElement::shown(typeName).c_str());
             throw ReadError("a container type is unknown");
         }
         element->read(typeName);
@@ -88,43 +87,14 @@ void OSBReader::checkPointers() const
     }
 }
 
-// A node has one parent, the scene has none, and nobody is its own ancestor.
-void OSBReader::checkTree() const
-{
-    std::vector<UInt32> parents(numContainers() + 1, 0);
-    UInt32 owner = 1;
-    for(OSBRootElement::PointerField const &pointers : _root.getPointerFields())
-    {
-        // Pointer fields lie in the order of their containers.
-        while(_elements[owner - 1]->getContainer() != pointers.container)
-            ++owner;
-        bool const isChildren = pointers.field->getFieldId() == Node::ChildrenFieldId &&
-                                pointers.container->getType().isDerivedFrom(Node::getClassType());
-        for(std::size_t i = 0; isChildren && i < pointers.targets.size(); ++i)
-        {
-            UInt32 &parent = parents[pointers.targets[i]];
-            if(parent != 0 || pointers.targets[i] == 1)
-                throw ReadError("a node has two parents");
-            if(pointers.targets[i] != 0)
-                parent = owner;
-        }
-    }
-    std::vector<UInt32> lastVisitor(parents.size(), 0);
-    for(UInt32 visitor = 1; visitor < parents.size(); ++visitor)
-    {
-        UInt32 at = visitor;
-        for(; at != 0 && lastVisitor[at] == 0; at = parents[at])
-            lastVisitor[at] = visitor;
-        if(at != 0 && lastVisitor[at] == visitor)
-            throw ReadError("a node is its own ancestor");
-    }
-}
-
+// What the scene does not lead to stays without pointers: circles among it would outlive the read.
 void OSBReader::setPointers()
 {
-    // From the last to the first: a child then comes to a node that has no parent yet, so that
-    // looking for cycles along the ancestors costs nothing.
-    for(auto element = _elements.rbegin(); element != _elements.rend(); ++element)
-        (*element)->postMap();
+    OSBRootElement::ContainerList containers;
+    for(auto const &element : _elements)
+        containers.push_back(element->getContainer());
+    for(UInt32 const number :
+        OSBStructure(containers, _root.getPointerFields()).getReachedFromBelow())
+        _elements[number - 1]->postMap();
 }
 } // namespace OSG

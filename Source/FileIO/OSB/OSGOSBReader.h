@@ -26,7 +26,6 @@ class OSBReader
     void readHeader();
     void readRecords();
     void checkPointers() const;
-    void checkTree() const;
     void setPointers();
     UInt32 numContainers() const { return static_cast<UInt32>(_elements.size()); }
 

@@ -2,6 +2,26 @@
 
 namespace OSG
 {
+std::string OSBRootElement::readName()
+{
+    std::string name;
+    _handler.getValue(name);
+    if(name.find('\0') != std::string::npos)
+        throw ExceptionBinaryDataHandler::ReadError("a name holds a zero byte");
+    return name;
+}
+
+std::string OSBRootElement::shown(std::string const &name)
+{
+    std::string text = name.substr(0, 100);
+    for(char &letter : text)
+    {
+        if(letter < ' ' || letter > '~')
+            letter = '?';
+    }
+    return text;
+}
+
 UInt32 OSBRootElement::addContainer(FieldContainer *container)
 {
     if(container == nullptr)

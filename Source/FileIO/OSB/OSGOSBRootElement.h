@@ -4,6 +4,7 @@
 /// What the elements of one scene share while it is read or written.
 
 #include <list>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -42,6 +43,11 @@ class OSG_FILEIO_API OSBRootElement
     ExceptionBinaryDataHandler &getHandler() const { return _handler; }
 
     // --- reading ---
+    /// The name of a type or field. Raises ReadError for one with a zero byte, which some would
+    /// compare in full and others up to there.
+    std::string readName();
+    /// A name from a file, fit for the log.
+    static std::string shown(std::string const &name);
     PointerFieldList &editPointerFields() { return _pointerFields; }
     PointerFieldList const &getPointerFields() const { return _pointerFields; }
 

@@ -22,6 +22,9 @@ void OSBWriter::meetContainers(Node *scene)
 void OSBWriter::write(Node *scene)
 {
     meetContainers(scene);
+    // Its parent would list it as a child, and a file's first node has no parent.
+    if(_root.getNumber(scene->getParent()) != 0)
+        throw ExceptionBinaryDataHandler::WriteError("the part shows what it is a part of");
     ExceptionBinaryDataHandler &handler = _root.getHandler();
     handler.put(OSBFormat::signature, sizeof(OSBFormat::signature));
     handler.putValue(OSBElementBase::OSGOSBHeaderVersion200);

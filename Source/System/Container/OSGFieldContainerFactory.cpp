@@ -135,10 +135,12 @@ FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 AspectStore *FieldContainerFactoryBase::makeStore(FieldContainer const &container)
 {
     std::lock_guard<std::mutex> hold(_data->guard);
-    return makeStoreUnderLock(container);
+    return makeStoreUnderLock(container, container.getId());
 }
 
-AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const &container)
+// The id comes with it: a container that is being made by another thread does not know its own yet.
+AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const &container,
+                                                           UInt32 id)
 {
     // Another thread may have been quicker.
     if(AspectStore *const store = container.findAspectStore())
@@ -154,7 +156,7 @@ AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const 
         store->release();
         throw;
     }
-    _data->places[container.getId()] = Data::Place(store);
+    _data->places[id] = Data::Place(store);
     container._aspectStore.store(store, std::memory_order_release);
     return store;
 }
@@ -187,12 +189,13 @@ FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
 {
     std::lock_guard<std::mutex> hold(_data->guard);
     StoreList stores;
-    for(Data::Place const &place : _data->places)
+    for(UInt32 id = 1; id < _data->places.size(); ++id)
     {
+        Data::Place const place = _data->places[id];
         if(!place.isTaken())
             continue;
         FieldContainer const *const container = place.container();
-        stores.push_back(container != nullptr ? makeStoreUnderLock(*container) : place.store());
+        stores.push_back(container != nullptr ? makeStoreUnderLock(*container, id) : place.store());
     }
     // Nothing fails from here on.
     for(AspectStore *store : stores)

@@ -52,7 +52,7 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
   private:
     FieldContainerFactoryBase();
     ~FieldContainerFactoryBase() = default;
-    AspectStore *makeStoreUnderLock(FieldContainer const &container);
+    AspectStore *makeStoreUnderLock(FieldContainer const &container, UInt32 id);
     struct Data;
     Data *_data;
 };

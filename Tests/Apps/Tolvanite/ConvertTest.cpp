@@ -131,5 +131,21 @@ TEST_F(Convert, ALinkStaysALink)
     EXPECT_TRUE(fs::is_symlink(target));
     EXPECT_GT(fs::file_size(folder.path("real.osb")), 1000u);
 }
+
+TEST_F(Convert, ALinkToNothingYetStaysALinkAsWell)
+{
+    fs::create_symlink("later.osb", target);
+    EXPECT_EQ(run_program({"convert", pavilion(), target}).status, 0);
+    EXPECT_TRUE(fs::is_symlink(target));
+    EXPECT_TRUE(fs::is_regular_file(folder.path("later.osb")));
+}
+
+TEST_F(Convert, WhoCouldNotReadTheOldFileCannotReadTheNewOne)
+{
+    folder.write("scene.osb", "private");
+    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(run_program({"convert", pavilion(), target}).status, 0);
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
 } // namespace
 } // namespace Tool::Test

@@ -259,7 +259,7 @@ TEST(SceneDump, AChunkMaterialHasItsChunksInOrder)
     EXPECT_EQ(keys_of(dumped["chunks"][3]), "type image wrapS wrapT wrapR minFilter magFilter");
 }
 
-TEST(SceneDump, ASwitchMaterialAmongItsOwnChoicesIsNull)
+TEST(SceneDump, ASwitchMaterialThatComesAgainHasItsTypeAndNameAlone)
 {
     Ptr<OSG::SwitchMaterial> const material(OSG::SwitchMaterial::create());
     Ptr<OSG::SimpleMaterial> const paint(OSG::SimpleMaterial::create());
@@ -268,8 +268,24 @@ TEST(SceneDump, ASwitchMaterialAmongItsOwnChoicesIsNull)
     Json const dumped = dump_of_material(material);
     EXPECT_EQ(keys_of(dumped), "type name choice materials");
     EXPECT_EQ(dumped["materials"][0]["type"], "SimpleMaterial");
-    EXPECT_TRUE(dumped["materials"][1].is_null());
+    EXPECT_EQ(keys_of(dumped["materials"][1]), "type name");
     material->editMFMaterials()->clear();
+}
+
+TEST(SceneDump, SwitchMaterialsInPairsOrInALongRowAreShownInBounds)
+{
+    for(int const copies : {1, 2})
+    {
+        Ptr<OSG::SwitchMaterial> outermost(OSG::SwitchMaterial::create());
+        for(int level = 0; level < 50000 / copies; ++level)
+        {
+            Ptr<OSG::SwitchMaterial> const around(OSG::SwitchMaterial::create());
+            for(int i = 0; i < copies; ++i)
+                around->editMFMaterials()->push_back(outermost);
+            outermost = around;
+        }
+        EXPECT_LT(dump_of_material(outermost).dump().size(), 1000000u);
+    }
 }
 
 TEST(SceneDump, AnOverrideGroupHasItsMaterial)

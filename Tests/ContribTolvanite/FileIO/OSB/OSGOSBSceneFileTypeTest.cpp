@@ -235,6 +235,24 @@ std::vector<BadFile> bad_files()
          "a node has two parents"},
         {"a child twice", begin().record("Node").children({2, 2}).end().record("Node").end().end(),
          "a node has two parents"},
+        {"a type name with a zero byte",
+         begin().text(std::string("Node\0x", 6)).u8(1).u16(0x0200).end().end(),
+         "a name holds a zero byte"},
+        {"a field name with a zero byte",
+         begin().record("Node").field(std::string("volume\0x", 8), "SFBoxVolume", 0).end().end(),
+         "a name holds a zero byte"},
+        {"two lists of children",
+         begin()
+             .record("Node")
+             .children({2})
+             .children({3})
+             .end()
+             .record("Node")
+             .end()
+             .record("Node")
+             .end()
+             .end(),
+         "a field of pointers comes twice"},
         {"a cycle beside the tree",
          begin()
              .record("Node")
@@ -305,6 +323,96 @@ TEST(OSBSceneFileType, ContainersThatNothingPointsToAreDropped)
     NodePtr node = osb_scene(begin().record("Node").end().record("Group").end().end().bytes());
     ASSERT_NE(node, nullptr);
     EXPECT_EQ(num_containers(), before + 1);
+}
+
+TEST(OSBSceneFileType, CirclesBesideTheSceneAreDroppedToo)
+{
+    UInt32 const before = num_containers();
+    OsbText file = begin().record("Node").end();
+    file.record("SwitchMaterial").field("materials", "MFUnrecMaterialPtr", 8).u32(1).u32(2).end();
+    NodePtr const node = osb_scene(file.end().bytes());
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(num_containers(), before + 1);
+}
+
+TEST(OSBSceneFileType, NumbersMayComeInAnyOrder)
+{
+    // The root, then a chain from the last record back to the second, which has the leaves.
+    constexpr UInt32 Depth = 2000;
+    OsbText file = begin().record("Node").children({Depth}).end();
+    file.record("Node").children({Depth + 1, Depth + 2}).end();
+    for(UInt32 number = 3; number <= Depth; ++number)
+        file.record("Node").children({number - 1}).end();
+    file.record("Node").end().record("Node").end();
+    NodePtr const root = osb_scene(file.end().bytes());
+    ASSERT_NE(root, nullptr);
+    UInt32 depth = 1;
+    Node const *at = root;
+    for(; at->getNChildren() == 1; at = at->getChild(0))
+        ++depth;
+    EXPECT_EQ(depth, Depth);
+    EXPECT_EQ(at->getNChildren(), 2u);
+}
+
+TEST(OSBSceneFileType, APartThatShowsWhatItIsAPartOfIsNotWritten)
+{
+    LogCapture log;
+    UnrecordedRefPtr<VisitSubTree> const visit(VisitSubTree::create());
+    NodePtr const part = make_node(visit);
+    NodePtr const root = make_group({part});
+    visit->setSubTreeRoot(root);
+    EXPECT_EQ(osb_bytes(part), "");
+    EXPECT_EQ(
+        log.texts(LOG_WARNING),
+        std::vector<std::string>{"OSB: the scene could not be written: the part shows what it "
+                                 "is a part of\n"});
+    visit->setSubTreeRoot(nullptr);
+}
+
+TEST(OSBSceneFileType, AttachmentsThatAreNullOrComeTwiceAreReadAsTheyStand)
+{
+    OsbText file = begin().record("Node");
+    file.field("attachments", "MFUnrecAttachmentPtr", 20).u32(4).u32(0).u32(2).u32(2).u32(3).end();
+    file.record("Name").end().record("Name").end();
+    NodePtr const node = osb_scene(file.end().bytes());
+    ASSERT_NE(node, nullptr);
+    EXPECT_NE(getName(node), nullptr);
+    EXPECT_FALSE(osb_bytes(node).empty());
+}
+
+/// Takes so many bytes and no more.
+class NarrowBuffer : public std::stringbuf
+{
+  public:
+    explicit NarrowBuffer(std::streamsize room)
+        : _room(room)
+    {
+    }
+
+  protected:
+    std::streamsize xsputn(char const *, std::streamsize count) override
+    {
+        std::streamsize const taken = std::min(count, _room);
+        _room -= taken;
+        return taken;
+    }
+    int_type overflow(int_type c) override { return _room-- > 0 ? c : traits_type::eof(); }
+
+  private:
+    std::streamsize _room;
+};
+
+TEST(OSBSceneFileType, AStreamThatEndsAtAnyByteIsReported)
+{
+    LogCapture const log;
+    NodePtr const root = make_group({make_group()});
+    std::size_t const size = osb_bytes(root).size();
+    for(std::size_t room = 0; room <= size; ++room)
+    {
+        NarrowBuffer buffer(static_cast<std::streamsize>(room));
+        std::ostream out(&buffer);
+        EXPECT_EQ(OSBSceneFileType::the().write(root, out, "osb"), room == size) << room;
+    }
 }
 } // namespace
 } // namespace OSG

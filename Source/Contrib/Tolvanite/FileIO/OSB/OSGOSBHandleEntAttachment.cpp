@@ -23,6 +23,8 @@ void OSBHandleEntAttachment::read(std::string const &)
     handler.getValue(version);
     setVersion(version);
     UnrecordedRefPtr<GeoToEntityAttachment> const table(GeoToEntityAttachment::create());
+    if(table == nullptr)
+        throw ExceptionBinaryDataHandler::ReadError("a container could not be made");
     setContainer(table);
 
     std::string name;

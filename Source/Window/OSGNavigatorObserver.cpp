@@ -1,0 +1,6 @@
+#include "OSGNavigatorObserver.h"
+
+namespace OSG
+{
+NavigatorObserver::~NavigatorObserver() = default;
+} // namespace OSG
