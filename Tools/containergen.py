@@ -15,7 +15,8 @@ not continue the parent's). Those of Field:
 name, type, cardinality, visibility, access ("public"; "owner": read by everybody, written by the
 class's own functions; "protected": both are the class's own), defaultValue, and category: "pointer"
 (counted unrecorded), "recorded", "weak", "unreferenced" or "child" for fields whose type ends in
-Ptr.
+Ptr. A pointer field whose class derives from this one has include="later": OSGX.h then includes the
+header of that class behind its own.
 """
 
 import argparse
@@ -57,6 +58,7 @@ class Field:
         self.category = element.get("category", "pointer")
         self.prose = (element.text or "").lstrip("\n")
         self.pointer = self.type.endswith("Ptr")
+        self.forward = element.get("include") == "later"
         if self.access not in ("public", "owner", "protected"):
             raise DescriptionError(f"field {self.name}: unknown access {self.access}")
         if not self.pointer and self.type not in VALUE_TYPES:
@@ -146,7 +148,9 @@ class Container:
 
     def header(self, api, api_header):
         name, parent = self.name, self.parent
-        targets = sorted({f.target for f in self.fields if f.pointer and f.target != name} | {parent})
+        pointers = [f for f in self.fields if f.pointer and f.target != name]
+        targets = sorted({f.target for f in pointers if not f.forward} | {parent})
+        forward = "".join(f"class {f.target};\n" for f in pointers if f.forward)
         includes = "\n".join(f'#include "OSG{target}.h"' for target in targets)
         base = f"{name}Base"
         pattern = f"ContainerPattern<{name}, {base}, {parent}>"
@@ -169,7 +173,7 @@ namespace OSG
 {{
 class {name};
 class {base};
-
+{forward}
 // Instantiated once, in the statics of the class.
 extern template class {api} {pattern};
 

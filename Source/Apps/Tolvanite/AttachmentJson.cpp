@@ -136,7 +136,8 @@ void write_attachment(JsonWriter &json, OSG::Attachment const &attachment, char 
     json.beginObject().member("type", type.getCName()).member("on", where);
     for(OSG::FieldDescriptionBase const *field : type.getFieldDescs())
     {
-        if(!field->isInternal())
+        if(!field->isInternal() &&
+           field->getFieldId() != OSG::AttachmentContainer::AttachmentsFieldId)
             write_field(json, *attachment.getField(field->getFieldId()));
     }
     json.endObject();

@@ -97,8 +97,8 @@ std::vector<UInt32> OSBStructure::getReachedFromBelow() const
         }
     }
     Numbers const depths = findDepths();
-    std::stable_sort(reached.begin(), reached.end(), [&depths](UInt32 a, UInt32 b)
-                     { return depths[a] > depths[b]; });
+    std::stable_sort(reached.begin(), reached.end(),
+                     [&depths](UInt32 a, UInt32 b) { return depths[a] > depths[b]; });
     return reached;
 }
 } // namespace OSG

@@ -8,8 +8,9 @@ namespace OSG
 {
 /// How the containers of a file hang together, by their numbers, before anything is linked.
 ///
-/// Raises ReadError where the nodes are not one tree: a node with two parents, a parent of the first
-/// container, a node that is its own ancestor. Time and memory go with the pointers of the file.
+/// Raises ReadError where the nodes are not one tree: a node with two parents, a parent of the
+/// first container, a node that is its own ancestor. Time and memory go with the pointers of the
+/// file.
 class OSBStructure
 {
   public:
@@ -18,8 +19,8 @@ class OSBStructure
                  OSBRootElement::PointerFieldList const &pointers);
 
     /// The numbers that counted pointers reach from the first one. A node comes before its parent,
-    /// so that it has none yet when it takes its children: what looks for cycles along the ancestors
-    /// then has nowhere to go.
+    /// so that it has none yet when it takes its children: what looks for cycles along the
+    /// ancestors then has nowhere to go.
     std::vector<UInt32> getReachedFromBelow() const;
 
   private:

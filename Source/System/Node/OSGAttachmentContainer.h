@@ -27,3 +27,6 @@ class OSG_SYSTEM_API AttachmentContainer : public AttachmentContainerBase
     friend Pattern;
 };
 } // namespace OSG
+
+// An attachment is a container of attachments itself: its header needs this one first.
+#include "OSGAttachment.h" // IWYU pragma: export

@@ -8,9 +8,11 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
+#include "OSGAttachmentContainer.h"
 #include "OSGFieldContainer.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGFieldContainerType.h"
+#include "OSGName.h"
 
 namespace OSG
 {
@@ -29,6 +31,16 @@ TEST_P(ContainerTable, TheTypeHasItsParentAndGroup)
     EXPECT_STREQ(type.getGroupName(), facts.group);
     EXPECT_FALSE(type.isAbstract());
     EXPECT_EQ(type.getDocumentation(), facts.prose);
+}
+
+TEST_P(ContainerTable, ItIsAnAttachmentContainerItself)
+{
+    EXPECT_TRUE(type.isDerivedFrom(AttachmentContainer::getClassType()));
+    UnrecordedRefPtr<FieldContainer> const container(type.createContainer());
+    auto *const named = dynamic_cast<AttachmentContainer *>(container.get());
+    ASSERT_NE(named, nullptr);
+    setName(named, "a name of its own");
+    EXPECT_STREQ(getName(named), "a name of its own");
 }
 
 TEST_P(ContainerTable, TheFieldsHaveTheirIdsMasksTypesAndTexts)
