@@ -9,7 +9,7 @@ namespace
 {
 using namespace OSG;
 
-Matrix4d random_matrix(Test::RandomNumbers &random)
+Matrix4d random_matrix(OSG::Test::RandomNumbers &random)
 {
     Matrix4d matrix;
     for(UInt32 i = 0; i < 16; ++i)
@@ -17,14 +17,14 @@ Matrix4d random_matrix(Test::RandomNumbers &random)
     return matrix;
 }
 
-Pnt3d random_point(Test::RandomNumbers &random)
+Pnt3d random_point(OSG::Test::RandomNumbers &random)
 {
     return Pnt3d(random.real(-1, 1), random.real(-1, 1), random.real(-1, 1));
 }
 
 TEST(Homogeneous, ImagesDividedByWAreThoseOfTheMatrix)
 {
-    Test::RandomNumbers random(8);
+    OSG::Test::RandomNumbers random(8);
     for(int i = 0; i < 300; ++i)
     {
         Matrix4d const matrix = random_matrix(random);
@@ -39,7 +39,7 @@ TEST(Homogeneous, ImagesDividedByWAreThoseOfTheMatrix)
 
 TEST(Homogeneous, WayIsTheDifferenceOfTheDividedPoints)
 {
-    Test::RandomNumbers random(9);
+    OSG::Test::RandomNumbers random(9);
     for(int i = 0; i < 300; ++i)
     {
         Pnt3d const from = random_point(random);
