@@ -1,16 +1,30 @@
 #include "OSGMatrixUtility.h"
 
+#include <cmath>
+
 namespace OSG
 {
 namespace
 {
-/// False where the vector is too short or has no length that is a number.
+bool is_long(Vec3f const &vector) { return std::isinf(vector.length()); }
+
+/// False where the vector is too short or has no length that is a number. One whose square is
+/// beyond single precision is divided in double.
 bool make_unit(Vec3f &vector)
 {
     Real32 const length = vector.length();
     if(!(length >= unit_length_epsilon))
         return false;
-    vector *= 1.f / length;
+    if(!is_long(vector))
+    {
+        vector *= 1.f / length;
+        return true;
+    }
+    Vec3d const wide(vector[0], vector[1], vector[2]);
+    Real64 const wideLength = wide.length();
+    if(!std::isfinite(wideLength))
+        return false;
+    vector = Vec3f(wide[0] / wideLength, wide[1] / wideLength, wide[2] / wideLength);
     return true;
 }
 } // namespace
@@ -19,6 +33,8 @@ bool MatrixLookAt(Matrix &result, Pnt3f from, Pnt3f at, Vec3f up)
 {
     Vec3f z = from - at;
     if(!make_unit(z))
+        return true;
+    if(is_long(up) && !make_unit(up)) // else the product might overflow
         return true;
     Vec3f x = up.cross(z);
     if(!make_unit(x))

@@ -1,7 +1,10 @@
 #include "OSGCamera.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
+#include "OSGHomogeneous.h"
 #include "OSGViewport.h"
 
 namespace OSG
@@ -33,20 +36,21 @@ Matrix4d Camera::worldToScreen(Matrix const &viewing, UInt32 width, UInt32 heigh
 namespace
 {
 // What is on the inner side of row 3 + sign * row `row` (Gribb, Hartmann: Fast extraction of
-// viewing frustum planes from the world-view-projection matrix, 2001). False where it has no
-// direction.
-bool plane_of(Matrix4d const &m, int row, int sign, Plane &plane)
+// viewing frustum planes from the world-view-projection matrix, 2001). Where it has no direction it
+// is the plane that has everything inside: a far plane is at infinity as soon as single precision
+// tells (far + near) / (far - near) from 1 no more.
+Plane plane_of(Matrix4d const &m, int row, int sign)
 {
     Real64 coefficient[4];
     for(int c = 0; c < 4; ++c)
         coefficient[c] = m[c][3] + sign * m[c][row];
     Vec3d const normal(coefficient[0], coefficient[1], coefficient[2]);
     Real64 const length = normal.length();
-    if(!(length > 0) || !std::isfinite(length))
-        return false;
-    plane.setValue(Vec3f(normal[0] / length, normal[1] / length, normal[2] / length),
-                   static_cast<Real32>(-coefficient[3] / length));
-    return true;
+    Plane plane;
+    if(length > 0 && std::isfinite(length))
+        plane.setValue(Vec3f(normal[0] / length, normal[1] / length, normal[2] / length),
+                       static_cast<Real32>(-coefficient[3] / length));
+    return plane;
 }
 } // namespace
 
@@ -55,11 +59,9 @@ void Camera::getFrustum(FrustumVolume &result, UInt32 width, UInt32 height) cons
     Matrix viewing;
     getViewing(viewing, width, height);
     Matrix4d const screen = worldToScreen(viewing, width, height);
-    Plane near, far, left, right, top, bottom;
-    bool const bounded = plane_of(screen, 2, 1, near) && plane_of(screen, 2, -1, far) &&
-                         plane_of(screen, 0, 1, left) && plane_of(screen, 0, -1, right) &&
-                         plane_of(screen, 1, -1, top) && plane_of(screen, 1, 1, bottom);
-    result = bounded ? FrustumVolume(near, far, left, right, top, bottom) : FrustumVolume();
+    result =
+        FrustumVolume(plane_of(screen, 2, 1), plane_of(screen, 2, -1), plane_of(screen, 0, 1),
+                      plane_of(screen, 0, -1), plane_of(screen, 1, -1), plane_of(screen, 1, 1));
 }
 
 bool Camera::calcScreenToWorld(Matrix4d &result, Matrix const &viewing, UInt32 width,
@@ -67,6 +69,22 @@ bool Camera::calcScreenToWorld(Matrix4d &result, Matrix const &viewing, UInt32 w
 {
     return result.invertFrom(worldToScreen(viewing, width, height));
 }
+
+namespace
+{
+// Of homogeneous points and the way between them. The far one may have no place: the length is then
+// that to the distance that the camera names.
+Real64 ray_length(Camera const &camera, Vec4d const &start, Vec4d const &end, Vec3d const &way,
+                  Matrix const &viewing)
+{
+    constexpr Real64 noise = 1e-12; // of a w that is 0; of others single precision leaves 5e-8
+    if(end[3] / start[3] > noise)
+        return way.length() / (start[3] * end[3]);
+    Vec3d const ahead(-viewing[0][2], -viewing[1][2], -viewing[2][2]);
+    Real64 const depth = Real64(camera.getFar()) - camera.getNear();
+    return depth * way.length() / ahead.dot(way);
+}
+} // namespace
 
 bool Camera::calcViewRay(Line &line, Int32 x, Int32 y, Viewport const &port, Real32 *length) const
 {
@@ -81,20 +99,21 @@ bool Camera::calcViewRay(Line &line, Int32 x, Int32 y, Viewport const &port, Rea
     Matrix4d toWorld;
     if(!calcScreenToWorld(toWorld, viewing, width, height))
         return false;
-    Pnt3d start;
-    Pnt3d end;
-    toWorld.multFull(Pnt3d(normX, normY, -1), start);
-    toWorld.multFull(Pnt3d(normX, normY, 1), end);
-    Vec3d const way = end - start;
-    Real64 const distance = way.length();
+    Vec4d const start = homogeneous_image(toWorld, Pnt3d(normX, normY, -1));
+    Vec4d const end = homogeneous_image(toWorld, Pnt3d(normX, normY, 1));
+    if(start[3] == 0)
+        return false;
+    Vec3d const way = homogeneous_way(start, end);
+    Real64 const distance = ray_length(*this, start, end, way, viewing);
     if(!(distance > 0) || !std::isfinite(distance))
         return false;
     // Of length 1 before it is rounded: a ray may be shorter than what a line can normalise.
-    Vec3d const direction = way * (1 / distance);
-    line.setValue(Pnt3f(start[0], start[1], start[2]),
+    Vec3d const direction = way * (1 / way.length());
+    line.setValue(Pnt3f(start[0] / start[3], start[1] / start[3], start[2] / start[3]),
                   Vec3f(direction[0], direction[1], direction[2]));
     if(length != nullptr)
-        *length = static_cast<Real32>(distance);
+        *length =
+            static_cast<Real32>(std::min<Real64>(distance, std::numeric_limits<Real32>::max()));
     return true;
 }
 } // namespace OSG

@@ -31,15 +31,16 @@ class OSG_WINDOW_API Camera : public CameraBase
     /// World to eye: the inverse of the beacon's matrix, the identity without a beacon. A singular
     /// matrix is logged and gives the identity.
     virtual void getViewing(Matrix &result, UInt32 width, UInt32 height) const;
-    /// What the view shows, in world space. Of matrices that leave a plane without a direction it
-    /// is the volume that culls nothing.
+    /// What the view shows, in world space. A plane that the matrices leave without a direction is
+    /// one that culls nothing, as is the far plane where far is some 1e7 times near or more.
     virtual void getFrustum(FrustumVolume &result, UInt32 width, UInt32 height) const;
 
     // --- the way back ---
     /// The ray through a pixel, (x, y) counted from the window's left top corner, in world space:
     /// it starts on the near plane, its direction has length 1. `length`, where it is not null,
-    /// takes the distance to the far plane. False, and nothing written, for a viewport without
-    /// pixels and for matrices without an inverse.
+    /// takes the distance to the far plane; where far is so many times near (some 1e7) that the
+    /// projection has lost it, it is reckoned from far. False, and nothing written, for a viewport
+    /// without pixels and for matrices without an inverse.
     bool calcViewRay(Line &line, Int32 x, Int32 y, Viewport const &port,
                      Real32 *length = nullptr) const;
     /// Normalised coordinates to world, for an eye whose viewing matrix is `viewing`: the inverse

@@ -62,6 +62,14 @@ void Navigator::idle(Int16 button, Int16 x, Int16 y)
 
 void Navigator::killFocus() { handle({NavigatorEvent::KillFocus, 0, 0, _lastX, _lastY}); }
 
+namespace
+{
+bool is_known_button(Int16 code)
+{
+    return code >= NavigatorEvent::LeftButton && code <= NavigatorEvent::WheelDown;
+}
+} // namespace
+
 void Navigator::handle(NavigatorEvent const &event)
 {
     if(_observer != nullptr)
@@ -71,7 +79,9 @@ void Navigator::handle(NavigatorEvent const &event)
         _pressX = event.x;
         _pressY = event.y;
         _moved = false;
-        _held = false;
+        // No engine answers another button, and so none would hold the position again.
+        if(is_known_button(event.code))
+            _held = false;
     }
     else if(event.kind == NavigatorEvent::ButtonRelease || event.kind == NavigatorEvent::Move)
         _moved = _moved || event.x != _pressX || event.y != _pressY;

@@ -82,9 +82,10 @@ class OSG_WINDOW_API Navigator
     /// The pointer at the event before this one. Idle moves no pointer.
     Int16 getLastX() const { return _lastX; }
     Int16 getLastY() const { return _lastY; }
-    /// Takes (x, y) for the last position, until a button is pressed or the engine is another one:
-    /// what the pointer does meanwhile does not replace it. An engine that steers by the way of the
-    /// pointer from a point calls this; a host may move the pointer there as well.
+    /// Takes (x, y) for the last position, until a button from LeftButton to WheelDown is pressed
+    /// or the engine is another one: what the pointer does meanwhile does not replace it. An engine
+    /// that steers by the way of the pointer from a point calls this; a host may move the pointer
+    /// there as well.
     virtual void setLastPosition(Int16 x, Int16 y);
     /// Whether the pointer has moved since a button went down.
     bool getMoved() const { return _moved; }

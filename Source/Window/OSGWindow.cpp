@@ -1,5 +1,7 @@
 #include "OSGWindow.h"
 
+#include <vector>
+
 #include "OSGBinaryDataHandler.h"
 #include "OSGFieldOperations.h"
 
@@ -43,7 +45,39 @@ bool Window::unlinkChild(FieldContainer *child, UInt16 fieldId)
 void Window::orphanPorts()
 {
     for(Viewport *port : _mfPorts)
-        port->_parent = nullptr;
+    {
+        if(port != nullptr && port->_parent == this)
+            port->_parent = nullptr;
+    }
+}
+
+// The views of the source, between the copies of this aspect.
+void Window::execSync(WindowBase *from, BitVector whichField, AspectOffsets &offsets,
+                      BitVector syncMode, UInt32 syncInfo)
+{
+    WindowBase::execSync(from, whichField & ~PortsFieldMask, offsets, syncMode, syncInfo);
+    if((whichField & PortsFieldMask) != 0 && from != this)
+        syncPorts(static_cast<Window const &>(*from));
+}
+
+// A view that has moved is still among those of the window that it left, until that one is
+// synchronised: its parent is the one that says so last.
+void Window::syncPorts(Window const &source)
+{
+    std::vector<UnrecordedRefPtr<Viewport>> ports;
+    ports.reserve(source.getNPorts());
+    for(Viewport *port : source._mfPorts)
+    {
+        if(Viewport *const copy = in_this_aspect(port))
+            ports.emplace_back(copy);
+    }
+    orphanPorts();
+    _mfPorts.clear();
+    for(Viewport *port : ports)
+    {
+        _mfPorts.push_back(port);
+        port->_parent = this;
+    }
 }
 
 void Window::resolveLinks()

@@ -22,6 +22,8 @@ class OSG_WINDOW_API Window : public WindowBase
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
     void resolveLinks() override;
     void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
+    void execSync(WindowBase *from, BitVector whichField, AspectOffsets &offsets,
+                  BitVector syncMode, UInt32 syncInfo);
 
   protected:
     Window() = default;
@@ -36,5 +38,6 @@ class OSG_WINDOW_API Window : public WindowBase
 
   private:
     void orphanPorts();
+    void syncPorts(Window const &source);
 };
 } // namespace OSG

@@ -43,6 +43,27 @@ TEST(MatrixLookAt, AxesAreOrthonormalAndZPointsBackFromAt)
     }
 }
 
+TEST(MatrixLookAt, TakesVectorsWhoseSquareOverflows)
+{
+    OSG::Test::RandomNumbers random(7);
+    for(Real32 const length : {1e18f, 1e20f, 3e38f})
+    {
+        for(int i = 0; i < 100; ++i)
+        {
+            Pnt3f const from = random.point(-10, 10);
+            Pnt3f const at = random.point(-10, 10);
+            Vec3f const up(random.real(-1, 1), random.real(-1, 1), random.real(-1, 1));
+            Matrix m, expected;
+            ASSERT_FALSE(MatrixLookAt(expected, from, at, up));
+            ASSERT_FALSE(MatrixLookAt(m, from, at, up * length)) << length;
+            EXPECT_TRUE(m.equals(expected, 1e-4f)) << length;
+        }
+        Matrix m;
+        ASSERT_FALSE(MatrixLookAt(m, Pnt3f(), Pnt3f(0, 0, -length), Vec3f(0, length, 0)));
+        EXPECT_EQ(m, Matrix()) << length;
+    }
+}
+
 TEST(MatrixLookAt, FailsAndLeavesTheMatrixWhereThereIsNoView)
 {
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
@@ -60,6 +81,9 @@ TEST(MatrixLookAt, FailsAndLeavesTheMatrixWhereThereIsNoView)
         {"up zero", {0, 0, 0}, {0, 0, 1}, {0, 0, 0}},
         {"from not a number", {nan, 0, 0}, {0, 0, 1}, {0, 1, 0}},
         {"up not a number", {0, 0, 0}, {0, 0, 1}, {0, nan, 0}},
+        {"up long and parallel", {0, 0, 0}, {0, 5, 0}, {0, 3e38f, 0}},
+        {"up infinite", {0, 0, 0}, {0, 0, 1}, {0, infinity, 0}},
+        {"from beyond numbers from at", {0, 0, 3e38f}, {0, 0, -3e38f}, {0, 1, 0}},
         {"from infinite", {infinity, 0, 0}, {0, 0, 1}, {0, 1, 0}},
     };
     Matrix before;

@@ -193,6 +193,81 @@ TEST(PerspectiveCamera, RayLeavesTheEyeAtTheAngleOfThePixel)
     }
 }
 
+// Single precision projects all of these as if far were infinite, but for the first two.
+class FarAway : public ::testing::TestWithParam<Real32>
+{
+  protected:
+    View random()
+    {
+        CameraPtr<PerspectiveCamera> const camera =
+            make_perspective(_numbers.real(0.2f, 2.f), 0.1f, GetParam());
+        return random_view(_numbers, camera.get());
+    }
+
+    RandomNumbers _numbers{6};
+    LogCapture const _log;
+};
+
+TEST_P(FarAway, RaysLeaveTheEyeThroughTheirPixels)
+{
+    for(int i = 0; i < 300; ++i)
+    {
+        View const view = random();
+        Pixel const pixel = random_pixel(_numbers, view);
+        Line ray;
+        ASSERT_TRUE(view.camera->calcViewRay(ray, pixel.x, pixel.y, *view.viewport));
+        Pnt3f const eye(view.pose[3][0], view.pose[3][1], view.pose[3][2]);
+        Vec3f const back(view.pose[2][0], view.pose[2][1], view.pose[2][2]);
+        EXPECT_NEAR((eye - ray.getPosition()).dot(back), 0.1f, 1e-5f);
+        EXPECT_LT(ray.getDirection().dot(back), 0.f);
+        EXPECT_TRUE(ray.getDirection().cross(ray.getPosition() - eye).equals(Vec3f(), 2e-6f));
+        for(Real32 const depth : {2.f, 50.f, 1e5f})
+        {
+            Vec2f const shown = pixel_of(view, ray.getPoint(depth));
+            EXPECT_NEAR(shown[0], static_cast<Real32>(pixel.x), 1e-2f);
+            EXPECT_NEAR(shown[1], static_cast<Real32>(pixel.y), 1e-2f);
+        }
+    }
+    EXPECT_TRUE(_log.texts().empty());
+}
+
+TEST_P(FarAway, RaysEndAtTheFarPlane)
+{
+    // What the projection still has of far grows coarse before it is lost.
+    Real64 const tolerance = GetParam() < 1e6f ? 0.1 : GetParam() < 1e7f ? 0.6 : 1e-5;
+    for(int i = 0; i < 300; ++i)
+    {
+        View const view = random();
+        Pixel const pixel = random_pixel(_numbers, view);
+        Line ray;
+        Real32 length = 0;
+        ASSERT_TRUE(view.camera->calcViewRay(ray, pixel.x, pixel.y, *view.viewport, &length));
+        Vec3f const back(view.pose[2][0], view.pose[2][1], view.pose[2][2]);
+        EXPECT_NEAR(-ray.getDirection().dot(back) * length / GetParam(), 1, tolerance);
+    }
+}
+
+TEST_P(FarAway, FrustumStillHasItsOtherPlanes)
+{
+    for(int i = 0; i < 100; ++i)
+    {
+        View const view = random();
+        FrustumVolume frustum;
+        view.camera->getFrustum(frustum, 400, 300);
+        EXPECT_TRUE(frustum.intersect(view.pose * Pnt3f(0, 0, -0.11f)));
+        EXPECT_TRUE(frustum.intersect(view.pose * Pnt3f(0, 0, -1e5f)));
+        EXPECT_FALSE(frustum.intersect(view.pose * Pnt3f(0, 0, -0.09f)));
+        EXPECT_FALSE(frustum.intersect(view.pose * Pnt3f(0, 0, 5)));
+        for(Real32 const side : {-1e3f, 1e3f})
+        {
+            EXPECT_FALSE(frustum.intersect(view.pose * Pnt3f(side, 0, -10)));
+            EXPECT_FALSE(frustum.intersect(view.pose * Pnt3f(0, side, -10)));
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Distances, FarAway, ::testing::Values(3e5f, 3e6f, 1e7f, 1e9f, 1e36f));
+
 TEST(OrthographicCamera, RaysAreParallelAndAPixelApart)
 {
     RandomNumbers random(5);
@@ -265,6 +340,25 @@ TEST(Camera, HasNoRaysInAViewportWithoutPixels)
     EXPECT_FALSE(camera->calcViewRay(ray, 0, 0, *viewport, &length));
     EXPECT_EQ(ray.getPosition(), Pnt3f(1, 2, 3));
     EXPECT_EQ(length, 7.f);
+}
+
+TEST(Camera, FrustumDropsWhatIsNoPlaneAndKeepsTheRest)
+{
+    /// Tells left and right, nothing else.
+    class Flat : public PerspectiveCamera
+    {
+      public:
+        void getProjection(Matrix &result, UInt32, UInt32) const override
+        {
+            result = Matrix(Vec4f(1, 0, 0, 0), Vec4f(), Vec4f(), Vec4f(0, 0, 0, 1));
+        }
+    };
+    UnrecordedRefPtr<Flat> const camera(TransitPtr<Flat>(new Flat));
+    FrustumVolume frustum;
+    camera->getFrustum(frustum, 10, 10);
+    EXPECT_TRUE(frustum.intersect(Pnt3f(0.9f, 1e9f, -1e9f)));
+    EXPECT_FALSE(frustum.intersect(Pnt3f(1.1f, 0, 0)));
+    EXPECT_FALSE(frustum.intersect(Pnt3f(-1.1f, 0, 0)));
 }
 
 TEST(Camera, SingularBeaconIsLoggedAndSeesFromTheOrigin)

@@ -1,8 +1,13 @@
 #include "OSGWindow.h"
 
+#include <optional>
+
 #include <gtest/gtest.h>
 
 #include "CameraBuilders.h"
+#include "OSGAspectLink.h"
+#include "OSGChangeList.h"
+#include "OSGThread.h"
 #include "OSGWIN32Window.h"
 
 using namespace OSG;
@@ -63,6 +68,115 @@ TEST(Window, UnlinksAPortByItsField)
     EXPECT_FALSE(window->unlinkChild(port, Window::WidthFieldId));
     EXPECT_TRUE(window->unlinkChild(port, Window::PortsFieldId));
     EXPECT_EQ(port->getParent(), nullptr);
+}
+
+// --- in another aspect ---
+
+/// A link of this thread, which is on the other aspect whenever the link works.
+class OtherAspect
+{
+  public:
+    OtherAspect()
+    {
+        commit();
+        Thread::setCurrentAspect(aspect);
+        _link.emplace(Thread::getCurrentChangeList(), 0u);
+        Thread::setCurrentAspect(0);
+    }
+    ~OtherAspect()
+    {
+        Thread::setCurrentAspect(aspect);
+        _link.reset();
+        Thread::setCurrentAspect(0);
+    }
+
+    void receive()
+    {
+        commit();
+        Thread::setCurrentAspect(aspect);
+        _link->receive();
+        Thread::setCurrentAspect(0);
+    }
+    template <class T>
+    T *copyOf(T *container) const
+    {
+        return dynamic_cast<T *>(container->getAspectStore()->getPtr(aspect));
+    }
+
+  private:
+    static void commit() { Thread::getCurrentChangeList()->commitChanges(); }
+
+    static constexpr UInt32 aspect = 1;
+    std::optional<AspectLink> _link;
+};
+
+TEST(Window, CopiesOfAnotherAspectAreTheParentsOfTheirPorts)
+{
+    ViewportPtr const port(Viewport::create());
+    WindowPtr const window = make_window(640, 480, port);
+    OtherAspect other;
+    Window *const copy = other.copyOf(window.get());
+    ASSERT_EQ(copy->getNPorts(), 1u);
+    EXPECT_EQ(copy->getPort(0), other.copyOf(port.get()));
+    EXPECT_EQ(copy->getPort(0)->getParent(), copy);
+    EXPECT_EQ(copy->getPort(0)->calcPixelWidth(), 640);
+    EXPECT_EQ(copy->getPort(0)->calcPixelHeight(), 480);
+    EXPECT_EQ(port->getParent(), window.get());
+}
+
+TEST(Window, PortsThatComeAndGoAreReceived)
+{
+    ViewportPtr const first(Viewport::create());
+    ViewportPtr const second(Viewport::create());
+    WindowPtr const window = make_window(640, 480, first);
+    OtherAspect other;
+    window->addPort(second);
+    window->subPort(first);
+    other.receive();
+    Window *const copy = other.copyOf(window.get());
+    ASSERT_EQ(copy->getNPorts(), 1u);
+    EXPECT_EQ(copy->getPort(0), other.copyOf(second.get()));
+    EXPECT_EQ(other.copyOf(second.get())->getParent(), copy);
+    EXPECT_EQ(other.copyOf(first.get())->getParent(), nullptr);
+    EXPECT_EQ(other.copyOf(second.get())->getRefCount(), 2);
+}
+
+TEST(Window, APortThatMovesHasOneParentInTheOtherAspect)
+{
+    ViewportPtr const port(Viewport::create());
+    WindowPtr const left = make_window(640, 480, port);
+    WindowPtr const right = make_window(320, 240, nullptr);
+    OtherAspect other;
+    // The new parent's change stands before the old one's in one of the rounds.
+    for(Window *to : {right.get(), left.get()})
+    {
+        right->setWidth(right->getWidth() + 1);
+        left->setWidth(left->getWidth() + 1);
+        to->addPort(port);
+        other.receive();
+        EXPECT_EQ(other.copyOf(port.get())->getParent(), other.copyOf(to));
+        EXPECT_EQ(other.copyOf(right.get())->getNPorts(), right->getNPorts());
+        EXPECT_EQ(other.copyOf(left.get())->getNPorts(), left->getNPorts());
+    }
+}
+
+TEST(Window, ACopyEndsWithItsSourceAndLeavesItsPorts)
+{
+    ViewportPtr const port(Viewport::create());
+    WindowPtr window = make_window(640, 480, port);
+    OtherAspect other;
+    window = nullptr;
+    other.receive();
+    EXPECT_EQ(other.copyOf(port.get())->getParent(), nullptr);
+}
+
+TEST(WIN32Window, SynchronisesItsPortsLikeAnyWindow)
+{
+    ViewportPtr const port(Viewport::create());
+    UnrecordedRefPtr<WIN32Window> const window(WIN32Window::create());
+    window->addPort(port);
+    OtherAspect other;
+    EXPECT_EQ(other.copyOf(port.get())->getParent(), other.copyOf(window.get()));
 }
 
 TEST(WIN32Window, KeepsTheHandleOfTheDesktop)

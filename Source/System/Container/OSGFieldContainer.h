@@ -134,8 +134,8 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
         _changeMask |= mask;
     }
 
-    /// Gives a new object its aspect store, its id and its entry in the change list. With flags of
-    /// all ones there is no entry.
+    /// Gives a new object its aspect, its id and its entry in the change list. With flags of all
+    /// ones there is no entry. The aspect store is made when somebody asks for it.
     void enterSystem(UInt64 localFlags);
     /// Makes this the copy of `source` for the calling thread's aspect.
     void enterAspect(FieldContainer const *source);

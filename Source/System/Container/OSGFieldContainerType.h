@@ -60,7 +60,8 @@ class OSG_SYSTEM_API FieldContainerType : public ReflexiveContainerType
 
     /// `create` makes an object without a prototype; null for an abstract class, which then has no
     /// prototype either. `exit` is called at shutDown. `xml` is the whole description of the class,
-    /// `documentation` its prose. `descriptionsAddable` tells whether fields may be added later.
+    /// `documentation` its prose. `descriptionsAddable` and `flags` are for
+    /// descriptions that are added later, of which there are none yet.
     FieldContainerType(char const *name, char const *parentName, char const *groupName,
                        UInt32 nameSpace, CreateFunction create, InitFunction init,
                        InitFunction exit, DescriptionInserter inserter, bool descriptionsAddable,

@@ -6,7 +6,7 @@
 
 namespace OSG
 {
-/// Counted, and the count travels to other aspects with the change list.
+/// Counted among the recorded references: those of hosts and of the copies in other aspects.
 struct RecordedRefCountPolicy
 {
     template <class T>

@@ -240,6 +240,30 @@ TEST_F(Cad, GrabsThePlaneThroughTheOriginWhereThereIsNothing)
     EXPECT_NEAR(y, 20, 1e-3);
 }
 
+TEST_F(Cad, PansHoldThePointHoweverFarTheViewReaches)
+{
+    RandomNumbers random(52);
+    LogCapture const log;
+    for(Real32 const far : {3e6f, 3.5e6f, 1e7f, 1e9f})
+    {
+        view.setCamera(make_perspective(0.8f, 0.1f, far).get());
+        for(int round = 0; round < 20; ++round)
+        {
+            Pnt3f const at = random.point(-1, 1);
+            engine->set(at + random.vector() * 4.f + Vec3f(0, 0, 9), at, Vec3f(0, 1, 0));
+            navigator.updateCameraTransformation();
+            Line const ray = view.ray(320, 240);
+            Pnt3f const grabbed = ray.getPoint(-ray.getPosition()[2] / ray.getDirection()[2]);
+            drag(1, 320, 240, 400, 300);
+            auto const [x, y] = pixel_of(view, grabbed);
+            EXPECT_NEAR(x, 400, 1e-3) << far;
+            EXPECT_NEAR(y, 300, 1e-3) << far;
+            navigator.buttonRelease(1, 400, 300);
+        }
+    }
+    EXPECT_TRUE(log.texts().empty());
+}
+
 TEST_F(Cad, AScriptOfPansKeepsThePointUnderThePointer)
 {
     RandomNumbers random(51);

@@ -204,10 +204,45 @@ TEST_F(Copter, EveryClickTakesTheMiddleForTheLastPosition)
         EXPECT_EQ(navigator.getLastX(), 320) << button;
         EXPECT_EQ(navigator.getLastY(), 240) << button;
     }
+}
+
+TEST_F(Copter, ButtonsThatItDoesNotKnowChangeNothingOfAFlight)
+{
+    auto const flight = [this](bool disturbed)
+    {
+        home();
+        navigator.setEngine(nullptr);
+        navigator.setEngine(engine);
+        fly(CopterFlyEngine::MoveToState);
+        for(Int16 i = 0; i < 5; ++i)
+        {
+            if(disturbed)
+            {
+                for(Int16 const button : {5, 6, -1, 32767})
+                {
+                    navigator.buttonPress(button, 10, 10);
+                    navigator.moveTo(30, 20);
+                    navigator.buttonRelease(button, 30, 20);
+                }
+            }
+            navigator.mouseMove(500, 100);
+            tick(500, 100);
+        }
+        EXPECT_EQ(navigator.getLastX(), 320);
+        EXPECT_EQ(navigator.getLastY(), 240);
+        return engine->getMatrix();
+    };
+    Matrix const undisturbed = flight(false);
     LogCapture const log(LOG_NOTICE);
-    navigator.buttonPress(5, 10, 10);
-    EXPECT_EQ(navigator.getLastX(), 10);
+    EXPECT_EQ(flight(true), undisturbed);
     EXPECT_TRUE(log.texts().empty());
+}
+
+TEST_F(Copter, ButtonsThatItDoesNotKnowTakeNoMiddle)
+{
+    navigator.buttonPress(5, 10, 20);
+    EXPECT_EQ(navigator.getLastX(), 10);
+    EXPECT_EQ(navigator.getLastY(), 20);
 }
 
 TEST_F(Copter, StandsStillWhileItIsStopped)

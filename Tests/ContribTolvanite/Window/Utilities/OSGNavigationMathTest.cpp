@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "CameraBuilders.h"
 #include "MathPrinters.h"
 #include "RandomNumbers.h"
 
@@ -93,6 +94,27 @@ TEST(NavigationMath, TheBallFollowsThePointerInItsMiddle)
         Vec3f const grabbed(a[0], a[1], project_to_sphere(0.8f, a[0], a[1]));
         Vec3f const there(b[0], b[1], project_to_sphere(0.8f, b[0], b[1]));
         EXPECT_TRUE((rotation_about(turn->axis, -turn->angle) * grabbed).equals(there, 1e-5f));
+    }
+}
+
+// --- pans ---
+
+TEST(NavigationMath, TheScreenFacesTheEyeHoweverFarTheViewReaches)
+{
+    RandomNumbers random(34);
+    for(Real32 const far : {10.f, 1000.f, 3e6f, 3.5e6f, 1e7f, 1e9f})
+    {
+        auto const camera = make_perspective(0.8f, 0.1f, far);
+        for(int i = 0; i < 50; ++i)
+        {
+            Matrix pose, viewing;
+            Pnt3f const from = random.point(-5, 5);
+            ASSERT_FALSE(MatrixLookAt(pose, from, from + random.vector(), random.vector()));
+            viewing.invertFrom(pose);
+            Matrix4d toWorld;
+            ASSERT_TRUE(camera->calcScreenToWorld(toWorld, viewing, 640, 480));
+            EXPECT_TRUE(screen_axis(toWorld).equals(axis_of(pose, 2), 1e-6f)) << far;
+        }
     }
 }
 

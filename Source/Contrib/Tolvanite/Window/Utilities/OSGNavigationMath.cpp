@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "OSGHomogeneous.h"
 #include "OSGMatrixUtility.h"
 
 namespace OSG
@@ -56,20 +57,14 @@ Vec3d to_double(Tuple const &values)
 {
     return Vec3d(values[0], values[1], values[2]);
 }
-
-Vec3d from_screen(Matrix4d const &screenToWorld, Pnt3d const &place)
-{
-    Pnt3d point;
-    screenToWorld.multFull(place, point);
-    return point.subZero();
-}
 } // namespace
 
 Vec3f screen_axis(Matrix4d const &screenToWorld)
 {
-    Vec3d const axis =
-        from_screen(screenToWorld, Pnt3d(0, 0, 0.5)) - from_screen(screenToWorld, Pnt3d(0, 0, 1));
-    return Vec3f(axis[0], axis[1], axis[2]);
+    Vec3d const axis = homogeneous_way(homogeneous_image(screenToWorld, Pnt3d(0, 0, 1)),
+                                       homogeneous_image(screenToWorld, Pnt3d(0, 0, 0.5)));
+    Real64 const length = axis.length();
+    return length > 0 ? Vec3f(axis[0] / length, axis[1] / length, axis[2] / length) : Vec3f();
 }
 
 Pnt3f on_plane_through_origin(Line const &ray, Vec3f const &normal)
@@ -77,14 +72,16 @@ Pnt3f on_plane_through_origin(Line const &ray, Vec3f const &normal)
     return ray.getPoint(normal.dot(Pnt3f() - ray.getPosition()) / normal.dot(ray.getDirection()));
 }
 
-// In double precision throughout: the far point is large, and what is left of it small.
+// In double precision throughout: the far point is large, and what is left of it small. Neither
+// the length nor the sign of the direction counts.
 std::optional<Vec2f> pan_way(Matrix4d const &screenToWorld, Matrix const &camera,
                              Matrix const &viewing, Grip const &grip, Real32 normX, Real32 normY)
 {
     Vec3d const eye = to_double(camera[3]);
     Vec3d const held = to_double(grip.point);
     Vec3d const normal = to_double(grip.normal);
-    Vec3d const direction = from_screen(screenToWorld, Pnt3d(normX, normY, 1)) - eye;
+    Vec4d const farEnd = homogeneous_image(screenToWorld, Pnt3d(normX, normY, 1));
+    Vec3d const direction = homogeneous_way(Vec4d(eye[0], eye[1], eye[2], 1), farEnd);
     Vec3d const pointed = eye + direction * ((held - eye).dot(normal) / direction.dot(normal));
     Vec3d const way = held - pointed;
     Vec2f const result(way.dot(Vec3d(viewing[0][0], viewing[1][0], viewing[2][0])),

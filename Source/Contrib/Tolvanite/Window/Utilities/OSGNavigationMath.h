@@ -79,7 +79,7 @@ struct Grip
     Vec3f normal; ///< of any length; zero holds nothing
 };
 /// From the far side of the screen's middle towards the eye, for a matrix from normalised
-/// coordinates to the world: the direction that a view is panned across. Not normalised.
+/// coordinates to the world: the direction that a view is panned across. Of length 1.
 OSG_CONTRIBTOLVANITE_API Vec3f screen_axis(Matrix4d const &screenToWorld);
 /// Where a ray crosses the plane through the world's origin with that normal; no finite point where
 /// it runs along the plane.
