@@ -200,21 +200,21 @@ TEST(Navigator, DoesNothingWithoutAnEngine)
 
 TEST_F(NavigatorOfView, ShowsEventsToAnObserver)
 {
-    struct Notes : NavigatorObserver
+    struct Witness : NavigatorObserver
     {
         void observe(NavigatorEvent const &event) override { seen.push_back(event); }
         std::vector<NavigatorEvent> seen;
-    } notes;
-    navigator.setEventObserver(&notes);
-    EXPECT_EQ(navigator.getEventObserver(), &notes);
+    } witness;
+    navigator.setEventObserver(&witness);
+    EXPECT_EQ(navigator.getEventObserver(), &witness);
     navigator.setViewport(nullptr);
     navigator.buttonPress(4, 1, 2);
     navigator.keyPressEx(65, NavigatorEvent::KeyUp, 3, 4);
     navigator.setEventObserver(nullptr);
     navigator.moveTo(5, 6);
-    EXPECT_EQ(notes.seen, (std::vector<NavigatorEvent>{
-                              {NavigatorEvent::ButtonPress, 4, 0, 1, 2},
-                              {NavigatorEvent::Key, 65, NavigatorEvent::KeyUp, 3, 4}}));
+    EXPECT_EQ(witness.seen, (std::vector<NavigatorEvent>{
+                                {NavigatorEvent::ButtonPress, 4, 0, 1, 2},
+                                {NavigatorEvent::Key, 65, NavigatorEvent::KeyUp, 3, 4}}));
 }
 
 // --- settings ---
