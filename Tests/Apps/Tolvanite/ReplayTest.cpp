@@ -86,7 +86,9 @@ TEST_P(ReplayOf, GivesTheTraceOfTheRecording)
         for(char const *key : {"distance", "verticalSize"})
         {
             if(expected[i].contains(key))
+            {
                 ASSERT_NEAR(poses[i][key].get<float>(), expected[i][key].get<float>(), 1e-4);
+            }
         }
     }
 }

@@ -133,6 +133,7 @@ TEST(CommandNameAttachment, AStringCountsItsLengthPlusFiveAndReadsBack)
 
     CommandPtr const other(CommandType::create());
     MemoryBinaryDataHandler in(out.getBytes());
+    other->takeChangeMask();
     other->copyFromBin(in, CommandType::CommandFieldMask);
     EXPECT_EQ(other->getCommand(), "open");
     EXPECT_EQ(other->getChangeMask(), BitVector(CommandType::CommandFieldMask));

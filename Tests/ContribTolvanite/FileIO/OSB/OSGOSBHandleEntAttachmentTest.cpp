@@ -166,6 +166,7 @@ TEST_F(OSBHandleEnt, WritingUsesTheLayoutOfTodayWithSixtyFourBits)
     element.preWrite(table);
     element.write();
     OsbText expected = OsbText().u8(3).u16(0x0200);
+    expected.field("attachments", "MFUnrecAttachmentPtr", 4).u32(0);
     expected.field("internal", "SFBool", 1).u8(0);
     expected.field("Geo", "MFUInt64", 12).u32(1).u32(0).u32(1 << 8);
     expected.field("Ent", "MFUInt64", 4).u32(0).end();
