@@ -54,10 +54,12 @@ void Geometry::setIndex(GeoIntegralProperty *index, UInt16 slot)
 void Geometry::setIndices(GeoIntegralProperty *index)
 {
     setIndex(index, PositionsSlot);
-    for(UInt16 slot = PositionsSlot + 1; slot < _mfProperties.size(); ++slot)
+    // A file may hold more properties than slots have numbers.
+    UInt32 const slots = std::min<UInt32>(_mfProperties.size(), 1u << 16);
+    for(UInt32 slot = PositionsSlot + 1; slot < slots; ++slot)
     {
-        if(getProperty(slot) != nullptr)
-            setIndex(index, slot);
+        if(getProperty(static_cast<UInt16>(slot)) != nullptr)
+            setIndex(index, static_cast<UInt16>(slot));
     }
 }
 

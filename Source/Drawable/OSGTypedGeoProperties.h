@@ -76,6 +76,7 @@ class IntegralPropertyOver : public Base
     }
 };
 
+// NOLINTBEGIN(bugprone-macro-parentheses): `Over` is the name of a template
 #define OSG_TYPED_GEO_PROPERTY(Name, Over)                                                         \
     class OSG_DRAWABLE_API Name : public Over<Name##Base>                                          \
     {                                                                                              \
@@ -90,6 +91,7 @@ class IntegralPropertyOver : public Base
     {                                                                                              \
         using Property = Name;                                                                     \
     };
+// NOLINTEND(bugprone-macro-parentheses)
 
 OSG_TYPED_GEO_PROPERTY(GeoPnt3fProperty, VectorPropertyOver)
 OSG_TYPED_GEO_PROPERTY(GeoVec3fProperty, VectorPropertyOver)

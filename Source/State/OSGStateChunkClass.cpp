@@ -21,7 +21,5 @@ StateChunkClass::StateChunkClass(char const *name, UInt32 numSlots, UInt32 prior
     recordStartUp(StartUpKind::StateChunkClass, name);
 }
 
-StateChunkClass::~StateChunkClass() = default;
-
 UInt32 StateChunkClass::getTotalSlots() { return slots_of_all; }
 } // namespace OSG

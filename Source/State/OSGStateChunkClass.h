@@ -13,7 +13,7 @@ class OSG_STATE_API StateChunkClass
     /// `name` is a literal and not copied. Of one kind up to `numSlots` chunks can be active side
     /// by side, as with texture units; kinds of a lower priority are activated first.
     StateChunkClass(char const *name, UInt32 numSlots = 1, UInt32 priority = 100);
-    ~StateChunkClass();
+    ~StateChunkClass() = default;
     StateChunkClass(StateChunkClass const &) = delete;
     StateChunkClass &operator=(StateChunkClass const &) = delete;
 

@@ -58,7 +58,6 @@ TypeFactory::TypeFactory()
     : _data(new Data)
 {
 }
-TypeFactory::~TypeFactory() = default;
 
 TypeFactory &TypeFactory::the()
 {

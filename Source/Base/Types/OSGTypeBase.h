@@ -79,7 +79,7 @@ class OSG_BASE_API TypeFactory
 
   private:
     TypeFactory();
-    ~TypeFactory();
+    ~TypeFactory() = default;
     struct Data;
     Data *_data;
 };

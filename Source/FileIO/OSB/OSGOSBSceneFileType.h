@@ -15,6 +15,9 @@ namespace OSG
 class OSG_FILEIO_API OSBSceneFileType : public SceneFileType
 {
   public:
+    OSBSceneFileType(OSBSceneFileType const &) = delete;
+    OSBSceneFileType &operator=(OSBSceneFileType const &) = delete;
+
     static OSBSceneFileType &the() { return _the; }
 
     char const *getName() const override;
@@ -24,7 +27,6 @@ class OSG_FILEIO_API OSBSceneFileType : public SceneFileType
 
   private:
     OSBSceneFileType();
-    OSBSceneFileType(OSBSceneFileType const &) = delete;
     ~OSBSceneFileType() override;
 
     static OSBSceneFileType _the;
