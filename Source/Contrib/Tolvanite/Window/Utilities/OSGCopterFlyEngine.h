@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "OSGBoxVolume.h"
-#include "OSGNavigationMath.h"
+#include "OSGEyePose.h"
 #include "OSGUserNavigatorEngine.h"
 
 namespace OSG

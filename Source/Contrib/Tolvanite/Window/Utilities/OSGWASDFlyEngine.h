@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OSGNavigationMath.h"
+#include "OSGEyePose.h"
 #include "OSGUserNavigatorEngine.h"
 
 namespace OSG
