@@ -47,6 +47,22 @@ OSBCommonElement::OSBCommonElement(OSBRootElement *root, UInt16 version)
 
 // --- reading ---
 
+void OSBCommonElement::readBegin()
+{
+    UInt8 kind = 0;
+    UInt16 version = 0;
+    getRoot()->getHandler().getValue(kind);
+    getRoot()->getHandler().getValue(version);
+    setVersion(version);
+}
+
+void OSBCommonElement::takeContainer(FieldContainer *container)
+{
+    if(container == nullptr)
+        throw ReadError("a container could not be made");
+    setContainer(container);
+}
+
 bool OSBCommonElement::readFieldHeader(std::string const &endMarker, std::string &name,
                                        std::string &typeName, UInt32 &size)
 {
@@ -121,6 +137,12 @@ void OSBCommonElement::postMap()
 }
 
 // --- writing ---
+
+void OSBCommonElement::writeBegin()
+{
+    getRoot()->getHandler().putValue(getFCPtrType(getContainer()));
+    getRoot()->getHandler().putValue(getVersion());
+}
 
 void OSBCommonElement::preWriteFieldContainer(FieldContainer *container, std::string const &exclude)
 {

@@ -26,6 +26,11 @@ class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
     OSBCommonElement(OSBRootElement *root, UInt16 version);
 
     // --- reading ---
+    /// What stands before the fields: the kind of the container, which is not looked at, and the
+    /// version, which becomes the element's.
+    void readBegin();
+    /// Raises ReadError for null: a class that cannot be made.
+    void takeContainer(FieldContainer *container);
     /// The header of the next field. False where its name is `endMarker`: there is no further
     /// field, and nothing behind the name.
     bool readFieldHeader(std::string const &endMarker, std::string &name, std::string &typeName,
@@ -39,6 +44,7 @@ class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
                           std::string const &exclude, PointerFieldIt &pointerField);
 
     // --- writing ---
+    void writeBegin();
     /// Takes the container over and makes known what its counted pointers point to.
     void preWriteFieldContainer(FieldContainer *container, std::string const &exclude);
     /// All fields but the excluded ones, then, on demand, the end marker that is empty.

@@ -17,17 +17,10 @@ OSBGenericElement::OSBGenericElement(OSBRootElement *root, char const *exclude)
 
 void OSBGenericElement::read(std::string const &typeName)
 {
-    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
-    UInt8 kind = 0;
-    UInt16 version = 0;
-    handler.getValue(kind);
-    handler.getValue(version);
-    setVersion(version);
+    readBegin();
     UnrecordedRefPtr<FieldContainer> const container(
         FieldContainerFactoryBase::the()->createContainer(typeName.c_str()));
-    if(container == nullptr)
-        throw ExceptionBinaryDataHandler::ReadError("a container could not be made");
-    setContainer(container);
+    takeContainer(container);
 
     std::string name;
     std::string fieldType;
@@ -46,9 +39,7 @@ void OSBGenericElement::preWrite(FieldContainer *container)
 
 void OSBGenericElement::write()
 {
-    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
-    handler.putValue(getFCPtrType(getContainer()));
-    handler.putValue(getVersion());
+    writeBegin();
     writeFields(_exclude, true);
 }
 

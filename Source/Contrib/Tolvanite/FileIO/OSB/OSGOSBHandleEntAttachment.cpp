@@ -16,16 +16,9 @@ OSBHandleEntAttachment::~OSBHandleEntAttachment() = default;
 
 void OSBHandleEntAttachment::read(std::string const &)
 {
-    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
-    UInt8 pointerType = 0;
-    UInt16 version = 0;
-    handler.get(&pointerType, sizeof(pointerType));
-    handler.getValue(version);
-    setVersion(version);
+    readBegin();
     UnrecordedRefPtr<GeoToEntityAttachment> const table(GeoToEntityAttachment::create());
-    if(table == nullptr)
-        throw ExceptionBinaryDataHandler::ReadError("a container could not be made");
-    setContainer(table);
+    takeContainer(table);
 
     std::string name;
     std::string typeName;
@@ -65,10 +58,7 @@ void OSBHandleEntAttachment::write()
         OSG_LOG_WARNING("OSBHandleEntAttachment::write: Attempt to write nullptr.\n");
         return;
     }
-    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
-    UInt8 const pointerType = getFCPtrType(getContainer());
-    handler.put(&pointerType, sizeof(pointerType));
-    handler.putValue(getVersion());
+    writeBegin();
     writeFields("", true);
 }
 } // namespace OSG
