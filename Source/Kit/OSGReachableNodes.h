@@ -38,4 +38,12 @@ void for_each_reachable_node(Node *root, Look const &look)
         walk_children(tree, visitor);
     }
 }
+
+/// Number of these nodes.
+inline UInt64 count_reachable_nodes(Node *root)
+{
+    UInt64 count = 0;
+    for_each_reachable_node(root, [&count](Node *) { ++count; });
+    return count;
+}
 } // namespace OSG

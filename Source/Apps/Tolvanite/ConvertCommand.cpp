@@ -1,7 +1,7 @@
 #include <ostream>
 
 #include "OSGFileSuffix.h"
-#include "OSGSceneAccount.h"
+#include "OSGReachableNodes.h"
 #include "OSGSceneFileHandler.h"
 #include "Operations.h"
 #include "OutputFile.h"
@@ -68,11 +68,11 @@ int run_convert(ConvertOptions const &options, Streams streams)
     if(scene.root == nullptr)
         return Failed;
     Outcome outcome;
-    outcome.nodesBefore = OSG::account_of(scene.root).nodes;
+    outcome.nodesBefore = OSG::count_reachable_nodes(scene.root);
     OperationsResult const operations = runOperations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
-    outcome.nodesAfter = OSG::account_of(scene.root).nodes;
+    outcome.nodesAfter = OSG::count_reachable_nodes(scene.root);
     if(!write_scene(scene.root, options.target))
     {
         streams.err << "tolvanite: cannot write " << options.target << '\n';

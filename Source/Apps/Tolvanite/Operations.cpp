@@ -20,10 +20,7 @@ Operation operation_of(std::string const &text)
 
 bool is_registered(std::string const &name)
 {
-    for(auto const &prototype : factory().getPrototypes())
-        if(prototype->getName() == name)
-            return true;
-    return false;
+    return OSG::UnrecordedRefPtr<OSG::GraphOp>(factory().create(name.c_str())) != nullptr;
 }
 
 struct Row
