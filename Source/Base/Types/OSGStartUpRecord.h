@@ -19,7 +19,6 @@ enum class StartUpKind
     FileType,        ///< by its first suffix
     SceneElement,    ///< element of the binary scene format, by its type name
     InitFunction,    ///< StaticInitFuncWrapper, by the name that it was given
-    TimerFrequency,  ///< without a name
     StateChunkClass, ///< by its name
 };
 

@@ -62,7 +62,8 @@ TEST(HighlightMaterialAttachment, ResolveLinksDropsTheMaterialAndMarksTheField)
     highlight->resolveLinks();
     EXPECT_EQ(highlight->getMaterial(), nullptr);
     EXPECT_EQ(material->getRefCount(), 1);
-    EXPECT_NE(highlight->getChangeMask() & BitVector(32), 0u);
+    EXPECT_EQ(highlight->getChangeMask(),
+              BitVector(32 | AttachmentContainer::AttachmentsFieldMask));
 }
 
 TEST(HighlightMaterialAttachment, TheMaterialGoesOutAndInByItsId)
