@@ -4,7 +4,6 @@
 
 namespace OSG
 {
-ActionBase::~ActionBase() = default;
 Action::~Action() = default;
 
 Action::Action(Action const &source)

@@ -120,6 +120,23 @@ void FieldContainerFactoryBase::deregisterContainer(UInt32 id)
         _data->addFree(id);
 }
 
+AspectStore *FieldContainerFactoryBase::leave(UInt32 id)
+{
+    std::lock_guard<std::mutex> hold(_data->guard);
+    if(!_data->isTaken(id))
+        return nullptr;
+    AspectStore *const store = _data->places[id].store();
+    if(store == nullptr)
+        _data->addFree(id);
+    return store;
+}
+
+AspectStore *FieldContainerFactoryBase::findStore(UInt32 id) const
+{
+    std::lock_guard<std::mutex> hold(_data->guard);
+    return _data->isTaken(id) ? _data->places[id].store() : nullptr;
+}
+
 FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 {
     std::lock_guard<std::mutex> hold(_data->guard);
@@ -142,8 +159,7 @@ AspectStore *FieldContainerFactoryBase::makeStore(FieldContainer const &containe
 AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const &container,
                                                            UInt32 id)
 {
-    // Another thread may have been quicker.
-    if(AspectStore *const store = container.findAspectStore())
+    if(AspectStore *const store = _data->places[id].store())
         return store;
     auto *const store = new AspectStore;
     store->addRef();
@@ -157,7 +173,6 @@ AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const 
         throw;
     }
     _data->places[id] = Data::Place(store);
-    container._aspectStore.store(store, std::memory_order_release);
     return store;
 }
 
@@ -205,7 +220,8 @@ FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
 
 FieldContainerType *FieldContainerFactoryBase::findType(char const *name) const
 {
-    return dynamic_cast<FieldContainerType *>(TypeFactory::the().findType(name));
+    return name != nullptr ? dynamic_cast<FieldContainerType *>(TypeFactory::the().findType(name))
+                           : nullptr;
 }
 
 std::vector<FieldContainerType *> FieldContainerFactoryBase::getTypes() const
