@@ -24,6 +24,8 @@ constinit std::atomic<bool> in_use{false};
 constinit std::atomic<UInt64> bytes_out{0};
 constinit std::atomic<UInt64> bytes_peak{0};
 constinit std::atomic<UInt64> bytes_limit{0};
+constexpr UInt64 NoLimit = ~UInt64(0); // of bytes, where blocks are counted
+constinit std::atomic<UInt64> blocks_left{NoLimit};
 
 void raise_peak(UInt64 bytes)
 {
@@ -33,11 +35,23 @@ void raise_peak(UInt64 bytes)
     }
 }
 
+/// Takes one of the blocks that are left.
+bool take_block()
+{
+    UInt64 left = blocks_left.load(std::memory_order_relaxed);
+    while(left != 0 && left != NoLimit && !blocks_left.compare_exchange_weak(left, left - 1))
+    {
+    }
+    return left != 0;
+}
+
 /// Whether `size` more bytes stay under the limit; spares the back end blocks that do not.
 bool within_limit(UInt64 size, UInt64 limit)
 {
-    return limit == 0 ||
-           (size <= limit && bytes_out.load(std::memory_order_relaxed) <= limit - size);
+    if(limit == 0)
+        return true;
+    return size <= limit && bytes_out.load(std::memory_order_relaxed) <= limit - size &&
+           take_block();
 }
 } // namespace
 
@@ -93,5 +107,15 @@ UInt64 getMemPeakBytes() { return bytes_peak.load(std::memory_order_relaxed); }
 
 void resetMemPeak() { bytes_peak.store(bytes_out.load()); }
 
-void setMemLimit(UInt64 bytes) { bytes_limit.store(bytes); }
+void setMemLimit(UInt64 bytes)
+{
+    bytes_limit.store(bytes);
+    blocks_left.store(NoLimit);
+}
+
+void setMemBlockLimit(UInt64 blocks)
+{
+    blocks_left.store(blocks);
+    bytes_limit.store(NoLimit);
+}
 } // namespace OSG

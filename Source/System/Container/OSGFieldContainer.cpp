@@ -6,6 +6,7 @@
 #include "OSGChangeList.h"
 #include "OSGFieldConnector.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGStaticTls.h"
 #include "OSGThread.h"
 
 namespace OSG
@@ -54,7 +55,7 @@ struct Mortuary
     bool isOpen;
 };
 
-thread_local Mortuary mortuary = {nullptr, false};
+constinit OSG_STATIC_TLS thread_local Mortuary mortuary = {nullptr, false};
 } // namespace
 
 void FieldContainer::subWeakReference()

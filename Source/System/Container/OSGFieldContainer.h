@@ -141,7 +141,11 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// Destroys an object that could not be made to the end, as if it had never been.
     void abandon();
     /// Fields whose bits are set no longer travel.
-    void keepLocal(BitVector flags) { setSharedMask(getSharedMask() & ~flags); }
+    void keepLocal(BitVector flags)
+    {
+        if(flags != 0)
+            setSharedMask(getSharedMask() & ~flags);
+    }
     void shareOnly(BitVector flags) { setSharedMask(flags); }
 
     /// Room for the class that owns this container: where it last put it in its list.

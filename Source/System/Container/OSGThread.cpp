@@ -6,6 +6,7 @@
 #include <pthread.h>
 
 #include "OSGChangeList.h"
+#include "OSGStaticTls.h"
 
 namespace OSG
 {
@@ -18,13 +19,6 @@ struct ThreadState
     ChangeList changes;
 };
 
-// Asked for with every container that is made and with every first edit: a place that is known when
-// the library is loaded is found without a call.
-#ifdef __ELF__
-#define OSG_STATIC_TLS __attribute__((tls_model("initial-exec")))
-#else
-#define OSG_STATIC_TLS
-#endif
 constinit OSG_STATIC_TLS thread_local ThreadState *thread_state = nullptr;
 
 void end_state(void *state)

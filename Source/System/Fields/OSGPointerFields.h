@@ -195,6 +195,8 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     }
     void clear()
     {
+        if(_values.empty())
+            return;
         PointerList old;
         takeValues(old);
         for(UInt32 i = 0; i < old.size(); ++i)

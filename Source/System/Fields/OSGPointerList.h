@@ -34,7 +34,11 @@ class OSG_SYSTEM_API PointerList
     PointerList() = default;
     PointerList(PointerList const &) = delete;
     PointerList &operator=(PointerList const &) = delete;
-    ~PointerList() { clear(); }
+    ~PointerList()
+    {
+        if(isBlock())
+            clear();
+    }
     void swap(PointerList &other) noexcept;
 
     UInt32 size() const { return isBlock() ? block()->size : (_bits != 0 ? 1 : 0); }
