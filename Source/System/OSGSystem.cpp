@@ -55,19 +55,33 @@ void try_to(Step step)
     }
 }
 
+// Children before parents; without memory for that order, the newest before the oldest.
+void terminate_types()
+{
+    try
+    {
+        std::vector<FieldContainerType *> const types =
+            FieldContainerFactoryBase::the()->getTypes();
+        for(auto type = types.rbegin(); type != types.rend(); ++type)
+            (*type)->terminate();
+    }
+    catch(std::bad_alloc const &)
+    {
+        TypeFactory &types = TypeFactory::the();
+        for(UInt32 id = types.getNumTypes(); id-- > 0;)
+        {
+            if(auto *const type = dynamic_cast<FieldContainerType *>(types.findType(id)))
+                type->terminate();
+        }
+    }
+}
+
 void take_down()
 {
     GlobalSystemState = SystemEnding;
     try_to([] { runSystemHooks(HookList::PreFactoryExit); });
     try_to([] { Thread::getCurrentChangeList()->commitChanges(); });
-    try_to(
-        []
-        {
-            std::vector<FieldContainerType *> const types =
-                FieldContainerFactoryBase::the()->getTypes();
-            for(auto type = types.rbegin(); type != types.rend(); ++type)
-                (*type)->terminate();
-        });
+    terminate_types();
     try_to(&break_links);
     try_to([] { runSystemHooks(HookList::PostFactoryExit); });
     GlobalSystemState = SystemEnded;

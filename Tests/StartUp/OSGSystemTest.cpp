@@ -3,6 +3,8 @@
 #include <thread>
 
 #include <dlfcn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -91,6 +93,44 @@ TEST(System, AnotherThreadMayStartAndEndIt)
         SAY(UnrecordedRefPtr<Node>(Node::create()) != nullptr);
         std::thread([&ended] { ended = shutDown(); }).join();
         SAY(started && ended);
+    });
+}
+
+/// Starts the system in a process of its own with `blocks` blocks of memory. 0: it is up; 1: it was
+/// taken down again, and nothing is left; anything else: neither.
+int start_with(UInt64 blocks)
+{
+    pid_t const child = fork();
+    if(child == 0)
+    {
+        int result = 2;
+        setMemBlockLimit(blocks);
+        try
+        {
+            result = startUp() ? 0 : 3;
+        }
+        catch(std::bad_alloc const &)
+        {
+            setMemLimit(0);
+            bool const isDown = GlobalSystemState == SystemEnded;
+            result = isDown && FieldContainerFactoryBase::the()->getNumContainers() == 0 ? 1 : 4;
+        }
+        _exit(result);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(System, AStartWithoutMemoryIsTakenBack)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        UInt64 blocks = 0;
+        int result = 1;
+        for(; result == 1; ++blocks)
+            result = start_with(blocks);
+        SAY(result == 0);
+        SAY(blocks > 100);
     });
 }
 

@@ -221,8 +221,7 @@ FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
 
 FieldContainerType *FieldContainerFactoryBase::findType(char const *name) const
 {
-    return name != nullptr ? dynamic_cast<FieldContainerType *>(TypeFactory::the().findType(name))
-                           : nullptr;
+    return dynamic_cast<FieldContainerType *>(TypeFactory::the().findType(name));
 }
 
 std::vector<FieldContainerType *> FieldContainerFactoryBase::getTypes() const
