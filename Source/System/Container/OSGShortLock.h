@@ -5,15 +5,22 @@
 
 #include <atomic>
 
+#include "OSGSoleThread.h"
+
 namespace OSG
 {
 /// For std::lock_guard. Cheaper than a mutex where nobody waits, which is nearly always; who has to
-/// wait sleeps.
+/// wait sleeps. Costs nothing in a process of one thread; none is started while it is held.
 class ShortLock
 {
   public:
     void lock()
     {
+        if(is_sole_thread())
+        {
+            _state.store(Taken, std::memory_order_relaxed);
+            return;
+        }
         while(_state.exchange(Taken, std::memory_order_acquire) != Free)
         {
             // Whoever takes it from here on may have others waiting behind.
@@ -24,6 +31,11 @@ class ShortLock
     }
     void unlock()
     {
+        if(is_sole_thread())
+        {
+            _state.store(Free, std::memory_order_relaxed);
+            return;
+        }
         if(_state.exchange(Free, std::memory_order_release) == Wanted)
             _state.notify_all();
     }

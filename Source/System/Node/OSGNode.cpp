@@ -292,6 +292,8 @@ void Node::invalidateUpwards(Invalidation &work)
 
 void Node::invalidateVolume()
 {
+    if(!getVolume().isValid())
+        return;
     Invalidation work;
     invalidateUpwards(work);
     while(NodeViewers::Entry *const entry = work.pending)
