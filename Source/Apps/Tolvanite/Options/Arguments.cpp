@@ -1,0 +1,60 @@
+#include "Arguments.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <vector>
+
+namespace Tool
+{
+namespace
+{
+// Takes a number, then `separator` (the end of the text where it is 0); moves `at` behind both.
+template <class T>
+bool take(char const *&at, char const *end, char separator, T &number)
+{
+    auto const [rest, error] = std::from_chars(at, end, number);
+    if(error != std::errc())
+        return false;
+    at = rest;
+    if(separator == 0)
+        return at == end;
+    return at != end && *at++ == separator;
+}
+} // namespace
+
+bool parseNumbers(std::string const &text, std::span<float> numbers)
+{
+    char const *at = text.data();
+    char const *const end = at + text.size();
+    std::vector<float> read(numbers.size());
+    for(std::size_t i = 0; i < read.size(); ++i)
+    {
+        bool const isLast = i + 1 == read.size();
+        if(!take(at, end, isLast ? '\0' : ',', read[i]) || !std::isfinite(read[i]))
+            return false;
+    }
+    std::copy(read.begin(), read.end(), numbers.begin());
+    return true;
+}
+
+bool parseTriple(std::string const &text, Triple &result)
+{
+    float numbers[3];
+    if(!parseNumbers(text, numbers))
+        return false;
+    result = {numbers[0], numbers[1], numbers[2]};
+    return true;
+}
+
+bool parsePair(std::string const &text, char separator, Pair &result)
+{
+    char const *at = text.data();
+    char const *const end = at + text.size();
+    Pair read;
+    if(!take(at, end, separator, read.first) || !take(at, end, 0, read.second))
+        return false;
+    result = read;
+    return true;
+}
+} // namespace Tool

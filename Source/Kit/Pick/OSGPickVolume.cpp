@@ -1,0 +1,117 @@
+#include "OSGPickVolume.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "OSGMatrixUtility.h"
+
+namespace OSG
+{
+namespace
+{
+struct DepthRange
+{
+    Real64 nearest, farthest;
+};
+
+// Depths of the corners of `bounds`: how far they lie in front of the eye along the view.
+DepthRange depths_of(BoxVolume const &bounds, Matrix const &camera)
+{
+    Vec4f const &back = camera[2];
+    Vec4f const &eye = camera[3];
+    Pnt3f const corner[2] = {bounds.getMin(), bounds.getMax()};
+    DepthRange range{INFINITY, -INFINITY};
+    for(int i = 0; i < 8; ++i)
+    {
+        Real64 depth = 0;
+        for(int axis = 0; axis < 3; ++axis)
+            depth -= (Real64(corner[i >> axis & 1][axis]) - eye[axis]) * back[axis];
+        range.nearest = std::min(range.nearest, depth);
+        range.farthest = std::max(range.farthest, depth);
+    }
+    return range;
+}
+
+// Height of the view at depth 1.
+Real64 height_at_one(PickView const &view)
+{
+    return 2 * std::tan(view.fieldOfView * std::numbers::pi / 360);
+}
+
+// The four corners that `area` has at `depth`, left at the bottom first, counter-clockwise.
+void put_face(PickView const &view, PixelArea const &area, Matrix const &camera, Real64 depth,
+              Pnt3f *corners)
+{
+    Real64 const halfHeight = depth * height_at_one(view) / 2;
+    Real64 const pixel = 2 * halfHeight / view.height;
+    Real64 const halfWidth = pixel * view.width / 2;
+    Real32 const left = static_cast<Real32>(area.left * pixel - halfWidth);
+    Real32 const right = static_cast<Real32>(area.right * pixel - halfWidth);
+    Real32 const top = static_cast<Real32>(halfHeight - area.top * pixel);
+    Real32 const bottom = static_cast<Real32>(halfHeight - area.bottom * pixel);
+    Real32 const z = static_cast<Real32>(-depth);
+    Pnt3f const inView[4] = {
+        {left, bottom, z}, {right, bottom, z}, {right, top, z}, {left, top, z}};
+    for(int i = 0; i < 4; ++i)
+        camera.mult(inView[i], corners[i]);
+}
+
+// The depth from which on the corners of a small area are different numbers.
+Real64 depth_of_distinct_corners(PickView const &view, Real32 radius)
+{
+    constexpr Real64 PixelsApart = 2;
+    constexpr Real64 UnitsApart = 16;
+    Real32 largest = 0;
+    for(UInt32 axis = 0; axis < 3; ++axis)
+        largest = std::max(largest, std::abs(view.from[axis]));
+    Real64 const unit = Real64(std::nextafter(largest, INFINITY)) - largest;
+    Real64 const pixels = std::min<Real64>(radius, PixelsApart);
+    return UnitsApart * unit / (pixels * height_at_one(view) / view.height);
+}
+
+bool has_extent(PixelArea const &area)
+{
+    return area.left < area.right && area.top < area.bottom && std::isfinite(area.left) &&
+           std::isfinite(area.right) && std::isfinite(area.top) && std::isfinite(area.bottom);
+}
+} // namespace
+
+PixelArea pixel_square(Real32 x, Real32 y, Real32 radius)
+{
+    return {x - radius, y - radius, x + radius, y + radius};
+}
+
+PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, Real32 y1)
+{
+    return {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1), std::max(y0, y1)};
+}
+
+bool is_view(PickView const &view)
+{
+    Matrix camera;
+    return view.width > 0 && view.height > 0 && view.fieldOfView > 0 && view.fieldOfView < 180 &&
+           !MatrixLookAt(camera, view.from, view.at, view.up);
+}
+
+std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+                                   BoxVolume const &bounds, Real32 radius)
+{
+    if(!is_view(view) || !has_extent(area) || bounds.isEmpty() || bounds.isInfinite())
+        return std::nullopt;
+    Matrix camera;
+    MatrixLookAt(camera, view.from, view.at, view.up);
+    DepthRange const depths = depths_of(bounds, camera);
+    Real64 const farSide = depths.farthest * 1.001;
+    if(!(farSide > 0) || !std::isfinite(farSide))
+        return std::nullopt;
+    Real64 const nearSide = std::max(
+        {depths.nearest * 0.999, farSide / 10000, depth_of_distinct_corners(view, radius)});
+    if(!(nearSide < farSide))
+        return std::nullopt;
+    Pnt3f corners[8];
+    put_face(view, area, camera, nearSide, corners);
+    put_face(view, area, camera, farSide, corners + 4);
+    return Frustum(corners);
+}
+} // namespace OSG
