@@ -6,7 +6,7 @@
 namespace OSG
 {
 GraphOp::GraphOp(char const *name)
-    : _name(name)
+    : _name(name != nullptr ? name : "")
 {
 }
 

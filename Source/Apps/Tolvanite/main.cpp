@@ -1,9 +1,12 @@
+#include <cstdio>
 #include <iostream>
+#include <new>
 
 #include "OSGSystem.h"
 #include "Tool.h"
 
 int main(int argc, char **argv)
+try
 {
     std::ios::sync_with_stdio(false);
     OSG::startUp();
@@ -16,4 +19,10 @@ int main(int argc, char **argv)
     }
     OSG::shutDown();
     return status;
+}
+catch(std::bad_alloc const &)
+{
+    // Before the commands, which say so themselves, or behind them.
+    std::fputs("tolvanite: out of memory\n", stderr);
+    return Tool::Failed;
 }
