@@ -3,6 +3,7 @@
 /// \file
 /// The slow, obvious way of a graph operation, and scenes to hold the quick one against it.
 
+#include <map>
 #include <sstream>
 #include <string>
 #include <unordered_map>
@@ -42,6 +43,8 @@ class LevelScene
     }
 
     Node *root() const { return _root; }
+    /// From then on the tree alone keeps its nodes.
+    void letGo() { _nodes.clear(); }
     Node *anyNode() { return _nodes[_random.below(static_cast<UInt32>(_nodes.size()))]; }
 
     /// The tree with the numbers of its nodes, their materials and places.
@@ -53,7 +56,29 @@ class LevelScene
         return out.str();
     }
 
+    /// The nodes of the tree by number, with the place of the first corner of a geometry.
+    std::map<std::size_t, Pnt3f> places() const
+    {
+        std::map<std::size_t, Pnt3f> result;
+        std::vector<Node *> open{_root};
+        while(!open.empty())
+        {
+            Node *const node = open.back();
+            open.pop_back();
+            auto *const geometry = core_of<Geometry>(node);
+            result[_numbers.at(node)] = geometry != nullptr ? first_corner(*geometry) : Pnt3f();
+            for(Node *child : children_of(node))
+                open.push_back(child);
+        }
+        return result;
+    }
+
   private:
+    static Pnt3f first_corner(Geometry const &geometry)
+    {
+        return dynamic_cast<GeoPnt3fProperty const &>(*geometry.getPositions()).getValues()[0];
+    }
+
     void number(NodePtr const &node)
     {
         _numbers[node] = _nodes.size();
@@ -129,10 +154,9 @@ class LevelScene
         out << _numbers.at(node);
         if(auto *const geometry = core_of<Geometry>(node))
         {
-            auto const *const positions =
-                dynamic_cast<GeoPnt3fProperty const *>(geometry->getPositions());
-            Pnt3f const &first = positions->getValues()[0];
-            out << nameOf(geometry->getMaterial()) << first[0] << ',' << first[1] << ',' << first[2];
+            Pnt3f const first = first_corner(*geometry);
+            out << nameOf(geometry->getMaterial()) << first[0] << ',' << first[1] << ','
+                << first[2];
         }
         out << '(';
         for(Node *child : children_of(node))

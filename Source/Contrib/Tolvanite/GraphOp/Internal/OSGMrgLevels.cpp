@@ -108,13 +108,13 @@ bool MrgLevels::takeUp(Node *level, Held &above)
     }
     else
         _rising.join(above.nodes, held.nodes);
+    // What has risen is still below these levels: they go when it has been moved.
+    _rising.join(above.levels, held.levels);
     if(!rest.empty())
     {
         take(rest, level);
-        drop(held.levels);
         return false;
     }
-    _rising.join(above.levels, held.levels);
     _rising.append(above.levels, level, false);
     return true;
 }
@@ -154,9 +154,9 @@ void MrgLevels::drop(RisingNodes::List const &levels) const
 
 // --- transforms ---
 
-// Takes the transforms among `children` as far as they can be baked. What has been baked hangs below
-// `node` at once: a geometry that was moved and still stood below its transform would be moved twice
-// if the operation were run again.
+// Takes the transforms among `children` as far as they can be baked. What has been baked hangs
+// below `node` at once: a geometry that was moved and still stood below its transform would be
+// moved twice if the operation were run again.
 void MrgLevels::bakeTransforms(Node *node, Nodes const &children, Nodes &baked)
 {
     for(Node *child : children)

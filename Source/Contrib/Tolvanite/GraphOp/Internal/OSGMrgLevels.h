@@ -15,9 +15,9 @@ class Node;
 /// Takes up what groups, material groups and transforms below a node hold: what MrgGraphOp does in
 /// one pass, called for each node when its children are done.
 ///
-/// A level is a node that may dissolve: a group or a material group. What a level holds is not moved
-/// when the level is done, but noted as a list. The node above takes the list over, joined to what
-/// itself holds if it is a level too. So a node moves once, however many levels above it go.
+/// A level is a node that may dissolve: a group or a material group. What a level holds is not
+/// moved when the level is done, but noted as a list. The node above takes the list over, joined to
+/// what itself holds if it is a level too. So a node moves once, however many levels above it go.
 class MrgLevels : public MemObject
 {
   public:

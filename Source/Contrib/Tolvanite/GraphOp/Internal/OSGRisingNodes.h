@@ -18,7 +18,8 @@ class Node;
 ///
 /// Of the materials that a node is given the last one counts; its geometry receives that one alone,
 /// by finish. A geometry that several nodes show is different: it has the material that was given
-/// last in time to one of them, and others may copy it meanwhile. It receives each material at once.
+/// last in time to one of them, and others may copy it meanwhile. It receives each material at
+/// once.
 class RisingNodes
 {
   public:
