@@ -135,7 +135,7 @@ MrgLevels::Held MrgLevels::heldBy(Node *level)
     return held;
 }
 
-void MrgLevels::take(Nodes const &nodes, Node *parent) const
+void MrgLevels::take(Nodes const &nodes, Node *parent)
 {
     ChildEdits edits;
     for(Node *node : nodes)
@@ -146,7 +146,7 @@ void MrgLevels::take(Nodes const &nodes, Node *parent) const
     edits.applyTo(parent);
 }
 
-void MrgLevels::drop(RisingNodes::List const &levels) const
+void MrgLevels::drop(RisingNodes::List const &levels)
 {
     for(Node *level : _rising.finish(levels))
         level->getParent()->subChild(level);

@@ -50,8 +50,8 @@ class MrgLevels : public MemObject
     Held goThrough(Node *node, Nodes &kept);
     bool takeUp(Node *level, Held &above);
     Held heldBy(Node *level);
-    void take(Nodes const &nodes, Node *parent) const;
-    void drop(RisingNodes::List const &levels) const;
+    static void take(Nodes const &nodes, Node *parent);
+    void drop(RisingNodes::List const &levels);
 
     void bakeTransforms(Node *node, Nodes const &children, Nodes &baked);
     bool bakeTransform(Node *transform, Node *above, Nodes &baked);

@@ -10,8 +10,26 @@ void RisingNodes::append(List &list, Node *node, bool takesMaterial)
     Piece piece;
     piece.node = node;
     piece.takesMaterial = takesMaterial;
-    _pieces.push_back(piece);
-    appendPiece(list, static_cast<UInt32>(_pieces.size() - 1));
+    appendPiece(list, put(piece));
+}
+
+UInt32 RisingNodes::put(Piece const &piece)
+{
+    if(_firstFree == List::None)
+    {
+        _pieces.push_back(piece);
+        return static_cast<UInt32>(_pieces.size() - 1);
+    }
+    UInt32 const index = _firstFree;
+    _firstFree = _pieces[index].next;
+    _pieces[index] = piece;
+    return index;
+}
+
+void RisingNodes::giveBack(UInt32 piece)
+{
+    _pieces[piece].next = _firstFree;
+    _firstFree = piece;
 }
 
 void RisingNodes::appendPiece(List &list, UInt32 piece)
@@ -41,7 +59,10 @@ RisingNodes::List RisingNodes::giveMaterial(List const &list, Material *material
         if(_pieces[i].takesMaterial)
             appendPiece(taking, i);
         else
+        {
             rest.push_back(_pieces[i].node);
+            giveBack(i);
+        }
     }
     if(taking.empty())
         return taking;
@@ -55,8 +76,7 @@ RisingNodes::List RisingNodes::giveMaterial(List const &list, Material *material
         for(Geometry *geometry : _shared[whole.shared])
             geometry->setMaterial(material);
     }
-    _pieces.push_back(whole);
-    UInt32 const index = static_cast<UInt32>(_pieces.size() - 1);
+    UInt32 const index = put(whole);
     return {index, index};
 }
 
@@ -99,32 +119,34 @@ void RisingNodes::addShared(UInt32 &shared, UInt32 more)
     Shared().swap(_shared[more]);
 }
 
-RisingNodes::Nodes RisingNodes::finish(List const &list) const
+RisingNodes::Nodes RisingNodes::finish(List const &list)
 {
-    /// A piece to look at, and the material of the outermost list that it is in.
+    /// A piece to look at, and what the outermost list that it is in has been given.
     struct Open
     {
         UInt32 piece;
-        Piece const *outermost;
+        bool isGiven;
+        Material *material;
     };
     Nodes nodes;
-    std::vector<Open, MemAllocator<Open>> open{{list.first, nullptr}};
+    std::vector<Open, MemAllocator<Open>> open{{list.first, false, nullptr}};
     while(!open.empty())
     {
         Open const at = open.back();
         open.pop_back();
         if(at.piece == List::None)
             continue;
-        Piece const &piece = _pieces[at.piece];
-        open.push_back({piece.next, at.outermost});
+        Piece const piece = _pieces[at.piece];
+        open.push_back({piece.next, at.isGiven, at.material});
         if(piece.node == nullptr)
+            open.push_back({piece.inner.first, true, at.isGiven ? at.material : piece.material});
+        else
         {
-            open.push_back({piece.inner.first, at.outermost != nullptr ? at.outermost : &piece});
-            continue;
+            if(at.isGiven && !piece.isShared)
+                static_cast<Geometry *>(piece.node->getCore())->setMaterial(at.material);
+            nodes.push_back(piece.node);
         }
-        if(at.outermost != nullptr && !piece.isShared)
-            static_cast<Geometry *>(piece.node->getCore())->setMaterial(at.outermost->material);
-        nodes.push_back(piece.node);
+        giveBack(at.piece);
     }
     return nodes;
 }
@@ -133,5 +155,6 @@ void RisingNodes::clear()
 {
     _pieces.clear();
     _shared.clear();
+    _firstFree = List::None;
 }
 } // namespace OSG

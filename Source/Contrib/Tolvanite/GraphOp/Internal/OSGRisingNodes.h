@@ -23,7 +23,8 @@ class Node;
 class RisingNodes
 {
   public:
-    /// A list. Once it is joined to another one, or given a material, it stands for nothing.
+    /// A list. Once it is joined to another one, given a material or finished, it stands for
+    /// nothing.
     struct List
     {
         static constexpr UInt32 None = ~UInt32(0);
@@ -47,7 +48,8 @@ class RisingNodes
     List giveMaterial(List const &list, Material *material, Nodes &rest);
 
     /// The nodes of the list in order, their geometries with the materials that they were given.
-    Nodes finish(List const &list) const;
+    /// The list stands for nothing afterwards.
+    Nodes finish(List const &list);
 
     /// Forgets all lists.
     void clear();
@@ -69,10 +71,13 @@ class RisingNodes
     };
 
     void appendPiece(List &list, UInt32 piece);
+    UInt32 put(Piece const &piece);
+    void giveBack(UInt32 piece);
     UInt32 sharedOf(List const &list);
     void addShared(UInt32 &shared, UInt32 more);
 
     std::vector<Piece, MemAllocator<Piece>> _pieces;
+    UInt32 _firstFree = List::None; ///< pieces that no list has any more, chained by `next`
     std::vector<Shared, MemAllocator<Shared>> _shared;
 };
 } // namespace OSG
