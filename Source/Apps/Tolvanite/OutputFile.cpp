@@ -1,8 +1,9 @@
 #include "OutputFile.h"
 
+#include <cerrno>
 #include <filesystem>
 
-#include <unistd.h>
+#include "WorkFolder.h"
 
 namespace Tool
 {
@@ -13,7 +14,7 @@ namespace
 // A link stays a link: what it leads to is replaced.
 fs::path without_links(fs::path path)
 {
-    constexpr int MostLinks = 40;
+    constexpr int MostLinks = 40; // as many as the system follows
     std::error_code error;
     for(int i = 0; i < MostLinks && fs::is_symlink(path, error); ++i)
     {
@@ -32,49 +33,51 @@ void copy_permissions(fs::path const &from, fs::path const &to)
         fs::permissions(to, old.permissions(), error);
 }
 
-bool can_be_replaced(fs::path const &path)
+// Empty where the file can take the place of what is there.
+std::string obstacle_at(fs::path const &path)
 {
     std::error_code error;
     fs::file_status const status = fs::status(path, error);
-    return status.type() == fs::file_type::not_found || status.type() == fs::file_type::regular;
+    if(status.type() == fs::file_type::not_found || status.type() == fs::file_type::regular)
+        return {};
+    if(status.type() == fs::file_type::directory)
+        return "it is a folder";
+    return error ? error.message() : "it is no regular file";
+}
+
+std::string reason_of(int number)
+{
+    return number != 0 ? std::generic_category().message(number) : "the format could not write it";
+}
+
+std::string write_and_move(fs::path const &target, std::string const &name,
+                           std::function<bool(std::string const &path)> const &write)
+{
+    WorkFolder folder(target.parent_path());
+    std::string const path = (folder.path() / name).string();
+    errno = 0; // streams keep no reason of their own
+    if(!write(path))
+        return reason_of(errno);
+    copy_permissions(target, path);
+    std::error_code error;
+    return folder.moveOut(name, target, error) ? std::string() : error.message();
 }
 } // namespace
 
-OutputFile::OutputFile(std::string const &target)
+std::string replace_file(std::string const &target,
+                         std::function<bool(std::string const &path)> const &write)
 {
     fs::path const path = without_links(target);
-    _target = path.string();
-    _beside = (path.parent_path() /
-               ("." + path.filename().string() + "." + std::to_string(getpid()) + ".part"))
-                  .string();
-    if(!can_be_replaced(path))
+    std::string const obstacle = obstacle_at(path);
+    if(!obstacle.empty())
+        return obstacle;
+    try
     {
-        _out.setstate(std::ios::failbit);
-        return;
+        return write_and_move(path, fs::path(target).filename().string(), write);
     }
-    _out.open(_beside, std::ios::binary | std::ios::trunc);
-    copy_permissions(path, _beside);
-}
-
-OutputFile::~OutputFile()
-{
-    if(_beside.empty())
-        return;
-    _out.close();
-    std::error_code error;
-    fs::remove(_beside, error);
-}
-
-bool OutputFile::finish()
-{
-    _out.close();
-    if(!_out)
-        return false;
-    std::error_code error;
-    fs::rename(_beside, _target, error);
-    if(error)
-        return false;
-    _beside.clear();
-    return true;
+    catch(fs::filesystem_error const &error)
+    {
+        return error.code().message();
+    }
 }
 } // namespace Tool

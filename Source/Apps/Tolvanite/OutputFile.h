@@ -1,29 +1,17 @@
 #pragma once
 
-#include <fstream>
+#include <functional>
 #include <string>
 
 namespace Tool
 {
-/// A file that takes its target's place only when it is complete. Until then it lies beside it
-/// under another name; one that was not finished goes without a trace.
-class OutputFile
-{
-  public:
-    explicit OutputFile(std::string const &target);
-    OutputFile(OutputFile const &) = delete;
-    OutputFile &operator=(OutputFile const &) = delete;
-    ~OutputFile();
-
-    /// Fails from the start where the folder takes no file, or the target is something else than a
-    /// file.
-    std::ostream &stream() { return _out; }
-    /// Closes the file and puts it into the target's place. False where anything went wrong.
-    bool finish();
-
-  private:
-    std::string _target;
-    std::string _beside;
-    std::ofstream _out;
-};
+/// Writes a file anew, or leaves it as it was. `write` gets a path of the target's name in a folder
+/// of its own beside the target and returns whether it could write it; further files that it makes
+/// there go beside the target too. They take their places when all are complete.
+///
+/// Empty on success, else the reason in words of the system; nothing is left behind then. Signals
+/// that end the program (SIGHUP, SIGINT, SIGQUIT, SIGTERM) clear the folder away first. A link as
+/// the target stays a link: what it leads to is replaced.
+std::string replace_file(std::string const &target,
+                         std::function<bool(std::string const &path)> const &write);
 } // namespace Tool

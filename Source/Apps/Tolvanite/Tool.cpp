@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "Command.h"
+#include "LogLines.h"
 #include "OSGLog.h"
+#include "OSGShownText.h"
 
 namespace Tool
 {
@@ -25,12 +27,19 @@ std::vector<std::string> words_of(int argc, char const *const *argv)
 }
 
 // CLI11 may say more than one line; people are told the first.
-int complain(std::string const &message, Streams streams)
+int misused(std::string const &message, Streams streams)
 {
-    streams.err << "tolvanite: " << message.substr(0, message.find('\n')) << '\n';
+    complain(streams, message.substr(0, message.find('\n')));
     return Misused;
 }
 } // namespace
+
+void complain(Streams streams, std::string const &text)
+{
+    if(streams.log != nullptr)
+        streams.log->print();
+    streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
+}
 
 void applyLogLevel(CommonOptions const &options)
 {
@@ -64,12 +73,12 @@ int runTool(int argc, char const *const *argv, Streams streams)
             return program.exit(error, streams.out, streams.err);
         bool const names_no_command = program.get_subcommands().empty() && argc > 1;
         if(names_no_command && argv[1][0] != '-')
-            return complain("no command " + std::string(argv[1]), streams);
-        return complain(error.what(), streams);
+            return misused("no command " + std::string(argv[1]), streams);
+        return misused(error.what(), streams);
     }
     catch(std::bad_alloc const &)
     {
-        streams.err << "tolvanite: out of memory\n";
+        complain(streams, "out of memory");
         return Failed;
     }
 }

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <iostream>
 
 #include "OSGSystem.h"
@@ -6,6 +7,8 @@
 int main(int argc, char **argv)
 {
     std::ios::sync_with_stdio(false);
+    // A file that grows too large fails as a full disk does, with its reason.
+    std::signal(SIGXFSZ, SIG_IGN);
     OSG::startUp();
     int status = Tool::runTool(argc, argv, {std::cout, std::cerr});
     // A result that did not get through is no success.

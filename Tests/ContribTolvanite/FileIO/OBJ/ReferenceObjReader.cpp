@@ -8,6 +8,8 @@
 #include <list>
 #include <map>
 
+#include "OSGShownText.h"
+
 namespace OSG::Test
 {
 namespace
@@ -182,7 +184,7 @@ class SlowObjReader
                                              : narrow - 1);
     }
 
-    static std::string printed(std::string const &text) { return text.c_str(); }
+    static std::string printed(std::string const &text) { return shown_text(text); }
     void log(LogLevel level, std::string const &text)
     {
         _outcome.messages.push_back({level, text});
