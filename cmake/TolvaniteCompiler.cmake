@@ -3,7 +3,7 @@
 # Floating point is part of the contract: a vector path and a scalar path give the same bits.
 add_compile_options(-ffp-contract=off)
 # Log lines name their source from the root of the tree on, wherever the tree lies.
-add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 if(TOLVANITE_WERROR)
     add_compile_options(-Werror)
@@ -14,5 +14,5 @@ if(TOLVANITE_SANITIZE)
 endif()
 if(TOLVANITE_COMPILE_TIMES)
     set_property(GLOBAL PROPERTY RULE_LAUNCH_COMPILE
-        "${CMAKE_SOURCE_DIR}/Tools/timed-compile ${CMAKE_BINARY_DIR}/compile_times.tsv")
+        "${PROJECT_SOURCE_DIR}/Tools/timed-compile ${PROJECT_BINARY_DIR}/compile_times.tsv")
 endif()

@@ -38,12 +38,17 @@ void print_hits(OSG::Node *scene)
 int main(int argc, char **argv)
 {
     OSG::startUp();
+    int status = 1;
     {
         // Scene objects are counted; this one ends before the system does.
         OSG::UnrecordedRefPtr<OSG::Node> const scene(
             OSG::SceneFileHandlerBase::the()->read(argc > 1 ? argv[1] : "Models/pavilion.obj"));
         if(scene != nullptr)
+        {
             print_hits(scene);
+            status = 0;
+        }
     }
     OSG::shutDown();
+    return status;
 }

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Installs a build beside itself, builds Examples/consumer against the installed package, once
-# through find_package and once through pkg-config, and runs both on a model; then builds and runs
-# the other examples.
+# Installs a build beside itself and builds Examples/consumer against the installed package, once
+# through find_package and once through pkg-config, which find all they need from where the package
+# lies. Runs both on a model, then builds and runs the other examples.
 #
-#   consumer.sh SOURCE_DIR BUILD_DIR CXX_FLAGS
+#   installed.sh SOURCE_DIR BUILD_DIR CXX_FLAGS
 set -euo pipefail
 source_dir=$1
 build_dir=$2
@@ -14,6 +14,7 @@ model=$source_dir/Models/pavilion.obj
 
 rm -rf "$work"
 cmake --install "$build_dir" --prefix "$prefix" >/dev/null
+[ -n "$(find "$prefix" -name LICENSE)" ] || { echo "the licence is not installed" >&2; exit 1; }
 
 build_example() {
     cmake -S "$source_dir/Examples/$1" -B "$work/$1" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
@@ -23,17 +24,22 @@ build_example() {
 
 build_example consumer
 by_cmake=$("$work/consumer/consumer" "$model")
+missing=0
+"$work/consumer/consumer" "$work/no such file.obj" || missing=$?
+[ $missing -eq 1 ] || { echo "a missing file is exit status $missing, not 1" >&2; exit 1; }
 
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name tolvanite.pc)")
 export PKG_CONFIG_PATH
-package() { pkg-config --define-variable=prefix="$prefix" "$@" tolvanite; }
-read -ra compile <<<"$(package --cflags) $flags"
-read -ra link <<<"$(package --libs) -Wl,-rpath,$(package --variable=libdir)"
+read -ra compile <<<"$(pkg-config --cflags tolvanite) $flags"
+read -ra link <<<"$(pkg-config --libs tolvanite) -Wl,-rpath,$(pkg-config --variable=libdir tolvanite)"
 g++ "${compile[@]}" "$source_dir/Examples/consumer/main.cpp" -o "$work/by-pkg-config" "${link[@]}"
 by_pkg_config=$("$work/by-pkg-config" "$model")
 
 echo "$by_cmake"
 [ -n "$by_cmake" ] && [ "$by_cmake" = "$by_pkg_config" ]
+
+build_example click
+"$work/click/click" "$model" 640 360
 
 build_example graphop
 "$work/graphop/graphop" | tee "$work/graphop.txt"

@@ -7,10 +7,10 @@
 
 #include <gmock/gmock.h>
 
-#include "OSB/OsbScenes.h"
 #include "OSGGeometryIterators.h"
 #include "OSGImage.h"
 #include "ObjScene.h"
+#include "OsbScenes.h"
 #include "SceneInvariants.h"
 
 #ifdef TEST_WITH_TINYOBJLOADER
