@@ -99,7 +99,7 @@ class OSG_FILEIO_API ReadBuffer
     // --- progress ---
     /// Characters that the operations took.
     UInt64 bytesConsumed() const { return _fetched - static_cast<UInt64>(_end - _pos); }
-    /// Blocks taken from the stream so far: unchanged means that asking for progress is pointless.
+    /// Blocks taken from the stream so far. The place in the stream is the same until it grows.
     UInt64 blocksRead() const { return _blocks; }
 
   private:

@@ -367,7 +367,9 @@ TEST(ReadBuffer, TellsTheWordThatANumberCouldNotBeReadFrom)
 
 TEST(ReadBuffer, CutsAWordOfAnyLengthAroundItsPlace)
 {
-    std::istringstream in(std::string(200, '1') + 'x' + std::string(200, '2'));
+    std::string text(401, '1');
+    text[200] = 'x';
+    std::istringstream in(text);
     ReadBuffer buffer(in, 16);
     Real32 value;
     buffer.readReal32(value);
