@@ -1,6 +1,7 @@
 #include "OSGGeometryBox.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "OSGGeometryView.h"
 
@@ -35,6 +36,37 @@ bool delivers_all(UInt32 type, UInt32 length)
         return false;
     }
 }
+
+/// The box of points of three numbers each, grown without a call per point.
+class Extent
+{
+  public:
+    void add(Real32 const *point)
+    {
+        // NaN alone differs from itself.
+        if(point[0] != point[0] || point[1] != point[1] || point[2] != point[2])
+            return;
+        for(int axis = 0; axis < 3; ++axis)
+        {
+            _min[axis] = point[axis] < _min[axis] ? point[axis] : _min[axis];
+            _max[axis] = point[axis] > _max[axis] ? point[axis] : _max[axis];
+        }
+        _isEmpty = false;
+    }
+    void extend(BoxVolume &box) const
+    {
+        if(_isEmpty)
+            return;
+        box.extendBy(Pnt3f(_min[0], _min[1], _min[2]));
+        box.extendBy(Pnt3f(_max[0], _max[1], _max[2]));
+    }
+
+  private:
+    static constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
+    Real32 _min[3] = {Infinite, Infinite, Infinite};
+    Real32 _max[3] = {-Infinite, -Infinite, -Infinite};
+    bool _isEmpty = true;
+};
 
 class DeliveredBox
 {
@@ -75,23 +107,33 @@ class DeliveredBox
     // part by part.
     void extendByVertices(UInt64 begin, UInt64 end)
     {
-        if(allExist(begin, end))
-        {
-            for(UInt64 vertex = begin; vertex < end; ++vertex)
-                _box.extendBy(_view.positions.point(_view.positions.elementOf(vertex)));
-            return;
-        }
-        extendByPartsFrom(begin, end);
+        UInt32 const *const words = _view.positions.words(static_cast<UInt32>(end));
+        if(_view.positions.values().dimension() != 3)
+            extendByPartsFrom(begin, end);
+        else if(words != nullptr && allExist(words + begin, words + end))
+            extendByPoints(begin, end, [words](UInt64 vertex) { return words[vertex]; });
+        else if(!_view.positions.isIndexed())
+            extendByPoints(begin, end, [](UInt64 vertex) { return vertex; });
+        else
+            extendByPartsFrom(begin, end);
     }
 
-    bool allExist(UInt64 begin, UInt64 end) const
+    // All of the elements exist.
+    template <class ElementOf>
+    void extendByPoints(UInt64 begin, UInt64 end, ElementOf elementOf)
     {
-        if(!_view.positions.isIndexed())
-            return end <= _view.positions.size();
-        UInt32 highest = 0;
+        Extent extent;
         for(UInt64 vertex = begin; vertex < end; ++vertex)
-            highest = std::max(highest, _view.positions.elementOf(vertex));
-        return begin == end || highest < _view.positions.size();
+            extent.add(_view.positions.values()[elementOf(vertex)]);
+        extent.extend(_box);
+    }
+
+    bool allExist(UInt32 const *begin, UInt32 const *end) const
+    {
+        UInt32 highest = 0;
+        for(UInt32 const *word = begin; word != end; ++word)
+            highest = std::max(highest, *word);
+        return highest < _view.positions.size() || begin == end;
     }
 
     void extendByPartsFrom(UInt64 begin, UInt64 end)

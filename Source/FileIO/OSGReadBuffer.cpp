@@ -279,8 +279,11 @@ UInt64 ReadBuffer::lineNumber() const
     return 1 + _linesBefore + count_line_breaks(_data.data(), _pos);
 }
 
-std::string ReadBuffer::wordHere() const
+std::string ReadBuffer::wordHere()
 {
+    while(_end - _pos < static_cast<std::ptrdiff_t>(wordReach) && more())
+    {
+    }
     char const *begin = _pos;
     while(begin != _pos - wordReach && !isStreamSpace(begin[-1]))
         --begin;

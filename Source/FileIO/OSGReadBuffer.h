@@ -92,8 +92,8 @@ class OSG_FILEIO_API ReadBuffer
     /// Line of the next unread character, counted from 1 where the reading began.
     UInt64 lineNumber() const;
     /// The word that the next unread character stands in or directly behind, for messages: up to
-    /// wordReach characters on either side of it.
-    std::string wordHere() const;
+    /// wordReach characters on either side of it. May take another block from the stream.
+    std::string wordHere();
     static constexpr std::size_t wordReach = 64;
 
     // --- progress ---

@@ -229,7 +229,7 @@ void SceneFileHandlerBase::setReadIncomplete()
         _innermost->setIncomplete();
 }
 
-ReadText::ReadText(ReadBuffer const &text)
+ReadText::ReadText(ReadBuffer &text)
     : _own(text)
     , _outer(SceneFileHandlerBase::the()->_text)
 {

@@ -104,7 +104,7 @@ class OSG_FILEIO_API ReadText
 {
   public:
     /// Keeps a reference to `text`.
-    explicit ReadText(ReadBuffer const &text);
+    explicit ReadText(ReadBuffer &text);
     ReadText(ReadText const &) = delete;
     ReadText &operator=(ReadText const &) = delete;
     ~ReadText();
@@ -115,7 +115,7 @@ class OSG_FILEIO_API ReadText
     void reportEarlyEnd(char const *name) const;
 
   private:
-    ReadBuffer const &_own;
+    ReadBuffer &_own;
     ReadBuffer const *_outer;
 };
 

@@ -1,10 +1,14 @@
 #include <csignal>
+#include <cstdio>
 #include <iostream>
+#include <new>
 
 #include "OSGSystem.h"
 #include "Tool.h"
 
-int main(int argc, char **argv)
+namespace
+{
+int run(int argc, char **argv)
 {
     std::ios::sync_with_stdio(false);
     // A file that grows too large fails as a full disk does, with its reason.
@@ -19,4 +23,18 @@ int main(int argc, char **argv)
     }
     OSG::shutDown();
     return status;
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try
+    {
+        return run(argc, argv);
+    }
+    catch(std::bad_alloc const &)
+    {
+        std::fputs("tolvanite: out of memory\n", stderr);
+        return Tool::Failed;
+    }
 }

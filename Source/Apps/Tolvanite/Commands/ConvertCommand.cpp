@@ -5,7 +5,7 @@
 #include "OSGSceneFileHandler.h"
 #include "OSGShownText.h"
 #include "Operations.h"
-#include "OutputFile.h"
+#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
 

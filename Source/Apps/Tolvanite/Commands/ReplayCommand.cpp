@@ -13,7 +13,7 @@
 #include "OSGOrthographicCamera.h"
 #include "OSGPathPlot.h"
 #include "OSGWASDFlyEngine.h"
-#include "OutputFile.h"
+#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "ValueJson.h"
 

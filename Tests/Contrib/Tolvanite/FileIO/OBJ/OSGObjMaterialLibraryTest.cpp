@@ -124,7 +124,7 @@ TEST_F(ObjMaterialLibraryTest, AFailedNumberEndsTheLibraryAndKeepsWhatWasRead)
     EXPECT_EQ(material("a").getShininess(), 5.f);
     EXPECT_EQ(material("b").getDiffuse(), Color3f(0, 0, 0));
     EXPECT_EQ(_materials.count("c"), 0u);
-    EXPECT_THAT(_messages, IsEmpty());
+    EXPECT_THAT(_messages, ElementsAre("2: The read of lib.mtl ends in line 4, at 'red'!\n"));
 }
 
 TEST_F(ObjMaterialLibraryTest, AMaterialWhoseNameIsMissingHasTheEmptyName)

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "OutputFile.h"
+#include "ReplaceFile.h"
 #include "TempFolder.h"
 
 namespace Tool::Test

@@ -1,4 +1,4 @@
-#include "OutputFile.h"
+#include "ReplaceFile.h"
 
 #include <cerrno>
 #include <filesystem>
