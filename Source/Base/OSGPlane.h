@@ -4,6 +4,7 @@
 /// An oriented plane: all points p with n . p - d == 0.
 
 #include <cmath>
+#include <limits>
 
 #include "OSGLine.h"
 #include "OSGMatrix.h"
@@ -13,19 +14,20 @@ namespace OSG
 {
 /// n . p - d is the signed distance of p from the plane, positive on the side that the normal
 /// points to. It is always added as (n.x p.x + n.y p.y) + n.z p.z, then d is taken off: boxes rely
-/// on the rounding of this order. Degenerate input gives a normal that is short or not a number,
-/// never a failure.
+/// on the rounding of this order. Degenerate input gives a normal that is zero, short or NaN, never
+/// a failure.
 class Plane
 {
   public:
     /// Normal zero, distance 0: every point is in its half space.
     Plane() = default;
     /// Through three points; they run counter-clockwise as seen from where the normal points to.
-    /// The normal is (p1 - p0) x (p2 - p0), normalised unless shorter than 1e-6.
-    Plane(Pnt3f const &p0, Pnt3f const &p1, Pnt3f const &p2)
-        : Plane((p1 - p0).cross(p2 - p0), p0)
-    {
-    }
+    ///
+    /// The normal is (p1 - p0) x (p2 - p0) divided by its length, in double precision, and rounded
+    /// once: it has length 1 however small or large the triangle is. Points on one line give the
+    /// normal zero and the distance 0, so that every point is in the half space. Coordinates that
+    /// are not finite give NaN, so that no point is.
+    Plane(Pnt3f const &p0, Pnt3f const &p1, Pnt3f const &p2);
     /// The normal is normalised unless shorter than 1e-6.
     Plane(Vec3f const &normal, Pnt3f const &point)
         : _normal(normal)
@@ -49,11 +51,11 @@ class Plane
     {
         return _normal[0] * p[0] + _normal[1] * p[1] + _normal[2] * p[2] - _distance;
     }
-    /// A point on the plane counts; one with a coordinate that is not a number does not.
+    /// A point on the plane counts; one with a NaN coordinate does not.
     bool isInHalfSpace(Pnt3f const &p) const { return distance(p) >= 0.f; }
 
     /// Where the infinite line through `line` meets the plane. False, and `point` untouched, where
-    /// it runs parallel (|n . direction| below 1e-6) or something is not a number.
+    /// it runs parallel (|n . direction| below 1e-6) or something is NaN.
     bool intersectInfinite(Line const &line, Pnt3f &point) const
     {
         Real32 const along = _normal.dot(line.getDirection());
@@ -91,4 +93,26 @@ class Plane
     Vec3f _normal;
     Real32 _distance = 0.f;
 };
+
+inline Plane::Plane(Pnt3f const &p0, Pnt3f const &p1, Pnt3f const &p2)
+{
+    // Neither the products nor the squares of Real32 differences leave the range of Real64.
+    Real64 const a[3] = {Real64(p1[0]) - p0[0], Real64(p1[1]) - p0[1], Real64(p1[2]) - p0[2]};
+    Real64 const b[3] = {Real64(p2[0]) - p0[0], Real64(p2[1]) - p0[1], Real64(p2[2]) - p0[2]};
+    Real64 const normal[3] = {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2],
+                              a[0] * b[1] - a[1] * b[0]};
+    Real64 const length =
+        std::sqrt((normal[0] * normal[0] + normal[1] * normal[1]) + normal[2] * normal[2]);
+    if(length == 0)
+        return;
+    if(!std::isfinite(length))
+    {
+        Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
+        setValue(Vec3f(nan, nan, nan), nan);
+        return;
+    }
+    for(UInt32 i = 0; i < 3; ++i)
+        _normal[i] = static_cast<Real32>(normal[i] / length);
+    _distance = _normal.dot(p0.subZero());
+}
 } // namespace OSG

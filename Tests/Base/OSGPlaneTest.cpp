@@ -42,7 +42,7 @@ TEST(Plane, PointOnThePlaneIsInItsHalfSpace)
     EXPECT_FALSE(plane.isInHalfSpace(Pnt3f(std::nextafter(2.f, 1.f), 9, 9)));
 }
 
-TEST(Plane, PointThatIsNotANumberIsInNoHalfSpace)
+TEST(Plane, NaNPointIsInNoHalfSpace)
 {
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
     EXPECT_FALSE(Plane(Vec3f(1, 0, 0), Pnt3f()).isInHalfSpace(Pnt3f(1, nan, 0)));
@@ -64,12 +64,56 @@ TEST(Plane, DistanceRoundsInItsFixedOrder)
     }
 }
 
-TEST(Plane, CollinearPointsLeaveTheShortNormal)
+TEST(Plane, ThroughThreePointsHasAUnitNormalAtEverySize)
 {
-    Plane const plane(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1), Pnt3f(2, 2, 2));
+    for(Real32 const size : {1e-38f, 1e-30f, 1e-6f, 5e-4f, 1.f, 1e6f, 1e20f, 1e38f})
+    {
+        Plane const plane(Pnt3f(0, 0, size), Pnt3f(size / 2, 0, size), Pnt3f(0, size, size));
+        EXPECT_EQ(plane.getNormal(), Vec3f(0, 0, 1)) << size;
+        EXPECT_EQ(plane.getDistanceFromOrigin(), size) << size;
+    }
+}
+
+TEST(Plane, ThroughThreePointsHasTheSameNormalScaledByPowersOfTwo)
+{
+    RandomNumbers random(9);
+    for(int i = 0; i < 1000; ++i)
+    {
+        Pnt3f const p[3] = {random.point(-1, 1), random.point(-1, 1), random.point(-1, 1)};
+        Plane const plane(p[0], p[1], p[2]);
+        ASSERT_NEAR(plane.getNormal().length(), 1.f, 1e-6f);
+        for(int const exponent : {-90, -40, -10, 10, 40, 90})
+        {
+            auto const scaled = [exponent](Pnt3f const &point)
+            {
+                return Pnt3f(std::ldexp(point[0], exponent), std::ldexp(point[1], exponent),
+                             std::ldexp(point[2], exponent));
+            };
+            Plane const same(scaled(p[0]), scaled(p[1]), scaled(p[2]));
+            ASSERT_EQ(same.getNormal(), plane.getNormal()) << exponent;
+            ASSERT_EQ(same.getDistanceFromOrigin(),
+                      std::ldexp(plane.getDistanceFromOrigin(), exponent))
+                << exponent;
+        }
+    }
+}
+
+TEST(Plane, CollinearPointsHoldEveryPoint)
+{
+    Plane const plane(Pnt3f(3, 0, 0), Pnt3f(4, 1, 1), Pnt3f(5, 2, 2));
     EXPECT_EQ(plane.getNormal(), Vec3f());
-    Plane const tiny(Pnt3f(0, 0, 0), Pnt3f(5e-4f, 0, 0), Pnt3f(0, 1e-3f, 0));
-    EXPECT_EQ(tiny.getNormal(), Vec3f(0, 0, 5e-4f * 1e-3f));
+    EXPECT_EQ(plane.getDistanceFromOrigin(), 0.f);
+}
+
+TEST(Plane, ThroughAPointThatIsNotFiniteHoldsNoPoint)
+{
+    Real32 const infinity = std::numeric_limits<Real32>::infinity();
+    for(Real32 const bad : {infinity, -infinity, std::numeric_limits<Real32>::quiet_NaN()})
+    {
+        Plane const plane(Pnt3f(0, 0, 0), Pnt3f(1, 0, bad), Pnt3f(0, 1, 0));
+        EXPECT_FALSE(plane.isInHalfSpace(Pnt3f(0, 0, 0))) << bad;
+        EXPECT_TRUE(std::isnan(plane.getDistanceFromOrigin())) << bad;
+    }
 }
 
 TEST(Plane, InfiniteLineMeetsItBehindItsStartToo)

@@ -7,7 +7,7 @@
 set -euo pipefail
 source_dir=$1
 build_dir=$2
-flags=$3
+flags=${3:-}
 work=$build_dir/package-test
 prefix=$work/prefix
 model=$source_dir/Models/pavilion.obj

@@ -33,11 +33,17 @@ DepthRange depths_of(BoxVolume const &bounds, Matrix const &camera)
     return range;
 }
 
+// Height of the view at depth 1.
+Real64 height_at_one(PickView const &view)
+{
+    return 2 * std::tan(view.fieldOfView * std::numbers::pi / 360);
+}
+
 // The four corners that `area` has at `depth`, left at the bottom first, counter-clockwise.
 void put_face(PickView const &view, PixelArea const &area, Matrix const &camera, Real64 depth,
               Pnt3f *corners)
 {
-    Real64 const halfHeight = depth * std::tan(view.fieldOfView * std::numbers::pi / 360);
+    Real64 const halfHeight = depth * height_at_one(view) / 2;
     Real64 const pixel = 2 * halfHeight / view.height;
     Real64 const halfWidth = pixel * view.width / 2;
     Real32 const left = static_cast<Real32>(area.left * pixel - halfWidth);
@@ -49,6 +55,19 @@ void put_face(PickView const &view, PixelArea const &area, Matrix const &camera,
         {left, bottom, z}, {right, bottom, z}, {right, top, z}, {left, top, z}};
     for(int i = 0; i < 4; ++i)
         camera.mult(inView[i], corners[i]);
+}
+
+// The depth from which on the corners of a small area are different numbers.
+Real64 depth_of_distinct_corners(PickView const &view, Real32 radius)
+{
+    constexpr Real64 PixelsApart = 2;
+    constexpr Real64 UnitsApart = 16;
+    Real32 largest = 0;
+    for(UInt32 axis = 0; axis < 3; ++axis)
+        largest = std::max(largest, std::abs(view.from[axis]));
+    Real64 const unit = Real64(std::nextafter(largest, INFINITY)) - largest;
+    Real64 const pixels = std::min<Real64>(radius, PixelsApart);
+    return UnitsApart * unit / (pixels * height_at_one(view) / view.height);
 }
 
 bool has_extent(PixelArea const &area)
@@ -76,7 +95,7 @@ bool is_view(PickView const &view)
 }
 
 std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
-                                   BoxVolume const &bounds)
+                                   BoxVolume const &bounds, Real32 radius)
 {
     if(!is_view(view) || !has_extent(area) || bounds.isEmpty() || bounds.isInfinite())
         return std::nullopt;
@@ -86,7 +105,10 @@ std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
     Real64 const farSide = depths.farthest * 1.001;
     if(!(farSide > 0) || !std::isfinite(farSide))
         return std::nullopt;
-    Real64 const nearSide = std::max(depths.nearest * 0.999, farSide / 10000);
+    Real64 const nearSide = std::max(
+        {depths.nearest * 0.999, farSide / 10000, depth_of_distinct_corners(view, radius)});
+    if(!(nearSide < farSide))
+        return std::nullopt;
     Pnt3f corners[8];
     put_face(view, area, camera, nearSide, corners);
     put_face(view, area, camera, farSide, corners + 4);

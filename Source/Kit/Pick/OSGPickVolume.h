@@ -33,17 +33,25 @@ OSG_TOLVANITEKIT_API PixelArea pixel_square(Real32 x, Real32 y, Real32 radius);
 /// The rectangle between two opposite corners, whichever they are.
 OSG_TOLVANITEKIT_API PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, Real32 y1);
 
-/// False where no picture can be taken: no window, an angle that is none, `at` at `from`, `up` of
-/// no length or along the view, numbers that are none.
+/// False for a view that shows nothing: a window of 0 pixels, an angle outside 0 to 180 degrees,
+/// `at` equal to `from`, `up` of length 0 or along the view, or a number that is not finite.
 OSG_TOLVANITEKIT_API bool is_view(PickView const &view);
+
+/// Radius of a click in pixels where nothing else is said.
+inline constexpr Real32 DefaultPickRadius = 2;
 
 /// The solid that `area` covers in the view, from the front to the back of `bounds`, in the
 /// coordinates of the eye and the bounds.
 ///
-/// Its far side lies at the largest depth of the bounds' corners times 1.001, its near side at the
-/// larger of their smallest depth times 0.999 and a 10,000th of the far side's. Nothing where there
-/// is nothing to hit: bounds that are empty, have no end or lie behind the eye, an area without
-/// extent, or what is no view.
+/// Its far side lies at the largest depth of the bounds' corners times 1.001. Its near side lies at
+/// the largest of three depths: the smallest depth of the corners times 0.999, a 10,000th of the
+/// far side's depth, and the depth at which two pixels, or `radius` where that is less, are 16
+/// units in the last place of the eye's largest coordinate. Nearer than that, corners a pixel apart
+/// would round to one point.
+///
+/// No value for a volume that holds nothing: bounds that are empty, infinite or behind the eye, an
+/// area without extent, near not before far, or a view for which is_view is false.
 OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
-                                                        BoxVolume const &bounds);
+                                                        BoxVolume const &bounds,
+                                                        Real32 radius = DefaultPickRadius);
 } // namespace OSG

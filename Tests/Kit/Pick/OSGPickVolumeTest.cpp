@@ -77,6 +77,35 @@ TEST(PickVolume, FromWithinTheBoundsTheNearSideIsATenThousandthOfTheFarSide)
     EXPECT_FLOAT_EQ(volume->flb()[2], 0.5f - back);
 }
 
+TEST(PickVolume, TheNearSideIsNoSmallerThanTheNumbersCanCarry)
+{
+    // At 4096 the numbers are 2^-11 apart; a pixel of this window is a fiftieth of the depth.
+    PickView view = straight_view();
+    view.from = Pnt3f(4096, 0, 0.5f);
+    view.at = Pnt3f(4096, 0, 0);
+    BoxVolume const bounds(Pnt3f(4095, -1, -1), Pnt3f(4097, 1, 1));
+    Real32 const depth = 16 * std::ldexp(1.f, -11) / 2 * 50;
+    auto const two = pick_volume(view, pixel_square(100, 50, 2), bounds);
+    ASSERT_TRUE(two);
+    EXPECT_FLOAT_EQ(two->nlb()[2], 0.5f - depth);
+    auto const one = pick_volume(view, pixel_square(100, 50, 1), bounds, 1);
+    ASSERT_TRUE(one);
+    EXPECT_FLOAT_EQ(one->nlb()[2], 0.5f - 2 * depth);
+    // Whatever the area.
+    auto const all = pick_volume(view, whole_window(), bounds);
+    ASSERT_TRUE(all);
+    EXPECT_FLOAT_EQ(all->nlb()[2], 0.5f - depth);
+}
+
+TEST(PickVolume, WhereNearIsNotBeforeFarThereIsNone)
+{
+    PickView view = straight_view();
+    view.from = Pnt3f(1e7f, 0, 0.5f);
+    view.at = Pnt3f(1e7f, 0, -10);
+    BoxVolume const bounds(Pnt3f(1e7f - 1, -1, -1), Pnt3f(1e7f + 1, 1, 1));
+    EXPECT_FALSE(pick_volume(view, whole_window(), bounds));
+}
+
 TEST(PickVolume, ThePlanesPointInwards)
 {
     auto const volume = pick_volume(straight_view(), whole_window(), unit_box());

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <iomanip>
 #include <map>
 #include <memory>
@@ -64,6 +65,7 @@ OSG::UInt32 mask_of(std::string const &names)
 struct Selection
 {
     Hits hits;
+    std::optional<OSG::Pnt3f> eye; ///< of the view, where the volume is part of one
     double seconds = 0;
 };
 
@@ -77,10 +79,11 @@ Hits select_with(SelectionFunctor &functor, SelectOptions const &options,
     return functor.hits(options.hits);
 }
 
-Selection select(SelectOptions const &options, std::optional<OSG::Frustum> const &volume,
-                 OSG::Node *root)
+Selection select(SelectOptions const &options, VolumeChoice const &choice, OSG::Node *root)
 {
     Selection result;
+    result.eye = choice.eye();
+    std::optional<OSG::Frustum> const volume = choice.inScene(root->getVolume());
     if(!volume)
         return result;
     OSG::UnrecordedRefPtr<OSG::SelectionAction> const action(OSG::SelectionAction::create());
@@ -99,12 +102,36 @@ Selection select(SelectOptions const &options, std::optional<OSG::Frustum> const
     return result;
 }
 
-void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit, OSG::Node const *root)
+// Rounded once: far from the origin the difference of two places is small beside them.
+float distance_between(OSG::Pnt3f const &a, OSG::Pnt3f const &b)
+{
+    return static_cast<float>(
+        std::hypot(double(a[0]) - b[0], double(a[1]) - b[1], double(a[2]) - b[2]));
+}
+
+// The member "eyeDistance" of a hit in a view, and its "point".
+void write_place(JsonWriter &json, SelectionFunctor::HitT const &hit,
+                 std::optional<OSG::Pnt3f> const &eye)
+{
+    if(eye)
+        json.key("eyeDistance");
+    if(eye && hit.hasPoint)
+        json.value(distance_between(hit.point, *eye));
+    else if(eye)
+        json.null();
+    if(hit.hasPoint)
+        writeTuple(json, "point", hit.point, 3);
+    else
+        json.key("point").null();
+}
+
+void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit,
+               std::optional<OSG::Pnt3f> const &eye, OSG::Node const *root)
 {
     json.beginObject().member("node", nodePath(root, hit.visitSubTreeNodes, hit.node)).key("name");
     writeName(json, hit.node);
     json.member("index", hit.index).member("distance", hit.distance);
-    writeTuple(json, "point", hit.point, 3);
+    write_place(json, hit, eye);
     writeTuple(json, "normal", hit.normal, 3);
     json.key("matrix");
     writeMatrix(json, hit.matrix);
@@ -120,11 +147,21 @@ void write_selection(JsonWriter &json, SelectOptions const &options, Selection c
     OSG::Node const *const root = scene.root;
     json.beginObject().member("file", options.file).key("hits").beginArray();
     for(SelectionFunctor::HitT const &hit : selection.hits)
-        write_hit(json, hit, root);
+        write_hit(json, hit, selection.eye, root);
     json.endArray().member("count", selection.hits.size()).member("seconds", selection.seconds);
     json.member("complete", scene.isComplete);
     writeOperations(json, operations.accounts);
     json.endObject();
+}
+
+// A place for people; a dash where there is none.
+std::string shown_place(SelectionFunctor::HitT const &hit)
+{
+    if(!hit.hasPoint)
+        return "-";
+    std::ostringstream text;
+    text << hit.point[0] << ' ' << hit.point[1] << ' ' << hit.point[2];
+    return text.str();
 }
 
 void print_selection(std::ostream &out, Selection const &selection, OSG::Node const *root)
@@ -134,10 +171,8 @@ void print_selection(std::ostream &out, Selection const &selection, OSG::Node co
         << "node\n";
     for(SelectionFunctor::HitT const &hit : selection.hits)
     {
-        std::ostringstream point;
-        point << hit.point[0] << ' ' << hit.point[1] << ' ' << hit.point[2];
         out << std::setw(14) << hit.distance << std::setw(10) << hit.index << std::setw(36)
-            << point.str() << nodePath(root, hit.visitSubTreeNodes, hit.node);
+            << shown_place(hit) << nodePath(root, hit.visitSubTreeNodes, hit.node);
         if(char const *const name = OSG::getName(hit.node))
             out << ' ' << OSG::shown_text(name);
         out << '\n';
@@ -155,8 +190,7 @@ int run_select(SelectOptions const &options, Streams streams)
     OperationsResult const operations = runOperations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
-    Selection const selection =
-        select(options, volume.inScene(scene.root->getVolume()), scene.root);
+    Selection const selection = select(options, volume, scene.root);
     if(!options.json)
     {
         printOperations(streams.out, operations.accounts);

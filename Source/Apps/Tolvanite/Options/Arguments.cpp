@@ -1,7 +1,9 @@
 #include "Arguments.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <vector>
 
 namespace Tool
 {
@@ -21,16 +23,27 @@ bool take(char const *&at, char const *end, char separator, T &number)
 }
 } // namespace
 
-bool parseTriple(std::string const &text, Triple &result)
+bool parseNumbers(std::string const &text, std::span<float> numbers)
 {
     char const *at = text.data();
     char const *const end = at + text.size();
-    Triple read;
-    if(!take(at, end, ',', read.x) || !take(at, end, ',', read.y) || !take(at, end, 0, read.z))
+    std::vector<float> read(numbers.size());
+    for(std::size_t i = 0; i < read.size(); ++i)
+    {
+        bool const isLast = i + 1 == read.size();
+        if(!take(at, end, isLast ? '\0' : ',', read[i]) || !std::isfinite(read[i]))
+            return false;
+    }
+    std::copy(read.begin(), read.end(), numbers.begin());
+    return true;
+}
+
+bool parseTriple(std::string const &text, Triple &result)
+{
+    float numbers[3];
+    if(!parseNumbers(text, numbers))
         return false;
-    if(!std::isfinite(read.x) || !std::isfinite(read.y) || !std::isfinite(read.z))
-        return false;
-    result = read;
+    result = {numbers[0], numbers[1], numbers[2]};
     return true;
 }
 
@@ -42,20 +55,6 @@ bool parsePair(std::string const &text, char separator, Pair &result)
     if(!take(at, end, separator, read.first) || !take(at, end, 0, read.second))
         return false;
     result = read;
-    return true;
-}
-
-bool parseRectangle(std::string const &text, Pair &from, Pair &to)
-{
-    char const *at = text.data();
-    char const *const end = at + text.size();
-    Pair begin;
-    Pair last;
-    if(!take(at, end, ',', begin.first) || !take(at, end, ',', begin.second) ||
-       !take(at, end, ',', last.first) || !take(at, end, 0, last.second))
-        return false;
-    from = begin;
-    to = last;
     return true;
 }
 } // namespace Tool

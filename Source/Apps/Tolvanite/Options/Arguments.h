@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 namespace Tool
@@ -12,16 +13,16 @@ struct Triple
     float z = 0;
 };
 
-/// Two whole numbers with a sign between them: `1280x720`, `640,330`.
+/// Two whole numbers with a separator between them: `1280x720`, `640,330`.
 struct Pair
 {
     int first = 0;
     int second = 0;
 };
 
-/// Read the whole text or nothing: false, and `result` as it was, for any other text.
+/// Each reads the whole text or nothing: false, and the result as it was, for any other text.
 bool parseTriple(std::string const &text, Triple &result);
 bool parsePair(std::string const &text, char separator, Pair &result);
-/// Four numbers separated by commas, as two corners of a rectangle.
-bool parseRectangle(std::string const &text, Pair &from, Pair &to);
+/// As many finite numbers, separated by commas, as `numbers` has elements.
+bool parseNumbers(std::string const &text, std::span<float> numbers);
 } // namespace Tool

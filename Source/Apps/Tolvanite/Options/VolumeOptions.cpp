@@ -1,5 +1,7 @@
 #include "VolumeOptions.h"
 
+#include <cmath>
+
 #include "Arguments.h"
 
 namespace Tool
@@ -52,19 +54,17 @@ OSG::Frustum box_of(std::vector<std::string> const &texts)
 
 OSG::PixelArea area_of(VolumeOptions const &options)
 {
-    Pair from;
-    Pair to;
     if(!options.pixel.empty())
     {
-        if(!parsePair(options.pixel, ',', from))
+        float at[2];
+        if(!parseNumbers(options.pixel, at))
             refuse("--pixel", options.pixel + " is not X,Y");
-        return OSG::pixel_square(static_cast<float>(from.first), static_cast<float>(from.second),
-                                 options.radius);
+        return OSG::pixel_square(at[0], at[1], options.radius);
     }
-    if(!parseRectangle(options.rectangle, from, to))
+    float corners[4];
+    if(!parseNumbers(options.rectangle, corners))
         refuse("--rect", options.rectangle + " is not X0,Y0,X1,Y1");
-    return OSG::pixel_rectangle(static_cast<float>(from.first), static_cast<float>(from.second),
-                                static_cast<float>(to.first), static_cast<float>(to.second));
+    return OSG::pixel_rectangle(corners[0], corners[1], corners[2], corners[3]);
 }
 } // namespace
 
@@ -96,7 +96,7 @@ void addVolumeOptions(CLI::App &command, VolumeOptions &options)
     }
     pixel->needs(from);
     rectangle->needs(from)->excludes(pixel);
-    radius->needs(pixel)->check(CLI::NonNegativeNumber)->capture_default_str();
+    radius->needs(pixel)->capture_default_str();
 }
 
 VolumeChoice::VolumeChoice(VolumeOptions const &options)
@@ -124,6 +124,9 @@ void VolumeChoice::takeView(VolumeOptions const &options)
     _view = {point("--from", options.from),        point("--at", options.at),
              OSG::Vec3f(up.x, up.y, up.z),         options.fieldOfView,
              static_cast<OSG::UInt32>(size.first), static_cast<OSG::UInt32>(size.second)};
+    if(!(options.radius > 0) || !std::isfinite(options.radius))
+        refuse("--radius", "a number above 0 is required");
+    _radius = options.radius;
     if(!OSG::is_view(_view))
         refuse("--from", "no view along --at with that --up");
     _area = area_of(options);
@@ -131,6 +134,11 @@ void VolumeChoice::takeView(VolumeOptions const &options)
 
 std::optional<OSG::Frustum> VolumeChoice::inScene(OSG::BoxVolume const &bounds) const
 {
-    return _solid ? _solid : OSG::pick_volume(_view, _area, bounds);
+    return _solid ? _solid : OSG::pick_volume(_view, _area, bounds, _radius);
+}
+
+std::optional<OSG::Pnt3f> VolumeChoice::eye() const
+{
+    return _solid ? std::nullopt : std::optional(_view.from);
 }
 } // namespace Tool

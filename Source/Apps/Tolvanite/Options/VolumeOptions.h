@@ -19,7 +19,7 @@ struct VolumeOptions
     std::string from, at, up, size;
     float fieldOfView = 0;
     std::string pixel, rectangle;
-    float radius = 2;
+    float radius = OSG::DefaultPickRadius;
 };
 
 void addVolumeOptions(CLI::App &command, VolumeOptions &options);
@@ -33,6 +33,8 @@ class VolumeChoice
 
     /// The volume in a scene of these bounds; nothing where a view shows none of them.
     std::optional<OSG::Frustum> inScene(OSG::BoxVolume const &bounds) const;
+    /// Where the view is taken from; nothing for a volume without a view.
+    std::optional<OSG::Pnt3f> eye() const;
 
   private:
     void takeView(VolumeOptions const &options);
@@ -40,5 +42,6 @@ class VolumeChoice
     std::optional<OSG::Frustum> _solid; // without a view
     OSG::PickView _view{};
     OSG::PixelArea _area{};
+    float _radius = OSG::DefaultPickRadius;
 };
 } // namespace Tool

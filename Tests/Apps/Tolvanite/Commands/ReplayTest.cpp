@@ -68,7 +68,7 @@ TEST_P(ReplayOf, GivesTheTraceOfTheRecording)
     EXPECT_EQ(outcome.err, "");
     Json const poses = Json::parse(outcome.out)["poses"];
     std::string const trace =
-        content_of(TEST_DATA_DIR "/traces/" + std::string(GetParam().name) + ".json");
+        content_of(TEST_DATA_DIR "/Commands/traces/" + std::string(GetParam().name) + ".json");
     Json const expected = Json::parse(trace)["poses"];
     ASSERT_EQ(poses.size(), expected.size());
     for(std::size_t i = 0; i < poses.size(); ++i)
@@ -105,7 +105,7 @@ TEST_P(ReplayOf, ShowsALineForEachEvent)
     Outcome const outcome = replay(events_of(GetParam().name), GetParam().engine, {});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     std::string const trace =
-        content_of(TEST_DATA_DIR "/traces/" + std::string(GetParam().name) + ".json");
+        content_of(TEST_DATA_DIR "/Commands/traces/" + std::string(GetParam().name) + ".json");
     EXPECT_EQ(static_cast<std::size_t>(std::count(outcome.out.begin(), outcome.out.end(), '\n')),
               Json::parse(trace)["poses"].size() + 1);
     EXPECT_EQ(outcome.out.rfind("event   from ", 0), 0u);

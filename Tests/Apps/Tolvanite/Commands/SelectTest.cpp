@@ -1,5 +1,10 @@
 // Selections of the program in our model, held against each other and against the library.
 
+#include <cmath>
+#include <fstream>
+#include <iomanip>
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 #include "Keys.h"
@@ -69,7 +74,7 @@ TEST(Select, HasTheseKeysInThisOrder)
     {
         EXPECT_EQ(keys_of(hit), "node name index distance point normal matrix visitSubTree");
         EXPECT_EQ(hit["matrix"].size(), 16u);
-        EXPECT_EQ(hit["point"].size(), 3u);
+        EXPECT_TRUE(hit["point"].is_null() || hit["point"].size() == 3u);
         EXPECT_EQ(hit["visitSubTree"], Json::array());
     }
 }
@@ -83,7 +88,11 @@ TEST(Select, APixelIsTheSameAsItsRectangleAndItsCorners)
     auto const volume =
         OSG::pick_volume(same_view, OSG::pixel_square(640, 330, 10), model()->getVolume());
     ASSERT_TRUE(volume);
-    EXPECT_EQ(hits(corners_of(*volume)), by_pixel);
+    // Corners have no eye.
+    Json without_eye = by_pixel;
+    for(Json &hit : without_eye)
+        hit.erase("eyeDistance");
+    EXPECT_EQ(hits(corners_of(*volume)), without_eye);
 }
 
 TEST(Select, TheRadiusIsTwoPixelsUnlessItIsGiven)
@@ -117,7 +126,11 @@ TEST(Select, FindsWhatTheLibraryFinds)
     {
         EXPECT_EQ(printed[i]["index"], found[i].index);
         EXPECT_EQ(printed[i]["distance"].get<float>(), found[i].distance);
-        EXPECT_EQ(printed[i]["point"][1].get<float>(), found[i].point[1]);
+        EXPECT_EQ(printed[i]["point"].is_null(), !found[i].hasPoint);
+        if(found[i].hasPoint)
+        {
+            EXPECT_EQ(printed[i]["point"][1].get<float>(), found[i].point[1]);
+        }
         std::string const node = '/' + std::to_string(model()->findChild(found[i].node));
         EXPECT_EQ(printed[i]["node"], node);
     }
@@ -187,7 +200,112 @@ TEST(Select, AViewThatShowsNothingHasNoHits)
     Json const result = select(away);
     EXPECT_EQ(result["hits"], Json::array());
     EXPECT_EQ(result["count"], 0);
-    EXPECT_EQ(hits(view + Words{"--pixel", "640,330", "--radius", "0"}).size(), 0u);
+}
+
+// A click on the bowl from within the room, and the same with the model moved far away.
+Json picked_from_inside(std::string const &file, float moved)
+{
+    std::string const from = std::to_string(moved + 1) + ",1.7," + std::to_string(moved + 3);
+    std::string const at = std::to_string(moved) + ",0.95," + std::to_string(moved);
+    Outcome const outcome =
+        run_program({"select", file, "--from", from, "--at", at, "--up", "0,1,0", "--fov", "30",
+                     "--size", "1280x720", "--pixel", "640,360", "--json"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    return Json::parse(outcome.out)["hits"];
+}
+
+/// The vertices of our model a thousand units away along x and z, without materials.
+std::string moved_pavilion(float by)
+{
+    std::ifstream in(pavilion());
+    std::ostringstream text;
+    text << std::setprecision(12);
+    for(std::string line; std::getline(in, line);)
+    {
+        std::istringstream words(line);
+        std::string word;
+        double x = 0;
+        double y = 0;
+        double z = 0;
+        if(words >> word && word == "v" && words >> x >> y >> z)
+            text << "v " << x + by << ' ' << y << ' ' << z + by << '\n';
+        else if(word != "mtllib")
+            text << line << '\n';
+    }
+    return text.str();
+}
+
+TEST(Select, APickFromWithinTheBoundsMeasuresFromTheEye)
+{
+    Json const found = picked_from_inside(pavilion(), 0);
+    ASSERT_GT(found.size(), 0u);
+    // The eye is 3.25 from the middle of the picture, which the bowl surrounds.
+    EXPECT_NEAR(found[0]["eyeDistance"].get<double>(), 3.2, 0.3);
+    for(Json const &hit : found)
+    {
+        double const x = hit["point"][0].get<double>() - 1;
+        double const y = hit["point"][1].get<double>() - 1.7;
+        double const z = hit["point"][2].get<double>() - 3;
+        EXPECT_NEAR(hit["eyeDistance"].get<double>(), std::sqrt(x * x + y * y + z * z), 1e-5);
+        // Distances count from the near side, which is close to the eye.
+        EXPECT_NEAR(hit["distance"].get<double>(), hit["eyeDistance"].get<double>(), 0.02);
+    }
+}
+
+TEST(Select, APickFindsTheSameNodesWhereTheModelIsFarFromTheOrigin)
+{
+    TextFile const file("moved.obj", moved_pavilion(1000));
+    Json const here = picked_from_inside(pavilion(), 0);
+    Json const there = picked_from_inside(file.path(), 1000);
+    ASSERT_EQ(there.size(), here.size());
+    for(std::size_t i = 0; i < here.size(); ++i)
+    {
+        EXPECT_EQ(there[i]["node"], here[i]["node"]);
+        EXPECT_NEAR(there[i]["eyeDistance"].get<double>(), here[i]["eyeDistance"].get<double>(),
+                    1e-3);
+    }
+}
+
+TEST(Select, ABoxOfAnySizeFindsWhatIsInIt)
+{
+    for(std::string const size : {"1e3", "1e9", "1e20", "1e30"})
+        EXPECT_EQ(
+            hits({"--box", '-' + size + ",-" + size + ",-" + size, size + ',' + size + ',' + size})
+                .size(),
+            hits({"--box", "-100,-100,-100", "100,100,100"}).size())
+            << size;
+}
+
+TEST(Select, WithoutAViewThereIsNoDistanceFromAnEye)
+{
+    for(Json const &hit : hits({"--box", "-1,0,-1", "1,1,1"}))
+        EXPECT_FALSE(hit.contains("eyeDistance"));
+    for(Json const &hit : hits(view + Words{"--pixel", "640,330", "--fast"}))
+    {
+        EXPECT_EQ(hit["point"], nullptr);
+        EXPECT_EQ(hit["eyeDistance"], nullptr);
+    }
+}
+
+TEST(Select, ATriangleWhollyInsideHasNoNearestPoint)
+{
+    TextFile const file("inside.obj", "v 5 0 0\nv 6 0 0\nv 5 1 0\nf 1 2 3\n");
+    Outcome const outcome = run_program(
+        {"select", file.path(), "--box", "0,-9,-9", "9,9,9", "--hits", "all", "--json"});
+    Json const found = Json::parse(outcome.out)["hits"];
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0]["point"], nullptr);
+    EXPECT_EQ(found[1]["point"], Json({5, 1, 0}));
+    Outcome const table = run_program({"select", file.path(), "--box", "0,-9,-9", "9,9,9"});
+    EXPECT_NE(table.out.find(" - "), std::string::npos) << table.out;
+}
+
+TEST(Select, APixelMayBeAFraction)
+{
+    Json const whole = hits(view + Words{"--rect", "629.5,320,650,340"});
+    EXPECT_EQ(hits(view + Words{"--rect", "650,340,629.5,320"}), whole);
+    EXPECT_EQ(hits(view + Words{"--pixel", "640.5,330.25", "--radius", "10"}),
+              hits(view + Words{"--rect", "630.5,320.25,650.5,340.25"}));
 }
 
 TEST(Select, WithoutJsonIsATable)

@@ -51,14 +51,16 @@ TEST(Arguments, ASizeIsTwoWholeNumbersWithItsOwnSign)
     EXPECT_FALSE(Tool::parsePair("99999999999x1", 'x', read));
 }
 
-TEST(Arguments, ARectangleIsTwoCorners)
+TEST(Arguments, ARowOfNumbersHasNoneTooFewAndNoneTooMany)
 {
-    Tool::Pair from;
-    Tool::Pair to;
-    ASSERT_TRUE(Tool::parseRectangle("1,-2,30,40", from, to));
-    EXPECT_EQ(from.second, -2);
-    EXPECT_EQ(to.first, 30);
-    EXPECT_FALSE(Tool::parseRectangle("1,2,3", from, to));
-    EXPECT_FALSE(Tool::parseRectangle("1,2,3,4,5", from, to));
+    float read[4] = {7, 7, 7, 7};
+    EXPECT_FALSE(Tool::parseNumbers("1,2,3", read));
+    EXPECT_FALSE(Tool::parseNumbers("1,2,3,4,5", read));
+    EXPECT_FALSE(Tool::parseNumbers("1,2,3,inf", read));
+    EXPECT_EQ(read[0], 7);
+    ASSERT_TRUE(Tool::parseNumbers("1.5,-2,30,40", read));
+    EXPECT_EQ(read[0], 1.5f);
+    EXPECT_EQ(read[1], -2);
+    EXPECT_EQ(read[3], 40);
 }
 } // namespace

@@ -27,9 +27,12 @@ class SelectionFunctor;
 ///     action->apply(root);
 ///     functor.hits(SelectionFunctor::FrontHits);
 ///
-/// `apply` wants an actor and a frustum; neither is tested. Volumes of nodes are taken as they
-/// stand: the host has them up to date. An action and its functor belong to one thread during a
-/// selection, and the static data below to the one that starts the system up.
+/// `apply` needs an actor and a frustum; neither is tested. Volumes of nodes are taken as they
+/// stand. After an edit the host first commits and then calls Node::updateVolume: the commit marks
+/// the volumes that the edit touched as invalid, and an invalid volume is not used for culling. The
+/// other way round the answers are the same, but they take longer. An action and its functor belong
+/// to one thread during a selection, and the static data below to the one that starts the system
+/// up.
 class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
 {
   public:

@@ -103,8 +103,8 @@ void copy_to(HitList &list, HitPointers const &hits)
 }
 } // namespace
 
-// All sorts are stable, and no order rests on addresses: equal distances stay in the order in which
-// they were found, from run to run.
+// All sorts are stable and no order rests on addresses, so that equal distances have the same order
+// in every run.
 void SelectionFunctor::stop()
 {
     std::stable_sort(_allHits.begin(), _allHits.end(),

@@ -47,8 +47,10 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
         BottomPlane = 5
     };
 
-    /// Lists of results. Among equal distances all three keep one order: that in which the hits
-    /// stand in AllHits, which is the one in which they were found.
+    /// Lists of results. AllHits is sorted by distance alone and stable: of equal distances the
+    /// nearest hits come first, those of the geometry that was walked last before the others, then
+    /// the farthest hits in the order of the walk. FrontHits and BackHits keep the order that their
+    /// hits have in AllHits wherever distances are equal.
     enum HitType : Int32
     {
         AllHits = 0,   ///< every hit, by ascending distance
@@ -59,10 +61,14 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     struct HitT
     {
         UInt32 selectionType = 0; ///< the functor's whole mask, not the kind of this primitive
-        Pnt3f point;              ///< in the space of the traversal's root
+        Pnt3f point;              ///< in the space of the traversal's root, see hasPoint
         Vec3f normal;             ///< in the geometry's space
         Node *node = nullptr;     ///< shows the geometry; not counted
         Int32 index = -1;         ///< running number of the primitive; -1 where the hit names none
+        /// Whether `point` lies on the primitive that `index` names. Otherwise nobody set it, or a
+        /// triangle that is farther away: the nearest triangle lies wholly inside, or the selection
+        /// looks for no places.
+        bool hasPoint = false;
         /// From the reference plane, in the geometry's space: not comparable across scales, though
         /// the lists compare it as it stands.
         Real32 distance = 0.f;

@@ -18,20 +18,14 @@ constexpr Real32 zero_epsilon = 1e-6f;
 bool passes_near(Extreme const &near, Real32 distance) { return near.distance >= distance; }
 bool passes_far(Extreme const &far, Real32 distance) { return distance >= far.distance; }
 
-/// Takes a corner with its normal and place.
-void take(Extreme &extreme, Real32 distance, Int32 index, Vec3f const &normal, Pnt3f const &point)
-{
-    extreme = {distance, index, point, normal};
-}
-
 /// Takes the corner where it is an extreme one; `normal()` is asked only then.
 template <class Normal>
 void offer(Extremes &extremes, Real32 distance, Int32 index, Pnt3f const &point, Normal normal)
 {
     if(passes_near(extremes.near, distance))
-        take(extremes.near, distance, index, normal(), point);
+        extremes.near = {distance, index, point, normal(), true};
     if(passes_far(extremes.far, distance))
-        take(extremes.far, distance, index, normal(), point);
+        extremes.far = {distance, index, point, normal(), true};
 }
 
 /// The extremes of triangles, and the triangles that they belong to.
@@ -47,17 +41,12 @@ class TriangleExtremes
     {
         for(int v = 0; v < 3; ++v)
         {
-            Real32 const distance = _plane.distance(corners[v]);
-            if(passes_near(_extremes.near, distance))
+            // The near point stays: only a crossing triangle sets it.
+            Pnt3f const nearPoint = _extremes.near.point;
+            if(add(it, corners, corners[v], [&] { return it.getNormal(v); }))
             {
-                take(_extremes.near, distance, it.getIndex(), it.getNormal(v),
-                     _extremes.near.point);
-                std::copy_n(corners, 3, _nearTriangle);
-            }
-            if(passes_far(_extremes.far, distance))
-            {
-                take(_extremes.far, distance, it.getIndex(), it.getNormal(v), corners[v]);
-                std::copy_n(corners, 3, _farTriangle);
+                _extremes.near.point = nearPoint;
+                _extremes.near.hasPoint = false;
             }
         }
     }
@@ -66,20 +55,7 @@ class TriangleExtremes
                     ClippedTriangle const &clipped)
     {
         for(int i = 0; i < clipped.size(); ++i)
-        {
-            Pnt3f const &point = clipped[i].first;
-            Real32 const distance = _plane.distance(point);
-            if(passes_near(_extremes.near, distance))
-            {
-                take(_extremes.near, distance, it.getIndex(), Vec3f(), point);
-                std::copy_n(corners, 3, _nearTriangle);
-            }
-            if(passes_far(_extremes.far, distance))
-            {
-                take(_extremes.far, distance, it.getIndex(), Vec3f(), point);
-                std::copy_n(corners, 3, _farTriangle);
-            }
-        }
+            add(it, corners, clipped[i].first, [] { return Vec3f(); });
     }
 
     /// The result, with normals of the faces where there is no other.
@@ -91,13 +67,29 @@ class TriangleExtremes
     }
 
   private:
+    /// Offers a corner of the triangle, or of what is left of it. True where it is the near one.
+    template <class Normal>
+    bool add(TriangleIterator const &it, Pnt3f const *corners, Pnt3f const &point, Normal normal)
+    {
+        Real32 const distance = _plane.distance(point);
+        bool const isNear = passes_near(_extremes.near, distance);
+        bool const isFar = passes_far(_extremes.far, distance);
+        if(isNear || isFar)
+            offer(_extremes, distance, it.getIndex(), point, normal);
+        if(isNear)
+            std::copy_n(corners, 3, _nearTriangle);
+        if(isFar)
+            std::copy_n(corners, 3, _farTriangle);
+        return isNear;
+    }
+
     static void complete(Extreme &extreme, Pnt3f const *triangle)
     {
         if(!extreme.normal.equals(Vec3f(), zero_epsilon))
             return;
         extreme.normal = (triangle[1] - triangle[0]).cross(triangle[2] - triangle[0]);
         extreme.normal.normalize();
-        if(!(extreme.normal == extreme.normal)) // a corner that is no number, or an overflow
+        if(!(extreme.normal == extreme.normal)) // a NaN corner, or an overflow
             extreme.normal = Vec3f();
     }
 

@@ -91,6 +91,7 @@ SelectionFunctor::HitT SimpleSelectionFunctor::hit_at(SelectionAction const &act
 {
     HitT hit = hit_here(action);
     action.topMatrix().multFull(extreme.point, hit.point);
+    hit.hasPoint = extreme.hasPoint;
     hit.normal = extreme.normal;
     hit.index = extreme.index;
     hit.distance = extreme.distance;
