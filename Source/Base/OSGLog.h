@@ -5,8 +5,8 @@
 ///
 /// Up to system state 3 a message goes through the global `Log`, which `doInitLog` makes when the
 /// first message finds none: level and module are tested, a header with file, line and function is
-/// written, then the text, all under the log's lock and in one write. Above state 3 (the system is going down) the
-/// same text goes to standard output without header.
+/// written, then the text, all under the log's lock and in one write. Above state 3 (the system is
+/// going down) the same text goes to standard output without header.
 
 #include <cstdarg>
 #include <ostream>

@@ -33,9 +33,9 @@ class OSG_FILEIO_API SceneFileHandlerBase
     /// The same from a stream; `suffix` names the type.
     TransitPtr<Node> read(std::istream &in, char const *suffix,
                           SceneFileType::Resolver const &resolver = SceneFileType::Resolver());
-    /// Whether the last read gave a scene and went through its whole file: false where it gave null,
-    /// raised an exception, or ended early at something that it could not read. Reads within a
-    /// read count with it.
+    /// Whether the last read gave a scene and went through its whole file: false where it gave
+    /// null, raised an exception, or ended early at something that it could not read. Reads within
+    /// a read count with it.
     bool wasLastReadComplete() const { return _lastReadComplete; }
     /// False, with a log line, where no type writes the suffix or the file could not be written.
     bool write(Node *node, char const *fileName);

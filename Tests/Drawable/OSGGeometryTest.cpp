@@ -123,7 +123,8 @@ TEST(Geometry, SlotsThatAreNotInUseTakeNoRoom)
     GeometryPtr const geometry(Geometry::create());
     UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
     UInt64 const before = getMemBytes();
-    for(UInt16 const slot : {Geometry::PositionsSlot, Geometry::NormalsSlot, Geometry::TexCoordsSlot})
+    for(UInt16 const slot :
+        {Geometry::PositionsSlot, Geometry::NormalsSlot, Geometry::TexCoordsSlot})
         geometry->setIndex(index, slot);
     EXPECT_LE(getMemBytes() - before, 40u);
     EXPECT_EQ(geometry->getMFPropIndices()->size(), 9u);

@@ -348,9 +348,9 @@ TEST(ReadBuffer, TellsTheLineAcrossBlocksOfAnySize)
 
 TEST(ReadBuffer, TellsTheWordThatANumberCouldNotBeReadFrom)
 {
-    std::pair<char const *, char const *> const rows[] = {
-        {"1,5 2", "1,5"}, {" abc 2", "abc"}, {"1e400\n2", "1e400"},
-        {"\n\nnan", "nan"}, {"1 2x", "2x"}, {"-\t1", "-"}};
+    std::pair<char const *, char const *> const rows[] = {{"1,5 2", "1,5"},      {" abc 2", "abc"},
+                                                          {"1e400\n2", "1e400"}, {"\n\nnan", "nan"},
+                                                          {"1 2x", "2x"},        {"-\t1", "-"}};
     for(auto const &[text, word] : rows)
     {
         for(std::size_t blockSize : {1u, 2u, 3u, 1000u})

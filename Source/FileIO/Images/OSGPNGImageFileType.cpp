@@ -158,9 +158,13 @@ StbBlocks join_data_chunks(PictureBytes &bytes)
 // Deflate makes at most 258 bytes of two bits; of a byte with eight indices come 32 of colour.
 constexpr UInt64 max_expansion = 1032 * 32;
 
-StbImageFileType::Format const format = {
-    "Portable Network Graphics", PictureFormat::Png, signature,
-    sizeof(signature),           is_complete,        max_expansion, join_data_chunks};
+StbImageFileType::Format const format = {"Portable Network Graphics",
+                                         PictureFormat::Png,
+                                         signature,
+                                         sizeof(signature),
+                                         is_complete,
+                                         max_expansion,
+                                         join_data_chunks};
 char const *suffixes[] = {"png"};
 StbImageFileType type(suffixes, sizeof(suffixes), format);
 } // namespace

@@ -61,8 +61,7 @@ class EncoderBlocks
 
     static void *allocate(std::size_t size)
     {
-        auto *const block =
-            static_cast<Header *>(OSG::MemMallocOrThrow(sizeof(Header) + size));
+        auto *const block = static_cast<Header *>(OSG::MemMallocOrThrow(sizeof(Header) + size));
         *block = {nullptr, _current->_first};
         if(block->next != nullptr)
             block->next->before = block;

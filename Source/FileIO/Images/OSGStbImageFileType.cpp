@@ -17,8 +17,7 @@ TransitPtr<Image> StbImageFileType::read(std::istream &in) const
     PictureBytes bytes = read_picture_bytes(in, _format.signature, _format.signatureSize);
     if(bytes.empty() || !_format.isComplete(bytes))
         return nullptr;
-    StbBlocks const blocks =
-        _format.prepare != nullptr ? _format.prepare(bytes) : StbBlocks::Fixed;
+    StbBlocks const blocks = _format.prepare != nullptr ? _format.prepare(bytes) : StbBlocks::Fixed;
     return decode_picture(bytes, _format.maxExpansion, blocks);
 }
 

@@ -26,7 +26,7 @@ class OSG_FILEIO_API StbImageFileType : public ImageFileType
         UInt8 const *signature; ///< how each file begins
         std::size_t signatureSize;
         IsComplete isComplete;
-        UInt64 maxExpansion; ///< most bytes of a picture that one byte of a file can make
+        UInt64 maxExpansion;       ///< most bytes of a picture that one byte of a file can make
         Prepare prepare = nullptr; ///< null: as they are, in blocks that don't grow
     };
 

@@ -201,8 +201,8 @@ bool PointerList::growSparse(UInt32 index, FieldContainer *value)
         return false;
     bool const isSame = isOne && (*this)[0] == value;
     UInt32 const place = isSame ? 1 : count + 1;
-    auto *const grown = static_cast<Sparse *>(
-        MemMallocOrThrow(sizeof(Sparse) + place * sizeof(FieldContainer *)));
+    auto *const grown =
+        static_cast<Sparse *>(MemMallocOrThrow(sizeof(Sparse) + place * sizeof(FieldContainer *)));
     grown->places = isOne ? 1 : isSparse() ? sparse()->places : 0;
     if(isOne)
         grown->entries()[0] = (*this)[0];

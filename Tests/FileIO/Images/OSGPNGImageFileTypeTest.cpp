@@ -87,9 +87,11 @@ std::string stored(std::string const &data)
 /// A fixed block that makes `count` times 258 zeros behind the first byte.
 std::string inflating(std::size_t count)
 {
-    std::string bits = "110" "00110000"; // last block, fixed codes; the byte 0
+    std::string bits = "110"
+                       "00110000"; // last block, fixed codes; the byte 0
     for(std::size_t i = 0; i < count; ++i)
-        bits += "11000101" "00000"; // length 258, distance 1
+        bits += "11000101"
+                "00000"; // length 258, distance 1
     bits += "0000000";
     std::string stream("\x78\x01", 2);
     for(std::size_t at = 0; at < bits.size(); at += 8)
@@ -158,8 +160,7 @@ TEST(PNGImageFileType, EmptyDataChunksArePassedOver)
     ImagePtr const plain = picture_in(png_of({5, 7}, {data}), "png");
     ASSERT_NE(plain, nullptr);
     for(std::vector<std::string> const &parts :
-        {std::vector<std::string>{"", data},
-         {"", "", data.substr(0, 3), "", data.substr(3), ""}})
+        {std::vector<std::string>{"", data}, {"", "", data.substr(0, 3), "", data.substr(3), ""}})
     {
         ImagePtr const read = picture_in(png_of({5, 7}, parts), "png");
         ASSERT_NE(read, nullptr);

@@ -65,7 +65,8 @@ TEST(PathPlot, HasFiniteNumbersWhateverTheSceneHas)
     NodePtr const scene = make_node(make_geometry(one_primitive(
         TrianglesPrimitive,
         {{-Far, 0, 0}, {Far, 0, 0}, {0, Far, -Far}, {0, 0, 0}, {Infinite, 0, 0}, {0, 1, 0}})));
-    std::string const svg = plot(scene, {{{-Far, 0, 0}, {Far, Far, 0}}, {{Far, 1, 0}, {-Far, 0, 0}}});
+    std::string const svg =
+        plot(scene, {{{-Far, 0, 0}, {Far, Far, 0}}, {{Far, 1, 0}, {-Far, 0, 0}}});
     EXPECT_EQ(count(svg, "nan"), 0u);
     EXPECT_EQ(count(svg, "inf"), 0u);
     EXPECT_EQ(count(svg, "<polyline"), 2u);

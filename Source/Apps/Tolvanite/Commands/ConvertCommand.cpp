@@ -28,10 +28,8 @@ bool is_written(std::string const &suffix)
 // Empty on success, else the reason.
 std::string write_scene(OSG::Node *root, std::string const &target)
 {
-    return replace_file(target,
-                        [root](std::string const &path) {
-                            return OSG::SceneFileHandlerBase::the()->write(root, path.c_str());
-                        });
+    return replace_file(target, [root](std::string const &path)
+                        { return OSG::SceneFileHandlerBase::the()->write(root, path.c_str()); });
 }
 
 struct Outcome
@@ -44,7 +42,8 @@ struct Outcome
 
 void print_outcome(std::ostream &out, ConvertOptions const &options, Outcome const &outcome)
 {
-    out << OSG::shown_text(options.file) << " to " << OSG::shown_text(options.target) << ": " << outcome.nodesBefore << " nodes";
+    out << OSG::shown_text(options.file) << " to " << OSG::shown_text(options.target) << ": "
+        << outcome.nodesBefore << " nodes";
     if(outcome.nodesAfter != outcome.nodesBefore)
         out << " to " << outcome.nodesAfter;
     out << ", " << outcome.seconds << " s\n";

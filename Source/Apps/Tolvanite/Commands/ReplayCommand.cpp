@@ -122,8 +122,7 @@ void print_poses(std::ostream &out, std::vector<Pose> const &poses)
 }
 
 // Empty on success, else the reason.
-std::string write_plot(std::string const &target, OSG::Node *scene,
-                       std::vector<Pose> const &poses)
+std::string write_plot(std::string const &target, OSG::Node *scene, std::vector<Pose> const &poses)
 {
     std::vector<OSG::PathPoint> path;
     path.reserve(poses.size());

@@ -24,8 +24,8 @@ class WorkFolder
 
     std::filesystem::path const &path() const { return _path; }
 
-    /// Moves the files of the folder to `parent`, the one called `name` to `target`, last. No signal
-    /// comes between. False, with `error` set, where one cannot be moved.
+    /// Moves the files of the folder to `parent`, the one called `name` to `target`, last. No
+    /// signal comes between. False, with `error` set, where one cannot be moved.
     bool moveOut(std::string const &name, std::filesystem::path const &target,
                  std::error_code &error);
 

@@ -107,7 +107,8 @@ void printOperations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &
 {
     for(OSG::GraphOpAccount const &account : accounts)
     {
-        out << OSG::shown_text(account.name) << ": " << account.nodesBefore << " nodes to " << account.nodesAfter;
+        out << OSG::shown_text(account.name) << ": " << account.nodesBefore << " nodes to "
+            << account.nodesAfter;
         for(Row const &row : rows)
             if(account.*row.count != 0)
                 out << ", " << account.*row.count << ' ' << row.words;

@@ -61,20 +61,19 @@ TEST(LogOfARead, AMissingLibraryIsOneLineWithNameLineAndCount)
 
 TEST(LogOfARead, UnknownMaterialsOfALibraryThatIsThereAreALineToo)
 {
-    TextFile const file("lacking.obj", std::string(Triangle) + "usemtl a\n" + Triangle +
-                                           "usemtl b\n" + Triangle);
+    TextFile const file("lacking.obj",
+                        std::string(Triangle) + "usemtl a\n" + Triangle + "usemtl b\n" + Triangle);
     EXPECT_EQ(run_program({"info", file.path()}).err, "FATAL: Unkown mtl a (line 5, 2 times)\n");
 }
 
 TEST(LogOfARead, EscapeSequencesOfTheFileDoNotReachTheTerminal)
 {
     TextFile const file("\x1b[7m.obj", "\x1b[31m 1\nusemtl \x1b[32m\n" + std::string(Triangle));
-    for(std::vector<std::string> const &words :
-        {std::vector<std::string>{"info", file.path()},
-         {"info", file.path() + "\x1b[0m"},
-         {"convert", file.path(), "/missing\x1b/out.osb"},
-         {"dump", file.path(), "--op", "\x1b[33m"},
-         {"\x1b[33m"}})
+    for(std::vector<std::string> const &words : {std::vector<std::string>{"info", file.path()},
+                                                 {"info", file.path() + "\x1b[0m"},
+                                                 {"convert", file.path(), "/missing\x1b/out.osb"},
+                                                 {"dump", file.path(), "--op", "\x1b[33m"},
+                                                 {"\x1b[33m"}})
     {
         Outcome const outcome = run_program(words);
         EXPECT_EQ(outcome.err.find('\x1b'), std::string::npos) << outcome.err;

@@ -84,8 +84,7 @@ TEST_F(ReplaceFile, TwoFoldersHaveNamesThatDiffer)
 TEST_F(ReplaceFile, WhatBelongsToItGoesBesideTheTarget)
 {
     EXPECT_EQ(replace_file(target,
-                           [](std::string const &path)
-                           {
+                           [](std::string const &path) {
                                return write_text(path, "new") &&
                                       write_text(fs::path(path).replace_extension("mtl"), "more");
                            }),

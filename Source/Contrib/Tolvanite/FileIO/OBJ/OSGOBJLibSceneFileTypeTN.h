@@ -30,8 +30,8 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
     ~OBJSceneFileTypeTN() override;
     char const *getName() const override;
     /// Neither the name nor the resolver is used. Ends at the first value that cannot be read and
-    /// gives everything before it, with a warning; null where no geometry could be made. Commits the thread's
-    /// changes.
+    /// gives everything before it, with a warning; null where no geometry could be made. Commits
+    /// the thread's changes.
     TransitPtr<Node> read(std::istream &in, char const *fileNameOrExtension,
                           Resolver resolver) const override;
 

@@ -100,8 +100,8 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *
         _normals = nullptr;
     }
     geometry->setMaterial(material != nullptr ? material : defaultMaterial());
-    createSharedIndex(geometry.get(),
-                      [this](MField<UInt32> &&entries) { return _indices.get(std::move(entries)); });
+    createSharedIndex(geometry.get(), [this](MField<UInt32> &&entries)
+                      { return _indices.get(std::move(entries)); });
     if(geometry->getNormals() == nullptr)
         calcVertexNormals(geometry.get(), [this](MField<UInt32> &&entries)
                           { return _normalIndices.get(std::move(entries)); });
