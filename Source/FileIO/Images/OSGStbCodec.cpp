@@ -184,15 +184,15 @@ constexpr int jpeg_quality = 90;
 
 TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion, StbBlocks blocks)
 {
-    if(!may_be_decoded(bytes, maxExpansion))
-        return nullptr;
     decoder_state = {blocks == StbBlocks::Growing, false};
     int width = 0;
     int height = 0;
     int channels = 0;
     std::unique_ptr<UInt8, void (*)(void *)> const pixels(
-        stbi_load_from_memory(bytes.data(), static_cast<int>(bytes.size()), &width, &height,
-                              &channels, 0),
+        may_be_decoded(bytes, maxExpansion)
+            ? stbi_load_from_memory(bytes.data(), static_cast<int>(bytes.size()), &width, &height,
+                                    &channels, 0)
+            : nullptr,
         MemFree);
     bool const lacksMemory = decoder_state.lacksMemory;
     decoder_state = {};

@@ -31,7 +31,7 @@ class OSG_CONTRIBTOLVANITE_API ObjArrayPool
     Pointer get(Values &&values);
 
   private:
-    static constexpr std::size_t Places = 1024; // a power of two
+    static constexpr std::size_t Places = 128; // a power of two; files repeat very few arrays
 
     std::vector<Pointer, MemAllocator<Pointer>> _places; // by hash value; empty until needed
 };

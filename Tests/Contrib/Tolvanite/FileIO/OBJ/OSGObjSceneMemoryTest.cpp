@@ -124,7 +124,7 @@ TEST(ObjSceneMemory, EveryRunTakesTheSameHoweverManyThereAre)
     EXPECT_LE(many.peak, 4 * few.peak);
 }
 
-TEST(ObjSceneMemory, ARunTakesFiveHundredBytesInFiveContainers)
+TEST(ObjSceneMemory, ARunTakesLittleMoreThanItsNodeGeometryIndexAndNormals)
 {
     // Each run is a triangle of its own vertices, whose arrays are left out of the account.
     auto const text = [](std::size_t runs)
@@ -144,7 +144,7 @@ TEST(ObjSceneMemory, ARunTakesFiveHundredBytesInFiveContainers)
     Taken const many = take(manyText, "#", 1);
     UInt64 const positions = 3 * sizeof(Pnt3f);
     RecordProperty("BytesOfARun", std::to_string((many.held - few.held) / 10000 - positions));
-    EXPECT_LE((many.held - few.held) / 10000 - positions, 500u);
+    EXPECT_LE((many.held - few.held) / 10000 - positions, 580u);
     EXPECT_LE((many.containers - few.containers) / 10000, 5u);
 }
 
@@ -152,7 +152,7 @@ TEST(ObjSceneMemory, DenseRunsStayWithinTheBound)
 {
     for(char const *run : {"usemtl a\nf 1 2 3\n", "usemtl a\nf 1\n", "usemtl a\nf 1 2/2 3\n"})
     {
-        std::size_t const runs = 300000;
+        std::size_t const runs = 100000;
         Taken const taken = take(CORNERS, run, runs);
         UInt64 const bytes = std::string(CORNERS).size() + std::string(run).size() * runs;
         EXPECT_LE(taken.peak, read_memory_bound(bytes)) << run;
