@@ -1,5 +1,7 @@
 #include "OSGOSBRootElement.h"
 
+#include "OSGShownText.h"
+
 namespace OSG
 {
 std::string OSBRootElement::readName()
@@ -13,13 +15,8 @@ std::string OSBRootElement::readName()
 
 std::string OSBRootElement::shown(std::string const &name)
 {
-    std::string text = name.substr(0, 100);
-    for(char &letter : text)
-    {
-        if(letter < ' ' || letter > '~')
-            letter = '?';
-    }
-    return text;
+    constexpr std::size_t LongestShown = 100;
+    return shown_text(name.substr(0, LongestShown));
 }
 
 UInt32 OSBRootElement::addContainer(FieldContainer *container)
