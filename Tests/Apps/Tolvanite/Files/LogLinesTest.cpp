@@ -61,8 +61,10 @@ TEST(LogOfARead, AMissingLibraryIsOneLineWithNameLineAndCount)
 
 TEST(LogOfARead, UnknownMaterialsOfALibraryThatIsThereAreALineToo)
 {
-    TextFile const file("lacking.obj",
-                        std::string(Triangle) + "usemtl a\n" + Triangle + "usemtl b\n" + Triangle);
+    std::string text = Triangle;
+    for(char const *const word : {"usemtl a\n", "usemtl b\n"})
+        text.append(word).append(Triangle);
+    TextFile const file("lacking.obj", text);
     EXPECT_EQ(run_program({"info", file.path()}).err, "FATAL: Unkown mtl a (line 5, 2 times)\n");
 }
 
