@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Runs the benchmark programs of a folder and prints our times beside those of the peers.
 
-    bench_ratios.py FOLDER [OPTION...]
+    bench_ratios.py FOLDER [PROGRAM] [OPTION...]
 
-A program is a file named *Benchmarks; the options go to each. Benchmarks are named CASE/ours and
+A program is a file named *Benchmarks; without its name (containers for ContainersBenchmarks) all
+run. The options go to each. Benchmarks are named CASE/ours and
 CASE/PEER; those of a case run interleaved in one process, seven repetitions each unless an option
 says otherwise. Printed per case: the median time with its range, and the ratio of the medians
 with the least and the greatest ratio that the ranges allow. Below 1 we are faster.
@@ -19,8 +20,18 @@ MODIFIERS = re.compile(r"(/(iterations|repeats|min_time|min_warmup_time|real_tim
                        r"|manual_time|threads)(:[^/]*)?)+$")
 
 
+def quantity(entry):
+    """What a repetition measured, and its unit."""
+    if "bytes" in entry:
+        return entry["bytes"], "bytes"
+    if "items_per_second" in entry:
+        return 1e9 / entry["items_per_second"], "ns"
+    scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}[entry["time_unit"]]
+    return entry["real_time"] * scale, "ms"
+
+
 def run(program, options):
-    """Milliseconds of every repetition by case and contender."""
+    """What every repetition measured and the unit, by case and contender."""
     print(f"running {program.name}", file=sys.stderr)
     command = [str(program), "--benchmark_format=json", "--benchmark_repetitions=7",
                "--benchmark_enable_random_interleaving=true", *options]
@@ -32,19 +43,19 @@ def run(program, options):
         if entry.get("run_type") != "iteration":
             continue
         case, _, contender = MODIFIERS.sub("", entry["run_name"]).rpartition("/")
-        scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}[entry["time_unit"]]
-        times.setdefault(case, {}).setdefault(contender, []).append(entry["real_time"] * scale)
+        value, unit = quantity(entry)
+        times.setdefault((case, unit), {}).setdefault(contender, []).append(value)
     return times
 
 
-def describe(values):
-    return f"{statistics.median(values):10.3f} ms ({min(values):.3f} to {max(values):.3f})"
+def describe(values, unit):
+    return f"{statistics.median(values):10.3f} {unit} ({min(values):.3f} to {max(values):.3f})"
 
 
-def report(case, contenders):
+def report(case, unit, contenders):
     print(case)
     for name, values in contenders.items():
-        print(f"  {name:<16}{describe(values)}")
+        print(f"  {name:<16}{describe(values, unit)}")
     ours = contenders.get("ours")
     for name, values in contenders.items():
         if ours and name != "ours":
@@ -54,12 +65,16 @@ def report(case, contenders):
 
 
 def main():
-    programs = sorted(pathlib.Path(sys.argv[1]).glob("*Benchmarks"))
+    folder, options = sys.argv[1], sys.argv[2:]
+    programs = sorted(pathlib.Path(folder).glob("*Benchmarks"))
+    if options and not options[0].startswith("-"):
+        wanted = options.pop(0).lower() + "benchmarks"
+        programs = [program for program in programs if program.name.lower() == wanted]
     if not programs:
-        raise SystemExit(f"no benchmark program in {sys.argv[1]}")
+        raise SystemExit(f"no such benchmark program in {folder}")
     for program in programs:
-        for case, contenders in run(program, sys.argv[2:]).items():
-            report(case, contenders)
+        for (case, unit), contenders in run(program, options).items():
+            report(case, unit, contenders)
 
 
 if __name__ == "__main__":

@@ -161,7 +161,9 @@ class Container:
             (public if field.access == "public" else protected).extend(write)
             protected += [f"GetFieldHandlePtr getHandle{field.capital}() const;",
                           f"EditFieldHandlePtr editHandle{field.capital}();"]
-        members = "\n".join(f"{f.field_type} {f.member};" for f in self.fields)
+        # A field may begin in the tail that the one before it leaves.
+        members = "\n".join(f"[[no_unique_address]] {f.field_type} {f.member};"
+                            for f in self.fields)
         return f"""// Made by containergen.py from {self.path.name}.
 #pragma once
 

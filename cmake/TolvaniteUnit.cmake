@@ -67,9 +67,12 @@ function(osg_unit NAME)
     set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${NAME})
 
+    # What lies in a folder Internal serves the unit alone.
+    set(public_headers ${headers})
+    list(FILTER public_headers EXCLUDE REGEX "/Internal/")
     if(TOLVANITE_INSTALL)
         install(TARGETS ${target} EXPORT TolvaniteTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-        install(FILES ${headers} ${generated} ${generated_dir}/${target}Api.h
+        install(FILES ${public_headers} ${generated} ${generated_dir}/${target}Api.h
             DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tolvanite)
     endif()
     set_property(GLOBAL APPEND PROPERTY TOLVANITE_UNITS ${NAME})

@@ -219,5 +219,23 @@ void BoxVolume::transform(Matrix const &matrix)
         setInfinite();
 }
 
-void extend(BoxVolume &box, BoxVolume const &other) { box.extendBy(other); }
+void BoxVolume::extendByBox(BoxVolume const &other)
+{
+    bool const isBox = !isEmpty() && !other.isEmpty() && other.isValid() && !other.isInfinite();
+    if(isFixed() || !isBox || !is_number(other._min) || !is_number(other._max))
+    {
+        extendBy(other);
+        return;
+    }
+    // Either corner may be the smaller one of a box that was set by hand.
+    for(int axis = 0; axis < 3; ++axis)
+    {
+        Real32 const low = std::min(other._min[axis], other._max[axis]);
+        Real32 const high = std::max(other._min[axis], other._max[axis]);
+        _min[axis] = low < _min[axis] ? low : _min[axis];
+        _max[axis] = high > _max[axis] ? high : _max[axis];
+    }
+}
+
+void extend(BoxVolume &box, BoxVolume const &other) { box.extendByBox(other); }
 } // namespace OSG

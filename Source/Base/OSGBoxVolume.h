@@ -9,6 +9,9 @@
 namespace OSG
 {
 class FrustumVolume;
+class BoxVolume;
+
+OSG_BASE_API void extend(BoxVolume &box, BoxVolume const &other);
 
 /// Closed box from its smallest to its largest corner; empty at first. Points that are not numbers
 /// in all three coordinates are not bounded: no half space holds them, so no cull may miss them.
@@ -57,6 +60,9 @@ class OSG_BASE_API BoxVolume : public Volume
     }
 
   private:
+    friend void extend(BoxVolume &box, BoxVolume const &other);
+    void extendByBox(BoxVolume const &other);
+
     Pnt3f _min;
     Pnt3f _max;
 };

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <iostream>
 #include <mutex>
+#include <new>
 #include <streambuf>
 
 #include "OSGMemManager.h"
@@ -305,8 +306,18 @@ void logMessage(LogLevel level, char const *file, UInt32 line, char const *funct
         return;
     }
     std::atomic_ref<Log *> shared(osgLogP);
-    if(shared.load() == nullptr)
-        doInitLog();
+    try
+    {
+        if(shared.load() == nullptr)
+            doInitLog();
+    }
+    catch(std::bad_alloc const &)
+    {
+        // Without memory for a log: a message never raises an error of its own.
+        std::vfprintf(stderr, format, arguments);
+        va_end(arguments);
+        return;
+    }
     Log &log = *shared.load();
     if(log.checkLevel(level) && log.checkModule(default_module))
     {

@@ -5,6 +5,8 @@
 
 #include <malloc.h>
 
+#include "OSGSoleThread.h"
+
 namespace OSG
 {
 namespace
@@ -24,20 +26,49 @@ constinit std::atomic<bool> in_use{false};
 constinit std::atomic<UInt64> bytes_out{0};
 constinit std::atomic<UInt64> bytes_peak{0};
 constinit std::atomic<UInt64> bytes_limit{0};
+constexpr UInt64 NoLimit = ~UInt64(0); // of bytes, where blocks are counted
+constinit std::atomic<UInt64> blocks_left{NoLimit};
+
+// Counted with every block: a process of one thread is spared the locked instructions.
+UInt64 add_bytes(UInt64 bytes)
+{
+    if(!is_sole_thread())
+        return bytes_out.fetch_add(bytes, std::memory_order_relaxed) + bytes;
+    UInt64 const now = bytes_out.load(std::memory_order_relaxed) + bytes;
+    bytes_out.store(now, std::memory_order_relaxed);
+    return now;
+}
 
 void raise_peak(UInt64 bytes)
 {
     UInt64 peak = bytes_peak.load(std::memory_order_relaxed);
+    if(bytes > peak && is_sole_thread())
+    {
+        bytes_peak.store(bytes, std::memory_order_relaxed);
+        return;
+    }
     while(bytes > peak && !bytes_peak.compare_exchange_weak(peak, bytes, std::memory_order_relaxed))
     {
     }
 }
 
+/// Takes one of the blocks that are left.
+bool take_block()
+{
+    UInt64 left = blocks_left.load(std::memory_order_relaxed);
+    while(left != 0 && left != NoLimit && !blocks_left.compare_exchange_weak(left, left - 1))
+    {
+    }
+    return left != 0;
+}
+
 /// Whether `size` more bytes stay under the limit; spares the back end blocks that do not.
 bool within_limit(UInt64 size, UInt64 limit)
 {
-    return limit == 0 ||
-           (size <= limit && bytes_out.load(std::memory_order_relaxed) <= limit - size);
+    if(limit == 0)
+        return true;
+    return size <= limit && bytes_out.load(std::memory_order_relaxed) <= limit - size &&
+           take_block();
 }
 } // namespace
 
@@ -52,10 +83,10 @@ void *MemMalloc(std::size_t size) noexcept
     if(block == nullptr)
         return nullptr;
     UInt64 const block_size = back_end.blockSize(block);
-    UInt64 const now = bytes_out.fetch_add(block_size, std::memory_order_relaxed) + block_size;
+    UInt64 const now = add_bytes(block_size);
     if(limit != 0 && now > limit)
     {
-        bytes_out.fetch_sub(block_size, std::memory_order_relaxed);
+        add_bytes(UInt64(0) - block_size);
         back_end.release(block);
         return nullptr;
     }
@@ -67,7 +98,7 @@ void MemFree(void *block) noexcept
 {
     if(block == nullptr)
         return;
-    bytes_out.fetch_sub(back_end.blockSize(block), std::memory_order_relaxed);
+    add_bytes(UInt64(0) - back_end.blockSize(block));
     back_end.release(block);
 }
 
@@ -93,5 +124,15 @@ UInt64 getMemPeakBytes() { return bytes_peak.load(std::memory_order_relaxed); }
 
 void resetMemPeak() { bytes_peak.store(bytes_out.load()); }
 
-void setMemLimit(UInt64 bytes) { bytes_limit.store(bytes); }
+void setMemLimit(UInt64 bytes)
+{
+    bytes_limit.store(bytes);
+    blocks_left.store(NoLimit);
+}
+
+void setMemBlockLimit(UInt64 blocks)
+{
+    blocks_left.store(blocks);
+    bytes_limit.store(NoLimit);
+}
 } // namespace OSG

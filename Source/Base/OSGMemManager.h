@@ -36,6 +36,8 @@ OSG_BASE_API UInt64 getMemPeakBytes();
 OSG_BASE_API void resetMemPeak();
 /// MemMalloc gives null once more than `bytes` would be out; 0 lifts the limit.
 OSG_BASE_API void setMemLimit(UInt64 bytes);
+/// MemMalloc hands out `blocks` more blocks, then null until setMemLimit is called.
+OSG_BASE_API void setMemBlockLimit(UInt64 blocks);
 
 /// Standard allocator over MemMalloc; raises std::bad_alloc.
 template <class T>

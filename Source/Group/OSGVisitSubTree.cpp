@@ -4,7 +4,19 @@
 
 namespace OSG
 {
-VisitSubTree::~VisitSubTree() = default;
+VisitSubTree::~VisitSubTree() { watch(nullptr); }
+
+void VisitSubTree::watch(Node *root)
+{
+    if(root == _watched)
+        return;
+    if(_watched != nullptr)
+        Node::subViewer(_watched, this);
+    _watched = nullptr;
+    if(root != nullptr)
+        Node::addViewer(root, this);
+    _watched = root;
+}
 
 void VisitSubTree::adjustVolume(Volume &volume)
 {
@@ -16,7 +28,10 @@ void VisitSubTree::adjustVolume(Volume &volume)
 void VisitSubTree::changed(BitVector whichField, UInt32 origin, BitVector details)
 {
     if((whichField & SubTreeRootFieldMask) != 0)
+    {
+        watch(getSubTreeRoot());
         invalidateVolume();
+    }
     VisitSubTreeBase::changed(whichField, origin, details);
 }
 

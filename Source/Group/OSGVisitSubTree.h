@@ -5,8 +5,8 @@
 namespace OSG
 {
 /// Stands for another subtree, walked in place of the children of its nodes. The other tree is
-/// counted; cycles are ended by the traversals. It does not learn of edits inside the other tree:
-/// after one that moves its bounds the host calls invalidateVolume() here as well.
+/// counted; cycles are ended by the traversals. Once the commit after setSubTreeRoot() has been
+/// made, edits of the other tree make the boxes of the nodes here out of date as well.
 class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
 {
   public:
@@ -17,11 +17,19 @@ class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
 
   protected:
     VisitSubTree() = default;
-    VisitSubTree(VisitSubTree const &) = default;
+    VisitSubTree(VisitSubTree const &source)
+        : VisitSubTreeBase(source)
+    {
+    }
     ~VisitSubTree() override;
 
     static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
+
+  private:
+    void watch(Node *root);
+
+    Node *_watched = nullptr; // the root that has this among its viewers; it may have ended
 };
 } // namespace OSG

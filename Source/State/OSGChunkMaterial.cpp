@@ -30,8 +30,17 @@ bool ChunkMaterial::addChunk(StateChunk *chunk, Int32 slot)
     else if(find(chunk->getType(), slot) != nullptr)
         return false;
     markEdited(ChunksFieldMask | SlotsFieldMask);
-    _mfChunks.push_back(chunk);
+    // A chunk is never without its slot.
     _mfSlots.push_back(slot);
+    try
+    {
+        _mfChunks.push_back(chunk);
+    }
+    catch(...)
+    {
+        _mfSlots.pop_back();
+        throw;
+    }
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "OSGSystem.h"
 
+#include <new>
+
 #include "OSGChangeList.h"
 #include "OSGFieldContainer.h"
 #include "OSGFieldContainerFactory.h"
@@ -38,6 +40,52 @@ void break_links()
     }
     Thread::getCurrentChangeList()->commitChanges();
 }
+
+/// A step of the end; what it does not do for want of memory stays behind.
+template <class Step>
+void try_to(Step step)
+{
+    try
+    {
+        step();
+    }
+    catch(std::bad_alloc const &)
+    {
+        OSG_LOG_WARNING("shutDown: out of memory, something is left behind\n");
+    }
+}
+
+// Children before parents; without memory for that order, the newest before the oldest.
+void terminate_types()
+{
+    try
+    {
+        std::vector<FieldContainerType *> const types =
+            FieldContainerFactoryBase::the()->getTypes();
+        for(auto type = types.rbegin(); type != types.rend(); ++type)
+            (*type)->terminate();
+    }
+    catch(std::bad_alloc const &)
+    {
+        TypeFactory &types = TypeFactory::the();
+        for(UInt32 id = types.getNumTypes(); id-- > 0;)
+        {
+            if(auto *const type = dynamic_cast<FieldContainerType *>(types.findType(id)))
+                type->terminate();
+        }
+    }
+}
+
+void take_down()
+{
+    GlobalSystemState = SystemEnding;
+    try_to([] { runSystemHooks(HookList::PreFactoryExit); });
+    try_to([] { Thread::getCurrentChangeList()->commitChanges(); });
+    terminate_types();
+    try_to(&break_links);
+    try_to([] { runSystemHooks(HookList::PostFactoryExit); });
+    GlobalSystemState = SystemEnded;
+}
 } // namespace
 
 bool startUp()
@@ -47,9 +95,17 @@ bool startUp()
     if(GlobalSystemState != SystemLoaded)
         return false;
     GlobalSystemState = SystemStarting;
-    doInitLog();
-    bring_types_up();
-    runSystemHooks(HookList::PostFactoryInit);
+    try
+    {
+        doInitLog();
+        bring_types_up();
+        runSystemHooks(HookList::PostFactoryInit);
+    }
+    catch(...)
+    {
+        take_down();
+        throw;
+    }
     GlobalSystemState = SystemRunning;
     return true;
 }
@@ -64,15 +120,7 @@ bool shutDown()
 {
     if(GlobalSystemState != SystemRunning)
         return false;
-    GlobalSystemState = SystemEnding;
-    runSystemHooks(HookList::PreFactoryExit);
-    Thread::getCurrentChangeList()->commitChanges();
-    std::vector<FieldContainerType *> const types = FieldContainerFactoryBase::the()->getTypes();
-    for(auto type = types.rbegin(); type != types.rend(); ++type)
-        (*type)->terminate();
-    break_links();
-    runSystemHooks(HookList::PostFactoryExit);
-    GlobalSystemState = SystemEnded;
+    take_down();
     return true;
 }
 } // namespace OSG

@@ -10,7 +10,8 @@ namespace OSG
 /// Brings the types of all loaded libraries up, in phases: descriptions and prototypes, init
 /// functions in phase SystemPre, then all in SystemPost, then the functions given to
 /// addPostFactoryInitFunction. A second call does nothing. False after shutDown: the system does
-/// not start twice in a process.
+/// not start twice in a process. Without memory it is taken down again, and std::bad_alloc passes
+/// on; that was the one start then.
 OSG_SYSTEM_API bool startUp();
 
 /// Ends the scene graph: exit functions, links of what is left, prototypes, post-factory exit

@@ -6,11 +6,18 @@
 namespace OSG
 {
 GraphOp::GraphOp(char const *name)
-    : _name(name)
+    : _name(name != nullptr ? name : "")
 {
 }
 
-GraphOp::GraphOp(GraphOp const &source) = default;
+GraphOp::GraphOp(GraphOp const &source)
+    : MemoryObject(source)
+    , _excludeList(source._excludeList)
+    , _preserveList(source._preserveList)
+    , _name(source._name)
+{
+}
+
 GraphOp::~GraphOp() = default;
 
 namespace
@@ -26,6 +33,13 @@ struct OperationVisitor
 
 bool GraphOp::traverse(Node *root)
 {
+    struct Walk
+    {
+        Node const *&current;
+        Node const *const before;
+        ~Walk() { current = before; }
+    } const walk{_walkedRoot, _walkedRoot};
+    _walkedRoot = root;
     OperationVisitor visitor{*this};
     walk_children(root, visitor);
     return root != nullptr;

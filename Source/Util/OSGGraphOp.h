@@ -71,6 +71,10 @@ class OSG_UTIL_API GraphOp : public MemoryObject
     GraphOp(GraphOp const &source);
     ~GraphOp() override;
 
+    /// The node that `traverse` was called with, while it walks; null otherwise. An operation that
+    /// knows that the node above will be handled too may leave work to it.
+    Node const *getWalkedRoot() const { return _walkedRoot; }
+
     /// Warns that the operation does not have the parameters that are left in `params`, if any are:
     /// "CLASS doesn't have parameters 'WORDS'" and `ending`.
     static void warnUnused(ParamSet const &params, char const *classname,
@@ -81,5 +85,6 @@ class OSG_UTIL_API GraphOp : public MemoryObject
 
   private:
     std::string _name;
+    Node const *_walkedRoot = nullptr;
 };
 } // namespace OSG

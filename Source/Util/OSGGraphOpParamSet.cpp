@@ -45,6 +45,8 @@ GraphOpParamSet::GraphOpParamSet(std::string const &params)
 
 bool GraphOpParamSet::operator()(char const *key, bool &value)
 {
+    if(key == nullptr)
+        return false;
     bool occurs = false;
     for(Word &word : _words)
     {

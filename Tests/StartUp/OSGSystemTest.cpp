@@ -1,11 +1,16 @@
 #include "OSGSystem.h"
 
+#include <thread>
+
 #include <dlfcn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "OSGFieldContainerFactory.h"
 #include "OSGLog.h"
+#include "OSGMemManager.h"
 #include "OSGName.h"
 #include "OSGNode.h"
 #include "OSGSystemHooks.h"
@@ -49,6 +54,121 @@ bool note(char letter)
 {
     order += letter;
     return true;
+}
+
+/// Edits a node when it ends.
+struct EditsAtItsEnd
+{
+    ~EditsAtItsEnd()
+    {
+        if(node == nullptr)
+            return;
+        node->setTravMask(7);
+        node->addChild(UnrecordedRefPtr<Node>(Node::create()));
+        if(count != nullptr)
+            *count = node->getNChildren();
+    }
+    UnrecordedRefPtr<Node> node;
+    UInt32 *count = nullptr;
+};
+
+TEST(System, AnotherThreadMayUseItFirst)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        std::thread([] { startUp(); }).join();
+        static EditsAtItsEnd held;
+        held.node = Node::create();
+        for(int i = 0; i < 100; ++i)
+            held.node->addChild(UnrecordedRefPtr<Node>(Node::create()));
+        SAY(held.node->getNChildren() == 100);
+    });
+}
+
+TEST(System, AnotherThreadMayStartAndEndIt)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        bool started = false;
+        bool ended = false;
+        std::thread([&started] { started = startUp(); }).join();
+        SAY(UnrecordedRefPtr<Node>(Node::create()) != nullptr);
+        std::thread([&ended] { ended = shutDown(); }).join();
+        SAY(started && ended);
+    });
+}
+
+/// Starts the system in a process of its own with `blocks` blocks of memory. 0: it is up; 1: it was
+/// taken down again, and nothing is left; anything else: neither.
+int start_with(UInt64 blocks)
+{
+    pid_t const child = fork();
+    if(child == 0)
+    {
+        int result = 2;
+        setMemBlockLimit(blocks);
+        try
+        {
+            result = startUp() ? 0 : 3;
+        }
+        catch(std::bad_alloc const &)
+        {
+            setMemLimit(0);
+            bool const isDown = GlobalSystemState == SystemEnded;
+            result = isDown && FieldContainerFactoryBase::the()->getNumContainers() == 0 ? 1 : 4;
+        }
+        _exit(result);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(System, AStartWithoutMemoryIsTakenBack)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        UInt64 blocks = 0;
+        int result = 1;
+        for(; result == 1; ++blocks)
+            result = start_with(blocks);
+        SAY(result == 0);
+        SAY(blocks > 100);
+    });
+}
+
+TEST(System, OlderObjectsOfAThreadMayEditWhenTheyEnd)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        SAY(startUp());
+        UInt32 childrenAtTheEnd = 0;
+        UInt32 const before = FieldContainerFactoryBase::the()->getNumContainers();
+        std::thread(
+            [&childrenAtTheEnd]
+            {
+                // Older than all that the thread has of the system.
+                static thread_local EditsAtItsEnd held;
+                held.count = &childrenAtTheEnd;
+                held.node = Node::create();
+            })
+            .join();
+        SAY(childrenAtTheEnd == 1);
+        SAY(FieldContainerFactoryBase::the()->getNumContainers() == before);
+    });
+}
+
+TEST(System, ThreadsThatComeAndGoLeaveNothing)
+{
+    EXPECT_IN_ITS_OWN_PROCESS({
+        SAY(startUp());
+        auto const edit = []
+        {
+            UnrecordedRefPtr<Node> const node(Node::create());
+            node->setTravMask(1);
+        };
+        std::thread(edit).join();
+        UInt64 const before = getMemBytes();
+        for(int i = 0; i < 5000; ++i) // more than there may be at once
+            std::thread(edit).join();
+        SAY(getMemBytes() == before);
+    });
 }
 
 TEST(System, WhatAStaticHoldsEndsAfterTheThreadsObjects)

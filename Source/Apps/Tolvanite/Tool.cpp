@@ -41,6 +41,27 @@ void complain(Streams streams, std::string const &text)
     streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
 }
 
+namespace
+{
+// `tolvanite` alone, `tolvanite help` and `tolvanite help COMMAND`.
+int print_help(CLI::App const &program, char const *command, Streams streams)
+{
+    auto const commands = program.get_subcommands([](CLI::App const *) { return true; });
+    for(CLI::App const *one : commands)
+    {
+        if(command != nullptr && one->get_name() == command)
+        {
+            streams.out << one->help(program.get_name());
+            return Success;
+        }
+    }
+    if(command != nullptr)
+        return misused("no command " + std::string(command), streams);
+    streams.out << program.help();
+    return Success;
+}
+} // namespace
+
 void applyLogLevel(CommonOptions const &options)
 {
     OSG::doInitLog();
@@ -62,6 +83,9 @@ int runTool(int argc, char const *const *argv, Streams streams)
     addFormatsCommand(program, chosen);
     addTypesCommand(program, chosen);
 
+    std::string const word = argc > 1 ? argv[1] : "help";
+    if(word == "help")
+        return print_help(program, argc > 2 ? argv[2] : nullptr, streams);
     try
     {
         program.parse(words_of(argc, argv));

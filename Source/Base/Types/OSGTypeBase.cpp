@@ -12,13 +12,14 @@ namespace OSG
 TypeBase::TypeBase(char const *name, char const *parentName, UInt32 nameSpace)
     : _name(name)
     , _parentName(parentName)
-    , _id(TypeFactory::the().registerType(this))
+    , _id(0)
     , _nameSpace(nameSpace)
 {
     recordStartUp(StartUpKind::Type, name);
+    _id = TypeFactory::the().registerType(this);
 }
 
-TypeBase::~TypeBase() = default;
+TypeBase::~TypeBase() { TypeFactory::the().takeBack(this); }
 DataType::~DataType() = default;
 
 bool TypeBase::isDerivedFrom(TypeBase const &other) const
@@ -72,6 +73,14 @@ UInt32 TypeFactory::registerType(TypeBase *type)
     return static_cast<UInt32>(_data->types.size() - 1);
 }
 
+// Until its name is looked at nobody knows a type: it may still be under construction.
+void TypeFactory::takeBack(TypeBase const *type)
+{
+    std::lock_guard<std::mutex> hold(_data->guard);
+    if(_data->resolved < _data->types.size() && _data->types.back() == type)
+        _data->types.pop_back();
+}
+
 UInt32 TypeFactory::getNumTypes() const
 {
     std::lock_guard<std::mutex> hold(_data->guard);
@@ -86,6 +95,8 @@ TypeBase *TypeFactory::findType(UInt32 id) const
 
 TypeBase *TypeFactory::findType(char const *name, UInt32 nameSpace) const
 {
+    if(name == nullptr)
+        return nullptr;
     std::lock_guard<std::mutex> hold(_data->guard);
     _data->indexNames();
     auto const found = _data->byName.find(Data::key(name, nameSpace));

@@ -69,6 +69,8 @@ class OSG_BASE_API TypeFactory
     static TypeFactory &the();
 
     UInt32 registerType(TypeBase *type);
+    /// A type that could not be made to the end gives its id back; others keep theirs for ever.
+    void takeBack(TypeBase const *type);
     UInt32 getNumTypes() const;
     /// Null for an id that no type has.
     TypeBase *findType(UInt32 id) const;

@@ -4,7 +4,6 @@
 
 namespace OSG
 {
-ActionBase::~ActionBase() = default;
 Action::~Action() = default;
 
 Action::Action(Action const &source)
@@ -88,18 +87,33 @@ ActionBase::ResultE Action::apply(std::vector<Node *>::iterator begin,
 {
     ResultE const started = start();
     if(started == Continue)
+        walk(begin, end);
+    _actNode = nullptr;
+    return stop(started);
+}
+
+void Action::walk(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end)
+{
+    try
     {
         Visitor visitor{*this};
         NodeWalker walker;
         for(auto root = begin; root != end; ++root)
             walker.walk(*root, visitor);
     }
-    _actNode = nullptr;
-    return stop(started);
+    catch(...)
+    {
+        _actNode = nullptr;
+        _newList.clear();
+        _useNewList = false;
+        cancel();
+        throw;
+    }
 }
 
 ActionBase::ResultE Action::start() { return Continue; }
 ActionBase::ResultE Action::stop(ResultE result) { return result; }
+void Action::cancel() {}
 
 Node *Action::getNode(UInt32 index) const
 {

@@ -22,8 +22,9 @@ class NodeCore;
 /// through. Nodes whose traversal mask shares no bit with the action's are not walked.
 ///
 /// A function takes (NodeCore *, Action *). From an enter function, addNode makes the added nodes
-/// the ones walked below this node, in place of its children. A node that is added below itself, or
-/// below 1,024 added levels, ends its branch with one warning.
+/// the ones walked below this node, in place of its children. A node that is added below itself,
+/// below 1,024 added levels, or behind 1,048,576 added nodes is passed over with one warning; an
+/// added child of the current node counts for none of the three.
 class OSG_SYSTEM_API Action : public ActionBase
 {
   public:
@@ -62,6 +63,9 @@ class OSG_SYSTEM_API Action : public ActionBase
 
     virtual ResultE start();
     virtual ResultE stop(ResultE result);
+    /// In place of stop() where an exception ends the walk, which then passes on: drops what the
+    /// walk has put aside. Throws nothing.
+    virtual void cancel();
 
     /// Functions by type id that new actions of a class begin with; null for none.
     virtual FunctorStore *getDefaultEnterFunctors();
@@ -76,6 +80,7 @@ class OSG_SYSTEM_API Action : public ActionBase
     struct Visitor;
 
     ResultE call(FunctorStore const &functors, Node *node);
+    void walk(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end);
 
     std::vector<Node *> _newList;
     bool _useNewList = false;

@@ -137,12 +137,17 @@ ActionBase::ResultE IntersectAction::start()
     _rootLine = _line;
     _rootMaxDistance = _maxDistance;
     _spaces.clear();
+    forgetHit();
+    return Continue;
+}
+
+void IntersectAction::forgetHit()
+{
     _hitNode = nullptr;
     _hitTriangle = -1;
     _hitDistance = 0;
     _hitNormal = Vec3f();
     _hits = 0;
-    return Continue;
 }
 
 // Functions that put rays in place by themselves bring them back with the error of two products.
@@ -151,6 +156,14 @@ ActionBase::ResultE IntersectAction::stop(ResultE result)
     _line = _rootLine;
     _maxDistance = _rootMaxDistance;
     return result;
+}
+
+void IntersectAction::cancel()
+{
+    _line = _rootLine;
+    _maxDistance = _rootMaxDistance;
+    _spaces.clear();
+    forgetHit();
 }
 
 bool IntersectAction::passesVolume() const

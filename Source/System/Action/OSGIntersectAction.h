@@ -86,11 +86,15 @@ class OSG_SYSTEM_API IntersectAction : public Action
     /// Forgets the last hit.
     ResultE start() override;
     ResultE stop(ResultE result) override;
+    /// The ray is that of the root again, and nothing is hit.
+    void cancel() override;
 
     FunctorStore *getDefaultEnterFunctors() override;
     FunctorStore *getDefaultLeaveFunctors() override;
 
   private:
+    void forgetHit();
+
     struct Space
     {
         Matrix4d toLocal; // from the space outside

@@ -1,26 +1,55 @@
 #include "OSGChangeList.h"
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
-#include <utility>
+#include <new>
 
 #include "OSGFieldConnector.h"
 #include "OSGFieldContainer.h"
 #include "OSGFieldContainerFactory.h"
-#include "OSGThread.h"
 
 namespace OSG
 {
+ChangeList *ChangeList::_all[MaxLists + 1] = {};
+
+namespace
+{
+constinit std::mutex numbers_guard;
+} // namespace
+
+ChangeList::ChangeList()
+{
+    std::lock_guard const hold(numbers_guard);
+    auto *const place = std::find(std::begin(_all) + 1, std::end(_all), nullptr);
+    if(place == std::end(_all))
+        throw std::bad_alloc();
+    *place = this;
+    _number = static_cast<UInt32>(place - std::begin(_all));
+}
+
 ChangeList::~ChangeList()
+{
+    // What ends with its last reference may edit what is left.
+    while(!_changed.empty() || !_delayed.empty())
+    {
+        dropEdits();
+        dropDelayed();
+    }
+    while(!_logs.empty())
+        detach(_logs.back());
+    std::lock_guard const hold(numbers_guard);
+    _all[_number] = nullptr;
+}
+
+void ChangeList::dropEdits()
 {
     for(FieldContainer *container : _changed)
     {
         if(container != nullptr)
             container->takeChangeMask();
     }
-    dropDelayed();
-    while(!_logs.empty())
-        detach(_logs.back());
+    _changed.clear();
 }
 
 void ChangeList::attach(ChangeLog *log)
@@ -106,42 +135,4 @@ void ChangeList::dropDelayed()
     for(Delayed const &entry : delayed)
         entry.subRef(entry.container);
 }
-
-namespace
-{
-struct ThreadState
-{
-    UInt32 aspect = 0;
-    UInt64 localFlags = 0;
-    ChangeList changes;
-};
-
-// The first thread's state is never destroyed: what a host holds in a static ends, and edits what
-// is around it, after the objects of that thread.
-ThreadState &make_state()
-{
-    static ThreadState *const first = new ThreadState;
-    static bool firstIsTaken = false;
-    static std::mutex mutex;
-    std::lock_guard const lock(mutex);
-    if(!std::exchange(firstIsTaken, true))
-        return *first;
-    static thread_local ThreadState own;
-    return own;
-}
-
-ThreadState &this_thread()
-{
-    static thread_local ThreadState *state = nullptr;
-    if(state == nullptr)
-        state = &make_state();
-    return *state;
-}
-} // namespace
-
-UInt32 Thread::getCurrentAspect() { return this_thread().aspect; }
-void Thread::setCurrentAspect(UInt32 aspect) { this_thread().aspect = aspect; }
-ChangeList *Thread::getCurrentChangeList() { return &this_thread().changes; }
-UInt64 Thread::getCurrentLocalFlags() { return this_thread().localFlags; }
-void Thread::setCurrentLocalFlags(UInt64 flags) { this_thread().localFlags = flags; }
 } // namespace OSG

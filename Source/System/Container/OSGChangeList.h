@@ -26,7 +26,11 @@ class OSG_SYSTEM_API ChangeList
         Sync = 1    ///< another aspect, by an AspectLink
     };
 
-    ChangeList() = default;
+    /// Lists that may exist at once; std::bad_alloc for a further one.
+    static constexpr UInt32 MaxLists = 2047;
+
+    ChangeList();
+    /// Edits that are still open are dropped, delayed references too.
     ~ChangeList();
     ChangeList(ChangeList const &) = delete;
     ChangeList &operator=(ChangeList const &) = delete;
@@ -41,6 +45,10 @@ class OSG_SYSTEM_API ChangeList
     UInt32 addChanged(FieldContainer *container);
     /// A container that dies, or moves its edits elsewhere, leaves its place empty.
     void clearChanged(UInt32 place) { _changed[place] = nullptr; }
+    /// From 1 on, unique among the lists that exist: containers remember the list that has their
+    /// edits by its number, which is shorter than its address.
+    UInt32 getNumber() const { return _number; }
+    static ChangeList *withNumber(UInt32 number) { return _all[number]; }
     /// Drops one reference of `container` by `Policy` at the next commit instead of now.
     template <class Policy>
     void addDelayedSubRef(FieldContainer *container)
@@ -77,13 +85,17 @@ class OSG_SYSTEM_API ChangeList
     };
     void addDelayed(FieldContainer *container, SubRef subRef);
     void dropDelayed();
+    void dropEdits();
     void addToLogs(FieldContainer const *container, ChangeLog::Kind kind, BitVector mask = 0)
     {
         for(ChangeLog *log : _logs)
             log->add(container, kind, mask);
     }
 
+    static ChangeList *_all[MaxLists + 1]; // by number
+
     UInt64 _numCreated = 0;
+    UInt32 _number;
     bool _committing = false;
     std::vector<FieldContainer *, MemAllocator<FieldContainer *>> _changed;
     std::vector<Delayed, MemAllocator<Delayed>> _delayed;

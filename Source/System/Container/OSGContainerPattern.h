@@ -89,7 +89,6 @@ class ContainerPattern : public Parent
     void execSyncV(FieldContainer &from, BitVector whichField, AspectOffsets &offsets,
                    BitVector syncMode, UInt32 syncInfo) override;
     void resolveLinks() override;
-    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
     /// "Dump <class> NI", and nothing of the object's state.
     void dump(UInt32 indent = 0, BitVector flags = 0) const override;
 

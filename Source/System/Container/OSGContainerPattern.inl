@@ -48,19 +48,27 @@ X *ContainerPattern<X, XBase, Parent>::makeObject([[maybe_unused]] X const *sour
     }
 }
 
+/// The object as the class X, of which it nearly always is.
+template <class X, class XBase>
+TransitPtr<X> transit_as(TransitPtr<FieldContainer> &&made)
+{
+    if(made.get() != nullptr && &std::as_const(*made).getType() == &XBase::_type)
+        return TransitPtr<X>::adopt(static_cast<X *>(made.release()));
+    return dynamic_transit_cast<X>(std::move(made));
+}
+
 template <class X, class XBase, class Parent>
 TransitPtr<X> ContainerPattern<X, XBase, Parent>::create()
 {
     FieldContainer *const prototype = XBase::_type.getPrototype();
-    return prototype != nullptr ? dynamic_transit_cast<X>(prototype->shallowCopy())
-                                : TransitPtr<X>();
+    return prototype != nullptr ? transit_as<X, XBase>(prototype->shallowCopy()) : TransitPtr<X>();
 }
 
 template <class X, class XBase, class Parent>
 TransitPtr<X> ContainerPattern<X, XBase, Parent>::createLocal(BitVector flags)
 {
     FieldContainer *const prototype = XBase::_type.getPrototype();
-    return prototype != nullptr ? dynamic_transit_cast<X>(prototype->shallowCopyLocal(flags))
+    return prototype != nullptr ? transit_as<X, XBase>(prototype->shallowCopyLocal(flags))
                                 : TransitPtr<X>();
 }
 
@@ -68,7 +76,7 @@ template <class X, class XBase, class Parent>
 TransitPtr<X> ContainerPattern<X, XBase, Parent>::createDependent(BitVector flags)
 {
     FieldContainer *const prototype = XBase::_type.getPrototype();
-    return prototype != nullptr ? dynamic_transit_cast<X>(prototype->shallowCopyDependent(flags))
+    return prototype != nullptr ? transit_as<X, XBase>(prototype->shallowCopyDependent(flags))
                                 : TransitPtr<X>();
 }
 
@@ -82,8 +90,17 @@ template <class X, class XBase, class Parent>
 X *ContainerPattern<X, XBase, Parent>::createEmptyLocal(BitVector flags)
 {
     X *const object = makeObject(nullptr, flags);
-    if(object != nullptr)
+    if(object == nullptr)
+        return nullptr;
+    try
+    {
         object->keepLocal(flags);
+    }
+    catch(...)
+    {
+        object->abandon();
+        throw;
+    }
     return object;
 }
 
@@ -97,20 +114,20 @@ template <class X, class XBase, class Parent>
 TransitPtr<FieldContainer>
 ContainerPattern<X, XBase, Parent>::shallowCopyLocal(BitVector flags) const
 {
-    X *const copy = makeObject(static_cast<X const *>(this), flags);
-    if(copy != nullptr)
+    TransitPtr<X> copy(makeObject(static_cast<X const *>(this), flags));
+    if(copy.get() != nullptr)
         copy->keepLocal(flags);
-    return TransitPtr<FieldContainer>(copy);
+    return copy;
 }
 
 template <class X, class XBase, class Parent>
 TransitPtr<FieldContainer>
 ContainerPattern<X, XBase, Parent>::shallowCopyDependent(BitVector flags) const
 {
-    X *const copy = makeObject(static_cast<X const *>(this), ~flags);
-    if(copy != nullptr)
+    TransitPtr<X> copy(makeObject(static_cast<X const *>(this), ~flags));
+    if(copy.get() != nullptr)
         copy->shareOnly(flags);
-    return TransitPtr<FieldContainer>(copy);
+    return copy;
 }
 
 template <class X, class XBase, class Parent>
@@ -150,6 +167,8 @@ void ContainerPattern<X, XBase, Parent>::onCreate(X const *source)
             using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
             if constexpr(IsCopiedPointerField<Field>)
             {
+                if(!holds_pointers(source->*row.member))
+                    return;
                 this->markEdited(row.mask());
                 copy_pointers(base()->*row.member, source->*row.member);
             }
@@ -312,13 +331,6 @@ void ContainerPattern<X, XBase, Parent>::resolveLinks()
                 clear_pointers(base()->*row.member);
             }
         });
-}
-
-template <class X, class XBase, class Parent>
-void ContainerPattern<X, XBase, Parent>::changed(BitVector whichField, UInt32 origin,
-                                                 BitVector details)
-{
-    Parent::changed(whichField, origin, details);
 }
 
 template <class X, class XBase, class Parent>

@@ -6,12 +6,11 @@
 #include "OSGChangeList.h"
 #include "OSGFieldConnector.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGStaticTls.h"
 #include "OSGThread.h"
 
 namespace OSG
 {
-FieldContainerType ReflexiveContainer::_type("ReflexiveContainer", nullptr, "NULL", 0, nullptr,
-                                             nullptr, nullptr, nullptr, false, 0, "", "");
 FieldContainerType FieldContainer::_type("FieldContainer", "ReflexiveContainer", "NULL", 0, nullptr,
                                          nullptr, nullptr, nullptr, false, 0, "", "");
 
@@ -35,68 +34,13 @@ FieldType const &PointerFieldTypesOf<FieldContainer>::getFieldType(int policy,
     return pointer_types.getFieldType(policy, cardinality);
 }
 
-// --- ReflexiveContainer ---
-
-ReflexiveContainer::~ReflexiveContainer() = default;
-void ReflexiveContainer::onDestroy(UInt32) {}
-void ReflexiveContainer::onDestroyAspect(UInt32, UInt32) {}
-
-UInt32 ReflexiveContainer::getNumFields() const { return getType().getNumFieldDescs(); }
-
-FieldDescriptionBase const *ReflexiveContainer::getFieldDescription(UInt32 id) const
-{
-    return getType().getFieldDesc(id);
-}
-
-FieldDescriptionBase const *ReflexiveContainer::getFieldDescription(char const *name) const
-{
-    return getType().getFieldDesc(name);
-}
-
-namespace
-{
-GetFieldHandlePtr get_handle(FieldDescriptionBase const *description,
-                             FieldContainer const &container)
-{
-    return description != nullptr ? description->createGetHandle(container) : GetFieldHandlePtr();
-}
-
-EditFieldHandlePtr edit_handle(FieldDescriptionBase const *description, FieldContainer &container)
-{
-    return description != nullptr ? description->createEditHandle(container) : EditFieldHandlePtr();
-}
-} // namespace
-
-GetFieldHandlePtr ReflexiveContainer::getField(UInt32 id) const
-{
-    return get_handle(getFieldDescription(id), static_cast<FieldContainer const &>(*this));
-}
-
-GetFieldHandlePtr ReflexiveContainer::getField(char const *name) const
-{
-    return get_handle(getFieldDescription(name), static_cast<FieldContainer const &>(*this));
-}
-
-EditFieldHandlePtr ReflexiveContainer::editField(UInt32 id)
-{
-    return edit_handle(getFieldDescription(id), static_cast<FieldContainer &>(*this));
-}
-
-EditFieldHandlePtr ReflexiveContainer::editField(char const *name)
-{
-    return edit_handle(getFieldDescription(name), static_cast<FieldContainer &>(*this));
-}
-
 // --- life and death ---
 
 FieldContainer::~FieldContainer()
 {
-    takeChangeMask();
+    leaveChangeList();
     if(!_sharesAll)
         forgetSharedMask();
-    // Destroyed without a death: a constructor further down has thrown.
-    if(findAspectStore() != nullptr)
-        findAspectStore()->release();
 }
 
 namespace
@@ -111,20 +55,8 @@ struct Mortuary
     bool isOpen;
 };
 
-thread_local Mortuary mortuary = {nullptr, false};
+constinit OSG_STATIC_TLS thread_local Mortuary mortuary = {nullptr, false};
 } // namespace
-
-void FieldContainer::subReferenceRecorded()
-{
-    if(--_recordedRefs + _unrecordedRefs <= 0)
-        die();
-}
-
-void FieldContainer::subReferenceUnrecorded()
-{
-    if(--_unrecordedRefs + _recordedRefs <= 0)
-        die();
-}
 
 void FieldContainer::subWeakReference()
 {
@@ -136,9 +68,9 @@ void FieldContainer::die()
 {
     if(_dead)
         return;
-    _dead = true;
+    _dead = 1;
 
-    takeChangeMask();
+    leaveChangeList();
     _nextDead = mortuary.newest;
     mortuary.newest = this;
     if(mortuary.isOpen)
@@ -152,7 +84,7 @@ void FieldContainer::die()
     {
         FieldContainer *const container = mortuary.newest;
         mortuary.newest = container->_nextDead;
-        container->_changeList = nullptr;
+        container->_place = {0, 0};
         container->deregister(container->_id);
     }
 }
@@ -162,20 +94,19 @@ void FieldContainer::deregister(UInt32 id)
     if(_isConnected)
         FieldConnectorFactoryBase::the()->disconnect(this);
     onDestroyAspect(id, _aspect);
-    AspectStore *const store = findAspectStore();
+    AspectStore *const store = FieldContainerFactoryBase::the()->leave(id);
     if(store != nullptr && ChangeLog::isAnyOpen())
         Thread::getCurrentChangeList()->addEnded(this);
-    if(id != 0 && (store == nullptr || store->removePtr(this)))
+    bool const isLast = store == nullptr || store->removePtr(this);
+    if(id != 0 && isLast)
     {
         onDestroy(id);
-        FieldContainerFactoryBase::the()->deregisterContainer(id);
+        if(store != nullptr)
+            FieldContainerFactoryBase::the()->deregisterContainer(id);
     }
     _id = 0;
     if(store != nullptr)
-    {
-        _aspectStore.store(nullptr, std::memory_order_relaxed);
         store->release();
-    }
     if(_weakRefs > 0)
     {
         // The memory stays for those that look at it; what it points to goes now. One of the
@@ -183,7 +114,7 @@ void FieldContainer::deregister(UInt32 id)
         addWeakReference();
         resolveLinks();
         takeChangeMask();
-        _ended = true;
+        _ended = 1;
         subWeakReference();
         return;
     }
@@ -198,8 +129,9 @@ void FieldContainer::registerChangedContainer()
     if(_dead)
         return;
     ChangeList *const list = Thread::getCurrentChangeList();
-    _changePlace = list->addChanged(this);
-    _changeList = list;
+    _place.inChangeList = list->addChanged(this);
+    static_assert(ChangeList::MaxLists < (1u << ChangeListBits));
+    _changeList = static_cast<UInt16>(list->getNumber() & ((1u << ChangeListBits) - 1));
 }
 
 void FieldContainer::registerChangedContainerV() { registerChangedContainer(); }
@@ -207,13 +139,17 @@ void FieldContainer::registerChangedContainerV() { registerChangedContainer(); }
 BitVector FieldContainer::takeChangeMask()
 {
     BitVector const mask = _changeMask;
-    _changeMask = 0;
-    if(_changeList != nullptr)
-    {
-        _changeList->clearChanged(_changePlace);
-        _changeList = nullptr;
-    }
+    leaveChangeList();
     return mask;
+}
+
+void FieldContainer::leaveChangeList()
+{
+    _changeMask = 0;
+    if(_changeList == 0)
+        return;
+    ChangeList::withNumber(_changeList)->clearChanged(_place.inChangeList);
+    _changeList = 0;
 }
 
 // --- entering the system ---
@@ -238,24 +174,32 @@ void FieldContainer::enterAspect(FieldContainer const *source)
     if(store == nullptr)
         return;
     _aspect = static_cast<UInt16>(Thread::getCurrentAspect());
-    _id = source->_id;
-    store->addRef();
-    _aspectStore.store(store, std::memory_order_release);
+    // What may take memory comes first.
     setSharedMask(source->getSharedMask());
     store->setPtrForAspect(this, _aspect);
+    store->addRef();
+    _id = source->_id;
 }
 
 void FieldContainer::abandon()
 {
-    AspectStore *const store = findAspectStore();
-    if(store == nullptr || store->removePtr(this))
-        FieldContainerFactoryBase::the()->deregisterContainer(_id);
+    if(AspectStore *const store = FieldContainerFactoryBase::the()->leave(_id))
+    {
+        if(store->removePtr(this))
+            FieldContainerFactoryBase::the()->deregisterContainer(_id);
+        store->release();
+    }
     delete this;
 }
 
-AspectStore *FieldContainer::makeAspectStore() const
+AspectStore *FieldContainer::getAspectStore() const
 {
-    return FieldContainerFactoryBase::the()->makeStore(*this);
+    return _id != 0 ? FieldContainerFactoryBase::the()->makeStore(*this) : nullptr;
+}
+
+AspectStore *FieldContainer::findAspectStore() const
+{
+    return FieldContainerFactoryBase::the()->findStore(_id);
 }
 
 // --- what few containers have ---
@@ -288,7 +232,7 @@ void FieldContainer::setSharedMask(BitVector mask)
     SharedMasks &shared = shared_masks();
     std::lock_guard const hold(shared.guard);
     shared.masks[this] = mask;
-    _sharesAll = false;
+    _sharesAll = 0;
 }
 
 void FieldContainer::forgetSharedMask()
@@ -296,7 +240,7 @@ void FieldContainer::forgetSharedMask()
     SharedMasks &shared = shared_masks();
     std::lock_guard const hold(shared.guard);
     shared.masks.erase(this);
-    _sharesAll = true;
+    _sharesAll = 1;
 }
 
 BitVector FieldContainer::findSharedMask() const

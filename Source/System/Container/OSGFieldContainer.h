@@ -3,7 +3,6 @@
 /// \file
 /// Base of every object of the scene: reference counts, edits, aspects.
 
-#include <atomic>
 #include <vector>
 
 #include "OSGAspectStore.h"
@@ -46,25 +45,25 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// Number in the factory, the same in all aspects; 0 before the container is registered.
     UInt32 getId() const { return _id; }
     /// Nearly every container lives in one aspect alone: its store is made when somebody first asks
-    /// for it. Null for an object that has no id.
-    AspectStore *getAspectStore() const
-    {
-        AspectStore *const store = findAspectStore();
-        return store != nullptr || _id == 0 ? store : makeAspectStore();
-    }
+    /// for it, and kept by the factory. Null for an object that has no id.
+    AspectStore *getAspectStore() const;
     /// Null where nobody has asked yet.
-    AspectStore *findAspectStore() const { return _aspectStore.load(std::memory_order_acquire); }
+    AspectStore *findAspectStore() const;
     /// The aspect that this is the copy of.
     UInt32 getAspect() const { return _aspect; }
 
-    // --- references ---
-    void addReferenceRecorded() { ++_recordedRefs; }
-    void addReferenceUnrecorded() { ++_unrecordedRefs; }
+    // --- references; recorded and unrecorded ones are counted together ---
+    void addReferenceRecorded() { ++_refs; }
+    void addReferenceUnrecorded() { ++_refs; }
     void addWeakReference() { ++_weakRefs; }
-    void subReferenceRecorded();
-    void subReferenceUnrecorded();
+    void subReferenceRecorded() { subReferenceUnrecorded(); }
+    void subReferenceUnrecorded()
+    {
+        if(--_refs <= 0)
+            die();
+    }
     void subWeakReference();
-    Int32 getRefCount() const { return _recordedRefs + _unrecordedRefs; }
+    Int32 getRefCount() const { return _refs; }
     Int32 getWeakRefCount() const { return _weakRefs; }
     /// False from the moment that the last counted reference has gone.
     bool isAlive() const { return !_dead; }
@@ -142,8 +141,21 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// Destroys an object that could not be made to the end, as if it had never been.
     void abandon();
     /// Fields whose bits are set no longer travel.
-    void keepLocal(BitVector flags) { setSharedMask(getSharedMask() & ~flags); }
+    void keepLocal(BitVector flags)
+    {
+        if(flags != 0)
+            setSharedMask(getSharedMask() & ~flags);
+    }
     void shareOnly(BitVector flags) { setSharedMask(flags); }
+
+    /// Room for the class that owns this container: where it last put it in its list.
+    UInt32 getSlotHint() const { return _place.inOwner; }
+    void setSlotHint(UInt32 slot) { _place.inOwner = slot; }
+
+    /// Whether something outside this container's own links depends on it; the class that says so
+    /// keeps what it is in a table.
+    bool hasDependents() const { return _hasDependents; }
+    void setHasDependents(bool has) { _hasDependents = has; }
 
   private:
     template <class X, class XBase, class Parent>
@@ -153,28 +165,35 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     friend class FieldContainerFactoryBase;
 
     void die();
-    AspectStore *makeAspectStore() const;
+    void leaveChangeList();
     void setSharedMask(BitVector mask);
     void forgetSharedMask();
     BitVector findSharedMask() const;
 
-    // Scenes are made of very many containers: what few of them need stands elsewhere.
+    // Scenes are made of very many containers: these 40 bytes are what each of them pays. What few
+    // need stands in tables.
+    struct Place
+    {
+        UInt32 inChangeList;
+        UInt32 inOwner;
+    };
+    static constexpr int ChangeListBits = 11; // see ChangeList::MaxLists
+
     BitVector _changeMask = 0;
-    mutable std::atomic<AspectStore *> _aspectStore{nullptr};
     union
     {
-        ChangeList *_changeList = nullptr; ///< with its edits, while it has any
-        FieldContainer *_nextDead;         ///< while it waits for its end
+        Place _place = {0, 0};
+        FieldContainer *_nextDead; // while it waits for its end
     };
-    UInt32 _changePlace = 0;
     UInt32 _id = 0;
-    Int32 _recordedRefs = 0;
-    Int32 _unrecordedRefs = 0;
+    Int32 _refs = 0;
     Int32 _weakRefs = 0;
     UInt16 _aspect = 0;
-    bool _dead : 1 = false;  // the last counted reference has gone
-    bool _ended : 1 = false; // and all that is left is memory for weak references
-    bool _isConnected : 1 = false;
-    bool _sharesAll : 1 = true; // else its shared mask is in a table
+    UInt16 _changeList : ChangeListBits = 0; // number of the list with its edits, 0 for none
+    UInt16 _dead : 1 = 0;                    // the last counted reference has gone
+    UInt16 _ended : 1 = 0;                   // and all that is left is memory for weak references
+    UInt16 _isConnected : 1 = 0;
+    UInt16 _sharesAll : 1 = 1; // else its shared mask is in a table
+    UInt16 _hasDependents : 1 = 0;
 };
 } // namespace OSG

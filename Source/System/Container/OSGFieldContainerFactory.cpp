@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "OSGFieldContainer.h"
+#include "OSGShortLock.h"
 #include "OSGStreamIdMap.h"
 #include "OSGThread.h"
 
@@ -75,7 +76,7 @@ struct FieldContainerFactoryBase::Data
         return id;
     }
 
-    mutable std::mutex guard;
+    mutable ShortLock guard;
     std::vector<Place, MemAllocator<Place>> places{Place()}; // by id
     UInt32 firstFree = 0;
     UInt32 lastFree = 0;
@@ -101,7 +102,7 @@ FieldContainerFactoryBase *SingletonHolder<FieldContainerFactoryBase>::the()
 
 UInt32 FieldContainerFactoryBase::registerContainer(FieldContainer *const &container)
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     Data::Place const place(container);
     if(_data->numFree == 0)
     {
@@ -115,14 +116,31 @@ UInt32 FieldContainerFactoryBase::registerContainer(FieldContainer *const &conta
 
 void FieldContainerFactoryBase::deregisterContainer(UInt32 id)
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     if(_data->isTaken(id))
         _data->addFree(id);
 }
 
+AspectStore *FieldContainerFactoryBase::leave(UInt32 id)
+{
+    std::lock_guard<ShortLock> const hold(_data->guard);
+    if(!_data->isTaken(id))
+        return nullptr;
+    AspectStore *const store = _data->places[id].store();
+    if(store == nullptr)
+        _data->addFree(id);
+    return store;
+}
+
+AspectStore *FieldContainerFactoryBase::findStore(UInt32 id) const
+{
+    std::lock_guard<ShortLock> const hold(_data->guard);
+    return _data->isTaken(id) ? _data->places[id].store() : nullptr;
+}
+
 FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     if(!_data->isTaken(id))
         return nullptr;
     Data::Place const place = _data->places[id];
@@ -134,7 +152,7 @@ FieldContainer *FieldContainerFactoryBase::getContainer(UInt32 id) const
 
 AspectStore *FieldContainerFactoryBase::makeStore(FieldContainer const &container)
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     return makeStoreUnderLock(container, container.getId());
 }
 
@@ -142,8 +160,7 @@ AspectStore *FieldContainerFactoryBase::makeStore(FieldContainer const &containe
 AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const &container,
                                                            UInt32 id)
 {
-    // Another thread may have been quicker.
-    if(AspectStore *const store = container.findAspectStore())
+    if(AspectStore *const store = _data->places[id].store())
         return store;
     auto *const store = new AspectStore;
     store->addRef();
@@ -157,7 +174,6 @@ AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const 
         throw;
     }
     _data->places[id] = Data::Place(store);
-    container._aspectStore.store(store, std::memory_order_release);
     return store;
 }
 
@@ -169,13 +185,13 @@ FieldContainer *FieldContainerFactoryBase::getMappedContainer(UInt32 id) const
 
 UInt32 FieldContainerFactoryBase::getNumContainers() const
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     return static_cast<UInt32>(_data->places.size() - 1 - _data->numFree);
 }
 
 std::vector<UInt32> FieldContainerFactoryBase::getIds() const
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     std::vector<UInt32> ids;
     for(UInt32 id = 1; id < _data->places.size(); ++id)
     {
@@ -187,7 +203,7 @@ std::vector<UInt32> FieldContainerFactoryBase::getIds() const
 
 FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
 {
-    std::lock_guard<std::mutex> hold(_data->guard);
+    std::lock_guard<ShortLock> const hold(_data->guard);
     StoreList stores;
     for(UInt32 id = 1; id < _data->places.size(); ++id)
     {

@@ -27,6 +27,10 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     /// out; 0 is never given.
     UInt32 registerContainer(FieldContainer *const &container);
     void deregisterContainer(UInt32 id);
+    /// A copy that ends: gives the id back at once where the container lives in one aspect alone.
+    /// Otherwise the result is the store of the copies, and the id is for the last of them to give
+    /// back. Nothing happens for id 0.
+    AspectStore *leave(UInt32 id);
     /// The copy of the calling thread's aspect; null for an id that no container has.
     FieldContainer *getContainer(UInt32 id) const;
     /// The container that stands for an id of a file or stream being read (StreamIdMap); the same
@@ -40,6 +44,8 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     StoreList holdStores();
     /// The store of a registered container, which gets one here if it has none.
     AspectStore *makeStore(FieldContainer const &container);
+    /// The store of the container with that id; null where it has none.
+    AspectStore *findStore(UInt32 id) const;
 
     // --- types ---
     /// Null where no container type has that name.

@@ -64,7 +64,7 @@ FieldDescriptionBase const *ReflexiveContainerType::getFieldDesc(char const *nam
     {
         for(FieldDescriptionBase const *description : type->_own)
         {
-            if(std::strcmp(description->getCName(), name) == 0)
+            if(name != nullptr && std::strcmp(description->getCName(), name) == 0)
                 return description;
         }
     }
@@ -94,7 +94,15 @@ UInt32 ReflexiveContainerType::addInitialDesc(FieldDescriptionBase *description)
         delete description;
         return 0;
     }
-    _own.push_back(description);
+    try
+    {
+        _own.push_back(description);
+    }
+    catch(...)
+    {
+        delete description;
+        throw;
+    }
     return description->getFieldId();
 }
 
@@ -134,19 +142,19 @@ void FieldContainerType::describeFields()
 {
     if(_stage != Stage::Recorded)
         return;
-    _stage = Stage::Described;
     if(_inserter != nullptr)
         _inserter(*this);
+    _stage = Stage::Described;
 }
 
 void FieldContainerType::makePrototype()
 {
     if(_stage != Stage::Described)
         return;
-    _stage = Stage::HasPrototype;
     // All ones: a prototype is no object of the scene and is not reported as created.
     if(_create != nullptr)
         setPrototype(_create(~UInt64(0)));
+    _stage = Stage::HasPrototype;
 }
 
 void FieldContainerType::initialize(InitPhase phase)

@@ -217,6 +217,9 @@ void sync_field(PointerMField<T *, Policy, Namespace> &field,
 
 // --- pointers ---
 
+inline bool holds_pointers(PointerSFieldBase const &field) { return field.getPointer() != nullptr; }
+inline bool holds_pointers(PointerMFieldBase const &field) { return !field.empty(); }
+
 template <class T, class Policy, int Namespace>
 void copy_pointers(PointerSField<T *, Policy, Namespace> &field,
                    PointerSField<T *, Policy, Namespace> const &from)

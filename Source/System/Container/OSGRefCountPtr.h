@@ -3,6 +3,7 @@
 /// \file
 /// Owning pointers: TransitPtr hands one reference over, RefCountPtr holds one.
 
+#include <concepts>
 #include <utility>
 
 #include "OSGRefCountPolicies.h"
@@ -28,7 +29,8 @@ class TransitPtr
     {
     }
     template <class U>
-    TransitPtr(TransitPtr<U> &&other) noexcept
+    requires std::convertible_to<U *, T *> TransitPtr(TransitPtr<U> &&other)
+    noexcept
         : _object(other.release())
     {
     }
@@ -99,9 +101,21 @@ class RefCountPtr
         : _object(std::exchange(other._object, nullptr))
     {
     }
+    /// A pointer to a derived class, by whichever policy.
+    template <class U, class OtherPolicy>
+    requires std::convertible_to<U *, T *> RefCountPtr(RefCountPtr<U, OtherPolicy> const &other)
+        : RefCountPtr(static_cast<T *>(other.get()))
+    {
+    }
+    template <class U>
+    requires std::convertible_to<U *, T *> RefCountPtr(RefCountPtr<U, Policy> &&other)
+    noexcept
+        : _object(other.giveAway())
+    {
+    }
     /// The new reference is taken before the one in transit is dropped.
     template <class U>
-    RefCountPtr(TransitPtr<U> &&other)
+    requires std::convertible_to<U *, T *> RefCountPtr(TransitPtr<U> &&other)
         : RefCountPtr(static_cast<T *>(other.get()))
     {
         TransitPtr<U> dropped(std::move(other));
@@ -120,6 +134,12 @@ class RefCountPtr
     T &operator*() const { return *_object; }
 
   private:
+    template <class U, class OtherPolicy>
+    friend class RefCountPtr;
+
+    /// With the reference.
+    T *giveAway() { return std::exchange(_object, nullptr); }
+
     T *_object = nullptr;
 };
 
@@ -136,6 +156,17 @@ class WeakRefPtr
     WeakRefPtr() = default;
     WeakRefPtr(T *object)
         : _pointer(object)
+    {
+    }
+    /// A pointer to a derived class; a weak one that reads as null gives null.
+    template <class U>
+    requires std::convertible_to<U *, T *> WeakRefPtr(WeakRefPtr<U> const &other)
+        : _pointer(other.get())
+    {
+    }
+    template <class U, class Policy>
+    requires std::convertible_to<U *, T *> WeakRefPtr(RefCountPtr<U, Policy> const &other)
+        : _pointer(other.get())
     {
     }
 

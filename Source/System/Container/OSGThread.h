@@ -18,7 +18,8 @@ class OSG_SYSTEM_API Thread
     static UInt32 getCurrentAspect();
     static void setCurrentAspect(UInt32 aspect);
 
-    /// Never null. Belongs to the thread and ends with it.
+    /// Never null. Belongs to the thread and ends with it, after the thread's own objects; that of
+    /// the main thread outlives the statics of the process.
     static ChangeList *getCurrentChangeList();
 
     /// Flags that `create` and `shallowCopy` make new containers with: bits whose fields stay local

@@ -13,6 +13,8 @@ bool is_separator(char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n
 template <class T>
 bool numbers_from_text(char const *text, T *values, int count)
 {
+    if(text == nullptr)
+        return false;
     char const *at = text;
     char const *const end = text + std::strlen(text);
     for(int i = 0; i < count; ++i)
@@ -70,6 +72,8 @@ void tuple_to_text(OutStream &out, T const &value)
 void value_to_text(OutStream &out, std::string const &value) { out << value; }
 bool value_from_text(char const *text, std::string &value)
 {
+    if(text == nullptr)
+        return false;
     value = text;
     return true;
 }
@@ -78,7 +82,8 @@ void value_to_text(OutStream &out, bool const &value) { out << (value ? "TRUE" :
 bool value_from_text(char const *text, bool &value)
 {
     // Descriptions write their defaults in small letters.
-    auto const is = [text](char const *other) { return std::strcmp(text, other) == 0; };
+    auto const is = [text](char const *other)
+    { return text != nullptr && std::strcmp(text, other) == 0; };
     if(is("TRUE") || is("true") || is("1"))
         value = true;
     else if(is("FALSE") || is("false") || is("0"))
@@ -157,6 +162,8 @@ void value_to_text(OutStream &out, BoxVolume const &value)
 
 bool value_from_text(char const *text, BoxVolume &value)
 {
+    if(text == nullptr)
+        return false;
     bool const empty = take_word(text, "empty");
     bool const infinite = take_word(text, "infinite");
     bool const valid = !take_word(text, "invalid");

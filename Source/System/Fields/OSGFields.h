@@ -35,7 +35,8 @@ class SField
     static FieldType const &getClassType();
 
   private:
-    T _value;
+    // What follows the field may stand in the tail of the value: a box and a mask are 40 bytes.
+    [[no_unique_address]] T _value;
 };
 
 /// An array of values; the elements lie in a block of MemMalloc. A reader may fill it directly.

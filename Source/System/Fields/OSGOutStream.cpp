@@ -47,7 +47,8 @@ OutStream &OutStream::operator<<(void const *value)
 
 OutStream &OutStream::operator<<(char const *text)
 {
-    _out << text;
+    if(text != nullptr)
+        _out << text;
     return *this;
 }
 

@@ -204,6 +204,8 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
     }
     void clear()
     {
+        if(_values.empty())
+            return;
         PointerList old;
         takeValues(old);
         for(UInt32 i = 0; i < old.size(); ++i)
@@ -224,9 +226,9 @@ template <class Ptr, class Policy, int Namespace>
 class ChildPointerMField : public PointerMField<Ptr, Policy, Namespace>
 {
   public:
-    /// Index of `child`, size() where it is not in here. `slot` is where it was found the last
-    /// time, to begin with getLastSlot() after it was appended; see PointerList.
-    UInt32 findNear(Ptr child, UInt32 &slot) const { return this->_values.findNear(child, slot); }
+    /// Index of `child`, size() where it is not in here. `slot` is getLastSlot() of when it was
+    /// appended; see PointerList.
+    UInt32 findNear(Ptr child, UInt32 slot) const { return this->_values.findNear(child, slot); }
     UInt32 getLastSlot() const { return this->_values.getLastSlot(); }
 };
 

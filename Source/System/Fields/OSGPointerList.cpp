@@ -293,13 +293,10 @@ UInt32 PointerList::find(FieldContainer const *value) const
     return index;
 }
 
-UInt32 PointerList::findNear(FieldContainer const *value, UInt32 &slot) const
+UInt32 PointerList::findNear(FieldContainer const *value, UInt32 slot) const
 {
     if(!isBlock())
-    {
-        slot = 0;
         return find(value);
-    }
     UInt32 const gapStart = block()->gapStart;
     UInt32 const gapLength = block()->gapLength;
     bool const isUsed = slot < slotsEnd() && (slot < gapStart || slot >= gapStart + gapLength);
@@ -310,15 +307,9 @@ UInt32 PointerList::findNear(FieldContainer const *value, UInt32 &slot) const
     while(left > 0 || right < slotsEnd())
     {
         if(left > 0 && slots()[--left] == value)
-        {
-            slot = left;
             return left;
-        }
         if(right < slotsEnd() && slots()[right] == value)
-        {
-            slot = right;
             return right - gapLength;
-        }
         right = std::min(right + 1, slotsEnd());
     }
     return size();

@@ -34,7 +34,11 @@ class OSG_SYSTEM_API PointerList
     PointerList() = default;
     PointerList(PointerList const &) = delete;
     PointerList &operator=(PointerList const &) = delete;
-    ~PointerList() { clear(); }
+    ~PointerList()
+    {
+        if(isBlock())
+            clear();
+    }
     void swap(PointerList &other) noexcept;
 
     UInt32 size() const
@@ -73,9 +77,9 @@ class OSG_SYSTEM_API PointerList
     UInt32 find(FieldContainer const *value) const;
     /// Index of any entry that is `value`, size() where there is none. It is looked for in `slot`,
     /// then from the gap outwards, where entries that are taken out one by one are found at once.
-    /// `slot` receives the slot in which it stands: that of the last entry is getLastSlot(), and
-    /// entries keep their slots unless the gap moves over them.
-    UInt32 findNear(FieldContainer const *value, UInt32 &slot) const;
+    /// The slot of the last entry is getLastSlot(), and entries keep their slots unless the gap
+    /// moves over them.
+    UInt32 findNear(FieldContainer const *value, UInt32 slot) const;
     /// For a list with entries.
     UInt32 getLastSlot() const { return isBlock() ? slotOf(size() - 1) : 0; }
 
@@ -175,25 +179,4 @@ class IndexIterator
     UInt32 _index = 0;
 };
 
-/// A PointerList for one class of containers.
-template <class T>
-class PointerListOf
-{
-  public:
-    using const_iterator = IndexIterator<PointerListOf, T *>;
-
-    UInt32 size() const { return _list.size(); }
-    bool empty() const { return _list.empty(); }
-    T *operator[](UInt32 index) const { return static_cast<T *>(_list[index]); }
-    T *back() const { return (*this)[size() - 1]; }
-    const_iterator begin() const { return const_iterator(*this, 0); }
-    const_iterator end() const { return const_iterator(*this, size()); }
-
-    void set(UInt32 index, T *value) { _list.set(index, value); }
-    void push_back(T *value) { _list.push_back(value); }
-    void pop_back() { _list.erase(size() - 1); }
-
-  private:
-    PointerList _list;
-};
 } // namespace OSG

@@ -35,7 +35,7 @@ void setName(AttachmentContainer *container, char const *name)
     }
     // Never the old attachment edited in place: it may hang on other containers too.
     UnrecordedRefPtr<Name> const attachment(Name::create());
-    attachment->setName(name);
+    attachment->editName() = name;
     container->addAttachment(attachment);
 }
 

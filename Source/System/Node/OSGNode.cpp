@@ -7,6 +7,7 @@
 #include "OSGFieldOperations.h"
 #include "OSGLog.h"
 #include "OSGName.h"
+#include "OSGNodeViewers.h"
 #include "OSGNodeWalker.h"
 
 namespace OSG
@@ -21,31 +22,16 @@ Node::~Node()
 {
     orphanChildren();
     leaveCore();
+    forgetViewers();
 }
 
 // --- core ---
 
-// A core may be shown by very many nodes: each node knows its place in the core's list, so that
-// leaving is a swap with the last one.
-void Node::enterCore(NodeCore *core)
-{
-    core->_parents.push_back(this);
-    _coreSlot = core->_parents.size() - 1;
-}
-
 void Node::leaveCore()
 {
-    NodeCore *const core = getCore();
-    if(core == nullptr)
-        return;
-    NodeCore::ParentList &parents = core->_parents;
     // A node that could not be made to the end never entered.
-    if(_coreSlot >= parents.size() || parents[_coreSlot] != this)
-        return;
-    Node *const last = parents.back();
-    parents.set(_coreSlot, last);
-    last->_coreSlot = _coreSlot;
-    parents.pop_back();
+    if(NodeCore *const core = getCore())
+        core->_parents.erase(this);
 }
 
 void Node::setCore(NodeCore *core)
@@ -53,8 +39,8 @@ void Node::setCore(NodeCore *core)
     if(core == getCore())
         return;
     markEdited(CoreFieldMask);
-    linkCore(core);
     invalidateVolume();
+    linkCore(core);
 }
 
 void Node::linkCore(NodeCore *core)
@@ -62,10 +48,8 @@ void Node::linkCore(NodeCore *core)
     UnrecordedRefPtr<NodeCore> const keep(core);
     // What may take memory comes first.
     if(core != nullptr)
-        core->_parents.push_back(this);
+        core->_parents.insert(this);
     leaveCore();
-    if(core != nullptr)
-        _coreSlot = core->_parents.size() - 1;
     _sfCore.setValue(core);
 }
 
@@ -74,7 +58,7 @@ void Node::onCreate(Node const *source)
     Pattern::onCreate(source);
     // The pattern has copied the pointer; the core learns of it here.
     if(getCore() != nullptr)
-        enterCore(getCore());
+        getCore()->_parents.insert(this);
 }
 
 void Node::resolveLinks()
@@ -140,13 +124,14 @@ void Node::syncChildren(Node const &source)
         if(Node *const copy = in_this_aspect(child))
             children.emplace_back(copy);
     }
-    orphanChildren();
-    _mfChildren.clear();
+    // What may take memory comes first: the list keeps its room while it is emptied.
     _mfChildren.reserve(static_cast<UInt32>(children.size()));
+    orphanChildren();
+    _mfChildren.resize(0);
     for(Node *child : children)
     {
         _mfChildren.push_back(child);
-        child->_childSlot = _mfChildren.getLastSlot();
+        child->setSlotHint(_mfChildren.getLastSlot());
         child->_parent = this;
     }
 }
@@ -192,21 +177,28 @@ void Node::addChild(Node *child)
         OSG_LOG_WARNING("Node::addChild: null or an ancestor of the node is no child\n");
         return;
     }
-    UnrecordedRefPtr<Node> const keep(child);
-    if(child->_parent != nullptr)
-        child->_parent->subChild(child);
+    // What may take memory comes first: without it the child stays where it is.
+    Node *const old = child->_parent;
     markEdited(ChildrenFieldMask);
-    _mfChildren.push_back(child);
-    child->_childSlot = _mfChildren.getLastSlot();
-    child->_parent = this;
     invalidateVolume();
+    if(old != nullptr)
+    {
+        old->markEdited(ChildrenFieldMask);
+        old->invalidateVolume();
+    }
+    Int32 const oldIndex = old != nullptr ? old->findChild(child) : -1;
+    _mfChildren.push_back(child);
+    if(oldIndex >= 0)
+        old->_mfChildren.erase(static_cast<UInt32>(oldIndex));
+    child->setSlotHint(_mfChildren.getLastSlot());
+    child->_parent = this;
 }
 
 Int32 Node::findChild(Node const *child) const
 {
     if(child == nullptr || child->_parent != this)
         return -1;
-    UInt32 const index = _mfChildren.findNear(const_cast<Node *>(child), child->_childSlot);
+    UInt32 const index = _mfChildren.findNear(const_cast<Node *>(child), child->getSlotHint());
     return index < _mfChildren.size() ? static_cast<Int32>(index) : -1;
 }
 
@@ -226,8 +218,8 @@ void Node::subChild(Node *child)
 void Node::takeOut(UInt32 index)
 {
     markEdited(ChildrenFieldMask);
-    getChild(index)->_parent = nullptr;
     invalidateVolume();
+    getChild(index)->_parent = nullptr;
     _mfChildren.erase(index);
 }
 
@@ -262,38 +254,132 @@ BoxVolume &Node::editVolume()
     return _sfVolume.getValue();
 }
 
+/// The nodes that are shown elsewhere and whose viewers have not been told yet are chained through
+/// their entries: an invalidation takes no memory, and no stack for trees that show one another.
+struct Node::Invalidation
+{
+    std::unique_lock<std::mutex> hold;
+    NodeViewers::Entry *pending = nullptr;
+    bool isRecorded = true; // all boxes are in the change list
+};
+
+// Every node above one whose box is out of date has such a box too, so that the way up ends at the
+// first of them. It is gone to the end even where memory for the change list does not suffice.
+void Node::invalidateUpwards(Invalidation &work)
+{
+    for(Node *node = this; node != nullptr && node->getVolume().isValid(); node = node->_parent)
+    {
+        node->_sfVolume.getValue().setValid(false);
+        try
+        {
+            node->markEdited(VolumeFieldMask);
+        }
+        catch(std::bad_alloc const &)
+        {
+            work.isRecorded = false;
+        }
+        if(!node->hasDependents())
+            continue;
+        if(!work.hold.owns_lock())
+            work.hold = std::unique_lock(NodeViewers::the().guard());
+        if(NodeViewers::Entry *const entry = NodeViewers::the().findEntry(node))
+        {
+            entry->nextPending = work.pending;
+            work.pending = entry;
+        }
+    }
+}
+
 void Node::invalidateVolume()
 {
-    // Above a node that is out of date everything is.
-    for(Node *node = this; node != nullptr && node->getVolume().isValid(); node = node->_parent)
-        node->editVolume().setValid(false);
+    if(!getVolume().isValid())
+        return;
+    Invalidation work;
+    invalidateUpwards(work);
+    while(NodeViewers::Entry *const entry = work.pending)
+    {
+        work.pending = entry->nextPending;
+        for(NodeCore *viewer : entry->viewers)
+        {
+            for(Node *node : viewer->getParents())
+                node->invalidateUpwards(work);
+        }
+    }
+    if(!work.isRecorded)
+        throw std::bad_alloc();
+}
+
+void Node::addViewer(Node *shown, NodeCore *viewer)
+{
+    NodeViewers &all = NodeViewers::the();
+    std::lock_guard const hold(all.guard());
+    PointerBagOf<NodeCore> &viewers = all.entryOf(shown).viewers;
+    shown->setHasDependents(true);
+    if(!viewers.contains(viewer))
+        viewers.insert(viewer);
+}
+
+void Node::subViewer(Node const *shown, NodeCore *viewer)
+{
+    NodeViewers &all = NodeViewers::the();
+    std::lock_guard const hold(all.guard());
+    NodeViewers::Entry *const entry = all.findEntry(shown);
+    if(entry == nullptr || !entry->viewers.erase(viewer) || !entry->viewers.empty())
+        return;
+    // A node that has an entry is there.
+    const_cast<Node *>(shown)->setHasDependents(false);
+    all.forget(shown);
+}
+
+void Node::forgetViewers()
+{
+    if(!hasDependents())
+        return;
+    std::lock_guard const hold(NodeViewers::the().guard());
+    NodeViewers::the().forget(this);
 }
 
 namespace
 {
-struct VolumeUpdate
+/// Boxes from below to above. Where the walk ends a branch because trees show one another in a
+/// circle, or too deep, nobody knows what the branch would hold: the box is infinite.
+class VolumeUpdate
 {
-    Node *current = nullptr;
-
+  public:
     bool enter(Node *node)
     {
-        current = node;
+        _current = node;
         return !node->getVolume().isValid();
     }
 
-    bool takeAdded(std::vector<Node *> &nodes) { return children_and_other_tree(current, nodes); }
+    bool takeAdded(std::vector<Node *> &nodes) { return children_and_other_tree(_current, nodes); }
+
+    void cut(Node *node)
+    {
+        if(_cut.empty() || _cut.back() != node)
+            _cut.push_back(node);
+    }
 
     void leave(Node *node)
     {
         BoxVolume volume;
-        volume.setEmpty();
-        for(UInt32 i = 0; i < node->getNChildren(); ++i)
+        UInt32 const count = node->getNChildren();
+        for(UInt32 i = 0; i < count; ++i)
             extend(volume, node->getChild(i)->getVolume());
         if(node->getCore() != nullptr)
             node->getCore()->adjustVolume(volume);
+        if(!_cut.empty() && _cut.back() == node)
+        {
+            volume.setInfinite();
+            _cut.pop_back();
+        }
         volume.setValid(true);
         node->editVolume() = volume;
     }
+
+  private:
+    Node *_current = nullptr;
+    std::vector<Node *> _cut; // open nodes, innermost last
 };
 } // namespace
 

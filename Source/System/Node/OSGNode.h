@@ -44,7 +44,15 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// Brings the boxes of the subtree up to date where they are not.
     void updateVolume();
     /// Marks this box and those of all ancestors as out of date.
+    ///
+    /// Trees that are shown elsewhere tell those who show them (addViewer), whose boxes, and those
+    /// above them, are then out of date as well.
     void invalidateVolume() override;
+    /// From now on the nodes of `viewer`, a core that shows the tree of `shown`, learn of what
+    /// makes that node's box out of date. Neither counts the other: a node forgets its viewers when
+    /// it ends, a viewer takes itself away before it does, whether the node is still there or not.
+    static void addViewer(Node *shown, NodeCore *viewer);
+    static void subViewer(Node const *shown, NodeCore *viewer);
     /// The node's box in world space; updated first.
     void getWorldVolume(BoxVolume &world);
 
@@ -74,16 +82,16 @@ class OSG_SYSTEM_API Node : public NodeBase
     friend Pattern;
 
   private:
-    void enterCore(NodeCore *core);
     void linkCore(NodeCore *core);
     void leaveCore();
     void takeOut(UInt32 index);
+    struct Invalidation;
+    void invalidateUpwards(Invalidation &work);
+    void forgetViewers();
     void orphanChildren();
     void syncChildren(Node const &source);
     bool isBelow(Node const *other) const;
 
     Node *_parent = nullptr;
-    UInt32 _coreSlot = 0;          // place of this node in the core's parent list
-    mutable UInt32 _childSlot = 0; // where the parent last had it, see PointerList
 };
 } // namespace OSG

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OSGNodeCoreBase.h"
+#include "OSGPointerBag.h"
 
 namespace OSG
 {
@@ -12,7 +13,7 @@ class Volume;
 class OSG_SYSTEM_API NodeCore : public NodeCoreBase
 {
   public:
-    using ParentList = PointerListOf<Node>;
+    using ParentList = PointerBagOf<Node>;
 
     /// The nodes that show this core, in no particular order.
     ParentList const &getParents() const { return _parents; }

@@ -15,9 +15,17 @@
 ///   bool takeAdded(std::vector<Node *> &nodes)   called after `enter` was true; true where `nodes`
 ///                                                (null entries are passed over) take their place
 ///
-/// Nodes that were added so and are no children of the adding node may form cycles: one that is
-/// open on the current path already, or the 1,025th such level, ends its branch with one warning.
+/// Nodes that were added so and are no children of the adding node may form cycles, and multiply
+/// where they share what is below them: one that is open on the current path already, the 1,025th
+/// such level and the 1,048,577th such node of a walk are passed over, with one warning. A visitor
+/// may want to know:
+///
+///   void cut(Node *node)     a node that was added below `node` is passed over
+///
+/// An exception ends a walk at once: `leave` is then called for none of the nodes that are open. A
+/// visitor that keeps a path of its own drops it when its owner is done (see Action::apply).
 
+#include <algorithm>
 #include <unordered_map>
 #include <vector>
 
@@ -43,6 +51,7 @@ class OSG_SYSTEM_API NodeWalker
 {
   public:
     static constexpr UInt32 MaxAddedLevels = 1024;
+    static constexpr UInt32 MaxAddedNodes = 1024 * 1024;
 
     template <class Visitor>
     void walk(Node *root, Visitor &visitor)
@@ -67,12 +76,42 @@ class OSG_SYSTEM_API NodeWalker
         bool isAdded;      // was itself reached as an added node that is no child
     };
 
-    /// True where the walk may go from the open frame to `node`, which was added and is no child.
+    /// True where the walk may go from the open frame to `node`, which was added and is no child;
+    /// counts it.
     bool mayEnterAdded(Node *node);
     /// Takes the frame that has gone out of `_open`.
     void forget(Node *node);
-    Node *nextOf(Frame &frame);
-    static Node *nextChildOf(Frame &frame);
+    Node *nextOf(Frame &frame)
+    {
+        if(frame.hasAdded)
+            return nextAddedOf(frame);
+        UInt32 const count = frame.node->getNChildren();
+        if(frame.next >= count)
+            return nullptr;
+        fetchAhead(*frame.node, frame.next, count);
+        return frame.node->getChild(frame.next++);
+    }
+    Node *nextAddedOf(Frame &frame);
+    // Scenes are larger than caches: siblings come out of memory while earlier ones are walked, and
+    // so does, once they are there, what they have first below them.
+    static void fetchAhead(Node const &node, UInt32 next, UInt32 count)
+    {
+        constexpr UInt32 Far = 5;
+        constexpr UInt32 Near = 2;
+        if(next == 0)
+        {
+            for(UInt32 i = 1; i < std::min(Far + 1, count); ++i)
+                node.getChild(i)->prefetch();
+            return;
+        }
+        if(next + Far < count)
+            node.getChild(next + Far)->prefetch();
+        if(next + Near >= count)
+            return;
+        Node const *const sibling = node.getChild(next + Near);
+        if(sibling->getNChildren() != 0)
+            sibling->getChild(0)->prefetch();
+    }
 
     template <class Visitor, class TakeAdded>
     void run(Node *root, Visitor &visitor, TakeAdded takeAdded)
@@ -97,6 +136,8 @@ class OSG_SYSTEM_API NodeWalker
             bool const added = _frames.back().hasAdded && node->getParent() != _frames.back().node;
             if(!added || mayEnterAdded(node))
                 open(node, added, visitor, takeAdded);
+            else if constexpr(requires { visitor.cut(node); })
+                visitor.cut(_frames.back().node);
         }
     }
 
@@ -105,10 +146,19 @@ class OSG_SYSTEM_API NodeWalker
     {
         if(!visitor.enter(node))
             return;
-        _taken.clear();
         bool const hasAdded = takeAdded(_taken);
+        // Most nodes of a scene have nothing below them: they are done without a frame.
+        if(!hasAdded && node->getNChildren() == 0)
+        {
+            visitor.leave(node);
+            return;
+        }
         UInt32 const first = static_cast<UInt32>(_added.size());
-        _added.insert(_added.end(), _taken.begin(), _taken.end());
+        if(hasAdded)
+        {
+            _added.insert(_added.end(), _taken.begin(), _taken.end());
+            _taken.clear();
+        }
         _frames.push_back({node, hasAdded ? first : 0, first, hasAdded, added});
         if(added)
             ++_addedLevels;
@@ -118,6 +168,7 @@ class OSG_SYSTEM_API NodeWalker
     std::vector<Node *, MemAllocator<Node *>> _added; // of all open frames, innermost last
     std::vector<Node *> _taken;
     UInt32 _addedLevels = 0;
+    UInt32 _addedNodes = 0; // entered by this walk
     // How often each node is open, counted over the first `_counted` frames: brought up to date
     // only where nodes are added, so that other walks do not pay for it.
     using OpenCount = std::pair<Node *const, UInt32>;

@@ -1,6 +1,7 @@
 #include "OSGIntersectAction.h"
 
 #include <cmath>
+#include <new>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@
 #include "OSGComponentTransform.h"
 #include "OSGGeometryIterators.h"
 #include "OSGInverseTransform.h"
+#include "OSGSwitch.h"
 #include "OSGTransform.h"
 #include "RandomNumbers.h"
 #include "SceneBuilders.h"
@@ -280,6 +282,26 @@ NodePtr random_tree(RandomNumbers &random, UInt32 depth)
                           scaling(random.real(0.3f, 3), random.real(-3, -0.3f), 1);
     return make_transform(matrix,
                           {leaf, random_tree(random, depth - 1), random_tree(random, depth - 1)});
+}
+
+TEST(IntersectAction, AWalkThatAnExceptionEndsLeavesTheRayAsItWas)
+{
+    NodePtr const broken = make_node(UnrecordedRefPtr<Switch>(Switch::create()));
+    NodePtr const root =
+        make_group({wall(-3), make_transform(translation(5, 6, 7), {make_visit(broken)})});
+    RayPtr const ray(IntersectAction::create());
+    ray->registerEnterFunction(Switch::getClassType(),
+                               [](NodeCore *, Action *) -> ActionBase::ResultE
+                               { throw std::bad_alloc(); });
+    ray->setLine(ahead(), 40.f);
+    EXPECT_THROW(ray->apply(root), std::bad_alloc);
+    EXPECT_FALSE(ray->didHit());
+    EXPECT_EQ(ray->getActNode(), nullptr);
+    EXPECT_EQ(ray->getLine().getPosition(), ahead().getPosition());
+    EXPECT_EQ(ray->getMaxDist(), 40.f);
+    NodePtr const far = wall(-30);
+    ray->apply(far);
+    EXPECT_EQ(ray->getHitDistance(), 30.f);
 }
 
 TEST(IntersectAction, FindsTheNearestOfAllTrianglesInWorldSpace)

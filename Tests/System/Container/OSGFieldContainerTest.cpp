@@ -4,6 +4,7 @@
 
 #include "OSGChangeList.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGGroup.h"
 #include "OSGManyFields.h"
 #include "OSGName.h"
 #include "OSGNode.h"
@@ -245,6 +246,33 @@ TEST(FieldContainer, AnEmptyOneIsMadeWithoutThePrototype)
     EXPECT_EQ(factory().getContainer(silent->getId()), silent);
     EXPECT_EQ(silent->getAspectStore()->getPtr(0), silent);
     dynamic_cast<ManyFields &>(*prototype).setOneUInt32(0);
+}
+
+TEST(FieldContainer, ANewOneHasNoOpenEdits)
+{
+    Thread::getCurrentChangeList()->commitChanges();
+    UnrecordedRefPtr<Node> const node(Node::create());
+    UnrecordedRefPtr<Node> const copy(dynamic_transit_cast<Node>(node->shallowCopy()));
+    EXPECT_EQ(node->getChangeMask(), 0u);
+    EXPECT_EQ(copy->getChangeMask(), 0u);
+    EXPECT_FALSE(Thread::getCurrentChangeList()->hasOpenEdits());
+}
+
+TEST(FieldContainer, ACopyHasOpenEditsForThePointersThatItsSourceHas)
+{
+    UnrecordedRefPtr<Node> const node(Node::create());
+    node->setCore(UnrecordedRefPtr<Transform>(Transform::create()));
+    Thread::getCurrentChangeList()->commitChanges();
+    UnrecordedRefPtr<Node> const copy(dynamic_transit_cast<Node>(node->shallowCopy()));
+    EXPECT_EQ(copy->getChangeMask(), Node::CoreFieldMask);
+}
+
+TEST(FieldContainer, NodesAndGroupsAreSmall)
+{
+    // Scenes are made of millions of them.
+    EXPECT_LE(sizeof(FieldContainer), 40u);
+    EXPECT_LE(sizeof(Group), 56u);
+    EXPECT_LE(sizeof(Node), 112u);
 }
 
 TEST(FieldContainer, LocalAndDependentOnesAreMadeFromThePrototype)

@@ -178,4 +178,24 @@ TEST(NodeWalker, ACycleThroughAMillionRepeatsEnds)
     EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended));
 }
 } // namespace
+
+TEST(NodeWalker, SharedSubtreesThatMultiplyArePassedOverBeyondAMillion)
+{
+    LogCapture log;
+    // Forty levels, each shown twice by the one above: a million million nodes.
+    std::vector<NodePtr> levels{make_group()};
+    Adder adder;
+    for(int i = 0; i < 40; ++i)
+    {
+        levels.push_back(make_group());
+        adder.added[levels[levels.size() - 1]] = {levels[levels.size() - 2],
+                                                  levels[levels.size() - 2]};
+    }
+    NodeWalker().walk(levels.back().get(), adder);
+    EXPECT_EQ(adder.entered, NodeWalker::MaxAddedNodes + 1);
+    EXPECT_EQ(adder.left, adder.entered);
+    EXPECT_THAT(log.texts(LOG_WARNING),
+                ElementsAre("Traversal: 1048576 subtrees have been added, further ones are passed "
+                            "over\n"));
+}
 } // namespace OSG::Test

@@ -1,5 +1,8 @@
 #include "OSGGrpMergeGraphOp.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "OSGChildEdits.h"
 #include "OSGDistanceLOD.h"
 #include "OSGGroup.h"
@@ -26,15 +29,10 @@ bool children_have_places(NodeCore const *core)
            type.isDerivedFrom(MultiCore::getClassType());
 }
 
-void take_children_over(ChildEdits &edits, Node const *group)
+bool is_taken_over(Node const *child)
 {
-    for(Node *child : *group->getMFChildren())
-    {
-        NodeCore const *const core = child->getCore();
-        if(core == nullptr || (is_plain_group(core) && child->getNChildren() == 0))
-            continue;
-        edits.add(child);
-    }
+    NodeCore const *const core = child->getCore();
+    return core != nullptr && !(is_plain_group(core) && child->getNChildren() == 0);
 }
 } // namespace
 
@@ -67,11 +65,15 @@ GraphOp::ResultE GrpMergeGraphOp::traverseEnter(Node *node)
 
 GraphOp::ResultE GrpMergeGraphOp::traverseLeave(Node *node, ResultE)
 {
-    NodeCore *const core = node->getCore();
-    if(!isInExcludeList(node) && !isInPreserveList(node) && core != nullptr &&
-       !children_have_places(core))
-        handleChildren(node, core);
+    if(mayDissolveChildren(node) && !isDissolvedLater(node))
+        handleChildren(node, node->getCore());
     return ActionBase::Continue;
+}
+
+bool GrpMergeGraphOp::mayDissolveChildren(Node const *node) const
+{
+    return !isInExcludeList(node) && !isInPreserveList(node) && node->getCore() != nullptr &&
+           !children_have_places(node->getCore());
 }
 
 bool GrpMergeGraphOp::isDissolved(Node const *child) const
@@ -80,15 +82,42 @@ bool GrpMergeGraphOp::isDissolved(Node const *child) const
            is_plain_group(child->getCore());
 }
 
+// What such a node holds goes up with it. Handling it here would move its nodes once for each level
+// that goes.
+bool GrpMergeGraphOp::isDissolvedLater(Node const *node) const
+{
+    return getWalkedRoot() != nullptr && node != getWalkedRoot() && isDissolved(node) &&
+           mayDissolveChildren(node->getParent());
+}
+
+// From above, the children of a group before those of the groups in it: the order in which they
+// would come up level by level.
 void GrpMergeGraphOp::handleChildren(Node *node, NodeCore *)
 {
+    using Nodes = std::vector<Node *, MemAllocator<Node *>>;
+    bool const isWalk = getWalkedRoot() != nullptr;
     ChildEdits edits;
+    Nodes groups;
     for(Node *child : *node->getMFChildren())
     {
-        if(!isDissolved(child))
-            continue;
-        edits.sub(child);
-        take_children_over(edits, child);
+        if(isDissolved(child))
+            groups.push_back(child);
+    }
+    std::reverse(groups.begin(), groups.end());
+    while(!groups.empty())
+    {
+        Node *const group = groups.back();
+        groups.pop_back();
+        edits.sub(group);
+        auto const inner = static_cast<Nodes::difference_type>(groups.size());
+        for(Node *child : *group->getMFChildren())
+        {
+            if(isWalk && isDissolved(child))
+                groups.push_back(child);
+            else if(is_taken_over(child))
+                edits.add(child);
+        }
+        std::reverse(groups.begin() + inner, groups.end());
     }
     edits.applyTo(node);
 }

@@ -16,8 +16,8 @@ class NodeCore;
 /// that goes. Nodes on the exclude list stay with all that is below them, those on the preserve
 /// list with their children. The root stays always.
 ///
-/// Time goes with the number of nodes and of moves; a node moves once for each group above it that
-/// goes. There are no parameters.
+/// Time goes with the number of nodes: a node moves once, however many groups above it go. There
+/// are no parameters.
 class OSG_CONTRIBTOLVANITE_API GrpMergeGraphOp : public GraphOp
 {
   public:
@@ -40,6 +40,8 @@ class OSG_CONTRIBTOLVANITE_API GrpMergeGraphOp : public GraphOp
 
   private:
     void handleChildren(Node *node, NodeCore *core);
+    bool mayDissolveChildren(Node const *node) const;
     bool isDissolved(Node const *child) const;
+    bool isDissolvedLater(Node const *node) const;
 };
 } // namespace OSG

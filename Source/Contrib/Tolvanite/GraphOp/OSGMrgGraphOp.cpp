@@ -1,17 +1,9 @@
 #include "OSGMrgGraphOp.h"
 
-#include "OSGBakedGeometry.h"
-#include "OSGBillboard.h"
-#include "OSGChildEdits.h"
-#include "OSGComponentTransform.h"
-#include "OSGDistanceLOD.h"
-#include "OSGGroup.h"
+#include "OSGCoreKind.h"
 #include "OSGLight.h"
 #include "OSGLog.h"
-#include "OSGMaterialGroup.h"
-#include "OSGMultiSwitch.h"
-#include "OSGSwitch.h"
-#include "OSGTransform.h"
+#include "OSGMrgLevels.h"
 #include "OSGTraverse.h"
 
 namespace OSG
@@ -19,13 +11,6 @@ namespace OSG
 namespace
 {
 constexpr char const *OperationName = "Mrg";
-
-template <class Core>
-bool derives_from(Node const *node)
-{
-    NodeCore const *const core = node->getCore();
-    return core != nullptr && core->getType().isDerivedFrom(Core::getClassType());
-}
 
 UInt32 count_nodes(Node *root)
 {
@@ -70,7 +55,17 @@ MrgGraphOp::MrgGraphOp(char const *name)
 {
 }
 
-MrgGraphOp::MrgGraphOp(MrgGraphOp const &source) = default;
+MrgGraphOp::MrgGraphOp(MrgGraphOp const &source)
+    : GraphOp(source)
+    , _colorIsVector(source._colorIsVector)
+    , _secondaryColorIsVector(source._secondaryColorIsVector)
+    , _texCoord0IsVector(source._texCoord0IsVector)
+    , _texCoord1IsVector(source._texCoord1IsVector)
+    , _texCoord2IsVector(source._texCoord2IsVector)
+    , _texCoord3IsVector(source._texCoord3IsVector)
+{
+}
+
 MrgGraphOp::~MrgGraphOp() = default;
 
 TransitPtr<MrgGraphOp> MrgGraphOp::create()
@@ -114,6 +109,12 @@ std::string MrgGraphOp::usage()
 
 bool MrgGraphOp::traverse(Node *root)
 {
+    // What is known of the scene holds as long as nobody else edits it.
+    struct Forget
+    {
+        std::unique_ptr<MrgLevels> &levels;
+        ~Forget() { levels.reset(); }
+    } const forget{_levels};
     UInt32 count = count_nodes(root);
     OSG_LOG_PROGRESS("MrgGraphOp::traverse: Number of nodes before merge: %u\n", count);
     UInt32 last = 0;
@@ -146,116 +147,42 @@ GraphOp::ResultE MrgGraphOp::excludeListEnter(Node *) { return ActionBase::Conti
 
 GraphOp::ResultE MrgGraphOp::excludeListLeave(Node *node, ResultE result)
 {
-    if(auto const *const light = dynamic_cast<Light *>(node->getCore()))
+    if(core_derives_from<Light>(node))
     {
         addToExcludeList(node);
-        addToExcludeList(light->getBeacon());
+        addToExcludeList(static_cast<Light *>(node->getCore())->getBeacon());
     }
     return result;
 }
 
 GraphOp::ResultE MrgGraphOp::traverseEnter(Node *node)
 {
-    NodeCore const *const core = node->getCore();
-    if(dynamic_cast<Switch const *>(core) != nullptr ||
-       dynamic_cast<MultiSwitch const *>(core) != nullptr ||
-       dynamic_cast<DistanceLOD const *>(core) != nullptr)
-        return ActionBase::Skip;
-    return isLeaf(node) ? ActionBase::Skip : ActionBase::Continue;
+    if(node == getWalkedRoot())
+    {
+        if(_levels == nullptr)
+            _levels.reset(makeLevels());
+        _levels->begin();
+    }
+    return MrgLevels::isLeft(node) || node->getNChildren() == 0 ? ActionBase::Skip
+                                                                : ActionBase::Continue;
 }
 
 GraphOp::ResultE MrgGraphOp::traverseLeave(Node *node, ResultE result)
 {
-    processGroups(node);
-    processTransformations(node);
+    if(getWalkedRoot() == nullptr)
+        std::unique_ptr<MrgLevels>(makeLevels())->process(node);
+    else if(node != getWalkedRoot() && _levels->isLevel(node))
+        _levels->note(node); // The node above takes up what it holds.
+    else
+        _levels->process(node);
     return result;
 }
 
-// --- children of a node ---
-
-bool MrgGraphOp::isLeaf(Node const *node) { return node->getMFChildren()->empty(); }
-
-bool MrgGraphOp::isGroup(Node const *node)
+MrgLevels *MrgGraphOp::makeLevels() const
 {
-    return derives_from<Group>(node) && !derives_from<Transform>(node) &&
-           !derives_from<ComponentTransform>(node) && !derives_from<Switch>(node) &&
-           !derives_from<MultiSwitch>(node) && !derives_from<MaterialGroup>(node) &&
-           !derives_from<DistanceLOD>(node) && !derives_from<Billboard>(node);
-}
-
-bool MrgGraphOp::isFreeGeometryLeaf(Node const *node) const
-{
-    return !isInExcludeList(node) && derives_from<Geometry>(node) && isLeaf(node);
-}
-
-void MrgGraphOp::processGroups(Node *node)
-{
-    ChildEdits edits;
-    for(Node *child : *node->getMFChildren())
-    {
-        if(isGroup(child))
-        {
-            if(isInExcludeList(child))
-                continue;
-            edits.addChildrenOf(child);
-            edits.sub(child);
-        }
-        else if(derives_from<MaterialGroup>(child))
-            processMaterialGroup(child, edits);
-    }
-    edits.applyTo(node);
-}
-
-void MrgGraphOp::processMaterialGroup(Node *group, ChildEdits &edits) const
-{
-    Material *const material = static_cast<MaterialGroup *>(group->getCore())->getMaterial();
-    bool all = true;
-    for(Node *grandchild : *group->getMFChildren())
-    {
-        if(!isFreeGeometryLeaf(grandchild))
-        {
-            all = false;
-            continue;
-        }
-        static_cast<Geometry *>(grandchild->getCore())->setMaterial(material);
-        edits.add(grandchild);
-    }
-    if(all)
-        edits.sub(group);
-}
-
-void MrgGraphOp::processTransformations(Node *node)
-{
-    ChildEdits edits;
-    for(Node *child : *node->getMFChildren())
-    {
-        if(derives_from<Transform>(child) && !isInExcludeList(child))
-            processTransformation(child, edits);
-    }
-    edits.applyTo(node);
-}
-
-void MrgGraphOp::processTransformation(Node *transform, ChildEdits &edits) const
-{
-    Matrix const &matrix = static_cast<Transform *>(transform->getCore())->getMatrix();
-    VectorArrays const vectors{
-        _colorIsVector,
-        _secondaryColorIsVector,
-        {_texCoord0IsVector, _texCoord1IsVector, _texCoord2IsVector, _texCoord3IsVector}};
-    bool all = true;
-    for(Node *grandchild : *transform->getMFChildren())
-    {
-        if(!isFreeGeometryLeaf(grandchild))
-        {
-            all = false;
-            continue;
-        }
-        auto const &geometry = static_cast<Geometry const &>(*grandchild->getCore());
-        UnrecordedRefPtr<Geometry> const baked(baked_geometry(geometry, matrix, vectors));
-        grandchild->setCore(baked);
-        edits.add(grandchild);
-    }
-    if(all)
-        edits.sub(transform);
+    return new MrgLevels(_excludeList, {_colorIsVector,
+                                        _secondaryColorIsVector,
+                                        {_texCoord0IsVector, _texCoord1IsVector, _texCoord2IsVector,
+                                         _texCoord3IsVector}});
 }
 } // namespace OSG

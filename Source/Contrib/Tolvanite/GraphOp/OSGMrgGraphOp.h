@@ -1,18 +1,19 @@
 #pragma once
 
+#include <memory>
+
 #include "OSGContribTolvaniteApi.h"
 #include "OSGGraphOp.h"
 
 namespace OSG
 {
-class ChildEdits;
+class MrgLevels;
 
 /// "Mrg": shrinks a subtree by passes until one does not lower the number of nodes.
 ///
 /// A pass works from below. At each node it first goes through the children as they are:
 ///
-///   groups          What is below a Group comes up behind the other children, the group goes. So
-///   it
+///   groups          What is below a Group comes up behind the other children, the group goes. So it
 ///                   does with all that derives from Group save Transform, ComponentTransform,
 ///                   Switch, MultiSwitch, MaterialGroup, DistanceLOD and Billboard; a VisitSubTree,
 ///                   a ScreenLOD or a MaterialChunkOverrideGroup loses its meaning.
@@ -34,8 +35,12 @@ class ChildEdits;
 /// afterwards what they were. A geometry core under two material groups takes the material of the
 /// later one, for all nodes that show it.
 ///
-/// `root` is not null. Time goes with the number of nodes and of moves; a node moves once for each
-/// node above it that goes, and where a transform does, its geometry is copied.
+/// `root` is not null. Below groups and material groups time goes with the number of nodes: a node
+/// moves once, however many of them above it go. Below transforms a geometry is moved once for each
+/// of them; it is copied at the first one, and the copy is edited in place at the others.
+///
+/// Out of memory: std::bad_alloc. A geometry is then either baked and above its transform or
+/// neither, so that the operation may be run again.
 class OSG_CONTRIBTOLVANITE_API MrgGraphOp : public GraphOp
 {
   public:
@@ -67,13 +72,7 @@ class OSG_CONTRIBTOLVANITE_API MrgGraphOp : public GraphOp
     static ResultE excludeListEnter(Node *node);
     ResultE excludeListLeave(Node *node, ResultE result);
 
-    static bool isGroup(Node const *node);
-    static bool isLeaf(Node const *node);
-    bool isFreeGeometryLeaf(Node const *node) const;
-    void processGroups(Node *node);
-    void processMaterialGroup(Node *group, ChildEdits &edits) const;
-    void processTransformations(Node *node);
-    void processTransformation(Node *transform, ChildEdits &edits) const;
+    MrgLevels *makeLevels() const;
 
     bool _colorIsVector;
     bool _secondaryColorIsVector;
@@ -81,5 +80,6 @@ class OSG_CONTRIBTOLVANITE_API MrgGraphOp : public GraphOp
     bool _texCoord1IsVector;
     bool _texCoord2IsVector;
     bool _texCoord3IsVector;
+    std::unique_ptr<MrgLevels> _levels; ///< while `traverse` runs
 };
 } // namespace OSG

@@ -15,8 +15,7 @@ class NodeCore;
 ///
 ///   Switch          A new group with the chosen child takes its place, behind the children that
 ///                   stay; all children come in reverse order; no child leaves nothing.
-///   MultiSwitch     Likewise, the last choice first, without those that are a GroupingStage. A
-///   mode
+///   MultiSwitch     Likewise, the last choice first, without those that are a GroupingStage. A mode
 ///                   that shows neither all children nor choices leaves nothing. The children close
 ///                   up as they are taken, so that choices that are not ascending take others than
 ///                   they name.
@@ -33,10 +32,10 @@ class NodeCore;
 /// with all that is below them; those on the preserve list keep place and core, not their name.
 /// The root stays always, and so do nodes without a core.
 ///
-/// The host keeps these valid; they are asserted, and ignored where assertions are off: the choice
-/// of a Switch is one of its children or one of the values that Switch names, the choice of a
-/// SwitchMaterial is one of its materials, and the choices of a MultiSwitch name children that are
-/// there by the time they are taken, which ascending ones do.
+/// A choice beyond the children of a Switch or MultiSwitch, or beyond the materials of a
+/// SwitchMaterial, takes nothing. The operation works from below, so that nested switches move
+/// choices: a switch that is resolved to nothing leaves the children of the switch above it, and
+/// those behind it count one less by then. A new group comes behind the children that stay.
 ///
 /// Time goes with the number of nodes. There are no parameters.
 class OSG_CONTRIBTOLVANITE_API SimplifyRenderEngineGraphOp : public GraphOp

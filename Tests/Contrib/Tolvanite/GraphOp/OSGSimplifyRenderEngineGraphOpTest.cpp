@@ -492,38 +492,27 @@ TEST(Simplify, AHundredThousandLevelsAreGood)
     EXPECT_EQ(levels, 100001u);
 }
 
-// --- what the host must keep valid ---
+// --- choices that name nothing ---
 
-#ifndef NDEBUG
-TEST(SimplifyDeath, AChoiceBeyondTheChildrenIsAsserted)
+TEST(Simplify, ChoicesBeyondWhatIsThereTakeNothing)
 {
-    NodePtr const root = make_group({make_switch(99, {make_triangle()})});
-    EXPECT_DEATH(run<Simplify>(root), "a choice beyond the children");
-    NodePtr const negative = make_group({make_switch(-7, {make_triangle()})});
-    EXPECT_DEATH(run<Simplify>(negative), "a choice beyond the children");
-    NodePtr const multi = make_group({make_multi_switch(-1, {0, 7}, {make_triangle()})});
-    EXPECT_DEATH(run<Simplify>(multi), "a choice beyond the children");
-}
-
-TEST(SimplifyDeath, AChoiceBeyondTheMaterialsIsAsserted)
-{
-    NodePtr const root = make_group({make_triangle()});
-    core_of<Geometry>(root->getChild(0))
-        ->setMaterial(make_switch_material(1, {make_material().get()}));
-    EXPECT_DEATH(run<Simplify>(root), "a choice beyond the materials");
-}
-#else
-TEST(Simplify, ChoicesBeyondWhatIsThereAreIgnored)
-{
-    NodePtr const root = make_group({make_switch(99, {make_triangle()}), make_triangle(),
-                                     make_multi_switch(-1, {0, 7}, {make_triangle()})});
+    NodePtr const root =
+        make_group({make_switch(99, {make_triangle()}), make_switch(-7, {make_triangle()}),
+                    make_triangle(), make_multi_switch(-1, {0, 7}, {make_triangle()})});
     MaterialPtr const material = make_switch_material(1, {make_material().get()});
-    core_of<Geometry>(root->getChild(1))->setMaterial(material);
+    core_of<Geometry>(root->getChild(2))->setMaterial(material);
     run<Simplify>(root);
     ASSERT_EQ(root->getNChildren(), 2u);
     EXPECT_EQ(core_of<Geometry>(root->getChild(0))->getMaterial(), material);
     EXPECT_EQ(root->getChild(1)->getNChildren(), 1u);
 }
-#endif
+
+TEST(Simplify, ASwitchThatIsResolvedToNothingMovesTheChoicesAboveIt)
+{
+    NodePtr const chosen = make_triangle();
+    NodePtr const root = make_group({make_switch(1, {make_switch(-1, {make_triangle()}), chosen})});
+    run<Simplify>(root);
+    EXPECT_EQ(root->getNChildren(), 0u);
+}
 } // namespace
 } // namespace OSG::Test

@@ -115,6 +115,8 @@ ActionBase::ResultE SelectionAction::start()
     while(!_matrixStack.empty())
         _matrixStack.pop_back();
     _matrixStack.push_back(Matrix());
+    _visitSubTreeNodes.clear();
+    _frustaOfHost = _frustumStack.size();
     assert(_actor != nullptr);
     _actor->start();
     return Continue;
@@ -125,6 +127,13 @@ ActionBase::ResultE SelectionAction::stop(ResultE result)
     assert(_actor != nullptr);
     _actor->stop();
     return result;
+}
+
+void SelectionAction::cancel()
+{
+    _visitSubTreeNodes.clear();
+    while(_frustumStack.size() > _frustaOfHost)
+        popFrustum();
 }
 
 bool SelectionAction::operator<(SelectionAction const &other) const

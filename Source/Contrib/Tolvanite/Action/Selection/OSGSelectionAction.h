@@ -108,6 +108,8 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     ResultE start() override;
     /// Has the functor sort its hits.
     ResultE stop(ResultE result) override;
+    /// The stacks are as before the walk.
+    void cancel() override;
 
     FunctorStore *getDefaultEnterFunctors() override;
     FunctorStore *getDefaultLeaveFunctors() override;
@@ -122,6 +124,7 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     std::deque<Frustum> _frustumStack;
     std::deque<Node *> _nodeStack;
     std::vector<Node *> _visitSubTreeNodes;
+    std::size_t _frustaOfHost = 0; // on the stack when the walk began
     std::deque<Matrix> _matrixStack;
     FrustumVolume _frustumVolume;
     SelectionFunctor *_actor = nullptr;

@@ -484,5 +484,26 @@ TEST(SelectionHandlers, AHundredThousandTransformsAboveOneAnotherAreWalked)
     selection.action->apply(root);
     EXPECT_THAT(quick.hits(SelectionFunctor::AllHits), SizeIs(1));
 }
+
+TEST(SelectionHandlers, AWalkThatAnExceptionEndsLeavesTheActionAsItWas)
+{
+    NodePtr const shape = make_node(make_geometry(inner_triangle()));
+    NodePtr const switched = make_node(UnrecordedRefPtr<Switch>(Switch::create()));
+    NodePtr const moved = make_transform(translation(0, 0, 0.1f), {switched});
+    NodePtr const visit = make_visit(moved);
+    Selection selection;
+    selection.action->registerEnterFunction(Switch::getClassType(),
+                                            [](NodeCore *, Action *) -> ActionBase::ResultE
+                                            { throw std::bad_alloc(); });
+    std::size_t const hits = Selection().of(shape).size();
+    EXPECT_THROW(selection.of(visit), std::bad_alloc);
+    EXPECT_TRUE(selection.action->getVisitSubTreeNodes().empty());
+    EXPECT_EQ(selection.action->getActNode(), nullptr);
+    // The frustum of the host again, not that of the space in which the walk ended.
+    Hits const &after = selection.of(shape);
+    ASSERT_EQ(after.size(), hits);
+    EXPECT_EQ(after[0].distance, Selection().of(shape)[0].distance);
+    EXPECT_TRUE(after[0].visitSubTreeNodes.empty());
+}
 } // namespace
 } // namespace OSG::Test

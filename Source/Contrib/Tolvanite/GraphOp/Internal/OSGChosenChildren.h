@@ -14,8 +14,7 @@ class Switch;
 /// from the last child to the first. Null where nothing is shown.
 ///
 /// The new node is a child of `node`, its last: whoever wants it elsewhere finds it near, and the
-/// tree need not be searched for cycles. What choices must be is said in
-/// OSGSimplifyRenderEngineGraphOp.h.
+/// tree need not be searched for cycles. A choice beyond the children takes nothing.
 Node *take_chosen(Node &node, Switch const &core);
 /// Children with a GroupingStage stay out of the new node, and are no longer below `node` either.
 Node *take_chosen(Node &node, MultiSwitch const &core);

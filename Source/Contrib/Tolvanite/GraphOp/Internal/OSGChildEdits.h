@@ -25,13 +25,13 @@ class OSG_CONTRIBTOLVANITE_API ChildEdits
         if(node != nullptr)
             _toAdd.emplace_back(node);
     }
-    /// `child` goes.
+    /// `child`, a child of the parent or of another node that goes, goes.
     void sub(Node *child) { _toSub.emplace_back(child); }
     /// All that is below `node` now becomes children, in order.
     void addChildrenOf(Node const *node);
 
-    /// Makes the edits. The nodes are added first, so that those that come from a child that goes
-    /// are still below `parent` by then and no ancestor has to be looked for.
+    /// Makes the edits. The nodes are added first, while those that come from a child that goes are
+    /// still below `parent`: then the search for a cycle is short.
     void applyTo(Node *parent) const;
 
   private:

@@ -1,7 +1,5 @@
 #include "OSGChosenChildren.h"
 
-#include <cassert>
-
 #include "OSGGroup.h"
 #include "OSGGroupingStage.h"
 #include "OSGMultiSwitch.h"
@@ -30,14 +28,12 @@ class ChosenGroup
 
     void take(UInt32 index)
     {
-        assert(index < getNLeft() && "a choice beyond the children");
         if(index < getNLeft())
             _group->addChild(_node.getChild(index));
     }
 
     void takeUnlessStage(UInt32 index)
     {
-        assert(index < getNLeft() && "a choice beyond the children");
         if(index >= getNLeft())
             return;
         if(dynamic_cast<GroupingStage *>(_node.getChild(index)->getCore()) != nullptr)

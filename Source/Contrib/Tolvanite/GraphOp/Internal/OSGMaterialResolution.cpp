@@ -1,7 +1,5 @@
 #include "OSGMaterialResolution.h"
 
-#include <cassert>
-
 #include "OSGChunkMaterial.h"
 #include "OSGGeometry.h"
 #include "OSGGroup.h"
@@ -17,7 +15,6 @@ Material *chosen_material(SwitchMaterial &material)
 {
     UInt32 const choice = material.getChoice();
     auto const &materials = *material.getMFMaterials();
-    assert(choice < materials.size() && "a choice beyond the materials");
     return choice < materials.size() ? materials[choice] : &material;
 }
 

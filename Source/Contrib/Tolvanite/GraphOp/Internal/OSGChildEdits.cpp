@@ -4,7 +4,7 @@ namespace OSG
 {
 ChildEdits::ChildEdits() = default;
 
-// The last references go here, mostly: a node that ends comes out of memory while others end.
+// Most nodes lose their last reference here. The next ones are fetched while one ends.
 ChildEdits::~ChildEdits()
 {
     constexpr std::size_t Ahead = 3;
@@ -27,6 +27,9 @@ void ChildEdits::applyTo(Node *parent) const
     for(Node *node : _toAdd)
         parent->addChild(node);
     for(Node *child : _toSub)
-        parent->subChild(child);
+    {
+        if(child->getParent() != nullptr)
+            child->getParent()->subChild(child);
+    }
 }
 } // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGActionBase.h"
+
+namespace OSG
+{
+ActionBase::~ActionBase() = default;
+} // namespace OSG
