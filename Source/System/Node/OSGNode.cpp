@@ -14,7 +14,7 @@ namespace OSG
 {
 Node::Node()
 {
-    // Not looked at yet.
+    // The box of a new node has not been computed yet.
     _sfVolume.getValue().setValid(false);
 }
 
@@ -29,7 +29,7 @@ Node::~Node()
 
 void Node::leaveCore()
 {
-    // A node that could not be made to the end never entered.
+    // A node whose construction failed is not among the parents: erase() then does nothing.
     if(NodeCore *const core = getCore())
         core->_parents.erase(this);
 }
@@ -46,7 +46,7 @@ void Node::setCore(NodeCore *core)
 void Node::linkCore(NodeCore *core)
 {
     UnrecordedRefPtr<NodeCore> const keep(core);
-    // What may take memory comes first.
+    // The step that may run out of memory comes first.
     if(core != nullptr)
         core->_parents.insert(this);
     leaveCore();
@@ -56,7 +56,7 @@ void Node::linkCore(NodeCore *core)
 void Node::onCreate(Node const *source)
 {
     Pattern::onCreate(source);
-    // The pattern has copied the pointer; the core learns of it here.
+    // The pattern has copied the pointer. The core does not know its new node yet.
     if(getCore() != nullptr)
         getCore()->_parents.insert(this);
 }
@@ -68,7 +68,8 @@ void Node::resolveLinks()
     NodeBase::resolveLinks();
 }
 
-// Core and children come as ids and are linked as anybody else would link them.
+// Core and children are read as ids. They are linked by the functions that a host uses, so that the
+// other ends of the links are set too.
 void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
 {
     NodeBase::copyFromBin(handler, mask & ~(CoreFieldMask | ChildrenFieldMask));
@@ -94,7 +95,7 @@ void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
 
 // --- other aspects ---
 
-// The links of the source, between the copies of this aspect.
+// This node is linked to the copies, in its own aspect, of what the source is linked to.
 void Node::execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets,
                     BitVector syncMode, UInt32 syncInfo)
 {
@@ -113,8 +114,8 @@ void Node::execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets
         syncChildren(source);
 }
 
-// A child that has moved is still in the list of the node that it left, until that one is
-// synchronised: its parent is the one that says so last.
+// A child that has moved stands in two lists until the node that it left is synchronised too. The
+// node that is synchronised last becomes its parent.
 void Node::syncChildren(Node const &source)
 {
     std::vector<UnrecordedRefPtr<Node>> children;
@@ -124,7 +125,7 @@ void Node::syncChildren(Node const &source)
         if(Node *const copy = in_this_aspect(child))
             children.emplace_back(copy);
     }
-    // What may take memory comes first: the list keeps its room while it is emptied.
+    // The step that may run out of memory comes first. The list keeps its room while it is emptied.
     _mfChildren.reserve(static_cast<UInt32>(children.size()));
     orphanChildren();
     _mfChildren.resize(0);
@@ -142,13 +143,15 @@ void Node::orphanChildren()
 {
     for(Node *child : _mfChildren)
     {
+        // Most children end with their parent, and their cores with them.
+        __builtin_prefetch(child->getCore());
         if(child->_parent == this)
             child->_parent = nullptr;
     }
 }
 
-// Whether `other` is this node or above it. The way up ends early at a node that is known to be
-// above `other`, as it is where nodes move up by a few levels: trees may be very deep.
+// Whether `other` is this node or above it. Trees may be very deep, and many edits move a node up
+// by a few levels only: the search stops early at the nodes that are known to be above `other`.
 bool Node::isBelow(Node const *other) const
 {
     std::array<Node const *, 4> above = {};
@@ -177,7 +180,7 @@ void Node::addChild(Node *child)
         OSG_LOG_WARNING("Node::addChild: null or an ancestor of the node is no child\n");
         return;
     }
-    // What may take memory comes first: without it the child stays where it is.
+    // The steps that may run out of memory come first: if one does, the child stays where it is.
     Node *const old = child->_parent;
     markEdited(ChildrenFieldMask);
     invalidateVolume();
@@ -254,8 +257,8 @@ BoxVolume &Node::editVolume()
     return _sfVolume.getValue();
 }
 
-/// The nodes that are shown elsewhere and whose viewers have not been told yet are chained through
-/// their entries: an invalidation takes no memory, and no stack for trees that show one another.
+/// Nodes that are shown elsewhere wait here until their viewers are told. They are chained through
+/// their entries, so that an invalidation allocates nothing and does not recurse.
 struct Node::Invalidation
 {
     std::unique_lock<std::mutex> hold;
@@ -263,8 +266,9 @@ struct Node::Invalidation
     bool isRecorded = true; // all boxes are in the change list
 };
 
-// Every node above one whose box is out of date has such a box too, so that the way up ends at the
-// first of them. It is gone to the end even where memory for the change list does not suffice.
+// If the box of a node is out of date, the boxes of all nodes above it are out of date too. So the
+// loop may stop at the first such node. It goes on when the change list runs out of memory, because
+// a half marked path would break that rule.
 void Node::invalidateUpwards(Invalidation &work)
 {
     for(Node *node = this; node != nullptr && node->getVolume().isValid(); node = node->_parent)
@@ -326,7 +330,7 @@ void Node::subViewer(Node const *shown, NodeCore *viewer)
     NodeViewers::Entry *const entry = all.findEntry(shown);
     if(entry == nullptr || !entry->viewers.erase(viewer) || !entry->viewers.empty())
         return;
-    // A node that has an entry is there.
+    // Nodes remove their entry when they end. This one has an entry, so it still exists.
     const_cast<Node *>(shown)->setHasDependents(false);
     all.forget(shown);
 }
@@ -341,8 +345,9 @@ void Node::forgetViewers()
 
 namespace
 {
-/// Boxes from below to above. Where the walk ends a branch because trees show one another in a
-/// circle, or too deep, nobody knows what the branch would hold: the box is infinite.
+/// Computes boxes from the leaves upwards. The walk cuts a branch where trees show one another in a
+/// circle, or are nested too deep. What such a branch holds is not known, so the box above it is
+/// infinite.
 class VolumeUpdate
 {
   public:
