@@ -27,7 +27,7 @@ class FieldContainer;
 /// between in either direction, cost the same however many there are; so does appending. The order
 /// is that of a plain array, and an index is found by one comparison.
 ///
-/// Nothing is counted here. Out of memory: std::bad_alloc, and the list is as it was.
+/// The list does not count references. Out of memory: std::bad_alloc, and the list is as it was.
 class OSG_SYSTEM_API PointerList
 {
   public:
@@ -50,7 +50,7 @@ class OSG_SYSTEM_API PointerList
             return slots()[slotOf(index)];
         return _bits != NullEntry ? reinterpret_cast<FieldContainer *>(_bits) : nullptr;
     }
-    /// Takes no memory.
+    /// Allocates nothing.
     void set(UInt32 index, FieldContainer *value);
 
     /// Makes room for `count` entries in all.
