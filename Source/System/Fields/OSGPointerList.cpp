@@ -13,6 +13,9 @@ namespace OSG
 {
 namespace
 {
+// With the head of a block and the allocator's own, 3, 7, 15 ... slots fill multiples of 16 bytes.
+constexpr UInt32 FirstCapacity = 3;
+
 void move_slots(FieldContainer **to, FieldContainer *const *from, UInt32 count)
 {
     if(count != 0)
@@ -82,7 +85,7 @@ void PointerList::makeRoom()
     else if(count == Most)
         throw std::bad_array_new_length();
     else
-        moveToBlock(count > Most / 2 ? Most : std::max(count * 2, 2u));
+        moveToBlock(count > (Most - 1) / 2 ? Most : 2 * count + 1);
 }
 
 // --- the gap ---
@@ -232,7 +235,7 @@ void PointerList::push_back(FieldContainer *value)
         return;
     }
     if(!isBlock())
-        moveToBlock(2);
+        moveToBlock(FirstCapacity);
     else if(slotsEnd() == block()->capacity)
         makeRoom();
     slots()[slotsEnd()] = value;
