@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <iostream>
 #include <mutex>
 #include <new>
@@ -74,23 +75,22 @@ class SinkBuffer : public std::streambuf
     LogLevel _level = LOG_WARNING;
 };
 
-/// The text of a printf-style message, however long; short ones need no memory. Without memory for
-/// a long one its beginning is kept: a message never raises an error of its own.
+/// `begin` and behind it the text of a printf-style message, however long; short ones need no
+/// memory. Without memory for a long one its beginning is kept: a message never raises an error of
+/// its own.
 class FormattedText
 {
   public:
-    FormattedText(char const *format, std::va_list arguments)
+    FormattedText(char const *begin, char const *format, std::va_list arguments)
     {
         std::va_list again;
         va_copy(again, arguments);
-        int const length = std::vsnprintf(_inline, sizeof(_inline), format, arguments);
-        if(length >= static_cast<int>(sizeof(_inline)))
-        {
-            std::size_t const size = static_cast<std::size_t>(length) + 1;
-            _block = static_cast<char *>(MemMalloc(size));
-            if(_block != nullptr)
-                std::vsnprintf(_block, size, format, again);
-        }
+        int const beginSize = std::snprintf(_inline, sizeof(_inline), "%s", begin);
+        std::size_t const before = std::min(std::size_t(beginSize), sizeof(_inline) - 1);
+        int const length =
+            std::vsnprintf(_inline + before, sizeof(_inline) - before, format, arguments);
+        if(length >= static_cast<int>(sizeof(_inline) - before))
+            formatInBlock(begin, std::size_t(beginSize), format, std::size_t(length) + 1, again);
         va_end(again);
     }
     ~FormattedText() { MemFree(_block); }
@@ -100,6 +100,16 @@ class FormattedText
     char const *c_str() const { return _block != nullptr ? _block : _inline; }
 
   private:
+    void formatInBlock(char const *begin, std::size_t beginSize, char const *format,
+                       std::size_t size, std::va_list arguments)
+    {
+        _block = static_cast<char *>(MemMalloc(beginSize + size));
+        if(_block == nullptr)
+            return;
+        std::memcpy(_block, begin, beginSize);
+        std::vsnprintf(_block + beginSize, size, format, arguments);
+    }
+
     char _inline[1024] = {};
     char *_block = nullptr;
 };
@@ -136,6 +146,8 @@ struct Log::State
     void *user = nullptr;
     LogLevel messageLevel = LOG_WARNING; // of the last header
     char const *messageModule = default_module;
+    char const *messageFormat = "";
+    char header[512] = {}; // waits for its text; longer ones are cut
     NilBuffer nilBuffer;
     std::ostream nil;
     SinkBuffer sinkBuffers[level_count];
@@ -216,7 +228,15 @@ void Log::setSink(LogSink sink, void *user)
 
 void Log::lock() { _state->mutex.lock(); }
 
-void Log::unlock() { _state->mutex.unlock(); }
+void Log::unlock()
+{
+    if(_state->header[0] != '\0')
+    {
+        *_state->out << _state->header;
+        _state->header[0] = '\0';
+    }
+    _state->mutex.unlock();
+}
 
 void Log::doHeader(LogLevel level, char const *module, char const *file, UInt32 line,
                    char const *function)
@@ -225,21 +245,31 @@ void Log::doHeader(LogLevel level, char const *module, char const *file, UInt32 
     _state->messageModule = module;
     if(_state->sink != nullptr)
         return;
-    *_state->out << level_names[level_index(level)] << ": (" << file << ':' << line << ' '
-                 << function << ") ";
+    std::snprintf(_state->header, sizeof(_state->header), "%s: (%s:%u %s) ",
+                  level_names[level_index(level)], file, line, function);
 }
 
 void Log::doLog(char const *format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
-    FormattedText const text(format, arguments);
+    doLogList(format, arguments);
     va_end(arguments);
+}
+
+void Log::doLogList(char const *format, std::va_list arguments)
+{
+    FormattedText const text(_state->header, format, arguments);
+    _state->header[0] = '\0';
+    _state->messageFormat = format;
     if(_state->sink != nullptr)
         _state->sink(_state->messageLevel, _state->messageModule, text.c_str(), _state->user);
     else
-        *_state->out << text.c_str() << std::flush;
+        _state->out->write(text.c_str(), static_cast<std::streamsize>(std::strlen(text.c_str())))
+            .flush();
 }
+
+char const *Log::getMessageFormat() const { return _state->messageFormat; }
 
 void doInitLog()
 {
@@ -291,11 +321,9 @@ void logMessage(LogLevel level, char const *file, UInt32 line, char const *funct
     Log &log = *shared.load();
     if(log.checkLevel(level) && log.checkModule(default_module))
     {
-        FormattedText const text(format, arguments);
-        log.lock();
+        std::lock_guard<Log> const guard(log);
         log.doHeader(level, default_module, file, line, function);
-        log.doLog("%s", text.c_str());
-        log.unlock();
+        log.doLogList(format, arguments);
     }
     va_end(arguments);
 }

@@ -5,9 +5,10 @@
 ///
 /// Up to system state 3 a message goes through the global `Log`, which `doInitLog` makes when the
 /// first message finds none: level and module are tested, a header with file, line and function is
-/// written, then the text, all under the log's lock. Above state 3 (the system is going down) the
-/// same text goes to standard output without header.
+/// written, then the text, all under the log's lock and in one write. Above state 3 (the system is
+/// going down) the same text goes to standard output without header.
 
+#include <cstdarg>
 #include <ostream>
 #include <string>
 
@@ -61,13 +62,21 @@ class OSG_BASE_API Log
     // --- writing; hold the lock around header and text ---
     void lock();
     void unlock();
+    /// The header is held back until doLog() or unlock(), so that a message is one write.
     void doHeader(LogLevel level, char const *module, char const *file, UInt32 line,
                   char const *function);
     void doLog(char const *format, ...) __attribute__((format(printf, 2, 3)));
+    /// For a sink while it receives a message: the format that the text was made by. Messages of
+    /// one kind share it.
+    char const *getMessageFormat() const;
 
     static std::ostream *_nilstreamP;
 
   private:
+    friend OSG_BASE_API void logMessage(LogLevel level, char const *file, UInt32 line,
+                                        char const *function, char const *format, ...);
+    void doLogList(char const *format, std::va_list arguments);
+
     struct State;
     State *_state;
 };

@@ -35,13 +35,15 @@ class OSG_DRAWABLE_API GeoVectorProperty : public GeoVectorPropertyBase
     virtual UInt32 size() const = 0;
     /// New elements are zero.
     virtual void resize(UInt32 size) = 0;
-    /// Numbers of an element.
+    /// How many numbers an element has.
     virtual UInt32 getDimension() const = 0;
     /// `index` is below size(); `numbers` holds getDimension() floats.
     virtual void getValue(Real32 *numbers, UInt32 index) const = 0;
     virtual void setValue(Real32 const *numbers, UInt32 index) = 0;
     virtual VectorArray getArray() const = 0;
-    /// The same for writing. Good until the property is resized or ends.
+    /// The same for writing, until the edit is committed: writing later changes the array behind
+    /// the back of whoever has looked at it since, and needs a call of its own. Good for looking
+    /// until the property is resized or ends.
     virtual Real32 *editArray() = 0;
 
   protected:

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "OSGGeometryBox.h"
 #include "OSGGeometryRay.h"
-#include "OSGGeometryView.h"
 #include "OSGIntersectAction.h"
 #include "OSGLog.h"
 #include "OSGName.h"
@@ -25,13 +25,8 @@ auto at_slot(Field const &field, UInt16 slot)
 template <class Field, class Value>
 void put_at_slot(Field &field, Value *value, UInt16 slot)
 {
-    if(slot >= field.size())
-    {
-        if(value == nullptr)
-            return;
-        field.resize(slot + 1u);
-    }
-    field.replace(slot, value);
+    if(slot < field.size() || value != nullptr)
+        field.putAt(slot, value);
 }
 } // namespace
 
@@ -67,17 +62,10 @@ void Geometry::setIndices(GeoIntegralProperty *index)
 
 void Geometry::adjustVolume(Volume &volume)
 {
-    GeometryView const view(*this);
-    UInt32 const vertices = view.usedVertexCount();
-    BoxVolume used;
-    used.setEmpty();
-    for(UInt32 vertex = 0; vertex < vertices; ++vertex)
-    {
-        UInt32 const element = view.positions.elementOf(vertex);
-        if(element < view.positions.size())
-            used.extendBy(view.positions.point(element));
-    }
-    volume.extendBy(used);
+    BoxVolume delivered;
+    delivered.setEmpty();
+    extend_by_delivered(delivered, *this);
+    volume.extendBy(delivered);
 }
 
 void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)

@@ -75,7 +75,7 @@ class OSG_DRAWABLE_API Geometry : public GeometryBase
     /// time.
     void reportOutOfRange() const;
 
-    /// Extends `volume` by the positions that the primitives use.
+    /// Extends `volume` by the positions of the triangles, lines and points that are delivered.
     void adjustVolume(Volume &volume) override;
     void changed(BitVector whichField, UInt32 origin, BitVector details) override;
 

@@ -17,7 +17,8 @@ class UsedElements
   public:
     UsedElements(VertexChannel const &positions, UInt32 vertices)
     {
-        // A table over the whole array is quick but not for the ten-thousandth geometry of a file.
+        // A table over the whole array is the quickest. Where a file has ten thousand geometries of
+        // a few vertices each, a table for each of them would take quadratic time.
         _asTable = positions.size() / 8 <= vertices;
         if(_asTable)
             fillTable(positions, vertices);
@@ -95,23 +96,22 @@ void sum_normals(Geometry const &geometry, MField<Vec3f> &normals, NumberOf numb
 }
 
 // For a part of a larger array: the geometry's own index into its own normals.
-TransitPtr<GeoUInt32Property> own_index(VertexChannel const &positions, UsedElements const &used,
-                                        UInt32 vertices)
+MField<UInt32> own_index(VertexChannel const &positions, UsedElements const &used, UInt32 vertices)
 {
-    TransitPtr<GeoUInt32Property> index = GeoUInt32Property::create();
-    MField<UInt32> &entries = index->editValues();
-    entries.resize(positions.vertexCount(), NotUsed);
+    MField<UInt32> entries(positions.vertexCount(), NotUsed);
     for(UInt32 vertex = 0; vertex < vertices; ++vertex)
     {
         UInt32 const element = positions.elementOf(vertex);
         if(element < positions.size())
             entries[vertex] = used.numberOf(element);
     }
-    return index;
+    return entries;
 }
 } // namespace
 
-void calcVertexNormals(Geometry *geometry)
+void calcVertexNormals(Geometry *geometry) { calcVertexNormals(geometry, &make_index); }
+
+void calcVertexNormals(Geometry *geometry, IndexMaker const &makeIndex)
 {
     if(geometry == nullptr || geometry->getPositions() == nullptr)
         return;
@@ -132,9 +132,8 @@ void calcVertexNormals(Geometry *geometry)
     {
         values.resize(used.count());
         sum_normals(*geometry, values, [&used](UInt32 element) { return used.numberOf(element); });
-        UnrecordedRefPtr<GeoUInt32Property> const index(
-            own_index(view.positions, used, view.usedVertexCount()));
-        geometry->setIndex(index, Geometry::NormalsSlot);
+        geometry->setIndex(makeIndex(own_index(view.positions, used, view.usedVertexCount())),
+                           Geometry::NormalsSlot);
     }
     geometry->setNormals(normals);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OSGDrawableApi.h"
+#include "OSGIndexMaker.h"
 
 namespace OSG
 {
@@ -15,4 +15,6 @@ class Geometry;
 /// too and the geometry uses a part of them (geometries of one file share theirs), the normals are
 /// its own, with an index of their own, so that memory follows what is used.
 OSG_DRAWABLE_API void calcVertexNormals(Geometry *geometry);
+/// The same; an index of the geometry's own is the one that `makeIndex` gives.
+OSG_DRAWABLE_API void calcVertexNormals(Geometry *geometry, IndexMaker const &makeIndex);
 } // namespace OSG

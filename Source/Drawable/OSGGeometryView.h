@@ -58,7 +58,8 @@ class VertexChannel
             return vertex < _index.size() ? _index[vertex] : NoElement;
         return vertex < _values.size() ? static_cast<UInt32>(vertex) : NoElement;
     }
-    /// elementOf() of the first `vertices` as an array; null where they do not lie like that.
+    /// The elements of the first `vertices` vertices as they lie in memory; null where there is no
+    /// index, it is shorter, or its entries have 8 bits.
     UInt32 const *words(UInt32 vertices) const
     {
         return _indexed && _index.size() >= vertices ? _index.wide() : nullptr;
@@ -87,7 +88,7 @@ class VertexChannel
             ((elements[I] = elementOf(first + vertices[I])), ...);
         return ((elements[I] < _values.size()) && ...);
     }
-    // What is out of range, and numbers that the array has not, are zero.
+    // An element out of range is zero. An array of two numbers an element gives 0 for the third.
     template <class Tuple>
     Tuple read(UInt32 element) const
     {
@@ -128,7 +129,7 @@ class GeometryView
     }
     /// Vertices that have a position entry; a primitive may claim more.
     UInt32 vertexCount() const { return positions.vertexCount(); }
-    /// Those of them that belong to a primitive: the first so many.
+    /// Vertices that belong to a primitive: the sum of the lengths, at most vertexCount().
     UInt32 usedVertexCount() const
     {
         UInt64 vertices = 0;

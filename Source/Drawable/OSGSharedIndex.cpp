@@ -1,5 +1,7 @@
 #include "OSGSharedIndex.h"
 
+#include <utility>
+
 #include "OSGGeometryView.h"
 #include "OSGTypedGeoProperties.h"
 
@@ -95,9 +97,10 @@ bool has_one_index(Geometry const &geometry)
 
 /// Numbers the combinations of elements in the order in which vertices first take them.
 ///
-/// Combinations lie in chains. A chain holds those of one position as long as that goes well:
-/// neighbours in a mesh then meet in the cache. Where the positions are many times as many as the
-/// vertices, or many combinations share one, it holds those of one hash value.
+/// Combinations lie in chains, like those of a hash table. At first a chain holds the combinations
+/// of one position: vertices that are neighbours in a mesh then use neighbouring memory. That is
+/// given up where the array has many more positions than the geometry has vertices, or where many
+/// combinations share a position and chains grow long; a chain then holds those of a hash value.
 class CombinationTable
 {
   public:
@@ -196,7 +199,9 @@ class CombinationTable
 };
 } // namespace
 
-Int32 createSharedIndex(Geometry *geometry)
+Int32 createSharedIndex(Geometry *geometry) { return createSharedIndex(geometry, &make_index); }
+
+Int32 createSharedIndex(Geometry *geometry, IndexMaker const &makeIndex)
 {
     if(geometry == nullptr || geometry->getPositions() == nullptr)
         return 0;
@@ -206,12 +211,11 @@ Int32 createSharedIndex(Geometry *geometry)
     UInt32 const vertices = GeometryView(*geometry).vertexCount();
     std::vector<Array> const arrays = arrays_of(*geometry);
     CombinationTable table(arrays, vertices);
-    UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
-    MField<UInt32> &entries = index->editValues();
-    entries.resize(vertices);
+    MField<UInt32> entries(vertices);
     for(UInt32 vertex = 0; vertex < vertices; ++vertex)
         entries[vertex] = table.numberOf(vertex);
 
+    GeoUInt32Ptr const index = makeIndex(std::move(entries));
     for(Array const &array : arrays)
     {
         UnrecordedRefPtr<GeoVectorProperty> const own(array.gather(table.combinations()));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "OSGBaseTypes.h"
-#include "OSGDrawableApi.h"
+#include "OSGIndexMaker.h"
 
 namespace OSG
 {
@@ -15,4 +14,6 @@ class Geometry;
 /// whose position is out of range gets the index 4294967295; another array's element that is out
 /// of range becomes a zero element.
 OSG_DRAWABLE_API Int32 createSharedIndex(Geometry *geometry);
+/// The same with the index that `makeIndex` gives.
+OSG_DRAWABLE_API Int32 createSharedIndex(Geometry *geometry, IndexMaker const &makeIndex);
 } // namespace OSG

@@ -22,16 +22,35 @@ struct GetArea : std::streambuf
         return (buffer.*&GetArea::egptr)() - (buffer.*&GetArea::gptr)();
     }
 };
+
+// Eight bytes at a time: every block is counted, though few readers ask for a line.
+UInt64 count_line_breaks(char const *begin, char const *end)
+{
+    constexpr UInt64 Ones = 0x0101010101010101;
+    constexpr UInt64 LowBits = 0x7F * Ones;
+    UInt64 count = 0;
+    for(; end - begin >= 8; begin += 8)
+    {
+        UInt64 bytes;
+        std::memcpy(&bytes, begin, sizeof(bytes));
+        bytes ^= '\n' * Ones; // a line break becomes 0
+        UInt64 const others = ((bytes & LowBits) + LowBits) | bytes;
+        // One bit of each byte that is 0; the product adds them up in its highest byte.
+        count += (((~others >> 7) & Ones) * Ones) >> 56;
+    }
+    return count + static_cast<UInt64>(std::count(begin, end, '\n'));
+}
 } // namespace
 
 ReadBuffer::ReadBuffer(std::istream &in, std::size_t blockSize)
     : _in(in)
     , _blockSize(std::max<std::size_t>(blockSize, 1))
     , _state(in.rdstate())
-    , _data(_blockSize + lineLimit + digitScanReach)
-    , _pos(_data.data())
-    , _end(_data.data())
+    , _data(wordReach + _blockSize + lineLimit + digitScanReach)
+    , _pos(front())
+    , _end(front())
 {
+    std::fill(_data.data(), front(), ' ');
     *_end = '\n';
 }
 
@@ -44,13 +63,16 @@ bool ReadBuffer::more()
     if(_source != Source::Open)
         return false;
     std::size_t const unread = static_cast<std::size_t>(_end - _pos);
-    std::memmove(_data.data(), _pos, unread);
-    _pos = _data.data();
+    char *const kept = _pos - wordReach;
+    _linesBefore += count_line_breaks(_data.data(), kept);
+    std::memmove(_data.data(), kept, wordReach + unread);
+    _pos = front();
     _end = _pos + unread;
     char *const former = _end;
     try
     {
-        fetchBlock(_end, _end + std::min(_blockSize, _data.size() - digitScanReach - unread));
+        std::size_t const room = _data.size() - wordReach - digitScanReach - unread;
+        fetchBlock(_end, _end + std::min(_blockSize, room));
     }
     catch(...)
     {
@@ -250,6 +272,26 @@ void ReadBuffer::ignoreChar()
         ++_pos;
     else
         noteSourceEnd();
+}
+
+UInt64 ReadBuffer::lineNumber() const
+{
+    return 1 + _linesBefore + count_line_breaks(_data.data(), _pos);
+}
+
+std::string ReadBuffer::wordHere()
+{
+    while(_end - _pos < static_cast<std::ptrdiff_t>(wordReach) && more())
+    {
+    }
+    char const *begin = _pos;
+    while(begin != _pos - wordReach && !isStreamSpace(begin[-1]))
+        --begin;
+    char const *end = _pos;
+    while(end != _end && end - _pos < static_cast<std::ptrdiff_t>(wordReach) &&
+          !isStreamSpace(*end))
+        ++end;
+    return std::string(begin, end);
 }
 
 bool ReadBuffer::finish()

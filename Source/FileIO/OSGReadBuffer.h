@@ -88,10 +88,18 @@ class OSG_FILEIO_API ReadBuffer
     /// operation would. To be called once, last.
     bool finish();
 
+    // --- place ---
+    /// Line of the next unread character, counted from 1 where the reading began.
+    UInt64 lineNumber() const;
+    /// The word that the next unread character stands in or directly behind, for messages: up to
+    /// wordReach characters on either side of it. May take another block from the stream.
+    std::string wordHere();
+    static constexpr std::size_t wordReach = 64;
+
     // --- progress ---
     /// Characters that the operations took.
     UInt64 bytesConsumed() const { return _fetched - static_cast<UInt64>(_end - _pos); }
-    /// Blocks taken from the stream so far: unchanged means that asking for progress is pointless.
+    /// Blocks taken from the stream so far. The place in the stream is the same until it grows.
     UInt64 blocksRead() const { return _blocks; }
 
   private:
@@ -102,6 +110,7 @@ class OSG_FILEIO_API ReadBuffer
         Threw
     };
 
+    char *front() { return _data.data() + wordReach; }
     bool more();
     void fetchBlock(char *&to, char *limit);
     bool available() { return _pos != _end || more(); }
@@ -118,8 +127,9 @@ class OSG_FILEIO_API ReadBuffer
     Source _source = Source::Open;
     UInt64 _fetched = 0;
     UInt64 _blocks = 0;
-    /// Room for a block behind what lineRest() may have to keep together, a sentinel, and the reach
-    /// of digit scans.
+    UInt64 _linesBefore = 0; ///< line breaks before the first character of _data
+    /// The last wordReach characters before the block, then room for a block behind what lineRest()
+    /// may have to keep together, a sentinel, and the reach of digit scans.
     std::vector<char, MemAllocator<char>> _data;
     char *_pos; ///< next unread character
     char *_end; ///< behind the last unread one; a line break always stands there

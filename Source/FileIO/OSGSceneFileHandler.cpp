@@ -6,6 +6,7 @@
 #include "OSGFileSuffix.h"
 #include "OSGLog.h"
 #include "OSGNode.h"
+#include "OSGShownText.h"
 #include "OSGSystemHooks.h"
 
 namespace OSG
@@ -26,7 +27,17 @@ class SceneFileHandlerBase::ReadScope
     }
     ReadScope(ReadScope const &) = delete;
     ReadScope &operator=(ReadScope const &) = delete;
-    ~ReadScope() { _handler._innermost = _outer; }
+    ~ReadScope()
+    {
+        bool const isComplete = _hasGivenScene && !_isIncomplete;
+        _handler._innermost = _outer;
+        _handler._lastReadComplete = isComplete;
+        if(_outer != nullptr && !isComplete)
+            _outer->setIncomplete();
+    }
+
+    void setIncomplete() { _isIncomplete = true; }
+    void setGivenScene() { _hasGivenScene = true; }
 
     // A stream that cannot tell its place reports nothing until its end.
     void look()
@@ -69,6 +80,8 @@ class SceneFileHandlerBase::ReadScope
     std::streamoff _begin = -1;
     std::streamoff _end = -1;
     Int32 _reported = -1;
+    bool _hasGivenScene = false;
+    bool _isIncomplete = false;
 };
 
 SceneFileHandlerBase::~SceneFileHandlerBase() = default;
@@ -119,12 +132,13 @@ void SceneFileHandlerBase::setPathHandler(PathHandler *handler) { _pathHandler =
 TransitPtr<Node> SceneFileHandlerBase::read(char const *fileName,
                                             SceneFileType::Resolver const &resolver)
 {
+    _lastReadComplete = false;
     if(fileName == nullptr)
         return nullptr;
     SceneFileType const *const type = getFileType(file_suffix(fileName).c_str());
     if(type == nullptr)
     {
-        OSG_LOG_WARNING("No scene file type reads '%s'!\n", fileName);
+        OSG_LOG_WARNING("No scene file type reads '%s'!\n", shown_text(fileName).c_str());
         return nullptr;
     }
     PathHandler *const paths = getPathHandler();
@@ -134,13 +148,13 @@ TransitPtr<Node> SceneFileHandlerBase::read(char const *fileName,
     {
         bool const exists = boost::filesystem::exists(fileName, error);
         OSG_LOG_WARNING(exists ? "'%s' is no regular file!\n" : "Couldn't find the file '%s'!\n",
-                        fileName);
+                        shown_text(fileName).c_str());
         return nullptr;
     }
     std::ifstream in(fullName, std::ios::binary);
     if(!in)
     {
-        OSG_LOG_WARNING("Couldn't open '%s'!\n", fullName.c_str());
+        OSG_LOG_WARNING("Couldn't open '%s'!\n", shown_text(fullName).c_str());
         return nullptr;
     }
     PathHandlerBaseFile const beside(paths, fullName.c_str());
@@ -150,10 +164,12 @@ TransitPtr<Node> SceneFileHandlerBase::read(char const *fileName,
 TransitPtr<Node> SceneFileHandlerBase::read(std::istream &in, char const *suffix,
                                             SceneFileType::Resolver const &resolver)
 {
+    _lastReadComplete = false;
     SceneFileType const *const type = getFileType(suffix);
     if(type == nullptr)
     {
-        OSG_LOG_WARNING("No scene file type reads '%s'!\n", suffix != nullptr ? suffix : "");
+        OSG_LOG_WARNING("No scene file type reads '%s'!\n",
+                        shown_text(suffix != nullptr ? suffix : "").c_str());
         return nullptr;
     }
     return readBy(*type, in, suffix, resolver);
@@ -165,7 +181,10 @@ TransitPtr<Node> SceneFileHandlerBase::readBy(SceneFileType const &type, std::is
 {
     ReadScope scope(*this, in);
     scope.report(0);
-    return type.read(in, name, resolver);
+    TransitPtr<Node> scene = type.read(in, name, resolver);
+    if(scene)
+        scope.setGivenScene();
+    return scene;
 }
 
 // --- writing ---
@@ -175,7 +194,8 @@ bool SceneFileHandlerBase::write(Node *node, std::ostream &out, char const *suff
     SceneFileType const *const type = getFileType(suffix, IOFileTypeBase::WriteSupported);
     if(type == nullptr)
     {
-        OSG_LOG_WARNING("No scene file type writes '%s'!\n", suffix != nullptr ? suffix : "");
+        OSG_LOG_WARNING("No scene file type writes '%s'!\n",
+                        shown_text(suffix != nullptr ? suffix : "").c_str());
         return false;
     }
     return type->write(node, out, suffix);
@@ -189,16 +209,49 @@ bool SceneFileHandlerBase::write(Node *node, char const *fileName)
         getFileType(file_suffix(fileName).c_str(), IOFileTypeBase::WriteSupported);
     if(type == nullptr)
     {
-        OSG_LOG_WARNING("No scene file type writes '%s'!\n", fileName);
+        OSG_LOG_WARNING("No scene file type writes '%s'!\n", shown_text(fileName).c_str());
         return false;
     }
     std::ofstream out(fileName, std::ios::binary);
     if(!out)
     {
-        OSG_LOG_WARNING("Couldn't open '%s' for writing!\n", fileName);
+        OSG_LOG_WARNING("Couldn't open '%s' for writing!\n", shown_text(fileName).c_str());
         return false;
     }
     return type->write(node, out, fileName) && out.flush();
+}
+
+// --- what readers tell ---
+
+void SceneFileHandlerBase::setReadIncomplete()
+{
+    if(_innermost != nullptr)
+        _innermost->setIncomplete();
+}
+
+ReadText::ReadText(ReadBuffer &text)
+    : _own(text)
+    , _outer(SceneFileHandlerBase::the()->_text)
+{
+    SceneFileHandlerBase::the()->_text = &text;
+}
+
+ReadText::~ReadText() { SceneFileHandlerBase::the()->_text = _outer; }
+
+void ReadText::reportEarlyEnd(char const *name) const
+{
+    if(!_own.fail() || _own.eof())
+        return;
+    // The message says its line itself.
+    SceneFileHandlerBase &handler = *SceneFileHandlerBase::the();
+    handler._text = nullptr;
+    bool const isNamed = name != nullptr && *name != '\0';
+    OSG_LOG_WARNING("The read%s%s ends in line %llu, at '%s'!\n", isNamed ? " of " : "",
+                    isNamed ? shown_text(name).c_str() : "",
+                    static_cast<unsigned long long>(_own.lineNumber()),
+                    shown_text(_own.wordHere()).c_str());
+    handler._text = &_own;
+    handler.setReadIncomplete();
 }
 
 // --- progress ---

@@ -10,6 +10,7 @@
 #include <boost/function.hpp>
 
 #include "OSGPathHandler.h"
+#include "OSGReadBuffer.h"
 #include "OSGSceneFileType.h"
 #include "OSGSingletonHolder.h"
 
@@ -32,6 +33,10 @@ class OSG_FILEIO_API SceneFileHandlerBase
     /// The same from a stream; `suffix` names the type.
     TransitPtr<Node> read(std::istream &in, char const *suffix,
                           SceneFileType::Resolver const &resolver = SceneFileType::Resolver());
+    /// Whether the last read gave a scene and went through its whole file: false where it gave
+    /// null, raised an exception, or ended early at something that it could not read. Reads within
+    /// a read count with it.
+    bool wasLastReadComplete() const { return _lastReadComplete; }
     /// False, with a log line, where no type writes the suffix or the file could not be written.
     bool write(Node *node, char const *fileName);
     bool write(Node *node, std::ostream &out, char const *suffix);
@@ -52,6 +57,12 @@ class OSG_FILEIO_API SceneFileHandlerBase
     /// Not owned; null is allowed.
     virtual void setPathHandler(PathHandler *handler);
 
+    // --- for readers, of the innermost read that is under way; without one, nothing happens ---
+    /// The read ends before its file does, or has left a part of it out.
+    void setReadIncomplete();
+    /// Line in which the text stands that is being read, from 1; 0 where none is known.
+    UInt64 getReadLine() const { return _text != nullptr ? _text->lineNumber() : 0; }
+
     // --- progress of the innermost read that is under way; without one, nothing is reported ---
     /// Called with each new percentage, 0 to 100, in ascending order.
     void setReadProgressCallback(ProgressCallback const &callback);
@@ -70,6 +81,7 @@ class OSG_FILEIO_API SceneFileHandlerBase
 
   private:
     class ReadScope;
+    friend class ReadText;
     static constexpr UInt32 ElementsPerLook = 4095;
 
     void lookAtStream();
@@ -81,7 +93,30 @@ class OSG_FILEIO_API SceneFileHandlerBase
     PathHandler *_pathHandler = &_ownPathHandler;
     ProgressCallback _progress;
     ReadScope *_innermost = nullptr;
+    ReadBuffer const *_text = nullptr;
+    bool _lastReadComplete = false;
     UInt32 _elements = 0;
+};
+
+/// Tells the scene file handler, while it lives, which text is being read, so that messages can say
+/// their line. They nest: a library that a scene file names is a text of its own.
+class OSG_FILEIO_API ReadText
+{
+  public:
+    /// Keeps a reference to `text`.
+    explicit ReadText(ReadBuffer &text);
+    ReadText(ReadText const &) = delete;
+    ReadText &operator=(ReadText const &) = delete;
+    ~ReadText();
+
+    /// Where `text` has failed before its end, one warning says so, with the line and the word that
+    /// ended it, and the read is not complete. `name` is what the message calls the file; null or
+    /// empty for none.
+    void reportEarlyEnd(char const *name) const;
+
+  private:
+    ReadBuffer &_own;
+    ReadBuffer const *_outer;
 };
 
 template <>

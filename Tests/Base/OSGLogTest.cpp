@@ -76,6 +76,60 @@ TEST(Log, HeaderNamesFileLineAndFunction)
     EXPECT_EQ(out.text(), "WARNING: (OSGSome.cpp:17 work) text\n");
 }
 
+/// Counts how often a stream that passes everything on writes.
+class CountedWrites : public std::streambuf
+{
+  public:
+    std::vector<std::string> const &writes() const { return _writes; }
+
+  protected:
+    int_type overflow(int_type c) override
+    {
+        _writes.emplace_back(1, traits_type::to_char_type(c));
+        return c;
+    }
+    std::streamsize xsputn(char const *text, std::streamsize size) override
+    {
+        _writes.emplace_back(text, static_cast<std::size_t>(size));
+        return size;
+    }
+
+  private:
+    std::vector<std::string> _writes;
+};
+
+TEST(Log, AMessageIsOneWrite)
+{
+    CountedWrites buffer;
+    std::ostream out(&buffer);
+    doInitLog();
+    osgLogP->setStream(out);
+    logMessage(LOG_WARNING, "OSGSome.cpp", 17, "work", "%d apples\n", 3);
+    osgLogP->setStream(std::cerr);
+    EXPECT_THAT(buffer.writes(), ElementsAre("WARNING: (OSGSome.cpp:17 work) 3 apples\n"));
+}
+
+TEST(Log, AHeaderWithoutTextIsWrittenByTheUnlock)
+{
+    StreamedLog out;
+    osgLogP->lock();
+    osgLogP->doHeader(LOG_WARNING, "OpenSG", "OSGSome.cpp", 17, "work");
+    osgLogP->unlock();
+    EXPECT_EQ(out.text(), "WARNING: (OSGSome.cpp:17 work) ");
+}
+
+TEST(Log, ASinkCanAskForTheFormat)
+{
+    doInitLog();
+    std::string format;
+    osgLogP->setSink([](LogLevel, char const *, char const *, void *user)
+                     { *static_cast<std::string *>(user) = osgLogP->getMessageFormat(); },
+                     &format);
+    OSG_LOG_WARNING("%d apples\n", 3);
+    osgLogP->setSink(nullptr, nullptr);
+    EXPECT_EQ(format, "%d apples\n");
+}
+
 TEST(Log, ArgumentsAreNeverReadAsFormat)
 {
     LogCapture log;
@@ -92,6 +146,17 @@ TEST(Log, LongTextArrivesWhole)
         OSG_LOG_WARNING("%s\n", argument.c_str());
         ASSERT_EQ(log.texts().size(), 1u);
         EXPECT_EQ(log.texts()[0], argument + "\n") << length;
+    }
+}
+
+TEST(Log, LongTextHasItsHeader)
+{
+    for(std::size_t length : {970u, 990u, 991u, 992u, 993u, 994u, 1024u, 5000u})
+    {
+        StreamedLog out;
+        std::string const argument(length, 'x');
+        logMessage(LOG_WARNING, "OSGSome.cpp", 17, "work", "%s\n", argument.c_str());
+        EXPECT_EQ(out.text(), "WARNING: (OSGSome.cpp:17 work) " + argument + "\n") << length;
     }
 }
 

@@ -6,7 +6,10 @@
 #include "LogCapture.h"
 #include "MathPrinters.h"
 #include "OSGBoxVolume.h"
+#include "OSGGeometryIterators.h"
+#include "OSGMemManager.h"
 #include "OSGName.h"
+#include "RandomNumbers.h"
 
 namespace OSG::Test
 {
@@ -58,6 +61,77 @@ TEST(Geometry, IndicesOutOfRangeDoNotExtendItsBox)
     BoxVolume const box = box_of(*geometry);
     EXPECT_EQ(box.getMin(), Pnt3f(1, 2, 3));
     EXPECT_EQ(box.getMax(), Pnt3f(1, 2, 3));
+}
+
+TEST(Geometry, ItsBoxHoldsWhatIsDeliveredAlone)
+{
+    // A polygon of two corners, a line without its second point, a quad of three corners, a part of
+    // a triangle with a corner that is not there.
+    std::vector<Pnt3f> const points = {{1, 2, 3}, {4, 5, 6}, {2, 3, 4}, {90, 90, 90}, {80, 80, 80}};
+    GeometryParts const rows[] = {
+        {{PolygonPrimitive, TrianglesPrimitive}, {2, 3}, points, {}, {3, 4, 0, 1, 2}},
+        {{TrianglesPrimitive, LinesPrimitive}, {3, 1}, points, {}, {0, 1, 2, 3}},
+        {{TrianglesPrimitive, QuadsPrimitive}, {3, 3}, points, {}, {0, 1, 2, 3, 3, 4}},
+        {{TrianglesPrimitive}, {6}, points, {}, {0, 1, 2, 3, 4, 5}},
+        {{TrianglesPrimitive}, {5}, points, {}, {0, 1, 2, 3, 4}},
+        {{TrianglesPrimitive, 77}, {3, 2}, points, {}, {0, 1, 2, 3, 4}},
+        {{LineStripPrimitive, LineStripPrimitive}, {3, 3}, points, {}, {0, 1, 2, 3, 7, 4}}};
+    for(GeometryParts const &row : rows)
+    {
+        BoxVolume const box = box_of(*make_geometry(row));
+        EXPECT_EQ(box.getMin(), Pnt3f(1, 2, 3)) << (&row - rows);
+        EXPECT_EQ(box.getMax(), Pnt3f(4, 5, 6)) << (&row - rows);
+    }
+}
+
+TEST(Geometry, ItsBoxIsThatOfWhatTheIteratorsDeliver)
+{
+    RandomNumbers random(5);
+    for(int round = 0; round < 3000; ++round)
+    {
+        GeometryParts parts;
+        for(UInt32 i = 0; i < 12; ++i)
+            parts.positions.emplace_back(static_cast<Real32>(random.below(100)),
+                                         static_cast<Real32>(random.below(100)), 0.f);
+        for(UInt32 i = random.below(5) + 1; i > 0; --i)
+        {
+            parts.types.push_back(random.below(11));
+            parts.lengths.push_back(random.below(7));
+        }
+        // Often all in range, and sometimes too few of them.
+        UInt32 const range = random.below(2) == 0 ? 12 : 14;
+        for(UInt32 i = random.below(30); i > 0; --i)
+            parts.index.push_back(random.below(range));
+        GeometryPtr const geometry = make_geometry(parts);
+        BoxVolume delivered;
+        for(auto it = geometry->beginTriangles(); it != geometry->endTriangles(); ++it)
+            for(int corner = 0; corner < 3; ++corner)
+                delivered.extendBy(it.getPosition(corner));
+        for(auto it = geometry->beginLines(); it != geometry->endLines(); ++it)
+            for(int corner = 0; corner < 2; ++corner)
+                delivered.extendBy(it.getPosition(corner));
+        for(auto it = geometry->beginPrimitives(); it != geometry->endPrimitives(); ++it)
+            for(UInt32 i = 0; it.getType() == PointsPrimitive && i < it.getAvailable(); ++i)
+                if(it.hasPosition(static_cast<Int32>(i)))
+                    delivered.extendBy(it.getPosition(static_cast<Int32>(i)));
+        ASSERT_EQ(box_of(*geometry), delivered) << round;
+    }
+}
+
+TEST(Geometry, SlotsThatAreNotInUseTakeNoRoom)
+{
+    GeometryPtr const geometry(Geometry::create());
+    UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
+    UInt64 const before = getMemBytes();
+    for(UInt16 const slot :
+        {Geometry::PositionsSlot, Geometry::NormalsSlot, Geometry::TexCoordsSlot})
+        geometry->setIndex(index, slot);
+    EXPECT_LE(getMemBytes() - before, 40u);
+    EXPECT_EQ(geometry->getMFPropIndices()->size(), 9u);
+    EXPECT_EQ(geometry->getIndex(Geometry::ColorsSlot), nullptr);
+    geometry->setIndex(nullptr, Geometry::NormalsSlot);
+    EXPECT_EQ(geometry->getIndex(Geometry::NormalsSlot), nullptr);
+    EXPECT_EQ(index->getRefCount(), 3); // two slots and the test
 }
 
 TEST(Geometry, WithoutPrimitivesItsBoxIsEmpty)

@@ -326,3 +326,54 @@ TEST(ReadBuffer, BlocksAreCountedAsTheyAreTaken)
     EXPECT_EQ(reader.blocksRead(), 11u);
     EXPECT_EQ(reader.bytesConsumed(), 1000u);
 }
+
+// --- place ---
+
+TEST(ReadBuffer, TellsTheLineAcrossBlocksOfAnySize)
+{
+    std::string text;
+    for(int line = 1; line <= 40; ++line)
+        text += std::string(static_cast<std::size_t>(line % 7), ' ') + std::to_string(line) + "\n";
+    for(std::size_t blockSize : {1u, 3u, 8u, 64u, 1000u})
+    {
+        std::istringstream in(text);
+        ReadBuffer buffer(in, blockSize);
+        for(UInt64 line = 1; line <= 40; ++line)
+        {
+            ASSERT_EQ(buffer.token(), std::to_string(line));
+            ASSERT_EQ(buffer.lineNumber(), line) << blockSize;
+        }
+    }
+}
+
+TEST(ReadBuffer, TellsTheWordThatANumberCouldNotBeReadFrom)
+{
+    std::pair<char const *, char const *> const rows[] = {{"1,5 2", "1,5"},      {" abc 2", "abc"},
+                                                          {"1e400\n2", "1e400"}, {"\n\nnan", "nan"},
+                                                          {"1 2x", "2x"},        {"-\t1", "-"}};
+    for(auto const &[text, word] : rows)
+    {
+        for(std::size_t blockSize : {1u, 2u, 3u, 1000u})
+        {
+            std::istringstream in(std::string(text) + " 1 1 1");
+            ReadBuffer buffer(in, blockSize);
+            Real32 values[3];
+            buffer.readReal32s(values, 3);
+            ASSERT_TRUE(buffer.fail());
+            EXPECT_EQ(buffer.wordHere(), word) << blockSize;
+        }
+    }
+}
+
+TEST(ReadBuffer, CutsAWordOfAnyLengthAroundItsPlace)
+{
+    std::string text(401, '1');
+    text[200] = 'x';
+    std::istringstream in(text);
+    ReadBuffer buffer(in, 16);
+    Real32 value;
+    buffer.readReal32(value);
+    std::string const word = buffer.wordHere();
+    EXPECT_LE(word.size(), 2 * ReadBuffer::wordReach);
+    EXPECT_EQ(word.substr(0, ReadBuffer::wordReach), std::string(ReadBuffer::wordReach, '1'));
+}

@@ -449,3 +449,70 @@ TEST(SceneFileHandler, ADiskThatIsFullGivesFalse)
         GTEST_SKIP() << "this system has no /dev/full";
     EXPECT_FALSE(handler().write(node, full.c_str()));
 }
+
+// --- complete reads ---
+
+TEST(SceneFileHandler, AReadIsCompleteUnlessItsTypeSaysOtherwise)
+{
+    std::istringstream in("x");
+    handler().read(in, "one");
+    EXPECT_TRUE(handler().wasLastReadComplete());
+    {
+        ActWhileReading const early([](std::istream &) { handler().setReadIncomplete(); });
+        handler().read(in, "one");
+        EXPECT_FALSE(handler().wasLastReadComplete());
+    }
+    handler().setReadIncomplete(); // of no read
+    handler().read(in, "one");
+    EXPECT_TRUE(handler().wasLastReadComplete());
+}
+
+TEST(SceneFileHandler, AReadThatGivesNothingOrRaisesIsNotComplete)
+{
+    LogCapture const log;
+    std::istringstream in("x");
+    handler().read(in, "one");
+    handler().read("missing.one");
+    EXPECT_FALSE(handler().wasLastReadComplete());
+    handler().read(in, "one");
+    handler().read(in, "unknown");
+    EXPECT_FALSE(handler().wasLastReadComplete());
+    handler().read(in, "one");
+    ActWhileReading const raise([](std::istream &) { throw std::runtime_error("no"); });
+    EXPECT_THROW(handler().read(in, "one"), std::runtime_error);
+    EXPECT_FALSE(handler().wasLastReadComplete());
+}
+
+TEST(SceneFileHandler, AReadWithinAReadCountsWithIt)
+{
+    bool isInner = false;
+    ActWhileReading const nested(
+        [&isInner](std::istream &)
+        {
+            if(isInner)
+                return handler().setReadIncomplete();
+            isInner = true;
+            std::istringstream other("y");
+            handler().read(other, "one");
+        });
+    std::istringstream in("x");
+    handler().read(in, "one");
+    EXPECT_FALSE(handler().wasLastReadComplete());
+}
+
+TEST(SceneFileHandler, TellsTheLineOfTheInnermostText)
+{
+    EXPECT_EQ(handler().getReadLine(), 0u);
+    std::istringstream outerIn("a\nb\n");
+    std::istringstream innerIn("c\n");
+    ReadBuffer outer(outerIn);
+    ReadBuffer inner(innerIn);
+    ReadText const outerText(outer);
+    outer.ignoreLine();
+    EXPECT_EQ(handler().getReadLine(), 2u);
+    {
+        ReadText const innerText(inner);
+        EXPECT_EQ(handler().getReadLine(), 1u);
+    }
+    EXPECT_EQ(handler().getReadLine(), 2u);
+}

@@ -38,6 +38,13 @@ by_pkg_config=$("$work/by-pkg-config" "$model")
 echo "$by_cmake"
 [ -n "$by_cmake" ] && [ "$by_cmake" = "$by_pkg_config" ]
 
+# The first program of the README, as it stands there.
+awk '/^```cpp/ { inside = !seen; seen = 1; next } /^```/ { inside = 0 } inside' "$source_dir/README.md" \
+    >"$work/first.cpp"
+g++ "${compile[@]}" "$work/first.cpp" -o "$work/first" "${link[@]}"
+"$work/first" "$model" | grep -q ': triangle '
+"$work/first" "$work/no such file.obj"
+
 build_example click
 "$work/click/click" "$model" 640 360
 

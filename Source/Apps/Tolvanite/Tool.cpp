@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "Command.h"
+#include "LogLines.h"
 #include "OSGLog.h"
+#include "OSGShownText.h"
 
 namespace Tool
 {
@@ -25,10 +27,38 @@ std::vector<std::string> words_of(int argc, char const *const *argv)
 }
 
 // CLI11 may say more than one line; people are told the first.
-int complain(std::string const &message, Streams streams)
+int misused(std::string const &message, Streams streams)
 {
-    streams.err << "tolvanite: " << message.substr(0, message.find('\n')) << '\n';
+    complain(streams, message.substr(0, message.find('\n')));
     return Misused;
+}
+} // namespace
+
+void complain(Streams streams, std::string const &text)
+{
+    if(streams.log != nullptr)
+        streams.log->print();
+    streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
+}
+
+namespace
+{
+// `tolvanite` alone, `tolvanite help` and `tolvanite help COMMAND`.
+int print_help(CLI::App const &program, char const *command, Streams streams)
+{
+    auto const commands = program.get_subcommands([](CLI::App const *) { return true; });
+    for(CLI::App const *one : commands)
+    {
+        if(command != nullptr && one->get_name() == command)
+        {
+            streams.out << one->help(program.get_name());
+            return Success;
+        }
+    }
+    if(command != nullptr)
+        return misused("no command " + std::string(command), streams);
+    streams.out << program.help();
+    return Success;
 }
 } // namespace
 
@@ -53,6 +83,9 @@ int runTool(int argc, char const *const *argv, Streams streams)
     addFormatsCommand(program, chosen);
     addTypesCommand(program, chosen);
 
+    std::string const word = argc > 1 ? argv[1] : "help";
+    if(word == "help")
+        return print_help(program, argc > 2 ? argv[2] : nullptr, streams);
     try
     {
         program.parse(words_of(argc, argv));
@@ -64,12 +97,12 @@ int runTool(int argc, char const *const *argv, Streams streams)
             return program.exit(error, streams.out, streams.err);
         bool const names_no_command = program.get_subcommands().empty() && argc > 1;
         if(names_no_command && argv[1][0] != '-')
-            return complain("no command " + std::string(argv[1]), streams);
-        return complain(error.what(), streams);
+            return misused("no command " + std::string(argv[1]), streams);
+        return misused(error.what(), streams);
     }
     catch(std::bad_alloc const &)
     {
-        streams.err << "tolvanite: out of memory\n";
+        complain(streams, "out of memory");
         return Failed;
     }
 }

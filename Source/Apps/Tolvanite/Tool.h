@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 
 namespace Tool
 {
@@ -12,12 +13,19 @@ enum Status : int
     Misused = 2 ///< the command line is wrong: one line has said why
 };
 
+class LogLines;
+
 /// Where a command writes: results, and everything else.
 struct Streams
 {
     std::ostream &out;
     std::ostream &err;
+    LogLines *log = nullptr; ///< what the log has to say, while a command runs
 };
+
+/// Writes `text` behind the program's name as one line of standard error, behind what the log had
+/// to say before. Control characters, as a file's name may have them, stand as \xNN.
+void complain(Streams streams, std::string const &text);
 
 /// Runs one command line, the program's name first. The scene graph has to be up.
 int runTool(int argc, char const *const *argv, Streams streams);

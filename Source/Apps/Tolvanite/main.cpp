@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdio>
 #include <iostream>
 #include <new>
@@ -5,10 +6,13 @@
 #include "OSGSystem.h"
 #include "Tool.h"
 
-int main(int argc, char **argv)
-try
+namespace
+{
+int run(int argc, char **argv)
 {
     std::ios::sync_with_stdio(false);
+    // A file that grows too large fails as a full disk does, with its reason.
+    std::signal(SIGXFSZ, SIG_IGN);
     OSG::startUp();
     int status = Tool::runTool(argc, argv, {std::cout, std::cerr});
     // A result that did not get through is no success.
@@ -20,9 +24,17 @@ try
     OSG::shutDown();
     return status;
 }
-catch(std::bad_alloc const &)
+} // namespace
+
+int main(int argc, char **argv)
 {
-    // Before the commands, which say so themselves, or behind them.
-    std::fputs("tolvanite: out of memory\n", stderr);
-    return Tool::Failed;
+    try
+    {
+        return run(argc, argv);
+    }
+    catch(std::bad_alloc const &)
+    {
+        std::fputs("tolvanite: out of memory\n", stderr);
+        return Tool::Failed;
+    }
 }

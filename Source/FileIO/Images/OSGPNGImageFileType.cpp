@@ -47,6 +47,52 @@ PictureBytes packed_data(PictureBytes const &bytes)
     return data;
 }
 
+struct Header
+{
+    UInt64 width, height, pixelBits;
+    bool isInterlaced;
+};
+
+bool read_header(PictureBytes const &bytes, Header &header)
+{
+    ByteCursor at(bytes, sizeof(signature) + 4);
+    if(at.big32() != HeaderChunk)
+        return false;
+    header.width = at.big32();
+    header.height = at.big32();
+    UInt32 const depth = at.byte();
+    UInt32 const colour = at.byte();
+    at.skip(2);
+    header.isInterlaced = at.byte() != 0;
+    UInt32 const samples = colour == 2 ? 3 : colour == 4 ? 2 : colour == 6 ? 4 : 1;
+    header.pixelBits = UInt64(depth) * samples;
+    return at.isGood() && header.width <= MaxPictureExtent && header.height <= MaxPictureExtent;
+}
+
+// Rows of whole bytes with a filter byte before each; none where a row has no pixel.
+UInt64 rows_size(Header const &header, UInt64 width, UInt64 height)
+{
+    return width > 0 ? height * (1 + (width * header.pixelBits + 7) / 8) : 0;
+}
+
+// What the packed data of a picture come to. An interlaced one is seven smaller pictures.
+UInt64 inflated_size(Header const &header)
+{
+    if(!header.isInterlaced)
+        return rows_size(header, header.width, header.height);
+    struct Pass
+    {
+        UInt32 x, y, dx, dy;
+    };
+    constexpr Pass passes[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
+                               {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+    UInt64 size = 0;
+    for(Pass const &pass : passes)
+        size += rows_size(header, (header.width - pass.x + pass.dx - 1) / pass.dx,
+                          (header.height - pass.y + pass.dy - 1) / pass.dy);
+    return size;
+}
+
 // Most files hold so much of a picture that memory for it may be taken unseen; for the rest it is
 // counted first.
 bool is_modest(UInt64 pixels, std::size_t fileSize)
@@ -54,31 +100,71 @@ bool is_modest(UInt64 pixels, std::size_t fileSize)
     return pixels * 4 <= 8 * 1024 * 1024 + UInt64(8) * fileSize;
 }
 
+// Whether the packed data come to more than the picture has is seen by the decoder, which stops
+// there; those of interlaced pictures it cannot tell, and they are counted.
 bool is_complete(PictureBytes const &bytes)
 {
-    if(!has_all_chunks(bytes))
+    Header header{};
+    if(!has_all_chunks(bytes) || !read_header(bytes, header))
         return false;
-    ByteCursor at(bytes, sizeof(signature) + 4);
-    if(at.big32() != HeaderChunk)
-        return false;
-    UInt64 const width = at.big32();
-    UInt64 const height = at.big32();
-    UInt32 const depth = at.byte();
-    UInt32 const colour = at.byte();
-    if(width > MaxPictureExtent || height > MaxPictureExtent)
-        return false;
-    if(is_modest(width * height, bytes.size()))
+    if(!header.isInterlaced && is_modest(header.width * header.height, bytes.size()))
         return true;
-    UInt32 const samples = colour == 2 ? 3 : colour == 4 ? 2 : colour == 6 ? 4 : 1;
-    return inflates_to(packed_data(bytes), width * height * depth * samples / 8);
+    PictureBytes const data = packed_data(bytes);
+    UInt64 const size = inflated_size(header);
+    return inflates_to(data, size) && !(header.isInterlaced && inflates_to(data, size + 1));
+}
+
+void append_big32(PictureBytes &bytes, UInt64 value)
+{
+    for(int shift = 24; shift >= 0; shift -= 8)
+        bytes.push_back(static_cast<UInt8>(value >> shift));
+}
+
+// Puts the packed data into one chunk, where their first one stands: the decoder then takes one
+// block for them, which need not grow, and never meets a first chunk of no bytes, which it copies
+// to a null pointer. It reads no check sums.
+StbBlocks join_data_chunks(PictureBytes &bytes)
+{
+    PictureBytes const data = packed_data(bytes);
+    PictureBytes joined(bytes.begin(), bytes.begin() + sizeof(signature));
+    joined.reserve(bytes.size() + 12);
+    bool isWritten = false;
+    ByteCursor at(bytes, sizeof(signature));
+    for(UInt32 name = 0; name != EndChunk;)
+    {
+        auto const chunk = bytes.begin() + static_cast<std::ptrdiff_t>(at.position());
+        UInt32 const length = at.big32();
+        name = at.big32();
+        at.skip(UInt64(length) + 4);
+        if(name != DataChunk)
+        {
+            joined.insert(joined.end(), chunk, chunk + 12 + std::ptrdiff_t(length));
+            continue;
+        }
+        if(isWritten || data.empty())
+            continue;
+        isWritten = true;
+        append_big32(joined, data.size());
+        append_big32(joined, DataChunk);
+        joined.insert(joined.end(), data.begin(), data.end());
+        append_big32(joined, 0);
+    }
+    Header header{};
+    read_header(bytes, header);
+    bytes.swap(joined);
+    return header.isInterlaced ? StbBlocks::Growing : StbBlocks::Fixed;
 }
 
 // Deflate makes at most 258 bytes of two bits; of a byte with eight indices come 32 of colour.
 constexpr UInt64 max_expansion = 1032 * 32;
 
-StbImageFileType::Format const format = {
-    "Portable Network Graphics", PictureFormat::Png, signature,
-    sizeof(signature),           is_complete,        max_expansion};
+StbImageFileType::Format const format = {"Portable Network Graphics",
+                                         PictureFormat::Png,
+                                         signature,
+                                         sizeof(signature),
+                                         is_complete,
+                                         max_expansion,
+                                         join_data_chunks};
 char const *suffixes[] = {"png"};
 StbImageFileType type(suffixes, sizeof(suffixes), format);
 } // namespace

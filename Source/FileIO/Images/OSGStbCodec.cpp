@@ -2,17 +2,36 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "OSGImage.h"
 #include "OSGMemManager.h"
 
 namespace
 {
+/// What the decoder may do, and what it met: it has no place of its own to keep that.
+struct DecoderState
+{
+    bool mayGrow = true;
+    bool lacksMemory = false;
+};
+thread_local DecoderState decoder_state;
+
+void *allocate_block(std::size_t size)
+{
+    void *const block = OSG::MemMalloc(size);
+    decoder_state.lacksMemory |= block == nullptr;
+    return block;
+}
+
 void *resize_block(void *block, std::size_t formerSize, std::size_t size)
 {
-    void *const larger = OSG::MemMalloc(size);
+    if(block != nullptr && !decoder_state.mayGrow)
+        return nullptr;
+    void *const larger = allocate_block(size);
     if(larger != nullptr && block != nullptr)
     {
         std::memcpy(larger, block, std::min(formerSize, size));
@@ -20,9 +39,70 @@ void *resize_block(void *block, std::size_t formerSize, std::size_t size)
     }
     return larger;
 }
+
+/// The blocks of one encoding. The encoder does not look whether it was given one, and an exception
+/// that passes through it leaves its blocks behind: they are freed from here.
+class EncoderBlocks
+{
+  public:
+    EncoderBlocks()
+        : _outer(_current)
+    {
+        _current = this;
+    }
+    EncoderBlocks(EncoderBlocks const &) = delete;
+    EncoderBlocks &operator=(EncoderBlocks const &) = delete;
+    ~EncoderBlocks()
+    {
+        while(_first != nullptr)
+            release(_first + 1);
+        _current = _outer;
+    }
+
+    static void *allocate(std::size_t size)
+    {
+        auto *const block = static_cast<Header *>(OSG::MemMallocOrThrow(sizeof(Header) + size));
+        *block = {nullptr, _current->_first};
+        if(block->next != nullptr)
+            block->next->before = block;
+        _current->_first = block;
+        return block + 1;
+    }
+    static void release(void *place)
+    {
+        if(place == nullptr)
+            return;
+        Header *const block = static_cast<Header *>(place) - 1;
+        (block->before != nullptr ? block->before->next : _current->_first) = block->next;
+        if(block->next != nullptr)
+            block->next->before = block->before;
+        OSG::MemFree(block);
+    }
+    static void *resize(void *place, std::size_t formerSize, std::size_t size)
+    {
+        void *const other = allocate(size);
+        if(place != nullptr)
+            std::memcpy(other, place, std::min(formerSize, size));
+        release(place);
+        return other;
+    }
+
+  private:
+    struct alignas(std::max_align_t) Header
+    {
+        Header *before;
+        Header *next;
+    };
+
+    static thread_local EncoderBlocks *_current;
+
+    EncoderBlocks *_outer;
+    Header *_first = nullptr;
+};
+thread_local EncoderBlocks *EncoderBlocks::_current = nullptr;
 } // namespace
 
-#define STBI_MALLOC(size) ::OSG::MemMalloc(size)
+#define STBI_MALLOC(size) allocate_block(size)
 #define STBI_REALLOC_SIZED(block, formerSize, size) resize_block(block, formerSize, size)
 #define STBI_FREE(block) ::OSG::MemFree(block)
 #define STBI_ONLY_PNG
@@ -37,14 +117,14 @@ void *resize_block(void *block, std::size_t formerSize, std::size_t size)
 #define STB_IMAGE_STATIC
 #define STB_IMAGE_IMPLEMENTATION
 
-#define STBIW_MALLOC(size) ::OSG::MemMalloc(size)
-#define STBIW_REALLOC_SIZED(block, formerSize, size) resize_block(block, formerSize, size)
-#define STBIW_FREE(block) ::OSG::MemFree(block)
+#define STBIW_MALLOC(size) EncoderBlocks::allocate(size)
+#define STBIW_REALLOC_SIZED(block, formerSize, size) EncoderBlocks::resize(block, formerSize, size)
+#define STBIW_FREE(block) EncoderBlocks::release(block)
 #define STBI_WRITE_NO_STDIO
 #define STB_IMAGE_WRITE_STATIC
 #define STB_IMAGE_WRITE_IMPLEMENTATION
 
-// Not our code, and compiled here: it is held to its own rules.
+// These headers are compiled here, but their authors do not aim at our warnings.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wall"
 #pragma GCC diagnostic ignored "-Wextra"
@@ -102,17 +182,22 @@ void write_to_stream(void *stream, void *data, int size)
 constexpr int jpeg_quality = 90;
 } // namespace
 
-TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion)
+TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion, StbBlocks blocks)
 {
-    if(!may_be_decoded(bytes, maxExpansion))
-        return nullptr;
+    decoder_state = {blocks == StbBlocks::Growing, false};
     int width = 0;
     int height = 0;
     int channels = 0;
     std::unique_ptr<UInt8, void (*)(void *)> const pixels(
-        stbi_load_from_memory(bytes.data(), static_cast<int>(bytes.size()), &width, &height,
-                              &channels, 0),
+        may_be_decoded(bytes, maxExpansion)
+            ? stbi_load_from_memory(bytes.data(), static_cast<int>(bytes.size()), &width, &height,
+                                    &channels, 0)
+            : nullptr,
         MemFree);
+    bool const lacksMemory = decoder_state.lacksMemory;
+    decoder_state = {};
+    if(pixels == nullptr && lacksMemory)
+        throw std::bad_alloc();
     if(pixels == nullptr)
         return nullptr;
     flip_in_place(pixels.get(), std::size_t(width) * std::size_t(channels), std::size_t(height));
@@ -134,6 +219,7 @@ bool encode_picture(Image const &image, PictureFormat format, std::ostream &out)
     int const width = static_cast<int>(image.getWidth());
     int const height = static_cast<int>(image.getHeight());
     int const channels = static_cast<int>(image.getChannels());
+    EncoderBlocks const blocks;
     int written = 0;
     switch(format)
     {

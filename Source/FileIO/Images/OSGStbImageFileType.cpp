@@ -14,10 +14,11 @@ StbImageFileType::~StbImageFileType() = default;
 
 TransitPtr<Image> StbImageFileType::read(std::istream &in) const
 {
-    PictureBytes const bytes = read_picture_bytes(in, _format.signature, _format.signatureSize);
+    PictureBytes bytes = read_picture_bytes(in, _format.signature, _format.signatureSize);
     if(bytes.empty() || !_format.isComplete(bytes))
         return nullptr;
-    return decode_picture(bytes, _format.maxExpansion);
+    StbBlocks const blocks = _format.prepare != nullptr ? _format.prepare(bytes) : StbBlocks::Fixed;
+    return decode_picture(bytes, _format.maxExpansion, blocks);
 }
 
 bool StbImageFileType::write(Image const &image, std::ostream &out) const

@@ -16,6 +16,8 @@ class OSG_FILEIO_API StbImageFileType : public ImageFileType
   public:
     /// True where the bytes hold all that their headers claim.
     using IsComplete = bool (*)(PictureBytes const &bytes);
+    /// Brings complete bytes into the form that the decoder takes best.
+    using Prepare = StbBlocks (*)(PictureBytes &bytes);
 
     struct Format
     {
@@ -24,7 +26,8 @@ class OSG_FILEIO_API StbImageFileType : public ImageFileType
         UInt8 const *signature; ///< how each file begins
         std::size_t signatureSize;
         IsComplete isComplete;
-        UInt64 maxExpansion; ///< most bytes of a picture that one byte of a file can make
+        UInt64 maxExpansion;       ///< most bytes of a picture that one byte of a file can make
+        Prepare prepare = nullptr; ///< null: as they are, in blocks that don't grow
     };
 
     /// `format` lives as long as the process.
@@ -33,8 +36,7 @@ class OSG_FILEIO_API StbImageFileType : public ImageFileType
 
     char const *getName() const override { return _format.name; }
     TransitPtr<Image> read(std::istream &in) const override;
-    /// Greater formats hold smaller pictures: grey becomes colour where a format has only colour,
-    /// alpha is lost where it has none.
+    /// Grey becomes colour where the format has only colour; alpha is lost where it has none.
     bool write(Image const &image, std::ostream &out) const override;
 
   private:

@@ -3,6 +3,7 @@
 #include "OSGFieldContainerFactory.h"
 #include "OSGOSBElementFactory.h"
 #include "OSGOSBFormat.h"
+#include "OSGShownText.h"
 
 namespace OSG
 {
@@ -10,7 +11,7 @@ namespace
 {
 using ReadError = ExceptionBinaryDataHandler::ReadError;
 
-constexpr std::size_t ShownLetters = 100; // of a name in the log
+constexpr std::size_t LongestShown = 100; // of a name in the log
 } // namespace
 
 OSBReadNames::OSBReadNames(ExceptionBinaryDataHandler &handler)
@@ -124,12 +125,6 @@ FieldContainerType const *OSBReadNames::findContainerType(std::string const &nam
 
 std::string OSBReadNames::shown(std::string const &name)
 {
-    std::string text = name.substr(0, ShownLetters);
-    for(char &letter : text)
-    {
-        if(letter < ' ' || letter > '~')
-            letter = '?';
-    }
-    return text;
+    return shown_text(name.substr(0, LongestShown));
 }
 } // namespace OSG

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "OSGMatrixUtility.h"
+#include "OSGShownText.h"
 
 namespace OSG
 {
@@ -45,16 +46,11 @@ struct Complaint
 
 [[noreturn]] void complain(std::string const &text) { throw Complaint{text}; }
 
-/// A word of a file of strangers, fit to be shown.
+/// A word of a file, short and fit to be shown.
 std::string shown(std::string_view word)
 {
-    std::string text(word.substr(0, 40));
-    for(char &letter : text)
-    {
-        if(letter < ' ' || letter > '~')
-            letter = '?';
-    }
-    return text;
+    constexpr std::size_t LongestShown = 40;
+    return shown_text(word.substr(0, LongestShown));
 }
 
 /// The words of a line, taken from the first to the last.
@@ -308,6 +304,24 @@ void write_event(std::ostream &out, InputRecording::TimedEvent const &timed)
         out << '\n';
     }
 }
+
+// As std::getline, with an end: no line of a recording comes near the limit, a file that is none
+// may have no line break at all.
+bool take_line(std::istream &in, std::string &line)
+{
+    constexpr std::size_t LongestLine = 4096;
+    using Traits = std::istream::traits_type;
+    line.clear();
+    if(in.peek() == Traits::eof())
+        return false;
+    for(int c = in.get(); c != Traits::eof() && c != '\n'; c = in.get())
+    {
+        if(line.size() == LongestLine)
+            complain("more than " + shortest(LongestLine) + " characters");
+        line.push_back(Traits::to_char_type(c));
+    }
+    return true;
+}
 } // namespace
 
 RecordingResult read_recording(std::istream &in)
@@ -316,11 +330,9 @@ RecordingResult read_recording(std::istream &in)
     UInt32 number = 0;
     try
     {
-        for(std::string text; std::getline(in, text);)
-        {
-            ++number;
+        for(std::string text; ++number, take_line(in, text);)
             reader.line(text);
-        }
+        --number;
         return {reader.finish(), ""};
     }
     catch(Complaint const &complaint)

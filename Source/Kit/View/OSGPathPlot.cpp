@@ -120,24 +120,25 @@ class EdgeCollector
 };
 
 /// One of the two pictures: which axes run to the right and down, and where it lies on the sheet.
+/// In Real64, as the difference of two coordinates may be more than a Real32 holds.
 struct Panel
 {
     int down;         // 2 from above, 1 from the front
-    Real32 sign;      // of the axis that runs down
-    Real32 left, top; // in the scene, of the panel's corner
-    Real32 offset;    // on the sheet, downwards
-    Real32 scale;
+    Real64 sign;      // of the axis that runs down
+    Real64 left, top; // in the scene, of the panel's corner
+    Real64 offset;    // on the sheet, downwards
+    Real64 scale;
 
-    std::array<Real32, 2> place(Pnt3f const &p) const
+    std::array<Real64, 2> place(Pnt3f const &p) const
     {
         return {10 + (p[0] - left) * scale, offset + 10 + (p[down] * sign - top) * scale};
     }
 };
 
-std::string text_of(Real32 value)
+std::string text_of(Real64 value)
 {
     char text[32];
-    std::snprintf(text, sizeof(text), "%.1f", static_cast<double>(value));
+    std::snprintf(text, sizeof(text), "%.1f", value);
     return text;
 }
 
@@ -178,18 +179,27 @@ class Sheet
     }
 
   private:
-    std::string pair(Pnt3f const &point) const
+    static std::string text(std::array<Real64, 2> const &place)
     {
-        auto const place = _panel.place(point);
         return text_of(place[0]) + ',' + text_of(place[1]);
     }
+    std::string pair(Pnt3f const &point) const { return text(_panel.place(point)); }
 
     // Twelve units of the sheet long where the view lies in the sheet, shorter where it does not.
     void stroke(PathPoint const &point)
     {
-        Vec3f look = point.at - point.from;
-        look.normalize();
-        _out << 'M' << pair(point.from) << 'L' << pair(point.from + look * (12.f / _panel.scale));
+        constexpr Real64 Length = 12;
+        Real64 look[3];
+        for(int axis = 0; axis < 3; ++axis)
+            look[axis] = Real64(point.at[axis]) - point.from[axis];
+        Real64 const distance = std::hypot(look[0], look[1], look[2]);
+        std::array<Real64, 2> end = _panel.place(point.from);
+        if(distance > 0)
+        {
+            end[0] += look[0] / distance * Length;
+            end[1] += look[_panel.down] / distance * _panel.sign * Length;
+        }
+        _out << 'M' << pair(point.from) << 'L' << text(end);
     }
 
     std::ostream &_out;
@@ -214,21 +224,25 @@ void write_path_plot(std::ostream &out, Node *scene, std::vector<PathPoint> cons
     std::vector<Segment> const edges = collector.finish();
     for(Segment const &edge : edges)
     {
+        if(!is_finite(edge.a) || !is_finite(edge.b))
+            continue;
         bounds.extendBy(edge.a);
         bounds.extendBy(edge.b);
     }
     Pnt3f min, max;
     bounds.getBounds(min, max);
-    Real32 const scale = 780.f / std::max({max[0] - min[0], max[2] - min[2], 1e-3f});
-    Real32 const plan = (max[2] - min[2]) * scale + 30;
-    Real32 const height = plan + (max[1] - min[1]) * scale + 20;
+    auto const extent = [&min, &max](int axis) { return Real64(max[axis]) - min[axis]; };
+    constexpr Real64 SmallestExtent = 1e-3; // a scene of one point still has a scale
+    Real64 const scale = 780 / std::max({extent(0), extent(2), SmallestExtent});
+    Real64 const plan = extent(2) * scale + 30;
+    Real64 const height = plan + extent(1) * scale + 20;
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"800\" height=\"" << text_of(height)
         << "\">\n<style>.scene{stroke:#b0b0b0;stroke-width:.6;fill:none}"
            ".path{stroke:#c02020;stroke-width:1.5;fill:none}"
            ".look{stroke:#2040c0;stroke-width:1;fill:none}</style>\n"
            "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
     for(Panel const &panel :
-        {Panel{2, 1, min[0], min[2], 0, scale}, Panel{1, -1, min[0], -max[1], plan, scale}})
+        {Panel{2, 1, min[0], min[2], 0, scale}, Panel{1, -1, min[0], -Real64(max[1]), plan, scale}})
     {
         Sheet sheet(out, panel);
         sheet.edges(edges);

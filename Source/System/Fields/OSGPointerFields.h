@@ -178,6 +178,15 @@ class PointerMField<T *, Policy, Namespace> : public PointerMFieldBase
         Policy::addRef(static_cast<FieldContainer *>(value));
         Policy::subRef(old);
     }
+    /// As replace(), for any index: a field that is too short grows by nulls, which take no room in
+    /// a short one; see PointerList.
+    void putAt(UInt32 index, T *value)
+    {
+        FieldContainer *const old = index < size() ? _values[index] : nullptr;
+        _values.putAt(index, value);
+        Policy::addRef(static_cast<FieldContainer *>(value));
+        Policy::subRef(old);
+    }
     /// New entries are null.
     void resize(UInt32 size)
     {

@@ -1,6 +1,7 @@
 #include "OSGPointerList.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -23,6 +24,8 @@ void PointerList::clear()
 {
     if(isBlock())
         MemFree(block());
+    else if(isSparse())
+        MemFree(sparse());
     _bits = 0;
 }
 
@@ -45,9 +48,12 @@ void PointerList::moveToBlock(UInt32 capacity)
         move_slots(to + before, slots() + before + block()->gapLength, count - before);
         MemFree(block());
     }
-    else if(count != 0)
+    else
     {
-        to[0] = (*this)[0];
+        for(UInt32 i = 0; i < count; ++i)
+            to[i] = (*this)[i];
+        if(isSparse())
+            MemFree(sparse());
     }
     _bits = reinterpret_cast<std::uintptr_t>(fresh) + 1;
 }
@@ -56,7 +62,7 @@ void PointerList::reserve(UInt32 count)
 {
     if(!isBlock())
     {
-        if(count > 1)
+        if(count > std::max(size(), 1u))
             moveToBlock(count);
         return;
     }
@@ -104,12 +110,122 @@ void PointerList::set(UInt32 index, FieldContainer *value)
 {
     if(isBlock())
         slots()[slotOf(index)] = value;
+    else if(isSparse())
+        putAt(index, value);
     else
         _bits = bitsOf(value);
 }
 
+void PointerList::putAt(UInt32 index, FieldContainer *value)
+{
+    if(!isBlock() && putSparse(index, value))
+        return;
+    becomeDense();
+    reserve(index + 1);
+    while(size() <= index)
+        push_back(nullptr);
+    set(index, value);
+}
+
+// --- few entries in use ---
+
+UInt32 PointerList::sparseSize() const
+{
+    // Of the highest bit that is set, the four that it belongs to.
+    return MostSparse - static_cast<UInt32>(std::countl_zero(sparse()->places)) / 4;
+}
+
+UInt32 PointerList::sparseEntries() const
+{
+    UInt32 count = 0;
+    for(UInt32 i = 0; i < sparseSize(); ++i)
+        count = std::max(count, sparse()->placeOf(i));
+    return count;
+}
+
+FieldContainer *PointerList::sparseAt(UInt32 index) const
+{
+    UInt32 const place = _bits != NullEntry ? sparse()->placeOf(index) : 0;
+    return place != 0 ? sparse()->entries()[place - 1] : nullptr;
+}
+
+// False where the list is of another kind, or is to become one.
+bool PointerList::putSparse(UInt32 index, FieldContainer *value)
+{
+    if(index == 0 && !isSparse())
+    {
+        _bits = bitsOf(value);
+        return true;
+    }
+    if(index >= MostSparse)
+        return false;
+    if(isSparse())
+    {
+        if(value == nullptr && index < sparseSize() && sparse()->placeOf(index) == 0)
+            return true;
+        if(putIntoEntries(index, value))
+            return true;
+    }
+    return growSparse(index, value);
+}
+
+// Into the index's own entry, or one that holds the pointer already. False where there is none.
+bool PointerList::putIntoEntries(UInt32 index, FieldContainer *value)
+{
+    Sparse &block = *sparse();
+    UInt32 const own = block.placeOf(index);
+    UInt32 users = 0;
+    for(UInt32 i = 0; i < sparseSize(); ++i)
+        users += own != 0 && block.placeOf(i) == own ? 1 : 0;
+    if(users == 1)
+    {
+        block.entries()[own - 1] = value;
+        return true;
+    }
+    UInt32 const count = sparseEntries();
+    UInt32 place = 1;
+    while(place <= count && block.entries()[place - 1] != value)
+        ++place;
+    if(place > count)
+        return false;
+    block.setPlace(index, place);
+    return true;
+}
+
+// A block with one entry more.
+bool PointerList::growSparse(UInt32 index, FieldContainer *value)
+{
+    bool const isOne = _bits != 0 && !isSparse();
+    UInt32 const count = isOne ? 1 : isSparse() ? sparseEntries() : 0;
+    if(count == MostEntries)
+        return false;
+    bool const isSame = isOne && (*this)[0] == value;
+    UInt32 const place = isSame ? 1 : count + 1;
+    auto *const grown =
+        static_cast<Sparse *>(MemMallocOrThrow(sizeof(Sparse) + place * sizeof(FieldContainer *)));
+    grown->places = isOne ? 1 : isSparse() ? sparse()->places : 0;
+    if(isOne)
+        grown->entries()[0] = (*this)[0];
+    else if(isSparse())
+        move_slots(grown->entries(), sparse()->entries(), count);
+    grown->entries()[place - 1] = value;
+    grown->setPlace(index, place);
+    if(isSparse())
+        MemFree(sparse());
+    _bits = reinterpret_cast<std::uintptr_t>(grown) + NullEntry;
+    return true;
+}
+
+// What edits more than single entries knows plain arrays alone.
+void PointerList::becomeDense()
+{
+    if(isSparse())
+        moveToBlock(size());
+}
+
 void PointerList::push_back(FieldContainer *value)
 {
+    becomeDense();
     if(_bits == 0)
     {
         _bits = bitsOf(value);
@@ -144,6 +260,7 @@ void PointerList::insert(UInt32 index, FieldContainer *value)
 
 void PointerList::erase(UInt32 index)
 {
+    becomeDense();
     if(!isBlock())
     {
         _bits = 0;

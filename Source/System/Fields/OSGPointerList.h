@@ -16,7 +16,7 @@ class FieldContainer;
 
 /// An array of pointers that takes the room of one. Most lists of a scene hold one pointer or none:
 /// one stands in the list itself, only more take a block of MemMalloc, an array that may have a
-/// gap.
+/// gap. A short list that putAt() fills has a block with room for the entries in use alone.
 ///
 ///     slot    0  1  2  3  4  5  6  7  8  9        index 0 1 2 stand in slots 0 1 2,
 ///            [a][b][c]         [d][e][f]            index 3 4 5 in slots 6 7 8; slot 9 is spare
@@ -41,17 +41,29 @@ class OSG_SYSTEM_API PointerList
     }
     void swap(PointerList &other) noexcept;
 
-    UInt32 size() const { return isBlock() ? block()->size : (_bits != 0 ? 1 : 0); }
+    UInt32 size() const
+    {
+        if(isBlock())
+            return block()->size;
+        return isSparse() ? sparseSize() : (_bits != 0 ? 1 : 0);
+    }
     bool empty() const { return size() == 0; }
     /// `index` is below size().
     FieldContainer *operator[](UInt32 index) const
     {
         if(isBlock())
             return slots()[slotOf(index)];
-        return _bits != NullEntry ? reinterpret_cast<FieldContainer *>(_bits) : nullptr;
+        if((_bits & NullEntry) != 0)
+            return sparseAt(index);
+        return reinterpret_cast<FieldContainer *>(_bits);
     }
-    /// Takes no memory.
+    /// Takes no memory, save in a list that putAt() has filled.
     void set(UInt32 index, FieldContainer *value);
+    /// As set(), for any index: a list that is too short grows by nulls. As long as it has no more
+    /// than MostSparse entries, and was filled by this function alone, nulls take no room,
+    /// nor does a pointer that stands at another index too.
+    void putAt(UInt32 index, FieldContainer *value);
+    static constexpr UInt32 MostSparse = 16;
 
     /// Makes room for `count` entries in all.
     void reserve(UInt32 count);
@@ -81,8 +93,29 @@ class OSG_SYSTEM_API PointerList
         UInt32 gapLength;
     };
 
-    // The bits are 0 for an empty list, those of the one entry, or odd: the address of a block plus
-    // one. Objects and blocks have even addresses, and no object has this one.
+    /// A block of the entries that are in use. Four bits of `places` for each index, the first in
+    /// the lowest, say which entry stands there, from 1; 0 is a null that has none. Indices with
+    /// one pointer may have one entry. The list ends behind the last index that has an entry.
+    struct Sparse
+    {
+        UInt64 places;
+
+        FieldContainer **entries() { return reinterpret_cast<FieldContainer **>(this + 1); }
+        UInt32 placeOf(UInt32 index) const
+        {
+            return static_cast<UInt32>(places >> (4 * index)) & MostEntries;
+        }
+        void setPlace(UInt32 index, UInt32 place)
+        {
+            places &= ~(UInt64(MostEntries) << (4 * index));
+            places |= UInt64(place) << (4 * index);
+        }
+    };
+    static constexpr UInt32 MostEntries = 15;
+
+    // The bits are 0 for an empty list, those of the one entry, the address of a block plus one, or
+    // that of a sparse block plus two. Objects and blocks have addresses that four divides, and no
+    // block stands at address 0.
     static constexpr std::uintptr_t NullEntry = 2;
 
     static std::uintptr_t bitsOf(FieldContainer *value)
@@ -90,6 +123,15 @@ class OSG_SYSTEM_API PointerList
         return value != nullptr ? reinterpret_cast<std::uintptr_t>(value) : NullEntry;
     }
     bool isBlock() const { return (_bits & 1) != 0; }
+    bool isSparse() const { return (_bits & NullEntry) != 0 && _bits != NullEntry; }
+    Sparse *sparse() const { return reinterpret_cast<Sparse *>(_bits - NullEntry); }
+    UInt32 sparseSize() const;
+    UInt32 sparseEntries() const;
+    FieldContainer *sparseAt(UInt32 index) const;
+    bool putSparse(UInt32 index, FieldContainer *value);
+    bool putIntoEntries(UInt32 index, FieldContainer *value);
+    bool growSparse(UInt32 index, FieldContainer *value);
+    void becomeDense();
     Block *block() const { return reinterpret_cast<Block *>(_bits - 1); }
     FieldContainer **slots() const { return reinterpret_cast<FieldContainer **>(block() + 1); }
 

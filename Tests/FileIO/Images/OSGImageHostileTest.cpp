@@ -1,6 +1,7 @@
 // Picture files that are cut off, lie or are none.
 
 #include <fstream>
+#include <new>
 
 #include <gtest/gtest.h>
 
@@ -53,6 +54,48 @@ TEST_P(HostilePictures, CutOffAnywhereAreNone)
     ASSERT_NE(picture_in(whole, GetParam().suffix).get(), nullptr);
     for(std::size_t length = 0; length < whole.size(); ++length)
         ASSERT_EQ(picture_in(whole.substr(0, length), GetParam().suffix).get(), nullptr) << length;
+}
+
+// Lets the program have so much more memory, a little more each time, until `work` goes through.
+template <class Work>
+int failures_of(Work const &work)
+{
+    for(int failures = 0;; ++failures)
+    {
+        UInt64 const before = getMemBytes();
+        setMemLimit(before + 64 * static_cast<UInt64>(failures));
+        try
+        {
+            work();
+            setMemLimit(0);
+            return failures;
+        }
+        catch(std::bad_alloc const &)
+        {
+            setMemLimit(0);
+            EXPECT_EQ(getMemBytes(), before) << failures;
+        }
+    }
+}
+
+TEST_P(HostilePictures, WithoutMemoryAreReadAndWrittenByAnException)
+{
+    std::string const whole = file();
+    ImagePtr const image = picture_in(whole, GetParam().suffix);
+    auto const read = [&whole]
+    {
+        ImagePtr const again = picture_in(whole, GetParam().suffix);
+        ASSERT_NE(again, nullptr);
+    };
+    EXPECT_GT(failures_of(read), 5);
+    std::ostringstream out;
+    out.str(std::string(4 * whole.size(), ' ')); // has its room from now on
+    auto const write = [&out, &image]
+    {
+        out.seekp(0);
+        ASSERT_TRUE(file_type(GetParam().suffix).write(*image, out));
+    };
+    EXPECT_GT(failures_of(write), 5);
 }
 
 TEST_P(HostilePictures, WithChangedBytesStayWithinTheBounds)

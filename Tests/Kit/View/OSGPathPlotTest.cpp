@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -54,6 +55,21 @@ TEST(PathPlot, ShowsSceneAndPathFromAboveAndFromTheFront)
     EXPECT_EQ(value_of(svg, "points", line), "400.0,790.0 400.0,400.0 ");
     // The front view lies below it.
     EXPECT_EQ(value_of(svg, "points", svg.find("<polyline", line + 1)), "400.0,820.0 400.0,820.0 ");
+}
+
+// Differences of such coordinates are beyond 32 bits.
+TEST(PathPlot, HasFiniteNumbersWhateverTheSceneHas)
+{
+    constexpr Real32 Far = 3e38f;
+    constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
+    NodePtr const scene = make_node(make_geometry(one_primitive(
+        TrianglesPrimitive,
+        {{-Far, 0, 0}, {Far, 0, 0}, {0, Far, -Far}, {0, 0, 0}, {Infinite, 0, 0}, {0, 1, 0}})));
+    std::string const svg =
+        plot(scene, {{{-Far, 0, 0}, {Far, Far, 0}}, {{Far, 1, 0}, {-Far, 0, 0}}});
+    EXPECT_EQ(count(svg, "nan"), 0u);
+    EXPECT_EQ(count(svg, "inf"), 0u);
+    EXPECT_EQ(count(svg, "<polyline"), 2u);
 }
 
 TEST(PathPlot, LeavesOutEdgesWithinAPlane)

@@ -271,5 +271,87 @@ TEST(PointerList, ShortAndLongOnesSwap)
     ASSERT_EQ(two.size(), 1u);
     EXPECT_EQ(two[0], entry(0));
 }
+
+// --- few entries in use ---
+
+TEST(PointerList, NullsBetweenEntriesThatArePutTakeNoRoom)
+{
+    PointerList list;
+    UInt64 const before = getMemBytes();
+    list.putAt(8, entry(1));
+    list.putAt(2, entry(2));
+    list.putAt(0, entry(3));
+    EXPECT_LE(getMemBytes() - before, 40u); // eight bytes and three pointers
+    ASSERT_EQ(list.size(), 9u);
+    for(UInt32 i = 0; i < 9; ++i)
+        EXPECT_EQ(list[i], i == 8 ? entry(1) : i == 2 ? entry(2) : i == 0 ? entry(3) : nullptr);
+    list.clear();
+    EXPECT_EQ(getMemBytes(), before);
+}
+
+TEST(PointerList, APointerThatIsPutTwiceTakesNoMoreRoom)
+{
+    PointerList list;
+    UInt64 const before = getMemBytes();
+    for(UInt32 const index : {8u, 2u, 0u})
+        list.putAt(index, entry(1));
+    EXPECT_LE(getMemBytes() - before, 24u);
+    list.putAt(2, entry(2));
+    EXPECT_EQ(list[0], entry(1));
+    EXPECT_EQ(list[2], entry(2));
+    EXPECT_EQ(list[8], entry(1));
+}
+
+TEST(PointerList, IsAPlainArrayHoweverItIsFilled)
+{
+    RandomNumbers random(3);
+    for(int round = 0; round < 3000; ++round)
+    {
+        PointerList list;
+        std::vector<FieldContainer *> plain;
+        for(UInt32 step = 0; step < 12; ++step)
+        {
+            FieldContainer *const value = random.below(4) == 0 ? nullptr : entry(random.below(6));
+            UInt32 const index = random.below(random.below(8) == 0 ? 40 : 17);
+            switch(random.below(step < 6 ? 2 : 6))
+            {
+            case 0:
+            case 1:
+                list.putAt(index, value);
+                plain.resize(std::max<std::size_t>(plain.size(), index + 1));
+                plain[index] = value;
+                break;
+            case 2:
+                list.push_back(value);
+                plain.push_back(value);
+                break;
+            case 3:
+                if(index < plain.size())
+                {
+                    list.erase(index);
+                    plain.erase(plain.begin() + index);
+                }
+                break;
+            case 4:
+                if(index <= plain.size())
+                {
+                    list.insert(index, value);
+                    plain.insert(plain.begin() + index, value);
+                }
+                break;
+            default:
+                if(index < plain.size())
+                {
+                    list.set(index, value);
+                    plain[index] = value;
+                }
+                list.reserve(random.below(30));
+            }
+            ASSERT_EQ(list.size(), plain.size()) << round;
+            for(UInt32 i = 0; i < list.size(); ++i)
+                ASSERT_EQ(list[i], plain[i]) << round;
+        }
+    }
+}
 } // namespace
 } // namespace OSG::Test

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "LogLines.h"
 #include "Tool.h"
 
 namespace Tool
@@ -34,7 +35,7 @@ CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
 {
     CLI::App &command = *program.add_subcommand(name, purpose);
     command.add_flag("--json", options->json, "Print JSON instead of a table");
-    command.add_flag("--quiet", options->quiet, "No progress bar");
+    command.add_flag("--quiet", options->quiet, "No progress bar and no warnings");
     command.add_flag("--verbose", options->verbose, "Log progress messages too");
     command.callback(
         [options, run, &chosen]
@@ -42,7 +43,9 @@ CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
             chosen = [options, run](Streams streams)
             {
                 applyLogLevel(*options);
-                return run(*options, streams);
+                LogLines log(streams.err,
+                             options->quiet ? LogLines::Show::Nothing : LogLines::Show::Lines);
+                return run(*options, {streams.out, streams.err, &log});
             };
         });
     return command;

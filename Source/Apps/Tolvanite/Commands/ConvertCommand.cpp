@@ -3,8 +3,9 @@
 #include "OSGFileSuffix.h"
 #include "OSGReachableNodes.h"
 #include "OSGSceneFileHandler.h"
+#include "OSGShownText.h"
 #include "Operations.h"
-#include "OutputFile.h"
+#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
 
@@ -24,13 +25,11 @@ bool is_written(std::string const &suffix)
                suffix.c_str(), OSG::IOFileTypeBase::WriteSupported) != nullptr;
 }
 
-bool write_scene(OSG::Node *root, std::string const &target)
+// Empty on success, else the reason.
+std::string write_scene(OSG::Node *root, std::string const &target)
 {
-    OutputFile file(target);
-    return file.stream() &&
-           OSG::SceneFileHandlerBase::the()->write(root, file.stream(),
-                                                   OSG::file_suffix(target).c_str()) &&
-           file.finish();
+    return replace_file(target, [root](std::string const &path)
+                        { return OSG::SceneFileHandlerBase::the()->write(root, path.c_str()); });
 }
 
 struct Outcome
@@ -38,11 +37,13 @@ struct Outcome
     OSG::UInt64 nodesBefore = 0;
     OSG::UInt64 nodesAfter = 0;
     double seconds = 0;
+    bool isComplete = false; ///< the read of the source
 };
 
 void print_outcome(std::ostream &out, ConvertOptions const &options, Outcome const &outcome)
 {
-    out << options.file << " to " << options.target << ": " << outcome.nodesBefore << " nodes";
+    out << OSG::shown_text(options.file) << " to " << OSG::shown_text(options.target) << ": "
+        << outcome.nodesBefore << " nodes";
     if(outcome.nodesAfter != outcome.nodesBefore)
         out << " to " << outcome.nodesAfter;
     out << ", " << outcome.seconds << " s\n";
@@ -56,7 +57,8 @@ void write_outcome(JsonWriter &json, ConvertOptions const &options, Outcome cons
         .member("out", options.target)
         .member("nodesBefore", outcome.nodesBefore)
         .member("nodesAfter", outcome.nodesAfter)
-        .member("seconds", outcome.seconds);
+        .member("seconds", outcome.seconds)
+        .member("complete", outcome.isComplete);
     writeOperations(json, operations);
     json.endObject();
 }
@@ -68,14 +70,16 @@ int run_convert(ConvertOptions const &options, Streams streams)
     if(scene.root == nullptr)
         return Failed;
     Outcome outcome;
+    outcome.isComplete = scene.isComplete;
     outcome.nodesBefore = OSG::count_reachable_nodes(scene.root);
     OperationsResult const operations = runOperations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
     outcome.nodesAfter = OSG::count_reachable_nodes(scene.root);
-    if(!write_scene(scene.root, options.target))
+    std::string const reason = write_scene(scene.root, options.target);
+    if(!reason.empty())
     {
-        streams.err << "tolvanite: cannot write " << options.target << '\n';
+        complain(streams, "cannot write " + options.target + ": " + reason);
         return Failed;
     }
     outcome.seconds = watch.seconds();

@@ -29,6 +29,7 @@ int run_dump(DumpOptions const &options, Streams streams)
     JsonWriter json(streams.out);
     json.beginObject().member("file", options.file).key("root");
     writeTree(json, scene.root, options.arrays ? Arrays::Written : Arrays::Counted);
+    json.member("complete", scene.isComplete);
     writeOperations(json, operations.accounts);
     json.endObject();
     streams.out << '\n';

@@ -22,7 +22,7 @@ constexpr Row rows[] = {
 };
 
 void write_account(JsonWriter &json, SceneOptions const &options, OSG::SceneAccount const &account,
-                   double loadSeconds)
+                   Scene const &scene)
 {
     json.beginObject().member("file", options.file);
     for(Row const &row : rows)
@@ -32,7 +32,10 @@ void write_account(JsonWriter &json, SceneOptions const &options, OSG::SceneAcco
         json.member(core, count);
     json.endObject().key("bounds");
     writeBounds(json, account.bounds);
-    json.member("loadSeconds", loadSeconds).member("peakBytes", OSG::getMemPeakBytes()).endObject();
+    json.member("loadSeconds", scene.loadSeconds)
+        .member("peakBytes", OSG::getMemPeakBytes())
+        .member("complete", scene.isComplete)
+        .endObject();
 }
 
 template <class Value>
@@ -41,7 +44,7 @@ std::ostream &print_row(std::ostream &out, std::string const &name, Value const 
     return out << std::left << std::setw(12) << name << ' ' << value;
 }
 
-void print_account(std::ostream &out, OSG::SceneAccount const &account, double loadSeconds)
+void print_account(std::ostream &out, OSG::SceneAccount const &account, Scene const &scene)
 {
     for(Row const &row : rows)
         print_row(out, row.name, account.*row.count) << '\n';
@@ -58,7 +61,9 @@ void print_account(std::ostream &out, OSG::SceneAccount const &account, double l
         print_row(out, "bounds", min[0]) << ' ' << min[1] << ' ' << min[2] << " to " << max[0]
                                          << ' ' << max[1] << ' ' << max[2] << '\n';
     }
-    print_row(out, "loaded in", loadSeconds) << " s\n";
+    if(!scene.isComplete)
+        print_row(out, "complete", "no") << '\n';
+    print_row(out, "loaded in", scene.loadSeconds) << " s\n";
     print_row(out, "peak", OSG::getMemPeakBytes()) << " bytes\n";
 }
 
@@ -70,11 +75,11 @@ int run_info(SceneOptions const &options, Streams streams)
     OSG::SceneAccount const account = OSG::account_of(scene.root);
     if(!options.json)
     {
-        print_account(streams.out, account, scene.loadSeconds);
+        print_account(streams.out, account, scene);
         return Success;
     }
     JsonWriter json(streams.out);
-    write_account(json, options, account, scene.loadSeconds);
+    write_account(json, options, account, scene);
     streams.out << '\n';
     return Success;
 }

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 #include <iomanip>
 #include <map>
@@ -12,7 +13,7 @@
 #include "OSGOrthographicCamera.h"
 #include "OSGPathPlot.h"
 #include "OSGWASDFlyEngine.h"
-#include "OutputFile.h"
+#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "ValueJson.h"
 
@@ -55,6 +56,9 @@ Pair size_of(std::string const &text)
 
 OSG::RecordingResult read_events(std::string const &file)
 {
+    // A pipe may have nobody at its other end, a device may have no end.
+    if(!std::filesystem::is_regular_file(file))
+        return {std::nullopt, "is no regular file"};
     std::ifstream in(file, std::ios::binary);
     if(!in)
         return {std::nullopt, "cannot be opened"};
@@ -117,15 +121,20 @@ void print_poses(std::ostream &out, std::vector<Pose> const &poses)
     }
 }
 
-bool write_plot(std::string const &target, OSG::Node *scene, std::vector<Pose> const &poses)
+// Empty on success, else the reason.
+std::string write_plot(std::string const &target, OSG::Node *scene, std::vector<Pose> const &poses)
 {
     std::vector<OSG::PathPoint> path;
     path.reserve(poses.size());
     for(Pose const &pose : poses)
         path.push_back({pose.from, pose.at});
-    OutputFile file(target);
-    OSG::write_path_plot(file.stream(), scene, path);
-    return file.finish();
+    return replace_file(target,
+                        [scene, &path](std::string const &name)
+                        {
+                            std::ofstream out(name, std::ios::binary);
+                            OSG::write_path_plot(out, scene, path);
+                            return bool(out.flush());
+                        });
 }
 
 int run_replay(ReplayOptions const &options, Streams streams)
@@ -134,16 +143,18 @@ int run_replay(ReplayOptions const &options, Streams streams)
     OSG::RecordingResult const events = read_events(options.events);
     if(!events.recording)
     {
-        streams.err << "tolvanite: " << options.events << ": " << events.complaint << '\n';
+        complain(streams, options.events + ": " + events.complaint);
         return Failed;
     }
     Scene const scene = readScene(options, streams);
     if(scene.root == nullptr)
         return Failed;
     std::vector<Pose> const poses = play(*events.recording, options.engine, scene.root, size);
-    if(!options.plot.empty() && !write_plot(options.plot, scene.root, poses))
+    std::string const reason =
+        options.plot.empty() ? std::string() : write_plot(options.plot, scene.root, poses);
+    if(!reason.empty())
     {
-        streams.err << "tolvanite: cannot write " << options.plot << '\n';
+        complain(streams, "cannot write " + options.plot + ": " + reason);
         return Failed;
     }
     if(!options.json)

@@ -9,6 +9,7 @@
 #include "OSGFastSelectionFunctor.h"
 #include "OSGName.h"
 #include "OSGSelectionAction.h"
+#include "OSGShownText.h"
 #include "OSGSimpleSelectionFunctor.h"
 #include "Operations.h"
 #include "SceneFile.h"
@@ -141,12 +142,14 @@ void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit,
 }
 
 void write_selection(JsonWriter &json, SelectOptions const &options, Selection const &selection,
-                     OperationsResult const &operations, OSG::Node const *root)
+                     OperationsResult const &operations, Scene const &scene)
 {
+    OSG::Node const *const root = scene.root;
     json.beginObject().member("file", options.file).key("hits").beginArray();
     for(SelectionFunctor::HitT const &hit : selection.hits)
         write_hit(json, hit, selection.eye, root);
     json.endArray().member("count", selection.hits.size()).member("seconds", selection.seconds);
+    json.member("complete", scene.isComplete);
     writeOperations(json, operations.accounts);
     json.endObject();
 }
@@ -171,7 +174,7 @@ void print_selection(std::ostream &out, Selection const &selection, OSG::Node co
         out << std::setw(14) << hit.distance << std::setw(10) << hit.index << std::setw(36)
             << shown_place(hit) << nodePath(root, hit.visitSubTreeNodes, hit.node);
         if(char const *const name = OSG::getName(hit.node))
-            out << ' ' << name;
+            out << ' ' << OSG::shown_text(name);
         out << '\n';
     }
     out << selection.hits.size() << (selection.hits.size() == 1 ? " hit" : " hits") << " in "
@@ -195,7 +198,7 @@ int run_select(SelectOptions const &options, Streams streams)
         return Success;
     }
     JsonWriter json(streams.out);
-    write_selection(json, options, selection, operations, scene.root);
+    write_selection(json, options, selection, operations, scene);
     streams.out << '\n';
     return Success;
 }

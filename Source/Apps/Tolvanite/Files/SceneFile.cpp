@@ -1,6 +1,7 @@
 #include "SceneFile.h"
 
 #include <exception>
+#include <new>
 
 #include "OSGSceneFileHandler.h"
 #include "ProgressBar.h"
@@ -28,13 +29,17 @@ class ReadProgress
     ProgressBar _bar;
 };
 
-// What a reader may raise (no memory, a list beyond its limits) means no scene here.
+// What a reader may raise (a list beyond its limits) means no scene here, save lack of memory.
 ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 {
     ReadProgress const progress(streams.err, ProgressBar::whereWanted(options.quiet));
     try
     {
         return ScenePtr(OSG::SceneFileHandlerBase::the()->read(options.file.c_str()));
+    }
+    catch(std::bad_alloc const &)
+    {
+        throw;
     }
     catch(std::exception const &)
     {
@@ -46,6 +51,7 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 void addFileArgument(CLI::App &command, SceneOptions &options)
 {
     command.add_option("FILE", options.file, "Scene file")->required()->check(CLI::ExistingPath);
+    command.add_flag("--strict", options.strict, "Fail where a read ends before its file does");
 }
 
 Scene readScene(SceneOptions const &options, Streams streams)
@@ -53,11 +59,20 @@ Scene readScene(SceneOptions const &options, Streams streams)
     Stopwatch const watch;
     Scene scene;
     scene.root = read_or_null(options, streams);
+    scene.isComplete = OSG::SceneFileHandlerBase::the()->wasLastReadComplete();
     if(scene.root == nullptr)
     {
-        streams.err << "tolvanite: cannot read " << options.file << '\n';
+        complain(streams, "cannot read " + options.file);
         return scene;
     }
+    if(options.strict && !scene.isComplete)
+    {
+        complain(streams, options.file + " was not read completely");
+        scene.root = nullptr;
+        return scene;
+    }
+    if(streams.log != nullptr)
+        streams.log->print();
     scene.root->updateVolume();
     scene.loadSeconds = watch.seconds();
     return scene;

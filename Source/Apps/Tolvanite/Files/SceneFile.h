@@ -12,9 +12,11 @@ namespace Tool
 struct SceneOptions : CommonOptions
 {
     std::string file;
+    bool strict = false; ///< a scene that was not read completely is none
 };
 
-/// Adds the argument FILE; a command line that names none, or one that does not exist, is misused.
+/// Adds --strict and the argument FILE; a command line that names none, or one that does not exist,
+/// is misused.
 void addFileArgument(CLI::App &command, SceneOptions &options);
 
 using ScenePtr = OSG::UnrecordedRefPtr<OSG::Node>;
@@ -23,10 +25,12 @@ using ScenePtr = OSG::UnrecordedRefPtr<OSG::Node>;
 struct Scene
 {
     ScenePtr root;
+    bool isComplete = false; ///< the read went through the whole file
     double loadSeconds = 0;
 };
 
 /// Reads the scene, with a progress bar where one is wanted. The root is null where the file gives
-/// none; one line has said so by then, behind those of the log.
+/// none, or not the whole of one under --strict; one line has said so by then, behind those of the
+/// log. Raises std::bad_alloc.
 Scene readScene(SceneOptions const &options, Streams streams);
 } // namespace Tool

@@ -16,10 +16,14 @@ namespace Tool
 {
 namespace
 {
-/// Switch materials that were written in full. One that comes again has its type and name alone:
-/// they nest, in files of strangers also in themselves and in pairs over many levels.
-using WrittenSwitches = std::unordered_set<OSG::SwitchMaterial const *>;
-constexpr std::size_t MostSwitches = 1000; // as deep as they can nest
+/// Switch materials nest, in files of strangers also in themselves and in pairs over many levels.
+/// One that is written within itself, and those beyond a number, have all but their choices.
+struct WrittenSwitches
+{
+    std::unordered_set<OSG::SwitchMaterial const *> open;
+    std::size_t count = 0;
+};
+constexpr std::size_t MostSwitches = 1000; // also as deep as they can nest
 
 void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &written);
 
@@ -96,10 +100,15 @@ void write_chunks(JsonWriter &json, OSG::ChunkMaterial const &material)
 
 void write_switch(JsonWriter &json, OSG::SwitchMaterial const &material, WrittenSwitches &written)
 {
-    json.member("choice", material.getChoice()).key("materials").beginArray();
+    json.member("choice", material.getChoice());
+    if(written.count >= MostSwitches || !written.open.insert(&material).second)
+        return;
+    ++written.count;
+    json.key("materials").beginArray();
     for(OSG::Material *choice : *material.getMFMaterials())
         write_material(json, choice, written);
     json.endArray();
+    written.open.erase(&material);
 }
 
 void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &written)
@@ -117,8 +126,7 @@ void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &
         write_textured(json, *textured);
     if(auto const *const chunks = dynamic_cast<OSG::ChunkMaterial *>(material))
         write_chunks(json, *chunks);
-    auto const *const choice = dynamic_cast<OSG::SwitchMaterial *>(material);
-    if(choice != nullptr && written.size() < MostSwitches && written.insert(choice).second)
+    if(auto const *const choice = dynamic_cast<OSG::SwitchMaterial *>(material))
         write_switch(json, *choice, written);
     json.endObject();
 }

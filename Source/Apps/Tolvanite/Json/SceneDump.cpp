@@ -12,6 +12,7 @@
 #include "OSGMultiSwitch.h"
 #include "OSGName.h"
 #include "OSGNodeWalker.h"
+#include "OSGShownText.h"
 #include "OSGSwitch.h"
 #include "OSGTransform.h"
 #include "OSGVisitSubTree.h"
@@ -173,7 +174,9 @@ void print_geometry(std::ostream &out, OSG::Geometry const &geometry)
     if(geometry.getMaterial() == nullptr)
         return;
     char const *const material = OSG::getName(geometry.getMaterial());
-    out << ", " << (material != nullptr ? material : geometry.getMaterial()->getType().getCName());
+    out << ", "
+        << OSG::shown_text(material != nullptr ? material
+                                               : geometry.getMaterial()->getType().getCName());
 }
 
 class TreePrinter : public TreeVisitor
@@ -192,7 +195,7 @@ class TreePrinter : public TreeVisitor
         NodeCore *const core = node->getCore();
         _out << (core != nullptr ? core->getType().getCName() : "no core");
         if(char const *const name = OSG::getName(node))
-            _out << " \"" << name << '"';
+            _out << " \"" << OSG::shown_text(name) << '"';
         print_bounds(_out, node->getVolume());
         if(auto const *const geometry = dynamic_cast<OSG::Geometry *>(core))
             print_geometry(_out, *geometry);

@@ -2,6 +2,7 @@
 
 #include "OSGChangeList.h"
 #include "OSGGraphOpFactory.h"
+#include "OSGShownText.h"
 #include "OSGThread.h"
 
 namespace Tool
@@ -74,7 +75,7 @@ OperationsResult runOperations(OSG::Node *root, std::vector<Operation> const &op
         result.done = result.accounts.back().wentThrough;
         if(result.done)
             continue;
-        streams.err << "tolvanite: " << wanted.name << " did not go through\n";
+        complain(streams, wanted.name + " did not go through");
         break;
     }
     if(!operations.empty())
@@ -106,7 +107,8 @@ void printOperations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &
 {
     for(OSG::GraphOpAccount const &account : accounts)
     {
-        out << account.name << ": " << account.nodesBefore << " nodes to " << account.nodesAfter;
+        out << OSG::shown_text(account.name) << ": " << account.nodesBefore << " nodes to "
+            << account.nodesAfter;
         for(Row const &row : rows)
             if(account.*row.count != 0)
                 out << ", " << account.*row.count << ' ' << row.words;

@@ -50,7 +50,7 @@ TEST(Info, HasTheseKeysInThisOrder)
 {
     Json const info = json_of({"info", pavilion()});
     EXPECT_EQ(keys_of(info), "file nodes geometries materials images vertices triangles lines "
-                             "points cores bounds loadSeconds peakBytes");
+                             "points cores bounds loadSeconds peakBytes complete");
     EXPECT_EQ(keys_of(info["bounds"]), "min max");
     EXPECT_EQ(info["file"], pavilion());
     EXPECT_GT(info["images"], 0);
@@ -96,7 +96,7 @@ TEST(Verbosity, TheLogLevelIsFiveWhereAskedElseTwo)
 TEST(Dump, HasTheTreeThatInfoCounts)
 {
     Json const dump = json_of({"dump", pavilion()});
-    EXPECT_EQ(keys_of(dump), "file root");
+    EXPECT_EQ(keys_of(dump), "file root complete");
     Json const info = json_of({"info", pavilion()});
     std::size_t nodes = 0;
     std::vector<Json const *> open{&dump["root"]};

@@ -66,7 +66,7 @@ TEST_F(Convert, HasTheseKeysInThisOrder)
 {
     Outcome const outcome = run_program({"convert", pavilion(), target, "--json"});
     Json const result = Json::parse(outcome.out);
-    EXPECT_EQ(keys_of(result), "in out nodesBefore nodesAfter seconds");
+    EXPECT_EQ(keys_of(result), "in out nodesBefore nodesAfter seconds complete");
     EXPECT_EQ(result["in"], pavilion());
     EXPECT_EQ(result["out"], target);
     EXPECT_EQ(result["nodesBefore"], result["nodesAfter"]);
@@ -78,7 +78,7 @@ TEST_F(Convert, TellsWhatOperationsDid)
     Outcome const outcome =
         run_program({"convert", pavilion(), target, "--op", "GrpMerge", "--json"});
     EXPECT_EQ(keys_of(Json::parse(outcome.out)),
-              "in out nodesBefore nodesAfter seconds operations");
+              "in out nodesBefore nodesAfter seconds complete operations");
 }
 
 TEST_F(Convert, LeavesNothingElseBesideTheTarget)
@@ -112,7 +112,7 @@ TEST_F(Convert, AFolderThatIsNotThereIsOneLineAndNothingIsMade)
     Outcome const outcome = run_program({"convert", pavilion(), nowhere});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err, "tolvanite: cannot write " + nowhere + "\n");
+    EXPECT_EQ(outcome.err, "tolvanite: cannot write " + nowhere + ": No such file or directory\n");
     EXPECT_TRUE(files().empty());
 }
 

@@ -148,7 +148,8 @@ TEST(Replay, SaysWhereItCannotDraw)
     Outcome const outcome = replay(events_of("cad"), "cad", {"--plot", "/missing/path.svg"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err, "tolvanite: cannot write /missing/path.svg\n");
+    EXPECT_EQ(outcome.err,
+              "tolvanite: cannot write /missing/path.svg: No such file or directory\n");
 }
 
 TEST(Replay, SaysWhatIsWrongWithARecording)

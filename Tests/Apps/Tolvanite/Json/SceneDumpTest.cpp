@@ -259,7 +259,22 @@ TEST(SceneDump, AChunkMaterialHasItsChunksInOrder)
     EXPECT_EQ(keys_of(dumped["chunks"][3]), "type image wrapS wrapT wrapR minFilter magFilter");
 }
 
-TEST(SceneDump, ASwitchMaterialThatComesAgainHasItsTypeAndNameAlone)
+TEST(SceneDump, ASwitchMaterialTwiceInOneIsWrittenTwice)
+{
+    Ptr<OSG::SwitchMaterial> const outer(OSG::SwitchMaterial::create());
+    Ptr<OSG::SwitchMaterial> const inner(OSG::SwitchMaterial::create());
+    Ptr<OSG::SimpleMaterial> const paint(OSG::SimpleMaterial::create());
+    inner->editMFMaterials()->push_back(paint);
+    inner->setChoice(7);
+    outer->editMFMaterials()->push_back(inner);
+    outer->editMFMaterials()->push_back(inner);
+    Json const dumped = dump_of_material(outer);
+    ASSERT_EQ(dumped["materials"].size(), 2u);
+    EXPECT_EQ(dumped["materials"][0]["choice"], 7);
+    EXPECT_EQ(dumped["materials"][1], dumped["materials"][0]);
+}
+
+TEST(SceneDump, ASwitchMaterialWithinItselfHasAllButItsChoices)
 {
     Ptr<OSG::SwitchMaterial> const material(OSG::SwitchMaterial::create());
     Ptr<OSG::SimpleMaterial> const paint(OSG::SimpleMaterial::create());
@@ -268,7 +283,7 @@ TEST(SceneDump, ASwitchMaterialThatComesAgainHasItsTypeAndNameAlone)
     Json const dumped = dump_of_material(material);
     EXPECT_EQ(keys_of(dumped), "type name choice materials");
     EXPECT_EQ(dumped["materials"][0]["type"], "SimpleMaterial");
-    EXPECT_EQ(keys_of(dumped["materials"][1]), "type name");
+    EXPECT_EQ(keys_of(dumped["materials"][1]), "type name choice");
     material->editMFMaterials()->clear();
 }
 

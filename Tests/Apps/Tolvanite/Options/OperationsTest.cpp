@@ -65,7 +65,7 @@ TEST(DumpWithOperations, HasWhatTheyDidBehindTheTree)
 {
     Json const dump =
         json_of({"dump", pavilion(), "--op", "Mrg=color_is_vector=0", "--op", "GrpMerge"});
-    EXPECT_EQ(keys_of(dump), "file root operations");
+    EXPECT_EQ(keys_of(dump), "file root complete operations");
     ASSERT_EQ(dump["operations"].size(), 2u);
     for(Json const &account : dump["operations"])
         EXPECT_EQ(keys_of(account), account_keys);
@@ -120,7 +120,7 @@ TEST(SelectWithOperations, HasWhatTheyDidBehindTheHits)
 {
     Json const select =
         json_of({"select", pavilion(), "--box", "-1,0,-1", "1,1,1", "--op", "GrpMerge"});
-    EXPECT_EQ(keys_of(select), "file hits count seconds operations");
+    EXPECT_EQ(keys_of(select), "file hits count seconds complete operations");
     EXPECT_EQ(keys_of(select["operations"][0]), account_keys);
 }
 

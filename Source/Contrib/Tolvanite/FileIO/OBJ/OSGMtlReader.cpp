@@ -3,6 +3,7 @@
 #include <array>
 
 #include "OSGLog.h"
+#include "OSGShownText.h"
 
 namespace OSG
 {
@@ -63,7 +64,7 @@ Int32 MtlLoop::run()
         else if(_count == 0)
         {
             OSG_LOG_FATAL("Invalid Mtl token: %s, newmtl expected in %s\n",
-                          std::string(word).c_str(), _libraryName);
+                          shown_text(word).c_str(), shown_text(_libraryName).c_str());
             _text.ignoreLine();
         }
         else
@@ -148,7 +149,8 @@ void MtlLoop::readMap(MtlColor which)
     std::string const imageName(_text.token());
     if(!_handler.setImage(imageName))
     {
-        OSG_LOG_FATAL("Can not find %s texture file in mtl %s \n", imageName.c_str(), _libraryName);
+        OSG_LOG_FATAL("Can not find %s texture file in mtl %s \n", shown_text(imageName).c_str(),
+                      shown_text(_libraryName).c_str());
         return;
     }
     hasMap(which) = true;
@@ -157,7 +159,8 @@ void MtlLoop::readMap(MtlColor which)
 
 void MtlLoop::skipInvalid(std::string_view word)
 {
-    OSG_LOG_WARNING("Invalid %s entry in %s\n", std::string(word).c_str(), _libraryName);
+    OSG_LOG_WARNING("Invalid %s entry in %s\n", shown_text(word).c_str(),
+                    shown_text(_libraryName).c_str());
     _text.ignoreLine();
 }
 } // namespace

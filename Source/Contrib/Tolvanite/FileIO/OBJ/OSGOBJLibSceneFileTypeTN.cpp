@@ -1,5 +1,7 @@
 #include "OSGOBJLibSceneFileTypeTN.h"
 
+#include <boost/filesystem.hpp>
+#include <set>
 #include <vector>
 
 #include "OSGChangeList.h"
@@ -50,7 +52,16 @@ class OBJSceneFileTypeTN::Read : public ObjReadClient
 
     void elementRead() override { _handler.updateReadProgress(); }
 
-    void readLibrary(std::string const &name) override { _type.readMTL(name.c_str(), _materials); }
+    // A library that gave no material is not read again: a file may name one in every line, or
+    // itself.
+    void readLibrary(std::string const &name) override
+    {
+        std::string const path =
+            boost::filesystem::path(findObjFile(name)).lexically_normal().string();
+        if(_emptyLibraries.count(path) == 0 && _type.readMTL(name.c_str(), _materials) == 0 &&
+           !path.empty())
+            _emptyLibraries.insert(path);
+    }
 
     Int32 findMaterial(std::string const &name) override
     {
@@ -68,6 +79,7 @@ class OBJSceneFileTypeTN::Read : public ObjReadClient
     OBJSceneFileTypeTN const &_type;
     SceneFileHandlerBase &_handler = *SceneFileHandlerBase::the();
     MaterialMap _materials;
+    std::set<std::string> _emptyLibraries; // by their full paths
     ObjMaterialSlots _slots;
 };
 
@@ -76,18 +88,27 @@ TransitPtr<Node> OBJSceneFileTypeTN::read(std::istream &in, char const *, Resolv
     TransitPtr<Node> root;
     if(!in.fail())
     {
-        ReadBuffer text(in);
         ObjBuilder builder;
         ObjRecords records;
         Read client(*this);
-        ObjRecordReader(text, dataElemMap, builder.arrays(), records, client).read();
-        text.finish();
+        // Vertices go straight into the arrays of the builder's properties, all else into records.
+        readText(in, builder.arrays(), records, client);
         builder.trimArrays();
         root = builder.build(records, client.slots());
     }
     SceneFileHandlerBase::the()->updateReadProgress(100);
     Thread::getCurrentChangeList()->commitChanges(0, 0);
     return root;
+}
+
+void OBJSceneFileTypeTN::readText(std::istream &in, ObjVertexArrays arrays, ObjRecords &records,
+                                  ObjReadClient &client) const
+{
+    ReadBuffer text(in);
+    ReadText const reading(text);
+    ObjRecordReader(text, dataElemMap, arrays, records, client).read();
+    reading.reportEarlyEnd(nullptr);
+    text.finish();
 }
 
 Int32 OBJSceneFileTypeTN::readMTL(char const *fileName, MaterialMap &materials) const

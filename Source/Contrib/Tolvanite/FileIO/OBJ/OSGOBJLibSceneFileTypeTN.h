@@ -8,7 +8,10 @@
 
 namespace OSG
 {
+class ObjReadClient;
+class ObjRecords;
 class SimpleTexturedMaterial;
+struct ObjVertexArrays;
 
 /// Wavefront OBJ, suffix "obj".
 ///
@@ -27,8 +30,8 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
     ~OBJSceneFileTypeTN() override;
     char const *getName() const override;
     /// Neither the name nor the resolver is used. Ends at the first value that cannot be read and
-    /// gives everything before it; null where no geometry could be made. Commits the thread's
-    /// changes.
+    /// gives everything before it, with a warning; null where no geometry could be made. Commits
+    /// the thread's changes.
     TransitPtr<Node> read(std::istream &in, char const *fileNameOrExtension,
                           Resolver resolver) const override;
 
@@ -44,6 +47,9 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
     class Read;
 
     void initElemMap();
+    /// Reads the text to its end, or to what cannot be read, into arrays and records.
+    void readText(std::istream &in, ObjVertexArrays arrays, ObjRecords &records,
+                  ObjReadClient &client) const;
     /// Adds the materials of a library to `materials`, replacing those of the same name. Gives the
     /// number of its "newmtl" entries; 0 for a file that cannot be opened.
     Int32 readMTL(char const *fileName, MaterialMap &materials) const;

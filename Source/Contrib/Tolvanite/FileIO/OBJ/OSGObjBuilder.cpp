@@ -1,5 +1,7 @@
 #include "OSGObjBuilder.h"
 
+#include <utility>
+
 #include "OSGChangeList.h"
 #include "OSGGeometry.h"
 #include "OSGGeometryNormals.h"
@@ -34,16 +36,6 @@ void ObjBuilder::trimArrays()
 namespace
 {
 constexpr std::size_t MeshesPerCommit = 4096; // keeps the change list short
-
-// For a mesh that no material was assigned to.
-TransitPtr<SimpleTexturedMaterial> default_material()
-{
-    TransitPtr<SimpleTexturedMaterial> material = SimpleTexturedMaterial::create();
-    material->setDiffuse(Color3f(0.8f, 0.8f, 0.8f));
-    material->setSpecular(Color3f(1.f, 1.f, 1.f));
-    material->setShininess(20.f);
-    return material;
-}
 
 TransitPtr<Node> node_of(NodeCore *core)
 {
@@ -107,14 +99,35 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *
         _texCoords = nullptr;
         _normals = nullptr;
     }
-    if(material != nullptr)
-        geometry->setMaterial(material);
-    else
-        geometry->setMaterial(UnrecordedRefPtr<SimpleTexturedMaterial>(default_material()));
-    createSharedIndex(geometry.get());
+    geometry->setMaterial(material != nullptr ? material : defaultMaterial());
+    createSharedIndex(geometry.get(), [this](MField<UInt32> &&entries)
+                      { return _indices.get(std::move(entries)); });
     if(geometry->getNormals() == nullptr)
-        calcVertexNormals(geometry.get());
+        calcVertexNormals(geometry.get(), [this](MField<UInt32> &&entries)
+                          { return _normalIndices.get(std::move(entries)); });
     return geometry;
+}
+
+Material *ObjBuilder::defaultMaterial()
+{
+    if(_defaultMaterial == nullptr)
+    {
+        _defaultMaterial = SimpleTexturedMaterial::create();
+        _defaultMaterial->setDiffuse(Color3f(0.8f, 0.8f, 0.8f));
+        _defaultMaterial->setSpecular(Color3f(1.f, 1.f, 1.f));
+        _defaultMaterial->setShininess(20.f);
+    }
+    return _defaultMaterial;
+}
+
+void ObjBuilder::addPrimitives(Geometry &geometry, ObjFaces const &faces)
+{
+    MField<UInt32> lengths;
+    lengths.reserve(faces.size());
+    for(std::span<ObjTiePoint const> face : faces)
+        lengths.push_back(static_cast<UInt32>(face.size()));
+    geometry.setTypes(_types.get(MField<UInt8>(faces.size(), PolygonPrimitive)));
+    geometry.setLengths(_lengths.get(std::move(lengths)));
 }
 
 void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask)
@@ -125,44 +138,32 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
     geometry.setTexCoords(hasTexCoords ? _texCoords.get() : nullptr);
     geometry.setNormals(hasNormals ? _normals.get() : nullptr);
 
-    UnrecordedRefPtr<GeoUInt8Property> const types(GeoUInt8Property::create());
-    UnrecordedRefPtr<GeoUInt32Property> const lengths(GeoUInt32Property::create());
-    types->editValues().resize(faces.size(), PolygonPrimitive);
-    MField<UInt32> &lengthValues = lengths->editValues();
-    lengthValues.reserve(faces.size());
-    for(std::span<ObjTiePoint const> face : faces)
-        lengthValues.push_back(static_cast<UInt32>(face.size()));
-    geometry.setTypes(types);
-    geometry.setLengths(lengths);
-
+    addPrimitives(geometry, faces);
     // -1, where a mixed mesh has no index, becomes an element that is not there.
     auto const index_of = [&faces](ObjIndexKind kind)
     {
-        TransitPtr<GeoUInt32Property> index = GeoUInt32Property::create();
-        MField<UInt32> &values = index->editValues();
-        values.reserve(faces.tiePointCount());
+        MField<UInt32> entries;
+        entries.reserve(faces.tiePointCount());
         for(std::span<ObjTiePoint const> face : faces)
         {
             for(ObjTiePoint const &tiePoint : face)
-                values.push_back(static_cast<UInt32>(tiePoint.index[kind]));
+                entries.push_back(static_cast<UInt32>(tiePoint.index[kind]));
         }
-        return index;
+        return entries;
     };
-    // The highest slot first, so that the list of indices has its full length at once.
-    UnrecordedRefPtr<GeoUInt32Property> const positions(index_of(ObjPositionIndex));
     if(mask.singleIndex)
     {
-        geometry.setIndex(positions, Geometry::TexCoordsSlot);
-        geometry.setIndex(positions, Geometry::NormalsSlot);
-        geometry.setIndex(positions, Geometry::PositionsSlot);
+        GeoUInt32Ptr const index = _indices.get(index_of(ObjPositionIndex));
+        geometry.setIndex(index, Geometry::PositionsSlot);
+        geometry.setIndex(index, Geometry::NormalsSlot);
+        geometry.setIndex(index, Geometry::TexCoordsSlot);
         return;
     }
-    if(hasTexCoords)
-        geometry.setIndex(UnrecordedRefPtr<GeoUInt32Property>(index_of(ObjTexCoordIndex)),
-                          Geometry::TexCoordsSlot);
+    // These are folded into one before long.
+    geometry.setIndex(make_index(index_of(ObjPositionIndex)), Geometry::PositionsSlot);
     if(hasNormals)
-        geometry.setIndex(UnrecordedRefPtr<GeoUInt32Property>(index_of(ObjNormalIndex)),
-                          Geometry::NormalsSlot);
-    geometry.setIndex(positions, Geometry::PositionsSlot);
+        geometry.setIndex(make_index(index_of(ObjNormalIndex)), Geometry::NormalsSlot);
+    if(hasTexCoords)
+        geometry.setIndex(make_index(index_of(ObjTexCoordIndex)), Geometry::TexCoordsSlot);
 }
 } // namespace OSG

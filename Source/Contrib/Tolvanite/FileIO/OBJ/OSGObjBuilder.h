@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "OSGNode.h"
+#include "OSGObjArrayPool.h"
 #include "OSGObjIndexMask.h"
 #include "OSGObjRecords.h"
 #include "OSGSimpleTexturedMaterial.h"
@@ -32,8 +33,10 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     /// A geometry per mesh, newest first. The only mesh of the records is the root itself, several
     /// stand below a Group, those that fail left out. Null where none could be built.
     ///
-    /// To be called once. Uses the records up as it goes, and of very many meshes commits the
-    /// thread's changes now and then: neither lies beside the whole scene.
+    /// Geometries share arrays that are equal, and the material of those that have none.
+    ///
+    /// To be called once. Uses the records up as it goes, and commits the thread's changes now and
+    /// then where there are very many meshes, so that no second list as long as the scene is held.
     TransitPtr<Node> build(ObjRecords &records, ObjMaterialSlots const &materials);
 
   private:
@@ -47,10 +50,18 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     };
     TransitPtr<Geometry> buildGeometry(ObjFaces const &faces, Material *material,
                                        Arrays afterwards);
+    void addPrimitives(Geometry &geometry, ObjFaces const &faces);
     void addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask);
+    /// For meshes that no material was assigned to.
+    Material *defaultMaterial();
 
     UnrecordedRefPtr<GeoPnt3fProperty> _positions;
     UnrecordedRefPtr<GeoVec2fProperty> _texCoords;
     UnrecordedRefPtr<GeoVec3fProperty> _normals;
+    UnrecordedRefPtr<SimpleTexturedMaterial> _defaultMaterial;
+    ObjArrayPool<GeoUInt8Property> _types;
+    ObjArrayPool<GeoUInt32Property> _lengths;
+    ObjArrayPool<GeoUInt32Property> _indices;
+    ObjArrayPool<GeoUInt32Property> _normalIndices;
 };
 } // namespace OSG

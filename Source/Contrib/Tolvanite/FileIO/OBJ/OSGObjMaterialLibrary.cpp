@@ -7,20 +7,15 @@
 #include "OSGImageFileHandler.h"
 #include "OSGLog.h"
 #include "OSGMtlReader.h"
+#include "OSGObjMessages.h"
 #include "OSGSceneFileHandler.h"
+#include "OSGShownText.h"
 #include "OSGSimpleTexturedMaterial.h"
 
 namespace OSG
 {
 namespace
 {
-// The name itself where there is no path handler; empty where the file is not found.
-std::string full_name(std::string const &name)
-{
-    PathHandler const *const paths = SceneFileHandlerBase::the()->getPathHandler();
-    return paths != nullptr ? paths->findFile(name.c_str()) : name;
-}
-
 constexpr UInt32 NoColorMaterial = 0;
 constexpr UInt32 Modulate = 0x2100;
 constexpr UInt32 LinearMipmapLinear = 0x2703;
@@ -83,7 +78,7 @@ class LibraryMaterials : public MtlHandler
         if(loaded != _images.end())
             return loaded->second;
         UnrecordedRefPtr<Image> const image(
-            ImageFileHandlerBase::the()->read(full_name(name).c_str(), nullptr));
+            ImageFileHandlerBase::the()->read(findObjFile(name).c_str(), nullptr));
         if(image == nullptr)
             return nullptr;
         image->setForceAlphaBinary(image->calcIsAlphaBinary());
@@ -97,15 +92,21 @@ class LibraryMaterials : public MtlHandler
 };
 } // namespace
 
+std::string findObjFile(std::string const &name)
+{
+    PathHandler const *const paths = SceneFileHandlerBase::the()->getPathHandler();
+    return paths != nullptr ? paths->findFile(name.c_str()) : name;
+}
+
 Int32 readMaterialLibrary(char const *fileName, MtlElementMap const &elements,
                           OBJSceneFileTypeTN::MaterialMap &materials)
 {
     if(fileName == nullptr || *fileName == '\0')
         return 0;
-    std::string const fullName = full_name(fileName);
+    std::string const fullName = findObjFile(fileName);
     if(fullName.empty())
     {
-        OSG_LOG_WARNING("Couldn't open '%s'!\n", fileName);
+        OSG_LOG_WARNING(ObjMessages::LibraryMissing, shown_text(fileName).c_str());
         return 0;
     }
     // A folder or a pipe opens as well, and may never end.
@@ -116,7 +117,10 @@ Int32 readMaterialLibrary(char const *fileName, MtlElementMap const &elements,
     if(!in)
         return 0;
     ReadBuffer text(in);
+    ReadText const reading(text);
     LibraryMaterials library(materials);
-    return readMtl(text, elements, fileName, library);
+    Int32 const count = readMtl(text, elements, fileName, library);
+    reading.reportEarlyEnd(fileName);
+    return count;
 }
 } // namespace OSG

@@ -1,6 +1,8 @@
 #include "OSGObjRecordReader.h"
 
 #include "OSGLog.h"
+#include "OSGObjMessages.h"
+#include "OSGShownText.h"
 
 namespace OSG
 {
@@ -103,13 +105,13 @@ void ObjRecordReader::readMaterialUse()
     if(slot != ObjRecords::noMaterial)
         _records.setMaterial(slot);
     else
-        OSG_LOG_FATAL("Unkown mtl %s\n", name.c_str());
+        OSG_LOG_FATAL(ObjMessages::MaterialUnknown, shown_text(name).c_str());
 }
 
 void ObjRecordReader::skipUnknown(std::string_view word)
 {
     if(_previous != ObjElement::TexCoord)
-        OSG_LOG_WARNING("Unkown obj data elem: %s\n", std::string(word).c_str());
+        OSG_LOG_WARNING("Unkown obj data elem: %s\n", shown_text(word).c_str());
     _text.ignoreLine();
 }
 } // namespace OSG

@@ -26,6 +26,10 @@ std::string const out_of_range =
     "2: Geometry without a name: an index is out of range, what it belongs to is passed over\n";
 
 std::string unknown(std::string const &word) { return "2: Unkown obj data elem: " + word + "\n"; }
+std::string ends_in_line(int line, std::string const &word)
+{
+    return "2: The read ends in line " + std::to_string(line) + ", at '" + word + "'!\n";
+}
 std::string unknown_material(std::string const &name) { return "1: Unkown mtl " + name + "\n"; }
 
 struct TextCase
@@ -86,7 +90,10 @@ TextCase const text_cases[] = {
     {"Continuation", VERTICES "f 1 2 3 \\\n4\n", {}, "(0 1 2 3)"},
     {"ContinuationAtTheVeryEnd", VERTICES "f 1 2 3\\", {}, "(0 1 2)"},
     {"ContinuationBeforeCrLf", VERTICES "f 1 2 3 \\\r\n4\nf 3 2 1\n", {}, "(2 1 0)(0 1 2 3)"},
-    {"ContinuationBeforeAnEmptyLine", VERTICES "f 1 2 3 \\\n\nf 3 2 1\n", {}, "(0 1 2)"},
+    {"ContinuationBeforeAnEmptyLine",
+     VERTICES "f 1 2 3 \\\n\nf 3 2 1\n",
+     {ends_in_line(6, "")},
+     "(0 1 2)"},
     {"EndsAtWhatIsNoNumber", VERTICES "f 1 2 x 3\n", {}, "(0 1)"},
     {"EndsAtAFraction", VERTICES "f 1.5 2 3\n", {}, "(0)"},
     {"EndsBehindTheZeroOfAHexNumber", VERTICES "f 1 0x10 2 3\n", {}, "(0 4294967295)"},
@@ -134,12 +141,14 @@ TextCase const text_cases[] = {
     {"Capitals", "V 1 2 3\nF 1 2 3\n", {unknown("V"), unknown("F"), no_faces}, "null"},
 
     // --- values that cannot be read end the file ---
-    {"NoNumber", VERTICES "f 1 2 3\nv 1 abc 3\nf 3 2 1\n", {}, "(0 1 2)"},
-    {"NotANumber", VERTICES "f 1 2 3\nv nan 0 0\nf 3 2 1\n", {}, "(0 1 2)"},
-    {"Infinite", VERTICES "f 1 2 3\nv inf 0 0\nf 3 2 1\n", {}, "(0 1 2)"},
-    {"TooLarge", VERTICES "f 1 2 3\nv 1e400 0 0\nf 3 2 1\n", {}, "(0 1 2)"},
+    {"NoNumber", VERTICES "f 1 2 3\nv 1 abc 3\nf 3 2 1\n", {ends_in_line(6, "abc")}, "(0 1 2)"},
+    {"NotANumber", VERTICES "f 1 2 3\nv nan 0 0\nf 3 2 1\n", {ends_in_line(6, "nan")}, "(0 1 2)"},
+    {"Infinite", VERTICES "f 1 2 3\nv inf 0 0\nf 3 2 1\n", {ends_in_line(6, "inf")}, "(0 1 2)"},
+    {"TooLarge", VERTICES "f 1 2 3\nv 1e400 0 0\nf 3 2 1\n", {ends_in_line(6, "1e400")}, "(0 1 2)"},
+    {"DecimalComma", VERTICES "f 1 2 3\nv 1 0,5 0\nf 3 2 1\n", {ends_in_line(6, "0,5")}, "(0 1 2)"},
+    {"ValuesThatTheEndCutsOff", VERTICES "f 1 2 3\nv 1 2", {}, "(0 1 2)"},
     {"TooSmallIsZero", VERTICES "v 1e-42 1e-400 -0\nf 1 2 3\n", {}, "(0 1 2)"},
-    {"BareFace", VERTICES "f 1 2 3\nf\nf 3 2 1\n", {}, "()(0 1 2)"},
+    {"BareFace", VERTICES "f 1 2 3\nf\nf 3 2 1\n", {ends_in_line(6, "f")}, "()(0 1 2)"},
 };
 
 class ObjText : public testing::TestWithParam<TextCase>
@@ -156,6 +165,14 @@ TEST_P(ObjText, GivesItsSceneAndMessages)
 
 INSTANTIATE_TEST_SUITE_P(All, ObjText, testing::ValuesIn(text_cases),
                          [](auto const &row) { return row.param.name; });
+
+TEST(ObjText, IsCompleteUnlessAValueCannotBeRead)
+{
+    read_obj_scene(VERTICES "f 1 2 3\nf");
+    EXPECT_TRUE(SceneFileHandlerBase::the()->wasLastReadComplete());
+    read_obj_scene(VERTICES "f 1 2 3\nv 0,5 0,5 0\n");
+    EXPECT_FALSE(SceneFileHandlerBase::the()->wasLastReadComplete());
+}
 
 // --- the type ---
 

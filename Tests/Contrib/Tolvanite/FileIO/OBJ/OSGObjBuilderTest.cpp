@@ -289,7 +289,7 @@ TEST_F(ObjBuilderTest, ComputedNormalsOfFlatFacesAreZero)
 
 // --- materials ---
 
-TEST_F(ObjBuilderTest, AMeshWithoutMaterialGetsALightGreyOneOfItsOwn)
+TEST_F(ObjBuilderTest, MeshesWithoutMaterialGetOneOfLightGrey)
 {
     addTriangle();
     _records.startMesh();
@@ -305,7 +305,7 @@ TEST_F(ObjBuilderTest, AMeshWithoutMaterialGetsALightGreyOneOfItsOwn)
     EXPECT_EQ(material->getImage(), nullptr);
     EXPECT_EQ(material->getMinFilter(), 0x2702u);
     EXPECT_EQ(material->getMagFilter(), 0x2601u);
-    EXPECT_NE(material_of(*scene.geometries().at(1)), material);
+    EXPECT_EQ(material_of(*scene.geometries().at(1)), material);
 }
 
 TEST_F(ObjBuilderTest, MeshesOfOneSlotShareItsMaterial)

@@ -124,7 +124,7 @@ TEST_F(ObjMaterialLibraryTest, AFailedNumberEndsTheLibraryAndKeepsWhatWasRead)
     EXPECT_EQ(material("a").getShininess(), 5.f);
     EXPECT_EQ(material("b").getDiffuse(), Color3f(0, 0, 0));
     EXPECT_EQ(_materials.count("c"), 0u);
-    EXPECT_THAT(_messages, IsEmpty());
+    EXPECT_THAT(_messages, ElementsAre("2: The read of lib.mtl ends in line 4, at 'red'!\n"));
 }
 
 TEST_F(ObjMaterialLibraryTest, AMaterialWhoseNameIsMissingHasTheEmptyName)
@@ -412,4 +412,45 @@ TEST_F(ObjMaterialLibraryTest, WhatNoMeshTakesGoesWithTheRead)
     UInt32 const before = FieldContainerFactoryBase::the()->getNumContainers();
     read_obj_file(path);
     EXPECT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), before);
+}
+
+TEST_F(ObjMaterialLibraryTest, AnEntryThatCannotBeReadIsOneWarningAndTheReadIsNotComplete)
+{
+    _folder.write("lib.mtl", "newmtl a\nNs 1\nKd red\nnewmtl b\n");
+    ObjScene const scene =
+        read_obj_file(_folder.write("model.obj", "mtllib lib.mtl\nv 0 0 0\nusemtl a\nf 1\n"));
+    EXPECT_EQ(scene.log, LogLines{"2: The read of lib.mtl ends in line 3, at 'red'!\n"});
+    EXPECT_FALSE(SceneFileHandlerBase::the()->wasLastReadComplete());
+    EXPECT_EQ(material_of(*scene.geometries()[0])->getShininess(), 1.f);
+}
+
+TEST_F(ObjMaterialLibraryTest, ALibraryWithoutMaterialsIsReadOnceARead)
+{
+    _folder.write("none.mtl", "Kd 1 0 0\n");
+    std::string const text =
+        "mtllib none.mtl\nmtllib ./none.mtl\nmtllib .\\none.mtl\nmtllib none.mtl\nv 0 0 0\nf 1\n";
+    std::string const path = _folder.write("model.obj", text);
+    LogLines const once{"1: Invalid Mtl token: Kd, newmtl expected in none.mtl\n"};
+    EXPECT_EQ(read_obj_file(path).log, once);
+    EXPECT_EQ(read_obj_file(path).log, once);
+}
+
+TEST_F(ObjMaterialLibraryTest, ASceneFileThatNamesItselfInEveryLineIsReadOnce)
+{
+    std::string text;
+    for(int i = 0; i < 2000; ++i)
+        text += "mtllib model.obj\n";
+    ObjScene const scene = read_obj_file(_folder.write("model.obj", text + "v 0 0 0\nf 1\n"));
+    // A line for each entry that is no material: once through the file, not once for each line.
+    EXPECT_EQ(scene.log.size(), 2002u);
+}
+
+TEST_F(ObjMaterialLibraryTest, WordsStandInMessagesWithoutControlCharacters)
+{
+    EXPECT_EQ(read("\x1b[31m\nnewmtl a\n\x7f\xc2\x9b\nmap_Kd \x1b.png\n"), 1);
+    EXPECT_EQ(_messages, (LogLines{"1: Invalid Mtl token: \\x1B[31m, newmtl expected in lib.mtl\n",
+                                   "2: Invalid \\x7F\\x9B entry in lib.mtl\n",
+                                   "1: Can not find \\x1B.png texture file in mtl lib.mtl \n"}));
+    EXPECT_EQ(readFile("\x1b.mtl"), 0);
+    EXPECT_EQ(_messages, LogLines{"2: Couldn't open '\\x1B.mtl'!\n"});
 }

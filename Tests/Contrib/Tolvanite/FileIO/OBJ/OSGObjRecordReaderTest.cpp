@@ -307,7 +307,7 @@ TEST(ObjRecordReader, SixteenBitTextIsUnknownElements)
 TEST(ObjRecordReader, LogLinesEndAtAZeroByte)
 {
     EXPECT_THAT(read(std::string("ab\0cd 1\n", 8)).texts(),
-                ElementsAre("Unkown obj data elem: ab\n"));
+                ElementsAre("Unkown obj data elem: ab\\x00cd\n"));
 }
 
 TEST(ObjRecordReader, LongNamesAreKeptWhole)

@@ -8,6 +8,8 @@
 #include <list>
 #include <map>
 
+#include "OSGShownText.h"
+
 namespace OSG::Test
 {
 namespace
@@ -182,7 +184,7 @@ class SlowObjReader
                                              : narrow - 1);
     }
 
-    static std::string printed(std::string const &text) { return text.c_str(); }
+    static std::string printed(std::string const &text) { return shown_text(text); }
     void log(LogLevel level, std::string const &text)
     {
         _outcome.messages.push_back({level, text});
@@ -228,7 +230,7 @@ class SlowMtlReader
             else if(token == "newmtl")
                 new_material();
             else if(_count == 0)
-                refuse(LOG_FATAL, std::string("Invalid Mtl token: ") + token.c_str() +
+                refuse(LOG_FATAL, "Invalid Mtl token: " + shown_text(token) +
                                       ", newmtl expected in lib.mtl\n");
             else
                 entry(token);
@@ -268,7 +270,7 @@ class SlowMtlReader
         else if(token == "Tf")
             drop_three_numbers();
         else
-            refuse(LOG_WARNING, std::string("Invalid ") + token.c_str() + " entry in lib.mtl\n");
+            refuse(LOG_WARNING, "Invalid " + shown_text(token) + " entry in lib.mtl\n");
     }
 
     void color(std::string const &key, std::string const &name)
@@ -286,7 +288,7 @@ class SlowMtlReader
         if(file.empty() || file.compare(0, 2, "no") == 0)
         {
             note("missing " + file);
-            _outcome.messages.push_back({LOG_FATAL, std::string("Can not find ") + file.c_str() +
+            _outcome.messages.push_back({LOG_FATAL, "Can not find " + shown_text(file) +
                                                         " texture file in mtl lib.mtl \n"});
             return;
         }

@@ -1,0 +1,119 @@
+#include "WorkFolder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <system_error>
+
+#include <pthread.h>
+
+namespace Tool
+{
+namespace fs = std::filesystem;
+
+namespace
+{
+constexpr int EndingSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
+constexpr int WakingSignal = SIGTERM; // sent to the watcher alone
+
+fs::path make_folder(fs::path const &parent)
+{
+    std::string name = (parent / ".tolvanite-XXXXXX").string();
+    if(mkdtemp(name.data()) == nullptr)
+        throw fs::filesystem_error("no folder", std::error_code(errno, std::generic_category()));
+    return name;
+}
+
+bool is_ignored(int signal)
+{
+    struct sigaction action = {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+void end_by(int signal)
+{
+    std::signal(signal, SIG_DFL);
+    sigset_t only;
+    sigemptyset(&only);
+    sigaddset(&only, signal);
+    pthread_sigmask(SIG_UNBLOCK, &only, nullptr);
+    std::raise(signal);
+}
+} // namespace
+
+WorkFolder::WorkFolder(fs::path const &parent)
+{
+    sigemptyset(&_signals);
+    for(int const signal : EndingSignals)
+        sigaddset(&_signals, signal);
+    pthread_sigmask(SIG_BLOCK, &_signals, &_formerSignals);
+    try
+    {
+        _path = make_folder(parent);
+        _watcher = std::thread([this] { watch(); });
+    }
+    catch(...)
+    {
+        bool const lacksThread = !_path.empty();
+        remove();
+        pthread_sigmask(SIG_SETMASK, &_formerSignals, nullptr);
+        if(lacksThread)
+            throw std::bad_alloc();
+        throw;
+    }
+}
+
+WorkFolder::~WorkFolder()
+{
+    {
+        std::lock_guard<std::mutex> const guard(_mutex);
+        _isDone = true;
+        remove();
+    }
+    pthread_kill(_watcher.native_handle(), WakingSignal);
+    _watcher.join();
+    pthread_sigmask(SIG_SETMASK, &_formerSignals, nullptr);
+}
+
+// The loop ends by the destructor's signal, or with the program.
+void WorkFolder::watch()
+{
+    for(int signal = 0; sigwait(&_signals, &signal) == 0;)
+    {
+        std::lock_guard<std::mutex> const guard(_mutex);
+        if(_isDone)
+            return;
+        if(is_ignored(signal))
+            continue;
+        remove();
+        end_by(signal);
+    }
+}
+
+// Again as long as there is something: the writing thread may make a file while others go.
+void WorkFolder::remove()
+{
+    constexpr int MostTries = 100;
+    std::error_code error;
+    for(int i = 0; i < MostTries && !_path.empty() && fs::exists(_path, error); ++i)
+        fs::remove_all(_path, error);
+}
+
+bool WorkFolder::moveOut(std::string const &name, fs::path const &target, std::error_code &error)
+{
+    std::lock_guard<std::mutex> const guard(_mutex);
+    for(fs::directory_iterator entry(_path, error); !error && entry != fs::directory_iterator();
+        entry.increment(error))
+    {
+        fs::path const other = entry->path();
+        if(other.filename() != name)
+            fs::rename(other, target.parent_path() / other.filename(), error);
+        if(error)
+            return false;
+    }
+    if(!error)
+        fs::rename(_path / name, target, error);
+    return !error;
+}
+} // namespace Tool

@@ -1,0 +1,47 @@
+#include "OSGObjArrayPool.h"
+
+#include <utility>
+
+namespace OSG
+{
+namespace
+{
+// FNV-1a by whole values, its upper bits folded into the lower ones that choose the place.
+template <class Values>
+UInt64 hash_of(Values const &values)
+{
+    UInt64 hash = 0xCBF29CE484222325u;
+    for(auto const value : values)
+        hash = (hash ^ value) * 0x100000001B3u;
+    return hash ^ (hash >> 32);
+}
+} // namespace
+
+template <class Property>
+ObjArrayPool<Property>::ObjArrayPool() = default;
+
+template <class Property>
+ObjArrayPool<Property>::~ObjArrayPool() = default;
+
+template <class Property>
+typename ObjArrayPool<Property>::Pointer ObjArrayPool<Property>::get(Values &&values)
+{
+    Pointer *place = nullptr;
+    if(values.size() <= LongestKept)
+    {
+        if(_places.empty())
+            _places.resize(Places);
+        place = &_places[hash_of(values) & (Places - 1)];
+        if(*place != nullptr && (*place)->getValues() == values)
+            return *place;
+    }
+    Pointer made(Property::create());
+    made->editValues() = std::move(values);
+    if(place != nullptr)
+        *place = made;
+    return made;
+}
+
+template class ObjArrayPool<GeoUInt8Property>;
+template class ObjArrayPool<GeoUInt32Property>;
+} // namespace OSG

@@ -1,0 +1,191 @@
+// How a file is replaced: whole or not at all, whatever comes between.
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "ReplaceFile.h"
+#include "TempFolder.h"
+
+namespace Tool::Test
+{
+namespace
+{
+namespace fs = std::filesystem;
+
+std::string content_of(fs::path const &path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+bool write_text(std::string const &path, std::string const &text)
+{
+    std::ofstream out(path, std::ios::binary);
+    out << text;
+    return bool(out.flush());
+}
+
+class ReplaceFile : public testing::Test
+{
+  protected:
+    std::size_t fileCount() const
+    {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()));
+    }
+
+    OSG::Test::TempFolder folder;
+    std::string const target = folder.write("scene.osb", "old");
+};
+
+TEST_F(ReplaceFile, WritesInAFolderOfItsOwnUnderTheFinalName)
+{
+    fs::path written;
+    EXPECT_EQ(replace_file(target,
+                           [&written](std::string const &path)
+                           {
+                               written = path;
+                               EXPECT_EQ(fs::status(written.parent_path()).permissions(),
+                                         fs::perms::owner_all);
+                               return write_text(path, "new");
+                           }),
+              "");
+    EXPECT_EQ(written.filename(), "scene.osb");
+    EXPECT_EQ(written.parent_path().parent_path(), fs::path(target).parent_path());
+    EXPECT_EQ(content_of(target), "new");
+    EXPECT_EQ(fileCount(), 1u);
+}
+
+TEST_F(ReplaceFile, TwoFoldersHaveNamesThatDiffer)
+{
+    std::vector<std::string> paths;
+    auto const note = [&paths](std::string const &path)
+    {
+        paths.push_back(path);
+        return write_text(path, "new");
+    };
+    replace_file(target, note);
+    replace_file(target, note);
+    ASSERT_EQ(paths.size(), 2u);
+    EXPECT_NE(paths[0], paths[1]);
+}
+
+TEST_F(ReplaceFile, WhatBelongsToItGoesBesideTheTarget)
+{
+    EXPECT_EQ(replace_file(target,
+                           [](std::string const &path) {
+                               return write_text(path, "new") &&
+                                      write_text(fs::path(path).replace_extension("mtl"), "more");
+                           }),
+              "");
+    EXPECT_EQ(content_of(target), "new");
+    EXPECT_EQ(content_of(folder.path("scene.mtl")), "more");
+    EXPECT_EQ(fileCount(), 2u);
+}
+
+TEST_F(ReplaceFile, TakesNamesAsLongAsTheFileSystemDoes)
+{
+    for(std::size_t const length : {248u, 255u})
+    {
+        std::string const name = folder.path(std::string(length - 4, 'n') + ".osb");
+        EXPECT_EQ(replace_file(name, [](std::string const &path) { return write_text(path, "x"); }),
+                  "");
+        EXPECT_EQ(content_of(name), "x");
+    }
+}
+
+TEST_F(ReplaceFile, SaysWhyItCannot)
+{
+    auto const write = [](std::string const &path) { return write_text(path, "new"); };
+    EXPECT_EQ(replace_file(folder.path("none/scene.osb"), write), "No such file or directory");
+    EXPECT_EQ(replace_file(folder.path(""), write), "it is a folder");
+    EXPECT_EQ(replace_file("/dev/null", write), "it is no regular file");
+    EXPECT_EQ(replace_file(target,
+                           [](std::string const &)
+                           {
+                               errno = ENOSPC;
+                               return false;
+                           }),
+              "No space left on device");
+    EXPECT_EQ(content_of(target), "old");
+    EXPECT_EQ(fileCount(), 1u);
+}
+
+TEST_F(ReplaceFile, AnExceptionLeavesEverythingAsItWas)
+{
+    EXPECT_THROW(replace_file(target,
+                              [](std::string const &path) -> bool
+                              {
+                                  write_text(path, "half");
+                                  throw std::bad_alloc();
+                              }),
+                 std::bad_alloc);
+    EXPECT_EQ(content_of(target), "old");
+    EXPECT_EQ(fileCount(), 1u);
+}
+
+TEST_F(ReplaceFile, SignalsAreAsTheyWereAfterwards)
+{
+    sigset_t before;
+    sigset_t after;
+    pthread_sigmask(SIG_SETMASK, nullptr, &before);
+    replace_file(target, [](std::string const &path) { return write_text(path, "new"); });
+    pthread_sigmask(SIG_SETMASK, nullptr, &after);
+    for(int const signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
+        EXPECT_EQ(sigismember(&after, signal), sigismember(&before, signal));
+}
+
+// Writes until it is ended, file by file.
+[[noreturn]] void write_for_ever(std::string const &target, int started)
+{
+    replace_file(target,
+                 [started](std::string const &path)
+                 {
+                     write_text(path, "half");
+                     if(write(started, "x", 1) != 1)
+                         _exit(1);
+                     for(int i = 0;; ++i)
+                         write_text(path + std::to_string(i % 100), "more");
+                     return true;
+                 });
+    _exit(0);
+}
+
+TEST_F(ReplaceFile, ASignalInTheMiddleLeavesTheTargetAndNothingBesideIt)
+{
+    for(int const signal : {SIGHUP, SIGINT, SIGTERM})
+    {
+        for(int milliseconds : {0, 1, 3, 10})
+        {
+            int started[2];
+            ASSERT_EQ(pipe(started), 0);
+            pid_t const child = fork();
+            if(child == 0)
+                write_for_ever(target, started[1]);
+            char byte;
+            ASSERT_EQ(read(started[0], &byte, 1), 1);
+            std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+            kill(child, signal);
+            int status = 0;
+            waitpid(child, &status, 0);
+            close(started[0]);
+            close(started[1]);
+            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal);
+            EXPECT_EQ(content_of(target), "old");
+            EXPECT_EQ(fileCount(), 1u);
+        }
+    }
+}
+} // namespace
+} // namespace Tool::Test
