@@ -101,6 +101,7 @@ void OSBReader::passOver(OSBReadNames::Type &type)
         OSG_LOG_WARNING("OSB: there is no container type '%s', it is passed over\n",
                         OSBReadNames::shown(type.name).c_str());
     type.isReported = true;
+    SceneFileHandlerBase::the()->setReadIncomplete();
     UInt8 kind = 0;
     UInt16 version = 0;
     ExceptionBinaryDataHandler &handler = _root.getHandler();
@@ -159,9 +160,12 @@ void OSBReader::setPointers()
 {
     OSBStructure structure(_byNumber, _root.getPointerFields(), _root.editTargets());
     if(UInt32 const cut = structure.cutCircles())
+    {
         OSG_LOG_WARNING("OSB: pointers that would close a circle of counted references are null: "
                         "%u\n",
                         cut);
+        SceneFileHandlerBase::the()->setReadIncomplete();
+    }
     for(UInt32 const number : structure.getReachedFromBelow())
         _elements[number - 1]->postMap();
 }

@@ -7,6 +7,7 @@
 #include "OSGFieldContainerFactory.h"
 #include "OSGMaterialChunk.h"
 #include "OSGMaterialGroup.h"
+#include "OSGSceneFileHandler.h"
 #include "OSGSwitchMaterial.h"
 #include "OsbScenes.h"
 
@@ -65,6 +66,24 @@ TEST(OSBReader, AnUnknownChunkLeavesTheOtherChunksTheirSlots)
         *dynamic_cast<MaterialGroup const &>(*node->getCore()).getMaterial());
     ASSERT_EQ(material.getMFChunks()->size(), 2u);
     EXPECT_EQ(material.getSlots(), (MField<Int32>{3, 7}));
+}
+
+TEST(OSBReader, AReadThatLeavesPartsOutIsNotComplete)
+{
+    LogCapture const silence;
+    auto const is_complete = [](OsbText const &file)
+    {
+        std::istringstream in(file.bytes());
+        NodePtr const scene(SceneFileHandlerBase::the()->read(in, "osb"));
+        EXPECT_NE(scene, nullptr);
+        return SceneFileHandlerBase::the()->wasLastReadComplete();
+    };
+    EXPECT_TRUE(is_complete(begin().record("Node").end().end()));
+    EXPECT_FALSE(is_complete(begin().record("Node").end().record("NodeOfTomorrow").end().end()));
+    OsbText circle = begin().record("Node");
+    circle.pointers("attachments", "MFUnrecAttachmentPtr", {2}).end();
+    circle.record("Name").pointers("attachments", "MFUnrecAttachmentPtr", {2}).end();
+    EXPECT_FALSE(is_complete(circle.end()));
 }
 
 // --- circles ---
