@@ -32,17 +32,7 @@ int misused(std::string const &message, Streams streams)
     complain(streams, message.substr(0, message.find('\n')));
     return Misused;
 }
-} // namespace
 
-void complain(Streams streams, std::string const &text)
-{
-    if(streams.log != nullptr)
-        streams.log->print();
-    streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
-}
-
-namespace
-{
 // `tolvanite` alone, `tolvanite help` and `tolvanite help COMMAND`.
 int print_help(CLI::App const &program, char const *command, Streams streams)
 {
@@ -61,6 +51,13 @@ int print_help(CLI::App const &program, char const *command, Streams streams)
     return Success;
 }
 } // namespace
+
+void complain(Streams streams, std::string const &text)
+{
+    if(streams.log != nullptr)
+        streams.log->print();
+    streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
+}
 
 void applyLogLevel(CommonOptions const &options)
 {

@@ -209,11 +209,17 @@ void add_choice(CLI::App &command, char const *option, std::map<std::string, Val
                 Value &chosen, char const *help)
 {
     std::set<std::string> words;
-    for(auto const &entry : names)
-        words.insert(entry.first);
+    std::string chosenBefore;
+    for(auto const &[word, value] : names)
+    {
+        words.insert(word);
+        if(value == chosen)
+            chosenBefore = word;
+    }
     command
         .add_option_function<std::string>(
             option, [&names, &chosen](std::string const &name) { chosen = names.at(name); }, help)
+        ->default_str(chosenBefore)
         ->check(CLI::IsMember(words));
 }
 } // namespace
@@ -226,7 +232,7 @@ void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
     addFileArgument(command, *options);
     addOperationOption(command, options->operations);
     addVolumeOptions(command, options->volume);
-    command.add_option_function<std::string>(
+    auto *const kinds = command.add_option_function<std::string>(
         "--kinds",
         [options](std::string const &names)
         {
@@ -235,6 +241,7 @@ void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
                 throw CLI::ValidationError("--kinds", names + " is not of triangles,lines,points");
         },
         "Kinds of primitives: triangles,lines,points");
+    kinds->default_str("triangles");
     add_choice(command, "--plane", plane_names, options->plane,
                "Side of the volume that distances count from");
     add_choice(command, "--hits", hit_names, options->hits,

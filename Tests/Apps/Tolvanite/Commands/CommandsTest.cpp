@@ -159,5 +159,29 @@ TEST(Types, ListsTheContainerTypesWithTheirOwnFields)
     EXPECT_EQ((*transform)["fields"][0]["cardinality"], "single");
     EXPECT_NE(run_program({"types"}).out.find("Transform : Group\n"), std::string::npos);
 }
+
+TEST(Help, IsPrintedWhereNothingElseIsAsked)
+{
+    Outcome const alone = run_program({});
+    EXPECT_EQ(alone.status, 0);
+    EXPECT_EQ(alone.err, "");
+    EXPECT_NE(alone.out.find("Usage"), std::string::npos);
+    EXPECT_EQ(run_program({"help"}).out, alone.out);
+    EXPECT_EQ(run_program({"--help"}).out, alone.out);
+}
+
+TEST(Help, OfACommandIsItsOwn)
+{
+    Outcome const help = run_program({"help", "select"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.out, run_program({"select", "--help"}).out);
+}
+
+TEST(Help, NamesTheDefaults)
+{
+    std::string const help = run_program({"help", "select"}).out;
+    for(std::string const option : {"[triangles]", "[near]", "[front]", "[2]"})
+        EXPECT_NE(help.find(option), std::string::npos) << option << help;
+}
 } // namespace
 } // namespace Tool::Test

@@ -39,7 +39,7 @@ TEST_P(Misused, IsAnsweredByOneLineAndStatusTwo)
 std::string name_of(testing::TestParamInfo<Misuse> const &row) { return row.param.name; }
 
 INSTANTIATE_TEST_SUITE_P(Program, Misused,
-                         testing::Values(Misuse{"NoCommand", {}},
+                         testing::Values(Misuse{"HelpOfNoCommand", {"help", "unknown"}},
                                          Misuse{"UnknownCommand", {"paint"}},
                                          Misuse{"UnknownOption", {"--paint"}}),
                          name_of);
