@@ -9,6 +9,8 @@ namespace OSG
 class OSG_WINDOW_API Window : public WindowBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::ExecSync;
+
     void setSize(UInt16 width, UInt16 height);
 
     // --- views; the window is their one parent and counts them ---
@@ -21,7 +23,6 @@ class OSG_WINDOW_API Window : public WindowBase
 
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
     void resolveLinks() override;
-    void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
     void execSync(WindowBase *from, BitVector whichField, AspectOffsets &offsets,
                   BitVector syncMode, UInt32 syncInfo);
 

@@ -10,6 +10,8 @@ class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTrans
                                                         public RenderedMatrix
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Multiplies the matrix that rendering keeps.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;

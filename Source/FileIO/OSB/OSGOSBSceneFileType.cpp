@@ -5,6 +5,7 @@
 #include "OSGOSBElementFactory.h"
 #include "OSGOSBGenericElement.h"
 #include "OSGOSBReader.h"
+#include "OSGOSBStreams.h"
 #include "OSGOSBWriter.h"
 
 namespace OSG
@@ -32,7 +33,7 @@ TransitPtr<Node> OSBSceneFileType::read(std::istream &in, char const *, Resolver
 {
     try
     {
-        StreamBinaryDataHandler handler(in);
+        OSBInput handler(in);
         return OSBReader(handler).read();
     }
     catch(ExceptionBinaryDataHandler::ReadError const &error)
@@ -51,8 +52,9 @@ bool OSBSceneFileType::write(Node *node, std::ostream &out, char const *) const
     }
     try
     {
-        StreamBinaryDataHandler handler(out);
+        OSBOutput handler(out);
         OSBWriter(handler).write(node);
+        handler.finish();
         return true;
     }
     catch(ExceptionBinaryDataHandler::WriteError const &error)

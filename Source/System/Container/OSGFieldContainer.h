@@ -161,6 +161,7 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     template <class X, class XBase, class Parent>
     friend class ContainerPattern;
     friend class FieldConnectorFactoryBase;
+    friend class FieldLinks;
 
     friend class FieldContainerFactoryBase;
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "OSGBinaryDataHandler.h"
 #include "OSGFieldOperations.h"
 #include "OSGLog.h"
 #include "OSGName.h"
@@ -65,31 +64,6 @@ void Node::resolveLinks()
     orphanChildren();
     leaveCore();
     NodeBase::resolveLinks();
-}
-
-// Core and children are read as ids. They are linked by the functions that a host uses, so that the
-// other ends of the links are set too.
-void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
-{
-    NodeBase::copyFromBin(handler, mask & ~(CoreFieldMask | ChildrenFieldMask));
-    UInt32 id = 0;
-    if((mask & CoreFieldMask) != 0)
-    {
-        handler.getValue(id);
-        setCore(mapped_pointer<NodeCore>(id));
-    }
-    if((mask & ChildrenFieldMask) == 0)
-        return;
-    UInt32 count = 0;
-    handler.getValue(count);
-    while(getNChildren() != 0)
-        takeOut(getNChildren() - 1);
-    for(; count > 0; --count)
-    {
-        handler.getValue(id);
-        if(Node *const child = mapped_pointer<Node>(id))
-            addChild(child);
-    }
 }
 
 // --- other aspects ---
@@ -244,8 +218,9 @@ bool Node::linkParent(FieldContainer *parent, UInt16 fieldId)
     Node *const node = fieldId == ChildrenFieldId ? dynamic_cast<Node *>(parent) : nullptr;
     if(node == nullptr)
         return false;
+    // Refused or not: it is for the parent to say.
     node->addChild(this);
-    return _parent == node;
+    return true;
 }
 
 // --- names ---

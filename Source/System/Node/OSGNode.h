@@ -9,6 +9,8 @@ namespace OSG
 class OSG_SYSTEM_API Node : public NodeBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::OnCreate | Replaced::ExecSync;
+
     // --- core ---
     /// Null for a node without a core; it groups its children then.
     NodeCore *getCore() const { return NodeBase::getCore(); }
@@ -65,7 +67,6 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// Appends this node to the children of a node.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
     void resolveLinks() override;
-    void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
     void execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets, BitVector syncMode,
                   UInt32 syncInfo);
 

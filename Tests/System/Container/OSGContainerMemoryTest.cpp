@@ -6,11 +6,13 @@
 #include <gtest/gtest.h>
 
 #include "OSGChangeList.h"
+#include "OSGDeepClone.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGMemManager.h"
 #include "OSGName.h"
 #include "OSGNode.h"
 #include "OSGThread.h"
+#include "OSGVisitSubTree.h"
 
 namespace OSG::Test
 {
@@ -70,6 +72,29 @@ TEST(ContainerMemory, ATreeThatCannotBeMadeLeavesNothing)
                       }
                   }),
               50);
+}
+
+TEST(ContainerMemory, ACloneThatCannotBeMadeLeavesNothing)
+{
+    UnrecordedRefPtr<VisitSubTree> const visit(VisitSubTree::create());
+    NodePtr const root(Node::create());
+    for(int i = 0; i < 3; ++i)
+    {
+        NodePtr const child(Node::create());
+        setName(child, "a name that is longer than a short string");
+        child->setCore(visit);
+        root->addChild(child);
+    }
+    visit->setSubTreeRoot(root);
+    EXPECT_GT(fail_until_made(
+                  [&root]
+                  {
+                      UnrecordedRefPtr<FieldContainer> const copy(deepClone(root));
+                      Node *const child = dynamic_cast<Node &>(*copy).getChild(0);
+                      dynamic_cast<VisitSubTree &>(*child->getCore()).setSubTreeRoot(nullptr);
+                  }),
+              50);
+    visit->setSubTreeRoot(nullptr);
 }
 
 TEST(ContainerMemory, AnEndTakesNoMemory)

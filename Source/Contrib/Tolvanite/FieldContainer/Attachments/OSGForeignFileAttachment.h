@@ -9,6 +9,9 @@ namespace OSG
 /// exist.
 class OSG_CONTRIBTOLVANITE_API ForeignFileAttachment : public ForeignFileAttachmentBase
 {
+  public:
+    static constexpr bool IsSharedByClones = true;
+
   protected:
     ForeignFileAttachment() = default;
     ForeignFileAttachment(ForeignFileAttachment const &) = default;

@@ -179,7 +179,7 @@ TEST_F(OSBHandleEnt, ASceneWithTheOlderNameIsReadWithIt)
     file.field("attachments", "MFUnrecAttachmentPtr", 8).u32(1).u32(2).end();
     numbers("Geo", {5});
     numbers("Ent", {50}).end();
-    file.text("GeoToEntAttachment").raw(record.bytes().data(), record.bytes().size()).end();
+    file.typeName("GeoToEntAttachment").raw(record.bytes().data(), record.bytes().size()).end();
     NodePtr const node = osb_scene(file.bytes());
     ASSERT_NE(node, nullptr);
     auto *const table = dynamic_cast<GeoToEntityAttachment *>(

@@ -18,6 +18,8 @@ class Action;
 class OSG_CONTRIBTOLVANITE_API ConstSizeTransform : public ConstSizeTransformBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Multiplies `transform` from the right.
     void accumulateMatrix(Matrix &matrix) override;
     /// Makes the volume infinite: what size the subtree has in space is not known from the graph.
