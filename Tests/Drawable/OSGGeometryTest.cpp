@@ -122,11 +122,11 @@ TEST(Geometry, SlotsThatAreNotInUseTakeNoRoom)
 {
     GeometryPtr const geometry(Geometry::create());
     UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     for(UInt16 const slot :
         {Geometry::PositionsSlot, Geometry::NormalsSlot, Geometry::TexCoordsSlot})
         geometry->setIndex(index, slot);
-    EXPECT_LE(getMemBytes() - before, 40u);
+    EXPECT_LE(get_mem_bytes() - before, 40u);
     EXPECT_EQ(geometry->getMFPropIndices()->size(), 9u);
     EXPECT_EQ(geometry->getIndex(Geometry::ColorsSlot), nullptr);
     geometry->setIndex(nullptr, Geometry::NormalsSlot);

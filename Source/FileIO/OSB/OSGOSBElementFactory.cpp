@@ -23,7 +23,7 @@ OSBElementFactory *SingletonHolder<OSBElementFactory>::the()
 bool OSBElementFactory::registerElement(std::string const &typeName, OSBElementCreatorBase *creator)
 {
     std::unique_ptr<OSBElementCreatorBase> owned(creator);
-    recordStartUp(StartUpKind::SceneElement, typeName.c_str());
+    record_start_up(StartUpKind::SceneElement, typeName.c_str());
     return _creators.try_emplace(typeName, std::move(owned)).second;
 }
 

@@ -12,16 +12,16 @@ namespace OSG
 {
 namespace
 {
-char const *suffixes[] = {"osb"};
+char const *Suffixes[] = {"osb"};
 
-[[maybe_unused]] bool const node_element = OSBElementFactorySingleton::the()->registerElement(
+[[maybe_unused]] bool const NodeElement = OSBElementFactorySingleton::the()->registerElement(
     "Node", new OSBElementCreator<OSBNodeElement>);
 } // namespace
 
 OSBSceneFileType OSBSceneFileType::_the;
 
 OSBSceneFileType::OSBSceneFileType()
-    : SceneFileType(suffixes, sizeof(suffixes), false, 10, ReadSupported | WriteSupported)
+    : SceneFileType(Suffixes, sizeof(Suffixes), false, 10, ReadSupported | WriteSupported)
 {
 }
 

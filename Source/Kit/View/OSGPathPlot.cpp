@@ -24,7 +24,7 @@ struct Segment
     Pnt3f a, b;
 };
 
-constexpr std::size_t most_edges = 40000;
+constexpr std::size_t MostEdges = 40000;
 
 /// Edges of triangles in world space, those between faces of one plane left out.
 class EdgeCollector
@@ -40,7 +40,7 @@ class EdgeCollector
 
     std::vector<Segment> finish() const
     {
-        if(_edges.size() > most_edges)
+        if(_edges.size() > MostEdges)
             return _boxes;
         std::vector<Segment> sharp;
         for(auto const &[key, edge] : _edges)
@@ -70,7 +70,7 @@ class EdgeCollector
         TriangleIterator const end = geometry.endTriangles();
         for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
         {
-            if(_edges.size() > most_edges)
+            if(_edges.size() > MostEdges)
                 return;
             Pnt3f const corners[3] = {toWorld * it.getPosition(0), toWorld * it.getPosition(1),
                                       toWorld * it.getPosition(2)};

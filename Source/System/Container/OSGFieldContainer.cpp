@@ -16,11 +16,11 @@ FieldContainerType FieldContainer::_type("FieldContainer", "ReflexiveContainer",
 
 namespace
 {
-constexpr char const *pointer_names[9] = {
+constexpr char const *PointerNames[9] = {
     "FieldContainerPtr",        "SFRecFieldContainerPtr",    "SFUnrecFieldContainerPtr",
     "SFWeakFieldContainerPtr",  "SFUnrefdFieldContainerPtr", "MFRecFieldContainerPtr",
     "MFUnrecFieldContainerPtr", "MFWeakFieldContainerPtr",   "MFUnrefdFieldContainerPtr"};
-PointerTypeFamily const pointer_types(pointer_names, nullptr, FieldContainer::_type);
+PointerTypeFamily const pointer_types(PointerNames, nullptr, FieldContainer::_type);
 } // namespace
 
 DataType const &FieldTraits<FieldContainer *, 0>::getType()

@@ -4,16 +4,16 @@ namespace OSG
 {
 namespace
 {
-thread_local FieldContainer const *copied = nullptr;
+thread_local FieldContainer const *Copied = nullptr;
 } // namespace
 
 PointerlessCopy::PointerlessCopy(FieldContainer const &source)
-    : _outer(copied)
+    : _outer(Copied)
 {
-    copied = &source;
+    Copied = &source;
 }
 
-PointerlessCopy::~PointerlessCopy() { copied = _outer; }
+PointerlessCopy::~PointerlessCopy() { Copied = _outer; }
 
-bool PointerlessCopy::isOf(FieldContainer const *source) { return copied == source; }
+bool PointerlessCopy::isOf(FieldContainer const *source) { return Copied == source; }
 } // namespace OSG

@@ -40,7 +40,7 @@ void PointerList::swap(PointerList &other) noexcept { std::swap(_bits, other._bi
 void PointerList::moveToBlock(UInt32 capacity)
 {
     auto *const fresh = static_cast<Block *>(
-        MemMallocOrThrow(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *)));
+        mem_malloc_or_throw(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *)));
     auto **const to = reinterpret_cast<FieldContainer **>(fresh + 1);
     UInt32 const count = size();
     *fresh = Block{count, capacity, 0, 0};
@@ -204,8 +204,8 @@ bool PointerList::growSparse(UInt32 index, FieldContainer *value)
         return false;
     bool const isSame = isOne && (*this)[0] == value;
     UInt32 const place = isSame ? 1 : count + 1;
-    auto *const grown =
-        static_cast<Sparse *>(MemMallocOrThrow(sizeof(Sparse) + place * sizeof(FieldContainer *)));
+    auto *const grown = static_cast<Sparse *>(
+        mem_malloc_or_throw(sizeof(Sparse) + place * sizeof(FieldContainer *)));
     grown->places = isOne ? 1 : isSparse() ? sparse()->places : 0;
     if(isOne)
         grown->entries()[0] = (*this)[0];

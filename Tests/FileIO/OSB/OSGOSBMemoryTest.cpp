@@ -50,11 +50,11 @@ int fail_until_done(Run run)
     EXPECT_TRUE(run());
     Thread::getCurrentChangeList()->commitChanges();
     UInt32 const containers = num_containers();
-    UInt64 const bytes = getMemBytes();
+    UInt64 const bytes = get_mem_bytes();
     for(int failures = 0;; ++failures)
     {
         bool done = false;
-        setMemLimit(bytes + 16 * static_cast<UInt64>(failures) + 1);
+        set_mem_limit(bytes + 16 * static_cast<UInt64>(failures) + 1);
         try
         {
             done = run();
@@ -62,10 +62,10 @@ int fail_until_done(Run run)
         catch(std::bad_alloc const &)
         {
         }
-        setMemLimit(0);
+        set_mem_limit(0);
         Thread::getCurrentChangeList()->commitChanges();
         EXPECT_EQ(num_containers(), containers) << failures;
-        EXPECT_EQ(getMemBytes(), bytes) << failures;
+        EXPECT_EQ(get_mem_bytes(), bytes) << failures;
         if(done || testing::Test::HasFailure())
             return failures;
     }

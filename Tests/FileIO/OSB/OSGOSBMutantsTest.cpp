@@ -49,11 +49,11 @@ enum class Expected
 void read_within_bounds(std::string const &bytes, Expected expected)
 {
     LogCapture const silence;
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     NodePtr const root = osb_scene(bytes);
     EXPECT_EQ(fault_of_scene(root, Parts::Any), "");
-    EXPECT_LE(getMemPeakBytes() - before, read_memory_bound(bytes.size()));
+    EXPECT_LE(get_mem_peak_bytes() - before, read_memory_bound(bytes.size()));
     if(expected == Expected::NoScene)
     {
         EXPECT_EQ(root, nullptr);

@@ -30,10 +30,10 @@ int fail_until_made(Make make)
     make();
     Thread::getCurrentChangeList()->commitChanges();
     UInt32 const containers = num_containers();
-    UInt64 const bytes = getMemBytes();
+    UInt64 const bytes = get_mem_bytes();
     for(int failures = 0;; ++failures)
     {
-        setMemLimit(bytes + 8 * static_cast<UInt64>(failures) + 1);
+        set_mem_limit(bytes + 8 * static_cast<UInt64>(failures) + 1);
         bool made = false;
         try
         {
@@ -43,10 +43,10 @@ int fail_until_made(Make make)
         catch(std::bad_alloc const &)
         {
         }
-        setMemLimit(0);
+        set_mem_limit(0);
         Thread::getCurrentChangeList()->commitChanges();
         EXPECT_EQ(num_containers(), containers);
-        EXPECT_EQ(getMemBytes(), bytes);
+        EXPECT_EQ(get_mem_bytes(), bytes);
         if(made || testing::Test::HasFailure())
             return failures;
     }
@@ -104,9 +104,9 @@ TEST(ContainerMemory, AnEndTakesNoMemory)
     for(int i = 0; i < 20000; ++i)
         root->addChild(NodePtr(Node::create()));
     Thread::getCurrentChangeList()->commitChanges();
-    setMemLimit(1);
+    set_mem_limit(1);
     root = nullptr;
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_EQ(num_containers(), containers);
 }
 

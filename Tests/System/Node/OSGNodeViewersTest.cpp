@@ -99,7 +99,7 @@ TEST(NodeViewers, NothingIsLeftOfThoseThatHaveGone)
         commit();
     }
     commit();
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     {
         NodePtr const shown = make_group();
         {
@@ -113,7 +113,7 @@ TEST(NodeViewers, NothingIsLeftOfThoseThatHaveGone)
         commit();
     }
     commit();
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(NodeViewers, AChainOfVisitsOfAnyLengthIsFollowed)

@@ -13,7 +13,7 @@ using namespace NavigationMath;
 
 namespace
 {
-constexpr Real32 any_distance = 1e30f;
+constexpr Real32 AnyDistance = 1e30f;
 
 Camera *camera_of(Navigator const *navigator)
 {
@@ -41,7 +41,7 @@ void scale_picture(OrthographicCamera &camera, Real32 ratio)
 std::optional<Pnt3f> point_in_scene(Navigator const *navigator, Line const &ray)
 {
     UnrecordedRefPtr<IntersectAction> const action(IntersectAction::create());
-    action->setLine(ray, any_distance);
+    action->setLine(ray, AnyDistance);
     action->apply(navigator->getViewport()->getRoot());
     if(!action->didHit())
         return std::nullopt;
