@@ -98,8 +98,9 @@ void account(Node *scene) { account_of(scene); }
 
 void read_obj(Node *)
 {
-    std::istringstream in("v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvn 0 0 1\nusemtl a\nf 1/1/1 2/1/1 3/1/1\n"
-                          "usemtl b\nf 3 2 1\nmtllib none.mtl\n");
+    std::istringstream in(
+        "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvn 0 0 1\nusemtl a\nf 1/1/1 2/1/1 3/1/1\n"
+        "usemtl b\nf 3 2 1\nmtllib none.mtl\n");
     UnrecordedRefPtr<Node> const read(SceneFileHandlerBase::the()->read(in, "obj"));
 }
 
