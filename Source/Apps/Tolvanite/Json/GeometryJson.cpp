@@ -77,6 +77,7 @@ void write_geometry(JsonWriter &json, Geometry const &geometry, Arrays arrays)
     write_index(json, "positions", positions, arrays);
     write_index(json, "normals", normals, arrays);
     write_index(json, "texCoords", texCoords, arrays);
+    write_index(json, "colors", geometry.getIndex(Geometry::ColorsSlot), arrays);
     json.endObject();
     bool const shared = positions != nullptr && positions == normals && positions == texCoords;
     json.member("sharedIndex", shared).key("material");

@@ -71,7 +71,9 @@ void write_chunk(JsonWriter &json, OSG::StateChunk *chunk)
         write_tuple(json, "diffuse", colours->getDiffuse(), 4);
         write_tuple(json, "specular", colours->getSpecular(), 4);
         write_tuple(json, "emission", colours->getEmission(), 4);
-        json.member("shininess", colours->getShininess());
+        json.member("shininess", colours->getShininess())
+            .member("lit", colours->getLit())
+            .member("colorMaterial", colours->getColorMaterial());
     }
     else if(auto const *const blend = dynamic_cast<OSG::BlendChunk *>(chunk))
         json.member("srcFactor", blend->getSrcFactor())

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "AttachmentJson.h"
 #include "MaterialJson.h"
+#include "OSGConstSizeTransform.h"
 #include "OSGGeometry.h"
 #include "OSGMaterialChunkOverrideGroup.h"
 #include "OSGMaterialGroup.h"
@@ -25,13 +27,21 @@ namespace
 using OSG::Node;
 using OSG::NodeCore;
 
-/// The walk through children and, behind them, the tree that a node visits.
+/// The walk through children and, behind them, the tree that a node visits. A visited tree is
+/// walked where it is met first: shared trees may multiply over many levels.
 class TreeVisitor
 {
   public:
     bool takeAdded(std::vector<Node *> &nodes)
     {
-        return children_and_other_tree(_levels.back().node, nodes);
+        Level &level = _levels.back();
+        bool const added = children_and_other_tree(level.node, nodes);
+        auto const walked = _walked.find(other_tree(level.node));
+        if(walked == _walked.end())
+            return added;
+        level.sameAs = &walked->second;
+        nodes.pop_back();
+        return true;
     }
 
   protected:
@@ -46,6 +56,9 @@ class TreeVisitor
         Node *node;
         OSG::UInt32 childrenBegun = 0;
         bool hasOtherTree = false; ///< begun
+        bool isOtherTree = false;
+        std::size_t lengthAbove = 0;         ///< of the path of the node above
+        std::string const *sameAs = nullptr; ///< path at which the node's other tree was walked
     };
 
     static Node *other_tree(Node const *node)
@@ -56,32 +69,47 @@ class TreeVisitor
     Place begin(Node *node)
     {
         Place place = Place::Root;
+        std::size_t const lengthAbove = _path.size();
         if(!_levels.empty())
         {
             Level &above = _levels.back();
             place =
                 above.childrenBegun < above.node->getNChildren() ? Place::Child : Place::OtherTree;
             if(place == Place::Child)
-                ++above.childrenBegun;
+                _path += '/' + std::to_string(above.childrenBegun++);
             else
+            {
                 above.hasOtherTree = true;
+                _path = path() + '@';
+            }
         }
         // A visited tree may hang where no one has asked for its volume yet.
         if(place == Place::OtherTree)
             node->updateVolume();
         _levels.push_back({node});
+        _levels.back().isOtherTree = place == Place::OtherTree;
+        _levels.back().lengthAbove = lengthAbove;
         return place;
     }
     Level end()
     {
         Level const level = _levels.back();
+        if(level.isOtherTree)
+            _walked.emplace(level.node, path());
+        _path.resize(level.lengthAbove);
         _levels.pop_back();
         return level;
     }
+    /// Of the node that was begun last, as node_path gives it.
+    std::string path() const { return _path.empty() || _path.back() == '@' ? _path + '/' : _path; }
+    /// Where the other tree of the node that was begun last was walked; null where it was not.
+    std::string const *sameAs() const { return _levels.back().sameAs; }
     std::size_t depth() const { return _levels.size(); }
 
   private:
     std::vector<Level> _levels;
+    std::string _path; // a root has nothing behind the `@`, or nothing at all
+    std::unordered_map<Node const *, std::string> _walked;
 };
 
 void write_core(JsonWriter &json, NodeCore *core, Arrays arrays)
@@ -90,6 +118,8 @@ void write_core(JsonWriter &json, NodeCore *core, Arrays arrays)
     {
         json.key("matrix");
         write_matrix(json, transform->getMatrix());
+        if(auto const *const sized = dynamic_cast<OSG::ConstSizeTransform *>(core))
+            json.member("distance", sized->getDistance());
     }
     else if(auto const *const choice = dynamic_cast<OSG::Switch *>(core))
         json.member("choice", choice->getChoice());
@@ -124,7 +154,7 @@ class TreeWriter : public TreeVisitor
     {
         if(begin(node) == Place::OtherTree)
             _json.endArray().key("subTree");
-        _json.beginObject().key("name");
+        _json.beginObject().member("path", path()).key("name");
         write_name(_json, node);
         _json.key("core");
         if(node->getCore() != nullptr)
@@ -139,18 +169,25 @@ class TreeWriter : public TreeVisitor
 
     void leave(Node *node)
     {
-        if(!end().hasOtherTree)
+        Level const level = end();
+        if(!level.hasOtherTree)
         {
             _json.endArray();
-            if(dynamic_cast<OSG::VisitSubTree *>(node->getCore()) != nullptr)
+            if(level.sameAs != nullptr)
+                _json.key("subTree").beginObject().member("sameAs", *level.sameAs).endObject();
+            else if(dynamic_cast<OSG::VisitSubTree *>(node->getCore()) != nullptr)
                 _json.key("subTree").null();
         }
         write_core(_json, node->getCore(), _arrays);
+        if(node->getTravMask() != AllOnes)
+            _json.member("travMask", node->getTravMask());
         write_attachments(_json, node, node->getCore());
         _json.endObject();
     }
 
   private:
+    static constexpr OSG::UInt32 AllOnes = 0xFFFFFFFF;
+
     JsonWriter &_json;
     Arrays _arrays;
 };
@@ -199,10 +236,16 @@ class TreePrinter : public TreeVisitor
         print_bounds(_out, node->getVolume());
         if(auto const *const geometry = dynamic_cast<OSG::Geometry *>(core))
             print_geometry(_out, *geometry);
-        _out << '\n';
+        _out << "  " << path() << '\n';
         return true;
     }
-    void leave(Node *) { end(); }
+    void leave(Node *)
+    {
+        if(sameAs() != nullptr)
+            _out << std::string(2 * std::min<std::size_t>(depth(), 40), ' ') << "@ as at "
+                 << *sameAs() << '\n';
+        end();
+    }
 
   private:
     std::ostream &_out;

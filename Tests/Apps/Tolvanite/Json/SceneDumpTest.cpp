@@ -58,7 +58,7 @@ Json dump(OSG::Node *root, Arrays arrays = Arrays::Counted)
     return Json::parse(text_of(root, arrays));
 }
 
-constexpr char const *Plain = "name core bounds children";
+constexpr char const *Plain = "path name core bounds children";
 
 TEST(SceneDump, ANodeWithoutAnythingIsNull)
 {
@@ -130,17 +130,87 @@ TEST(SceneDump, NamesThatAreNoUtf8DoNotBreakIt)
                                   "ller \"x\"\n\x01");
 }
 
-TEST(SceneDump, AChainOfAHundredThousandNodesIsWritten)
+/// Counts what is written and keeps nothing.
+class CountingBuffer : public std::streambuf
 {
+  public:
+    std::map<char, std::size_t> counts;
+
+  private:
+    int_type overflow(int_type c) override
+    {
+        ++counts[static_cast<char>(c)];
+        return c;
+    }
+    std::streamsize xsputn(char const *text, std::streamsize count) override
+    {
+        for(std::streamsize i = 0; i < count; ++i)
+            if(text[i] == '{' || text[i] == '}' || text[i] == '\n')
+                ++counts[text[i]];
+        return count;
+    }
+};
+
+// The path of a node is as long as the node is deep: the text grows with the square of the depth.
+TEST(SceneDump, AChainOfThousandsOfNodesIsWritten)
+{
+    constexpr std::size_t Depth = 4000;
     NodePtr root = node(nullptr);
-    for(int depth = 1; depth < 100000; ++depth)
+    for(std::size_t depth = 1; depth < Depth; ++depth)
         root = node(nullptr, {root});
-    std::string const text = text_of(root);
-    EXPECT_EQ(std::count(text.begin(), text.end(), '{'), 100000);
-    EXPECT_EQ(std::count(text.begin(), text.end(), '}'), 100000);
+    CountingBuffer buffer;
+    std::ostream out(&buffer);
+    JsonWriter json(out);
+    write_tree(json, root, Arrays::Counted);
+    EXPECT_EQ(buffer.counts['{'], Depth);
+    EXPECT_EQ(buffer.counts['}'], Depth);
+    print_tree(out, root);
+    EXPECT_EQ(buffer.counts['\n'], Depth);
+}
+
+TEST(SceneDump, EachNodeHasItsPath)
+{
+    Ptr<OSG::VisitSubTree> const visit(OSG::VisitSubTree::create());
+    NodePtr const other = node(nullptr, {node(nullptr), node(nullptr)});
+    visit->setSubTreeRoot(other);
+    NodePtr const root = node(nullptr, {node(nullptr), node(nullptr, {node(visit)})});
+    Json const dumped = dump(root);
+    EXPECT_EQ(dumped["path"], "/");
+    EXPECT_EQ(dumped["children"][0]["path"], "/0");
+    Json const &visiting = dumped["children"][1]["children"][0];
+    EXPECT_EQ(visiting["path"], "/1/0");
+    EXPECT_EQ(visiting["subTree"]["path"], "/1/0@/");
+    EXPECT_EQ(visiting["subTree"]["children"][1]["path"], "/1/0@/1");
     std::ostringstream printed;
     print_tree(printed, root);
-    EXPECT_LT(printed.str().size(), 100u * 100000);
+    EXPECT_NE(printed.str().find("/1/0@/1\n"), std::string::npos) << printed.str();
+}
+
+TEST(SceneDump, AVisitedTreeIsWrittenOnceAndNamedAfterwards)
+{
+    // Each level visits the one below it twice.
+    NodePtr level = node(nullptr);
+    for(int i = 0; i < 40; ++i)
+    {
+        Ptr<OSG::VisitSubTree> const visit(OSG::VisitSubTree::create());
+        visit->setSubTreeRoot(level);
+        level = node(nullptr, {node(visit), node(visit)});
+    }
+    Json const dumped = dump(level);
+    EXPECT_LT(dumped.dump().size(), 100000u);
+    EXPECT_EQ(dumped["children"][0]["subTree"]["path"], "/0@/");
+    EXPECT_EQ(dumped["children"][1]["subTree"], Json({{"sameAs", "/0@/"}}));
+    std::ostringstream printed;
+    print_tree(printed, level);
+    EXPECT_NE(printed.str().find("@ as at /0@/\n"), std::string::npos) << printed.str();
+}
+
+TEST(SceneDump, AMaskThatIsNotAllOnesIsShown)
+{
+    NodePtr const root = node(nullptr);
+    root->setTravMask(6);
+    EXPECT_EQ(keys_of(dump(root)), std::string(Plain) + " travMask");
+    EXPECT_EQ(dump(root)["travMask"], 6);
 }
 
 Ptr<OSG::Geometry> triangle()
@@ -169,7 +239,7 @@ TEST(SceneDump, AGeometryHasItsArraysAsCounts)
     EXPECT_EQ(root["lengths"], Json::parse("[3]"));
     EXPECT_EQ(root["positions"], Json::parse(R"({"count": 3})"));
     EXPECT_TRUE(root["normals"].is_null());
-    EXPECT_EQ(keys_of(root["indices"]), "positions normals texCoords");
+    EXPECT_EQ(keys_of(root["indices"]), "positions normals texCoords colors");
     EXPECT_TRUE(root["indices"]["positions"].is_null());
     EXPECT_EQ(root["sharedIndex"], false);
     EXPECT_TRUE(root["material"].is_null());
@@ -253,7 +323,8 @@ TEST(SceneDump, AChunkMaterialHasItsChunksInOrder)
     EXPECT_EQ(keys_of(dumped), "type name chunks");
     ASSERT_EQ(dumped["chunks"].size(), 4u);
     EXPECT_EQ(keys_of(dumped["chunks"][0]), "type envMode");
-    EXPECT_EQ(keys_of(dumped["chunks"][1]), "type ambient diffuse specular emission shininess");
+    EXPECT_EQ(keys_of(dumped["chunks"][1]),
+              "type ambient diffuse specular emission shininess lit colorMaterial");
     EXPECT_EQ(dumped["chunks"][1]["ambient"].size(), 4u);
     EXPECT_EQ(keys_of(dumped["chunks"][2]), "type srcFactor destFactor");
     EXPECT_EQ(keys_of(dumped["chunks"][3]), "type image wrapS wrapT wrapR minFilter magFilter");
