@@ -4,7 +4,8 @@
 
 namespace OSG
 {
-/// What lies behind a scene; base of those that draw something there.
+/// The background of a view, which is drawn before the scene. This class draws nothing and is the
+/// base of backgrounds that do.
 class OSG_WINDOW_API Background : public BackgroundBase
 {
   protected:

@@ -4,7 +4,7 @@
 
 namespace OSG
 {
-/// A picture in memory that is drawn into in place of a window; sizes in pixels.
+/// A picture in memory that a view draws into instead of a window. Its size is in pixels.
 class OSG_WINDOW_API FrameBufferObject : public FrameBufferObjectBase
 {
   protected:

@@ -4,7 +4,7 @@
 
 namespace OSG
 {
-/// A transform that a person sets by handles in the view.
+/// A transform whose subtree a user moves with handles in the view.
 class OSG_CONTRIBGUI_API MoveManipulator : public MoveManipulatorBase
 {
   protected:

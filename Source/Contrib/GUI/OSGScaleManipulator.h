@@ -4,7 +4,7 @@
 
 namespace OSG
 {
-/// A transform that a person sets by handles in the view.
+/// A transform whose subtree a user scales with handles in the view.
 class OSG_CONTRIBGUI_API ScaleManipulator : public ScaleManipulatorBase
 {
   protected:

@@ -120,7 +120,7 @@ TEST_F(Copter, PositiveStepsGoBackwardsLeftAndUp)
     EXPECT_EQ(engine->getDistance(), 0.f);
 }
 
-TEST_F(Copter, TurnsToTheRightDownAndClockwise)
+TEST_F(Copter, TurnsToTheRightDownAndCounterClockwise)
 {
     engine->rotate(1.5707963f, 0, 0);
     EXPECT_TRUE(engine->getAt().equals(Pnt3f(5, 0, 10), 1e-5f));
