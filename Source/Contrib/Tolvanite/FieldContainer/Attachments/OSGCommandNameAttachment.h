@@ -4,8 +4,8 @@
 
 namespace OSG
 {
-/// The command that the host application receives when the node is picked. The library itself never
-/// reads it.
+/// Holds the name of the command that a host application runs when a user picks the node. The
+/// library never reads it.
 class OSG_CONTRIBTOLVANITE_API CommandNameAttachment : public CommandNameAttachmentBase
 {
   protected:

@@ -4,8 +4,9 @@
 
 namespace OSG
 {
-/// The material that a material group had before it was highlighted, kept for as long as the
-/// highlight is on. Counted, unrecorded; null is allowed.
+/// Keeps the material that a material group had before it was highlighted. A host attaches it when
+/// it highlights the group and takes it off when it restores the material. The field holds a
+/// reference; null is allowed.
 class OSG_CONTRIBTOLVANITE_API HighlightMaterialAttachment : public HighlightMaterialAttachmentBase
 {
   protected:
