@@ -5,6 +5,8 @@ OSGX.xml is the text that the type X carries at run time, byte for byte. From it
 
   OSGXBase.h        class XBase: fields, ids, masks, accessors and the table of rows
   OSGXStatics.inl   pointer type, field types, type object and the instantiated pattern
+  OSGX.h            class X, where nobody has written one beside the description: a container
+                    without behaviour of its own
 
 Behaviour is not generated: it stands once in OSGContainerPattern.inl.
 
@@ -92,8 +94,6 @@ class Field:
             return ""
         if self.type == "std::string":
             return literal(self.default)
-        if self.type in NUMBERS:
-            return f"{self.type}({self.default})"
         return f"{self.type}({self.default})"
 
     def accessors(self):
@@ -141,6 +141,8 @@ class Container:
         self.group = root.get("group", own_group)
         self.first_id = root.get("firstFieldId")
         self.own_header = root.get("header", f"OSG{self.name}.h")
+        self.is_description_alone = (root.get("header") is None
+                                     and not path.with_suffix(".h").exists())
         self.prose = (root.text or "").lstrip("\n")
         self.fields = [Field(element) for element in root.iter("Field")]
 
@@ -251,6 +253,31 @@ class {api} {base} : public {pattern}
                         f"FieldAccess::{field.access_name}, {literal(field.prose)})")
         return ",\n            ".join(rows)
 
+    # --- OSGX.h ---
+
+    def class_header(self, api):
+        comment = textwrap.fill(" ".join(self.prose.split()), 96, initial_indent="/// ",
+                                subsequent_indent="/// ")
+        return f"""// Made by containergen.py from {self.path.name}.
+#pragma once
+
+#include "OSG{self.name}Base.h"
+
+namespace OSG
+{{
+{comment}
+class {api} {self.name} : public {self.name}Base
+{{
+  protected:
+    {self.name}() = default;
+    {self.name}({self.name} const &) = default;
+    ~{self.name}() override;
+
+    friend Pattern;
+}};
+}} // namespace OSG
+"""
+
     # --- OSGXStatics.inl ---
 
     def statics(self):
@@ -266,13 +293,14 @@ GetFieldHandlePtr {base}::getHandle{f.capital}() const
 }}
 EditFieldHandlePtr {base}::editHandle{f.capital}()
 {{
-    return makeEditHandle({f.member}, {f.capital}FieldId, FieldAccess::{f.access_name});
+    return makeEditHandle({f.member}, {f.capital}FieldId);
 }}
 """ for f in self.fields)
         defaults = "".join(f"\n    , {f.member}({f.initialiser})" for f in self.fields)
         copies = "".join(f"\n    , {f.member}({'' if f.pointer else f'source.{f.member}'})"
                          for f in self.fields)
         create = "nullptr" if self.abstract else f"&{base}::createForType"
+        own_end = f"{name}::~{name}() = default;\n" if self.is_description_alone else ""
         return f"""// Made by containergen.py from {self.path.name}.
 #include "OSGContainerPattern.inl"
 #include "{self.own_header}"
@@ -307,7 +335,7 @@ FieldType const &PointerFieldTypesOf<{name}>::getFieldType(int policy, FieldCard
     : Pattern(source){copies}
 {{}}
 {base}::~{base}() = default;
-{handles}
+{own_end}{handles}
 template class {pattern};
 }} // namespace OSG
 """
@@ -348,6 +376,10 @@ def main():
         write_if_changed(stem.with_name(path.stem + "Base.h"),
                          container.header(arguments.api, arguments.api_header))
         write_if_changed(stem.with_name(path.stem + "Statics.inl"), container.statics())
+        if container.is_description_alone:
+            write_if_changed(stem.with_suffix(".h"), container.class_header(arguments.api))
+        else:
+            stem.with_suffix(".h").unlink(missing_ok=True)
     return 0
 
 

@@ -78,14 +78,21 @@ function(osg_unit NAME)
     set_property(GLOBAL APPEND PROPERTY TOLVANITE_UNITS ${NAME})
 endfunction()
 
-# Runs the container generator over the descriptions of a unit; `result` receives what it makes.
+# Runs the container generator over the descriptions of a unit; `result` receives what it makes. A
+# description beside which no header stands, and which names none, is the whole class: its header is
+# made as well.
 function(osg_generate_containers NAME descriptions generated_dir result)
     set(generator ${PROJECT_SOURCE_DIR}/Tools/containergen.py)
     string(TOUPPER ${NAME} upper)
     set(made)
     foreach(description IN LISTS descriptions)
+        get_filename_component(folder ${description} DIRECTORY)
         get_filename_component(base ${description} NAME_WE)
         set(outputs ${generated_dir}/${base}Base.h ${generated_dir}/${base}Statics.inl)
+        file(STRINGS ${description} header REGEX "^ *header=")
+        if(NOT header AND NOT EXISTS ${folder}/${base}.h)
+            list(APPEND outputs ${generated_dir}/${base}.h)
+        endif()
         add_custom_command(OUTPUT ${outputs}
             COMMAND Python3::Interpreter ${generator} --api OSG_${upper}_API
                 --api-header OSG${NAME}Api.h --out ${generated_dir} ${description}

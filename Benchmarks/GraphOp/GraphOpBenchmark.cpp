@@ -190,6 +190,6 @@ void register_all()
     }
 }
 
-[[maybe_unused]] bool const registered = (register_all(), true);
+[[maybe_unused]] bool const Registered = (register_all(), true);
 } // namespace
 } // namespace OSG::Bench

@@ -40,7 +40,7 @@ Frustum middle()
 }
 
 // 28 by 28 cells of a quarter unit, two triangles each.
-constexpr std::size_t triangles_wholly_inside = 28 * 28 * 2;
+constexpr std::size_t TrianglesWhollyInside = 28 * 28 * 2;
 
 Node *terrain()
 {
@@ -175,7 +175,7 @@ void select_by_peer(benchmark::State &state, osgUtil::Intersector::IntersectionL
 
 void nearest_by_peer(benchmark::State &state)
 {
-    select_by_peer(state, osgUtil::Intersector::NO_LIMIT, triangles_wholly_inside);
+    select_by_peer(state, osgUtil::Intersector::NO_LIMIT, TrianglesWhollyInside);
 }
 
 void whether_by_peer(benchmark::State &state)

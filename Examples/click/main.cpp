@@ -14,7 +14,7 @@
 namespace
 {
 // The view that the window shows: an eye in front of the model's middle, 1280 by 720 pixels.
-OSG::PickView const view = {.from = {1.f, 1.7f, 12.f},
+OSG::PickView const View = {.from = {1.f, 1.7f, 12.f},
                             .at = {0.f, 0.95f, 0.f},
                             .up = {0.f, 1.f, 0.f},
                             .fieldOfView = 30.f,
@@ -25,7 +25,7 @@ void print_hits(OSG::Node *scene, float x, float y)
 {
     // The walk culls by the volumes as they stand, and near and far follow the scene's.
     scene->updateVolume();
-    auto const volume = OSG::pick_volume(view, OSG::pixel_square(x, y, 2.f), scene->getVolume());
+    auto const volume = OSG::pick_volume(View, OSG::pixel_square(x, y, 2.f), scene->getVolume());
     if(!volume)
         return; // nothing of the scene lies in front of the eye
 
@@ -39,7 +39,7 @@ void print_hits(OSG::Node *scene, float x, float y)
     {
         char const *const name = OSG::getName(hit.node);
         std::printf("%s: triangle %d, %g from the eye\n", name != nullptr ? name : "a node",
-                    hit.index, (hit.point - view.from).length());
+                    hit.index, (hit.point - View.from).length());
     }
 }
 } // namespace

@@ -16,7 +16,7 @@ bool register_outline()
 }
 
 // Runs when the scene graph starts.
-OSG::StaticInitFuncWrapper const register_at_start(&register_outline);
+OSG::StaticInitFuncWrapper const RegisterAtStart(&register_outline);
 } // namespace
 
 OutlineGraphOp::OutlineGraphOp()

@@ -147,8 +147,8 @@ void order_bytes(UInt8 (&bytes)[sizeof(T)])
 
 /// Whether arrays of T lie in memory as they lie in a file. A bool must be normalised.
 template <class T>
-inline constexpr bool is_bulk = BinaryNumber<T> && !std::is_same_v<T, bool> &&
-                                (std::endian::native == std::endian::little || sizeof(T) == 1);
+inline constexpr bool IsBulk = BinaryNumber<T> && !std::is_same_v<T, bool> &&
+                               (std::endian::native == std::endian::little || sizeof(T) == 1);
 } // namespace Detail
 
 template <BinaryNumber T>
@@ -186,7 +186,7 @@ void ExceptionBinaryDataHandler::getValue(T &value)
 template <class T>
 void ExceptionBinaryDataHandler::putValues(T const *values, UInt64 count)
 {
-    if constexpr(Detail::is_bulk<T>)
+    if constexpr(Detail::IsBulk<T>)
     {
         if(count != 0)
             write(values, count * sizeof(T));
@@ -201,7 +201,7 @@ void ExceptionBinaryDataHandler::putValues(T const *values, UInt64 count)
 template <class T>
 void ExceptionBinaryDataHandler::getValues(T *values, UInt64 count)
 {
-    if constexpr(Detail::is_bulk<T>)
+    if constexpr(Detail::IsBulk<T>)
     {
         if(count != 0)
             read(values, count * sizeof(T));

@@ -15,7 +15,7 @@ IOFileTypeBase::IOFileTypeBase(char const *suffixes[], UInt16 sizeInBytes, bool 
         if(suffixes[i] != nullptr)
             _suffixList.emplace_back(suffixes[i]);
     }
-    recordStartUp(StartUpKind::FileType, _suffixList.empty() ? "" : _suffixList.front().c_str());
+    record_start_up(StartUpKind::FileType, _suffixList.empty() ? "" : _suffixList.front().c_str());
 }
 
 IOFileTypeBase::IOFileTypeBase(IOFileTypeBase const &) = default;

@@ -20,12 +20,12 @@ std::ostream *Log::_nilstreamP = nullptr;
 
 namespace
 {
-constexpr int level_count = LOG_PROGRESS + 1;
-char const *const level_names[level_count] = {"DUMP",   "FATAL", "WARNING",
-                                              "NOTICE", "INFO",  "PROGRESS"};
-constexpr char const *default_module = "OpenSG";
+constexpr int LevelCount = LOG_PROGRESS + 1;
+char const *const LevelNames[LevelCount] = {"DUMP",   "FATAL", "WARNING",
+                                            "NOTICE", "INFO",  "PROGRESS"};
+constexpr char const *DefaultModule = "OpenSG";
 
-int level_index(LogLevel level) { return std::clamp(static_cast<int>(level), 0, level_count - 1); }
+int level_index(LogLevel level) { return std::clamp(static_cast<int>(level), 0, LevelCount - 1); }
 
 /// Swallows what is written to it without formatting it into a buffer first.
 class NilBuffer : public std::streambuf
@@ -120,7 +120,7 @@ struct Log::State
     State()
         : nil(&nilBuffer)
     {
-        for(int i = 0; i < level_count; ++i)
+        for(int i = 0; i < LevelCount; ++i)
         {
             sinkBuffers[i].deliver = &State::deliver;
             sinkStreams[i].rdbuf(&sinkBuffers[i]);
@@ -133,7 +133,7 @@ struct Log::State
         State &state = *log->_state;
         std::lock_guard<std::recursive_mutex> const guard(state.mutex);
         if(state.sink != nullptr)
-            state.sink(level, default_module, text, state.user);
+            state.sink(level, DefaultModule, text, state.user);
     }
 
     // Recursive, so that a sink may ask the log and a guarded stream may meet a message.
@@ -145,21 +145,21 @@ struct Log::State
     LogSink sink = nullptr;
     void *user = nullptr;
     LogLevel messageLevel = LOG_WARNING; // of the last header
-    char const *messageModule = default_module;
+    char const *messageModule = DefaultModule;
     char const *messageFormat = "";
     char header[512] = {}; // waits for its text; longer ones are cut
     NilBuffer nilBuffer;
     std::ostream nil;
-    SinkBuffer sinkBuffers[level_count];
-    std::ostream sinkStreams[level_count] = {std::ostream(nullptr), std::ostream(nullptr),
-                                             std::ostream(nullptr), std::ostream(nullptr),
-                                             std::ostream(nullptr), std::ostream(nullptr)};
+    SinkBuffer sinkBuffers[LevelCount];
+    std::ostream sinkStreams[LevelCount] = {std::ostream(nullptr), std::ostream(nullptr),
+                                            std::ostream(nullptr), std::ostream(nullptr),
+                                            std::ostream(nullptr), std::ostream(nullptr)};
 };
 
 Log::Log()
     : _state(new State)
 {
-    for(int i = 0; i < level_count; ++i)
+    for(int i = 0; i < LevelCount; ++i)
         _state->sinkBuffers[i].setTarget(this, static_cast<LogLevel>(i));
     if(_nilstreamP == nullptr)
         _nilstreamP = &_state->nil;
@@ -246,7 +246,7 @@ void Log::doHeader(LogLevel level, char const *module, char const *file, UInt32 
     if(_state->sink != nullptr)
         return;
     std::snprintf(_state->header, sizeof(_state->header), "%s: (%s:%u %s) ",
-                  level_names[level_index(level)], file, line, function);
+                  LevelNames[level_index(level)], file, line, function);
 }
 
 void Log::doLog(char const *format, ...)
@@ -294,8 +294,8 @@ LogLock::~LogLock()
     osgLogP->unlock();
 }
 
-void logMessage(LogLevel level, char const *file, UInt32 line, char const *function,
-                char const *format, ...)
+void log_message(LogLevel level, char const *file, UInt32 line, char const *function,
+                 char const *format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
@@ -319,10 +319,10 @@ void logMessage(LogLevel level, char const *file, UInt32 line, char const *funct
         return;
     }
     Log &log = *shared.load();
-    if(log.checkLevel(level) && log.checkModule(default_module))
+    if(log.checkLevel(level) && log.checkModule(DefaultModule))
     {
         std::lock_guard<Log> const guard(log);
-        log.doHeader(level, default_module, file, line, function);
+        log.doHeader(level, DefaultModule, file, line, function);
         log.doLogList(format, arguments);
     }
     va_end(arguments);

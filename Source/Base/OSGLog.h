@@ -73,8 +73,8 @@ class OSG_BASE_API Log
     static std::ostream *_nilstreamP;
 
   private:
-    friend OSG_BASE_API void logMessage(LogLevel level, char const *file, UInt32 line,
-                                        char const *function, char const *format, ...);
+    friend OSG_BASE_API void log_message(LogLevel level, char const *file, UInt32 line,
+                                         char const *function, char const *format, ...);
     void doLogList(char const *format, std::va_list arguments);
 
     struct State;
@@ -113,11 +113,11 @@ class OSG_BASE_API LogLock
 };
 
 /// One printf-style message by the pattern above. Use the macros, which add the place.
-OSG_BASE_API void logMessage(LogLevel level, char const *file, UInt32 line, char const *function,
-                             char const *format, ...) __attribute__((format(printf, 5, 6)));
+OSG_BASE_API void log_message(LogLevel level, char const *file, UInt32 line, char const *function,
+                              char const *format, ...) __attribute__((format(printf, 5, 6)));
 } // namespace OSG
 
-#define OSG_LOG(level, ...) ::OSG::logMessage(level, __FILE__, __LINE__, __func__, __VA_ARGS__)
+#define OSG_LOG(level, ...) ::OSG::log_message(level, __FILE__, __LINE__, __func__, __VA_ARGS__)
 #define OSG_LOG_FATAL(...) OSG_LOG(::OSG::LOG_FATAL, __VA_ARGS__)
 #define OSG_LOG_WARNING(...) OSG_LOG(::OSG::LOG_WARNING, __VA_ARGS__)
 #define OSG_LOG_NOTICE(...) OSG_LOG(::OSG::LOG_NOTICE, __VA_ARGS__)

@@ -7,11 +7,11 @@
 
 namespace OSG
 {
-void warnZeroW() { OSG_LOG_WARNING("TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n"); }
+void warn_zero_w() { OSG_LOG_WARNING("TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n"); }
 
 namespace
 {
-constexpr double singular_determinant = 1e-30;
+constexpr double SingularDeterminant = 1e-30;
 
 /// The 2 by 2 minors of the upper and of the lower two rows of m, after which both the determinant
 /// and every cofactor are sums of six products (Laplace expansion along two rows). Pair i stands
@@ -44,8 +44,8 @@ struct RowPairMinors
 
 // Cofactor of the element in column a, row r: the other three columns in the other row of r's pair,
 // each against the minor of the opposite pair of rows that leaves a and this column out.
-constexpr int others[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
-constexpr int pairs[4][3] = {{5, 4, 3}, {5, 2, 1}, {4, 2, 0}, {3, 1, 0}};
+constexpr int Others[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
+constexpr int Pairs[4][3] = {{5, 4, 3}, {5, 2, 1}, {4, 2, 0}, {3, 1, 0}};
 } // namespace
 
 template <class T>
@@ -84,7 +84,7 @@ bool TransformationMatrix<T>::invertFrom(TransformationMatrix const &source)
     RowPairMinors const minors(source);
     double const determinant = minors.determinant();
     // Not a number counts as singular.
-    if(!(std::abs(determinant) >= singular_determinant))
+    if(!(std::abs(determinant) >= SingularDeterminant))
     {
         OSG_LOG_WARNING("TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n");
         setIdentity();
@@ -97,9 +97,9 @@ bool TransformationMatrix<T>::invertFrom(TransformationMatrix const &source)
         {
             double const *const opposite = r < 2 ? minors.lower : minors.upper;
             int const partner = r ^ 1;
-            double const cofactor = source[others[a][0]][partner] * opposite[pairs[a][0]] -
-                                    source[others[a][1]][partner] * opposite[pairs[a][1]] +
-                                    source[others[a][2]][partner] * opposite[pairs[a][2]];
+            double const cofactor = source[Others[a][0]][partner] * opposite[Pairs[a][0]] -
+                                    source[Others[a][1]][partner] * opposite[Pairs[a][1]] +
+                                    source[Others[a][2]][partner] * opposite[Pairs[a][2]];
             bool const negative = ((a + r) & 1) != 0;
             inverse[r][a] = static_cast<T>((negative ? -cofactor : cofactor) / determinant);
         }

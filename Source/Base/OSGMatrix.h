@@ -21,7 +21,7 @@
 namespace OSG
 {
 /// Logs that a point came to w == 0.
-OSG_BASE_API void warnZeroW();
+OSG_BASE_API void warn_zero_w();
 
 template <class T>
 class TransformationMatrix
@@ -90,7 +90,7 @@ class TransformationMatrix
         T const w = row(3, in) + _columns[3][3];
         PointType const undivided = *this * in;
         if(w == T(0))
-            warnZeroW();
+            warn_zero_w();
         out = w == T(0) ? undivided : undivided * (T(1) / w);
     }
     /// Linear part, divided by the vector's own w (without m[3][3]); a w of 0 divides nothing and

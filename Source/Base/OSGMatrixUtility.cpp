@@ -13,7 +13,7 @@ bool is_long(Vec3f const &vector) { return std::isinf(vector.length()); }
 bool make_unit(Vec3f &vector)
 {
     Real32 const length = vector.length();
-    if(!(length >= unit_length_epsilon))
+    if(!(length >= UnitLengthEpsilon))
         return false;
     if(!is_long(vector))
     {

@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr std::size_t plain_alignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+constexpr std::size_t PlainAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 
 /// MemMalloc, asking the new-handler for memory as long as there is one.
 void *allocate(std::size_t size)
@@ -28,7 +28,7 @@ void *allocate(std::size_t size)
 /// Blocks of a wider alignment keep the address that MemMalloc gave right before their first byte.
 void *allocate_aligned(std::size_t size, std::size_t alignment)
 {
-    if(alignment <= plain_alignment)
+    if(alignment <= PlainAlignment)
         return allocate(size);
     std::size_t const room = alignment + sizeof(void *);
     if(size > static_cast<std::size_t>(-1) - room)
@@ -42,7 +42,7 @@ void *allocate_aligned(std::size_t size, std::size_t alignment)
 
 void release_aligned(void *block, std::size_t alignment) noexcept
 {
-    if(block != nullptr && alignment > plain_alignment)
+    if(block != nullptr && alignment > PlainAlignment)
         block = static_cast<void **>(block)[-1];
     OSG::MemFree(block);
 }

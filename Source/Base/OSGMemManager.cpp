@@ -102,7 +102,7 @@ void MemFree(void *block) noexcept
     back_end.release(block);
 }
 
-void *MemMallocOrThrow(std::size_t size)
+void *mem_malloc_or_throw(std::size_t size)
 {
     void *const block = MemMalloc(size);
     if(block == nullptr)
@@ -110,7 +110,7 @@ void *MemMallocOrThrow(std::size_t size)
     return block;
 }
 
-bool setMemBackEnd(MemBackEnd const &backEnd)
+bool set_mem_back_end(MemBackEnd const &backEnd)
 {
     if(in_use.load())
         return false;
@@ -118,19 +118,19 @@ bool setMemBackEnd(MemBackEnd const &backEnd)
     return true;
 }
 
-UInt64 getMemBytes() { return bytes_out.load(std::memory_order_relaxed); }
+UInt64 get_mem_bytes() { return bytes_out.load(std::memory_order_relaxed); }
 
-UInt64 getMemPeakBytes() { return bytes_peak.load(std::memory_order_relaxed); }
+UInt64 get_mem_peak_bytes() { return bytes_peak.load(std::memory_order_relaxed); }
 
-void resetMemPeak() { bytes_peak.store(bytes_out.load()); }
+void reset_mem_peak() { bytes_peak.store(bytes_out.load()); }
 
-void setMemLimit(UInt64 bytes)
+void set_mem_limit(UInt64 bytes)
 {
     bytes_limit.store(bytes);
     blocks_left.store(NoLimit);
 }
 
-void setMemBlockLimit(UInt64 blocks)
+void set_mem_block_limit(UInt64 blocks)
 {
     blocks_left.store(blocks);
     bytes_limit.store(NoLimit);

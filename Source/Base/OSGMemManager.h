@@ -16,7 +16,7 @@ OSG_BASE_API void *MemMalloc(std::size_t size) noexcept;
 /// Gives a block of MemMalloc back; null is allowed.
 OSG_BASE_API void MemFree(void *block) noexcept;
 /// MemMalloc that raises std::bad_alloc in place of null.
-OSG_BASE_API void *MemMallocOrThrow(std::size_t size);
+OSG_BASE_API void *mem_malloc_or_throw(std::size_t size);
 
 /// What stands behind MemMalloc and MemFree. `blockSize` tells the bytes that a block takes.
 struct MemBackEnd
@@ -27,17 +27,17 @@ struct MemBackEnd
 };
 /// Replaces the back end. Only before the first block was handed out: otherwise false, and nothing
 /// changes.
-OSG_BASE_API bool setMemBackEnd(MemBackEnd const &backEnd);
+OSG_BASE_API bool set_mem_back_end(MemBackEnd const &backEnd);
 
 /// Bytes that are out, and the most that ever were, as the back end sizes the blocks.
-OSG_BASE_API UInt64 getMemBytes();
-OSG_BASE_API UInt64 getMemPeakBytes();
+OSG_BASE_API UInt64 get_mem_bytes();
+OSG_BASE_API UInt64 get_mem_peak_bytes();
 /// Starts a new peak at the bytes that are out now.
-OSG_BASE_API void resetMemPeak();
+OSG_BASE_API void reset_mem_peak();
 /// MemMalloc gives null once more than `bytes` would be out; 0 lifts the limit.
-OSG_BASE_API void setMemLimit(UInt64 bytes);
-/// MemMalloc hands out `blocks` more blocks, then null until setMemLimit is called.
-OSG_BASE_API void setMemBlockLimit(UInt64 blocks);
+OSG_BASE_API void set_mem_limit(UInt64 bytes);
+/// MemMalloc hands out `blocks` more blocks, then null until set_mem_limit is called.
+OSG_BASE_API void set_mem_block_limit(UInt64 blocks);
 
 /// Standard allocator over MemMalloc; raises std::bad_alloc.
 template <class T>
@@ -55,7 +55,7 @@ struct MemAllocator
     {
         if(n > static_cast<std::size_t>(-1) / sizeof(T))
             throw std::bad_array_new_length();
-        return static_cast<T *>(MemMallocOrThrow(n * sizeof(T)));
+        return static_cast<T *>(mem_malloc_or_throw(n * sizeof(T)));
     }
     void deallocate(T *block, std::size_t) noexcept { MemFree(block); }
 
@@ -65,7 +65,7 @@ struct MemAllocator
 /// Gives a class operator new and delete over MemMalloc.
 struct MemObject
 {
-    static void *operator new(std::size_t size) { return MemMallocOrThrow(size); }
+    static void *operator new(std::size_t size) { return mem_malloc_or_throw(size); }
     static void *operator new(std::size_t, void *place) noexcept { return place; }
     static void operator delete(void *block) noexcept { MemFree(block); }
     static void operator delete(void *, void *) noexcept {}

@@ -79,7 +79,7 @@ class Plane
         Vec4f const plane(_normal[0], _normal[1], _normal[2], -_distance);
         Vec3f const normal(inverse[0].dot(plane), inverse[1].dot(plane), inverse[2].dot(plane));
         Real32 const length = normal.length();
-        Real32 const scale = length < unit_length_epsilon ? 1.f : 1.f / length;
+        Real32 const scale = length < UnitLengthEpsilon ? 1.f : 1.f / length;
         setValue(normal * scale, -inverse[3].dot(plane) * scale);
     }
 

@@ -34,7 +34,7 @@ class Quaternion
     void setValueAsAxisRad(Vec3f const &axis, Real32 angle)
     {
         Real32 const length = axis.length();
-        if(!(length > unit_length_epsilon))
+        if(!(length > UnitLengthEpsilon))
         {
             *this = Quaternion();
             return;

@@ -22,7 +22,7 @@
 namespace OSG
 {
 /// Vectors shorter than this keep their length when they are normalised.
-inline constexpr Real32 unit_length_epsilon = 1e-6f;
+inline constexpr Real32 UnitLengthEpsilon = 1e-6f;
 
 /// What points and vectors have in common: N numbers. `Self` is the class derived from it.
 template <class Self, class T, UInt32 N>
@@ -110,11 +110,11 @@ class Vector : public NumberTuple<Vector<T, N>, T, N>
     // --- lengths ---
     constexpr T squareLength() const { return dot(*this); }
     T length() const { return std::sqrt(squareLength()); }
-    /// Multiplies by 1 / length; shorter than `unit_length_epsilon` it stays as it is.
+    /// Multiplies by 1 / length; shorter than `UnitLengthEpsilon` it stays as it is.
     void normalize()
     {
         T const size = length();
-        if(std::abs(size) < unit_length_epsilon)
+        if(std::abs(size) < UnitLengthEpsilon)
             return;
         *this *= T(1) / size;
     }

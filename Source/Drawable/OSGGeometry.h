@@ -24,6 +24,8 @@ class TriangleIterator;
 class OSG_DRAWABLE_API Geometry : public GeometryBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Slots of the vertex arrays and their indices.
     enum Slot : UInt16
     {

@@ -15,9 +15,9 @@
 namespace OSG
 {
 /// So many bytes from the beginning of a scan must be readable, whatever they hold.
-constexpr std::size_t digitScanReach = 8;
+constexpr std::size_t DigitScanReach = 8;
 
-constexpr bool isDecimalDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+constexpr bool is_decimal_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
 
 /// The number that the digits at `p` make, up to eight of them, and how many there are: 0 to 8.
 struct DigitScan
@@ -26,7 +26,7 @@ struct DigitScan
     UInt32 count;
 };
 
-inline DigitScan scanEightDigits(char const *p)
+inline DigitScan scan_eight_digits(char const *p)
 {
     if constexpr(std::endian::native == std::endian::little)
     {
@@ -49,7 +49,7 @@ inline DigitScan scanEightDigits(char const *p)
         return {static_cast<UInt32>(digits), count};
     }
     DigitScan scan = {0, 0};
-    for(; scan.count < 8 && isDecimalDigit(p[scan.count]); ++scan.count)
+    for(; scan.count < 8 && is_decimal_digit(p[scan.count]); ++scan.count)
         scan.number = scan.number * 10 + static_cast<UInt32>(p[scan.count] - '0');
     return scan;
 }

@@ -11,7 +11,7 @@ namespace OSG
 {
 namespace
 {
-constexpr char nothing[digitScanReach] = {};
+constexpr char Nothing[DigitScanReach] = {};
 
 /// Tells how much of a stream buffer can be copied without a call of its virtual operations, which
 /// may raise an exception half way and take what they had read with it.
@@ -46,7 +46,7 @@ ReadBuffer::ReadBuffer(std::istream &in, std::size_t blockSize)
     : _in(in)
     , _blockSize(std::max<std::size_t>(blockSize, 1))
     , _state(in.rdstate())
-    , _data(wordReach + _blockSize + lineLimit + digitScanReach)
+    , _data(wordReach + _blockSize + lineLimit + DigitScanReach)
     , _pos(front())
     , _end(front())
 {
@@ -71,7 +71,7 @@ bool ReadBuffer::more()
     char *const former = _end;
     try
     {
-        std::size_t const room = _data.size() - wordReach - digitScanReach - unread;
+        std::size_t const room = _data.size() - wordReach - DigitScanReach - unread;
         fetchBlock(_end, _end + std::min(_blockSize, room));
     }
     catch(...)
@@ -125,7 +125,7 @@ inline bool ReadBuffer::enterBehindSpace()
         return enter();
     do
     {
-        while(isStreamSpace(*_pos) && _pos != _end)
+        while(is_stream_space(*_pos) && _pos != _end)
             ++_pos;
         if(_pos != _end)
             return true;
@@ -139,7 +139,7 @@ std::string_view ReadBuffer::token()
     if(!enterBehindSpace())
         return {};
     char *p = _pos;
-    while(!isStreamSpace(*p))
+    while(!is_stream_space(*p))
         ++p;
     if(p == _end)
         return splitToken(p);
@@ -165,7 +165,7 @@ std::string_view ReadBuffer::splitToken(char const *scanned)
             break;
         }
         p = _pos;
-        while(!isStreamSpace(*p))
+        while(!is_stream_space(*p))
             ++p;
     }
     return _split;
@@ -176,7 +176,7 @@ inline bool ReadBuffer::readNextReal32(Real32 &value)
     value = 0;
     if(!enterBehindSpace())
         return false;
-    if(char const *const behind = scanShortReal32(_pos, _end, value))
+    if(char const *const behind = scan_short_real32(_pos, _end, value))
     {
         _pos += behind - _pos;
         return true;
@@ -208,7 +208,7 @@ bool ReadBuffer::readLongReal32(Real32 &value)
 std::string_view ReadBuffer::lineRest()
 {
     if(!enter())
-        return std::string_view(nothing, 0);
+        return std::string_view(Nothing, 0);
     std::size_t length = 0;
     bool found = false;
     for(;;)
@@ -233,7 +233,7 @@ std::string_view ReadBuffer::lineRest()
     if(!found && _pos != _end && *_pos != '\n')
     {
         _cutLine.assign(result.begin(), result.end());
-        _cutLine.resize(length + digitScanReach);
+        _cutLine.resize(length + DigitScanReach);
         result = std::string_view(_cutLine.data(), length);
     }
     return result;
@@ -285,11 +285,11 @@ std::string ReadBuffer::wordHere()
     {
     }
     char const *begin = _pos;
-    while(begin != _pos - wordReach && !isStreamSpace(begin[-1]))
+    while(begin != _pos - wordReach && !is_stream_space(begin[-1]))
         --begin;
     char const *end = _pos;
     while(end != _end && end - _pos < static_cast<std::ptrdiff_t>(wordReach) &&
-          !isStreamSpace(*end))
+          !is_stream_space(*end))
         ++end;
     return std::string(begin, end);
 }

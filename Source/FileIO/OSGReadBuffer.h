@@ -74,7 +74,7 @@ class OSG_FILEIO_API ReadBuffer
     // --- unformatted ---
     /// What is left of the line, without the line break, which is not taken; at most lineLimit
     /// characters. Fails if that is nothing. The view holds until the next operation, and the
-    /// character behind it is a line break or a zero byte; digitScanReach bytes from that one on
+    /// character behind it is a line break or a zero byte; DigitScanReach bytes from that one on
     /// can be read.
     std::string_view lineRest();
     /// Takes everything up to and including the next line break.

@@ -11,23 +11,23 @@ namespace OSG
 {
 namespace
 {
-constexpr int exact_power_limit = 22;
+constexpr int ExactPowerLimit = 22;
 /// From 1e-22 to 1e22; the positive ones are exact.
-constexpr Real64 power_of_ten[] = {1e-22, 1e-21, 1e-20, 1e-19, 1e-18, 1e-17, 1e-16, 1e-15, 1e-14,
-                                   1e-13, 1e-12, 1e-11, 1e-10, 1e-9,  1e-8,  1e-7,  1e-6,  1e-5,
-                                   1e-4,  1e-3,  1e-2,  1e-1,  1e0,   1e1,   1e2,   1e3,   1e4,
-                                   1e5,   1e6,   1e7,   1e8,   1e9,   1e10,  1e11,  1e12,  1e13,
-                                   1e14,  1e15,  1e16,  1e17,  1e18,  1e19,  1e20,  1e21,  1e22};
-constexpr UInt64 exact_integer_limit = UInt64(1) << 53;
-constexpr std::ptrdiff_t short_digit_limit = 19;
-constexpr std::ptrdiff_t short_exponent_limit = 4;
+constexpr Real64 PowerOfTen[] = {1e-22, 1e-21, 1e-20, 1e-19, 1e-18, 1e-17, 1e-16, 1e-15, 1e-14,
+                                 1e-13, 1e-12, 1e-11, 1e-10, 1e-9,  1e-8,  1e-7,  1e-6,  1e-5,
+                                 1e-4,  1e-3,  1e-2,  1e-1,  1e0,   1e1,   1e2,   1e3,   1e4,
+                                 1e5,   1e6,   1e7,   1e8,   1e9,   1e10,  1e11,  1e12,  1e13,
+                                 1e14,  1e15,  1e16,  1e17,  1e18,  1e19,  1e20,  1e21,  1e22};
+constexpr UInt64 ExactIntegerLimit = UInt64(1) << 53;
+constexpr std::ptrdiff_t ShortDigitLimit = 19;
+constexpr std::ptrdiff_t ShortExponentLimit = 4;
 
-constexpr UInt64 integer_powers_of_ten[] = {1,      10,      100,      1000,     10000,
-                                            100000, 1000000, 10000000, 100000000};
+constexpr UInt64 IntegerPowersOfTen[] = {1,      10,      100,      1000,     10000,
+                                         100000, 1000000, 10000000, 100000000};
 
 char const *scan_more_digits(char const *p, UInt64 &number)
 {
-    for(; isDecimalDigit(*p); ++p)
+    for(; is_decimal_digit(*p); ++p)
         number = number * 10 + static_cast<UInt64>(*p - '0');
     return p;
 }
@@ -35,8 +35,8 @@ char const *scan_more_digits(char const *p, UInt64 &number)
 /// Appends the digits at `p` to the number, which wraps where it gets too long.
 inline char const *scan_digits(char const *p, UInt64 &number)
 {
-    DigitScan const scan = scanEightDigits(p);
-    number = number * integer_powers_of_ten[scan.count] + scan.number;
+    DigitScan const scan = scan_eight_digits(p);
+    number = number * IntegerPowersOfTen[scan.count] + scan.number;
     p += scan.count;
     return scan.count < 8 ? p : scan_more_digits(p, number);
 }
@@ -50,7 +50,7 @@ char const *scan_exponent(char const *p, int &exponent)
     UInt64 magnitude = 0;
     char const *const first = p;
     p = scan_digits(p, magnitude);
-    if(p == first || p - first > short_exponent_limit)
+    if(p == first || p - first > ShortExponentLimit)
         return nullptr;
     exponent += negative ? -static_cast<int>(magnitude) : static_cast<int>(magnitude);
     return p;
@@ -67,10 +67,9 @@ bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
         value = 0;
         return true;
     }
-    if(mantissa > exact_integer_limit || exponent < -exact_power_limit ||
-       exponent > exact_power_limit)
+    if(mantissa > ExactIntegerLimit || exponent < -ExactPowerLimit || exponent > ExactPowerLimit)
         return false;
-    Real64 const wide = static_cast<Real64>(mantissa) * power_of_ten[exponent + exact_power_limit];
+    Real64 const wide = static_cast<Real64>(mantissa) * PowerOfTen[exponent + ExactPowerLimit];
     constexpr UInt64 below_float = (UInt64(1) << 29) - 1;
     constexpr UInt64 midpoint = UInt64(1) << 28;
     constexpr UInt64 margin = 2;
@@ -81,7 +80,7 @@ bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
 }
 } // namespace
 
-char const *scanShortReal32(char const *begin, char const *end, Real32 &value)
+char const *scan_short_real32(char const *begin, char const *end, Real32 &value)
 {
     char const *p = begin;
     bool const negative = *p == '-';
@@ -99,7 +98,7 @@ char const *scanShortReal32(char const *begin, char const *end, Real32 &value)
         exponent = -static_cast<int>(p - fraction < 32 ? p - fraction : 32);
         digits += p - fraction;
     }
-    if(digits == 0 || digits > short_digit_limit)
+    if(digits == 0 || digits > ShortDigitLimit)
         return nullptr;
     if(*p == 'e' || *p == 'E')
     {
@@ -127,7 +126,7 @@ bool Real32Accumulator::accept(char c)
         }
         [[fallthrough]];
     case Place::Mantissa:
-        if(isDecimalDigit(c))
+        if(is_decimal_digit(c))
             takeDigit(c);
         else if(c == '.' && !_hasPoint)
             _hasPoint = true;
@@ -145,7 +144,7 @@ bool Real32Accumulator::accept(char c)
         }
         [[fallthrough]];
     case Place::Exponent:
-        if(!isDecimalDigit(c))
+        if(!is_decimal_digit(c))
             return false;
         _hasExponentDigit = true;
         if(_exponent < std::numeric_limits<Int64>::max() / 100)

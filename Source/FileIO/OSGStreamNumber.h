@@ -19,14 +19,14 @@
 namespace OSG
 {
 /// The white space of the classic locale.
-constexpr bool isStreamSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool is_stream_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 /// Reads the usual short forms: up to 19 digits, an exponent of up to 4 digits. Returns the place
 /// behind the number, or null where it does not decide: no number, a failing one, one that reaches
 /// `end` (its next character is unknown), or one that wants exact arithmetic. `value` is set only
 /// with a result that is not null. `*end` must hold neither digit, point nor "e", and
-/// digitScanReach bytes from there must be readable.
-OSG_FILEIO_API char const *scanShortReal32(char const *begin, char const *end, Real32 &value);
+/// DigitScanReach bytes from there must be readable.
+OSG_FILEIO_API char const *scan_short_real32(char const *begin, char const *end, Real32 &value);
 
 /// Takes a number of any length character by character; memory does not grow with the length.
 class OSG_FILEIO_API Real32Accumulator

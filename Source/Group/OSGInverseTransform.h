@@ -9,6 +9,8 @@ namespace OSG
 class OSG_GROUP_API InverseTransform : public InverseTransformBase, public RenderedMatrix
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Multiplies the matrix that rendering keeps.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;

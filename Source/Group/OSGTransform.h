@@ -8,6 +8,8 @@ namespace OSG
 class OSG_GROUP_API Transform : public TransformBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Multiplies the matrix from the right.
     void accumulateMatrix(Matrix &matrix) override;
     /// Carries the box of the children into the parent's space.

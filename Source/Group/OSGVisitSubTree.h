@@ -10,6 +10,8 @@ namespace OSG
 class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// The box of the other subtree in place of the children's.
     void adjustVolume(Volume &volume) override;
     void changed(BitVector whichField, UInt32 origin, BitVector details) override;

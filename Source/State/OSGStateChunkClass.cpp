@@ -18,7 +18,7 @@ StateChunkClass::StateChunkClass(char const *name, UInt32 numSlots, UInt32 prior
     , _numSlots(std::max(numSlots, 1u))
     , _priority(priority)
 {
-    recordStartUp(StartUpKind::StateChunkClass, name);
+    record_start_up(StartUpKind::StateChunkClass, name);
 }
 
 UInt32 StateChunkClass::getTotalSlots() { return slots_of_all; }

@@ -79,11 +79,11 @@ void terminate_types()
 void take_down()
 {
     GlobalSystemState = SystemEnding;
-    try_to([] { runSystemHooks(HookList::PreFactoryExit); });
+    try_to([] { run_system_hooks(HookList::PreFactoryExit); });
     try_to([] { Thread::getCurrentChangeList()->commitChanges(); });
     terminate_types();
     try_to(&break_links);
-    try_to([] { runSystemHooks(HookList::PostFactoryExit); });
+    try_to([] { run_system_hooks(HookList::PostFactoryExit); });
     GlobalSystemState = SystemEnded;
 }
 } // namespace
@@ -99,7 +99,7 @@ bool startUp()
     {
         doInitLog();
         bring_types_up();
-        runSystemHooks(HookList::PostFactoryInit);
+        run_system_hooks(HookList::PostFactoryInit);
     }
     catch(...)
     {
@@ -110,7 +110,7 @@ bool startUp()
     return true;
 }
 
-void bringUpLateTypes()
+void bring_up_late_types()
 {
     if(GlobalSystemState == SystemRunning)
         bring_types_up();

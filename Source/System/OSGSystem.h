@@ -20,5 +20,5 @@ OSG_SYSTEM_API bool startUp();
 OSG_SYSTEM_API bool shutDown();
 
 /// Brings up the types of a library that was loaded after startUp; nothing before it.
-OSG_SYSTEM_API void bringUpLateTypes();
+OSG_SYSTEM_API void bring_up_late_types();
 } // namespace OSG

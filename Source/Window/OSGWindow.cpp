@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "OSGBinaryDataHandler.h"
 #include "OSGFieldOperations.h"
 
 namespace OSG
@@ -84,23 +83,5 @@ void Window::resolveLinks()
 {
     orphanPorts();
     WindowBase::resolveLinks();
-}
-
-// The stream holds the ids of the viewports. They go in through addPort, which sets their parents.
-void Window::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
-{
-    WindowBase::copyFromBin(handler, mask & ~PortsFieldMask);
-    if((mask & PortsFieldMask) == 0)
-        return;
-    while(getNPorts() != 0)
-        subPort(getPort(0));
-    UInt32 count = 0;
-    handler.getValue(count);
-    for(; count > 0; --count)
-    {
-        UInt32 id = 0;
-        handler.getValue(id);
-        addPort(mapped_pointer<Viewport>(id));
-    }
 }
 } // namespace OSG

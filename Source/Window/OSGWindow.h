@@ -9,6 +9,8 @@ namespace OSG
 class OSG_WINDOW_API Window : public WindowBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::ExecSync;
+
     void setSize(UInt16 width, UInt16 height);
 
     // --- viewports; a viewport has one window, which keeps a reference to it ---
@@ -22,7 +24,6 @@ class OSG_WINDOW_API Window : public WindowBase
 
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
     void resolveLinks() override;
-    void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
     void execSync(WindowBase *from, BitVector whichField, AspectOffsets &offsets,
                   BitVector syncMode, UInt32 syncInfo);
 

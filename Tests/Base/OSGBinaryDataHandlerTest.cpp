@@ -158,8 +158,8 @@ TEST(BinaryDataHandler, ShortStorageRaisesAndLeavesTheValue)
 TEST(BinaryDataHandler, LyingCountRaisesBeforeMemoryIsGone)
 {
     Bytes const lie{0xff, 0xff, 0xff, 0xff, 1, 0, 0, 0};
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
     std::vector<UInt32> list{4};
     MemoryBinaryDataHandler numbers(lie);
     EXPECT_THROW(numbers.getList(list), BinaryDataHandler::ReadError);
@@ -168,7 +168,7 @@ TEST(BinaryDataHandler, LyingCountRaisesBeforeMemoryIsGone)
     MemoryBinaryDataHandler texts(lie);
     EXPECT_THROW(texts.getValue(text), BinaryDataHandler::ReadError);
     EXPECT_EQ(text, "former");
-    EXPECT_LT(getMemPeakBytes() - before, 2u << 20);
+    EXPECT_LT(get_mem_peak_bytes() - before, 2u << 20);
 }
 
 TEST(BinaryDataHandler, WrongDirectionRaises)

@@ -15,8 +15,8 @@ namespace
 using namespace OSG;
 using OSG::Test::RandomNumbers;
 
-Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
-Real32 const infinity = std::numeric_limits<Real32>::infinity();
+Real32 const Nan = std::numeric_limits<Real32>::quiet_NaN();
+Real32 const Infinity = std::numeric_limits<Real32>::infinity();
 
 BoxVolume random_box(RandomNumbers &random)
 {
@@ -70,13 +70,13 @@ TEST(BoxVolume, CenterOfHugeBoundsDoesNotOverflow)
 TEST(BoxVolume, PointThatIsNotANumberAddsNothing)
 {
     BoxVolume box;
-    box.extendBy(Pnt3f(0, nan, 0));
+    box.extendBy(Pnt3f(0, Nan, 0));
     EXPECT_TRUE(box.isEmpty());
     box.extendBy(Pnt3f(1, 1, 1));
-    box.extendBy(Pnt3f(5, 5, nan));
+    box.extendBy(Pnt3f(5, 5, Nan));
     EXPECT_EQ(box.getMax(), Pnt3f(1, 1, 1));
-    box.extendBy(Pnt3f(infinity, 1, 1));
-    EXPECT_EQ(box.getMax(), Pnt3f(infinity, 1, 1));
+    box.extendBy(Pnt3f(Infinity, 1, 1));
+    EXPECT_EQ(box.getMax(), Pnt3f(Infinity, 1, 1));
 }
 
 TEST(BoxVolume, ExtendJoinsBothBoxes)
@@ -162,10 +162,10 @@ TEST(BoxVolume, TransformToNotANumberMakesInfinite)
 {
     BoxVolume box(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
     Matrix m;
-    m[0][1] = nan;
+    m[0][1] = Nan;
     box.transform(m);
     EXPECT_TRUE(box.isInfinite());
-    BoxVolume endless(Pnt3f(0, 0, 0), Pnt3f(infinity, 1, 1));
+    BoxVolume endless(Pnt3f(0, 0, 0), Pnt3f(Infinity, 1, 1));
     m.setScale(0);
     endless.transform(m);
     EXPECT_TRUE(endless.isInfinite());
@@ -227,8 +227,8 @@ TEST(BoxVolume, InfiniteBoundsAreCulledByTheirFiniteCornersOnly)
     // The plane z >= 0 does not look at x: 0 times infinity must not drop the box.
     Plane const up(Vec3f(0, 0, 1), Pnt3f());
     FrustumVolume const frustum(up, up, up, up, up, up);
-    EXPECT_TRUE(BoxVolume(Pnt3f(0, 0, 0), Pnt3f(infinity, 1, 1)).intersect(frustum));
-    EXPECT_FALSE(BoxVolume(Pnt3f(0, 0, -2), Pnt3f(infinity, 1, -1)).intersect(frustum));
+    EXPECT_TRUE(BoxVolume(Pnt3f(0, 0, 0), Pnt3f(Infinity, 1, 1)).intersect(frustum));
+    EXPECT_FALSE(BoxVolume(Pnt3f(0, 0, -2), Pnt3f(Infinity, 1, -1)).intersect(frustum));
 }
 
 TEST(BoxVolume, RayEntersAndLeaves)
@@ -270,7 +270,7 @@ TEST(BoxVolume, PointsInTheClosedBoxLieInIt)
     BoxVolume const box(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
     EXPECT_TRUE(box.intersect(Pnt3f(1, 0, 0.5f)));
     EXPECT_FALSE(box.intersect(Pnt3f(1.1f, 0, 0.5f)));
-    EXPECT_FALSE(box.intersect(Pnt3f(nan, 0, 0.5f)));
+    EXPECT_FALSE(box.intersect(Pnt3f(Nan, 0, 0.5f)));
     EXPECT_FALSE(BoxVolume().intersect(Pnt3f()));
 }
 } // namespace

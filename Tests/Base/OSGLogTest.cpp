@@ -72,7 +72,7 @@ TEST(Log, ModulesAreComparedWhole)
 TEST(Log, HeaderNamesFileLineAndFunction)
 {
     StreamedLog out;
-    logMessage(LOG_WARNING, "OSGSome.cpp", 17, "work", "text\n");
+    log_message(LOG_WARNING, "OSGSome.cpp", 17, "work", "text\n");
     EXPECT_EQ(out.text(), "WARNING: (OSGSome.cpp:17 work) text\n");
 }
 
@@ -104,7 +104,7 @@ TEST(Log, AMessageIsOneWrite)
     std::ostream out(&buffer);
     doInitLog();
     osgLogP->setStream(out);
-    logMessage(LOG_WARNING, "OSGSome.cpp", 17, "work", "%d apples\n", 3);
+    log_message(LOG_WARNING, "OSGSome.cpp", 17, "work", "%d apples\n", 3);
     osgLogP->setStream(std::cerr);
     EXPECT_THAT(buffer.writes(), ElementsAre("WARNING: (OSGSome.cpp:17 work) 3 apples\n"));
 }
@@ -155,7 +155,7 @@ TEST(Log, LongTextHasItsHeader)
     {
         StreamedLog out;
         std::string const argument(length, 'x');
-        logMessage(LOG_WARNING, "OSGSome.cpp", 17, "work", "%s\n", argument.c_str());
+        log_message(LOG_WARNING, "OSGSome.cpp", 17, "work", "%s\n", argument.c_str());
         EXPECT_EQ(out.text(), "WARNING: (OSGSome.cpp:17 work) " + argument + "\n") << length;
     }
 }

@@ -16,8 +16,8 @@ using OSG::Test::RandomNumbers;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-char const *const zero_w = "TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n";
-char const *const singular = "TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n";
+char const *const ZeroW = "TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n";
+char const *const Singular = "TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n";
 
 Matrix random_matrix(RandomNumbers &random)
 {
@@ -133,7 +133,7 @@ TEST(Matrix, PointWithZeroWStaysUndividedAndIsLogged)
     Pnt3f out;
     m.multFull(Pnt3f(-1, 0, 0), out);
     EXPECT_EQ(out, Pnt3f(9, 20, 30));
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(zero_w));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ZeroW));
 }
 
 TEST(Matrix, VectorIsDividedByItsOwnWAndZeroIsNotLogged)
@@ -232,7 +232,7 @@ TEST(Matrix, SingularMatrixGivesTheIdentityAWarningAndFalse)
     result.setScale(7);
     EXPECT_FALSE(result.invertFrom(flat));
     EXPECT_EQ(result, Matrix());
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(singular));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular));
 }
 
 TEST(Matrix, DeterminantBelowTheLimitIsSingularAndAboveItIsNot)
@@ -253,7 +253,7 @@ TEST(Matrix, AMatrixWithANumberThatIsNoneHasNoInverse)
     m[1][2] = std::numeric_limits<Real32>::quiet_NaN();
     EXPECT_FALSE(result.invertFrom(m));
     EXPECT_EQ(result, Matrix());
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(singular));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular));
 }
 
 TEST(Matrix, EqualsTakesTheToleranceInForAllElements)

@@ -13,7 +13,7 @@ using namespace OSG;
 /// Lifts the limit again, whatever the test does.
 struct LimitGuard
 {
-    ~LimitGuard() { setMemLimit(0); }
+    ~LimitGuard() { set_mem_limit(0); }
 };
 
 struct Scenic : MemObject
@@ -30,72 +30,72 @@ TEST(MemManager, BlockOfNoBytesIsABlock)
 
 TEST(MemManager, FreeOfNullDoesNothing)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     MemFree(nullptr);
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(MemManager, BytesRiseByAtLeastTheSizeAndFallBack)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     void *const block = MemMalloc(1000);
-    EXPECT_GE(getMemBytes(), before + 1000);
+    EXPECT_GE(get_mem_bytes(), before + 1000);
     MemFree(block);
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(MemManager, PeakStaysUntilItIsReset)
 {
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
     MemFree(MemMalloc(1 << 20));
-    EXPECT_GE(getMemPeakBytes(), before + (1 << 20));
-    resetMemPeak();
-    EXPECT_LT(getMemPeakBytes(), before + (1 << 20));
+    EXPECT_GE(get_mem_peak_bytes(), before + (1 << 20));
+    reset_mem_peak();
+    EXPECT_LT(get_mem_peak_bytes(), before + (1 << 20));
 }
 
 TEST(MemManager, LimitRefusesWithNullAndCountsNothing)
 {
     LimitGuard const guard;
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
-    setMemLimit(before + 10000);
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
+    set_mem_limit(before + 10000);
     void *const refused = MemMalloc(20000);
     void *const exact = MemMalloc(10000 + 1);
     void *const huge = MemMalloc(static_cast<std::size_t>(-1));
-    UInt64 const after = getMemBytes();
-    setMemLimit(0);
+    UInt64 const after = get_mem_bytes();
+    set_mem_limit(0);
     EXPECT_EQ(refused, nullptr);
     EXPECT_EQ(exact, nullptr);
     EXPECT_EQ(huge, nullptr);
     EXPECT_EQ(after, before);
-    EXPECT_LE(getMemPeakBytes(), before + 10000);
+    EXPECT_LE(get_mem_peak_bytes(), before + 10000);
 }
 
 TEST(MemManager, ExhaustionRaisesTheStandardFailure)
 {
     LimitGuard const guard;
     bool raised = false;
-    setMemLimit(getMemBytes() + 100);
+    set_mem_limit(get_mem_bytes() + 100);
     try
     {
-        MemFree(MemMallocOrThrow(10000));
+        MemFree(mem_malloc_or_throw(10000));
     }
     catch(std::bad_alloc const &)
     {
         raised = true;
     }
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_TRUE(raised);
 }
 
 TEST(MemManager, GlobalNewOfThisProgramIsCounted)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     auto *numbers = new std::vector<int>(1000);
-    EXPECT_GE(getMemBytes(), before + 4000);
+    EXPECT_GE(get_mem_bytes(), before + 4000);
     delete numbers;
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(MemManager, WideAlignmentIsKeptAndCounted)
@@ -104,7 +104,7 @@ TEST(MemManager, WideAlignmentIsKeptAndCounted)
     {
         char bytes[300];
     };
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     auto *one = new Wide;
     auto *many = new Wide[3];
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(one) % 256, 0u);
@@ -113,15 +113,15 @@ TEST(MemManager, WideAlignmentIsKeptAndCounted)
     std::memset(many, 1, 3 * sizeof(Wide));
     delete one;
     delete[] many;
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(MemManager, NothrowNewGivesNullAtTheLimit)
 {
     LimitGuard const guard;
-    setMemLimit(getMemBytes() + 100);
+    set_mem_limit(get_mem_bytes() + 100);
     char *const block = new(std::nothrow) char[10000];
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_EQ(block, nullptr);
     delete[] block;
 }
@@ -129,7 +129,7 @@ TEST(MemManager, NothrowNewGivesNullAtTheLimit)
 TEST(MemManager, BackEndStaysOnceABlockIsOut)
 {
     MemFree(MemMalloc(1));
-    EXPECT_FALSE(setMemBackEnd({nullptr, nullptr, nullptr}));
+    EXPECT_FALSE(set_mem_back_end({nullptr, nullptr, nullptr}));
     void *const block = MemMalloc(1);
     EXPECT_NE(block, nullptr);
     MemFree(block);
@@ -137,21 +137,21 @@ TEST(MemManager, BackEndStaysOnceABlockIsOut)
 
 TEST(MemObject, ObjectsAreCounted)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     auto *object = new Scenic;
-    EXPECT_GE(getMemBytes(), before + sizeof(Scenic));
+    EXPECT_GE(get_mem_bytes(), before + sizeof(Scenic));
     delete object;
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(MemAllocator, ContainersUseItAndTooManyElementsRaise)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     {
         std::vector<int, MemAllocator<int>> numbers(1000);
-        EXPECT_GE(getMemBytes(), before + 4000);
+        EXPECT_GE(get_mem_bytes(), before + 4000);
     }
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
     EXPECT_THROW(MemAllocator<double>().allocate(static_cast<std::size_t>(-1) / 4),
                  std::bad_array_new_length);
 }

@@ -13,7 +13,7 @@ namespace
 {
 using namespace OSG;
 
-constexpr Real32 quarter = std::numbers::pi_v<Real32> / 2.f;
+constexpr Real32 Quarter = std::numbers::pi_v<Real32> / 2.f;
 
 Matrix rotation(Quaternion const &q)
 {
@@ -26,10 +26,10 @@ TEST(Quaternion, StartsAsTheIdentity) { EXPECT_EQ(Quaternion(), Quaternion(0, 0,
 
 TEST(Quaternion, AxisOfAnyLengthTurnsTheSame)
 {
-    Quaternion const q(Vec3f(0, 0, 8), quarter);
-    EXPECT_EQ(q, Quaternion(Vec3f(0, 0, 1), quarter));
-    EXPECT_NEAR(q.z(), std::sin(quarter / 2), 1e-7f);
-    EXPECT_NEAR(q.w(), std::cos(quarter / 2), 1e-7f);
+    Quaternion const q(Vec3f(0, 0, 8), Quarter);
+    EXPECT_EQ(q, Quaternion(Vec3f(0, 0, 1), Quarter));
+    EXPECT_NEAR(q.z(), std::sin(Quarter / 2), 1e-7f);
+    EXPECT_NEAR(q.w(), std::cos(Quarter / 2), 1e-7f);
 }
 
 TEST(Quaternion, AxisWithoutLengthGivesTheIdentity)
@@ -52,7 +52,7 @@ TEST(Quaternion, QuarterTurnsCarryAxesIntoAxes)
                           {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}};
     for(Case const &c : cases)
     {
-        Vec3f const turned = rotation(Quaternion(c.axis, quarter)) * c.in;
+        Vec3f const turned = rotation(Quaternion(c.axis, Quarter)) * c.in;
         EXPECT_TRUE(turned.equals(c.out, 1e-6f)) << testing::PrintToString(turned);
     }
 }

@@ -28,13 +28,13 @@ std::size_t size_of_hundred(void *) { return 100; }
 
 TEST(MemBackEnd, ReplacedBeforeTheFirstBlockItServesAll)
 {
-    ASSERT_TRUE(setMemBackEnd({&counted_allocate, &counted_release, &size_of_hundred}));
+    ASSERT_TRUE(set_mem_back_end({&counted_allocate, &counted_release, &size_of_hundred}));
     void *const block = MemMalloc(7);
     EXPECT_EQ(blocks, 1);
-    EXPECT_EQ(getMemBytes(), 100u);
-    EXPECT_FALSE(setMemBackEnd({&std::malloc, &std::free, &size_of_hundred}));
+    EXPECT_EQ(get_mem_bytes(), 100u);
+    EXPECT_FALSE(set_mem_back_end({&std::malloc, &std::free, &size_of_hundred}));
     MemFree(block);
     EXPECT_EQ(blocks, 0);
-    EXPECT_EQ(getMemBytes(), 0u);
+    EXPECT_EQ(get_mem_bytes(), 0u);
 }
 } // namespace

@@ -14,7 +14,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string const out_of_range =
+std::string const OutOfRange =
     "Geometry without a name: an index is out of range, what it belongs to is passed over\n";
 
 std::vector<Pnt3f> numbered_points(UInt32 count)
@@ -212,7 +212,7 @@ TEST(TriangleIterator, PassesOverTrianglesWithAnIndexOutOfRangeAndWarnsOnce)
         make_geometry({{TriangleFanPrimitive}, {6}, numbered_points(4), {}, {0, 1, 9, 2, 3, 9}});
     EXPECT_THAT(triangle_elements(*geometry), ElementsAre(0, 2, 3));
     EXPECT_THAT(triangle_elements(*geometry), ElementsAre(0, 2, 3));
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(TriangleIterator, StopsWherePositionsEnd)
@@ -220,7 +220,7 @@ TEST(TriangleIterator, StopsWherePositionsEnd)
     LogCapture log;
     GeometryPtr const geometry = make_geometry({{PolygonPrimitive}, {5}, numbered_points(4)});
     EXPECT_THAT(triangle_elements(*geometry), ElementsAre(0, 1, 2, 0, 2, 3));
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(TriangleIterator, AQuadWithoutItsLastCornerStillHasItsFirstHalf)
@@ -238,7 +238,7 @@ TEST(TriangleIterator, LengthsOfFourBillionEndAtTheVertices)
                        {3, 4294967295u, 4294967295u},
                        numbered_points(6)});
     EXPECT_THAT(triangle_elements(*geometry), ElementsAre(0, 1, 2, 3, 4, 5));
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(TriangleIterator, TypesWithoutALengthHaveNoVertices)
@@ -276,7 +276,7 @@ TEST(TriangleIterator, WithoutPositionsNothingIsDelivered)
     LogCapture log;
     GeometryPtr const geometry = make_geometry({{TrianglesPrimitive}, {3}, {}, {}, {0, 1, 2}});
     EXPECT_THAT(triangle_elements(*geometry), IsEmpty());
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(TriangleIterator, AssignsAndComparesAsAValue)
@@ -297,7 +297,7 @@ TEST(LineIterator, ALoopThatIsCutShortIsNotClosed)
     LogCapture log;
     GeometryPtr const geometry = make_geometry({{LineLoopPrimitive}, {4}, numbered_points(3)});
     EXPECT_THAT(line_elements(*geometry), ElementsAre(0, 1, 1, 2));
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 // --- primitives ---

@@ -139,7 +139,7 @@ TEST(CalcVertexNormals, ManyGeometriesOverOneArrayTakeMemoryForWhatTheyUse)
     std::vector<Pnt3f> positions(100000);
     GeometryPtr const first =
         make_geometry({{TrianglesPrimitive}, {3}, positions, {}, {5, 600, 70000}});
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     std::vector<GeometryPtr> geometries;
     for(int i = 0; i < 100; ++i)
     {
@@ -149,7 +149,7 @@ TEST(CalcVertexNormals, ManyGeometriesOverOneArrayTakeMemoryForWhatTheyUse)
         calcVertexNormals(geometry);
         geometries.push_back(geometry);
     }
-    EXPECT_LT(getMemBytes() - before, 100000u * sizeof(Vec3f));
+    EXPECT_LT(get_mem_bytes() - before, 100000u * sizeof(Vec3f));
 }
 
 TEST(CalcVertexNormals, IndicesOutOfRangeAreLeftOut)

@@ -13,8 +13,8 @@ namespace
 {
 using testing::ElementsAre;
 
-std::vector<Pnt3f> const corners = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
-std::vector<Vec3f> const axes = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+std::vector<Pnt3f> const Corners = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+std::vector<Vec3f> const Axes = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
 std::vector<UInt32> index_of(Geometry const &geometry, UInt16 slot)
 {
@@ -27,20 +27,20 @@ std::vector<UInt32> index_of(Geometry const &geometry, UInt16 slot)
 TEST(CreateSharedIndex, EachCombinationStandsOnceInTheOrderOfFirstUse)
 {
     GeometryPtr const geometry = make_geometry(
-        {{TrianglesPrimitive}, {6}, corners, axes, {3, 1, 0, 3, 1, 2}, {2, 2, 2, 2, 0, 2}});
+        {{TrianglesPrimitive}, {6}, Corners, Axes, {3, 1, 0, 3, 1, 2}, {2, 2, 2, 2, 0, 2}});
     EXPECT_EQ(createSharedIndex(geometry), 5);
     EXPECT_THAT(index_of(*geometry, Geometry::PositionsSlot), ElementsAre(0, 1, 2, 0, 3, 4));
     EXPECT_EQ(geometry->getIndex(Geometry::PositionsSlot),
               geometry->getIndex(Geometry::NormalsSlot));
     ASSERT_EQ(geometry->getPositions()->size(), 5u);
-    EXPECT_EQ(Pnt3f(geometry->getPositions()->getArray()[3]), corners[1]);
-    EXPECT_EQ(Vec3f(geometry->getNormals()->getArray()[3]), axes[0]);
+    EXPECT_EQ(Pnt3f(geometry->getPositions()->getArray()[3]), Corners[1]);
+    EXPECT_EQ(Vec3f(geometry->getNormals()->getArray()[3]), Axes[0]);
 }
 
 TEST(CreateSharedIndex, AGeometryWithOneIndexStaysAsItIs)
 {
     GeometryPtr const geometry =
-        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 0}});
+        make_geometry({{TrianglesPrimitive}, {3}, Corners, Axes, {3, 1, 0}});
     geometry->setIndices(geometry->getIndex(Geometry::PositionsSlot));
     GeoVectorProperty *const positions = geometry->getPositions();
     GeoIntegralProperty *const index = geometry->getIndex(Geometry::PositionsSlot);
@@ -51,7 +51,7 @@ TEST(CreateSharedIndex, AGeometryWithOneIndexStaysAsItIs)
 
 TEST(CreateSharedIndex, AGeometryWithoutIndexStaysAsItIs)
 {
-    GeometryPtr const geometry = make_geometry({{TrianglesPrimitive}, {3}, corners, axes});
+    GeometryPtr const geometry = make_geometry({{TrianglesPrimitive}, {3}, Corners, Axes});
     EXPECT_EQ(createSharedIndex(geometry), 0);
     EXPECT_EQ(geometry->getIndex(Geometry::PositionsSlot), nullptr);
 }
@@ -59,27 +59,27 @@ TEST(CreateSharedIndex, AGeometryWithoutIndexStaysAsItIs)
 TEST(CreateSharedIndex, AnIndexThatOneSlotLacksIsFolded)
 {
     GeometryPtr const geometry =
-        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 3}});
+        make_geometry({{TrianglesPrimitive}, {3}, Corners, Axes, {3, 1, 3}});
     EXPECT_EQ(createSharedIndex(geometry), 3); // the normals go by the vertices
-    EXPECT_EQ(geometry->beginTriangles().getNormal(2), axes[2]);
-    EXPECT_EQ(geometry->beginTriangles().getPosition(2), corners[3]);
+    EXPECT_EQ(geometry->beginTriangles().getNormal(2), Axes[2]);
+    EXPECT_EQ(geometry->beginTriangles().getPosition(2), Corners[3]);
 }
 
 TEST(CreateSharedIndex, ArraysOfOthersAreNotTouched)
 {
     GeometryPtr const geometry =
-        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 0}, {0, 0, 1}});
+        make_geometry({{TrianglesPrimitive}, {3}, Corners, Axes, {3, 1, 0}, {0, 0, 1}});
     UnrecordedRefPtr<GeoVectorProperty> const shared(geometry->getPositions());
     createSharedIndex(geometry);
     EXPECT_NE(geometry->getPositions(), shared);
     EXPECT_EQ(shared->size(), 4u);
-    EXPECT_EQ(Pnt3f(shared->getArray()[3]), corners[3]);
+    EXPECT_EQ(Pnt3f(shared->getArray()[3]), Corners[3]);
 }
 
 TEST(CreateSharedIndex, APositionOutOfRangeBecomesTheLargestNumber)
 {
     GeometryPtr const geometry =
-        make_geometry({{TrianglesPrimitive}, {4}, corners, axes, {3, 99, 0, 1}, {0, 1, 2, 0}});
+        make_geometry({{TrianglesPrimitive}, {4}, Corners, Axes, {3, 99, 0, 1}, {0, 1, 2, 0}});
     EXPECT_EQ(createSharedIndex(geometry), 3);
     EXPECT_THAT(index_of(*geometry, Geometry::PositionsSlot), ElementsAre(0, 4294967295u, 1, 2));
 }
@@ -87,10 +87,10 @@ TEST(CreateSharedIndex, APositionOutOfRangeBecomesTheLargestNumber)
 TEST(CreateSharedIndex, AnotherElementOutOfRangeBecomesZero)
 {
     GeometryPtr const geometry =
-        make_geometry({{TrianglesPrimitive}, {3}, corners, axes, {3, 1, 0}, {0, 77, 1}});
+        make_geometry({{TrianglesPrimitive}, {3}, Corners, Axes, {3, 1, 0}, {0, 77, 1}});
     EXPECT_EQ(createSharedIndex(geometry), 3);
     EXPECT_EQ(geometry->beginTriangles().getNormal(1), Vec3f());
-    EXPECT_EQ(geometry->beginTriangles().getNormal(2), axes[1]);
+    EXPECT_EQ(geometry->beginTriangles().getNormal(2), Axes[1]);
 }
 
 TEST(CreateSharedIndex, NullAndGeometriesWithoutPositionsGiveZero)
@@ -106,7 +106,7 @@ TEST(CreateSharedIndex, RandomGeometriesShowTheSameTrianglesAfterwards)
     for(int round = 0; round < 500; ++round)
     {
         SCOPED_TRACE(round);
-        GeometryParts parts{{TriangleStripPrimitive}, {3 + random.below(20)}, corners, axes};
+        GeometryParts parts{{TriangleStripPrimitive}, {3 + random.below(20)}, Corners, Axes};
         for(UInt32 i = 0; i < parts.lengths[0]; ++i)
         {
             parts.index.push_back(random.below(4));
@@ -157,7 +157,7 @@ void expect_numbering(GeometryParts const &parts)
 TEST(CreateSharedIndex, ManyCombinationsOfOnePositionAreNumberedAlike)
 {
     RandomNumbers random(74);
-    GeometryParts parts{{PolygonPrimitive}, {20000}, corners, {}};
+    GeometryParts parts{{PolygonPrimitive}, {20000}, Corners, {}};
     for(UInt32 i = 0; i < 20000; ++i)
     {
         parts.normals.push_back(random.vector());
@@ -170,7 +170,7 @@ TEST(CreateSharedIndex, ManyCombinationsOfOnePositionAreNumberedAlike)
 TEST(CreateSharedIndex, AFewVerticesOfALargeArrayAreNumberedAlike)
 {
     RandomNumbers random(75);
-    GeometryParts parts{{PolygonPrimitive}, {60}, {}, axes};
+    GeometryParts parts{{PolygonPrimitive}, {60}, {}, Axes};
     for(UInt32 i = 0; i < 10000; ++i)
         parts.positions.push_back(random.point(-1, 1));
     for(UInt32 i = 0; i < 60; ++i)

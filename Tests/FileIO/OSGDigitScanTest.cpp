@@ -19,7 +19,7 @@ DigitScan scan_slowly(char const *p)
 void expect_slow_result(char const *p)
 {
     DigitScan const expected = scan_slowly(p);
-    DigitScan const actual = scanEightDigits(p);
+    DigitScan const actual = scan_eight_digits(p);
     ASSERT_EQ(actual.count, expected.count) << std::string(p, 8);
     ASSERT_EQ(actual.number, expected.number) << std::string(p, 8);
 }

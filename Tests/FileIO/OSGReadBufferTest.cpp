@@ -293,28 +293,28 @@ TEST(ReadBuffer, OfAHugeTokenTheBeginningIsKept)
     UInt64 const bytes = 200 * 1024 * 1024;
     RepeatBuffer endless("start", repeated(4096, 'x'), bytes);
     std::istream in(&endless);
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
     ReadBuffer reader(in);
     std::string_view const token = reader.token();
     EXPECT_EQ(token.size(), ReadBuffer::tokenLimit);
     EXPECT_EQ(token.substr(0, 7), "startxx");
     EXPECT_TRUE(reader.eof());
     EXPECT_EQ(reader.bytesConsumed(), bytes);
-    EXPECT_LT(getMemPeakBytes() - before, 16u * 1024 * 1024);
+    EXPECT_LT(get_mem_peak_bytes() - before, 16u * 1024 * 1024);
 }
 
 TEST(ReadBuffer, AHugeNumberTakesNoMemory)
 {
     RepeatBuffer endless("0.", std::string(4096, '3'), 100 * 1024 * 1024);
     std::istream in(&endless);
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
     ReadBuffer reader(in);
     Real32 value;
     EXPECT_TRUE(reader.readReal32(value));
     EXPECT_EQ(value, 1.0f / 3.0f);
-    EXPECT_LT(getMemPeakBytes() - before, 1024u * 1024);
+    EXPECT_LT(get_mem_peak_bytes() - before, 1024u * 1024);
 }
 
 TEST(ReadBuffer, BlocksAreCountedAsTheyAreTaken)

@@ -56,10 +56,10 @@ void expect_same(Reading const &actual, Reading const &expected, std::string con
 /// The short path may decline; what it reads must be right.
 void expect_short_agrees(std::string const &text)
 {
-    std::string const closed = text + "$" + std::string(digitScanReach, '5');
+    std::string const closed = text + "$" + std::string(DigitScanReach, '5');
     Real32 value = 0;
     char const *const begin = closed.data();
-    char const *const behind = scanShortReal32(begin, begin + text.size() + 1, value);
+    char const *const behind = scan_short_real32(begin, begin + text.size() + 1, value);
     if(behind == nullptr)
         return;
     expect_same({std::bit_cast<UInt32>(value), true, static_cast<std::size_t>(behind - begin)},
@@ -72,85 +72,85 @@ void expect_as_extracted(std::string const &text)
     expect_short_agrees(text);
 }
 
-char const *const number_forms[] = {"0",
-                                    "-0",
-                                    "+5",
-                                    "5.",
-                                    ".5",
-                                    "-.5",
-                                    "+.5e1",
-                                    ".",
-                                    "-",
-                                    "+",
-                                    "",
-                                    "-.",
-                                    "e5",
-                                    ".e5",
-                                    "1e",
-                                    "1e+",
-                                    "1e-",
-                                    "1E5",
-                                    "1e5e5",
-                                    "1e5.5",
-                                    "1..2",
-                                    "1.2.3",
-                                    "--1",
-                                    "+-1",
-                                    "1-2",
-                                    "1+2",
-                                    "0x10",
-                                    "0X1p3",
-                                    "nan",
-                                    "inf",
-                                    "-inf",
-                                    "infinity",
-                                    "NAN(1)",
-                                    "1e400",
-                                    "-1e400",
-                                    "1e-400",
-                                    "-1e-400",
-                                    "1e38",
-                                    "3.4028235e38",
-                                    "3.4028236e38",
-                                    "3.40282356779733e38",
-                                    "3.40282357e38",
-                                    "1e39",
-                                    "1e-45",
-                                    "1.4e-45",
-                                    "7e-46",
-                                    "7.1e-46",
-                                    "1e-42",
-                                    "1.17549435e-38",
-                                    "1.17549421e-38",
-                                    "16777217",
-                                    "16777219",
-                                    "33554434.0000001",
-                                    "1.00000017881393432617187499",
-                                    "1.000000178813934326171875",
-                                    "1.00000017881393432617187501",
-                                    "0.000000000000000000000000000000000000000000001",
-                                    "00000000001",
-                                    "000000000000000000000000000000000000000000000012.5",
-                                    "123456789012345678901234567890",
-                                    "0.1234567890123456789012345678901234567890",
-                                    "1e0000000000000000000000000000000005",
-                                    "1e-0000000000000000000000000000000000005",
-                                    "1e99999999999999999999999999",
-                                    "0e99999999999999",
-                                    "1e-99999999999999999999999999",
-                                    "1,5",
-                                    "1'000",
-                                    "1_000",
-                                    "1f",
-                                    "1.5f",
-                                    "1e5x",
-                                    "1 2",
-                                    "٣"};
+char const *const NumberForms[] = {"0",
+                                   "-0",
+                                   "+5",
+                                   "5.",
+                                   ".5",
+                                   "-.5",
+                                   "+.5e1",
+                                   ".",
+                                   "-",
+                                   "+",
+                                   "",
+                                   "-.",
+                                   "e5",
+                                   ".e5",
+                                   "1e",
+                                   "1e+",
+                                   "1e-",
+                                   "1E5",
+                                   "1e5e5",
+                                   "1e5.5",
+                                   "1..2",
+                                   "1.2.3",
+                                   "--1",
+                                   "+-1",
+                                   "1-2",
+                                   "1+2",
+                                   "0x10",
+                                   "0X1p3",
+                                   "nan",
+                                   "inf",
+                                   "-inf",
+                                   "infinity",
+                                   "NAN(1)",
+                                   "1e400",
+                                   "-1e400",
+                                   "1e-400",
+                                   "-1e-400",
+                                   "1e38",
+                                   "3.4028235e38",
+                                   "3.4028236e38",
+                                   "3.40282356779733e38",
+                                   "3.40282357e38",
+                                   "1e39",
+                                   "1e-45",
+                                   "1.4e-45",
+                                   "7e-46",
+                                   "7.1e-46",
+                                   "1e-42",
+                                   "1.17549435e-38",
+                                   "1.17549421e-38",
+                                   "16777217",
+                                   "16777219",
+                                   "33554434.0000001",
+                                   "1.00000017881393432617187499",
+                                   "1.000000178813934326171875",
+                                   "1.00000017881393432617187501",
+                                   "0.000000000000000000000000000000000000000000001",
+                                   "00000000001",
+                                   "000000000000000000000000000000000000000000000012.5",
+                                   "123456789012345678901234567890",
+                                   "0.1234567890123456789012345678901234567890",
+                                   "1e0000000000000000000000000000000005",
+                                   "1e-0000000000000000000000000000000000005",
+                                   "1e99999999999999999999999999",
+                                   "0e99999999999999",
+                                   "1e-99999999999999999999999999",
+                                   "1,5",
+                                   "1'000",
+                                   "1_000",
+                                   "1f",
+                                   "1.5f",
+                                   "1e5x",
+                                   "1 2",
+                                   "٣"};
 } // namespace
 
 TEST(StreamNumber, EveryFormIsReadAsAStreamReadsIt)
 {
-    for(char const *text : number_forms)
+    for(char const *text : NumberForms)
         expect_as_extracted(text);
 }
 
@@ -160,7 +160,7 @@ TEST(StreamNumber, ShortFormsNeedNoAccumulator)
     {
         std::string const closed = std::string(text) + "          ";
         Real32 value;
-        EXPECT_NE(scanShortReal32(closed.data(), closed.data() + closed.size(), value), nullptr)
+        EXPECT_NE(scan_short_real32(closed.data(), closed.data() + closed.size(), value), nullptr)
             << text;
     }
 }
@@ -169,7 +169,7 @@ TEST(StreamNumber, ShortFormsThatReachTheEndAreLeftOpen)
 {
     std::string const text = "12\n        ";
     Real32 value;
-    EXPECT_EQ(scanShortReal32(text.data(), text.data() + 2, value), nullptr);
+    EXPECT_EQ(scan_short_real32(text.data(), text.data() + 2, value), nullptr);
 }
 
 TEST(StreamNumber, RandomCharactersAreReadAsAStreamReadsThem)

@@ -29,16 +29,16 @@ class FuzzBounds
   public:
     explicit FuzzBounds(UInt64 mostBytes)
         : _mostBytes(mostBytes)
-        , _bytes(getMemBytes())
+        , _bytes(get_mem_bytes())
         , _containers(FieldContainerFactoryBase::the()->getNumContainers())
     {
-        resetMemPeak();
+        reset_mem_peak();
     }
     FuzzBounds(FuzzBounds const &) = delete;
     FuzzBounds &operator=(FuzzBounds const &) = delete;
     ~FuzzBounds()
     {
-        if(getMemPeakBytes() - _bytes > _mostBytes)
+        if(get_mem_peak_bytes() - _bytes > _mostBytes)
             expect_no_fault("too much memory");
         if(FieldContainerFactoryBase::the()->getNumContainers() != _containers)
             expect_no_fault("containers are left");

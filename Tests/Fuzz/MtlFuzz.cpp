@@ -39,11 +39,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
 
     std::string const path = library_file(data, size);
     MtlElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     LogCapture const silence(LOG_DUMP);
     FuzzBounds const bounds(read_memory_bound(size));
     OBJSceneFileTypeTN::MaterialMap materials;
-    Int32 const count = readMaterialLibrary(path.c_str(), elements, materials);
+    Int32 const count = read_material_library(path.c_str(), elements, materials);
     if(count < 0 || materials.size() > static_cast<std::size_t>(count))
         expect_no_fault("more materials than entries");
     return 0;

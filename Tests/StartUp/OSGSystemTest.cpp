@@ -104,14 +104,14 @@ int start_with(UInt64 blocks)
     if(child == 0)
     {
         int result = 2;
-        setMemBlockLimit(blocks);
+        set_mem_block_limit(blocks);
         try
         {
             result = startUp() ? 0 : 3;
         }
         catch(std::bad_alloc const &)
         {
-            setMemLimit(0);
+            set_mem_limit(0);
             bool const isDown = GlobalSystemState == SystemEnded;
             result = isDown && FieldContainerFactoryBase::the()->getNumContainers() == 0 ? 1 : 4;
         }
@@ -164,10 +164,10 @@ TEST(System, ThreadsThatComeAndGoLeaveNothing)
             node->setTravMask(1);
         };
         std::thread(edit).join();
-        UInt64 const before = getMemBytes();
+        UInt64 const before = get_mem_bytes();
         for(int i = 0; i < 5000; ++i) // more than there may be at once
             std::thread(edit).join();
-        SAY(getMemBytes() == before);
+        SAY(get_mem_bytes() == before);
     });
 }
 

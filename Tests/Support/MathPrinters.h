@@ -12,7 +12,7 @@
 namespace OSG
 {
 template <class Tuple>
-void printNumbers(Tuple const &tuple, UInt32 count, std::ostream &out)
+void print_numbers(Tuple const &tuple, UInt32 count, std::ostream &out)
 {
     out << '(';
     for(UInt32 i = 0; i < count; ++i)
@@ -22,14 +22,14 @@ void printNumbers(Tuple const &tuple, UInt32 count, std::ostream &out)
 template <class T, UInt32 N>
 void PrintTo(Point<T, N> const &p, std::ostream *out)
 {
-    printNumbers(p, N, *out);
+    print_numbers(p, N, *out);
 }
 template <class T, UInt32 N>
 void PrintTo(Vector<T, N> const &v, std::ostream *out)
 {
-    printNumbers(v, N, *out);
+    print_numbers(v, N, *out);
 }
-inline void PrintTo(Quaternion const &q, std::ostream *out) { printNumbers(q, 4, *out); }
+inline void PrintTo(Quaternion const &q, std::ostream *out) { print_numbers(q, 4, *out); }
 inline void PrintTo(Matrix const &m, std::ostream *out)
 {
     *out << "columns";

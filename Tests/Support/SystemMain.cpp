@@ -6,6 +6,6 @@
 
 namespace OSG::Test
 {
-bool beforeAllTests() { return startUp(); }
-void afterAllTests() { shutDown(); }
+bool before_all_tests() { return startUp(); }
+void after_all_tests() { shutDown(); }
 } // namespace OSG::Test

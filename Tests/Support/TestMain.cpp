@@ -7,13 +7,13 @@
 int main(int argc, char **argv)
 {
     testing::InitGoogleMock(&argc, argv);
-    if(OSG::Test::beforeAllTests != nullptr && !OSG::Test::beforeAllTests())
+    if(OSG::Test::before_all_tests != nullptr && !OSG::Test::before_all_tests())
     {
         std::fputs("the system did not start\n", stderr);
         return 1;
     }
     int const result = RUN_ALL_TESTS();
-    if(OSG::Test::afterAllTests != nullptr)
-        OSG::Test::afterAllTests();
+    if(OSG::Test::after_all_tests != nullptr)
+        OSG::Test::after_all_tests();
     return result;
 }

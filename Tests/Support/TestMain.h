@@ -5,8 +5,8 @@
 
 namespace OSG::Test
 {
-/// Defined by a program that needs the system up: `beforeAllTests` runs after the command line was
-/// read and says whether the tests may run, `afterAllTests` follows the last test.
-bool beforeAllTests() __attribute__((weak));
-void afterAllTests() __attribute__((weak));
+/// Defined by a program that needs the system up: `before_all_tests` runs after the command line
+/// was read and says whether the tests may run, `after_all_tests` follows the last test.
+bool before_all_tests() __attribute__((weak));
+void after_all_tests() __attribute__((weak));
 } // namespace OSG::Test

@@ -14,7 +14,7 @@ using namespace OSG::Test;
 
 namespace
 {
-constexpr char const *singular =
+constexpr char const *Singular =
     "TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n";
 
 /// A camera with its beacon, in a viewport that may be a part of a window.
@@ -371,7 +371,7 @@ TEST(Camera, SingularBeaconIsLoggedAndSeesFromTheOrigin)
     Line ray;
     EXPECT_TRUE(camera->calcViewRay(ray, 50, 50, *viewport));
     EXPECT_TRUE(ray.getDirection().equals(Vec3f(0, 0, -1), 1e-6f));
-    EXPECT_EQ(log.texts(), std::vector<std::string>{singular});
+    EXPECT_EQ(log.texts(), std::vector<std::string>{Singular});
 }
 
 TEST(PerspectiveCamera, ProjectsNothingWhereItCannot)

@@ -59,26 +59,26 @@ void complain(Streams streams, std::string const &text)
     streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
 }
 
-void applyLogLevel(CommonOptions const &options)
+void apply_log_level(CommonOptions const &options)
 {
     OSG::doInitLog();
     OSG::osgLogP->setLogLevel(options.verbose ? OSG::LOG_PROGRESS : OSG::LOG_WARNING);
 }
 
-int runTool(int argc, char const *const *argv, Streams streams)
+int run_tool(int argc, char const *const *argv, Streams streams)
 {
     CLI::App program("Looks into scenes: what they hold, what lies where.", "tolvanite");
     program.set_version_flag("--version", "tolvanite " TOLVANITE_VERSION);
     program.require_subcommand(1);
     ChosenCommand chosen;
-    addInfoCommand(program, chosen);
-    addDumpCommand(program, chosen);
-    addSelectCommand(program, chosen);
-    addOpsCommand(program, chosen);
-    addConvertCommand(program, chosen);
-    addReplayCommand(program, chosen);
-    addFormatsCommand(program, chosen);
-    addTypesCommand(program, chosen);
+    add_info_command(program, chosen);
+    add_dump_command(program, chosen);
+    add_select_command(program, chosen);
+    add_ops_command(program, chosen);
+    add_convert_command(program, chosen);
+    add_replay_command(program, chosen);
+    add_formats_command(program, chosen);
+    add_types_command(program, chosen);
 
     std::string const word = argc > 1 ? argv[1] : "help";
     if(word == "help")

@@ -28,5 +28,5 @@ struct Streams
 void complain(Streams streams, std::string const &text);
 
 /// Runs one command line, the program's name first. The scene graph has to be up.
-int runTool(int argc, char const *const *argv, Streams streams);
+int run_tool(int argc, char const *const *argv, Streams streams);
 } // namespace Tool

@@ -14,7 +14,7 @@ int run(int argc, char **argv)
     // A file that grows too large fails as a full disk does, with its reason.
     std::signal(SIGXFSZ, SIG_IGN);
     OSG::startUp();
-    int status = Tool::runTool(argc, argv, {std::cout, std::cerr});
+    int status = Tool::run_tool(argc, argv, {std::cout, std::cerr});
     // A result that did not get through is no success.
     if(!std::cout.flush() && status == Tool::Success)
     {

@@ -20,14 +20,14 @@ Record &record()
 }
 } // namespace
 
-void recordStartUp(StartUpKind kind, char const *name)
+void record_start_up(StartUpKind kind, char const *name)
 {
     Record &all = record();
     std::lock_guard<std::mutex> const hold(all.guard);
     all.entries.push_back({kind, name != nullptr ? name : ""});
 }
 
-std::vector<StartUpEntry> startUpRecord()
+std::vector<StartUpEntry> start_up_record()
 {
     Record &all = record();
     std::lock_guard<std::mutex> const hold(all.guard);

@@ -31,7 +31,7 @@ struct StartUpEntry
 };
 
 /// Appends an entry; null counts as the empty name. Guarded by a lock.
-OSG_BASE_API void recordStartUp(StartUpKind kind, char const *name);
+OSG_BASE_API void record_start_up(StartUpKind kind, char const *name);
 /// A copy of all entries so far.
-OSG_BASE_API std::vector<StartUpEntry> startUpRecord();
+OSG_BASE_API std::vector<StartUpEntry> start_up_record();
 } // namespace OSG

@@ -35,7 +35,7 @@ void addPostFactoryExitFunction(SystemHook const &hook)
     hooks_of(HookList::PostFactoryExit).push_back(hook);
 }
 
-void runSystemHooks(HookList list)
+void run_system_hooks(HookList list)
 {
     // By index: a hook may add another.
     for(std::size_t i = 0; i < hooks_of(list).size(); ++i)
@@ -49,7 +49,7 @@ void runSystemHooks(HookList list)
 
 StaticInitFuncWrapper::StaticInitFuncWrapper(SystemHook const &hook, char const *name)
 {
-    recordStartUp(StartUpKind::InitFunction, name);
+    record_start_up(StartUpKind::InitFunction, name);
     addPostFactoryInitFunction(hook);
 }
 } // namespace OSG

@@ -29,7 +29,7 @@ enum class HookList
     PreFactoryExit,
     PostFactoryExit
 };
-OSG_BASE_API void runSystemHooks(HookList list);
+OSG_BASE_API void run_system_hooks(HookList list);
 
 /// Static object that has a function called when the system starts; at once where it is up already,
 /// as for a library that is loaded later.

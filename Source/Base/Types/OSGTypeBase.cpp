@@ -15,7 +15,7 @@ TypeBase::TypeBase(char const *name, char const *parentName, UInt32 nameSpace)
     , _id(0)
     , _nameSpace(nameSpace)
 {
-    recordStartUp(StartUpKind::Type, name);
+    record_start_up(StartUpKind::Type, name);
     _id = TypeFactory::the().registerType(this);
 }
 

@@ -11,6 +11,8 @@ class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTrans
                                                         public RenderedMatrix
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Multiplies `matrix` from the right by the matrix that rendering has computed last.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;

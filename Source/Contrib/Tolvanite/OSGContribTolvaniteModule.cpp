@@ -29,7 +29,7 @@ namespace OSG
 {
 namespace
 {
-[[maybe_unused]] bool const entity_element = OSBElementFactorySingleton::the()->registerElement(
+[[maybe_unused]] bool const EntityElement = OSBElementFactorySingleton::the()->registerElement(
     "GeoToEntAttachment", new OSBElementCreator<OSBHandleEntAttachment>);
 } // namespace
 } // namespace OSG
@@ -86,6 +86,6 @@ namespace OSG
 {
 namespace
 {
-[[maybe_unused]] bool const late_types = (bringUpLateTypes(), true);
+[[maybe_unused]] bool const LateTypes = (bring_up_late_types(), true);
 } // namespace
 } // namespace OSG

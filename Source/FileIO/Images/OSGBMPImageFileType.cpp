@@ -7,8 +7,8 @@ namespace OSG
 {
 namespace
 {
-constexpr UInt8 signature[] = {'B', 'M'};
-constexpr UInt32 core_header_size = 12;
+constexpr UInt8 Signature[] = {'B', 'M'};
+constexpr UInt32 CoreHeaderSize = 12;
 
 UInt64 magnitude(UInt32 bits)
 {
@@ -20,7 +20,7 @@ bool is_complete(PictureBytes const &bytes)
 {
     ByteCursor at(bytes, 10);
     UInt64 const offset = at.little32();
-    bool const hasCoreHeader = at.little32() == core_header_size;
+    bool const hasCoreHeader = at.little32() == CoreHeaderSize;
     UInt64 const width = hasCoreHeader ? at.little16() : magnitude(at.little32());
     UInt64 const height = hasCoreHeader ? at.little16() : magnitude(at.little32()); // < 0: top down
     at.skip(2);
@@ -32,11 +32,11 @@ bool is_complete(PictureBytes const &bytes)
 }
 
 // A bit becomes four bytes at most.
-constexpr UInt64 max_expansion = 32;
+constexpr UInt64 MaxExpansion = 32;
 
-StbImageFileType::Format const format = {"Windows bitmap",  PictureFormat::Bmp, signature,
-                                         sizeof(signature), is_complete,        max_expansion};
-char const *suffixes[] = {"bmp"};
-StbImageFileType type(suffixes, sizeof(suffixes), format);
+StbImageFileType::Format const Format = {"Windows bitmap",  PictureFormat::Bmp, Signature,
+                                         sizeof(Signature), is_complete,        MaxExpansion};
+char const *Suffixes[] = {"bmp"};
+StbImageFileType type(Suffixes, sizeof(Suffixes), Format);
 } // namespace
 } // namespace OSG

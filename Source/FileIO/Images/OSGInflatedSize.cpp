@@ -48,8 +48,8 @@ class BitReader
     int _left = 0;
 };
 
-constexpr int max_code_length = 15;
-constexpr UInt32 no_symbol = ~UInt32(0);
+constexpr int MaxCodeLength = 15;
+constexpr UInt32 NoSymbol = ~UInt32(0);
 
 /// Canonical codes: those of one length are consecutive, in the order of their symbols.
 class Codes
@@ -60,8 +60,8 @@ class Codes
         for(UInt32 symbol = 0; symbol < count; ++symbol)
             ++_count[lengths[symbol]];
         _count[0] = 0;
-        UInt32 start[max_code_length + 2] = {};
-        for(int length = 1; length <= max_code_length; ++length)
+        UInt32 start[MaxCodeLength + 2] = {};
+        for(int length = 1; length <= MaxCodeLength; ++length)
             start[length + 1] = start[length] + _count[length];
         for(UInt32 symbol = 0; symbol < count; ++symbol)
         {
@@ -75,7 +75,7 @@ class Codes
         Int64 code = 0;
         Int64 first = 0;
         Int64 index = 0;
-        for(int length = 1; length <= max_code_length; ++length)
+        for(int length = 1; length <= MaxCodeLength; ++length)
         {
             code |= in.bit();
             if(code - first < _count[length])
@@ -84,11 +84,11 @@ class Codes
             first = (first + _count[length]) << 1;
             code <<= 1;
         }
-        return no_symbol;
+        return NoSymbol;
     }
 
   private:
-    std::array<Int32, max_code_length + 1> _count{};
+    std::array<Int32, MaxCodeLength + 1> _count{};
     std::array<UInt16, 320> _symbols{};
 };
 
@@ -98,10 +98,10 @@ enum Symbol : UInt32
     FirstLength = 257,
     LastLength = 285
 };
-constexpr UInt16 length_base[] = {3,  4,  5,  6,  7,  8,  9,  10, 11,  13,  15,  17,  19,  23, 27,
-                                  31, 35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258};
-constexpr UInt8 length_bits[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2,
-                                 2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0};
+constexpr UInt16 LengthBase[] = {3,  4,  5,  6,  7,  8,  9,  10, 11,  13,  15,  17,  19,  23, 27,
+                                 31, 35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258};
+constexpr UInt8 LengthBits[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2,
+                                2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0};
 
 class Counter
 {
@@ -216,7 +216,7 @@ class Counter
                 continue;
             }
             UInt32 const row = symbol - FirstLength;
-            UInt32 const length = length_base[row] + _in.bits(length_bits[row]);
+            UInt32 const length = LengthBase[row] + _in.bits(LengthBits[row]);
             UInt32 const distance = distances.read(_in);
             if(distance > 29)
                 return false;

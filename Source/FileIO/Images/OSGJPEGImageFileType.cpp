@@ -7,7 +7,7 @@ namespace OSG
 {
 namespace
 {
-constexpr UInt8 signature[] = {0xff, 0xd8, 0xff};
+constexpr UInt8 Signature[] = {0xff, 0xd8, 0xff};
 
 enum Marker : UInt8
 {
@@ -79,11 +79,11 @@ bool is_complete(PictureBytes const &bytes)
 
 // One colour all over comes to 192 with the usual tables. Tables of its own could reach 512, but
 // then a header alone could claim half a gigabyte for each megabyte.
-constexpr UInt64 max_expansion = 200;
+constexpr UInt64 MaxExpansion = 200;
 
-StbImageFileType::Format const format = {
-    "JPEG", PictureFormat::Jpeg, signature, sizeof(signature), is_complete, max_expansion};
-char const *suffixes[] = {"jpg", "jpeg", "jpe"};
-StbImageFileType type(suffixes, sizeof(suffixes), format);
+StbImageFileType::Format const Format = {
+    "JPEG", PictureFormat::Jpeg, Signature, sizeof(Signature), is_complete, MaxExpansion};
+char const *Suffixes[] = {"jpg", "jpeg", "jpe"};
+StbImageFileType type(Suffixes, sizeof(Suffixes), Format);
 } // namespace
 } // namespace OSG

@@ -8,7 +8,7 @@ namespace OSG
 {
 namespace
 {
-constexpr UInt8 signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
+constexpr UInt8 Signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
 
 enum ChunkName : UInt32
 {
@@ -19,7 +19,7 @@ enum ChunkName : UInt32
 
 bool has_all_chunks(PictureBytes const &bytes)
 {
-    ByteCursor at(bytes, sizeof(signature));
+    ByteCursor at(bytes, sizeof(Signature));
     for(;;)
     {
         UInt32 const length = at.big32();
@@ -34,7 +34,7 @@ bool has_all_chunks(PictureBytes const &bytes)
 PictureBytes packed_data(PictureBytes const &bytes)
 {
     PictureBytes data;
-    ByteCursor at(bytes, sizeof(signature));
+    ByteCursor at(bytes, sizeof(Signature));
     for(UInt32 name = 0; at.isGood() && name != EndChunk; at.skip(4))
     {
         UInt32 const length = at.big32();
@@ -55,7 +55,7 @@ struct Header
 
 bool read_header(PictureBytes const &bytes, Header &header)
 {
-    ByteCursor at(bytes, sizeof(signature) + 4);
+    ByteCursor at(bytes, sizeof(Signature) + 4);
     if(at.big32() != HeaderChunk)
         return false;
     header.width = at.big32();
@@ -126,10 +126,10 @@ void append_big32(PictureBytes &bytes, UInt64 value)
 StbBlocks join_data_chunks(PictureBytes &bytes)
 {
     PictureBytes const data = packed_data(bytes);
-    PictureBytes joined(bytes.begin(), bytes.begin() + sizeof(signature));
+    PictureBytes joined(bytes.begin(), bytes.begin() + sizeof(Signature));
     joined.reserve(bytes.size() + 12);
     bool isWritten = false;
-    ByteCursor at(bytes, sizeof(signature));
+    ByteCursor at(bytes, sizeof(Signature));
     for(UInt32 name = 0; name != EndChunk;)
     {
         auto const chunk = bytes.begin() + static_cast<std::ptrdiff_t>(at.position());
@@ -156,16 +156,16 @@ StbBlocks join_data_chunks(PictureBytes &bytes)
 }
 
 // Deflate makes at most 258 bytes of two bits; of a byte with eight indices come 32 of colour.
-constexpr UInt64 max_expansion = 1032 * 32;
+constexpr UInt64 MaxExpansion = 1032 * 32;
 
-StbImageFileType::Format const format = {"Portable Network Graphics",
+StbImageFileType::Format const Format = {"Portable Network Graphics",
                                          PictureFormat::Png,
-                                         signature,
-                                         sizeof(signature),
+                                         Signature,
+                                         sizeof(Signature),
                                          is_complete,
-                                         max_expansion,
+                                         MaxExpansion,
                                          join_data_chunks};
-char const *suffixes[] = {"png"};
-StbImageFileType type(suffixes, sizeof(suffixes), format);
+char const *Suffixes[] = {"png"};
+StbImageFileType type(Suffixes, sizeof(Suffixes), Format);
 } // namespace
 } // namespace OSG

@@ -6,7 +6,7 @@ namespace OSG
 {
 namespace
 {
-constexpr std::size_t block_size = 64 * 1024;
+constexpr std::size_t BlockSize = 64 * 1024;
 
 // Appends what the stream gives, up to `count` bytes; false where it gives fewer.
 bool append(PictureBytes &bytes, std::istream &in, std::size_t count)
@@ -26,7 +26,7 @@ PictureBytes read_picture_bytes(std::istream &in, UInt8 const *signature, std::s
         append(bytes, in, count) && std::equal(bytes.begin(), bytes.end(), signature);
     if(!begins)
         return PictureBytes();
-    while(append(bytes, in, block_size))
+    while(append(bytes, in, BlockSize))
     {
     }
     return bytes;

@@ -61,7 +61,7 @@ class EncoderBlocks
 
     static void *allocate(std::size_t size)
     {
-        auto *const block = static_cast<Header *>(OSG::MemMallocOrThrow(sizeof(Header) + size));
+        auto *const block = static_cast<Header *>(OSG::mem_malloc_or_throw(sizeof(Header) + size));
         *block = {nullptr, _current->_first};
         if(block->next != nullptr)
             block->next->before = block;
@@ -157,7 +157,7 @@ void flip_in_place(UInt8 *rows, std::size_t rowBytes, std::size_t count)
                          rows + (count - 1 - row) * rowBytes);
 }
 
-constexpr UInt64 free_bytes = 8 * 1024 * 1024;
+constexpr UInt64 FreeBytes = 8 * 1024 * 1024;
 
 bool may_be_decoded(PictureBytes const &bytes, UInt64 maxExpansion)
 {
@@ -171,7 +171,7 @@ bool may_be_decoded(PictureBytes const &bytes, UInt64 maxExpansion)
         return false;
     UInt64 const pixels = UInt64(width) * UInt64(height);
     return UInt32(width) <= MaxPictureExtent && UInt32(height) <= MaxPictureExtent &&
-           pixels * UInt64(channels) <= free_bytes + maxExpansion * bytes.size();
+           pixels * UInt64(channels) <= FreeBytes + maxExpansion * bytes.size();
 }
 
 void write_to_stream(void *stream, void *data, int size)
@@ -179,7 +179,7 @@ void write_to_stream(void *stream, void *data, int size)
     static_cast<std::ostream *>(stream)->write(static_cast<char *>(data), size);
 }
 
-constexpr int jpeg_quality = 90;
+constexpr int JpegQuality = 90;
 } // namespace
 
 TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion, StbBlocks blocks)
@@ -229,7 +229,7 @@ bool encode_picture(Image const &image, PictureFormat format, std::ostream &out)
         break;
     case PictureFormat::Jpeg:
         written = stbi_write_jpg_to_func(write_to_stream, &out, width, height, channels,
-                                         rows.data(), jpeg_quality);
+                                         rows.data(), JpegQuality);
         break;
     case PictureFormat::Tga:
         written =

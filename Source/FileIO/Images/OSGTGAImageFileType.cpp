@@ -75,11 +75,11 @@ bool is_complete(PictureBytes const &bytes)
 }
 
 // A run of 128 indices to four-byte colours takes two bytes.
-constexpr UInt64 max_expansion = 256;
+constexpr UInt64 MaxExpansion = 256;
 
-StbImageFileType::Format const format = {"Truevision TGA", PictureFormat::Tga, nullptr, 0,
-                                         is_complete,      max_expansion};
-char const *suffixes[] = {"tga"};
-StbImageFileType type(suffixes, sizeof(suffixes), format);
+StbImageFileType::Format const Format = {"Truevision TGA", PictureFormat::Tga, nullptr, 0,
+                                         is_complete,      MaxExpansion};
+char const *Suffixes[] = {"tga"};
+StbImageFileType type(Suffixes, sizeof(Suffixes), Format);
 } // namespace
 } // namespace OSG

@@ -4,7 +4,8 @@
 #include <limits>
 
 #include "OSGAttachment.h"
-#include "OSGFieldHandle.h"
+#include "OSGFieldContainerFactory.h"
+#include "OSGFieldLinks.h"
 #include "OSGLog.h"
 #include "OSGNode.h"
 #include "OSGNodeCore.h"
@@ -16,27 +17,32 @@ namespace
 using ReadError = ExceptionBinaryDataHandler::ReadError;
 using WriteError = ExceptionBinaryDataHandler::WriteError;
 
-bool names_field(std::string const &list, std::string const &name)
+bool names_field(std::string const &list, char const *name)
 {
-    constexpr char const *separators = " ,";
+    constexpr char const *Separators = " ,";
+    if(list.empty())
+        return false;
+    std::size_t const length = std::strlen(name);
     for(std::size_t at = list.find(name); at != std::string::npos; at = list.find(name, at + 1))
     {
-        std::size_t const end = at + name.size();
-        if((at == 0 || std::strchr(separators, list[at - 1]) != nullptr) &&
-           (end == list.size() || std::strchr(separators, list[end]) != nullptr))
+        std::size_t const end = at + length;
+        if((at == 0 || std::strchr(Separators, list[at - 1]) != nullptr) &&
+           (end == list.size() || std::strchr(Separators, list[end]) != nullptr))
             return true;
     }
     return false;
 }
 
-bool is_pointer_field(FieldDescriptionBase const &field)
+OSBWrittenTypes::Type &written_type(OSBRootElement &root, FieldContainer const &container,
+                                    std::string const &exclude)
 {
-    return field.getFieldType().getClass() != FieldClass::Value;
-}
-
-bool is_multi(FieldDescriptionBase const &field)
-{
-    return field.getFieldType().getCardinality() == FieldCardinality::Multi;
+    OSBWrittenTypes::Type &type = root.getWrittenTypes().get(container.getType());
+    if(type.exclude == exclude)
+        return type;
+    for(OSBWrittenTypes::Field &field : type.fields)
+        field.isExcluded = names_field(exclude, field.description->getCName());
+    type.exclude = exclude;
+    return type;
 }
 } // namespace
 
@@ -66,10 +72,12 @@ void OSBCommonElement::takeContainer(FieldContainer *container)
 bool OSBCommonElement::readFieldHeader(std::string const &endMarker, std::string &name,
                                        std::string &typeName, UInt32 &size)
 {
-    name = getRoot()->readName();
-    if(name == endMarker)
+    OSBReadNames &names = getRoot()->getNames();
+    UInt32 const number = names.readField(endMarker);
+    if(number == OSBReadNames::End)
         return false;
-    typeName = getRoot()->readName();
+    name = names.getField(number).name;
+    typeName = names.getField(number).typeName;
     getRoot()->getHandler().getValue(size);
     return true;
 }
@@ -78,61 +86,95 @@ bool OSBCommonElement::readFieldContent(std::string const &name, std::string con
                                         UInt32 size, std::string const &exclude,
                                         PointerFieldIt &pointerField)
 {
-    std::vector<UInt8> content;
-    getRoot()->getHandler().appendValues(content, size);
-    if(names_field(exclude, name))
-        return false;
+    FieldDescriptionBase const *field = getContainer()->getType().getFieldDesc(name.c_str());
+    if(field != nullptr && typeName != field->getFieldType().getCName())
+        field = nullptr;
+    return readContent({name, typeName}, field, size, names_field(exclude, name.c_str()),
+                       pointerField);
+}
+
+void OSBCommonElement::readFields(std::string const &exclude)
+{
+    OSBReadNames &names = getRoot()->getNames();
     FieldContainerType const &type = getContainer()->getType();
-    FieldDescriptionBase const *const field = type.getFieldDesc(name.c_str());
-    if(field == nullptr || typeName != field->getFieldType().getCName())
+    PointerFieldIt place = 0;
+    for(UInt32 number = names.readField(); number != OSBReadNames::End; number = names.readField())
     {
-        OSG_LOG_WARNING("OSB: %s has no field %s of type %s, it is passed over\n", type.getCName(),
-                        OSBRootElement::shown(name).c_str(),
-                        OSBRootElement::shown(typeName).c_str());
+        OSBReadNames::Field const &named = names.getField(number);
+        UInt32 size = 0;
+        getRoot()->getHandler().getValue(size);
+        readContent(named, names.findField(number, type), size,
+                    names_field(exclude, named.name.c_str()), place);
+    }
+}
+
+bool OSBCommonElement::readContent(OSBReadNames::Field const &named,
+                                   FieldDescriptionBase const *field, UInt32 size, bool isExcluded,
+                                   PointerFieldIt &pointerField)
+{
+    OSBContent content(getRoot()->getHandler(), size);
+    getRoot()->countContent(size);
+    if(isExcluded || field == nullptr)
+    {
+        content.skipRest();
+        if(!isExcluded)
+            OSG_LOG_WARNING("OSB: %s has no field %s of type %s, it is passed over\n",
+                            getContainer()->getType().getCName(),
+                            OSBReadNames::shown(named.name).c_str(),
+                            OSBReadNames::shown(named.typeName).c_str());
         return false;
     }
-    MemoryBinaryDataHandler handler(std::move(content));
-    if(is_pointer_field(*field))
-        pointerField = readPointers(handler, *field);
+    if(field->getPointers() != nullptr)
+        pointerField = readPointers(content, *field);
     else
-        getContainer()->copyFromBin(handler, field->getFieldMask());
-    if(handler.getRest() != 0)
+        getContainer()->copyFromBin(content, field->getFieldMask());
+    if(content.getRest() != 0)
+    {
+        content.skipRest();
         throw ReadError("a field is longer than its content");
+    }
     return true;
 }
 
-OSBCommonElement::PointerFieldIt OSBCommonElement::readPointers(MemoryBinaryDataHandler &handler,
+OSBCommonElement::PointerFieldIt OSBCommonElement::readPointers(OSBContent &content,
                                                                 FieldDescriptionBase const &field)
 {
-    PointerFieldIt known = _firstPointers;
-    for(UInt32 i = 0; i < _numPointerFields; ++i, ++known)
+    OSBRootElement::PointerFieldList &all = getRoot()->editPointerFields();
+    for(UInt32 i = 0; i < _numPointerFields; ++i)
     {
-        if(known->field == &field)
+        if(all[_firstPointers + i].field == &field)
             throw ReadError("a field of pointers comes twice");
     }
-    OSBRootElement::PointerField pointers{getContainer(), &field, {}};
     UInt32 count = 1;
-    if(is_multi(field))
-        handler.getValue(count);
-    handler.appendValues(pointers.targets, count);
-    OSBRootElement::PointerFieldList &all = getRoot()->editPointerFields();
-    PointerFieldIt const place = all.insert(all.end(), std::move(pointers));
-    if(_numPointerFields++ == 0)
-        _firstPointers = place;
-    return place;
+    if(field.getFieldType().getCardinality() == FieldCardinality::Multi)
+        content.getValue(count);
+    OSBRootElement::NumberList &targets = getRoot()->editTargets();
+    std::size_t const begin = targets.size();
+    content.appendValues(targets, count);
+    if(_numPointerFields == 0)
+        _firstPointers = all.size();
+    all.push_back({getContainer(), &field, begin, targets.size()});
+    ++_numPointerFields;
+    return all.size() - 1;
 }
 
 void OSBCommonElement::postMap()
 {
     // The numbers mean the containers of this file (StreamIdMap) while pointers are set.
-    PointerFieldIt pointers = _firstPointers;
-    for(UInt32 i = 0; i < _numPointerFields; ++i, ++pointers)
+    FieldContainerFactoryBase const &containers = *FieldContainerFactoryBase::the();
+    OSBRootElement::ContainerList &pointers = getRoot()->editFound();
+    for(UInt32 i = 0; i < _numPointerFields; ++i)
     {
-        MemoryBinaryDataHandler handler;
-        if(is_multi(*pointers->field))
-            handler.putValue(static_cast<UInt32>(pointers->targets.size()));
-        handler.putValues(pointers->targets.data(), pointers->targets.size());
-        pointers->container->copyFromBin(handler, pointers->field->getFieldMask());
+        OSBRootElement::PointerField const &field =
+            getRoot()->getPointerFields()[_firstPointers + i];
+        pointers.clear();
+        for(std::size_t at = field.begin; at < field.end; ++at)
+        {
+            UInt32 const number = getRoot()->getTargets()[at];
+            pointers.push_back(number != 0 ? containers.getMappedContainer(number) : nullptr);
+        }
+        FieldLinks(*field.container, *field.field)
+            .restore(pointers.data(), static_cast<UInt32>(pointers.size()));
     }
 }
 
@@ -140,7 +182,10 @@ void OSBCommonElement::postMap()
 
 void OSBCommonElement::writeBegin()
 {
-    getRoot()->getHandler().putValue(getFCPtrType(getContainer()));
+    OSBWrittenTypes::Type &type = getRoot()->getWrittenTypes().get(getContainer()->getType());
+    if(type.kind == 0)
+        type.kind = getFCPtrType(getContainer());
+    getRoot()->getHandler().putValue(type.kind);
     getRoot()->getHandler().putValue(getVersion());
 }
 
@@ -149,52 +194,77 @@ void OSBCommonElement::preWriteFieldContainer(FieldContainer *container, std::st
     setContainer(container);
     if(container == nullptr)
         return;
-    for(FieldDescriptionBase const *field : getRoot()->getFields(container->getType()))
+    for(WrittenField const &field : written_type(*getRoot(), *container, exclude).fields)
     {
         // What is only looked at does not belong to the scene by that.
-        if(field->getFieldType().getClass() != FieldClass::Pointer ||
-           names_field(exclude, field->getCName()))
+        if(field.pointers == nullptr || !field.isCounted || field.isExcluded)
             continue;
-        GetFieldHandlePtr const handle = field->createGetHandle(*container);
-        for(UInt32 i = 0; i < handle->size(); ++i)
-            getRoot()->addContainer(handle->getPointer(i));
+        UInt32 const size = field.pointers->size(*container);
+        for(UInt32 i = 0; i < size; ++i)
+            getRoot()->addContainer(field.pointers->get(*container, i));
     }
 }
 
 void OSBCommonElement::writeFields(std::string const &exclude, bool writeEndMarker)
 {
-    for(FieldDescriptionBase const *field : getRoot()->getFields(getContainer()->getType()))
+    for(WrittenField &field : written_type(*getRoot(), *getContainer(), exclude).fields)
     {
-        if(!names_field(exclude, field->getCName()))
-            writeField(*field);
+        if(!field.isExcluded)
+            writeField(field);
     }
     if(writeEndMarker)
-        getRoot()->getHandler().putValue(std::string());
+        getRoot()->getWrittenTypes().writeEnd();
 }
 
-void OSBCommonElement::writeField(FieldDescriptionBase const &field)
+void OSBCommonElement::writeField(WrittenField &field)
 {
-    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
-    UInt64 const size = getContainer()->getBinSize(field.getFieldMask());
+    if(field.pointers != nullptr)
+        writePointers(field);
+    else
+        writeValues(field);
+}
+
+void OSBCommonElement::writeFieldHeader(WrittenField &field, UInt64 size)
+{
     if(size > std::numeric_limits<UInt32>::max())
         throw WriteError("a field is too long");
-    handler.putValue(field.getName());
-    handler.putValue(field.getFieldType().getName());
-    handler.putValue(static_cast<UInt32>(size));
-    if(is_pointer_field(field))
-        writePointers(handler, field);
-    else
-        getContainer()->copyToBin(handler, field.getFieldMask());
+    getRoot()->getWrittenTypes().writeFieldName(field);
+    getRoot()->getHandler().putValue(static_cast<UInt32>(size));
 }
 
-void OSBCommonElement::writePointers(ExceptionBinaryDataHandler &handler,
-                                     FieldDescriptionBase const &field)
+void OSBCommonElement::writeValues(WrittenField &field)
 {
-    GetFieldHandlePtr const handle = field.createGetHandle(*getContainer());
-    if(is_multi(field))
-        handler.putValue(handle->size());
-    for(UInt32 i = 0; i < handle->size(); ++i)
-        handler.putValue(getRoot()->getNumber(handle->getPointer(i)));
+    BitVector const mask = field.description->getFieldMask();
+    UInt64 const size = getContainer()->getBinSize(mask);
+    if(!field.mayBeLeftOut || size != field.inNewOne.size())
+    {
+        writeFieldHeader(field, size);
+        getContainer()->copyToBin(getRoot()->getHandler(), mask);
+        return;
+    }
+    OSBScratch &values = getRoot()->getScratch();
+    values.clear();
+    getContainer()->copyToBin(values, mask);
+    if(values.getBytes() == field.inNewOne)
+        return;
+    writeFieldHeader(field, size);
+    getRoot()->getHandler().put(values.getBytes().data(), size);
+}
+
+void OSBCommonElement::writePointers(WrittenField &field)
+{
+    FieldContainer const &container = *getContainer();
+    UInt32 const count = field.pointers->size(container);
+    bool const pointsNowhere =
+        field.isMulti ? count == 0 : field.pointers->get(container, 0) == nullptr;
+    if(field.mayBeLeftOut && pointsNowhere)
+        return;
+    ExceptionBinaryDataHandler &handler = getRoot()->getHandler();
+    writeFieldHeader(field, sizeof(UInt32) * (UInt64(count) + (field.isMulti ? 1 : 0)));
+    if(field.isMulti)
+        handler.putValue(count);
+    for(UInt32 i = 0; i < count; ++i)
+        handler.putValue(getRoot()->getNumber(field.pointers->get(container, i)));
 }
 
 UInt8 OSBCommonElement::getFCPtrType(FieldContainer const *container)

@@ -42,23 +42,31 @@ class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
     /// bytes long.
     bool readFieldContent(std::string const &name, std::string const &typeName, UInt32 size,
                           std::string const &exclude, PointerFieldIt &pointerField);
+    /// All fields up to the end of the record, as the two functions above read them.
+    void readFields(std::string const &exclude);
 
     // --- writing ---
     void writeBegin();
     /// Takes the container over and makes known what its counted pointers point to.
     void preWriteFieldContainer(FieldContainer *container, std::string const &exclude);
-    /// All fields but the excluded ones, then, on demand, the end marker that is empty.
+    /// All fields but the excluded ones, then, on demand, the end marker that is empty. In a file
+    /// of version 0x0300 fields that hold what a new container holds are left out.
     void writeFields(std::string const &exclude, bool writeEndMarker);
     /// Kind of a container in a record: 1 a node, 2 a core, 3 an attachment, 4 anything else.
     static UInt8 getFCPtrType(FieldContainer const *container);
 
   private:
-    PointerFieldIt readPointers(MemoryBinaryDataHandler &handler,
-                                FieldDescriptionBase const &field);
-    void writeField(FieldDescriptionBase const &field);
-    void writePointers(ExceptionBinaryDataHandler &handler, FieldDescriptionBase const &field);
+    using WrittenField = OSBWrittenTypes::Field;
 
-    PointerFieldIt _firstPointers;
+    bool readContent(OSBReadNames::Field const &named, FieldDescriptionBase const *field,
+                     UInt32 size, bool isExcluded, PointerFieldIt &pointerField);
+    PointerFieldIt readPointers(OSBContent &content, FieldDescriptionBase const &field);
+    void writeField(WrittenField &field);
+    void writeValues(WrittenField &field);
+    void writePointers(WrittenField &field);
+    void writeFieldHeader(WrittenField &field, UInt64 size);
+
+    PointerFieldIt _firstPointers = 0;
     UInt32 _numPointerFields = 0;
 };
 } // namespace OSG

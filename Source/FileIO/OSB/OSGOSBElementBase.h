@@ -22,7 +22,7 @@ class OSBRootElement;
 class OSG_FILEIO_API OSBElementBase : public MemObject
 {
   public:
-    /// Written with every record; what readers of this version understand.
+    /// The version of a record, written with every one; a file has a version of its own.
     static constexpr UInt16 OSGOSBHeaderVersion200 = 0x0200;
 
     OSBElementBase(OSBElementBase const &) = delete;

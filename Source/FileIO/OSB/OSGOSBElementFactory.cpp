@@ -23,20 +23,27 @@ OSBElementFactory *SingletonHolder<OSBElementFactory>::the()
 bool OSBElementFactory::registerElement(std::string const &typeName, OSBElementCreatorBase *creator)
 {
     std::unique_ptr<OSBElementCreatorBase> owned(creator);
-    recordStartUp(StartUpKind::SceneElement, typeName.c_str());
+    record_start_up(StartUpKind::SceneElement, typeName.c_str());
     return _creators.try_emplace(typeName, std::move(owned)).second;
+}
+
+OSBElementCreatorBase const *OSBElementFactory::findCreator(std::string const &typeName) const
+{
+    static OSBElementCreator<OSBGenericElement> const *const generic =
+        new OSBElementCreator<OSBGenericElement>;
+    auto const found = _creators.find(typeName);
+    if(found != _creators.end())
+        return found->second.get();
+    FieldContainerType const *const type =
+        FieldContainerFactoryBase::the()->findType(typeName.c_str());
+    return type != nullptr && !type->isAbstract() ? generic : nullptr;
 }
 
 std::unique_ptr<OSBElementBase> OSBElementFactory::createElement(std::string const &typeName,
                                                                  OSBRootElement *root) const
 {
-    auto const found = _creators.find(typeName);
-    if(found != _creators.end())
-        return std::unique_ptr<OSBElementBase>(found->second->createElement(root));
-    FieldContainerType const *const type =
-        FieldContainerFactoryBase::the()->findType(typeName.c_str());
-    if(type == nullptr || type->isAbstract())
-        return nullptr;
-    return std::make_unique<OSBGenericElement>(root);
+    OSBElementCreatorBase const *const creator = findCreator(typeName);
+    return std::unique_ptr<OSBElementBase>(creator != nullptr ? creator->createElement(root)
+                                                              : nullptr);
 }
 } // namespace OSG

@@ -37,8 +37,10 @@ class OSG_FILEIO_API OSBElementFactory
     /// Records of that type name are served by elements of `creator`, which is taken over. False,
     /// and `creator` is deleted, where the name is taken.
     bool registerElement(std::string const &typeName, OSBElementCreatorBase *creator);
-    /// The registered element; else the generic one where a container type has that name; else
-    /// null.
+    /// What makes elements for records of that type name: the registered creator; else the generic
+    /// one where a concrete container type has that name; else null.
+    OSBElementCreatorBase const *findCreator(std::string const &typeName) const;
+    /// An element by that creator; null where there is none.
     std::unique_ptr<OSBElementBase> createElement(std::string const &typeName,
                                                   OSBRootElement *root) const;
 

@@ -1,7 +1,5 @@
 #include "OSGOSBGenericElement.h"
 
-#include "OSGFieldContainerFactory.h"
-
 namespace OSG
 {
 OSBGenericElement::OSBGenericElement(OSBRootElement *root)
@@ -18,16 +16,11 @@ OSBGenericElement::OSBGenericElement(OSBRootElement *root, char const *exclude)
 void OSBGenericElement::read(std::string const &typeName)
 {
     readBegin();
+    FieldContainerType const *const type = getRoot()->getNames().findContainerType(typeName);
     UnrecordedRefPtr<FieldContainer> const container(
-        FieldContainerFactoryBase::the()->createContainer(typeName.c_str()));
+        type != nullptr ? type->createEmptyContainer() : TransitPtr<FieldContainer>());
     takeContainer(container);
-
-    std::string name;
-    std::string fieldType;
-    UInt32 size = 0;
-    PointerFieldIt pointers;
-    while(readFieldHeader("", name, fieldType, size))
-        readFieldContent(name, fieldType, size, _exclude, pointers);
+    readFields(_exclude);
 }
 
 void OSBGenericElement::postRead() {}

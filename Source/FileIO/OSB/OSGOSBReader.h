@@ -11,7 +11,8 @@ namespace OSG
 {
 class Node;
 
-/// One read of a scene from its signature to its end. Raises ReadError for whatever is no scene.
+/// One read of a scene from its signature to its end. Raises ReadError for whatever is no scene;
+/// out of memory std::bad_alloc. Nothing that was made then stays.
 class OSBReader
 {
   public:
@@ -25,12 +26,18 @@ class OSBReader
   private:
     void readHeader();
     void readRecords();
-    void checkPointers() const;
+    void readRecord(UInt32 type);
+    void passOver(OSBReadNames::Type &type);
+    void addContainer(FieldContainer *container);
+    void checkMemory() const;
+    void checkPointers();
     void setPointers();
-    UInt32 numContainers() const { return static_cast<UInt32>(_elements.size()); }
+    void takeApart() noexcept;
 
     OSBRootElement _root;
-    StreamIdMap _containers; // by number
-    std::vector<std::unique_ptr<OSBElementBase>> _elements;
+    StreamIdMap _containers;                                // by number
+    std::vector<std::unique_ptr<OSBElementBase>> _elements; // null where a type is unknown
+    OSBRootElement::ContainerList _byNumber;
+    UInt64 _containerBytes = 0;
 };
 } // namespace OSG

@@ -1,46 +1,31 @@
 #include "OSGOSBRootElement.h"
 
-#include "OSGShownText.h"
-
 namespace OSG
 {
-std::string OSBRootElement::readName()
+OSBRootElement::OSBRootElement(ExceptionBinaryDataHandler &handler)
+    : _handler(handler)
+    , _names(handler)
+    , _types(handler)
 {
-    std::string name;
-    _handler.getValue(name);
-    if(name.find('\0') != std::string::npos)
-        throw ExceptionBinaryDataHandler::ReadError("a name holds a zero byte");
-    return name;
 }
+OSBRootElement::~OSBRootElement() = default;
 
-std::string OSBRootElement::shown(std::string const &name)
+void OSBRootElement::setVersion(UInt16 version)
 {
-    constexpr std::size_t LongestShown = 100;
-    return shown_text(name.substr(0, LongestShown));
+    _names.setVersion(version);
+    _types.setVersion(version);
 }
 
 UInt32 OSBRootElement::addContainer(FieldContainer *container)
 {
-    if(container == nullptr)
-        return 0;
-    auto const [place, isNew] =
-        _numbers.try_emplace(container, static_cast<UInt32>(_containers.size()) + 1);
-    if(isNew)
-        _containers.push_back(container);
-    return place->second;
-}
-
-OSBRootElement::FieldList const &OSBRootElement::getFields(FieldContainerType const &type)
-{
-    auto const [place, isNew] = _fields.try_emplace(&type);
-    if(isNew)
-        place->second = type.getFieldDescs();
-    return place->second;
+    UInt32 number = 0;
+    if(container != nullptr)
+        _numbers.add(container, number);
+    return number;
 }
 
 UInt32 OSBRootElement::getNumber(FieldContainer const *container) const
 {
-    auto const found = _numbers.find(container);
-    return found != _numbers.end() ? found->second : 0;
+    return container != nullptr ? _numbers.find(container) : 0;
 }
 } // namespace OSG

@@ -3,75 +3,83 @@
 /// \file
 /// What the elements of one scene share while it is read or written.
 
-#include <list>
-#include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "OSGBinaryDataHandler.h"
 #include "OSGFieldContainer.h"
 #include "OSGFileIOApi.h"
+#include "OSGOSBNumbers.h"
+#include "OSGOSBReadNames.h"
+#include "OSGOSBWrittenTypes.h"
 
 namespace OSG
 {
-/// One read or one write of a scene: the stream, the numbers of its containers, and the pointers
-/// that wait until all containers are there. Numbers count from 1 in the order in which containers
-/// are met, the scene's root first; 0 stands for null.
+/// One read or one write of a scene: the stream, the names in it, the numbers of its containers,
+/// and the pointers that wait until all containers are there. Numbers count from 1 in the order in
+/// which containers are met, the scene's root first; 0 stands for null.
+///
+/// Without a file around it, names stand in full and every field is written (version 0x0200).
 class OSG_FILEIO_API OSBRootElement
 {
   public:
-    /// A pointer field as it was read: the numbers of the containers that it points to.
+    using NumberList = std::vector<UInt32, MemAllocator<UInt32>>;
+    /// A pointer field as it was read. The numbers of the containers that it points to stand at
+    /// `begin` to `end` among the targets of all fields.
     struct PointerField
     {
         FieldContainer *container;
         FieldDescriptionBase const *field;
-        std::vector<UInt32, MemAllocator<UInt32>> targets;
+        std::size_t begin;
+        std::size_t end;
     };
-    using PointerFieldList = std::list<PointerField, MemAllocator<PointerField>>;
-    using PointerFieldIt = PointerFieldList::iterator;
-    using FieldList = std::vector<FieldDescriptionBase const *>;
-    using ContainerList = std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
+    using PointerFieldList = std::vector<PointerField, MemAllocator<PointerField>>;
+    /// A place among the pointer fields, good however many follow.
+    using PointerFieldIt = std::size_t;
+    using ContainerList = OSBNumbers::ContainerList;
 
     /// `handler` is not owned.
-    explicit OSBRootElement(ExceptionBinaryDataHandler &handler)
-        : _handler(handler)
-    {
-    }
+    explicit OSBRootElement(ExceptionBinaryDataHandler &handler);
     OSBRootElement(OSBRootElement const &) = delete;
     OSBRootElement &operator=(OSBRootElement const &) = delete;
+    ~OSBRootElement();
 
     ExceptionBinaryDataHandler &getHandler() const { return _handler; }
+    /// One of OSBFormat's, which decides how names stand and whether fields are left out.
+    void setVersion(UInt16 version);
 
     // --- reading ---
-    /// The name of a type or field. Raises ReadError for one with a zero byte, which some would
-    /// compare in full and others up to there.
-    std::string readName();
-    /// A name from a file, fit for the log.
-    static std::string shown(std::string const &name);
+    OSBReadNames &getNames() { return _names; }
     PointerFieldList &editPointerFields() { return _pointerFields; }
     PointerFieldList const &getPointerFields() const { return _pointerFields; }
+    NumberList &editTargets() { return _targets; }
+    NumberList const &getTargets() const { return _targets; }
+    /// Room for the containers of one field.
+    ContainerList &editFound() { return _found; }
+    /// Bytes of the contents of fields so far.
+    UInt64 getContentBytes() const { return _contentBytes; }
+    void countContent(UInt64 bytes) { _contentBytes += bytes; }
 
     // --- writing ---
+    OSBWrittenTypes &getWrittenTypes() { return _types; }
     /// Number of a container, which is given one when it is first met. 0 for null.
     UInt32 addContainer(FieldContainer *container);
     /// Number of a container that was met; 0 for others, as for what is only looked at from within
     /// the scene and does not belong to it.
     UInt32 getNumber(FieldContainer const *container) const;
     /// All that were met, in the order of their numbers. Grows while elements look around.
-    ContainerList const &getContainers() const { return _containers; }
-
-    /// The fields of a type, its parents' first, looked up once per scene.
-    FieldList const &getFields(FieldContainerType const &type);
+    ContainerList const &getContainers() const { return _numbers.getContainers(); }
+    /// For values that are looked at before they are written.
+    OSBScratch &getScratch() { return _scratch; }
 
   private:
-    using Entry = std::pair<FieldContainer const *const, UInt32>;
-
     ExceptionBinaryDataHandler &_handler;
+    OSBReadNames _names;
     PointerFieldList _pointerFields;
-    ContainerList _containers;
-    std::unordered_map<FieldContainerType const *, FieldList> _fields;
-    std::unordered_map<FieldContainer const *, UInt32, std::hash<FieldContainer const *>,
-                       std::equal_to<FieldContainer const *>, MemAllocator<Entry>>
-        _numbers;
+    NumberList _targets;
+    ContainerList _found;
+    UInt64 _contentBytes = 0;
+    OSBWrittenTypes _types;
+    OSBNumbers _numbers;
+    OSBScratch _scratch;
 };
 } // namespace OSG

@@ -5,22 +5,23 @@
 #include "OSGOSBElementFactory.h"
 #include "OSGOSBGenericElement.h"
 #include "OSGOSBReader.h"
+#include "OSGOSBStreams.h"
 #include "OSGOSBWriter.h"
 
 namespace OSG
 {
 namespace
 {
-char const *suffixes[] = {"osb"};
+char const *Suffixes[] = {"osb"};
 
-[[maybe_unused]] bool const node_element = OSBElementFactorySingleton::the()->registerElement(
+[[maybe_unused]] bool const NodeElement = OSBElementFactorySingleton::the()->registerElement(
     "Node", new OSBElementCreator<OSBNodeElement>);
 } // namespace
 
 OSBSceneFileType OSBSceneFileType::_the;
 
 OSBSceneFileType::OSBSceneFileType()
-    : SceneFileType(suffixes, sizeof(suffixes), false, 10, ReadSupported | WriteSupported)
+    : SceneFileType(Suffixes, sizeof(Suffixes), false, 10, ReadSupported | WriteSupported)
 {
 }
 
@@ -32,7 +33,7 @@ TransitPtr<Node> OSBSceneFileType::read(std::istream &in, char const *, Resolver
 {
     try
     {
-        StreamBinaryDataHandler handler(in);
+        OSBInput handler(in);
         return OSBReader(handler).read();
     }
     catch(ExceptionBinaryDataHandler::ReadError const &error)
@@ -51,8 +52,9 @@ bool OSBSceneFileType::write(Node *node, std::ostream &out, char const *) const
     }
     try
     {
-        StreamBinaryDataHandler handler(out);
+        OSBOutput handler(out);
         OSBWriter(handler).write(node);
+        handler.finish();
         return true;
     }
     catch(ExceptionBinaryDataHandler::WriteError const &error)

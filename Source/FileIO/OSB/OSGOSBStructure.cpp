@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "OSGNode.h"
+#include "OSGNodeCore.h"
 
 namespace OSG
 {
@@ -12,33 +13,54 @@ using ReadError = ExceptionBinaryDataHandler::ReadError;
 } // namespace
 
 OSBStructure::OSBStructure(OSBRootElement::ContainerList const &containers,
-                           OSBRootElement::PointerFieldList const &pointers)
-    : _pointersOf(containers.size() + 1)
+                           OSBRootElement::PointerFieldList const &pointers, NumberList &targets)
+    : _pointers(pointers)
+    , _targets(targets)
+    , _firstField(containers.size() + 2, 0)
     , _parents(containers.size() + 1, 0)
 {
-    UInt32 owner = 1;
-    for(Pointers const &field : pointers)
+    // Pointer fields lie in the order of their containers.
+    std::size_t field = 0;
+    for(UInt32 owner = 1; owner <= containers.size(); ++owner)
     {
-        // Pointer fields lie in the order of their containers.
-        while(containers[owner - 1] != field.container)
-            ++owner;
-        _pointersOf[owner].push_back(&field);
-        if(isChildField(field))
-            takeChildren(owner, field);
+        _firstField[owner] = field;
+        for(; field < pointers.size() && pointers[field].container == containers[owner - 1];
+            ++field)
+        {
+            if(isChildField(pointers[field]))
+                takeChildren(owner, pointers[field]);
+        }
     }
+    _firstField[containers.size() + 1] = field;
     checkCycles();
 }
 
 bool OSBStructure::isChildField(Pointers const &pointers)
 {
-    return pointers.field->getFieldId() == Node::ChildrenFieldId &&
-           pointers.container->getType().isDerivedFrom(Node::getClassType());
+    return pointers.field->getPointers()->isChildField &&
+           pointers.field == Node::getClassType().getFieldDesc(Node::ChildrenFieldId);
+}
+
+bool OSBStructure::isCounted(Pointers const &pointers)
+{
+    return pointers.field->getFieldType().getClass() == FieldClass::Pointer;
+}
+
+// Whether a core shows another tree by the field.
+bool OSBStructure::isVisit(Pointers const &pointers)
+{
+    auto const &type =
+        static_cast<PointerType const &>(pointers.field->getFieldType().getContentType());
+    return !pointers.field->getPointers()->isChildField &&
+           type.getPointedTo() == Node::getClassType() &&
+           pointers.container->getType().isDerivedFrom(NodeCore::getClassType());
 }
 
 void OSBStructure::takeChildren(UInt32 owner, Pointers const &pointers)
 {
-    for(UInt32 const child : pointers.targets)
+    for(std::size_t at = pointers.begin; at < pointers.end; ++at)
     {
+        UInt32 const child = _targets[at];
         if(child == 0)
             continue;
         if(_parents[child] != 0 || child == 1)
@@ -49,7 +71,7 @@ void OSBStructure::takeChildren(UInt32 owner, Pointers const &pointers)
 
 void OSBStructure::checkCycles() const
 {
-    Numbers lastVisitor(_parents.size(), 0);
+    NumberList lastVisitor(_parents.size(), 0);
     for(UInt32 visitor = 1; visitor < _parents.size(); ++visitor)
     {
         UInt32 at = visitor;
@@ -60,11 +82,110 @@ void OSBStructure::checkCycles() const
     }
 }
 
-// Each number looks up as far as the next one whose depth is known.
-OSBStructure::Numbers OSBStructure::findDepths() const
+// --- circles ---
+
+/// Depth first, with a stack of its own: a target that is still open closes a circle. What a core
+/// shows is searched by itself, when nothing is open. The last fields come first: of a node its
+/// children, so that a tree is entered at its root where that is possible.
+class OSBStructure::CircleSearch
 {
-    Numbers depths(_parents.size(), 0);
-    Numbers path;
+  public:
+    explicit CircleSearch(OSBStructure const &structure)
+        : _structure(structure)
+        , _states(structure._parents.size(), State::New)
+    {
+        _starts.push_back(1);
+    }
+
+    UInt32 cut()
+    {
+        for(std::size_t i = 0; i < _starts.size(); ++i)
+        {
+            if(_states[_starts[i]] == State::New)
+                open(_starts[i]);
+            while(!_path.empty())
+                step();
+        }
+        return _numCut;
+    }
+
+  private:
+    enum class State : UInt8
+    {
+        New,
+        Open,
+        Done
+    };
+    struct Step
+    {
+        UInt32 number;
+        std::size_t fieldsLeft; // those before this place
+        std::size_t at;         // the next target of the field at that place
+    };
+
+    void open(UInt32 number)
+    {
+        _states[number] = State::Open;
+        _path.push_back({number, _structure._firstField[number + 1], 0});
+        enterField(_path.back());
+    }
+
+    void enterField(Step &step) const
+    {
+        if(step.fieldsLeft > _structure._firstField[step.number])
+            step.at = _structure._pointers[step.fieldsLeft - 1].begin;
+    }
+
+    void step()
+    {
+        Step &top = _path.back();
+        if(top.fieldsLeft == _structure._firstField[top.number])
+        {
+            _states[top.number] = State::Done;
+            _path.pop_back();
+            return;
+        }
+        Pointers const &field = _structure._pointers[top.fieldsLeft - 1];
+        if(top.at == field.end || !isCounted(field))
+        {
+            --top.fieldsLeft;
+            enterField(top);
+            return;
+        }
+        follow(field, _structure._targets[top.at++]);
+    }
+
+    void follow(Pointers const &field, UInt32 &target)
+    {
+        if(target == 0)
+            return;
+        if(isVisit(field))
+            _starts.push_back(target);
+        else if(_states[target] == State::New)
+            open(target);
+        else if(_states[target] == State::Open)
+        {
+            target = 0;
+            ++_numCut;
+        }
+    }
+
+    OSBStructure const &_structure;
+    std::vector<State, MemAllocator<State>> _states; // by number
+    std::vector<Step, MemAllocator<Step>> _path;
+    NumberList _starts;
+    UInt32 _numCut = 0;
+};
+
+UInt32 OSBStructure::cutCircles() { return CircleSearch(*this).cut(); }
+
+// --- order ---
+
+// Each number looks up as far as the next one whose depth is known.
+OSBStructure::NumberList OSBStructure::findDepths() const
+{
+    NumberList depths(_parents.size(), 0);
+    NumberList path;
     for(UInt32 number = 1; number < _parents.size(); ++number)
     {
         UInt32 at = number;
@@ -76,19 +197,21 @@ OSBStructure::Numbers OSBStructure::findDepths() const
     return depths;
 }
 
-std::vector<UInt32> OSBStructure::getReachedFromBelow() const
+OSBStructure::NumberList OSBStructure::getReachedFromBelow() const
 {
-    Numbers reached = {1};
-    std::vector<bool> isReached(_pointersOf.size(), false);
+    NumberList reached = {1};
+    std::vector<bool> isReached(_parents.size(), false);
     isReached[0] = isReached[1] = true;
     for(std::size_t i = 0; i < reached.size(); ++i)
     {
-        for(Pointers const *pointers : _pointersOf[reached[i]])
+        UInt32 const number = reached[i];
+        for(std::size_t field = _firstField[number]; field < _firstField[number + 1]; ++field)
         {
-            if(pointers->field->getFieldType().getClass() != FieldClass::Pointer)
+            if(!isCounted(_pointers[field]))
                 continue;
-            for(UInt32 const target : pointers->targets)
+            for(std::size_t at = _pointers[field].begin; at < _pointers[field].end; ++at)
             {
+                UInt32 const target = _targets[at];
                 if(isReached[target])
                     continue;
                 isReached[target] = true;
@@ -96,9 +219,26 @@ std::vector<UInt32> OSBStructure::getReachedFromBelow() const
             }
         }
     }
-    Numbers const depths = findDepths();
-    std::stable_sort(reached.begin(), reached.end(),
-                     [&depths](UInt32 a, UInt32 b) { return depths[a] > depths[b]; });
+    // Written files hold parents before their children: there the way back is in order.
+    std::reverse(reached.begin(), reached.end());
+    if(!childrenComeFirst(reached))
+    {
+        NumberList const depths = findDepths();
+        std::stable_sort(reached.begin(), reached.end(),
+                         [&depths](UInt32 a, UInt32 b) { return depths[a] > depths[b]; });
+    }
     return reached;
+}
+
+bool OSBStructure::childrenComeFirst(NumberList const &numbers) const
+{
+    std::vector<bool> isPassed(_parents.size(), false);
+    for(UInt32 const number : numbers)
+    {
+        if(isPassed[_parents[number]])
+            return false;
+        isPassed[number] = true;
+    }
+    return true;
 }
 } // namespace OSG

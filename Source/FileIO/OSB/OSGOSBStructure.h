@@ -14,25 +14,39 @@ namespace OSG
 class OSBStructure
 {
   public:
-    /// `containers` in the order of their numbers, from 1 on; all pointers lead to one of them.
+    using NumberList = OSBRootElement::NumberList;
+
+    /// `containers` in the order of their numbers, from 1 on, null where one is not there;
+    /// `targets` of the pointers all lead to one that is. Nothing is kept alive.
     OSBStructure(OSBRootElement::ContainerList const &containers,
-                 OSBRootElement::PointerFieldList const &pointers);
+                 OSBRootElement::PointerFieldList const &pointers, NumberList &targets);
+
+    /// Sets to 0 what would close a circle of counted references among what the first container
+    /// leads to: such a circle would never end. The other trees that cores show count for none:
+    /// nodes may visit one another. The result is the number of pointers that were cut.
+    UInt32 cutCircles();
 
     /// The numbers that counted pointers reach from the first one. A node comes before its parent,
     /// so that it has none yet when it takes its children: what looks for cycles along the
     /// ancestors then has nowhere to go.
-    std::vector<UInt32> getReachedFromBelow() const;
+    NumberList getReachedFromBelow() const;
 
   private:
-    using Numbers = std::vector<UInt32>;
     using Pointers = OSBRootElement::PointerField;
+    class CircleSearch;
 
     static bool isChildField(Pointers const &pointers);
+    static bool isCounted(Pointers const &pointers);
+    static bool isVisit(Pointers const &pointers);
     void takeChildren(UInt32 owner, Pointers const &pointers);
     void checkCycles() const;
-    Numbers findDepths() const;
+    NumberList findDepths() const;
+    /// No node stands behind its parent.
+    bool childrenComeFirst(NumberList const &numbers) const;
 
-    std::vector<std::vector<Pointers const *>> _pointersOf; // by number
-    Numbers _parents;                                       // by number, 0 for none
+    OSBRootElement::PointerFieldList const &_pointers;
+    NumberList &_targets;
+    std::vector<std::size_t> _firstField; // by number; its fields end where those of the next begin
+    NumberList _parents;                  // by number, 0 for none
 };
 } // namespace OSG

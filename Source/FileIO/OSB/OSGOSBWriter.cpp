@@ -6,6 +6,14 @@
 
 namespace OSG
 {
+OSBWriter::OSBWriter(ExceptionBinaryDataHandler &handler)
+    : _root(handler)
+{
+    _root.setVersion(OSBFormat::NamesOnce);
+}
+
+OSBWriter::~OSBWriter() = default;
+
 void OSBWriter::meetContainers(Node *scene)
 {
     _root.addContainer(scene);
@@ -13,9 +21,11 @@ void OSBWriter::meetContainers(Node *scene)
     for(std::size_t i = 0; i < _root.getContainers().size(); ++i)
     {
         FieldContainer *const container = _root.getContainers()[i];
-        _elements.push_back(
-            OSBElementFactory::the()->createElement(container->getType().getName(), &_root));
-        _elements.back()->preWrite(container);
+        OSBElementCreatorBase const &creator =
+            *_root.getWrittenTypes().get(container->getType()).creator;
+        std::unique_ptr<OSBElementBase> element(creator.createElement(&_root));
+        element->preWrite(container);
+        _elements.push_back(std::move(element));
     }
 }
 
@@ -26,13 +36,13 @@ void OSBWriter::write(Node *scene)
     if(_root.getNumber(scene->getParent()) != 0)
         throw ExceptionBinaryDataHandler::WriteError("the part shows what it is a part of");
     ExceptionBinaryDataHandler &handler = _root.getHandler();
-    handler.put(OSBFormat::signature, sizeof(OSBFormat::signature));
-    handler.putValue(OSBElementBase::OSGOSBHeaderVersion200);
+    handler.put(OSBFormat::Signature, sizeof(OSBFormat::Signature));
+    handler.putValue(OSBFormat::NamesOnce);
     for(auto const &element : _elements)
     {
-        handler.putValue(element->getContainer()->getType().getName());
+        _root.getWrittenTypes().writeTypeName(element->getContainer()->getType());
         element->write();
     }
-    handler.putValue(std::string());
+    _root.getWrittenTypes().writeEnd();
 }
 } // namespace OSG

@@ -14,10 +14,8 @@ class Node;
 class OSBWriter
 {
   public:
-    explicit OSBWriter(ExceptionBinaryDataHandler &handler)
-        : _root(handler)
-    {
-    }
+    explicit OSBWriter(ExceptionBinaryDataHandler &handler);
+    ~OSBWriter();
 
     void write(Node *scene);
 

@@ -15,8 +15,8 @@ namespace OSG
 {
 namespace
 {
-constexpr char const *signature = "tolvanite-events";
-constexpr int version = 1;
+constexpr char const *Signature = "tolvanite-events";
+constexpr int Version = 1;
 
 struct EventWord
 {
@@ -26,7 +26,7 @@ struct EventWord
     bool hasModifiers;
     bool hasPointer;
 };
-EventWord const event_words[] = {
+EventWord const EventWords[] = {
     {"press", NavigatorEvent::ButtonPress, true, false, true},
     {"release", NavigatorEvent::ButtonRelease, true, false, true},
     {"key", NavigatorEvent::Key, true, true, true},
@@ -155,9 +155,9 @@ class Reader
   private:
     void takeSignature(Words &words)
     {
-        if(words.take() != signature)
+        if(words.take() != Signature)
             complain("this is no recording of events");
-        if(words.number<int>() != version)
+        if(words.number<int>() != Version)
             complain("this version of the format is not known");
         _signed = true;
     }
@@ -252,7 +252,7 @@ class Reader
     static NavigatorEvent eventOf(Words &words)
     {
         std::string_view const name = words.take();
-        for(EventWord const &row : event_words)
+        for(EventWord const &row : EventWords)
         {
             if(name != row.word)
                 continue;
@@ -290,7 +290,7 @@ std::string spaced(Tuple const &values)
 void write_event(std::ostream &out, InputRecording::TimedEvent const &timed)
 {
     NavigatorEvent const &event = timed.event;
-    for(EventWord const &row : event_words)
+    for(EventWord const &row : EventWords)
     {
         if(row.kind != event.kind)
             continue;
@@ -345,7 +345,7 @@ RecordingResult read_recording(std::istream &in)
 void write_recording(std::ostream &out, InputRecording const &recording)
 {
     bool const perspective = recording.projection == InputRecording::Projection::Perspective;
-    out << signature << ' ' << version << '\n'
+    out << Signature << ' ' << Version << '\n'
         << "camera " << (perspective ? "perspective " : "orthographic ")
         << shortest(recording.opening) << '\n'
         << "depth " << shortest(recording.near) << ' ' << shortest(recording.far) << '\n'

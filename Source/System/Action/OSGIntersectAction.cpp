@@ -11,8 +11,8 @@ namespace OSG
 
 namespace
 {
-/// What was registered, by type id, and what comes of it once derived types have taken over the
-/// functions of their parents.
+/// The functions that were registered, by type id, and the tables in which derived types have got
+/// the functions of their parents.
 struct DefaultFunctors
 {
     Action::FunctorStore registeredEnter;
@@ -50,7 +50,7 @@ Action::Functor or_default(Action::Functor const &functor, Action::Functor const
     return functor.empty() ? fallback : functor;
 }
 
-/// Enter and leave go together: a type with one of its own takes none from above.
+/// Enter and leave functions belong together: a type that has one of its own inherits neither.
 void resolve_type(DefaultFunctors &functors, UInt32 id)
 {
     for(TypeBase const *type = TypeFactory::the().findType(id); type != nullptr;
@@ -150,7 +150,8 @@ void IntersectAction::forgetHit()
     _hits = 0;
 }
 
-// Functions that put rays in place by themselves bring them back with the error of two products.
+// A function may replace the ray by itself and put it back with rounding errors. The exact ray is
+// restored here.
 ActionBase::ResultE IntersectAction::stop(ResultE result)
 {
     _line = _rootLine;
@@ -186,7 +187,7 @@ bool IntersectAction::pushSpace(Matrix const &toParent)
     space.scale = along.length();
     if(!(space.scale > 0) || !std::isfinite(space.scale))
         return false;
-    // Made a unit here: a line keeps short directions as they are.
+    // A line does not normalise short directions, so it is done here.
     Vec3d const unit = along * (1 / space.scale);
     _line.setValue(Pnt3f(from[0], from[1], from[2]), Vec3f(unit[0], unit[1], unit[2]));
     _maxDistance *= space.scale;
@@ -197,7 +198,7 @@ bool IntersectAction::pushSpace(Matrix const &toParent)
 
 namespace
 {
-/// A plane's normal in the space that `toLocal` comes from.
+/// The normal of a plane in the space outside, from its normal in the local space.
 Vec3f normal_outside(Matrix4d const &toLocal, Vec3f const &local)
 {
     Real64 outside[3];

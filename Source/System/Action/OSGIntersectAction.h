@@ -26,7 +26,7 @@ namespace OSG
 /// carries the ray into the space below by pushSpace() and popSpace(), another tree is added by
 /// addNode(). A core type without functions is passed through.
 ///
-/// Volumes of nodes are taken as they stand; those that are not up to date cull nothing.
+/// Volumes of nodes are used as they are. A volume that is out of date culls nothing.
 class OSG_SYSTEM_API IntersectAction : public Action
 {
   public:
@@ -75,7 +75,7 @@ class OSG_SYSTEM_API IntersectAction : public Action
     /// Offers a hit at `distance` in the current space, of triangle `triangle` of the current node.
     /// Taken where it is not beyond the maximum and nearer than the best so far.
     bool setHit(Real64 distance, Int32 triangle, Vec3f const &normal);
-    /// Beyond this setHit() takes nothing.
+    /// setHit() refuses hits beyond this distance.
     Real64 getReach() const;
 
   protected:

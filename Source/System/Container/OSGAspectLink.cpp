@@ -54,7 +54,7 @@ void AspectLink::makeCopy(AspectStore *store)
         _copies.erase(store);
 }
 
-// The copy may end here, and others that only it counts.
+// This may destroy the copy, and other copies that only it refers to.
 void AspectLink::dropCopy(AspectStore *store)
 {
     auto const found = _copies.find(store);
@@ -99,7 +99,7 @@ void AspectLink::update(Updates const &updates)
 
 namespace
 {
-/// The stores of all containers, counted meanwhile.
+/// The stores of all containers. They are counted for as long as this object lives.
 class AllStores
 {
   public:

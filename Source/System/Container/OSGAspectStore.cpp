@@ -44,7 +44,7 @@ void AspectStore::setPtrForAspect(FieldContainer *container, UInt32 aspect)
     (*_others)[aspect - 1] = container;
 }
 
-// Under the lock.
+// The caller holds the lock.
 UInt32 AspectStore::findAspect(FieldContainer const *container) const
 {
     if(container == _first)

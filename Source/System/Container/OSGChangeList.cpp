@@ -30,7 +30,7 @@ ChangeList::ChangeList()
 
 ChangeList::~ChangeList()
 {
-    // What ends with its last reference may edit what is left.
+    // Dropping references destroys containers, which may edit other containers.
     while(!_changed.empty() || !_delayed.empty())
     {
         dropEdits();
@@ -95,7 +95,8 @@ constexpr std::size_t KeptPlaces = 4096;
 
 void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
 {
-    // A `changed` that commits, as reading a file does: the walk below takes its edits too.
+    // A `changed` may commit itself, for example when it reads a file. The loop that is under way
+    // publishes those edits.
     if(_committing)
         return;
     _committing = true;
@@ -105,7 +106,8 @@ void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
         ~Done() { committing = false; }
     } const done{_committing};
 
-    // By index: `changed` may edit further containers, or the same one again.
+    // The list grows while it is walked: `changed` may edit other containers, or the same one
+    // again.
     for(std::size_t i = 0; i < _changed.size(); ++i)
     {
         FieldContainer *container = _changed[i];
@@ -116,12 +118,12 @@ void ChangeList::doCommitChanges(UInt32 origin, UInt32 details)
         addToLogs(container, ChangeLog::Kind::Changed, mask);
         bool const isConnected = container->isConnected();
         container->changed(mask, origin, details);
-        // By its address alone: `changed` may have ended it, and its connections with it.
+        // `changed` may have destroyed the container. `process` uses its address only as a key.
         if(isConnected)
             FieldConnectorFactoryBase::the()->process(container, mask);
     }
     _changed.clear();
-    // What a load of a large scene took is given back; an editing session keeps its room.
+    // The room that loading a large scene needed is given back. An editing session keeps its own.
     if(_changed.capacity() > KeptPlaces)
         _changed.shrink_to_fit();
     _numCreated = 0;

@@ -36,14 +36,14 @@ class OSG_SYSTEM_API ChangeList
     ChangeList &operator=(ChangeList const &) = delete;
 
     // --- recording ---
-    /// A container was made, with the low 30 bits of its id and its local flags. Nobody but another
-    /// aspect wants more than the number of them.
+    /// A container was made, with the low 30 bits of its id and its local flags. Only logs for
+    /// other aspects use more than the number of such calls.
     void addCreated(UInt32 id, UInt64 flags);
     /// The copy of an aspect ends.
     void addEnded(FieldContainer const *container) { addToLogs(container, ChangeLog::Kind::Ended); }
     /// Called once by a container whose first field is edited; gives its place in the list.
     UInt32 addChanged(FieldContainer *container);
-    /// A container that dies, or moves its edits elsewhere, leaves its place empty.
+    /// Empties the place of a container that is destroyed or whose mask is taken.
     void clearChanged(UInt32 place) { _changed[place] = nullptr; }
     /// From 1 on, unique among the lists that exist: containers remember the list that has their
     /// edits by its number, which is shorter than its address.

@@ -30,7 +30,7 @@ void ChangeLog::add(FieldContainer const *container, Kind kind, BitVector mask) 
         return;
     try
     {
-        // Room before the count.
+        // The step that may run out of memory comes before the reference is counted.
         if(_entries.size() == _entries.capacity())
             _entries.reserve(2 * _entries.size() + 64);
         AspectStore *const store = container->getAspectStore();

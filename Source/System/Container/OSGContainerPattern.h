@@ -9,7 +9,20 @@
 /// pattern its friend (`friend Pattern;`). The pattern does the rest by loops over
 /// the rows: the create family, sizes, binary form, synchronisation, links, copies, descriptions
 /// and handles. Its functions are instantiated once per class, in the generated statics
-/// (OSGContainerPattern.inl), and exported from the unit of the class.
+/// (OSGContainerPattern.inl), and exported from the unit of the class. Where no header OSGX.h
+/// stands beside the description, X is generated as well.
+///
+/// What a class may do in its own way:
+///
+///   any virtual operation of FieldContainer and of the parents, by `override`
+///   initMethod, exitMethod, onCreate, onCreateAspect, execSync, which the pattern calls by their
+///   names: a function of that name in X, which calls the pattern's, and a line that says so,
+///
+///     static constexpr Replaced Replaces = Replaced::OnCreate | Replaced::ExecSync;
+///
+///   static constexpr bool IsSharedByClones = true;   deepClone points to the same object
+///
+/// The compiler refuses a class that replaces something else than it says.
 
 #include <tuple>
 #include <utility>
@@ -21,13 +34,6 @@
 
 namespace OSG
 {
-/// Whether a field may be written by anybody, or by its class alone.
-enum class FieldAccess
-{
-    Public,
-    Protected
-};
-
 /// One field of the class `Owner`.
 template <class Owner, class Field>
 struct FieldRow
@@ -52,10 +58,29 @@ constexpr FieldRow<Owner, Field> make_row(Field Owner::*member, char const *name
     return {member, name, id, visibility, access, prose};
 }
 
+/// Behaviour of the pattern that a class replaces by a function of the same name.
+enum class Replaced : UInt8
+{
+    Nothing = 0,
+    InitMethod = 1,
+    ExitMethod = 2,
+    OnCreate = 4,
+    OnCreateAspect = 8,
+    ExecSync = 16
+};
+constexpr Replaced operator|(Replaced one, Replaced other)
+{
+    return static_cast<Replaced>(static_cast<UInt8>(one) | static_cast<UInt8>(other));
+}
+
 template <class X, class XBase, class Parent>
 class ContainerPattern : public Parent
 {
   public:
+    /// Of this class, not of its parents.
+    static constexpr Replaced Replaces = Replaced::Nothing;
+    static constexpr bool IsSharedByClones = false;
+
     // --- making; see the copies below for the flags ---
     /// Copy of the type's prototype; null where there is none: an abstract class, or a system that
     /// is not up.
@@ -97,8 +122,8 @@ class ContainerPattern : public Parent
     ContainerPattern(ContainerPattern const &) = default;
     ~ContainerPattern() override = default;
 
-    static void initMethod(TypeBase::InitPhase phase) { Parent::initMethod(phase); }
-    static void exitMethod(TypeBase::InitPhase) {}
+    static void initMethod(TypeBase::InitPhase phase);
+    static void exitMethod(TypeBase::InitPhase phase);
     /// What the type calls: createEmptyLocal, and the functions of X, which may hide those above.
     static FieldContainer *createForType(UInt64 flags);
     static void initType(TypeBase::InitPhase phase);
@@ -110,7 +135,7 @@ class ContainerPattern : public Parent
     template <class Field>
     GetFieldHandlePtr makeGetHandle(Field const &field, UInt32 id) const;
     template <class Field>
-    EditFieldHandlePtr makeEditHandle(Field &field, UInt32 id, FieldAccess access);
+    EditFieldHandlePtr makeEditHandle(Field &field, UInt32 id);
 
   private:
     template <std::size_t... I>
@@ -118,6 +143,7 @@ class ContainerPattern : public Parent
     template <std::size_t I>
     static void describeRow(FieldContainerType &type);
 
+    static constexpr Replaced findReplaced();
     static X *makeObject(X const *source, BitVector localFlags);
     XBase *base() { return static_cast<XBase *>(this); }
     XBase const *base() const { return static_cast<XBase const *>(this); }

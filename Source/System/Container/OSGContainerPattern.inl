@@ -8,8 +8,11 @@
 #include "OSGContainerPattern.h"
 #include "OSGFieldOperations.h"
 #include "OSGLog.h"
+#include "OSGPointerFieldHandles.h"
+#include "OSGPointerFieldRow.h"
+#include "OSGPointerlessCopy.h"
 #include "OSGThread.h"
-#include "OSGTypedFieldHandles.h"
+#include "OSGValueFieldHandles.h"
 
 namespace OSG
 {
@@ -159,7 +162,7 @@ template <class X, class XBase, class Parent>
 void ContainerPattern<X, XBase, Parent>::onCreate(X const *source)
 {
     Parent::onCreate(source);
-    if(source == nullptr)
+    if(source == nullptr || PointerlessCopy::isOf(source))
         return;
     for_each_field<XBase>(
         [this, source](auto const &row)
@@ -195,9 +198,46 @@ UInt32 ContainerPattern<X, XBase, Parent>::getContainerSize() const
     return sizeof(X);
 }
 
+/// A function as a type: sanitizers keep compilers from comparing two addresses in a constant.
+template <auto Function>
+struct FunctionTag
+{
+};
+
+// A function of X that is not the pattern's own is another one, or belongs to another class.
+template <class X, class XBase, class Parent>
+constexpr Replaced ContainerPattern<X, XBase, Parent>::findReplaced()
+{
+    Replaced found = Replaced::Nothing;
+    if(!std::is_same_v<FunctionTag<&X::initMethod>, FunctionTag<&ContainerPattern::initMethod>>)
+        found = found | Replaced::InitMethod;
+    if(!std::is_same_v<FunctionTag<&X::exitMethod>, FunctionTag<&ContainerPattern::exitMethod>>)
+        found = found | Replaced::ExitMethod;
+    if(!std::is_same_v<decltype(&X::onCreate), decltype(&ContainerPattern::onCreate)>)
+        found = found | Replaced::OnCreate;
+    if(!std::is_same_v<decltype(&X::onCreateAspect), decltype(&ContainerPattern::onCreateAspect)>)
+        found = found | Replaced::OnCreateAspect;
+    if(!std::is_same_v<decltype(&X::execSync), decltype(&ContainerPattern::execSync)>)
+        found = found | Replaced::ExecSync;
+    return found;
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::initMethod(TypeBase::InitPhase phase)
+{
+    Parent::initMethod(phase);
+}
+
+template <class X, class XBase, class Parent>
+void ContainerPattern<X, XBase, Parent>::exitMethod(TypeBase::InitPhase)
+{
+}
+
 template <class X, class XBase, class Parent>
 void ContainerPattern<X, XBase, Parent>::classDescInserter(FieldContainerType &type)
 {
+    static_assert(findReplaced() == X::Replaces, "a class says what it replaces, see Replaced");
+    type.setSharedByClones(X::IsSharedByClones);
     describeRows(type, std::make_index_sequence<std::tuple_size_v<decltype(XBase::fieldRows())>>());
 }
 
@@ -228,8 +268,9 @@ void ContainerPattern<X, XBase, Parent>::describeRow(FieldContainerType &type)
         {
             constexpr auto own = std::get<I>(XBase::fieldRows());
             auto &object = static_cast<XBase &>(container);
-            return object.makeEditHandle(object.*own.member, own.id, own.access);
-        }));
+            return object.makeEditHandle(object.*own.member, own.id);
+        },
+        pointer_access<XBase, I>()));
 }
 
 template <class X, class XBase, class Parent>
@@ -289,7 +330,11 @@ void ContainerPattern<X, XBase, Parent>::copyFromBin(ExceptionBinaryDataHandler 
             if((mask & row.mask()) == 0)
                 return;
             this->markEdited(row.mask());
-            field_from_bin(handler, base()->*row.member);
+            using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
+            if constexpr(IsPointerField<Field>)
+                pointers_from_bin(handler, *base(), row.id, base()->*row.member);
+            else
+                field_from_bin(handler, base()->*row.member);
         });
 }
 
@@ -341,20 +386,32 @@ void ContainerPattern<X, XBase, Parent>::dump(UInt32, BitVector) const
 
 template <class X, class XBase, class Parent>
 template <class Field>
-GetFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeGetHandle(Field const &field,
-                                                                    UInt32 id) const
+GetFieldHandlePtr
+ContainerPattern<X, XBase, Parent>::makeGetHandle([[maybe_unused]] Field const &field,
+                                                  UInt32 id) const
 {
-    return GetFieldHandlePtr(new TypedGetFieldHandle<Field>(XBase::_type.getFieldDesc(id), field,
-                                                            const_cast<XBase *>(base())));
+    FieldDescriptionBase const *const description = XBase::_type.getFieldDesc(id);
+    if constexpr(std::is_base_of_v<PointerSFieldBase, Field>)
+        return GetFieldHandlePtr(new GetSFieldHandle<PointerSFieldBase>(description, base()));
+    else if constexpr(std::is_base_of_v<PointerMFieldBase, Field>)
+        return GetFieldHandlePtr(new GetMFieldHandle<PointerMFieldBase>(description, base()));
+    else
+        return GetFieldHandlePtr(
+            new ValueGetFieldHandle<Field>(description, field, const_cast<XBase *>(base())));
 }
 
 template <class X, class XBase, class Parent>
 template <class Field>
-EditFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeEditHandle(Field &field, UInt32 id,
-                                                                      FieldAccess access)
+EditFieldHandlePtr ContainerPattern<X, XBase, Parent>::makeEditHandle([[maybe_unused]] Field &field,
+                                                                      UInt32 id)
 {
+    FieldDescriptionBase const *const description = XBase::_type.getFieldDesc(id);
     this->markEdited(BitVector(1) << id);
-    return EditFieldHandlePtr(
-        new EditHandleOf<Field>(XBase::_type.getFieldDesc(id), field, base(), access));
+    if constexpr(std::is_base_of_v<PointerSFieldBase, Field>)
+        return EditFieldHandlePtr(new EditSFieldHandle<PointerSFieldBase>(description, base()));
+    else if constexpr(std::is_base_of_v<PointerMFieldBase, Field>)
+        return EditFieldHandlePtr(new EditMFieldHandle<PointerMFieldBase>(description, base()));
+    else
+        return EditFieldHandlePtr(new ValueEditFieldHandle<Field>(description, field, base()));
 }
 } // namespace OSG

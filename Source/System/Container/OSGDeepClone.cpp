@@ -1,10 +1,12 @@
 #include "OSGDeepClone.h"
 
 #include <algorithm>
+#include <new>
 
 #include "OSGFieldContainerFactory.h"
+#include "OSGFieldLinks.h"
 #include "OSGLog.h"
-#include "OSGPointerFieldHandles.h"
+#include "OSGPointerlessCopy.h"
 #include "OSGTypePredicates.h"
 
 namespace OSG
@@ -52,133 +54,174 @@ FieldContainer *DeepCloner::clone(FieldContainer const *source)
 {
     if(source == nullptr)
         return nullptr;
-    FieldContainer *const copy = copyOf(source);
-    copyWhatIsOpen();
+    std::size_t const firstOfCall = _copies.size();
+    _onlyStart = firstOfCall == 0 ? source : nullptr;
+    FieldContainer *const copy = copyOf(source, false);
+    finish(firstOfCall);
     return copy;
 }
 
 FieldContainer *DeepCloner::resolve(FieldContainer *source)
 {
-    FieldContainer *const target = targetOf(source);
-    copyWhatIsOpen();
+    std::size_t const firstOfCall = _copies.size();
+    _onlyStart = firstOfCall == 0 ? source : nullptr;
+    FieldContainer *const target = targetOf(source, false);
+    finish(firstOfCall);
     return target;
 }
 
-// Null for a class that cannot be copied.
-FieldContainer *DeepCloner::copyOf(FieldContainer const *source)
+void DeepCloner::finish(std::size_t firstOfCall)
 {
-    auto const known = _copies.find(source);
-    if(known != _copies.end())
+    try
+    {
+        copyWhatIsOpen();
+        directWeakLooks();
+    }
+    catch(...)
+    {
+        takeBack(firstOfCall);
+        throw;
+    }
+}
+
+// Copies may point to one another in circles, which references alone would not end.
+void DeepCloner::takeBack(std::size_t firstOfCall) noexcept
+{
+    for(std::size_t i = firstOfCall; i < _copies.size(); ++i)
+    {
+        _bySource.erase(_copies[i].source);
+        try
+        {
+            _copies[i].copy->resolveLinks();
+        }
+        catch(std::bad_alloc const &)
+        {
+            // It could not be noted as edited; the others are still taken apart.
+        }
+    }
+    _copies.erase(_copies.begin() + static_cast<std::ptrdiff_t>(firstOfCall), _copies.end());
+    _numLinked = std::min(_numLinked, firstOfCall);
+    _numKnown = std::min(_numKnown, firstOfCall);
+    _weak.clear();
+}
+
+DeepCloner::TypePlan const &DeepCloner::planOf(FieldContainerType const &type)
+{
+    if(type.getId() >= _plans.size())
+        _plans.resize(type.getId() + 1);
+    TypePlan &plan = _plans[type.getId()];
+    if(plan.isMade)
+        return plan;
+    plan.pointerFields.clear();
+    for(FieldDescriptionBase const *field : type.getFieldDescs())
+    {
+        if(field->getPointers() != nullptr)
+            plan.pointerFields.push_back(field);
+    }
+    plan.fate = _ignore.holds(type)                             ? Fate::Ignored
+                : type.isSharedByClones() || _share.holds(type) ? Fate::Shared
+                                                                : Fate::Copied;
+    plan.isMade = true;
+    return plan;
+}
+
+// Null for a class that cannot be copied. To what is reached once no further way leads, so that
+// nobody has asked for it before and nobody asks again, save those that only look. The container
+// with which a call begins is reached without a pointer.
+FieldContainer *DeepCloner::copyOf(FieldContainer const *source, bool isReachedOnce)
+{
+    bool const isNew = isReachedOnce && _onlyStart != nullptr && source != _onlyStart;
+    auto const known = isNew ? _bySource.end() : _bySource.find(source);
+    if(known != _bySource.end())
         return known->second;
+    PointerlessCopy const withoutPointers(*source);
     UnrecordedRefPtr<FieldContainer> const copy(source->shallowCopy());
     if(copy == nullptr)
         return nullptr;
-    _copies.emplace(source, copy);
-    _open.push_back(source);
+    _copies.push_back({source, copy});
+    if(!isReachedOnce)
+        _bySource.emplace(source, copy);
     return copy;
 }
 
-FieldContainer *DeepCloner::targetOf(FieldContainer *source)
+FieldContainer *DeepCloner::targetOf(FieldContainer *source, bool isReachedOnce)
 {
-    if(source == nullptr || _ignore.holds(source->getType()))
+    if(source == nullptr)
         return nullptr;
-    if(_share.holds(source->getType()))
+    switch(planOf(source->getType()).fate)
+    {
+    case Fate::Ignored:
+        return nullptr;
+    case Fate::Shared:
         return source;
-    FieldContainer *const copy = copyOf(source);
+    case Fate::Copied:
+        break;
+    }
+    FieldContainer *const copy = copyOf(source, isReachedOnce);
     return copy != nullptr ? copy : source;
+}
+
+FieldContainer *DeepCloner::targetOf(FieldContainer *source, FieldDescriptionBase const &field)
+{
+    // Who only looks pulls nothing into the clone.
+    if(field.getFieldType().getClass() == FieldClass::UncountedPointer)
+        return source;
+    return targetOf(source, source != nullptr && source->getRefCount() == 1);
 }
 
 void DeepCloner::copyWhatIsOpen()
 {
-    while(!_open.empty())
+    while(_numLinked < _copies.size())
     {
-        FieldContainer const *const source = _open.back();
-        _open.pop_back();
-        FieldContainer *const copy = _copies.find(source)->second;
-        for(FieldDescriptionBase const *field : pointerFieldsOf(source->getType()))
-            copyPointers(*source, *copy, *field);
+        FieldContainer const *const source = _copies[_numLinked].source;
+        FieldContainer *const copy = _copies[_numLinked].copy;
+        // By index: the plans move when a further type is met.
+        UInt32 const type = source->getType().getId();
+        planOf(source->getType());
+        for(std::size_t i = 0; i < _plans[type].pointerFields.size(); ++i)
+            copyPointers(*source, *copy, *_plans[type].pointerFields[i]);
+        ++_numLinked;
     }
-    directWeakLooks();
 }
 
 void DeepCloner::copyPointers(FieldContainer const &source, FieldContainer &copy,
                               FieldDescriptionBase const &field)
 {
-    UInt32 const id = field.getFieldId();
-    GetFieldHandlePtr const from = source.getField(id);
-    UInt32 const size = from->size();
-    // Children do not come with a copy.
-    bool const isChildField = from->isChildField();
-    UInt32 gone = 0;
+    PointerFieldAccess const &access = *field.getPointers();
+    bool const looks = field.getFieldType().getClass() == FieldClass::UncountedPointer;
+    UInt32 const size = access.size(source);
+    if(size == 0)
+        return;
+    _targets.clear();
     for(UInt32 i = 0; i < size; ++i)
     {
-        FieldContainer *const pointer = from->getPointer(i);
-        if(pointer == nullptr)
+        FieldContainer *const pointer = access.get(source, i);
+        FieldContainer *const target = targetOf(pointer, field);
+        // A child has one parent: what is shared stays where it is.
+        if(access.isChildField && target == pointer)
             continue;
-        if(field.getFieldType().getClass() == FieldClass::UncountedPointer)
-        {
-            _weak.push_back({&copy, id, i, pointer});
-            continue;
-        }
-        FieldContainer *const target = targetOf(pointer);
-        if(isChildField)
-        {
-            if(target != nullptr && target != pointer && !target->linkParent(&copy, id))
-                copy.editField(id)->add(target);
-        }
-        else if(target != pointer && !relink(copy, id, i - gone, pointer, target))
-            ++gone;
+        _targets.push_back(target);
+        if(looks && pointer != nullptr)
+            _weak.push_back({&copy, &field, i, pointer});
     }
-}
-
-bool DeepCloner::relink(FieldContainer &copy, UInt32 fieldId, UInt32 index, FieldContainer *old,
-                        FieldContainer *target)
-{
-    UInt16 const field = static_cast<UInt16>(fieldId);
-    // What hangs together by more than this field is linked and unlinked by its classes.
-    if(target == nullptr && copy.unlinkChild(old, field))
-        return false;
-    // An entry of a list keeps its place.
-    bool const isSingle = copy.getFieldDescription(fieldId)->getFieldType().getCardinality() ==
-                          FieldCardinality::Single;
-    if(target == nullptr || !isSingle || !target->linkParent(&copy, field))
-        static_cast<EditPointerFieldHandle &>(*copy.editField(fieldId))
-            .replacePointer(index, target);
-    return true;
+    FieldLinks(copy, field).restore(_targets.data(), static_cast<UInt32>(_targets.size()));
 }
 
 void DeepCloner::directWeakLooks()
 {
+    if(_weak.empty())
+        return;
+    for(; _numKnown < _copies.size(); ++_numKnown)
+        _bySource.emplace(_copies[_numKnown].source, _copies[_numKnown].copy);
     for(WeakLook const &look : _weak)
     {
-        bool const ignored = _ignore.holds(look.source->getType());
-        auto const known = _copies.find(look.source);
-        if(ignored)
-            relink(*look.copy, look.fieldId, look.index, look.source, nullptr);
-        else if(known != _copies.end())
-            relink(*look.copy, look.fieldId, look.index, look.source, known->second);
+        auto const known = _bySource.find(look.source);
+        if(planOf(look.source->getType()).fate == Fate::Ignored)
+            FieldLinks(*look.copy, *look.field).replace(look.index, nullptr);
+        else if(known != _bySource.end())
+            FieldLinks(*look.copy, *look.field).replace(look.index, known->second);
     }
     _weak.clear();
-}
-
-DeepCloner::FieldList const &DeepCloner::pointerFieldsOf(FieldContainerType const &type)
-{
-    auto const [entry, isNew] = _pointerFields.try_emplace(&type);
-    FieldList &fields = entry->second;
-    if(!isNew)
-        return fields;
-    for(TypeBase const *at = &type; at != nullptr; at = at->getParent())
-    {
-        FieldList own;
-        for(FieldDescriptionBase const *field :
-            static_cast<ReflexiveContainerType const *>(at)->getOwnFieldDescs())
-        {
-            if(field->getFieldType().getClass() != FieldClass::Value)
-                own.push_back(field);
-        }
-        fields.insert(fields.begin(), own.begin(), own.end());
-    }
-    return fields;
 }
 
 namespace

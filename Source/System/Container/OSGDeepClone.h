@@ -10,11 +10,10 @@
 ///   shared types   containers of these types, and of types derived from them, are not copied: the
 ///                  clone points to the very same ones. A child belongs to one parent, so that a
 ///                  child of a shared type is left out of the clone.
-///   ignored types  are neither copied nor pointed to: a pointer becomes null. Children,
-///   attachments
-///                  and chunks, which are never null, are left out of their lists; in other lists
-///                  null keeps the place, since places may have a meaning there. Ignoring goes
-///                  before sharing.
+///   ignored types  are neither copied nor pointed to: a pointer becomes null. Lists that are never
+///                  null (children, attachments, chunks) leave the entry out; in other lists null
+///                  keeps the place, since places may have a meaning there. Ignoring goes before
+///                  sharing.
 ///   weak pointers  pull nothing into the clone. They point to the copy of what they look at where
 ///                  it was copied for another reason, otherwise to the same container, or to null
 ///                  where its type is ignored.
@@ -52,7 +51,8 @@ OSG_SYSTEM_API TransitPtr<FieldContainer> deepCloneEx(FieldContainer const *sour
                                                       NameList const &ignoreGroups = {});
 
 /// Several clones that share what their sources share. The cloner holds a reference on every copy
-/// that it made, and counts on its sources to stay as they are, for as long as it lives.
+/// that it made, and counts on its sources to stay as they are, for as long as it lives. Out of
+/// memory: std::bad_alloc, and the copies of that call are gone.
 class OSG_SYSTEM_API DeepCloner
 {
   public:
@@ -75,39 +75,59 @@ class OSG_SYSTEM_API DeepCloner
     FieldContainer *resolve(FieldContainer *source);
 
   private:
-    struct WeakLook
-    {
-        FieldContainer *copy;
-        UInt32 fieldId;
-        UInt32 index;
-        FieldContainer *source;
-    };
-
-    FieldContainer *copyOf(FieldContainer const *source);
-    FieldContainer *targetOf(FieldContainer *source);
-    void copyWhatIsOpen();
-    void copyPointers(FieldContainer const &source, FieldContainer &copy,
-                      FieldDescriptionBase const &field);
-    /// Makes entry `index` of the copy's field point to `target` in place of `old`; false where the
-    /// entry has gone instead.
-    bool relink(FieldContainer &copy, UInt32 fieldId, UInt32 index, FieldContainer *old,
-                FieldContainer *target);
-    void directWeakLooks();
-
     template <class T>
     using List = std::vector<T, MemAllocator<T>>;
     template <class Key, class Value>
     using Map = std::unordered_map<Key, Value, std::hash<Key>, std::equal_to<Key>,
                                    MemAllocator<std::pair<Key const, Value>>>;
-    using FieldList = List<FieldDescriptionBase const *>;
 
-    FieldList const &pointerFieldsOf(FieldContainerType const &type);
+    enum class Fate : UInt8
+    {
+        Copied,
+        Shared,
+        Ignored
+    };
+    /// What is found out once for all containers of a type.
+    struct TypePlan
+    {
+        bool isMade = false;
+        Fate fate = Fate::Copied;
+        List<FieldDescriptionBase const *> pointerFields;
+    };
+    struct Copy
+    {
+        FieldContainer const *source;
+        UnrecordedRefPtr<FieldContainer> copy;
+    };
+    struct WeakLook
+    {
+        FieldContainer *copy;
+        FieldDescriptionBase const *field;
+        UInt32 index;
+        FieldContainer *source;
+    };
+
+    TypePlan const &planOf(FieldContainerType const &type);
+    FieldContainer *copyOf(FieldContainer const *source, bool isReachedOnce);
+    FieldContainer *targetOf(FieldContainer *source, bool isReachedOnce);
+    FieldContainer *targetOf(FieldContainer *source, FieldDescriptionBase const &field);
+    void finish(std::size_t firstOfCall);
+    void copyWhatIsOpen();
+    void copyPointers(FieldContainer const &source, FieldContainer &copy,
+                      FieldDescriptionBase const &field);
+    void directWeakLooks();
+    void takeBack(std::size_t firstOfCall) noexcept;
 
     Choice _share;
     Choice _ignore;
-    Map<FieldContainer const *, UnrecordedRefPtr<FieldContainer>> _copies;
-    List<FieldContainer const *> _open; // copied themselves, their pointers not yet
+    FieldContainer const *_onlyStart = nullptr; // of the first call; null in later ones
+    List<Copy> _copies;                         // in the order in which they were made
+    std::size_t _numLinked = 0;                 // of these, those that have their pointers
+    /// Where a further way may lead to the source. The others are entered when somebody looks.
+    Map<FieldContainer const *, FieldContainer *> _bySource;
+    std::size_t _numKnown = 0; // of all copies, those that have been entered for lookers
     List<WeakLook> _weak;
-    Map<FieldContainerType const *, FieldList> _pointerFields;
+    List<TypePlan> _plans; // by the type's id
+    List<FieldContainer *> _targets;
 };
 } // namespace OSG

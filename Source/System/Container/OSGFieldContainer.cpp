@@ -16,11 +16,11 @@ FieldContainerType FieldContainer::_type("FieldContainer", "ReflexiveContainer",
 
 namespace
 {
-constexpr char const *pointer_names[9] = {
+constexpr char const *PointerNames[9] = {
     "FieldContainerPtr",        "SFRecFieldContainerPtr",    "SFUnrecFieldContainerPtr",
     "SFWeakFieldContainerPtr",  "SFUnrefdFieldContainerPtr", "MFRecFieldContainerPtr",
     "MFUnrecFieldContainerPtr", "MFWeakFieldContainerPtr",   "MFUnrefdFieldContainerPtr"};
-PointerTypeFamily const pointer_types(pointer_names, nullptr, FieldContainer::_type);
+PointerTypeFamily const pointer_types(PointerNames, nullptr, FieldContainer::_type);
 } // namespace
 
 DataType const &FieldTraits<FieldContainer *, 0>::getType()
@@ -45,10 +45,11 @@ FieldContainer::~FieldContainer()
 
 namespace
 {
-// Containers whose last reference has gone. A container drops references while it ends; those that
-// die of it queue up here, so that a chain of any length ends without recursion.
-// They are chained through themselves: an end takes no memory. Plain data: what a host holds in a
-// static ends after the objects of the thread.
+// Containers whose last reference has gone. A container that is destroyed drops references, which
+// may be the last ones of other containers. Those wait here, so that destroying a chain of any
+// length does not recurse. They are linked through themselves, so that destroying allocates
+// nothing. The struct is plain data because statics of a host are destroyed after the objects of
+// the thread.
 struct Mortuary
 {
     FieldContainer *newest;
@@ -109,8 +110,9 @@ void FieldContainer::deregister(UInt32 id)
         store->release();
     if(_weakRefs > 0)
     {
-        // The memory stays for those that look at it; what it points to goes now. One of the
-        // pointers may be the last that looks, at this container itself: the end waits for it.
+        // Weak pointers still need the memory, but what the container points to is released now.
+        // That may drop the last weak pointer to this container itself. The extra weak reference
+        // keeps it until the flag is set.
         addWeakReference();
         resolveLinks();
         takeChangeMask();
@@ -125,7 +127,7 @@ void FieldContainer::deregister(UInt32 id)
 
 void FieldContainer::registerChangedContainer()
 {
-    // Nobody is told of what a dead container drops.
+    // Edits of a container that is being destroyed are not published.
     if(_dead)
         return;
     ChangeList *const list = Thread::getCurrentChangeList();
@@ -174,7 +176,7 @@ void FieldContainer::enterAspect(FieldContainer const *source)
     if(store == nullptr)
         return;
     _aspect = static_cast<UInt16>(Thread::getCurrentAspect());
-    // What may take memory comes first.
+    // The steps that may run out of memory come first.
     setSharedMask(source->getSharedMask());
     store->setPtrForAspect(this, _aspect);
     store->addRef();

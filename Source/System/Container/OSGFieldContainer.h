@@ -31,9 +31,9 @@ using AspectOffsets = std::vector<Int64>;
 
 /// A reflective record with reference counts and a copy per aspect.
 ///
-/// A container is made by the `create` functions of its class (ContainerPattern) and ends when its
-/// last counted reference goes; weak references only keep its memory. It belongs to the thread that
-/// works on its aspect: counts and change mask are plain.
+/// A container is made by the `create` functions of its class (ContainerPattern) and destroyed when
+/// its last counted reference goes. Weak references keep its memory only. It belongs to the thread
+/// that works on its aspect, so its counts and its change mask are not guarded.
 class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
 {
   public:
@@ -44,10 +44,10 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
 
     /// Number in the factory, the same in all aspects; 0 before the container is registered.
     UInt32 getId() const { return _id; }
-    /// Nearly every container lives in one aspect alone: its store is made when somebody first asks
-    /// for it, and kept by the factory. Null for an object that has no id.
+    /// Nearly every container has a copy in one aspect only, so its store is made on the first call
+    /// of this function. The factory keeps it. Null for an object that has no id.
     AspectStore *getAspectStore() const;
-    /// Null where nobody has asked yet.
+    /// Null where the store has not been made yet.
     AspectStore *findAspectStore() const;
     /// The aspect that this is the copy of.
     UInt32 getAspect() const { return _aspect; }
@@ -124,8 +124,8 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
 
     /// Joins the thread's change list.
     void registerChangedContainer();
-    /// The bookkeeping of every setter: joins the change list with the first edit, then remembers
-    /// the field.
+    /// Called by every setter: enters the change list with the first edit, then adds the fields of
+    /// `mask` to the change mask.
     void markEdited(BitVector mask)
     {
         if(_changeMask == 0)
@@ -138,9 +138,9 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     void enterSystem(UInt64 localFlags);
     /// Makes this the copy of `source` for the calling thread's aspect.
     void enterAspect(FieldContainer const *source);
-    /// Destroys an object that could not be made to the end, as if it had never been.
+    /// Destroys an object whose making has failed and gives its id back.
     void abandon();
-    /// Fields whose bits are set no longer travel.
+    /// Fields whose bits are set are no longer sent to other aspects.
     void keepLocal(BitVector flags)
     {
         if(flags != 0)
@@ -148,12 +148,12 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     }
     void shareOnly(BitVector flags) { setSharedMask(flags); }
 
-    /// Room for the class that owns this container: where it last put it in its list.
+    /// For the class that owns this container: the slot of its list in which it last put it.
     UInt32 getSlotHint() const { return _place.inOwner; }
     void setSlotHint(UInt32 slot) { _place.inOwner = slot; }
 
-    /// Whether something outside this container's own links depends on it; the class that says so
-    /// keeps what it is in a table.
+    /// Whether something depends on this container that it has no link to. The class that sets the
+    /// flag keeps a table of what that is.
     bool hasDependents() const { return _hasDependents; }
     void setHasDependents(bool has) { _hasDependents = has; }
 
@@ -161,6 +161,7 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     template <class X, class XBase, class Parent>
     friend class ContainerPattern;
     friend class FieldConnectorFactoryBase;
+    friend class FieldLinks;
 
     friend class FieldContainerFactoryBase;
 
@@ -170,8 +171,9 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     void forgetSharedMask();
     BitVector findSharedMask() const;
 
-    // Scenes are made of very many containers: these 40 bytes are what each of them pays. What few
-    // need stands in tables.
+    // Scenes are made of very many containers, and each of them pays for these members: 40 bytes
+    // with the table of virtual functions. Data that only few containers need stand in tables
+    // elsewhere.
     struct Place
     {
         UInt32 inChangeList;

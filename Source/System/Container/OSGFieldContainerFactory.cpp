@@ -10,8 +10,8 @@
 
 namespace OSG
 {
-// The free ids are a chain through their own places, so that giving one back, which happens in
-// destructors, takes no memory. Id 0 is never given: it ends the chain.
+// Free ids are linked through their own places. Giving an id back happens in destructors, so it
+// must not allocate. Id 0 is never given and ends the chain.
 struct FieldContainerFactoryBase::Data
 {
     /// A container that lives in one aspect, the store of one that may live in more, or the next
@@ -156,7 +156,8 @@ AspectStore *FieldContainerFactoryBase::makeStore(FieldContainer const &containe
     return makeStoreUnderLock(container, container.getId());
 }
 
-// The id comes with it: a container that is being made by another thread does not know its own yet.
+// The id is a parameter because a container that another thread is making may not have stored its
+// own yet.
 AspectStore *FieldContainerFactoryBase::makeStoreUnderLock(FieldContainer const &container,
                                                            UInt32 id)
 {
@@ -213,7 +214,7 @@ FieldContainerFactoryBase::StoreList FieldContainerFactoryBase::holdStores()
         FieldContainer const *const container = place.container();
         stores.push_back(container != nullptr ? makeStoreUnderLock(*container, id) : place.store());
     }
-    // Nothing fails from here on.
+    // Nothing below can fail.
     for(AspectStore *store : stores)
         store->addRef();
     return stores;

@@ -4,7 +4,7 @@
 #include <mutex>
 
 #include "OSGFieldContainer.h"
-#include "OSGLog.h"
+#include "OSGThread.h"
 
 namespace OSG
 {
@@ -45,26 +45,37 @@ ReflexiveContainerType::~ReflexiveContainerType()
         delete description;
 }
 
+// The fields of a description have ids that follow one another.
 FieldDescriptionBase const *ReflexiveContainerType::getFieldDesc(UInt32 id) const
 {
     for(ReflexiveContainerType const *type = this; type != nullptr; type = parent_of(type))
     {
-        for(FieldDescriptionBase const *description : type->_own)
-        {
-            if(description->getFieldId() == id)
-                return description;
-        }
+        if(type->_own.empty())
+            continue;
+        UInt32 const place = id - type->_own.front()->getFieldId();
+        if(place < type->_own.size() && type->_own[place]->getFieldId() == id)
+            return type->_own[place];
     }
-    return nullptr;
+    return findFieldDesc([id](FieldDescriptionBase const &field)
+                         { return field.getFieldId() == id; });
 }
 
 FieldDescriptionBase const *ReflexiveContainerType::getFieldDesc(char const *name) const
+{
+    if(name == nullptr)
+        return nullptr;
+    return findFieldDesc([name](FieldDescriptionBase const &field)
+                         { return std::strcmp(field.getCName(), name) == 0; });
+}
+
+template <class Predicate>
+FieldDescriptionBase const *ReflexiveContainerType::findFieldDesc(Predicate const &isMeant) const
 {
     for(ReflexiveContainerType const *type = this; type != nullptr; type = parent_of(type))
     {
         for(FieldDescriptionBase const *description : type->_own)
         {
-            if(name != nullptr && std::strcmp(description->getCName(), name) == 0)
+            if(isMeant(*description))
                 return description;
         }
     }
@@ -136,6 +147,19 @@ TransitPtr<FieldContainer> FieldContainerType::createContainer() const
     if(_prototype == nullptr)
         return nullptr;
     return _prototype->shallowCopy();
+}
+
+TransitPtr<FieldContainer> FieldContainerType::createEmptyContainer() const
+{
+    if(_prototype == nullptr)
+        return nullptr;
+    return TransitPtr<FieldContainer>(_create(Thread::getCurrentLocalFlags()));
+}
+
+bool FieldContainerType::isSharedByClones() const
+{
+    auto const *const parent = dynamic_cast<FieldContainerType const *>(getParent());
+    return _isSharedByClones || (parent != nullptr && parent->isSharedByClones());
 }
 
 void FieldContainerType::describeFields()

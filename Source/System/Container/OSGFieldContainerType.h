@@ -25,7 +25,7 @@ class OSG_SYSTEM_API ReflexiveContainerType : public DataType
 
     /// Description of the field with that id, its own or a parent's; null where there is none.
     FieldDescriptionBase const *getFieldDesc(UInt32 id) const;
-    /// The same by name.
+    /// The same by name; null has no field.
     FieldDescriptionBase const *getFieldDesc(char const *name) const;
     /// The type's own fields in id order, without the parents'.
     std::vector<FieldDescriptionBase *> const &getOwnFieldDescs() const { return _own; }
@@ -44,6 +44,9 @@ class OSG_SYSTEM_API ReflexiveContainerType : public DataType
     char const *getGroupName() const { return _groupName; }
 
   private:
+    template <class Predicate>
+    FieldDescriptionBase const *findFieldDesc(Predicate const &isMeant) const;
+
     std::vector<FieldDescriptionBase *> _own;
     char const *_groupName;
     UInt32 _groupId;
@@ -76,6 +79,14 @@ class OSG_SYSTEM_API FieldContainerType : public ReflexiveContainerType
 
     /// A new object by the type's prototype, null where there is none.
     TransitPtr<FieldContainer> createContainer() const;
+    /// A new object as its class makes it, whatever the prototype has been set to; null where there
+    /// is no prototype.
+    TransitPtr<FieldContainer> createEmptyContainer() const;
+
+    /// Whether deepClone points to objects of this type, and of derived ones, in place of copying
+    /// them.
+    bool isSharedByClones() const;
+    void setSharedByClones(bool isShared) { _isSharedByClones = isShared; }
 
     std::string const &getFcdXml() const { return _xml; }
     std::string const &getDocumentation() const { return _documentation; }
@@ -103,5 +114,6 @@ class OSG_SYSTEM_API FieldContainerType : public ReflexiveContainerType
     std::string _xml;
     std::string _documentation;
     Stage _stage = Stage::Recorded;
+    bool _isSharedByClones = false;
 };
 } // namespace OSG

@@ -10,6 +10,7 @@
 #include "OSGFieldBinary.h"
 #include "OSGFieldContainer.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGFieldLinks.h"
 #include "OSGPointerFields.h"
 #include "OSGThread.h"
 
@@ -142,21 +143,26 @@ T *mapped_pointer(UInt32 id)
                    : dynamic_cast<T *>(FieldContainerFactoryBase::the()->getMappedContainer(id));
 }
 
+// What hangs together by more than the field is linked by its classes. Elsewhere the old object may
+// be needed by others until the commit.
+
 template <class T, class Policy, int Namespace>
-void field_from_bin(ExceptionBinaryDataHandler &handler,
-                    PointerSField<T *, Policy, Namespace> &field)
+void pointers_from_bin(ExceptionBinaryDataHandler &handler, FieldContainer &owner, UInt32 fieldId,
+                       PointerSField<T *, Policy, Namespace> &field)
 {
     UInt32 id = 0;
     handler.getValue(id);
-    // The old object may be needed by others until the commit.
-    FieldContainer *const old = field.exchangeValue(mapped_pointer<T>(id));
+    T *const target = mapped_pointer<T>(id);
+    if(target == field.getValue() || link_by_classes(owner, fieldId, field.getValue(), target))
+        return;
+    FieldContainer *const old = field.exchangeValue(target);
     if(old != nullptr)
         Thread::getCurrentChangeList()->template addDelayedSubRef<Policy>(old);
 }
 
 template <class T, class Policy, int Namespace>
-void field_from_bin(ExceptionBinaryDataHandler &handler,
-                    PointerMField<T *, Policy, Namespace> &field)
+void pointers_from_bin(ExceptionBinaryDataHandler &handler, FieldContainer &, UInt32,
+                       PointerMField<T *, Policy, Namespace> &field)
 {
     UInt32 count = 0;
     handler.getValue(count);
@@ -172,6 +178,22 @@ void field_from_bin(ExceptionBinaryDataHandler &handler,
         UInt32 id = 0;
         handler.getValue(id);
         field.push_back(mapped_pointer<T>(id));
+    }
+}
+
+template <class T, class Policy, int Namespace>
+void pointers_from_bin(ExceptionBinaryDataHandler &handler, FieldContainer &owner, UInt32 fieldId,
+                       ChildPointerMField<T *, Policy, Namespace> &)
+{
+    FieldLinks children(owner, *owner.getType().getFieldDesc(fieldId));
+    children.clear();
+    UInt32 count = 0;
+    handler.getValue(count);
+    for(; count > 0; --count)
+    {
+        UInt32 id = 0;
+        handler.getValue(id);
+        children.append(mapped_pointer<T>(id));
     }
 }
 

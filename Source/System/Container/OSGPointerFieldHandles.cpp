@@ -2,6 +2,7 @@
 
 #include "OSGDeepClone.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGFieldLinks.h"
 #include "OSGFieldText.h"
 #include "OSGLog.h"
 
@@ -11,7 +12,6 @@ GetSFieldHandle<PointerSFieldBase>::~GetSFieldHandle() = default;
 GetMFieldHandle<PointerMFieldBase>::~GetMFieldHandle() = default;
 EditSFieldHandle<PointerSFieldBase>::~EditSFieldHandle() = default;
 EditMFieldHandle<PointerMFieldBase>::~EditMFieldHandle() = default;
-EditPointerFieldHandle::~EditPointerFieldHandle() = default;
 
 namespace
 {
@@ -21,6 +21,30 @@ DataType const &pointed_to(FieldType const &type)
 }
 
 bool is_single(FieldType const &type) { return type.getCardinality() == FieldCardinality::Single; }
+
+PointerFieldAccess const &access_of(FieldHandle const &handle)
+{
+    return *handle.getDescription()->getPointers();
+}
+
+FieldContainer *pointer_at(FieldHandle const &handle, UInt32 index)
+{
+    PointerFieldAccess const &access = access_of(handle);
+    FieldContainer const &owner = *handle.getContainer();
+    return index < access.size(owner) ? access.get(owner, index) : nullptr;
+}
+
+bool points_to_the_same(FieldHandle const &one, FieldHandle const &other)
+{
+    if(one.getType() != other.getType() || one.size() != other.size())
+        return false;
+    for(UInt32 i = 0; i < one.size(); ++i)
+    {
+        if(pointer_at(one, i) != pointer_at(other, i))
+            return false;
+    }
+    return true;
+}
 
 /// What a field points to, held while the field and its owner are taken apart.
 std::vector<UnrecordedRefPtr<FieldContainer>> hold_pointers(GetFieldHandle const &field)
@@ -32,9 +56,63 @@ std::vector<UnrecordedRefPtr<FieldContainer>> hold_pointers(GetFieldHandle const
 }
 } // namespace
 
-UInt16 EditPointerFieldHandle::fieldId() const
+// --- reading ---
+
+GetPointerFieldHandle::GetPointerFieldHandle(FieldDescriptionBase const *description,
+                                             FieldContainer const *container)
+    : GetFieldHandle(description, const_cast<FieldContainer *>(container))
 {
-    return static_cast<UInt16>(_description->getFieldId());
+}
+GetPointerFieldHandle::~GetPointerFieldHandle() = default;
+
+UInt32 GetPointerFieldHandle::size() const { return access_of(*this).size(*_container); }
+bool GetPointerFieldHandle::isChildField() const { return access_of(*this).isChildField; }
+
+bool GetPointerFieldHandle::equal(FieldHandle const &other) const
+{
+    return points_to_the_same(*this, other);
+}
+
+FieldContainer *GetPointerFieldHandle::getPointer(UInt32 index) const
+{
+    return pointer_at(*this, index);
+}
+
+void GetPointerFieldHandle::pushIndexedValueToStream(OutStream &out, UInt32 index) const
+{
+    if(index >= size())
+        return;
+    FieldContainer const *const pointer = getPointer(index);
+    out << (pointer != nullptr ? pointer->getId() : UInt32(0));
+}
+
+// --- editing ---
+
+EditPointerFieldHandle::EditPointerFieldHandle(FieldDescriptionBase const *description,
+                                               FieldContainer *container)
+    : EditFieldHandle(description, container)
+{
+}
+EditPointerFieldHandle::~EditPointerFieldHandle() = default;
+
+UInt32 EditPointerFieldHandle::size() const { return access_of(*this).size(*_container); }
+bool EditPointerFieldHandle::isChildField() const { return access_of(*this).isChildField; }
+bool EditPointerFieldHandle::isSingle() const { return is_single(getType()); }
+FieldLinks EditPointerFieldHandle::links() const { return FieldLinks(*_container, *_description); }
+
+bool EditPointerFieldHandle::equal(FieldHandle const &other) const
+{
+    return points_to_the_same(*this, other);
+}
+
+FieldContainer *EditPointerFieldHandle::pointerAt(UInt32 index) const
+{
+    return pointer_at(*this, index);
+}
+
+bool EditPointerFieldHandle::suits(FieldContainer const &target) const
+{
+    return target.getType().isDerivedFrom(pointed_to(getType()));
 }
 
 bool EditPointerFieldHandle::readPointer(char const *text, FieldContainer *&pointer) const
@@ -43,30 +121,45 @@ bool EditPointerFieldHandle::readPointer(char const *text, FieldContainer *&poin
     if(!value_from_text(text, id))
         return false;
     pointer = id != 0 ? FieldContainerFactoryBase::the()->getMappedContainer(id) : nullptr;
-    return id == 0 ||
-           (pointer != nullptr && pointer->getType().isDerivedFrom(pointed_to(getType())));
+    return id == 0 || (pointer != nullptr && suits(*pointer));
 }
 
 bool EditPointerFieldHandle::pushIndexedValueFromCString(char const *text, UInt32 index)
 {
     FieldContainer *pointer = nullptr;
-    if(index >= size() || isChildField() || !readPointer(text, pointer))
-        return false;
-    if(is_single(getType()))
-        setSingle(pointer);
-    else
-        replacePointer(index, pointer);
-    return true;
+    return index < size() && !isChildField() && readPointer(text, pointer) &&
+           links().replace(index, pointer);
 }
 
 bool EditPointerFieldHandle::insertIndexedValueFromCString(char const *text, UInt32 index)
 {
     FieldContainer *pointer = nullptr;
-    if(is_single(getType()) || index != size() || !readPointer(text, pointer))
+    if(isSingle() || index != size() || !readPointer(text, pointer))
         return false;
-    append(pointer, nullptr);
+    links().append(pointer);
+    return pointerAt(index) == pointer && index < size();
+}
+
+bool EditPointerFieldHandle::removeIndex(UInt32 index)
+{
+    if(isSingle() || index >= size())
+        return false;
+    links().remove(index);
     return true;
 }
+
+bool EditPointerFieldHandle::add(FieldContainer *value)
+{
+    if(access_of(*this).access == FieldAccess::Protected || (value != nullptr && !suits(*value)))
+        return false;
+    if(isSingle())
+        links().replace(0, value);
+    else
+        links().append(value);
+    return true;
+}
+
+// --- from other fields ---
 
 bool EditPointerFieldHandle::isShareable(FieldType const &from, FieldType const &to)
 {
@@ -87,14 +180,12 @@ bool EditPointerFieldHandle::shareValues(GetFieldHandlePtr const &source)
     if(!isLegal(isChildField() ? GetFieldHandlePtr() : source, "shareValues"))
         return false;
     auto const pointers = hold_pointers(*source);
-    if(is_single(getType()))
-    {
-        setSingle(pointers[0]);
-        return true;
-    }
-    removeAll();
+    FieldLinks field = links();
+    if(isSingle())
+        return field.replace(0, pointers[0]);
+    field.clear();
     for(FieldContainer *pointer : pointers)
-        append(pointer, pointer);
+        field.append(pointer);
     return true;
 }
 
@@ -125,60 +216,20 @@ bool EditPointerFieldHandle::cloneValuesEx(GetFieldHandlePtr const &source,
 bool EditPointerFieldHandle::cloneBy(DeepCloner &cloner, GetFieldHandle const &source)
 {
     auto const pointers = hold_pointers(source);
-    if(is_single(getType()))
-    {
-        setSingle(cloner.resolve(pointers[0]));
-        return true;
-    }
     std::vector<FieldContainer *> targets;
     targets.reserve(pointers.size());
     for(FieldContainer *pointer : pointers)
         targets.push_back(cloner.resolve(pointer));
-    removeAll();
+    FieldLinks field = links();
+    if(isSingle())
+        return field.replace(0, targets[0]);
+    field.clear();
     for(std::size_t i = 0; i < targets.size(); ++i)
-        append(targets[i], pointers[i]);
+    {
+        // What is shared stays a child of the parent that it has.
+        if(!isChildField() || targets[i] != pointers[i])
+            field.append(targets[i]);
+    }
     return true;
-}
-
-void EditPointerFieldHandle::setSingle(FieldContainer *target)
-{
-    FieldContainer *const old = pointerAt(0);
-    if(target == old)
-        return;
-    if(target == nullptr ? _container->unlinkChild(old, fieldId())
-                         : target->linkParent(_container, fieldId()))
-        return;
-    replacePointer(0, target);
-}
-
-void EditPointerFieldHandle::removeAll()
-{
-    for(UInt32 left = size(); left != 0; --left)
-    {
-        FieldContainer *const last = pointerAt(left - 1);
-        if(last == nullptr || !_container->unlinkChild(last, fieldId()))
-            erasePointer(left - 1);
-    }
-}
-
-void EditPointerFieldHandle::append(FieldContainer *target, FieldContainer *source)
-{
-    if(isChildField())
-    {
-        if(target != nullptr && target != source && !target->linkParent(_container, fieldId()))
-            appendPointer(target);
-    }
-    else if(target != nullptr)
-    {
-        if(!target->linkParent(_container, fieldId()))
-            appendPointer(target);
-    }
-    else
-    {
-        // Lists that have no null take what they had out again.
-        appendPointer(source);
-        if(source != nullptr && !_container->unlinkChild(source, fieldId()))
-            replacePointer(size() - 1, nullptr);
-    }
 }
 } // namespace OSG

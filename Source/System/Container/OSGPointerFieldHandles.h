@@ -8,34 +8,22 @@
 
 namespace OSG
 {
-template <class FieldBase>
-class GetSFieldHandle;
-template <class FieldBase>
-class GetMFieldHandle;
-template <class FieldBase>
-class EditSFieldHandle;
-template <class FieldBase>
-class EditMFieldHandle;
+class DeepCloner;
+class FieldLinks;
 
-template <>
-class OSG_SYSTEM_API GetSFieldHandle<PointerSFieldBase> : public GetFieldHandle
+class OSG_SYSTEM_API GetPointerFieldHandle : public GetFieldHandle
 {
   public:
-    using GetFieldHandle::GetFieldHandle;
-    ~GetSFieldHandle() override;
+    GetPointerFieldHandle(FieldDescriptionBase const *description, FieldContainer const *container);
+    ~GetPointerFieldHandle() override;
 
-    FieldContainer *get() const { return getPointer(0); }
-};
-
-template <>
-class OSG_SYSTEM_API GetMFieldHandle<PointerMFieldBase> : public GetFieldHandle
-{
-  public:
-    using GetFieldHandle::GetFieldHandle;
-    ~GetMFieldHandle() override;
-
+    UInt32 size() const override;
+    bool isChildField() const override;
+    bool equal(FieldHandle const &other) const override;
+    /// The id of the container, 0 for null.
+    void pushIndexedValueToStream(OutStream &out, UInt32 index) const override;
     /// Null beyond the last entry.
-    FieldContainer *operator[](UInt32 index) const { return getPointer(index); }
+    FieldContainer *getPointer(UInt32 index) const override;
 };
 
 /// Replaces the pointers of a field by those of another one. What hangs together by more than the
@@ -47,15 +35,22 @@ class OSG_SYSTEM_API GetMFieldHandle<PointerMFieldBase> : public GetFieldHandle
 class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
 {
   public:
-    using EditFieldHandle::EditFieldHandle;
+    EditPointerFieldHandle(FieldDescriptionBase const *description, FieldContainer *container);
     ~EditPointerFieldHandle() override;
+
+    UInt32 size() const override;
+    bool isChildField() const override;
+    bool equal(FieldHandle const &other) const override;
 
     // --- text: the id of a container, as of FieldContainerFactoryBase::getMappedContainer ---
     /// 0 is null. False where no container of the field's class has the id, and for children, which
     /// do not take each other's places.
     bool pushIndexedValueFromCString(char const *text, UInt32 index) override;
-    /// Appends: `index` is size(). A child leaves the parent that it has.
+    /// Appends: `index` is size(). A child leaves the parent that it has. False where the owner
+    /// does not take it, as null among attachments or an ancestor among children.
     bool insertIndexedValueFromCString(char const *text, UInt32 index) override;
+    bool removeIndex(UInt32 index) override;
+    bool add(FieldContainer *value) override;
 
     /// The field points to what the source points to. Children belong to one parent: a child field
     /// has no legal source.
@@ -73,23 +68,46 @@ class OSG_SYSTEM_API EditPointerFieldHandle : public EditFieldHandle
     static bool isShareable(FieldType const &from, FieldType const &to);
 
   protected:
-    friend class DeepCloner;
-
-    virtual FieldContainer *pointerAt(UInt32 index) const = 0;
-    // The field alone: for links that are nothing besides. Values are of the field's class or null.
-    virtual void replacePointer(UInt32 index, FieldContainer *value) = 0;
-    virtual void appendPointer(FieldContainer *value) = 0;
-    virtual void erasePointer(UInt32 index) = 0;
+    /// Null beyond the last entry.
+    FieldContainer *pointerAt(UInt32 index) const;
 
   private:
+    FieldLinks links() const;
+    bool isSingle() const;
+    bool suits(FieldContainer const &target) const;
     bool readPointer(char const *text, FieldContainer *&pointer) const;
     bool isLegal(GetFieldHandlePtr const &source, char const *operation) const;
-    bool cloneBy(class DeepCloner &cloner, GetFieldHandle const &source);
-    void setSingle(FieldContainer *target);
-    void removeAll();
-    /// Appends `target`, or what keeps its place where it is null because `source` is not wanted.
-    void append(FieldContainer *target, FieldContainer *source);
-    UInt16 fieldId() const;
+    bool cloneBy(DeepCloner &cloner, GetFieldHandle const &source);
+};
+
+template <class FieldBase>
+class GetSFieldHandle;
+template <class FieldBase>
+class GetMFieldHandle;
+template <class FieldBase>
+class EditSFieldHandle;
+template <class FieldBase>
+class EditMFieldHandle;
+
+template <>
+class OSG_SYSTEM_API GetSFieldHandle<PointerSFieldBase> : public GetPointerFieldHandle
+{
+  public:
+    using GetPointerFieldHandle::GetPointerFieldHandle;
+    ~GetSFieldHandle() override;
+
+    FieldContainer *get() const { return getPointer(0); }
+};
+
+template <>
+class OSG_SYSTEM_API GetMFieldHandle<PointerMFieldBase> : public GetPointerFieldHandle
+{
+  public:
+    using GetPointerFieldHandle::GetPointerFieldHandle;
+    ~GetMFieldHandle() override;
+
+    /// Null beyond the last entry.
+    FieldContainer *operator[](UInt32 index) const { return getPointer(index); }
 };
 
 template <>

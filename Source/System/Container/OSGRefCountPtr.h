@@ -11,7 +11,7 @@
 namespace OSG
 {
 /// Return type of every `create`: owns one unrecorded reference until a receiver takes it over.
-/// Moves only; what nobody receives is released.
+/// It can be moved, not copied. A reference that nobody takes over is released.
 template <class T>
 class TransitPtr
 {

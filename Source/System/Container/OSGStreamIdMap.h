@@ -4,6 +4,7 @@
 /// Which container stands for an id of a stream that is being read.
 
 #include <unordered_map>
+#include <vector>
 
 #include "OSGFieldContainer.h"
 
@@ -35,11 +36,13 @@ class OSG_SYSTEM_API StreamIdMap
     static StreamIdMap const *current();
 
   private:
-    using Entry = std::pair<UInt32 const, UnrecordedRefPtr<FieldContainer>>;
+    using Held = UnrecordedRefPtr<FieldContainer>;
 
-    std::unordered_map<UInt32, UnrecordedRefPtr<FieldContainer>, std::hash<UInt32>,
-                       std::equal_to<UInt32>, MemAllocator<Entry>>
-        _containers;
+    /// Ids that come one after the other, from 1 on: id `i` at `i - 1`.
+    std::vector<Held, MemAllocator<Held>> _inOrder;
+    std::unordered_map<UInt32, Held, std::hash<UInt32>, std::equal_to<UInt32>,
+                       MemAllocator<std::pair<UInt32 const, Held>>>
+        _others;
     StreamIdMap *_outer;
 };
 } // namespace OSG

@@ -8,7 +8,8 @@ namespace OSG
 FieldDescriptionBase::FieldDescriptionBase(FieldType const &type, char const *name,
                                            char const *documentation, UInt32 id, BitVector mask,
                                            Visibility visibility, UInt32 flags, GetHandle getHandle,
-                                           EditHandle editHandle)
+                                           EditHandle editHandle,
+                                           PointerFieldAccess const *pointers)
     : _type(type)
     , _name(name)
     , _documentation(documentation)
@@ -18,6 +19,7 @@ FieldDescriptionBase::FieldDescriptionBase(FieldType const &type, char const *na
     , _flags(flags)
     , _getHandle(getHandle)
     , _editHandle(editHandle)
+    , _pointers(pointers)
 {
 }
 
@@ -32,7 +34,8 @@ bool FieldDescriptionBase::isValid() const { return is_name(_name); }
 
 FieldDescriptionBase *FieldDescriptionBase::createFieldDescription(
     FieldType const &type, char const *name, char const *documentation, UInt32 id, BitVector mask,
-    Visibility visibility, UInt32 flags, GetHandle getHandle, EditHandle editHandle)
+    Visibility visibility, UInt32 flags, GetHandle getHandle, EditHandle editHandle,
+    PointerFieldAccess const *pointers)
 {
     if(!is_name(name))
     {
@@ -40,12 +43,13 @@ FieldDescriptionBase *FieldDescriptionBase::createFieldDescription(
         return nullptr;
     }
     return new FieldDescriptionBase(type, name, documentation, id, mask, visibility, flags,
-                                    getHandle, editHandle);
+                                    getHandle, editHandle, pointers);
 }
 
 FieldDescriptionBase *FieldDescriptionBase::createFieldDescriptionIdx(
     FieldType const &type, char const *name, char const *documentation, UInt32 id,
-    Visibility visibility, UInt32 flags, GetHandle getHandle, EditHandle editHandle)
+    Visibility visibility, UInt32 flags, GetHandle getHandle, EditHandle editHandle,
+    PointerFieldAccess const *pointers)
 {
     if(!is_name(name))
     {
@@ -53,7 +57,7 @@ FieldDescriptionBase *FieldDescriptionBase::createFieldDescriptionIdx(
         return nullptr;
     }
     return new FieldDescriptionBase(type, name, documentation, id, BitVector(1) << id, visibility,
-                                    flags, getHandle, editHandle);
+                                    flags, getHandle, editHandle, pointers);
 }
 
 GetFieldHandlePtr FieldDescriptionBase::createGetHandle(FieldContainer const &container) const

@@ -8,6 +8,7 @@
 #include <boost/shared_ptr.hpp>
 
 #include "OSGFieldType.h"
+#include "OSGPointerFieldAccess.h"
 
 namespace OSG
 {
@@ -28,22 +29,23 @@ class OSG_SYSTEM_API FieldDescriptionBase
         Internal ///< bookkeeping of the system: not shown to people
     };
 
-    /// Texts are literals and not copied. A description without a name is of no use: see isValid().
+    /// Texts are literals and not copied, `pointers` is a constant: null for values. A description
+    /// without a name is of no use: see isValid().
     FieldDescriptionBase(FieldType const &type, char const *name, char const *documentation,
                          UInt32 id, BitVector mask, Visibility visibility, UInt32 flags,
-                         GetHandle getHandle, EditHandle editHandle);
+                         GetHandle getHandle, EditHandle editHandle,
+                         PointerFieldAccess const *pointers = nullptr);
     /// The same on the heap, for addInitialDesc. Without a name null, with a warning.
-    static FieldDescriptionBase *createFieldDescription(FieldType const &type, char const *name,
-                                                        char const *documentation, UInt32 id,
-                                                        BitVector mask, Visibility visibility,
-                                                        UInt32 flags, GetHandle getHandle,
-                                                        EditHandle editHandle);
+    static FieldDescriptionBase *
+    createFieldDescription(FieldType const &type, char const *name, char const *documentation,
+                           UInt32 id, BitVector mask, Visibility visibility, UInt32 flags,
+                           GetHandle getHandle, EditHandle editHandle,
+                           PointerFieldAccess const *pointers = nullptr);
     /// The same by the index of the field alone: its mask is 1 shifted left by it.
-    static FieldDescriptionBase *createFieldDescriptionIdx(FieldType const &type, char const *name,
-                                                           char const *documentation, UInt32 id,
-                                                           Visibility visibility, UInt32 flags,
-                                                           GetHandle getHandle,
-                                                           EditHandle editHandle);
+    static FieldDescriptionBase *
+    createFieldDescriptionIdx(FieldType const &type, char const *name, char const *documentation,
+                              UInt32 id, Visibility visibility, UInt32 flags, GetHandle getHandle,
+                              EditHandle editHandle, PointerFieldAccess const *pointers = nullptr);
     FieldDescriptionBase(FieldDescriptionBase const &) = default;
     FieldDescriptionBase &operator=(FieldDescriptionBase const &) = delete;
     virtual ~FieldDescriptionBase();
@@ -58,6 +60,8 @@ class OSG_SYSTEM_API FieldDescriptionBase
     BitVector getFieldMask() const { return _mask; }
     bool isInternal() const { return _visibility == Visibility::Internal; }
     UInt32 getFlags() const { return _flags; }
+    /// How the pointers are reached without a handle; null for a field of values.
+    PointerFieldAccess const *getPointers() const { return _pointers; }
 
     boost::shared_ptr<GetFieldHandle> createGetHandle(FieldContainer const &container) const;
     boost::shared_ptr<EditFieldHandle> createEditHandle(FieldContainer &container) const;
@@ -72,6 +76,7 @@ class OSG_SYSTEM_API FieldDescriptionBase
     UInt32 _flags;
     GetHandle _getHandle;
     EditHandle _editHandle;
+    PointerFieldAccess const *_pointers;
 };
 
 using FieldDescription = FieldDescriptionBase;

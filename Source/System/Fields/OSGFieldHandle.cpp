@@ -2,9 +2,11 @@
 
 namespace OSG
 {
-FieldHandle::FieldHandle(FieldDescriptionBase const *description, FieldContainer *container)
+FieldHandle::FieldHandle(FieldDescriptionBase const *description, FieldContainer *container,
+                         void const *field)
     : _description(description)
     , _container(container)
+    , _field(field)
 {
 }
 FieldHandle::~FieldHandle() = default;
@@ -13,6 +15,12 @@ EditFieldHandle::~EditFieldHandle() = default;
 
 bool FieldHandle::isPointerField() const { return getType().getClass() != FieldClass::Value; }
 bool FieldHandle::isChildField() const { return false; }
+
+void const *FieldHandle::sameField(FieldHandle const &other) const
+{
+    return other.getType() == getType() ? other._field : nullptr;
+}
+
 FieldContainer *GetFieldHandle::getPointer(UInt32) const { return nullptr; }
 bool EditFieldHandle::add(FieldContainer *) { return false; }
 bool EditFieldHandle::copyValues(GetFieldHandlePtr const &) { return false; }

@@ -21,7 +21,9 @@ class FieldContainer;
 class OSG_SYSTEM_API FieldHandle
 {
   public:
-    FieldHandle(FieldDescriptionBase const *description, FieldContainer *container);
+    /// `field` is the address of a value field, null for one of pointers.
+    FieldHandle(FieldDescriptionBase const *description, FieldContainer *container,
+                void const *field = nullptr);
     virtual ~FieldHandle();
 
     FieldDescriptionBase const *getDescription() const { return _description; }
@@ -39,8 +41,14 @@ class OSG_SYSTEM_API FieldHandle
     virtual bool equal(FieldHandle const &other) const = 0;
 
   protected:
+    /// The field of another handle, where it holds values of this one's type; null where not.
+    void const *sameField(FieldHandle const &other) const;
+
     FieldDescriptionBase const *_description;
     FieldContainer *_container;
+
+  private:
+    void const *_field;
 };
 
 class OSG_SYSTEM_API GetFieldHandle : public FieldHandle

@@ -4,6 +4,7 @@
 /// Text form of field values: strings as they are, numbers in their shortest exact form, composite
 /// values as numbers separated by ", ". Reading accepts blanks and commas between numbers. A box is
 /// its two corners, with the words empty, infinite, invalid and static before them as they hold.
+/// Null is no text: it does not read.
 
 #include <string>
 #include <type_traits>

@@ -74,8 +74,8 @@ void PointerBag::grow()
     UInt32 const capacity = isBlock() ? 2 * block()->capacity : 2;
     std::size_t const tableSize = capacity > Linear ? 2 * std::size_t(capacity) : 0;
     auto *const fresh = static_cast<Block *>(
-        MemMallocOrThrow(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *) +
-                         tableSize * sizeof(UInt32)));
+        mem_malloc_or_throw(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *) +
+                            tableSize * sizeof(UInt32)));
     *fresh = Block{count, capacity};
     auto **const to = reinterpret_cast<FieldContainer **>(fresh + 1);
     for(UInt32 i = 0; i < count; ++i)

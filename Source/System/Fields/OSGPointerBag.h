@@ -15,7 +15,7 @@ class FieldContainer;
 /// or none. Up to `Linear` entries stand in an array; more come with a table of their places, found
 /// by their address, so that an entry of a million is taken out as quickly as one of three.
 ///
-/// Nothing is counted here. Out of memory: std::bad_alloc, and the bag is as it was.
+/// The bag does not count references. Out of memory: std::bad_alloc, and the bag is as it was.
 class OSG_SYSTEM_API PointerBag
 {
   public:

@@ -13,6 +13,9 @@ namespace OSG
 {
 namespace
 {
+// With the head of a block and the allocator's own, 3, 7, 15 ... slots fill multiples of 16 bytes.
+constexpr UInt32 FirstCapacity = 3;
+
 void move_slots(FieldContainer **to, FieldContainer *const *from, UInt32 count)
 {
     if(count != 0)
@@ -37,7 +40,7 @@ void PointerList::swap(PointerList &other) noexcept { std::swap(_bits, other._bi
 void PointerList::moveToBlock(UInt32 capacity)
 {
     auto *const fresh = static_cast<Block *>(
-        MemMallocOrThrow(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *)));
+        mem_malloc_or_throw(sizeof(Block) + std::size_t(capacity) * sizeof(FieldContainer *)));
     auto **const to = reinterpret_cast<FieldContainer **>(fresh + 1);
     UInt32 const count = size();
     *fresh = Block{count, capacity, 0, 0};
@@ -82,7 +85,7 @@ void PointerList::makeRoom()
     else if(count == Most)
         throw std::bad_array_new_length();
     else
-        moveToBlock(count > Most / 2 ? Most : std::max(count * 2, 2u));
+        moveToBlock(count > (Most - 1) / 2 ? Most : 2 * count + 1);
 }
 
 // --- the gap ---
@@ -201,8 +204,8 @@ bool PointerList::growSparse(UInt32 index, FieldContainer *value)
         return false;
     bool const isSame = isOne && (*this)[0] == value;
     UInt32 const place = isSame ? 1 : count + 1;
-    auto *const grown =
-        static_cast<Sparse *>(MemMallocOrThrow(sizeof(Sparse) + place * sizeof(FieldContainer *)));
+    auto *const grown = static_cast<Sparse *>(
+        mem_malloc_or_throw(sizeof(Sparse) + place * sizeof(FieldContainer *)));
     grown->places = isOne ? 1 : isSparse() ? sparse()->places : 0;
     if(isOne)
         grown->entries()[0] = (*this)[0];
@@ -232,7 +235,7 @@ void PointerList::push_back(FieldContainer *value)
         return;
     }
     if(!isBlock())
-        moveToBlock(2);
+        moveToBlock(FirstCapacity);
     else if(slotsEnd() == block()->capacity)
         makeRoom();
     slots()[slotsEnd()] = value;

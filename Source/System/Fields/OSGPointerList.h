@@ -27,7 +27,7 @@ class FieldContainer;
 /// between in either direction, cost the same however many there are; so does appending. The order
 /// is that of a plain array, and an index is found by one comparison.
 ///
-/// Nothing is counted here. Out of memory: std::bad_alloc, and the list is as it was.
+/// The list does not count references. Out of memory: std::bad_alloc, and the list is as it was.
 class OSG_SYSTEM_API PointerList
 {
   public:
@@ -36,7 +36,7 @@ class OSG_SYSTEM_API PointerList
     PointerList &operator=(PointerList const &) = delete;
     ~PointerList()
     {
-        if(isBlock())
+        if(isBlock() || isSparse())
             clear();
     }
     void swap(PointerList &other) noexcept;
@@ -57,7 +57,7 @@ class OSG_SYSTEM_API PointerList
             return sparseAt(index);
         return reinterpret_cast<FieldContainer *>(_bits);
     }
-    /// Takes no memory, save in a list that putAt() has filled.
+    /// Allocates nothing, save in a list that putAt() has filled.
     void set(UInt32 index, FieldContainer *value);
     /// As set(), for any index: a list that is too short grows by nulls. As long as it has no more
     /// than MostSparse entries, and was filled by this function alone, nulls take no room,

@@ -8,6 +8,17 @@ namespace OSG
 {
 AttachmentContainer::~AttachmentContainer() = default;
 
+namespace
+{
+// Attachments that no group is named for are told apart by their classes.
+bool replace_each_other(Attachment const &one, Attachment const &other)
+{
+    constexpr UInt32 NoGroup = 0;
+    return one.getGroupId() == other.getGroupId() &&
+           (one.getGroupId() != NoGroup || one.getType() == other.getType());
+}
+} // namespace
+
 void AttachmentContainer::addAttachment(Attachment *attachment)
 {
     if(attachment == nullptr)
@@ -15,8 +26,7 @@ void AttachmentContainer::addAttachment(Attachment *attachment)
     markEdited(AttachmentsFieldMask);
     for(UInt32 i = 0; i < _mfAttachments.size(); ++i)
     {
-        if(_mfAttachments[i] != nullptr &&
-           _mfAttachments[i]->getGroupId() == attachment->getGroupId())
+        if(_mfAttachments[i] != nullptr && replace_each_other(*_mfAttachments[i], *attachment))
         {
             _mfAttachments.replace(i, attachment);
             return;

@@ -7,8 +7,8 @@ namespace OSG
 class OSG_SYSTEM_API AttachmentContainer : public AttachmentContainerBase
 {
   public:
-    /// Hangs `attachment` on this container, counted; one of the same group is replaced. Null does
-    /// nothing.
+    /// Hangs `attachment` on this container, counted; one of the same group is replaced, in the
+    /// group "NULL" one of the same class. Null does nothing.
     void addAttachment(Attachment *attachment);
     /// Takes it off; false where it does not hang here.
     bool subAttachment(Attachment *attachment);

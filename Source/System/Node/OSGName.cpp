@@ -33,7 +33,7 @@ void setName(AttachmentContainer *container, char const *name)
             container->subAttachment(old);
         return;
     }
-    // Never the old attachment edited in place: it may hang on other containers too.
+    // The old attachment may hang on other containers too, so it is replaced and not edited.
     UnrecordedRefPtr<Name> const attachment(Name::create());
     attachment->editName() = name;
     container->addAttachment(attachment);

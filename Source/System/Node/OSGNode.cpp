@@ -3,18 +3,16 @@
 #include <algorithm>
 #include <array>
 
-#include "OSGBinaryDataHandler.h"
 #include "OSGFieldOperations.h"
 #include "OSGLog.h"
 #include "OSGName.h"
-#include "OSGNodeViewers.h"
 #include "OSGNodeWalker.h"
 
 namespace OSG
 {
 Node::Node()
 {
-    // Not looked at yet.
+    // The box of a new node has not been computed yet.
     _sfVolume.getValue().setValid(false);
 }
 
@@ -29,7 +27,7 @@ Node::~Node()
 
 void Node::leaveCore()
 {
-    // A node that could not be made to the end never entered.
+    // A node whose construction failed is not among the parents: erase() then does nothing.
     if(NodeCore *const core = getCore())
         core->_parents.erase(this);
 }
@@ -46,7 +44,7 @@ void Node::setCore(NodeCore *core)
 void Node::linkCore(NodeCore *core)
 {
     UnrecordedRefPtr<NodeCore> const keep(core);
-    // What may take memory comes first.
+    // The step that may run out of memory comes first.
     if(core != nullptr)
         core->_parents.insert(this);
     leaveCore();
@@ -56,7 +54,7 @@ void Node::linkCore(NodeCore *core)
 void Node::onCreate(Node const *source)
 {
     Pattern::onCreate(source);
-    // The pattern has copied the pointer; the core learns of it here.
+    // The pattern has copied the pointer. The core does not know its new node yet.
     if(getCore() != nullptr)
         getCore()->_parents.insert(this);
 }
@@ -68,33 +66,9 @@ void Node::resolveLinks()
     NodeBase::resolveLinks();
 }
 
-// Core and children come as ids and are linked as anybody else would link them.
-void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
-{
-    NodeBase::copyFromBin(handler, mask & ~(CoreFieldMask | ChildrenFieldMask));
-    UInt32 id = 0;
-    if((mask & CoreFieldMask) != 0)
-    {
-        handler.getValue(id);
-        setCore(mapped_pointer<NodeCore>(id));
-    }
-    if((mask & ChildrenFieldMask) == 0)
-        return;
-    UInt32 count = 0;
-    handler.getValue(count);
-    while(getNChildren() != 0)
-        takeOut(getNChildren() - 1);
-    for(; count > 0; --count)
-    {
-        handler.getValue(id);
-        if(Node *const child = mapped_pointer<Node>(id))
-            addChild(child);
-    }
-}
-
 // --- other aspects ---
 
-// The links of the source, between the copies of this aspect.
+// This node is linked to the copies, in its own aspect, of what the source is linked to.
 void Node::execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets,
                     BitVector syncMode, UInt32 syncInfo)
 {
@@ -113,8 +87,8 @@ void Node::execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets
         syncChildren(source);
 }
 
-// A child that has moved is still in the list of the node that it left, until that one is
-// synchronised: its parent is the one that says so last.
+// A child that has moved stands in two lists until the node that it left is synchronised too. The
+// node that is synchronised last becomes its parent.
 void Node::syncChildren(Node const &source)
 {
     std::vector<UnrecordedRefPtr<Node>> children;
@@ -124,7 +98,7 @@ void Node::syncChildren(Node const &source)
         if(Node *const copy = in_this_aspect(child))
             children.emplace_back(copy);
     }
-    // What may take memory comes first: the list keeps its room while it is emptied.
+    // The step that may run out of memory comes first. The list keeps its room while it is emptied.
     _mfChildren.reserve(static_cast<UInt32>(children.size()));
     orphanChildren();
     _mfChildren.resize(0);
@@ -142,13 +116,15 @@ void Node::orphanChildren()
 {
     for(Node *child : _mfChildren)
     {
+        // Most children end with their parent, and their cores with them.
+        __builtin_prefetch(child->getCore());
         if(child->_parent == this)
             child->_parent = nullptr;
     }
 }
 
-// Whether `other` is this node or above it. The way up ends early at a node that is known to be
-// above `other`, as it is where nodes move up by a few levels: trees may be very deep.
+// Whether `other` is this node or above it. Trees may be very deep, and many edits move a node up
+// by a few levels only: the search stops early at the nodes that are known to be above `other`.
 bool Node::isBelow(Node const *other) const
 {
     std::array<Node const *, 4> above = {};
@@ -177,7 +153,7 @@ void Node::addChild(Node *child)
         OSG_LOG_WARNING("Node::addChild: null or an ancestor of the node is no child\n");
         return;
     }
-    // What may take memory comes first: without it the child stays where it is.
+    // The steps that may run out of memory come first: if one does, the child stays where it is.
     Node *const old = child->_parent;
     markEdited(ChildrenFieldMask);
     invalidateVolume();
@@ -242,173 +218,9 @@ bool Node::linkParent(FieldContainer *parent, UInt16 fieldId)
     Node *const node = fieldId == ChildrenFieldId ? dynamic_cast<Node *>(parent) : nullptr;
     if(node == nullptr)
         return false;
+    // Refused or not: it is for the parent to say.
     node->addChild(this);
-    return _parent == node;
-}
-
-// --- bounding volume ---
-
-BoxVolume &Node::editVolume()
-{
-    markEdited(VolumeFieldMask);
-    return _sfVolume.getValue();
-}
-
-/// The nodes that are shown elsewhere and whose viewers have not been told yet are chained through
-/// their entries: an invalidation takes no memory, and no stack for trees that show one another.
-struct Node::Invalidation
-{
-    std::unique_lock<std::mutex> hold;
-    NodeViewers::Entry *pending = nullptr;
-    bool isRecorded = true; // all boxes are in the change list
-};
-
-// Every node above one whose box is out of date has such a box too, so that the way up ends at the
-// first of them. It is gone to the end even where memory for the change list does not suffice.
-void Node::invalidateUpwards(Invalidation &work)
-{
-    for(Node *node = this; node != nullptr && node->getVolume().isValid(); node = node->_parent)
-    {
-        node->_sfVolume.getValue().setValid(false);
-        try
-        {
-            node->markEdited(VolumeFieldMask);
-        }
-        catch(std::bad_alloc const &)
-        {
-            work.isRecorded = false;
-        }
-        if(!node->hasDependents())
-            continue;
-        if(!work.hold.owns_lock())
-            work.hold = std::unique_lock(NodeViewers::the().guard());
-        if(NodeViewers::Entry *const entry = NodeViewers::the().findEntry(node))
-        {
-            entry->nextPending = work.pending;
-            work.pending = entry;
-        }
-    }
-}
-
-void Node::invalidateVolume()
-{
-    if(!getVolume().isValid())
-        return;
-    Invalidation work;
-    invalidateUpwards(work);
-    while(NodeViewers::Entry *const entry = work.pending)
-    {
-        work.pending = entry->nextPending;
-        for(NodeCore *viewer : entry->viewers)
-        {
-            for(Node *node : viewer->getParents())
-                node->invalidateUpwards(work);
-        }
-    }
-    if(!work.isRecorded)
-        throw std::bad_alloc();
-}
-
-void Node::addViewer(Node *shown, NodeCore *viewer)
-{
-    NodeViewers &all = NodeViewers::the();
-    std::lock_guard const hold(all.guard());
-    PointerBagOf<NodeCore> &viewers = all.entryOf(shown).viewers;
-    shown->setHasDependents(true);
-    if(!viewers.contains(viewer))
-        viewers.insert(viewer);
-}
-
-void Node::subViewer(Node const *shown, NodeCore *viewer)
-{
-    NodeViewers &all = NodeViewers::the();
-    std::lock_guard const hold(all.guard());
-    NodeViewers::Entry *const entry = all.findEntry(shown);
-    if(entry == nullptr || !entry->viewers.erase(viewer) || !entry->viewers.empty())
-        return;
-    // A node that has an entry is there.
-    const_cast<Node *>(shown)->setHasDependents(false);
-    all.forget(shown);
-}
-
-void Node::forgetViewers()
-{
-    if(!hasDependents())
-        return;
-    std::lock_guard const hold(NodeViewers::the().guard());
-    NodeViewers::the().forget(this);
-}
-
-namespace
-{
-/// Boxes from below to above. Where the walk ends a branch because trees show one another in a
-/// circle, or too deep, nobody knows what the branch would hold: the box is infinite.
-class VolumeUpdate
-{
-  public:
-    bool enter(Node *node)
-    {
-        _current = node;
-        return !node->getVolume().isValid();
-    }
-
-    bool takeAdded(std::vector<Node *> &nodes) { return children_and_other_tree(_current, nodes); }
-
-    void cut(Node *node)
-    {
-        if(_cut.empty() || _cut.back() != node)
-            _cut.push_back(node);
-    }
-
-    void leave(Node *node)
-    {
-        BoxVolume volume;
-        UInt32 const count = node->getNChildren();
-        for(UInt32 i = 0; i < count; ++i)
-            extend(volume, node->getChild(i)->getVolume());
-        if(node->getCore() != nullptr)
-            node->getCore()->adjustVolume(volume);
-        if(!_cut.empty() && _cut.back() == node)
-        {
-            volume.setInfinite();
-            _cut.pop_back();
-        }
-        volume.setValid(true);
-        node->editVolume() = volume;
-    }
-
-  private:
-    Node *_current = nullptr;
-    std::vector<Node *> _cut; // open nodes, innermost last
-};
-} // namespace
-
-void Node::updateVolume()
-{
-    VolumeUpdate update;
-    NodeWalker().walk(this, update);
-}
-
-void Node::getWorldVolume(BoxVolume &world)
-{
-    updateVolume();
-    world = getVolume();
-    if(_parent != nullptr)
-        world.transform(_parent->getToWorld());
-}
-
-Matrix Node::getToWorld() const
-{
-    std::vector<Node const *> path;
-    for(Node const *node = this; node != nullptr; node = node->_parent)
-        path.push_back(node);
-    Matrix matrix;
-    for(auto node = path.rbegin(); node != path.rend(); ++node)
-    {
-        if((*node)->getCore() != nullptr)
-            (*node)->getCore()->accumulateMatrix(matrix);
-    }
-    return matrix;
+    return true;
 }
 
 // --- names ---

@@ -4,11 +4,13 @@
 
 namespace OSG
 {
-/// An element of the scene's tree. It owns its children and shares its core; its parent is known
-/// but not counted, and a node has one at most.
+/// An element of the scene's tree. A node owns its children and shares its core. It has at most one
+/// parent, which it does not count.
 class OSG_SYSTEM_API Node : public NodeBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::OnCreate | Replaced::ExecSync;
+
     // --- core ---
     /// Null for a node without a core; it groups its children then.
     NodeCore *getCore() const { return NodeBase::getCore(); }
@@ -23,7 +25,7 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// Appends `child`, which leaves the parent that it has. Null, the node itself and its own
     /// ancestors are refused with a warning: the tree stays a tree.
     void addChild(Node *child);
-    /// Takes the child out; later ones close up. It loses a reference and ends with the last one.
+    /// Takes the child out; later children move up by one. The child loses a reference.
     /// An index beyond the children or a node that is no child here does nothing.
     void subChild(UInt32 index);
     void subChild(Node *child);
@@ -37,7 +39,7 @@ class OSG_SYSTEM_API Node : public NodeBase
     Int32 findChild(Node const *child) const;
 
     // --- bounding volume ---
-    /// Box of the subtree in the parent's coordinates, as it stands: see updateVolume().
+    /// Box of the subtree in the parent's coordinates. It may be out of date, see updateVolume().
     BoxVolume const &getVolume() const { return _sfVolume.getValue(); }
     /// For hosts that set a box of their own; it stays until the next invalidateVolume().
     BoxVolume &editVolume();
@@ -65,7 +67,6 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// Appends this node to the children of a node.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
     void resolveLinks() override;
-    void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
     void execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets, BitVector syncMode,
                   UInt32 syncInfo);
 

@@ -4,7 +4,7 @@
 
 namespace OSG
 {
-// The frame's nodes are the last of the list while it is the innermost one.
+// The innermost frame's nodes stand at the end of the list.
 Node *NodeWalker::nextAddedOf(Frame &frame)
 {
     while(frame.next < _added.size())

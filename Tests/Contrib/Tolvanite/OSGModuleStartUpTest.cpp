@@ -38,7 +38,7 @@ TEST(ModuleStartUp, TheLibraryComesUpInItsOrder)
     expected.push_back({StartUpKind::StateChunkClass, "ViewportTranslate"});
     add_types(expected, "ViewportTranslateChunk");
 
-    std::vector<StartUpEntry> const all = startUpRecord();
+    std::vector<StartUpEntry> const all = start_up_record();
     auto const first = std::find(all.begin(), all.end(), expected.front());
     auto const last = std::find(all.begin(), all.end(), expected.back());
     ASSERT_NE(last, all.end());

@@ -148,10 +148,10 @@ TEST(PNGImageFileType, DataOfAnInterlacedPictureAreCountedPassByPass)
 TEST(PNGImageFileType, APictureOfOnePixelInflatesNoFurther)
 {
     std::string const file = png_of({1, 1}, {inflating(1200000)}); // 300 MB
-    resetMemPeak();
-    UInt64 const before = getMemPeakBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_peak_bytes();
     EXPECT_EQ(picture_in(file, "png"), nullptr);
-    EXPECT_LE(getMemPeakBytes() - before, 5 * file.size());
+    EXPECT_LE(get_mem_peak_bytes() - before, 5 * file.size());
 }
 
 TEST(PNGImageFileType, EmptyDataChunksArePassedOver)

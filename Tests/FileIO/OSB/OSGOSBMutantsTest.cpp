@@ -1,6 +1,8 @@
 /// \file
 /// Damaged files: cut off at every byte, with flipped bytes, of any bytes.
 
+#include <fstream>
+#include <iterator>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -47,11 +49,11 @@ enum class Expected
 void read_within_bounds(std::string const &bytes, Expected expected)
 {
     LogCapture const silence;
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     NodePtr const root = osb_scene(bytes);
     EXPECT_EQ(fault_of_scene(root, Parts::Any), "");
-    EXPECT_LE(getMemPeakBytes() - before, read_memory_bound(bytes.size()));
+    EXPECT_LE(get_mem_peak_bytes() - before, read_memory_bound(bytes.size()));
     if(expected == Expected::NoScene)
     {
         EXPECT_EQ(root, nullptr);
@@ -120,9 +122,9 @@ TEST(OSBMutants, PiecesMovedAboutAreSurvived)
 TEST(OSBMutants, BytesOfAnyKindGiveNoScene)
 {
     std::mt19937 random(4504);
-    for(int round = 0; round < 500; ++round)
+    for(int round = 0; round < 1000; ++round)
     {
-        std::string bytes = OsbText().signature().bytes();
+        std::string bytes = OsbText().signature(round % 2 == 0 ? 0x0200 : 0x0300).bytes();
         for(std::size_t count = random() % 300; count > 0; --count)
             bytes += static_cast<char>(random());
         read_within_bounds(bytes, Expected::NoScene);
@@ -131,13 +133,32 @@ TEST(OSBMutants, BytesOfAnyKindGiveNoScene)
 
 TEST(OSBMutants, ManyEmptyContainersKeepTheBound)
 {
-    for(char const *type : {"Node", "Geometry", "SpotLight", "WalkConsoleAttachment"})
+    for(UInt32 version : {0x0200, 0x0300})
     {
-        OsbText file;
-        file.signature().record("Node").end();
-        for(int i = 0; i < 300000; ++i)
-            file.record(type).end();
-        read_within_bounds(file.end().bytes(), Expected::Anything);
+        for(char const *type : {"Node", "Geometry", "SpotLight", "WalkConsoleAttachment"})
+        {
+            OsbText file;
+            file.signature(version).record("Node").end();
+            for(int i = 0; i < 600000; ++i)
+                file.record(type).end();
+            read_within_bounds(file.end().bytes(), Expected::Anything);
+        }
+    }
+}
+
+TEST(OSBMutants, OldFilesKeepTheBoundsToo)
+{
+    std::ifstream file(TEST_SOURCE_DIR "/Tests/FileIO/OSB/plant-0200.osb", std::ios::binary);
+    std::string const old((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    ASSERT_FALSE(old.empty());
+    std::mt19937 random(4505);
+    for(int round = 0; round < 500 && !HasFailure(); ++round)
+    {
+        SCOPED_TRACE(round);
+        std::string bytes = old;
+        for(std::size_t count = 1 + random() % 5; count > 0; --count)
+            bytes[random() % bytes.size()] ^= static_cast<char>(1 + random() % 255);
+        read_within_bounds(bytes, Expected::Anything);
     }
 }
 } // namespace

@@ -39,7 +39,7 @@ std::unique_ptr<SlowEngine> make_slow()
     return std::make_unique<Engine>();
 }
 
-EngineRow const rows[] = {{"cad", make_cad, make_slow<SlowTrackball>, 71},
+EngineRow const Rows[] = {{"cad", make_cad, make_slow<SlowTrackball>, 71},
                           {"cad-orthographic", make_cad, make_slow<SlowTrackball>, 72},
                           {"fly", make_fly, make_slow<SlowFly>, 73},
                           {"copter", make_copter, make_slow<SlowCopter>, 74}};
@@ -80,7 +80,7 @@ class InputPlayerOf : public ::testing::TestWithParam<EngineRow>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(Engines, InputPlayerOf, ::testing::ValuesIn(rows),
+INSTANTIATE_TEST_SUITE_P(Engines, InputPlayerOf, ::testing::ValuesIn(Rows),
                          [](auto const &suite)
                          {
                              std::string name = suite.param.name;
@@ -229,7 +229,7 @@ void record_rest_and_play(EngineRow const &row)
 TEST(InputRecorder, ASessionUnderWayPlaysToTheSameBits)
 {
     for(int i = 0; i < 3; ++i)
-        record_rest_and_play(rows[i]);
+        record_rest_and_play(Rows[i]);
 }
 
 TEST(InputRecorder, ANewOneIsNotSilencedByTheEndOfTheOldOne)
@@ -252,7 +252,7 @@ TEST(InputRecorder, RecordsAFlightOfTheCopterToTheSameBits)
     std::vector<CameraPose> seen{live.getPose()};
     while(live.step())
         seen.push_back(live.getPose());
-    EXPECT_EQ(play(recorder.getRecording(), rows[3]), seen);
+    EXPECT_EQ(play(recorder.getRecording(), Rows[3]), seen);
 }
 
 TEST(InputRecorder, WritesDownViewSettingsPoseAndEvents)

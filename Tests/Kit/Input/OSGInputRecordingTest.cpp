@@ -14,7 +14,7 @@ using namespace OSG::Test;
 
 namespace
 {
-char const *const head = "tolvanite-events 1\n"
+char const *const Head = "tolvanite-events 1\n"
                          "camera perspective 45\n"
                          "from 0 2 10\n"
                          "at 0 1 0\n"
@@ -46,7 +46,7 @@ std::string text_of(InputRecording const &recording)
 
 TEST(InputRecording, ReadsTheViewThatItBeginsIn)
 {
-    InputRecording const recording = good(head);
+    InputRecording const recording = good(Head);
     EXPECT_EQ(recording.projection, InputRecording::Projection::Perspective);
     EXPECT_EQ(recording.opening, 45);
     EXPECT_EQ(recording.from, Pnt3f(0, 2, 10));
@@ -63,7 +63,7 @@ TEST(InputRecording, ReadsTheViewThatItBeginsIn)
 
 TEST(InputRecording, ReadsEveryKindOfEvent)
 {
-    InputRecording const recording = good(std::string(head) + "0 press 0 1 2\n"
+    InputRecording const recording = good(std::string(Head) + "0 press 0 1 2\n"
                                                               "0.5 release 1 -3 4\n"
                                                               "0.5 key 65 40 5 6\n"
                                                               "1e1 move 7 8\n"
@@ -86,14 +86,14 @@ TEST(InputRecording, ReadsEveryKindOfEvent)
 
 TEST(InputRecording, TakesCommentsBlanksAndLineEndsAsTheyCome)
 {
-    std::string text = std::string("# a comment\n\n \t\n") + head;
+    std::string text = std::string("# a comment\n\n \t\n") + Head;
     text += "depth 1 20 # not as deep\r\n\t 0.5 \t press  0 1\t2 # here\r\n";
     InputRecording const recording = good(text);
     EXPECT_EQ(recording.near, 1.f);
     EXPECT_EQ(recording.far, 20.f);
     EXPECT_EQ(recording.events.size(), 1u);
     // Without a line end behind the last line.
-    EXPECT_EQ(good(std::string(head) + "1 blur").events.size(), 1u);
+    EXPECT_EQ(good(std::string(Head) + "1 blur").events.size(), 1u);
 }
 
 TEST(InputRecording, SettingsComeInAnyOrder)
@@ -128,16 +128,16 @@ TEST_P(BadRecording, IsRefusedWithItsLine)
     EXPECT_EQ(result.complaint, GetParam().complaint);
 }
 
-std::string with(std::string const &line) { return head + line + "\n"; }
+std::string with(std::string const &line) { return Head + line + "\n"; }
 /// The text without the line that begins with `word`.
 std::string without(std::string const &word)
 {
-    std::string text = head;
+    std::string text = Head;
     std::size_t const begin = text.find(word);
     return text.erase(begin, text.find('\n', begin) + 1 - begin);
 }
 
-BadText const bad_texts[] = {
+BadText const BadTexts[] = {
     {"Empty", "", "line 0: this is no recording of events"},
     {"OtherFile", "v 0 0 0\n", "line 1: this is no recording of events"},
     {"OtherVersion", "tolvanite-events 2\n", "line 1: this version of the format is not known"},
@@ -177,7 +177,7 @@ BadText const bad_texts[] = {
     {"VeryLong", with("1 " + std::string(100000, 'x')), "line 10: more than 4096 characters"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Texts, BadRecording, ::testing::ValuesIn(bad_texts),
+INSTANTIATE_TEST_SUITE_P(Texts, BadRecording, ::testing::ValuesIn(BadTexts),
                          [](auto const &suite) { return suite.param.name; });
 
 TEST(InputRecording, ATextWithoutALineEndTakesLittleMemory)

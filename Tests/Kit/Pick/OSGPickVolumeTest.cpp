@@ -12,7 +12,7 @@ namespace OSG::Test
 {
 namespace
 {
-constexpr Real32 nan = std::numeric_limits<Real32>::quiet_NaN();
+constexpr Real32 Nan = std::numeric_limits<Real32>::quiet_NaN();
 
 // Looks along -z from z = 10; a window twice as wide as high, 90 degrees: the window is 2 high and
 // 4 wide at depth 1.
@@ -193,8 +193,8 @@ INSTANTIATE_TEST_SUITE_P(
                     NoViewCase{"NoUp", {{0, 0, 9}, {0, 0, 0}, {0, 0, 0}, 45, 9, 9}},
                     NoViewCase{"NoAngle", {{0, 0, 9}, {0, 0, 0}, {0, 1, 0}, 0, 9, 9}},
                     NoViewCase{"HalfATurn", {{0, 0, 9}, {0, 0, 0}, {0, 1, 0}, 180, 9, 9}},
-                    NoViewCase{"AngleNotANumber", {{0, 0, 9}, {0, 0, 0}, {0, 1, 0}, nan, 9, 9}},
-                    NoViewCase{"EyeNotANumber", {{nan, 0, 9}, {0, 0, 0}, {0, 1, 0}, 45, 9, 9}},
+                    NoViewCase{"AngleNotANumber", {{0, 0, 9}, {0, 0, 0}, {0, 1, 0}, Nan, 9, 9}},
+                    NoViewCase{"EyeNotANumber", {{Nan, 0, 9}, {0, 0, 0}, {0, 1, 0}, 45, 9, 9}},
                     NoViewCase{"NoWidth", {{0, 0, 9}, {0, 0, 0}, {0, 1, 0}, 45, 0, 9}},
                     NoViewCase{"NoHeight", {{0, 0, 9}, {0, 0, 0}, {0, 1, 0}, 45, 9, 0}}),
     [](auto const &row) { return std::string(row.param.name); });
@@ -224,7 +224,7 @@ TEST(PickVolume, AnAreaWithoutExtentGivesNone)
 {
     EXPECT_FALSE(pick_volume(straight_view(), pixel_square(50, 50, 0), unit_box()));
     EXPECT_FALSE(pick_volume(straight_view(), pixel_rectangle(1, 5, 9, 5), unit_box()));
-    EXPECT_FALSE(pick_volume(straight_view(), pixel_square(nan, 50, 2), unit_box()));
+    EXPECT_FALSE(pick_volume(straight_view(), pixel_square(Nan, 50, 2), unit_box()));
 }
 } // namespace
 } // namespace OSG::Test

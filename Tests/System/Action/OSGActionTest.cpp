@@ -13,7 +13,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string const ended = "Traversal: a subtree is added below itself or too deep, it ends here\n";
+std::string const Ended = "Traversal: a subtree is added below itself or too deep, it ends here\n";
 
 /// Writes down what happens: "+3" for entering node 3, "-3" for leaving it.
 class ActionTest : public testing::Test
@@ -227,7 +227,7 @@ TEST_F(ActionTest, ANodeAddedBelowItselfEndsItsBranchWithOneWarning)
             return ActionBase::Continue;
         };
     EXPECT_THAT(walk(root), ElementsAre("start", "+2", "+0", "-0", "+1", "-1", "-2", "stop"));
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Ended));
 }
 
 TEST_F(ActionTest, SeveralRootsShareOneWarning)
@@ -241,7 +241,7 @@ TEST_F(ActionTest, SeveralRootsShareOneWarning)
     };
     std::vector<Node *> roots = {root, root};
     action.apply(roots.begin(), roots.end());
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Ended));
 }
 
 TEST_F(ActionTest, TheNextWalkWarnsAnew)
@@ -255,7 +255,7 @@ TEST_F(ActionTest, TheNextWalkWarnsAnew)
     };
     walk(root);
     walk(root);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended, ended));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Ended, Ended));
 }
 
 TEST_F(ActionTest, ATreeMayBeAddedTwiceSideBySide)

@@ -434,9 +434,9 @@ TEST(AspectLink, AnUnfinishedLogIsReplacedByALookAtEverything)
     NodePtr gone = make_group();
     changes().commitChanges();
     Receiver receiver;
-    setMemLimit(1);
+    set_mem_limit(1);
     gone = nullptr;
-    setMemLimit(0);
+    set_mem_limit(0);
     root->setTravMask(3);
     changes().commitChanges();
     UInt32 const copies = receiver.getNumCopies();

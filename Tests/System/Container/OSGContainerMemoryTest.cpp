@@ -6,11 +6,13 @@
 #include <gtest/gtest.h>
 
 #include "OSGChangeList.h"
+#include "OSGDeepClone.h"
 #include "OSGFieldContainerFactory.h"
 #include "OSGMemManager.h"
 #include "OSGName.h"
 #include "OSGNode.h"
 #include "OSGThread.h"
+#include "OSGVisitSubTree.h"
 
 namespace OSG::Test
 {
@@ -28,10 +30,10 @@ int fail_until_made(Make make)
     make();
     Thread::getCurrentChangeList()->commitChanges();
     UInt32 const containers = num_containers();
-    UInt64 const bytes = getMemBytes();
+    UInt64 const bytes = get_mem_bytes();
     for(int failures = 0;; ++failures)
     {
-        setMemLimit(bytes + 8 * static_cast<UInt64>(failures) + 1);
+        set_mem_limit(bytes + 8 * static_cast<UInt64>(failures) + 1);
         bool made = false;
         try
         {
@@ -41,10 +43,10 @@ int fail_until_made(Make make)
         catch(std::bad_alloc const &)
         {
         }
-        setMemLimit(0);
+        set_mem_limit(0);
         Thread::getCurrentChangeList()->commitChanges();
         EXPECT_EQ(num_containers(), containers);
-        EXPECT_EQ(getMemBytes(), bytes);
+        EXPECT_EQ(get_mem_bytes(), bytes);
         if(made || testing::Test::HasFailure())
             return failures;
     }
@@ -72,6 +74,29 @@ TEST(ContainerMemory, ATreeThatCannotBeMadeLeavesNothing)
               50);
 }
 
+TEST(ContainerMemory, ACloneThatCannotBeMadeLeavesNothing)
+{
+    UnrecordedRefPtr<VisitSubTree> const visit(VisitSubTree::create());
+    NodePtr const root(Node::create());
+    for(int i = 0; i < 3; ++i)
+    {
+        NodePtr const child(Node::create());
+        setName(child, "a name that is longer than a short string");
+        child->setCore(visit);
+        root->addChild(child);
+    }
+    visit->setSubTreeRoot(root);
+    EXPECT_GT(fail_until_made(
+                  [&root]
+                  {
+                      UnrecordedRefPtr<FieldContainer> const copy(deepClone(root));
+                      Node *const child = dynamic_cast<Node &>(*copy).getChild(0);
+                      dynamic_cast<VisitSubTree &>(*child->getCore()).setSubTreeRoot(nullptr);
+                  }),
+              50);
+    visit->setSubTreeRoot(nullptr);
+}
+
 TEST(ContainerMemory, AnEndTakesNoMemory)
 {
     UInt32 const containers = num_containers();
@@ -79,9 +104,9 @@ TEST(ContainerMemory, AnEndTakesNoMemory)
     for(int i = 0; i < 20000; ++i)
         root->addChild(NodePtr(Node::create()));
     Thread::getCurrentChangeList()->commitChanges();
-    setMemLimit(1);
+    set_mem_limit(1);
     root = nullptr;
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_EQ(num_containers(), containers);
 }
 

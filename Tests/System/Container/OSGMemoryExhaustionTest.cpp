@@ -170,7 +170,7 @@ class Seer : public Action
     ~Seer() override = default;
 };
 
-Operation const operations[] = {
+Operation const Operations[] = {
     // --- nodes ---
     {"addChild, new", [](World &w) { w.other->addChild(make_group()); }},
     {"addChild, from another parent", [](World &w) { w.other->addChild(w.box); }},
@@ -394,7 +394,7 @@ class MemoryExhaustion : public testing::TestWithParam<Operation>
         std::thread(
             [&]
             {
-                setMemBlockLimit(blocks);
+                set_mem_block_limit(blocks);
                 try
                 {
                     GetParam().run(world);
@@ -403,7 +403,7 @@ class MemoryExhaustion : public testing::TestWithParam<Operation>
                 {
                     end = End::Failed;
                 }
-                setMemLimit(0);
+                set_mem_limit(0);
                 commit();
             })
             .join();
@@ -470,16 +470,16 @@ TEST_P(MemoryExhaustion, ChangesNothingOrAllAndLeavesNothingBehind)
     for(int i = 0; i < 3; ++i)
         ASSERT_EQ(attempt(1000000), End::Done);
     UInt32 const containers = num_containers();
-    UInt64 const bytes = getMemBytes();
+    UInt64 const bytes = get_mem_bytes();
     for(UInt64 blocks = 0;; ++blocks)
     {
         End const end = attempt(blocks);
         EXPECT_EQ(num_containers(), containers) << "with " << blocks << " blocks";
-        EXPECT_EQ(getMemBytes(), bytes) << "with " << blocks << " blocks";
+        EXPECT_EQ(get_mem_bytes(), bytes) << "with " << blocks << " blocks";
         if(end == End::Done || HasFailure())
             return;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, MemoryExhaustion, testing::ValuesIn(operations), name_of);
+INSTANTIATE_TEST_SUITE_P(Operations, MemoryExhaustion, testing::ValuesIn(Operations), name_of);
 } // namespace OSG::Test

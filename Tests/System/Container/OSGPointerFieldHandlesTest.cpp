@@ -142,6 +142,21 @@ TEST(PointerFieldHandles, AnIdInAListIsReplacedOrAppended)
     EXPECT_FALSE(children->pushIndexedValueFromCString(childId.c_str(), 0));
 }
 
+TEST(PointerFieldHandles, WhatTheOwnerDoesNotTakeIsNotInserted)
+{
+    LogCapture const silence;
+    NodePtr const leaf = make_group();
+    NodePtr const root = make_group({leaf});
+    EXPECT_FALSE(leaf->editField("children")
+                     ->insertIndexedValueFromCString(std::to_string(root->getId()).c_str(), 0));
+    EXPECT_EQ(leaf->getNChildren(), 0u);
+    EXPECT_EQ(root->getParent(), nullptr);
+    EXPECT_FALSE(root->editField("attachments")->insertIndexedValueFromCString("0", 0));
+    EXPECT_TRUE(root->getMFAttachments()->empty());
+    EXPECT_FALSE(leaf->editField("children")->insertIndexedValueFromCString("0", 0));
+    EXPECT_EQ(leaf->getNChildren(), 0u);
+}
+
 // --- sharing ---
 
 TEST(PointerFieldHandles, SharingPointsToTheSame)

@@ -32,11 +32,11 @@ TEST(PointerBag, TakesTheRoomOfOnePointer) { EXPECT_EQ(sizeof(PointerBag), sizeo
 
 TEST(PointerBag, HoldsOneEntryWithoutABlock)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     PointerBag bag;
     EXPECT_TRUE(bag.empty());
     bag.insert(entry(1));
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
     ASSERT_EQ(bag.size(), 1u);
     EXPECT_EQ(bag[0], entry(1));
     EXPECT_FALSE(bag.erase(entry(2)));
@@ -49,7 +49,7 @@ TEST(PointerBag, HoldsWhatASetHoldsThroughManyEdits)
     RandomNumbers random(7);
     for(std::size_t most : {3u, 8u, 9u, 40u, 3000u})
     {
-        UInt64 const before = getMemBytes();
+        UInt64 const before = get_mem_bytes();
         {
             PointerBag bag;
             std::vector<bool> isIn(most, false);
@@ -74,7 +74,7 @@ TEST(PointerBag, HoldsWhatASetHoldsThroughManyEdits)
             }
             EXPECT_EQ(contents(bag), expected);
         }
-        EXPECT_EQ(getMemBytes(), before);
+        EXPECT_EQ(get_mem_bytes(), before);
     }
 }
 
@@ -95,9 +95,9 @@ TEST(PointerBag, IsAsItWasWhereMemoryRunsOut)
     PointerBag bag;
     for(std::size_t i = 0; i < 8; ++i)
         bag.insert(entry(i));
-    setMemLimit(1);
+    set_mem_limit(1);
     EXPECT_THROW(bag.insert(entry(8)), std::bad_alloc);
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_EQ(bag.size(), 8u);
     EXPECT_FALSE(bag.contains(entry(8)));
     bag.insert(entry(8));

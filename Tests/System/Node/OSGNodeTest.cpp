@@ -4,7 +4,9 @@
 
 #include "LogCapture.h"
 #include "OSGBinaryDataHandler.h"
+#include "OSGBlendChunk.h"
 #include "OSGFieldContainerFactory.h"
+#include "OSGMaterialChunk.h"
 #include "OSGName.h"
 
 namespace OSG
@@ -221,6 +223,20 @@ TEST(Node, ChildrenThatComeAsBytesAreLinkedAsByAnybodyElse)
     EXPECT_EQ(target->getChild(0), child);
     EXPECT_EQ(child->getParent(), target);
     EXPECT_EQ(source->getNChildren(), 0u);
+}
+
+TEST(Node, AttachmentsWithoutAGroupStandBesideOneAnotherOneForEachClass)
+{
+    NodePtr const node(Node::create());
+    UnrecordedRefPtr<BlendChunk> const blend(BlendChunk::create());
+    UnrecordedRefPtr<MaterialChunk> const first(MaterialChunk::create());
+    UnrecordedRefPtr<MaterialChunk> const second(MaterialChunk::create());
+    node->addAttachment(blend);
+    node->addAttachment(first);
+    node->addAttachment(second);
+    ASSERT_EQ(node->getMFAttachments()->size(), 2u);
+    EXPECT_EQ(node->getAttachments(0), blend);
+    EXPECT_EQ(node->getAttachments(1), second);
 }
 
 TEST(Node, UnlinkChildTakesOutOfTheFieldThatIsNamed)

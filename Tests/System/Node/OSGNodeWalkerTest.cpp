@@ -12,7 +12,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string const ended = "Traversal: a subtree is added below itself or too deep, it ends here\n";
+std::string const Ended = "Traversal: a subtree is added below itself or too deep, it ends here\n";
 
 struct Counter
 {
@@ -110,7 +110,7 @@ TEST(NodeWalker, AddedNodesNestAThousandAndTwentyFourLevelsDeep)
     NodeWalker().walk(nodes[0].get(), adder);
     EXPECT_EQ(adder.entered, NodeWalker::MaxAddedLevels + 1);
     EXPECT_EQ(adder.left, adder.entered);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Ended));
 }
 
 TEST(NodeWalker, LevelsThatAreDoneDoNotCount)
@@ -163,7 +163,7 @@ TEST(NodeWalker, TheRootOfTheWalkMayBeMetAgainBelowItsOwnParent)
     EXPECT_EQ(adder.left, 5u);
     walker.walk(root.get(), adder);
     EXPECT_EQ(adder.entered, 10u);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Ended));
 }
 
 TEST(NodeWalker, ACycleThroughAMillionRepeatsEnds)
@@ -175,7 +175,7 @@ TEST(NodeWalker, ACycleThroughAMillionRepeatsEnds)
     adder.added[inner] = std::vector<Node *>(1000000, root);
     NodeWalker().walk(root.get(), adder);
     EXPECT_EQ(adder.entered, 2u);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(ended));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Ended));
 }
 } // namespace
 

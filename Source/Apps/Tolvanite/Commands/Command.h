@@ -20,7 +20,7 @@ struct CommonOptions
 };
 
 /// Sets the level of the log: warnings and worse, or progress where --verbose asks for it.
-void applyLogLevel(CommonOptions const &options);
+void apply_log_level(CommonOptions const &options);
 
 /// The command that the command line asks for, set by the parse, run after it.
 using ChosenCommand = std::function<int(Streams)>;
@@ -29,9 +29,9 @@ using ChosenCommand = std::function<int(Streams)>;
 /// from CommonOptions, lives as long as the program's parser; `run` is called with what the parse
 /// has left in it.
 template <class Options>
-CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
-                     std::shared_ptr<Options> const &options, int (*run)(Options const &, Streams),
-                     ChosenCommand &chosen)
+CLI::App &add_command(CLI::App &program, char const *name, char const *purpose,
+                      std::shared_ptr<Options> const &options, int (*run)(Options const &, Streams),
+                      ChosenCommand &chosen)
 {
     CLI::App &command = *program.add_subcommand(name, purpose);
     command.add_flag("--json", options->json, "Print JSON instead of a table");
@@ -42,7 +42,7 @@ CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
         {
             chosen = [options, run](Streams streams)
             {
-                applyLogLevel(*options);
+                apply_log_level(*options);
                 LogLines log(streams.err,
                              options->quiet ? LogLines::Show::Nothing : LogLines::Show::Lines);
                 return run(*options, {streams.out, streams.err, &log});
@@ -52,12 +52,12 @@ CLI::App &addCommand(CLI::App &program, char const *name, char const *purpose,
 }
 
 // One function per command, each in the source of its name.
-void addInfoCommand(CLI::App &program, ChosenCommand &chosen);
-void addDumpCommand(CLI::App &program, ChosenCommand &chosen);
-void addSelectCommand(CLI::App &program, ChosenCommand &chosen);
-void addOpsCommand(CLI::App &program, ChosenCommand &chosen);
-void addConvertCommand(CLI::App &program, ChosenCommand &chosen);
-void addReplayCommand(CLI::App &program, ChosenCommand &chosen);
-void addFormatsCommand(CLI::App &program, ChosenCommand &chosen);
-void addTypesCommand(CLI::App &program, ChosenCommand &chosen);
+void add_info_command(CLI::App &program, ChosenCommand &chosen);
+void add_dump_command(CLI::App &program, ChosenCommand &chosen);
+void add_select_command(CLI::App &program, ChosenCommand &chosen);
+void add_ops_command(CLI::App &program, ChosenCommand &chosen);
+void add_convert_command(CLI::App &program, ChosenCommand &chosen);
+void add_replay_command(CLI::App &program, ChosenCommand &chosen);
+void add_formats_command(CLI::App &program, ChosenCommand &chosen);
+void add_types_command(CLI::App &program, ChosenCommand &chosen);
 } // namespace Tool

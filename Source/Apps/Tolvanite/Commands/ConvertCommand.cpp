@@ -59,20 +59,20 @@ void write_outcome(JsonWriter &json, ConvertOptions const &options, Outcome cons
         .member("nodesAfter", outcome.nodesAfter)
         .member("seconds", outcome.seconds)
         .member("complete", outcome.isComplete);
-    writeOperations(json, operations);
+    write_operations(json, operations);
     json.endObject();
 }
 
 int run_convert(ConvertOptions const &options, Streams streams)
 {
     Stopwatch const watch;
-    Scene const scene = readScene(options, streams);
+    Scene const scene = read_scene(options, streams);
     if(scene.root == nullptr)
         return Failed;
     Outcome outcome;
     outcome.isComplete = scene.isComplete;
     outcome.nodesBefore = OSG::count_reachable_nodes(scene.root);
-    OperationsResult const operations = runOperations(scene.root, options.operations, streams);
+    OperationsResult const operations = run_operations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
     outcome.nodesAfter = OSG::count_reachable_nodes(scene.root);
@@ -90,18 +90,18 @@ int run_convert(ConvertOptions const &options, Streams streams)
         streams.out << '\n';
         return Success;
     }
-    printOperations(streams.out, operations.accounts);
+    print_operations(streams.out, operations.accounts);
     print_outcome(streams.out, options, outcome);
     return Success;
 }
 } // namespace
 
-void addConvertCommand(CLI::App &program, ChosenCommand &chosen)
+void add_convert_command(CLI::App &program, ChosenCommand &chosen)
 {
     auto const options = std::make_shared<ConvertOptions>();
-    CLI::App &command = addCommand(program, "convert", "Write a scene in another format", options,
-                                   run_convert, chosen);
-    addFileArgument(command, *options);
+    CLI::App &command = add_command(program, "convert", "Write a scene in another format", options,
+                                    run_convert, chosen);
+    add_file_argument(command, *options);
     command.add_option("OUT", options->target, "File to write; its suffix tells the format")
         ->required()
         ->check(
@@ -110,6 +110,6 @@ void addConvertCommand(CLI::App &program, ChosenCommand &chosen)
                 std::string const suffix = OSG::file_suffix(target);
                 return is_written(suffix) ? std::string() : "no format writes '" + suffix + "'";
             });
-    addOperationOption(command, options->operations);
+    add_operation_option(command, options->operations);
 }
 } // namespace Tool

@@ -14,36 +14,36 @@ struct DumpOptions : SceneOptions
 
 int run_dump(DumpOptions const &options, Streams streams)
 {
-    Scene const scene = readScene(options, streams);
+    Scene const scene = read_scene(options, streams);
     if(scene.root == nullptr)
         return Failed;
-    OperationsResult const operations = runOperations(scene.root, options.operations, streams);
+    OperationsResult const operations = run_operations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
     if(!options.json)
     {
-        printOperations(streams.out, operations.accounts);
-        printTree(streams.out, scene.root);
+        print_operations(streams.out, operations.accounts);
+        print_tree(streams.out, scene.root);
         return Success;
     }
     JsonWriter json(streams.out);
     json.beginObject().member("file", options.file).key("root");
-    writeTree(json, scene.root, options.arrays ? Arrays::Written : Arrays::Counted);
+    write_tree(json, scene.root, options.arrays ? Arrays::Written : Arrays::Counted);
     json.member("complete", scene.isComplete);
-    writeOperations(json, operations.accounts);
+    write_operations(json, operations.accounts);
     json.endObject();
     streams.out << '\n';
     return Success;
 }
 } // namespace
 
-void addDumpCommand(CLI::App &program, ChosenCommand &chosen)
+void add_dump_command(CLI::App &program, ChosenCommand &chosen)
 {
     auto const options = std::make_shared<DumpOptions>();
     CLI::App &command =
-        addCommand(program, "dump", "Print the tree of a scene", options, run_dump, chosen);
-    addFileArgument(command, *options);
-    addOperationOption(command, options->operations);
+        add_command(program, "dump", "Print the tree of a scene", options, run_dump, chosen);
+    add_file_argument(command, *options);
+    add_operation_option(command, options->operations);
     command.add_flag("--arrays", options->arrays, "Write the values of arrays too, in JSON");
 }
 } // namespace Tool

@@ -45,9 +45,9 @@ int run_formats(CommonOptions const &options, Streams streams)
 }
 } // namespace
 
-void addFormatsCommand(CLI::App &program, ChosenCommand &chosen)
+void add_formats_command(CLI::App &program, ChosenCommand &chosen)
 {
-    addCommand(program, "formats", "List the scene file types", std::make_shared<CommonOptions>(),
-               run_formats, chosen);
+    add_command(program, "formats", "List the scene file types", std::make_shared<CommonOptions>(),
+                run_formats, chosen);
 }
 } // namespace Tool

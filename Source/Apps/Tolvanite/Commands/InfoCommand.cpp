@@ -14,7 +14,7 @@ struct Row
     char const *name;
     OSG::UInt64 OSG::SceneAccount::*count;
 };
-constexpr Row rows[] = {
+constexpr Row Rows[] = {
     {"nodes", &OSG::SceneAccount::nodes},         {"geometries", &OSG::SceneAccount::geometries},
     {"materials", &OSG::SceneAccount::materials}, {"images", &OSG::SceneAccount::images},
     {"vertices", &OSG::SceneAccount::vertices},   {"triangles", &OSG::SceneAccount::triangles},
@@ -25,15 +25,15 @@ void write_account(JsonWriter &json, SceneOptions const &options, OSG::SceneAcco
                    Scene const &scene)
 {
     json.beginObject().member("file", options.file);
-    for(Row const &row : rows)
+    for(Row const &row : Rows)
         json.member(row.name, account.*row.count);
     json.key("cores").beginObject();
     for(auto const &[core, count] : account.cores)
         json.member(core, count);
     json.endObject().key("bounds");
-    writeBounds(json, account.bounds);
+    write_bounds(json, account.bounds);
     json.member("loadSeconds", scene.loadSeconds)
-        .member("peakBytes", OSG::getMemPeakBytes())
+        .member("peakBytes", OSG::get_mem_peak_bytes())
         .member("complete", scene.isComplete)
         .endObject();
 }
@@ -46,7 +46,7 @@ std::ostream &print_row(std::ostream &out, std::string const &name, Value const 
 
 void print_account(std::ostream &out, OSG::SceneAccount const &account, Scene const &scene)
 {
-    for(Row const &row : rows)
+    for(Row const &row : Rows)
         print_row(out, row.name, account.*row.count) << '\n';
     std::string name = "cores";
     for(auto const &[core, count] : account.cores)
@@ -64,12 +64,12 @@ void print_account(std::ostream &out, OSG::SceneAccount const &account, Scene co
     if(!scene.isComplete)
         print_row(out, "complete", "no") << '\n';
     print_row(out, "loaded in", scene.loadSeconds) << " s\n";
-    print_row(out, "peak", OSG::getMemPeakBytes()) << " bytes\n";
+    print_row(out, "peak", OSG::get_mem_peak_bytes()) << " bytes\n";
 }
 
 int run_info(SceneOptions const &options, Streams streams)
 {
-    Scene const scene = readScene(options, streams);
+    Scene const scene = read_scene(options, streams);
     if(scene.root == nullptr)
         return Failed;
     OSG::SceneAccount const account = OSG::account_of(scene.root);
@@ -85,11 +85,11 @@ int run_info(SceneOptions const &options, Streams streams)
 }
 } // namespace
 
-void addInfoCommand(CLI::App &program, ChosenCommand &chosen)
+void add_info_command(CLI::App &program, ChosenCommand &chosen)
 {
     auto const options = std::make_shared<SceneOptions>();
     CLI::App &command =
-        addCommand(program, "info", "Count what a scene holds", options, run_info, chosen);
-    addFileArgument(command, *options);
+        add_command(program, "info", "Count what a scene holds", options, run_info, chosen);
+    add_file_argument(command, *options);
 }
 } // namespace Tool

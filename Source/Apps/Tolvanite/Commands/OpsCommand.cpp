@@ -29,9 +29,9 @@ int run_ops(CommonOptions const &options, Streams streams)
 }
 } // namespace
 
-void addOpsCommand(CLI::App &program, ChosenCommand &chosen)
+void add_ops_command(CLI::App &program, ChosenCommand &chosen)
 {
-    addCommand(program, "ops", "List the graph operations", std::make_shared<CommonOptions>(),
-               run_ops, chosen);
+    add_command(program, "ops", "List the graph operations", std::make_shared<CommonOptions>(),
+                run_ops, chosen);
 }
 } // namespace Tool

@@ -36,7 +36,7 @@ EnginePtr make_cad() { return EnginePtr(OSG::CadTrackballEngine::create(0.8f)); 
 EnginePtr make_fly() { return EnginePtr(OSG::WASDFlyEngine::create()); }
 EnginePtr make_copter() { return EnginePtr(OSG::CopterFlyEngine::create()); }
 
-std::map<std::string, EnginePtr (*)()> const engines = {
+std::map<std::string, EnginePtr (*)()> const Engines = {
     {"cad", make_cad}, {"copter", make_copter}, {"fly", make_fly}};
 
 /// A pose after an event.
@@ -48,7 +48,7 @@ struct Pose : CameraPose
 Pair size_of(std::string const &text)
 {
     Pair size;
-    if(!parsePair(text, 'x', size) || size.first < 1 || size.second < 1 || size.first > 32767 ||
+    if(!parse_pair(text, 'x', size) || size.first < 1 || size.second < 1 || size.first > 32767 ||
        size.second > 32767)
         throw CLI::ValidationError("--size", text + " is not WxH in pixels up to 32767");
     return size;
@@ -68,7 +68,7 @@ OSG::RecordingResult read_events(std::string const &file)
 std::vector<Pose> play(OSG::InputRecording const &recording, std::string const &engine,
                        OSG::Node *scene, Pair const &size)
 {
-    OSG::InputPlayer player(recording, engines.at(engine)(), scene,
+    OSG::InputPlayer player(recording, Engines.at(engine)(), scene,
                             static_cast<OSG::UInt16>(size.first),
                             static_cast<OSG::UInt16>(size.second));
     auto const *camera = dynamic_cast<OSG::OrthographicCamera const *>(&player.getCamera());
@@ -85,9 +85,9 @@ void write_poses(JsonWriter &json, ReplayOptions const &options, std::vector<Pos
     for(std::size_t i = 0; i < poses.size(); ++i)
     {
         json.beginObject().member("event", i);
-        writeTuple(json, "from", poses[i].from, 3);
-        writeTuple(json, "at", poses[i].at, 3);
-        writeTuple(json, "up", poses[i].up, 3);
+        write_tuple(json, "from", poses[i].from, 3);
+        write_tuple(json, "at", poses[i].at, 3);
+        write_tuple(json, "up", poses[i].up, 3);
         json.member("distance", poses[i].distance);
         if(poses[i].verticalSize != 0)
             json.member("verticalSize", poses[i].verticalSize);
@@ -146,7 +146,7 @@ int run_replay(ReplayOptions const &options, Streams streams)
         complain(streams, options.events + ": " + events.complaint);
         return Failed;
     }
-    Scene const scene = readScene(options, streams);
+    Scene const scene = read_scene(options, streams);
     if(scene.root == nullptr)
         return Failed;
     std::vector<Pose> const poses = play(*events.recording, options.engine, scene.root, size);
@@ -169,18 +169,18 @@ int run_replay(ReplayOptions const &options, Streams streams)
 }
 } // namespace
 
-void addReplayCommand(CLI::App &program, ChosenCommand &chosen)
+void add_replay_command(CLI::App &program, ChosenCommand &chosen)
 {
     auto const options = std::make_shared<ReplayOptions>();
     CLI::App &command =
-        addCommand(program, "replay", "Play a recording of input events without a window", options,
-                   run_replay, chosen);
-    addFileArgument(command, *options);
+        add_command(program, "replay", "Play a recording of input events without a window", options,
+                    run_replay, chosen);
+    add_file_argument(command, *options);
     command.add_option("EVENTS", options->events, "Recording of input events")
         ->required()
         ->check(CLI::ExistingFile);
     std::set<std::string> names;
-    for(auto const &entry : engines)
+    for(auto const &entry : Engines)
         names.insert(entry.first);
     command.add_option("--engine", options->engine, "What moves the camera: cad, fly or copter")
         ->required()

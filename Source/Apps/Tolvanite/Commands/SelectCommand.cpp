@@ -34,15 +34,15 @@ struct SelectOptions : SceneOptions
     std::vector<Operation> operations;
 };
 
-std::map<std::string, OSG::UInt32> const kind_names = {
+std::map<std::string, OSG::UInt32> const KindNames = {
     {"triangles", SelectionFunctor::SelectTriangles},
     {"lines", SelectionFunctor::SelectLines},
     {"points", SelectionFunctor::SelectPoints}};
-std::map<std::string, SelectionFunctor::PlaneType> const plane_names = {
+std::map<std::string, SelectionFunctor::PlaneType> const PlaneNames = {
     {"near", SelectionFunctor::NearPlane}, {"far", SelectionFunctor::FarPlane},
     {"left", SelectionFunctor::LeftPlane}, {"right", SelectionFunctor::RightPlane},
     {"top", SelectionFunctor::TopPlane},   {"bottom", SelectionFunctor::BottomPlane}};
-std::map<std::string, SelectionFunctor::HitType> const hit_names = {
+std::map<std::string, SelectionFunctor::HitType> const HitNames = {
     {"front", SelectionFunctor::FrontHits},
     {"back", SelectionFunctor::BackHits},
     {"all", SelectionFunctor::AllHits}};
@@ -54,8 +54,8 @@ OSG::UInt32 mask_of(std::string const &names)
     std::istringstream in(names + ',');
     for(std::string name; std::getline(in, name, ',');)
     {
-        auto const kind = kind_names.find(name);
-        if(kind == kind_names.end())
+        auto const kind = KindNames.find(name);
+        if(kind == KindNames.end())
             return 0;
         mask |= kind->second;
     }
@@ -120,7 +120,7 @@ void write_place(JsonWriter &json, SelectionFunctor::HitT const &hit,
     else if(eye)
         json.null();
     if(hit.hasPoint)
-        writeTuple(json, "point", hit.point, 3);
+        write_tuple(json, "point", hit.point, 3);
     else
         json.key("point").null();
 }
@@ -128,15 +128,15 @@ void write_place(JsonWriter &json, SelectionFunctor::HitT const &hit,
 void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit,
                std::optional<OSG::Pnt3f> const &eye, OSG::Node const *root)
 {
-    json.beginObject().member("node", nodePath(root, hit.visitSubTreeNodes, hit.node)).key("name");
-    writeName(json, hit.node);
+    json.beginObject().member("node", node_path(root, hit.visitSubTreeNodes, hit.node)).key("name");
+    write_name(json, hit.node);
     json.member("index", hit.index).member("distance", hit.distance);
     write_place(json, hit, eye);
-    writeTuple(json, "normal", hit.normal, 3);
+    write_tuple(json, "normal", hit.normal, 3);
     json.key("matrix");
-    writeMatrix(json, hit.matrix);
+    write_matrix(json, hit.matrix);
     json.key("visitSubTree").beginArray();
-    for(std::string const &path : visitingPaths(root, hit.visitSubTreeNodes))
+    for(std::string const &path : visiting_paths(root, hit.visitSubTreeNodes))
         json.value(path);
     json.endArray().endObject();
 }
@@ -150,7 +150,7 @@ void write_selection(JsonWriter &json, SelectOptions const &options, Selection c
         write_hit(json, hit, selection.eye, root);
     json.endArray().member("count", selection.hits.size()).member("seconds", selection.seconds);
     json.member("complete", scene.isComplete);
-    writeOperations(json, operations.accounts);
+    write_operations(json, operations.accounts);
     json.endObject();
 }
 
@@ -172,7 +172,7 @@ void print_selection(std::ostream &out, Selection const &selection, OSG::Node co
     for(SelectionFunctor::HitT const &hit : selection.hits)
     {
         out << std::setw(14) << hit.distance << std::setw(10) << hit.index << std::setw(36)
-            << shown_place(hit) << nodePath(root, hit.visitSubTreeNodes, hit.node);
+            << shown_place(hit) << node_path(root, hit.visitSubTreeNodes, hit.node);
         if(char const *const name = OSG::getName(hit.node))
             out << ' ' << OSG::shown_text(name);
         out << '\n';
@@ -184,16 +184,16 @@ void print_selection(std::ostream &out, Selection const &selection, OSG::Node co
 int run_select(SelectOptions const &options, Streams streams)
 {
     VolumeChoice const volume(options.volume);
-    Scene const scene = readScene(options, streams);
+    Scene const scene = read_scene(options, streams);
     if(scene.root == nullptr)
         return Failed;
-    OperationsResult const operations = runOperations(scene.root, options.operations, streams);
+    OperationsResult const operations = run_operations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
     Selection const selection = select(options, volume, scene.root);
     if(!options.json)
     {
-        printOperations(streams.out, operations.accounts);
+        print_operations(streams.out, operations.accounts);
         print_selection(streams.out, selection, scene.root);
         return Success;
     }
@@ -224,14 +224,14 @@ void add_choice(CLI::App &command, char const *option, std::map<std::string, Val
 }
 } // namespace
 
-void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
+void add_select_command(CLI::App &program, ChosenCommand &chosen)
 {
     auto const options = std::make_shared<SelectOptions>();
     CLI::App &command =
-        addCommand(program, "select", "Find what lies in a volume", options, run_select, chosen);
-    addFileArgument(command, *options);
-    addOperationOption(command, options->operations);
-    addVolumeOptions(command, options->volume);
+        add_command(program, "select", "Find what lies in a volume", options, run_select, chosen);
+    add_file_argument(command, *options);
+    add_operation_option(command, options->operations);
+    add_volume_options(command, options->volume);
     auto *const kinds = command.add_option_function<std::string>(
         "--kinds",
         [options](std::string const &names)
@@ -242,9 +242,9 @@ void addSelectCommand(CLI::App &program, ChosenCommand &chosen)
         },
         "Kinds of primitives: triangles,lines,points");
     kinds->default_str("triangles");
-    add_choice(command, "--plane", plane_names, options->plane,
+    add_choice(command, "--plane", PlaneNames, options->plane,
                "Side of the volume that distances count from");
-    add_choice(command, "--hits", hit_names, options->hits,
+    add_choice(command, "--hits", HitNames, options->hits,
                "The nearest or farthest of each node, or all");
     command.add_flag("--fast", options->fast,
                      "Only which nodes are hit, without places and distances");

@@ -75,9 +75,9 @@ int run_types(CommonOptions const &options, Streams streams)
 }
 } // namespace
 
-void addTypesCommand(CLI::App &program, ChosenCommand &chosen)
+void add_types_command(CLI::App &program, ChosenCommand &chosen)
 {
-    addCommand(program, "types", "List the container types with their fields",
-               std::make_shared<CommonOptions>(), run_types, chosen);
+    add_command(program, "types", "List the container types with their fields",
+                std::make_shared<CommonOptions>(), run_types, chosen);
 }
 } // namespace Tool

@@ -48,13 +48,13 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 }
 } // namespace
 
-void addFileArgument(CLI::App &command, SceneOptions &options)
+void add_file_argument(CLI::App &command, SceneOptions &options)
 {
     command.add_option("FILE", options.file, "Scene file")->required()->check(CLI::ExistingPath);
     command.add_flag("--strict", options.strict, "Fail where a read ends before its file does");
 }
 
-Scene readScene(SceneOptions const &options, Streams streams)
+Scene read_scene(SceneOptions const &options, Streams streams)
 {
     Stopwatch const watch;
     Scene scene;

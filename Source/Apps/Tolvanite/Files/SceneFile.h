@@ -17,7 +17,7 @@ struct SceneOptions : CommonOptions
 
 /// Adds --strict and the argument FILE; a command line that names none, or one that does not exist,
 /// is misused.
-void addFileArgument(CLI::App &command, SceneOptions &options);
+void add_file_argument(CLI::App &command, SceneOptions &options);
 
 using ScenePtr = OSG::UnrecordedRefPtr<OSG::Node>;
 
@@ -32,5 +32,5 @@ struct Scene
 /// Reads the scene, with a progress bar where one is wanted. The root is null where the file gives
 /// none, or not the whole of one under --strict; one line has said so by then, behind those of the
 /// log. Raises std::bad_alloc.
-Scene readScene(SceneOptions const &options, Streams streams);
+Scene read_scene(SceneOptions const &options, Streams streams);
 } // namespace Tool

@@ -95,11 +95,11 @@ void write_pointer(JsonWriter &json, OSG::FieldContainer *target)
     }
     if(auto *const material = dynamic_cast<OSG::Material *>(target))
     {
-        writeMaterial(json, material);
+        write_material(json, material);
         return;
     }
     json.beginObject().member("type", target->getType().getCName()).key("name");
-    writeName(json, dynamic_cast<OSG::AttachmentContainer *>(target));
+    write_name(json, dynamic_cast<OSG::AttachmentContainer *>(target));
     json.endObject();
 }
 
@@ -180,8 +180,8 @@ class AttachmentList
 };
 } // namespace
 
-void writeAttachments(JsonWriter &json, OSG::AttachmentContainer const *node,
-                      OSG::AttachmentContainer const *core)
+void write_attachments(JsonWriter &json, OSG::AttachmentContainer const *node,
+                       OSG::AttachmentContainer const *core)
 {
     AttachmentList list(json);
     list.add(node, "node");

@@ -15,6 +15,6 @@ namespace Tool
 /// An attachment's fields are found by reflection: the system's own bookkeeping is left out, values
 /// of several numbers are arrays, a material is shown as such, and another container that a field
 /// points to by its type and name.
-void writeAttachments(JsonWriter &json, OSG::AttachmentContainer const *node,
-                      OSG::AttachmentContainer const *core);
+void write_attachments(JsonWriter &json, OSG::AttachmentContainer const *node,
+                       OSG::AttachmentContainer const *core);
 } // namespace Tool

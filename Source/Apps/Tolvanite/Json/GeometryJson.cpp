@@ -59,7 +59,7 @@ void write_vectors(JsonWriter &json, char const *name, GeoVectorProperty const *
 }
 } // namespace
 
-void writeGeometry(JsonWriter &json, Geometry const &geometry, Arrays arrays)
+void write_geometry(JsonWriter &json, Geometry const &geometry, Arrays arrays)
 {
     json.key("types");
     write_numbers(json, geometry.getTypes());
@@ -80,6 +80,6 @@ void writeGeometry(JsonWriter &json, Geometry const &geometry, Arrays arrays)
     json.endObject();
     bool const shared = positions != nullptr && positions == normals && positions == texCoords;
     json.member("sharedIndex", shared).key("material");
-    writeMaterial(json, geometry.getMaterial());
+    write_material(json, geometry.getMaterial());
 }
 } // namespace Tool

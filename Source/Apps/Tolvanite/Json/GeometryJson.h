@@ -16,5 +16,5 @@ enum class Arrays
 };
 
 /// Writes the members of a geometry into the open object.
-void writeGeometry(JsonWriter &json, OSG::Geometry const &geometry, Arrays arrays);
+void write_geometry(JsonWriter &json, OSG::Geometry const &geometry, Arrays arrays);
 } // namespace Tool

@@ -38,10 +38,10 @@ void write_image(JsonWriter &json, OSG::Image const *image)
 
 void write_simple(JsonWriter &json, OSG::SimpleMaterial const &material)
 {
-    writeTuple(json, "ambient", material.getAmbient(), 3);
-    writeTuple(json, "diffuse", material.getDiffuse(), 3);
-    writeTuple(json, "specular", material.getSpecular(), 3);
-    writeTuple(json, "emission", material.getEmission(), 3);
+    write_tuple(json, "ambient", material.getAmbient(), 3);
+    write_tuple(json, "diffuse", material.getDiffuse(), 3);
+    write_tuple(json, "specular", material.getSpecular(), 3);
+    write_tuple(json, "emission", material.getEmission(), 3);
     json.member("shininess", material.getShininess())
         .member("transparency", material.getTransparency())
         .member("lit", material.getLit())
@@ -67,10 +67,10 @@ void write_chunk(JsonWriter &json, OSG::StateChunk *chunk)
     json.beginObject().member("type", chunk->getType().getCName());
     if(auto const *const colours = dynamic_cast<OSG::MaterialChunk *>(chunk))
     {
-        writeTuple(json, "ambient", colours->getAmbient(), 4);
-        writeTuple(json, "diffuse", colours->getDiffuse(), 4);
-        writeTuple(json, "specular", colours->getSpecular(), 4);
-        writeTuple(json, "emission", colours->getEmission(), 4);
+        write_tuple(json, "ambient", colours->getAmbient(), 4);
+        write_tuple(json, "diffuse", colours->getDiffuse(), 4);
+        write_tuple(json, "specular", colours->getSpecular(), 4);
+        write_tuple(json, "emission", colours->getEmission(), 4);
         json.member("shininess", colours->getShininess());
     }
     else if(auto const *const blend = dynamic_cast<OSG::BlendChunk *>(chunk))
@@ -119,7 +119,7 @@ void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &
         return;
     }
     json.beginObject().member("type", material->getType().getCName()).key("name");
-    writeName(json, material);
+    write_name(json, material);
     if(auto const *const simple = dynamic_cast<OSG::SimpleMaterial *>(material))
         write_simple(json, *simple);
     if(auto const *const textured = dynamic_cast<OSG::SimpleTexturedMaterial *>(material))
@@ -132,7 +132,7 @@ void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &
 }
 } // namespace
 
-void writeMaterial(JsonWriter &json, OSG::Material *material)
+void write_material(JsonWriter &json, OSG::Material *material)
 {
     WrittenSwitches written;
     write_material(json, material, written);

@@ -11,5 +11,5 @@ namespace Tool
 {
 /// Writes a material as an object, or null for none. A switch material that is among its own
 /// choices, directly or further down, has no "materials" there, nor has one beyond the thousandth.
-void writeMaterial(JsonWriter &json, OSG::Material *material);
+void write_material(JsonWriter &json, OSG::Material *material);
 } // namespace Tool

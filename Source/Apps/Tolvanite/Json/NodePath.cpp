@@ -24,17 +24,17 @@ OSG::Node const *tree_visited_by(OSG::Node const *node)
 }
 } // namespace
 
-std::string nodePath(OSG::Node const *root, std::vector<OSG::Node *> const &visiting,
-                     OSG::Node const *node)
+std::string node_path(OSG::Node const *root, std::vector<OSG::Node *> const &visiting,
+                      OSG::Node const *node)
 {
     if(visiting.empty())
         return path_below(root, node);
-    return visitingPaths(root, visiting).back() + '@' +
+    return visiting_paths(root, visiting).back() + '@' +
            path_below(tree_visited_by(visiting.back()), node);
 }
 
-std::vector<std::string> visitingPaths(OSG::Node const *root,
-                                       std::vector<OSG::Node *> const &visiting)
+std::vector<std::string> visiting_paths(OSG::Node const *root,
+                                        std::vector<OSG::Node *> const &visiting)
 {
     std::vector<std::string> paths;
     std::string before;

@@ -16,9 +16,9 @@ namespace Tool
 ///
 /// `visiting` holds the nodes that visit, outermost first; `node` lies in the tree that the last of
 /// them visits, or in that of `root` where there is none.
-std::string nodePath(OSG::Node const *root, std::vector<OSG::Node *> const &visiting,
-                     OSG::Node const *node);
+std::string node_path(OSG::Node const *root, std::vector<OSG::Node *> const &visiting,
+                      OSG::Node const *node);
 /// The addresses of the visiting nodes themselves.
-std::vector<std::string> visitingPaths(OSG::Node const *root,
-                                       std::vector<OSG::Node *> const &visiting);
+std::vector<std::string> visiting_paths(OSG::Node const *root,
+                                        std::vector<OSG::Node *> const &visiting);
 } // namespace Tool

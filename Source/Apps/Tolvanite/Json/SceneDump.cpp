@@ -89,7 +89,7 @@ void write_core(JsonWriter &json, NodeCore *core, Arrays arrays)
     if(auto const *const transform = dynamic_cast<OSG::Transform *>(core))
     {
         json.key("matrix");
-        writeMatrix(json, transform->getMatrix());
+        write_matrix(json, transform->getMatrix());
     }
     else if(auto const *const choice = dynamic_cast<OSG::Switch *>(core))
         json.member("choice", choice->getChoice());
@@ -100,15 +100,15 @@ void write_core(JsonWriter &json, NodeCore *core, Arrays arrays)
     else if(auto const *const group = dynamic_cast<OSG::MaterialGroup *>(core))
     {
         json.key("material");
-        writeMaterial(json, group->getMaterial());
+        write_material(json, group->getMaterial());
     }
     else if(auto const *const override = dynamic_cast<OSG::MaterialChunkOverrideGroup *>(core))
     {
         json.key("material");
-        writeMaterial(json, override->getMaterial());
+        write_material(json, override->getMaterial());
     }
     else if(auto const *const geometry = dynamic_cast<OSG::Geometry *>(core))
-        writeGeometry(json, *geometry, arrays);
+        write_geometry(json, *geometry, arrays);
 }
 
 class TreeWriter : public TreeVisitor
@@ -125,14 +125,14 @@ class TreeWriter : public TreeVisitor
         if(begin(node) == Place::OtherTree)
             _json.endArray().key("subTree");
         _json.beginObject().key("name");
-        writeName(_json, node);
+        write_name(_json, node);
         _json.key("core");
         if(node->getCore() != nullptr)
             _json.value(node->getCore()->getType().getCName());
         else
             _json.null();
         _json.key("bounds");
-        writeBounds(_json, node->getVolume());
+        write_bounds(_json, node->getVolume());
         _json.key("children").beginArray();
         return true;
     }
@@ -146,7 +146,7 @@ class TreeWriter : public TreeVisitor
                 _json.key("subTree").null();
         }
         write_core(_json, node->getCore(), _arrays);
-        writeAttachments(_json, node, node->getCore());
+        write_attachments(_json, node, node->getCore());
         _json.endObject();
     }
 
@@ -209,13 +209,13 @@ class TreePrinter : public TreeVisitor
 };
 } // namespace
 
-void writeTree(JsonWriter &json, Node *root, Arrays arrays)
+void write_tree(JsonWriter &json, Node *root, Arrays arrays)
 {
     TreeWriter writer(json, arrays);
     OSG::NodeWalker().walk(root, writer);
 }
 
-void printTree(std::ostream &out, Node *root)
+void print_tree(std::ostream &out, Node *root)
 {
     TreePrinter printer(out);
     OSG::NodeWalker().walk(root, printer);

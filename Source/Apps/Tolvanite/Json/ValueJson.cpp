@@ -4,7 +4,7 @@
 
 namespace Tool
 {
-void writeBounds(JsonWriter &json, OSG::BoxVolume const &bounds)
+void write_bounds(JsonWriter &json, OSG::BoxVolume const &bounds)
 {
     if(bounds.isEmpty() || bounds.isInfinite())
     {
@@ -12,12 +12,12 @@ void writeBounds(JsonWriter &json, OSG::BoxVolume const &bounds)
         return;
     }
     json.beginObject();
-    writeTuple(json, "min", bounds.getMin(), 3);
-    writeTuple(json, "max", bounds.getMax(), 3);
+    write_tuple(json, "min", bounds.getMin(), 3);
+    write_tuple(json, "max", bounds.getMax(), 3);
     json.endObject();
 }
 
-void writeMatrix(JsonWriter &json, OSG::Matrix const &matrix)
+void write_matrix(JsonWriter &json, OSG::Matrix const &matrix)
 {
     json.beginArray();
     for(int column = 0; column < 4; ++column)
@@ -28,7 +28,7 @@ void writeMatrix(JsonWriter &json, OSG::Matrix const &matrix)
     json.endArray();
 }
 
-void writeName(JsonWriter &json, OSG::AttachmentContainer const *container)
+void write_name(JsonWriter &json, OSG::AttachmentContainer const *container)
 {
     char const *const name = OSG::getName(container);
     if(name != nullptr)

@@ -12,15 +12,15 @@ class AttachmentContainer;
 namespace Tool
 {
 /// Writes `{"min": [x,y,z], "max": [x,y,z]}`, or null for a box that is empty or has no end.
-void writeBounds(JsonWriter &json, OSG::BoxVolume const &bounds);
+void write_bounds(JsonWriter &json, OSG::BoxVolume const &bounds);
 /// Writes 16 numbers, column after column.
-void writeMatrix(JsonWriter &json, OSG::Matrix const &matrix);
+void write_matrix(JsonWriter &json, OSG::Matrix const &matrix);
 /// Writes the name that hangs on `container`, or null.
-void writeName(JsonWriter &json, OSG::AttachmentContainer const *container);
+void write_name(JsonWriter &json, OSG::AttachmentContainer const *container);
 
 /// Writes a member of three or four numbers.
 template <class Tuple>
-void writeTuple(JsonWriter &json, char const *name, Tuple const &tuple, std::size_t count)
+void write_tuple(JsonWriter &json, char const *name, Tuple const &tuple, std::size_t count)
 {
     json.key(name).array(tuple, count);
 }

@@ -23,7 +23,7 @@ bool take(char const *&at, char const *end, char separator, T &number)
 }
 } // namespace
 
-bool parseNumbers(std::string const &text, std::span<float> numbers)
+bool parse_numbers(std::string const &text, std::span<float> numbers)
 {
     char const *at = text.data();
     char const *const end = at + text.size();
@@ -38,16 +38,16 @@ bool parseNumbers(std::string const &text, std::span<float> numbers)
     return true;
 }
 
-bool parseTriple(std::string const &text, Triple &result)
+bool parse_triple(std::string const &text, Triple &result)
 {
     float numbers[3];
-    if(!parseNumbers(text, numbers))
+    if(!parse_numbers(text, numbers))
         return false;
     result = {numbers[0], numbers[1], numbers[2]};
     return true;
 }
 
-bool parsePair(std::string const &text, char separator, Pair &result)
+bool parse_pair(std::string const &text, char separator, Pair &result)
 {
     char const *at = text.data();
     char const *const end = at + text.size();

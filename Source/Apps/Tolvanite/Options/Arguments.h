@@ -21,8 +21,8 @@ struct Pair
 };
 
 /// Each reads the whole text or nothing: false, and the result as it was, for any other text.
-bool parseTriple(std::string const &text, Triple &result);
-bool parsePair(std::string const &text, char separator, Pair &result);
+bool parse_triple(std::string const &text, Triple &result);
+bool parse_pair(std::string const &text, char separator, Pair &result);
 /// As many finite numbers, separated by commas, as `numbers` has elements.
-bool parseNumbers(std::string const &text, std::span<float> numbers);
+bool parse_numbers(std::string const &text, std::span<float> numbers);
 } // namespace Tool

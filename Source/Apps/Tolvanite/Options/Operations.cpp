@@ -30,7 +30,7 @@ struct Row
     char const *words;
     OSG::UInt64 OSG::GraphOpAccount::*count;
 };
-constexpr Row rows[] = {
+constexpr Row Rows[] = {
     {"removed", "removed", &OSG::GraphOpAccount::removed},
     {"moved", "moved", &OSG::GraphOpAccount::moved},
     {"baked", "baked", &OSG::GraphOpAccount::baked},
@@ -39,7 +39,7 @@ constexpr Row rows[] = {
 };
 } // namespace
 
-void addOperationOption(CLI::App &command, std::vector<Operation> &operations)
+void add_operation_option(CLI::App &command, std::vector<Operation> &operations)
 {
     command
         .add_option_function<std::vector<std::string>>(
@@ -61,8 +61,8 @@ void addOperationOption(CLI::App &command, std::vector<Operation> &operations)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-OperationsResult runOperations(OSG::Node *root, std::vector<Operation> const &operations,
-                               Streams streams)
+OperationsResult run_operations(OSG::Node *root, std::vector<Operation> const &operations,
+                                Streams streams)
 {
     OperationsResult result;
     for(Operation const &wanted : operations)
@@ -83,7 +83,7 @@ OperationsResult runOperations(OSG::Node *root, std::vector<Operation> const &op
     return result;
 }
 
-void writeOperations(JsonWriter &json, std::vector<OSG::GraphOpAccount> const &accounts)
+void write_operations(JsonWriter &json, std::vector<OSG::GraphOpAccount> const &accounts)
 {
     if(accounts.empty())
         return;
@@ -96,20 +96,20 @@ void writeOperations(JsonWriter &json, std::vector<OSG::GraphOpAccount> const &a
             .member("nodesBefore", account.nodesBefore)
             .member("nodesAfter", account.nodesAfter)
             .member("seconds", account.seconds);
-        for(Row const &row : rows)
+        for(Row const &row : Rows)
             json.member(row.key, account.*row.count);
         json.endObject();
     }
     json.endArray();
 }
 
-void printOperations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &accounts)
+void print_operations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &accounts)
 {
     for(OSG::GraphOpAccount const &account : accounts)
     {
         out << OSG::shown_text(account.name) << ": " << account.nodesBefore << " nodes to "
             << account.nodesAfter;
-        for(Row const &row : rows)
+        for(Row const &row : Rows)
             if(account.*row.count != 0)
                 out << ", " << account.*row.count << ' ' << row.words;
         out << " in " << account.seconds << " s\n";

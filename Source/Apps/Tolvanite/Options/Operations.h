@@ -21,7 +21,7 @@ struct Operation
 
 /// Adds `--op NAME[=PARAMS]`, as often as one likes. A command line that names an operation that
 /// nobody has registered is misused.
-void addOperationOption(CLI::App &command, std::vector<Operation> &operations);
+void add_operation_option(CLI::App &command, std::vector<Operation> &operations);
 
 /// What the operations did, in their order; `done` is false where one did not go through: one line
 /// has said so, and those behind it have not run.
@@ -33,11 +33,11 @@ struct OperationsResult
 
 /// Runs the operations over `root` one after the other, commits the changes and brings the volumes
 /// up to date again.
-OperationsResult runOperations(OSG::Node *root, std::vector<Operation> const &operations,
-                               Streams streams);
+OperationsResult run_operations(OSG::Node *root, std::vector<Operation> const &operations,
+                                Streams streams);
 
 /// The member "operations", where any ran.
-void writeOperations(JsonWriter &json, std::vector<OSG::GraphOpAccount> const &accounts);
+void write_operations(JsonWriter &json, std::vector<OSG::GraphOpAccount> const &accounts);
 /// A line for each, for people.
-void printOperations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &accounts);
+void print_operations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &accounts);
 } // namespace Tool

@@ -16,7 +16,7 @@ namespace
 Triple triple(char const *option, std::string const &text)
 {
     Triple result;
-    if(!parseTriple(text, result))
+    if(!parse_triple(text, result))
         refuse(option, text + " is not x,y,z");
     return result;
 }
@@ -57,18 +57,18 @@ OSG::PixelArea area_of(VolumeOptions const &options)
     if(!options.pixel.empty())
     {
         float at[2];
-        if(!parseNumbers(options.pixel, at))
+        if(!parse_numbers(options.pixel, at))
             refuse("--pixel", options.pixel + " is not X,Y");
         return OSG::pixel_square(at[0], at[1], options.radius);
     }
     float corners[4];
-    if(!parseNumbers(options.rectangle, corners))
+    if(!parse_numbers(options.rectangle, corners))
         refuse("--rect", options.rectangle + " is not X0,Y0,X1,Y1");
     return OSG::pixel_rectangle(corners[0], corners[1], corners[2], corners[3]);
 }
 } // namespace
 
-void addVolumeOptions(CLI::App &command, VolumeOptions &options)
+void add_volume_options(CLI::App &command, VolumeOptions &options)
 {
     auto *const corners = command.add_option("--corners", options.corners,
                                              "Eight points x,y,z: nlb nrb nrt nlt flb frb frt flt");
@@ -116,7 +116,7 @@ void VolumeChoice::takeView(VolumeOptions const &options)
     if(options.pixel.empty() && options.rectangle.empty())
         refuse("VOLUME", "--from requires --pixel or --rect");
     Pair size;
-    if(!parsePair(options.size, 'x', size) || size.first < 1 || size.second < 1)
+    if(!parse_pair(options.size, 'x', size) || size.first < 1 || size.second < 1)
         refuse("--size", options.size + " is not WxH");
     if(!(options.fieldOfView > 0 && options.fieldOfView < 180))
         refuse("--fov", "an angle between 0 and 180 is required");

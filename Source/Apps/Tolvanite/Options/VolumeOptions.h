@@ -22,7 +22,7 @@ struct VolumeOptions
     float radius = OSG::DefaultPickRadius;
 };
 
-void addVolumeOptions(CLI::App &command, VolumeOptions &options);
+void add_volume_options(CLI::App &command, VolumeOptions &options);
 
 /// The volume as it was read from its options. What is wrong with them is raised as
 /// CLI::ParseError.

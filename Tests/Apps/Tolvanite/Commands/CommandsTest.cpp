@@ -22,8 +22,8 @@ Json json_of(std::vector<std::string> words)
 }
 
 // A triangle, a quad, a broken triangle, in two groups of materials.
-char const *const small_scene = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0.5\n"
-                                "f 1 2 3\nf 1 2 3 4\nf 1 2 9\n";
+char const *const SmallScene = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0.5\n"
+                               "f 1 2 3\nf 1 2 3 4\nf 1 2 9\n";
 
 TEST(Program, TellsItsVersion)
 {
@@ -58,7 +58,7 @@ TEST(Info, HasTheseKeysInThisOrder)
 
 TEST(Info, CountsASmallScene)
 {
-    TextFile const file("small.obj", small_scene);
+    TextFile const file("small.obj", SmallScene);
     Outcome const outcome = run_program({"info", file.path(), "--json"});
     Json const info = Json::parse(outcome.out);
     EXPECT_EQ(info["geometries"], 1);
@@ -86,9 +86,9 @@ TEST(Verbosity, NothingIsLoggedWhereNothingIsAmiss)
 TEST(Verbosity, TheLogLevelIsFiveWhereAskedElseTwo)
 {
     OSG::LogLevel const former = OSG::osgLogP->getLogLevel();
-    applyLogLevel({.verbose = true});
+    apply_log_level({.verbose = true});
     EXPECT_EQ(OSG::osgLogP->getLogLevel(), 5);
-    applyLogLevel({});
+    apply_log_level({});
     EXPECT_EQ(OSG::osgLogP->getLogLevel(), 2);
     OSG::osgLogP->setLogLevel(former);
 }
@@ -180,7 +180,7 @@ TEST(Help, OfACommandIsItsOwn)
 TEST(Help, NamesTheDefaults)
 {
     std::string const help = run_program({"help", "select"}).out;
-    for(std::string const option : {"[triangles]", "[near]", "[front]", "[2]"})
+    for(std::string const option : {"=triangles ", "=near\n", "=front\n", "=2 "})
         EXPECT_NE(help.find(option), std::string::npos) << option << help;
 }
 } // namespace

@@ -20,7 +20,7 @@ namespace
 OSG::GraphOpAccount run_one(OSG::Node *root, char const *name)
 {
     std::ostringstream out;
-    return runOperations(root, {{name, ""}}, {out, out}).accounts[0];
+    return run_operations(root, {{name, ""}}, {out, out}).accounts[0];
 }
 
 TEST(Plant, HoldsWhatTheOperationsAreFor)

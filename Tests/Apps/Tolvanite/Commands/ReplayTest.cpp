@@ -28,7 +28,7 @@ struct Recorded
 
 void PrintTo(Recorded const &row, std::ostream *out) { *out << row.name; }
 
-Recorded const recordings[] = {
+Recorded const Recordings[] = {
     {"cad", "cad"}, {"cad-orthographic", "cad"}, {"fly", "fly"}, {"copter", "copter"}};
 
 std::string events_of(std::string const &name)
@@ -55,7 +55,7 @@ class ReplayOf : public testing::TestWithParam<Recorded>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(Recordings, ReplayOf, testing::ValuesIn(recordings),
+INSTANTIATE_TEST_SUITE_P(Recordings, ReplayOf, testing::ValuesIn(Recordings),
                          [](auto const &suite)
                          {
                              std::string name = suite.param.name;
@@ -127,7 +127,7 @@ TEST(Replay, HasItsKeysInTheirOrder)
 
 TEST(Replay, PlaysAnyRecordingWithAnyEngine)
 {
-    for(Recorded const &row : recordings)
+    for(Recorded const &row : Recordings)
     {
         for(char const *engine : {"cad", "fly", "copter"})
             EXPECT_EQ(replay(events_of(row.name), engine, {"--json"}).status, 0);

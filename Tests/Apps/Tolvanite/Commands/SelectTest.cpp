@@ -27,9 +27,9 @@ Words operator+(Words words, Words const &more)
     return words;
 }
 
-Words const view = {"--from", "7.5,3.2,9.5", "--at", "0,1,0",  "--up",
+Words const View = {"--from", "7.5,3.2,9.5", "--at", "0,1,0",  "--up",
                     "0,1,0",  "--fov",       "45",   "--size", "1280x720"};
-OSG::PickView const same_view = {{7.5f, 3.2f, 9.5f}, {0, 1, 0}, {0, 1, 0}, 45, 1280, 720};
+OSG::PickView const SameView = {{7.5f, 3.2f, 9.5f}, {0, 1, 0}, {0, 1, 0}, 45, 1280, 720};
 
 Json select(Words const &words)
 {
@@ -81,12 +81,12 @@ TEST(Select, HasTheseKeysInThisOrder)
 
 TEST(Select, APixelIsTheSameAsItsRectangleAndItsCorners)
 {
-    Json const by_pixel = hits(view + Words{"--pixel", "640,330", "--radius", "10"});
+    Json const by_pixel = hits(View + Words{"--pixel", "640,330", "--radius", "10"});
     ASSERT_GT(by_pixel.size(), 1u);
-    EXPECT_EQ(hits(view + Words{"--rect", "630,320,650,340"}), by_pixel);
-    EXPECT_EQ(hits(view + Words{"--rect", "650,320,630,340"}), by_pixel);
+    EXPECT_EQ(hits(View + Words{"--rect", "630,320,650,340"}), by_pixel);
+    EXPECT_EQ(hits(View + Words{"--rect", "650,320,630,340"}), by_pixel);
     auto const volume =
-        OSG::pick_volume(same_view, OSG::pixel_square(640, 330, 10), model()->getVolume());
+        OSG::pick_volume(SameView, OSG::pixel_square(640, 330, 10), model()->getVolume());
     ASSERT_TRUE(volume);
     // Corners have no eye.
     Json without_eye = by_pixel;
@@ -97,9 +97,9 @@ TEST(Select, APixelIsTheSameAsItsRectangleAndItsCorners)
 
 TEST(Select, TheRadiusIsTwoPixelsUnlessItIsGiven)
 {
-    Json const two = hits(view + Words{"--pixel", "640,330", "--radius", "2"});
-    EXPECT_EQ(hits(view + Words{"--pixel", "640,330"}), two);
-    EXPECT_NE(hits(view + Words{"--pixel", "640,330", "--radius", "40"}), two);
+    Json const two = hits(View + Words{"--pixel", "640,330", "--radius", "2"});
+    EXPECT_EQ(hits(View + Words{"--pixel", "640,330"}), two);
+    EXPECT_NE(hits(View + Words{"--pixel", "640,330", "--radius", "40"}), two);
 }
 
 TEST(Select, ABoxIsTheSameAsItsCorners)
@@ -114,13 +114,13 @@ TEST(Select, ABoxIsTheSameAsItsCorners)
 TEST(Select, FindsWhatTheLibraryFinds)
 {
     auto const volume =
-        OSG::pick_volume(same_view, OSG::pixel_rectangle(420, 300, 760, 460), model()->getVolume());
+        OSG::pick_volume(SameView, OSG::pixel_rectangle(420, 300, 760, 460), model()->getVolume());
     OSG::UnrecordedRefPtr<OSG::SelectionAction> const action(OSG::SelectionAction::create());
     OSG::SimpleSelectionFunctor functor(action, 1, OSG::SelectionFunctor::NearPlane);
     action->pushFrustum(*volume);
     action->apply(model());
     auto const &found = functor.hits(OSG::SelectionFunctor::AllHits);
-    Json const printed = hits(view + Words{"--rect", "420,300,760,460", "--hits", "all"});
+    Json const printed = hits(View + Words{"--rect", "420,300,760,460", "--hits", "all"});
     ASSERT_EQ(printed.size(), found.size());
     for(std::size_t i = 0; i < found.size(); ++i)
     {
@@ -280,7 +280,7 @@ TEST(Select, WithoutAViewThereIsNoDistanceFromAnEye)
 {
     for(Json const &hit : hits({"--box", "-1,0,-1", "1,1,1"}))
         EXPECT_FALSE(hit.contains("eyeDistance"));
-    for(Json const &hit : hits(view + Words{"--pixel", "640,330", "--fast"}))
+    for(Json const &hit : hits(View + Words{"--pixel", "640,330", "--fast"}))
     {
         EXPECT_EQ(hit["point"], nullptr);
         EXPECT_EQ(hit["eyeDistance"], nullptr);
@@ -302,10 +302,10 @@ TEST(Select, ATriangleWhollyInsideHasNoNearestPoint)
 
 TEST(Select, APixelMayBeAFraction)
 {
-    Json const whole = hits(view + Words{"--rect", "629.5,320,650,340"});
-    EXPECT_EQ(hits(view + Words{"--rect", "650,340,629.5,320"}), whole);
-    EXPECT_EQ(hits(view + Words{"--pixel", "640.5,330.25", "--radius", "10"}),
-              hits(view + Words{"--rect", "630.5,320.25,650.5,340.25"}));
+    Json const whole = hits(View + Words{"--rect", "629.5,320,650,340"});
+    EXPECT_EQ(hits(View + Words{"--rect", "650,340,629.5,320"}), whole);
+    EXPECT_EQ(hits(View + Words{"--pixel", "640.5,330.25", "--radius", "10"}),
+              hits(View + Words{"--rect", "630.5,320.25,650.5,340.25"}));
 }
 
 TEST(Select, WithoutJsonIsATable)

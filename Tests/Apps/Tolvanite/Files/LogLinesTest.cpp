@@ -61,8 +61,10 @@ TEST(LogOfARead, AMissingLibraryIsOneLineWithNameLineAndCount)
 
 TEST(LogOfARead, UnknownMaterialsOfALibraryThatIsThereAreALineToo)
 {
-    TextFile const file("lacking.obj",
-                        std::string(Triangle) + "usemtl a\n" + Triangle + "usemtl b\n" + Triangle);
+    std::string text = Triangle;
+    for(char const *const word : {"usemtl a\n", "usemtl b\n"})
+        text.append(word).append(Triangle);
+    TextFile const file("lacking.obj", text);
     EXPECT_EQ(run_program({"info", file.path()}).err, "FATAL: Unkown mtl a (line 5, 2 times)\n");
 }
 
@@ -83,11 +85,11 @@ TEST(LogOfARead, EscapeSequencesOfTheFileDoNotReachTheTerminal)
 }
 
 /// A text in which a number has a decimal comma, and a triangle before it.
-std::string const broken_text = std::string(Triangle) + "v 0,5 1,5 2\nf 1 2 3\n";
+std::string const BrokenText = std::string(Triangle) + "v 0,5 1,5 2\nf 1 2 3\n";
 
 TEST(Completeness, IsSaidByEveryCommandThatReads)
 {
-    TextFile const broken("broken.obj", broken_text);
+    TextFile const broken("broken.obj", BrokenText);
     TextFile const whole("whole.obj", Triangle);
     std::string const target = broken.path() + ".osb";
     for(std::vector<std::string> words : {std::vector<std::string>{"info"},
@@ -109,7 +111,7 @@ TEST(Completeness, IsSaidByEveryCommandThatReads)
 
 TEST(Completeness, IsAskedForByStrict)
 {
-    TextFile const broken("broken.obj", broken_text);
+    TextFile const broken("broken.obj", BrokenText);
     TextFile const whole("whole.obj", Triangle);
     std::string const target = broken.path() + ".osb";
     for(std::vector<std::string> words : {std::vector<std::string>{"info"},

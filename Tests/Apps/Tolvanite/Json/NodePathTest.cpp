@@ -34,16 +34,16 @@ TEST(NodePath, CountsChildrenFromTheRoot)
 {
     NodePtr const deep = node();
     NodePtr const root = node({node({node(), node(), node(), deep}), node()});
-    EXPECT_EQ(nodePath(root, {}, root), "/");
-    EXPECT_EQ(nodePath(root, {}, root->getChild(1)), "/1");
-    EXPECT_EQ(nodePath(root, {}, deep), "/0/3");
+    EXPECT_EQ(node_path(root, {}, root), "/");
+    EXPECT_EQ(node_path(root, {}, root->getChild(1)), "/1");
+    EXPECT_EQ(node_path(root, {}, deep), "/0/3");
 }
 
 TEST(NodePath, ARootThatHasAParentIsStillTheRoot)
 {
     NodePtr const inner = node({node()});
     NodePtr const root = node({node(), inner});
-    EXPECT_EQ(nodePath(inner, {}, inner->getChild(0)), "/0");
+    EXPECT_EQ(node_path(inner, {}, inner->getChild(0)), "/0");
 }
 
 TEST(NodePath, GoesOnBelowVisitedTrees)
@@ -54,9 +54,9 @@ TEST(NodePath, GoesOnBelowVisitedTrees)
     NodePtr const outer = node({second});
     NodePtr const first = visit(outer);
     NodePtr const root = node({node({node(), node(), node(), first})});
-    EXPECT_EQ(nodePath(root, {first}, outer), "/0/3@/");
-    EXPECT_EQ(nodePath(root, {first, second}, leaf), "/0/3@/0@/1");
-    EXPECT_EQ(visitingPaths(root, {first, second}), (std::vector<std::string>{"/0/3", "/0/3@/0"}));
+    EXPECT_EQ(node_path(root, {first}, outer), "/0/3@/");
+    EXPECT_EQ(node_path(root, {first, second}, leaf), "/0/3@/0@/1");
+    EXPECT_EQ(visiting_paths(root, {first, second}), (std::vector<std::string>{"/0/3", "/0/3@/0"}));
 }
 } // namespace
 } // namespace Tool

@@ -49,7 +49,7 @@ std::string text_of(OSG::Node *root, Arrays arrays = Arrays::Counted)
     std::ostringstream text;
     JsonWriter json(text);
     root->updateVolume();
-    writeTree(json, root, arrays);
+    write_tree(json, root, arrays);
     return text.str();
 }
 
@@ -58,13 +58,13 @@ Json dump(OSG::Node *root, Arrays arrays = Arrays::Counted)
     return Json::parse(text_of(root, arrays));
 }
 
-constexpr char const *plain = "name core bounds children";
+constexpr char const *Plain = "name core bounds children";
 
 TEST(SceneDump, ANodeWithoutAnythingIsNull)
 {
     Json const root = dump(node(nullptr));
     EXPECT_EQ(root, Json::parse(R"({"name": null, "core": null, "bounds": null, "children": []})"));
-    EXPECT_EQ(keys_of(root), plain);
+    EXPECT_EQ(keys_of(root), Plain);
 }
 
 TEST(SceneDump, ATransformHasItsMatrixColumnAfterColumn)
@@ -74,7 +74,7 @@ TEST(SceneDump, ATransformHasItsMatrixColumnAfterColumn)
     moved.setTranslate(1, 2, 3);
     core->setMatrix(moved);
     Json const root = dump(node(core));
-    EXPECT_EQ(keys_of(root), std::string(plain) + " matrix");
+    EXPECT_EQ(keys_of(root), std::string(Plain) + " matrix");
     EXPECT_EQ(root["core"], "ComponentTransform");
     EXPECT_EQ(root["matrix"], Json::parse("[1,0,0,0, 0,1,0,0, 0,0,1,0, 1,2,3,1]"));
 }
@@ -89,7 +89,7 @@ TEST(SceneDump, SwitchesHaveTheirChoices)
     several->editMFChoices()->push_back(2);
     several->editMFChoices()->push_back(5);
     Json const root = dump(node(several));
-    EXPECT_EQ(keys_of(root), std::string(plain) + " mode choices");
+    EXPECT_EQ(keys_of(root), std::string(Plain) + " mode choices");
     EXPECT_EQ(root["mode"], -1);
     EXPECT_EQ(root["choices"], Json::parse("[2, 5]"));
 }
@@ -98,12 +98,12 @@ TEST(SceneDump, AVisitedTreeStandsInItsOwnKey)
 {
     Ptr<OSG::VisitSubTree> const visit(OSG::VisitSubTree::create());
     NodePtr const root = node(visit, {node(nullptr)});
-    EXPECT_EQ(keys_of(dump(root)), std::string(plain) + " subTree");
+    EXPECT_EQ(keys_of(dump(root)), std::string(Plain) + " subTree");
     EXPECT_TRUE(dump(root)["subTree"].is_null());
     NodePtr const other = node(Ptr<OSG::Group>(OSG::Group::create()), {node(nullptr)});
     visit->setSubTreeRoot(other);
     Json const with = dump(root);
-    EXPECT_EQ(keys_of(with), std::string(plain) + " subTree");
+    EXPECT_EQ(keys_of(with), std::string(Plain) + " subTree");
     EXPECT_EQ(with["children"].size(), 1u);
     EXPECT_EQ(with["subTree"]["core"], "Group");
     EXPECT_EQ(with["subTree"]["children"].size(), 1u);
@@ -139,7 +139,7 @@ TEST(SceneDump, AChainOfAHundredThousandNodesIsWritten)
     EXPECT_EQ(std::count(text.begin(), text.end(), '{'), 100000);
     EXPECT_EQ(std::count(text.begin(), text.end(), '}'), 100000);
     std::ostringstream printed;
-    printTree(printed, root);
+    print_tree(printed, root);
     EXPECT_LT(printed.str().size(), 100u * 100000);
 }
 
@@ -158,13 +158,13 @@ Ptr<OSG::Geometry> triangle()
     return geometry;
 }
 
-constexpr char const *geometry_keys =
+constexpr char const *GeometryKeys =
     " types lengths positions normals colors texCoords indices sharedIndex material";
 
 TEST(SceneDump, AGeometryHasItsArraysAsCounts)
 {
     Json const root = dump(node(triangle()));
-    EXPECT_EQ(keys_of(root), std::string(plain) + geometry_keys);
+    EXPECT_EQ(keys_of(root), std::string(Plain) + GeometryKeys);
     EXPECT_EQ(root["types"], Json::parse("[4]"));
     EXPECT_EQ(root["lengths"], Json::parse("[3]"));
     EXPECT_EQ(root["positions"], Json::parse(R"({"count": 3})"));
@@ -179,7 +179,7 @@ TEST(SceneDump, AGeometryHasItsArraysAsCounts)
 TEST(SceneDump, AnEmptyGeometryHasAllKeys)
 {
     Json const root = dump(node(Ptr<OSG::Geometry>(OSG::Geometry::create())));
-    EXPECT_EQ(keys_of(root), std::string(plain) + geometry_keys);
+    EXPECT_EQ(keys_of(root), std::string(Plain) + GeometryKeys);
     EXPECT_EQ(root["types"], Json::array());
     EXPECT_TRUE(root["positions"].is_null());
     EXPECT_TRUE(root["bounds"].is_null());
@@ -214,7 +214,7 @@ Json dump_of_material(OSG::Material *material)
     return dump(node(group))["material"];
 }
 
-constexpr char const *simple_keys =
+constexpr char const *SimpleKeys =
     "type name ambient diffuse specular emission shininess transparency lit colorMaterial";
 
 TEST(SceneDump, ASimpleMaterialHasItsColours)
@@ -223,7 +223,7 @@ TEST(SceneDump, ASimpleMaterialHasItsColours)
     material->setDiffuse(OSG::Color3f(0.1f, 0.2f, 0.3f));
     OSG::setName(material, "paint");
     Json const dumped = dump_of_material(material);
-    EXPECT_EQ(keys_of(dumped), simple_keys);
+    EXPECT_EQ(keys_of(dumped), SimpleKeys);
     EXPECT_EQ(dumped["name"], "paint");
     EXPECT_EQ(dumped["diffuse"], Json::parse("[0.1, 0.2, 0.3]"));
     EXPECT_TRUE(dump_of_material(nullptr).is_null());
@@ -238,7 +238,7 @@ TEST(SceneDump, ATexturedMaterialNamesItsImage)
     material->setImage(image);
     Json const dumped = dump_of_material(material);
     EXPECT_EQ(keys_of(dumped),
-              std::string(simple_keys) + " image envMap envMode minFilter magFilter");
+              std::string(SimpleKeys) + " image envMap envMode minFilter magFilter");
     EXPECT_EQ(dumped["image"], "/tiles.png");
 }
 
@@ -306,7 +306,7 @@ TEST(SceneDump, SwitchMaterialsInPairsOrInALongRowAreShownInBounds)
 TEST(SceneDump, AnOverrideGroupHasItsMaterial)
 {
     Ptr<OSG::MaterialChunkOverrideGroup> const group(OSG::MaterialChunkOverrideGroup::create());
-    EXPECT_EQ(keys_of(dump(node(group))), std::string(plain) + " material");
+    EXPECT_EQ(keys_of(dump(node(group))), std::string(Plain) + " material");
 }
 
 TEST(SceneDump, AttachmentsAreShownWithTheirFields)
@@ -314,13 +314,13 @@ TEST(SceneDump, AttachmentsAreShownWithTheirFields)
     Ptr<OSG::Group> const core(OSG::Group::create());
     NodePtr const root = node(core);
     OSG::setName(root, "named");
-    EXPECT_EQ(keys_of(dump(root)), plain);
+    EXPECT_EQ(keys_of(dump(root)), Plain);
     Ptr<OSG::CommandNameAttachment> const command(OSG::CommandNameAttachment::create());
     command->setCommand("open 5, 6");
     root->addAttachment(command);
     core->addAttachment(command);
     Json const dumped = dump(root);
-    EXPECT_EQ(keys_of(dumped), std::string(plain) + " attachments");
+    EXPECT_EQ(keys_of(dumped), std::string(Plain) + " attachments");
     ASSERT_EQ(dumped["attachments"].size(), 2u);
     EXPECT_EQ(dumped["attachments"][0],
               Json::parse(R"({"type": "CommandNameAttachment", "on": "node",

@@ -23,8 +23,8 @@ using OSG::Test::make_transform;
 using OSG::Test::make_triangle;
 using OSG::Test::NodePtr;
 
-constexpr char const *account_keys = "name params nodesBefore nodesAfter seconds removed moved "
-                                     "baked materialsReplaced namesCleared";
+constexpr char const *AccountKeys = "name params nodesBefore nodesAfter seconds removed moved "
+                                    "baked materialsReplaced namesCleared";
 
 Json json_of(std::vector<std::string> words)
 {
@@ -68,7 +68,7 @@ TEST(DumpWithOperations, HasWhatTheyDidBehindTheTree)
     EXPECT_EQ(keys_of(dump), "file root complete operations");
     ASSERT_EQ(dump["operations"].size(), 2u);
     for(Json const &account : dump["operations"])
-        EXPECT_EQ(keys_of(account), account_keys);
+        EXPECT_EQ(keys_of(account), AccountKeys);
     EXPECT_EQ(dump["operations"][0]["name"], "Mrg");
     EXPECT_EQ(dump["operations"][0]["params"], "color_is_vector=0");
     EXPECT_EQ(dump["operations"][1]["name"], "GrpMerge");
@@ -121,7 +121,7 @@ TEST(SelectWithOperations, HasWhatTheyDidBehindTheHits)
     Json const select =
         json_of({"select", pavilion(), "--box", "-1,0,-1", "1,1,1", "--op", "GrpMerge"});
     EXPECT_EQ(keys_of(select), "file hits count seconds complete operations");
-    EXPECT_EQ(keys_of(select["operations"][0]), account_keys);
+    EXPECT_EQ(keys_of(select["operations"][0]), AccountKeys);
 }
 
 TEST(Operations, WithoutJsonAreALineEach)
@@ -156,7 +156,7 @@ TEST(RunOperations, EditCommitAndUpdateTheVolumes)
     root->updateVolume();
     std::ostringstream out;
     OperationsResult const result =
-        runOperations(root, {{"Mrg", ""}, {"GrpMerge", ""}}, {out, out});
+        run_operations(root, {{"Mrg", ""}, {"GrpMerge", ""}}, {out, out});
     EXPECT_TRUE(result.done);
     ASSERT_EQ(result.accounts.size(), 2u);
     EXPECT_EQ(result.accounts[0].removed, 1u);
@@ -192,7 +192,7 @@ TEST(RunOperations, OneThatDoesNotGoThroughEndsThem)
     NodePtr const root = make_group({make_group()});
     std::ostringstream out;
     OperationsResult const result =
-        runOperations(root, {{"Stubborn", ""}, {"GrpMerge", ""}}, {out, out});
+        run_operations(root, {{"Stubborn", ""}, {"GrpMerge", ""}}, {out, out});
     EXPECT_FALSE(result.done);
     EXPECT_EQ(result.accounts.size(), 1u);
     EXPECT_EQ(out.str(), "tolvanite: Stubborn did not go through\n");
@@ -205,10 +205,10 @@ TEST(RunOperations, AHundredThousandLevelsAreGoodAndCanBeDumped)
                                                [] { return OSG::Test::make_visit(nullptr); });
     std::ostringstream out;
     EXPECT_TRUE(
-        runOperations(root, {{"SimplifyRenderEngine", ""}, {"GrpMerge", ""}}, {out, out}).done);
+        run_operations(root, {{"SimplifyRenderEngine", ""}, {"GrpMerge", ""}}, {out, out}).done);
     std::ostringstream dump;
     JsonWriter json(dump);
-    writeTree(json, root, Arrays::Counted);
+    write_tree(json, root, Arrays::Counted);
     EXPECT_GT(dump.str().size(), 100000u * 20);
 }
 } // namespace

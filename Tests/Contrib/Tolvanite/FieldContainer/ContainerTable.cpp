@@ -2,7 +2,7 @@
 
 namespace OSG::Test
 {
-std::vector<ContainerFacts> const &containerTable()
+std::vector<ContainerFacts> const &container_table()
 {
     char const *const attachments = "FieldContainer/Attachments";
     char const *const geometry =

@@ -27,5 +27,5 @@ struct ContainerFacts
 };
 
 /// All containers of the library, in the order of its start-up.
-std::vector<ContainerFacts> const &containerTable();
+std::vector<ContainerFacts> const &container_table();
 } // namespace OSG::Test

@@ -144,7 +144,7 @@ TEST_P(ContainerTable, IsMadeByName)
     EXPECT_EQ(container->getRefCount(), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Library, ContainerTable, testing::ValuesIn(OSG::Test::containerTable()),
+INSTANTIATE_TEST_SUITE_P(Library, ContainerTable, testing::ValuesIn(OSG::Test::container_table()),
                          [](auto const &each) { return std::string(each.param.name); });
 } // namespace
 } // namespace OSG

@@ -184,12 +184,12 @@ TEST(EveryContainer, AtTheEndOfMemoryNothingIsLeft)
         type->createContainer();
         changes().commitChanges();
         UInt32 const containers = num_containers();
-        UInt64 const bytes = getMemBytes();
+        UInt64 const bytes = get_mem_bytes();
         bool made = false;
         UInt64 room = 1;
         for(; !made; room += 16)
         {
-            setMemLimit(bytes + room);
+            set_mem_limit(bytes + room);
             try
             {
                 made = static_cast<bool>(type->createContainer());
@@ -197,10 +197,10 @@ TEST(EveryContainer, AtTheEndOfMemoryNothingIsLeft)
             catch(std::bad_alloc const &)
             {
             }
-            setMemLimit(0);
+            set_mem_limit(0);
             changes().commitChanges();
             ASSERT_EQ(num_containers(), containers);
-            ASSERT_EQ(getMemBytes(), bytes);
+            ASSERT_EQ(get_mem_bytes(), bytes);
         }
         EXPECT_GT(room, type->getPrototype()->getContainerSize());
     }

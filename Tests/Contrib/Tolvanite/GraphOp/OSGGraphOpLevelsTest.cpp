@@ -68,7 +68,7 @@ TYPED_TEST(LevelsOf, MemoryThatRunsOutLeavesASceneThatASecondRunFinishes)
             LevelScene scene(seed);
             scene.letGo();
             UnrecordedRefPtr<TypeParam> const operation(TypeParam::create());
-            setMemLimit(getMemBytes() + room);
+            set_mem_limit(get_mem_bytes() + room);
             bool failed = false;
             try
             {
@@ -78,7 +78,7 @@ TYPED_TEST(LevelsOf, MemoryThatRunsOutLeavesASceneThatASecondRunFinishes)
             {
                 failed = true;
             }
-            setMemLimit(0);
+            set_mem_limit(0);
             if(!failed)
                 break;
             ++failures;
@@ -130,7 +130,7 @@ TEST(Mrg, ALeafAtEachTransformIsCopiedOnceAndThenMovedInPlace)
     constexpr UInt32 Levels = 300;
     NodePtr const root =
         chain_with_leaves(Levels, [] { return make_transform(translation(1, 0, 0)); });
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     EXPECT_TRUE(run<MrgGraphOp>(root));
     ASSERT_EQ(root->getNChildren(), Levels);
     for(UInt32 i = 0; i < Levels; ++i)
@@ -140,7 +140,7 @@ TEST(Mrg, ALeafAtEachTransformIsCopiedOnceAndThenMovedInPlace)
         ASSERT_EQ(positions->getValues()[0], Pnt3f(Real32(i + 1), 0, 0)) << i;
     }
     Thread::getCurrentChangeList()->commitChanges();
-    EXPECT_LT(getMemBytes(), before + Levels * 4096);
+    EXPECT_LT(get_mem_bytes(), before + Levels * 4096);
 }
 } // namespace
 } // namespace OSG::Test

@@ -265,10 +265,10 @@ TYPED_TEST(Memory, IsThatOfTheWidestNodeNotOfTheScene)
 {
     NodePtr const root = bushy(5); // 37,449 nodes, 64 children at most by the end
     // The thread's list of edits holds every node already, as it is not committed yet.
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
     EXPECT_TRUE(run<TypeParam>(root));
-    EXPECT_LE(getMemPeakBytes(), before + 100000);
+    EXPECT_LE(get_mem_peak_bytes(), before + 100000);
 }
 
 // --- beyond what the random scenes hold ---

@@ -115,8 +115,8 @@ ActionBase::ResultE SelectionAction::start()
     while(!_matrixStack.empty())
         _matrixStack.pop_back();
     _matrixStack.push_back(Matrix());
-    _visitSubTreeNodes.clear();
     _frustaOfHost = _frustumStack.size();
+    _visitsOfHost = _visitSubTreeNodes.size();
     assert(_actor != nullptr);
     _actor->start();
     return Continue;
@@ -131,7 +131,7 @@ ActionBase::ResultE SelectionAction::stop(ResultE result)
 
 void SelectionAction::cancel()
 {
-    _visitSubTreeNodes.clear();
+    _visitSubTreeNodes.resize(_visitsOfHost);
     while(_frustumStack.size() > _frustaOfHost)
         popFrustum();
 }

@@ -125,6 +125,7 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     std::deque<Node *> _nodeStack;
     std::vector<Node *> _visitSubTreeNodes;
     std::size_t _frustaOfHost = 0; // on the stack when the walk began
+    std::size_t _visitsOfHost = 0; // likewise
     std::deque<Matrix> _matrixStack;
     FrustumVolume _frustumVolume;
     SelectionFunctor *_actor = nullptr;

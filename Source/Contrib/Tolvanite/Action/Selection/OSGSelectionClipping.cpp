@@ -26,7 +26,7 @@ struct Crossings
             return false;
         return ++count == 2;
     }
-    bool worth_closing() const { return (entry - exit).squareLength() > closing_epsilon; }
+    bool worth_closing() const { return (entry - exit).squareLength() > ClosingEpsilon; }
 };
 
 void clip_at_plane(SegmentList &polygon, Plane const &plane)
@@ -63,7 +63,7 @@ bool line_intersect(Pnt3f *segment, Plane const *planes, int nPlanes)
     {
         Real32 const denom = planes[k].getNormal().dot(direction);
         Real32 const num = planes[k].distance(a);
-        if(std::abs(denom) < parallel_epsilon)
+        if(std::abs(denom) < ParallelEpsilon)
         {
             if(num < 0.f)
                 return false;

@@ -24,9 +24,9 @@
 namespace OSG::SelectionClipping
 {
 /// A segment runs parallel to a plane where its change of distance is below this.
-inline constexpr Real32 parallel_epsilon = 1e-6f;
+inline constexpr Real32 ParallelEpsilon = 1e-6f;
 /// An edge along a plane is added only where its squared length is above this.
-inline constexpr Real32 closing_epsilon = 1e-12f;
+inline constexpr Real32 ClosingEpsilon = 1e-12f;
 
 enum ClipResult
 {
@@ -76,7 +76,7 @@ inline ClipResult segment_half_space_intersect(Segment &segment, Plane const &pl
     Vec3f const direction = segment.second - segment.first;
     Real32 const denom = plane.getNormal().dot(direction);
     Real32 const num = plane.distance(segment.first);
-    if(std::abs(denom) < parallel_epsilon)
+    if(std::abs(denom) < ParallelEpsilon)
         return num < 0.f ? ClipOutside : ClipInside;
     Real32 const t = -(num / denom);
     if(denom > 0.f)

@@ -13,7 +13,7 @@ using SelectionClipping::ClippedTriangle;
 
 namespace
 {
-constexpr Real32 zero_epsilon = 1e-6f;
+constexpr Real32 ZeroEpsilon = 1e-6f;
 
 bool passes_near(Extreme const &near, Real32 distance) { return near.distance >= distance; }
 bool passes_far(Extreme const &far, Real32 distance) { return distance >= far.distance; }
@@ -85,7 +85,7 @@ class TriangleExtremes
 
     static void complete(Extreme &extreme, Pnt3f const *triangle)
     {
-        if(!extreme.normal.equals(Vec3f(), zero_epsilon))
+        if(!extreme.normal.equals(Vec3f(), ZeroEpsilon))
             return;
         extreme.normal = (triangle[1] - triangle[0]).cross(triangle[2] - triangle[0]);
         extreme.normal.normalize();

@@ -51,7 +51,7 @@ ActionBase::ResultE SimpleSelectionFunctor::enterGeometry(NodeCore *core, Action
 namespace
 {
 // Points that differ by no more in any coordinate are one place.
-constexpr Real32 same_place_epsilon = 1e-6f;
+constexpr Real32 SamePlaceEpsilon = 1e-6f;
 
 Plane const *planes_of(SelectionAction const &action)
 {
@@ -79,7 +79,7 @@ void SimpleSelectionFunctor::points(SelectionAction const &action, Plane const &
 
 void SimpleSelectionFunctor::record(SelectionAction const &action, Extremes const &extremes)
 {
-    bool const samePlace = extremes.near.point.equals(extremes.far.point, same_place_epsilon);
+    bool const samePlace = extremes.near.point.equals(extremes.far.point, SamePlaceEpsilon);
     if(extremes.near.index > -1)
         addFirstHit(hit_at(action, extremes.near));
     if(extremes.far.index > -1 && !samePlace)

@@ -9,6 +9,9 @@ namespace OSG
 /// attachment. The library never opens the file, which need not exist.
 class OSG_CONTRIBTOLVANITE_API ForeignFileAttachment : public ForeignFileAttachmentBase
 {
+  public:
+    static constexpr bool IsSharedByClones = true;
+
   protected:
     ForeignFileAttachment() = default;
     ForeignFileAttachment(ForeignFileAttachment const &) = default;

@@ -56,7 +56,7 @@ Int32 MtlLoop::run()
             _text.ignoreLine();
             continue;
         }
-        MtlElement const element = findElement(_elements, word);
+        MtlElement const element = find_element(_elements, word);
         if(element == MtlElement::NewMaterial)
         {
             startMaterial();
@@ -165,8 +165,8 @@ void MtlLoop::skipInvalid(std::string_view word)
 }
 } // namespace
 
-Int32 readMtl(ReadBuffer &text, MtlElementMap const &elements, char const *libraryName,
-              MtlHandler &handler)
+Int32 read_mtl(ReadBuffer &text, MtlElementMap const &elements, char const *libraryName,
+               MtlHandler &handler)
 {
     return MtlLoop(text, elements, libraryName, handler).run();
 }

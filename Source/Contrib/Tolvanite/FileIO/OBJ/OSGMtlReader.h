@@ -45,6 +45,6 @@ class OSG_CONTRIBTOLVANITE_API MtlHandler
 /// good: the colour's own entries are read and dropped until the next "newmtl".
 ///
 /// `libraryName` is what the messages call the library.
-OSG_CONTRIBTOLVANITE_API Int32 readMtl(ReadBuffer &text, MtlElementMap const &elements,
-                                       char const *libraryName, MtlHandler &handler);
+OSG_CONTRIBTOLVANITE_API Int32 read_mtl(ReadBuffer &text, MtlElementMap const &elements,
+                                        char const *libraryName, MtlHandler &handler);
 } // namespace OSG

@@ -37,8 +37,8 @@ char const *OBJSceneFileTypeTN::getName() const { return "Wavefront Geometry"; }
 
 void OBJSceneFileTypeTN::initElemMap()
 {
-    fillElementMap(dataElemMap);
-    fillElementMap(mtlElemMap);
+    fill_element_map(dataElemMap);
+    fill_element_map(mtlElemMap);
 }
 
 /// What one read knows of the scene: materials by name and by slot, and the progress.
@@ -57,7 +57,7 @@ class OBJSceneFileTypeTN::Read : public ObjReadClient
     void readLibrary(std::string const &name) override
     {
         std::string const path =
-            boost::filesystem::path(findObjFile(name)).lexically_normal().string();
+            boost::filesystem::path(find_obj_file(name)).lexically_normal().string();
         if(_emptyLibraries.count(path) == 0 && _type.readMTL(name.c_str(), _materials) == 0 &&
            !path.empty())
             _emptyLibraries.insert(path);
@@ -113,6 +113,6 @@ void OBJSceneFileTypeTN::readText(std::istream &in, ObjVertexArrays arrays, ObjR
 
 Int32 OBJSceneFileTypeTN::readMTL(char const *fileName, MaterialMap &materials) const
 {
-    return readMaterialLibrary(fileName, mtlElemMap, materials);
+    return read_material_library(fileName, mtlElemMap, materials);
 }
 } // namespace OSG

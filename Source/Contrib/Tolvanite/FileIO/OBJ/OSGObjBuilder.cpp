@@ -82,7 +82,7 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *
         OSG_LOG_WARNING("Mesh with empty faceList\n");
         return nullptr;
     }
-    ObjIndexMask const mask = deriveIndexMask(faces);
+    ObjIndexMask const mask = derive_index_mask(faces);
     if(mask.unmatch)
     {
         OSG_LOG_FATAL("IndexMask unmatch, can not create geo\n");

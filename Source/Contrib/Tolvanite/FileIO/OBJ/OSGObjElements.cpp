@@ -12,7 +12,7 @@ typename Map::mapped_type find_or_unknown(Map const &elements, std::string_view 
 }
 } // namespace
 
-void fillElementMap(ObjElementMap &elements)
+void fill_element_map(ObjElementMap &elements)
 {
     if(!elements.empty())
         return;
@@ -29,7 +29,7 @@ void fillElementMap(ObjElementMap &elements)
                 {"o", ObjElement::Object}};
 }
 
-void fillElementMap(MtlElementMap &elements)
+void fill_element_map(MtlElementMap &elements)
 {
     if(!elements.empty())
         return;
@@ -54,7 +54,7 @@ void fillElementMap(MtlElementMap &elements)
                 {"refl", MtlElement::Reflection}};
 }
 
-MtlElement findElement(MtlElementMap const &elements, std::string_view word)
+MtlElement find_element(MtlElementMap const &elements, std::string_view word)
 {
     return find_or_unknown(elements, word);
 }

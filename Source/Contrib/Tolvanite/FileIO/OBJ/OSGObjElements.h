@@ -57,12 +57,12 @@ using ObjElementMap = std::map<std::string, ObjElement, std::less<>>;
 using MtlElementMap = std::map<std::string, MtlElement, std::less<>>;
 
 /// Fill a table that is empty; one that is not stays as it is.
-OSG_CONTRIBTOLVANITE_API void fillElementMap(ObjElementMap &elements);
-OSG_CONTRIBTOLVANITE_API void fillElementMap(MtlElementMap &elements);
+OSG_CONTRIBTOLVANITE_API void fill_element_map(ObjElementMap &elements);
+OSG_CONTRIBTOLVANITE_API void fill_element_map(MtlElementMap &elements);
 
 /// Unknown for a word that is not in the table.
-OSG_CONTRIBTOLVANITE_API MtlElement findElement(MtlElementMap const &elements,
-                                                std::string_view word);
+OSG_CONTRIBTOLVANITE_API MtlElement find_element(MtlElementMap const &elements,
+                                                 std::string_view word);
 
 /// Answers like the table, without comparing strings for words of one or two characters, with which
 /// nearly every line of a file begins. Keeps a reference to the table, which must not change.

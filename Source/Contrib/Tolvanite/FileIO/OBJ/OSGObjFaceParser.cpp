@@ -11,7 +11,7 @@ namespace
 {
 // A line ends with a zero byte or with its line break, which is therefore no white space here.
 bool is_line_end(char c) { return c == '\0' || c == '\n'; }
-bool is_blank(char c) { return c != '\n' && isStreamSpace(c); }
+bool is_blank(char c) { return c != '\n' && is_stream_space(c); }
 
 /// Reads an optional sign and digits; returns `p` itself if there is no digit. The number
 /// saturates.
@@ -49,7 +49,7 @@ Int32 index_of(Int32 number, std::size_t count)
 /// it is and spoils the corner. Moves `p` behind it; false if there is none.
 inline bool scan_plain_number(char const *&p, Int32 &index)
 {
-    DigitScan const scan = scanEightDigits(p);
+    DigitScan const scan = scan_eight_digits(p);
     p += scan.count;
     index = static_cast<Int32>(scan.number) - 1;
     return scan.count != 0;

@@ -30,7 +30,7 @@ FaceMask mask_of(std::span<ObjTiePoint const> face)
 }
 } // namespace
 
-ObjIndexMask deriveIndexMask(ObjFaces const &faces)
+ObjIndexMask derive_index_mask(ObjFaces const &faces)
 {
     ObjIndexMask result;
     for(std::span<ObjTiePoint const> face : faces)

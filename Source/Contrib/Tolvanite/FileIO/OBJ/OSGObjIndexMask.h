@@ -30,5 +30,5 @@ struct ObjIndexMask
 
 /// Faces are taken newest first, and the order matters: a face without indices is overlooked as
 /// long as nothing newer has any, and spoils the run afterwards.
-OSG_CONTRIBTOLVANITE_API ObjIndexMask deriveIndexMask(ObjFaces const &faces);
+OSG_CONTRIBTOLVANITE_API ObjIndexMask derive_index_mask(ObjFaces const &faces);
 } // namespace OSG

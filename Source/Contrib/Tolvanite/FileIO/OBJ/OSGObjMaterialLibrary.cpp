@@ -78,7 +78,7 @@ class LibraryMaterials : public MtlHandler
         if(loaded != _images.end())
             return loaded->second;
         UnrecordedRefPtr<Image> const image(
-            ImageFileHandlerBase::the()->read(findObjFile(name).c_str(), nullptr));
+            ImageFileHandlerBase::the()->read(find_obj_file(name).c_str(), nullptr));
         if(image == nullptr)
             return nullptr;
         image->setForceAlphaBinary(image->calcIsAlphaBinary());
@@ -92,18 +92,18 @@ class LibraryMaterials : public MtlHandler
 };
 } // namespace
 
-std::string findObjFile(std::string const &name)
+std::string find_obj_file(std::string const &name)
 {
     PathHandler const *const paths = SceneFileHandlerBase::the()->getPathHandler();
     return paths != nullptr ? paths->findFile(name.c_str()) : name;
 }
 
-Int32 readMaterialLibrary(char const *fileName, MtlElementMap const &elements,
-                          OBJSceneFileTypeTN::MaterialMap &materials)
+Int32 read_material_library(char const *fileName, MtlElementMap const &elements,
+                            OBJSceneFileTypeTN::MaterialMap &materials)
 {
     if(fileName == nullptr || *fileName == '\0')
         return 0;
-    std::string const fullName = findObjFile(fileName);
+    std::string const fullName = find_obj_file(fileName);
     if(fullName.empty())
     {
         OSG_LOG_WARNING(ObjMessages::LibraryMissing, shown_text(fileName).c_str());
@@ -119,7 +119,7 @@ Int32 readMaterialLibrary(char const *fileName, MtlElementMap const &elements,
     ReadBuffer text(in);
     ReadText const reading(text);
     LibraryMaterials library(materials);
-    Int32 const count = readMtl(text, elements, fileName, library);
+    Int32 const count = read_mtl(text, elements, fileName, library);
     reading.reportEarlyEnd(fileName);
     return count;
 }

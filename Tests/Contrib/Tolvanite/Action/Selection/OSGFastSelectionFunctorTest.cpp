@@ -94,11 +94,11 @@ TEST_F(FastSelectionFunctorTest, LinesAndPointsAreNeverFound)
 }
 
 // Has a corner inside every half space, yet passes outside the corner of the box.
-Pnt3f const past_the_corner[3] = {{1.3f, 0.5f, -0.5f}, {0.9f, 1.3f, -0.5f}, {1.3f, 1.3f, -0.5f}};
+Pnt3f const PastTheCorner[3] = {{1.3f, 0.5f, -0.5f}, {0.9f, 1.3f, -0.5f}, {1.3f, 1.3f, -0.5f}};
 
 TEST_F(FastSelectionFunctorTest, ATrianglePastTheCornerOfTheFrustumIsNoHit)
 {
-    Pnt3f const *p = past_the_corner;
+    Pnt3f const *p = PastTheCorner;
     ASSERT_TRUE(SelectionClipping::coarse_intersect(p, 3, box_planes().data(), 6));
     NodePtr const root = make_node(make_geometry(triangle(p[0], p[1], p[2])));
     EXPECT_THAT(of(root), IsEmpty());
@@ -107,7 +107,7 @@ TEST_F(FastSelectionFunctorTest, ATrianglePastTheCornerOfTheFrustumIsNoHit)
 TEST_F(FastSelectionFunctorTest, AfterSuchATriangleTheScanGoesOn)
 {
     GeometryParts parts = inner_triangle();
-    parts.positions.insert(parts.positions.begin(), past_the_corner, past_the_corner + 3);
+    parts.positions.insert(parts.positions.begin(), PastTheCorner, PastTheCorner + 3);
     parts.lengths = {6};
     NodePtr const root = make_node(make_geometry(parts));
     EXPECT_THAT(of(root), SizeIs(1));

@@ -21,8 +21,8 @@ using testing::IsEmpty;
 
 static_assert(!std::is_polymorphic_v<Frustum> && sizeof(Frustum) == 8 * sizeof(Pnt3f));
 
-Pnt3f const unit_corners[8] = {{0, 0, 0},  {1, 0, 0},  {1, 1, 0},  {0, 1, 0},
-                               {0, 0, -1}, {1, 0, -1}, {1, 1, -1}, {0, 1, -1}};
+Pnt3f const UnitCorners[8] = {{0, 0, 0},  {1, 0, 0},  {1, 1, 0},  {0, 1, 0},
+                              {0, 0, -1}, {1, 0, -1}, {1, 1, -1}, {0, 1, -1}};
 
 std::array<Pnt3f, 8> corners_of(Frustum const &f)
 {
@@ -44,21 +44,21 @@ TEST(Frustum, VolumeOfCoincidentCornersHasSixPlanesWithoutNormal)
 
 TEST(Frustum, CornersStandInTheOrderOfTheirIndices)
 {
-    Frustum const frustum(unit_corners);
-    EXPECT_THAT(corners_of(frustum), testing::ElementsAreArray(unit_corners));
+    Frustum const frustum(UnitCorners);
+    EXPECT_THAT(corners_of(frustum), testing::ElementsAreArray(UnitCorners));
     EXPECT_EQ(&frustum.flt(), &frustum.nlb() + 7);
 }
 
 TEST(Frustum, FromAnArrayItEqualsTheOneFromPoints)
 {
-    Pnt3f const *c = unit_corners;
+    Pnt3f const *c = UnitCorners;
     Frustum const from_points(c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]);
-    EXPECT_EQ(corners_of(from_points), corners_of(Frustum(unit_corners)));
+    EXPECT_EQ(corners_of(from_points), corners_of(Frustum(UnitCorners)));
 }
 
 TEST(Frustum, CopiesAndAssignsItsCorners)
 {
-    Frustum frustum(unit_corners);
+    Frustum frustum(UnitCorners);
     Frustum const copy(frustum);
     Frustum assigned;
     assigned = frustum;
@@ -66,7 +66,7 @@ TEST(Frustum, CopiesAndAssignsItsCorners)
     frustum = self;
     EXPECT_EQ(corners_of(copy), corners_of(frustum));
     EXPECT_EQ(corners_of(assigned), corners_of(frustum));
-    EXPECT_THAT(corners_of(frustum), testing::ElementsAreArray(unit_corners));
+    EXPECT_THAT(corners_of(frustum), testing::ElementsAreArray(UnitCorners));
 }
 
 TEST(Frustum, IdentityLeavesEveryCornerBitForBit)
@@ -85,7 +85,7 @@ TEST(Frustum, ProjectiveMatrixDividesEachCornerByItsOwnW)
     Matrix projection; // w = 2 - z: near corners 2, far corners 3
     projection[2][3] = -1;
     projection[3][3] = 2;
-    Frustum frustum(unit_corners);
+    Frustum frustum(UnitCorners);
     frustum.multFull(projection);
     Real32 const third = 1.f / 3.f;
     EXPECT_EQ(frustum.nrt(), Pnt3f(0.5f, 0.5f, 0));
@@ -114,7 +114,7 @@ TEST(Frustum, CornerWithZeroWStaysUndividedAndWarnsOnce)
     m[1][3] = 1;
     m[2][3] = 1;
     m[3] = Vec4f(10, 20, 30, 1);
-    Frustum frustum(unit_corners);
+    Frustum frustum(UnitCorners);
     frustum.multFull(m);
     EXPECT_THAT(log.texts(LOG_WARNING),
                 ElementsAre("TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n"));
@@ -138,7 +138,7 @@ class FrustumPlanes : public testing::TestWithParam<PlaneCase>
 
 TEST_P(FrustumPlanes, PointIntoTheSolid)
 {
-    FrustumVolume const volume = Frustum(unit_corners).Volume();
+    FrustumVolume const volume = Frustum(UnitCorners).Volume();
     EXPECT_EQ(volume.getPlane(GetParam().position).getNormal(), GetParam().inward);
     EXPECT_EQ(volume.getPlane(GetParam().position).getDistanceFromOrigin(), GetParam().distance);
 }
@@ -157,7 +157,7 @@ TEST(Frustum, PlanesPassThroughTheThreeCornersThatDefineThem)
     RandomNumbers random(22);
     Pnt3f c[8];
     for(int i = 0; i < 8; ++i) // warped: no face has its four corners in one plane
-        c[i] = unit_corners[i] + random.vector() * 0.1f;
+        c[i] = UnitCorners[i] + random.vector() * 0.1f;
     FrustumVolume const volume = Frustum(c).Volume();
     for(UInt32 k = 0; k < 6; ++k)
         EXPECT_EQ(volume.getPlane(k), Plane(c[through[k][0]], c[through[k][1]], c[through[k][2]]));
@@ -167,7 +167,7 @@ TEST(Frustum, MirroredCornersTurnAllNormalsOutwards)
 {
     Matrix mirror;
     mirror.setScale(-1, 1, 1);
-    Frustum frustum(unit_corners);
+    Frustum frustum(UnitCorners);
     frustum.multFull(mirror);
     Pnt3f const middle(-0.5f, 0.5f, -0.5f);
     for(UInt32 k = 0; k < 6; ++k)
@@ -179,7 +179,7 @@ TEST(Frustum, FlatOrNotANumberCornersDoNoHarm)
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
     Pnt3f flat[8];
     for(int i = 0; i < 8; ++i)
-        flat[i] = Pnt3f(unit_corners[i][0], unit_corners[i][1], 0);
+        flat[i] = Pnt3f(UnitCorners[i][0], UnitCorners[i][1], 0);
     FrustumVolume const volume = Frustum(flat).Volume();
     EXPECT_TRUE(volume.intersect(Pnt3f(0.5f, 0.5f, 0)));
     flat[0] = Pnt3f(nan, nan, nan);
@@ -188,11 +188,11 @@ TEST(Frustum, FlatOrNotANumberCornersDoNoHarm)
 
 TEST(Frustum, NothingIsAllocated)
 {
-    resetMemPeak();
-    UInt64 const before = getMemPeakBytes();
-    Frustum frustum(unit_corners);
+    reset_mem_peak();
+    UInt64 const before = get_mem_peak_bytes();
+    Frustum frustum(UnitCorners);
     frustum.multFull(Matrix());
     EXPECT_EQ(frustum.Volume().getPlane(0).distance(Pnt3f()), 0.f);
-    EXPECT_EQ(getMemPeakBytes(), before);
+    EXPECT_EQ(get_mem_peak_bytes(), before);
 }
 } // namespace

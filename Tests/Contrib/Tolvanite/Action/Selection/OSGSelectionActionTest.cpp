@@ -180,16 +180,16 @@ TEST(SelectionAction, ReinitializeLeavesPlanesPathActorAndHits)
 TEST(SelectionAction, ReinitializeGivesTheMemoryOfTheStacksBack)
 {
     ActionPtr const action(SelectionAction::create());
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     for(int i = 0; i < 10000; ++i)
     {
         action->pushFrustum(box_frustum());
         action->pushMatrix(Matrix());
         action->pushNode(nullptr);
     }
-    EXPECT_GT(getMemBytes(), before + 10000 * (sizeof(Frustum) + sizeof(Matrix)));
+    EXPECT_GT(get_mem_bytes(), before + 10000 * (sizeof(Frustum) + sizeof(Matrix)));
     action->reinitialize();
-    EXPECT_LE(getMemBytes(), before);
+    EXPECT_LE(get_mem_bytes(), before);
 }
 
 // --- order ---

@@ -15,16 +15,16 @@ using namespace OSG::SelectionClipping;
 using namespace OSG::Test;
 using testing::ElementsAre;
 
-Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
+Real32 const Nan = std::numeric_limits<Real32>::quiet_NaN();
 /// z >= 0.
-Plane const above(Vec3f(0, 0, 1), Pnt3f());
+Plane const Above(Vec3f(0, 0, 1), Pnt3f());
 
 // --- one segment, one plane ---
 
 TEST(SegmentHalfSpaceIntersect, SegmentInThePlaneIsInside)
 {
     Segment segment({0, 0, 0}, {1, 2, 0});
-    EXPECT_EQ(segment_half_space_intersect(segment, above), ClipInside);
+    EXPECT_EQ(segment_half_space_intersect(segment, Above), ClipInside);
     EXPECT_EQ(segment, Segment({0, 0, 0}, {1, 2, 0}));
 }
 
@@ -32,31 +32,31 @@ TEST(SegmentHalfSpaceIntersect, ParallelSegmentIsKeptOrDroppedByItsSide)
 {
     Segment over({0, 0, 1}, {1, 0, 1});
     Segment under({0, 0, -1}, {1, 0, -1});
-    EXPECT_EQ(segment_half_space_intersect(over, above), ClipInside);
-    EXPECT_EQ(segment_half_space_intersect(under, above), ClipOutside);
+    EXPECT_EQ(segment_half_space_intersect(over, Above), ClipInside);
+    EXPECT_EQ(segment_half_space_intersect(under, Above), ClipOutside);
 }
 
 TEST(SegmentHalfSpaceIntersect, EnteringAtItsVeryFirstPointMovesItNowhere)
 {
     Segment segment({1, 2, 0}, {1, 2, 5});
-    EXPECT_EQ(segment_half_space_intersect(segment, above), ClipFirstMoved);
+    EXPECT_EQ(segment_half_space_intersect(segment, Above), ClipFirstMoved);
     EXPECT_EQ(segment, Segment({1, 2, 0}, {1, 2, 5}));
 }
 
 TEST(SegmentHalfSpaceIntersect, LeavingAtItsVeryLastPointPutsThatOnThePlane)
 {
     Segment segment({1, 2, 5}, {3, 2, 0});
-    EXPECT_EQ(segment_half_space_intersect(segment, above), ClipSecondMoved);
+    EXPECT_EQ(segment_half_space_intersect(segment, Above), ClipSecondMoved);
     EXPECT_EQ(segment, Segment({1, 2, 5}, {3, 2, 0}));
 }
 
 TEST(SegmentHalfSpaceIntersect, CrossingSegmentsAreCutAtThePlane)
 {
     Segment entering({0, 0, -1}, {4, 0, 3});
-    EXPECT_EQ(segment_half_space_intersect(entering, above), ClipFirstMoved);
+    EXPECT_EQ(segment_half_space_intersect(entering, Above), ClipFirstMoved);
     EXPECT_EQ(entering, Segment({1, 0, 0}, {4, 0, 3}));
     Segment leaving({4, 0, 3}, {0, 0, -1});
-    EXPECT_EQ(segment_half_space_intersect(leaving, above), ClipSecondMoved);
+    EXPECT_EQ(segment_half_space_intersect(leaving, Above), ClipSecondMoved);
     EXPECT_EQ(leaving, Segment({4, 0, 3}, {1, 0, 0}));
 }
 
@@ -81,15 +81,15 @@ TEST(SegmentHalfSpaceIntersect, SegmentsThatDoNotReachThePlaneStay)
     for(Case const &c : cases)
     {
         Segment segment = c.segment;
-        EXPECT_EQ(segment_half_space_intersect(segment, above), c.result) << c.name;
+        EXPECT_EQ(segment_half_space_intersect(segment, Above), c.result) << c.name;
         EXPECT_EQ(segment, c.segment) << c.name;
     }
 }
 
 TEST(SegmentHalfSpaceIntersect, ParallelMeansBelowTheToleranceAndNotAtIt)
 {
-    Segment segment({0, 0, 0}, {0, 0, parallel_epsilon});
-    EXPECT_EQ(segment_half_space_intersect(segment, above), ClipFirstMoved);
+    Segment segment({0, 0, 0}, {0, 0, ParallelEpsilon});
+    EXPECT_EQ(segment_half_space_intersect(segment, Above), ClipFirstMoved);
 }
 
 // --- coarse and containment tests ---
@@ -140,7 +140,7 @@ TEST(ClipPolygonAtPolytop, TriangleOutsideOnePlaneEmptiesTheList)
 {
     Pnt3f const triangle[] = {{0, 0, -1}, {1, 0, -1}, {0, 1, -2}};
     SegmentList polygon = loop(triangle, 3);
-    clip_polygon_at_polytop(polygon, &above, 1);
+    clip_polygon_at_polytop(polygon, &Above, 1);
     EXPECT_TRUE(polygon.empty());
 }
 
@@ -148,7 +148,7 @@ TEST(ClipPolygonAtPolytop, OneCornerCutOffLeavesFourSegments)
 {
     Pnt3f const triangle[] = {{0, 0, -1}, {2, 0, 1}, {-2, 0, 1}};
     SegmentList polygon = loop(triangle, 3);
-    clip_polygon_at_polytop(polygon, &above, 1);
+    clip_polygon_at_polytop(polygon, &Above, 1);
     EXPECT_THAT(polygon,
                 ElementsAre(Segment({-1, 0, 0}, {1, 0, 0}), Segment({1, 0, 0}, {2, 0, 1}),
                             Segment({2, 0, 1}, {-2, 0, 1}), Segment({-2, 0, 1}, {-1, 0, 0})));
@@ -158,7 +158,7 @@ TEST(ClipPolygonAtPolytop, TwoCornersCutOffLeaveThreeSegments)
 {
     Pnt3f const triangle[] = {{0, 0, 1}, {2, 0, -1}, {-2, 0, -1}};
     SegmentList polygon = loop(triangle, 3);
-    clip_polygon_at_polytop(polygon, &above, 1);
+    clip_polygon_at_polytop(polygon, &Above, 1);
     EXPECT_THAT(polygon, ElementsAre(Segment({0, 0, 1}, {1, 0, 0}), Segment({1, 0, 0}, {-1, 0, 0}),
                                      Segment({-1, 0, 0}, {0, 0, 1})));
 }
@@ -167,7 +167,7 @@ TEST(ClipPolygonAtPolytop, CornerThatTouchesThePlaneGetsNoClosingSegment)
 {
     Pnt3f const triangle[] = {{0, 0, 0}, {2, 0, 1}, {-2, 0, 1}};
     SegmentList polygon = loop(triangle, 3);
-    clip_polygon_at_polytop(polygon, &above, 1);
+    clip_polygon_at_polytop(polygon, &Above, 1);
     EXPECT_THAT(polygon, ElementsAre(Segment({0, 0, 0}, {2, 0, 1}), Segment({2, 0, 1}, {-2, 0, 1}),
                                      Segment({-2, 0, 1}, {0, 0, 0})));
 }
@@ -179,7 +179,7 @@ TEST(ClipPolygonAtPolytop, ClosingSegmentMustBeLongerThanTheTolerance)
     {
         Pnt3f const triangle[] = {{0, 0, -depth}, {1, 0, 1}, {-1, 0, 1}};
         SegmentList polygon = loop(triangle, 3);
-        clip_polygon_at_polytop(polygon, &above, 1);
+        clip_polygon_at_polytop(polygon, &Above, 1);
         EXPECT_EQ(polygon.size(), depth < 5e-7f ? 3u : 4u);
     }
 }
@@ -189,7 +189,7 @@ TEST(ClipPolygonAtPolytop, ThirdCrossingAddsNothing)
     // A loop in the form of a W crosses four times; only the first pair is closed.
     Pnt3f const zigzag[] = {{0, 0, 1}, {1, 0, -1}, {2, 0, 1}, {3, 0, -1}, {4, 0, 1}, {2, 0, 5}};
     SegmentList polygon = loop(zigzag, 6);
-    clip_polygon_at_polytop(polygon, &above, 1);
+    clip_polygon_at_polytop(polygon, &Above, 1);
     EXPECT_EQ(polygon.size(), 7u);
     int along = 0;
     for(Segment const &segment : polygon)
@@ -200,7 +200,7 @@ TEST(ClipPolygonAtPolytop, ThirdCrossingAddsNothing)
 TEST(ClipPolygonAtPolytop, LeavesWithoutEntriesAreNotClosed)
 {
     SegmentList open{Segment({0, 0, 1}, {0, 0, -1}), Segment({5, 0, 1}, {5, 0, -1})};
-    clip_polygon_at_polytop(open, &above, 1);
+    clip_polygon_at_polytop(open, &Above, 1);
     EXPECT_THAT(open, ElementsAre(Segment({0, 0, 1}, {0, 0, 0}), Segment({5, 0, 1}, {5, 0, 0})));
 }
 
@@ -293,16 +293,16 @@ TEST(ClipPolygonAtPolytop, ExhaustedMemoryRaisesTheStandardFailure)
     Pnt3f const triangle[] = {{0, 0, -1}, {2, 0, 1}, {-2, 0, 1}};
     SegmentList polygon = loop(triangle, 3);
     bool raised = false;
-    setMemLimit(1);
+    set_mem_limit(1);
     try
     {
-        clip_polygon_at_polytop(polygon, &above, 1);
+        clip_polygon_at_polytop(polygon, &Above, 1);
     }
     catch(std::bad_alloc const &)
     {
         raised = true;
     }
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_TRUE(raised);
 }
 
@@ -362,7 +362,7 @@ TEST(ClipTriangleAtFrustum, GivesTheBitsOfTheListForCornersOnPlanesAndStrangeNum
                           1e-40f,
                           1e30f,
                           -1e30f,
-                          nan,
+                          Nan,
                           std::numeric_limits<Real32>::infinity()};
     RandomNumbers random(36);
     auto const box = box_planes();
@@ -390,13 +390,13 @@ TEST(ClipTriangleAtFrustum, ReservesNoMemory)
 {
     auto const box = box_planes();
     Pnt3f const triangle[] = {{-10, -10, -0.5f}, {20, -10, -0.5f}, {-10, 20, -0.5f}};
-    resetMemPeak();
-    UInt64 const before = getMemPeakBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_peak_bytes();
     ClippedTriangle clipped;
     for(int i = 0; i < 1000; ++i)
         clip_triangle_at_frustum(triangle, box.data(), clipped);
     EXPECT_EQ(clipped.size(), 4);
-    EXPECT_EQ(getMemPeakBytes(), before);
+    EXPECT_EQ(get_mem_peak_bytes(), before);
 }
 
 // --- lines ---

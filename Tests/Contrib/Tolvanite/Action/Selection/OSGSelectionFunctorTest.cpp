@@ -115,11 +115,11 @@ TEST(SelectionFunctorDeathTest, WithoutAnActionItFailsAtOnce)
 
 TEST_F(SelectionFunctorTest, LivesInTheMemoryOfTheSystem)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     auto *const onHeap = new SelectionFunctor(action, 7, SelectionFunctor::NearPlane);
-    EXPECT_GE(getMemBytes(), before + sizeof(SelectionFunctor));
+    EXPECT_GE(get_mem_bytes(), before + sizeof(SelectionFunctor));
     delete onHeap;
-    EXPECT_EQ(getMemBytes(), before);
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 // --- planes ---
@@ -267,16 +267,16 @@ TEST_F(SelectionFunctorTest, TheListsEqualASlowWayOnRandomHits)
 
 TEST_F(SelectionFunctorTest, StartClearsTheListsAndReleasesTheirMemory)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     for(int i = 0; i < 1000; ++i)
         functor.add(a, static_cast<Real32>(i));
     functor.stop();
-    EXPECT_GT(getMemBytes(), before);
+    EXPECT_GT(get_mem_bytes(), before);
     functor.start();
     EXPECT_THAT(all(), IsEmpty());
     EXPECT_THAT(front(), IsEmpty());
     EXPECT_THAT(back(), IsEmpty());
-    EXPECT_LE(getMemBytes(), before);
+    EXPECT_LE(get_mem_bytes(), before);
 }
 
 TEST_F(SelectionFunctorTest, AsItStandsItWalksEverythingAndRecordsNothing)

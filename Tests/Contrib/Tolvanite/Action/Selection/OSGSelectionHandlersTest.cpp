@@ -26,10 +26,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::string const singular = "TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n";
-std::string const zero_w = "TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n";
-std::string const cycle = "Traversal: a subtree is added below itself or too deep, it ends here\n";
-Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
+std::string const Singular = "TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n";
+std::string const ZeroW = "TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n";
+std::string const Cycle = "Traversal: a subtree is added below itself or too deep, it ends here\n";
+Real32 const Nan = std::numeric_limits<Real32>::quiet_NaN();
 
 NodePtr inner_shape() { return make_node(make_geometry(inner_triangle())); }
 NodePtr far_shape()
@@ -147,7 +147,7 @@ TEST(SelectionHandlers, ASingularTransformLeavesTheFrustumAndSaysSo)
     NodePtr const root = make_transform(scaling(1, 1, 0), {shape});
     Selection selection;
     Hits const &hits = selection.of(root);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(singular));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular));
     ASSERT_THAT(nodes(hits), ElementsAre(shape.get(), shape.get()));
     EXPECT_EQ(hits[1].point[2], 0.f); // the matrix flattens the point all the same
     EXPECT_TRUE(selection.action->emptyNode());
@@ -157,12 +157,12 @@ TEST(SelectionHandlers, ATransformThatIsNoNumberLeavesTheFrustumAndSaysSo)
 {
     LogCapture log;
     Matrix matrix;
-    matrix[1][1] = nan;
+    matrix[1][1] = Nan;
     NodePtr const shape = inner_shape();
     NodePtr const root = make_group({make_transform(matrix, {shape}), inner_shape()});
     Selection selection;
     Hits const &hits = selection.of(root);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(singular));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular));
     EXPECT_THAT(hits, SizeIs(4));
     for(HitT const &hit : hits)
         EXPECT_EQ(hit.distance, hit.distance);
@@ -180,7 +180,7 @@ TEST(SelectionHandlers, AHitPointOfZeroWStaysUndividedAndWarns)
     Hits const &hits = selection.of(root);
     ASSERT_THAT(hits, SizeIs(1));
     EXPECT_EQ(hits[0].point, Pnt3f(0.25f, 0.5f, -0.5f));
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(singular, zero_w));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular, ZeroW));
 }
 
 // --- culling ---
@@ -400,7 +400,7 @@ TEST(SelectionHandlers, ATreeThatVisitsItselfEndsWithOneWarning)
     root->addChild(make_visit(root));
     Selection selection;
     EXPECT_THAT(nodes(selection.of(root)), ElementsAre(shape.get(), shape.get()));
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(cycle));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Cycle));
     EXPECT_THAT(selection.action->getVisitSubTreeNodes(), IsEmpty());
     static_cast<VisitSubTree *>(visit->getCore())->setSubTreeRoot(nullptr);
     static_cast<VisitSubTree *>(root->getChild(2)->getCore())->setSubTreeRoot(nullptr);
@@ -454,7 +454,7 @@ TEST(SelectionHandlers, AMirroredFrustumGivesNoHits)
 TEST(SelectionHandlers, AFrustumThatIsNoNumberGivesNoHits)
 {
     NodePtr const root = all_kinds();
-    EXPECT_THAT(Selection(frustum_of({nan, nan, nan})).of(root), IsEmpty());
+    EXPECT_THAT(Selection(frustum_of({Nan, Nan, Nan})).of(root), IsEmpty());
 }
 
 TEST(SelectionHandlers, FrustaWithoutVolumeGiveHitsThatAreNumbers)

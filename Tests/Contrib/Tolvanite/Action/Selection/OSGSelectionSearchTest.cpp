@@ -16,9 +16,9 @@ namespace
 using SelectionSearch::Extremes;
 using testing::ElementsAre;
 
-Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
-Real32 const infinity = std::numeric_limits<Real32>::infinity();
-std::string const out_of_range =
+Real32 const Nan = std::numeric_limits<Real32>::quiet_NaN();
+Real32 const Infinity = std::numeric_limits<Real32>::infinity();
+std::string const OutOfRange =
     "Geometry without a name: an index is out of range, what it belongs to is passed over\n";
 
 Extremes triangles_in_box(GeometryParts const &parts)
@@ -120,7 +120,7 @@ TEST(SelectionSearch, IndicesOutOfRangeAreLeftOutAndReportedOnce)
     for(int i = 0; i < 3; ++i)
         EXPECT_EQ(SelectionSearch::find_triangles(*geometry, planes.data(), planes[0]).near.index,
                   0);
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(SelectionSearch, PointsOfAWildLengthEndWhereThePositionsDo)
@@ -132,7 +132,7 @@ TEST(SelectionSearch, PointsOfAWildLengthEndWhereThePositionsDo)
     EXPECT_EQ(found.near.distance, 0.25f);
     EXPECT_EQ(found.far.distance, 0.5f);
     EXPECT_EQ(found.far.index, 0);
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(SelectionSearch, PointsWithoutAPositionAreNotTakenForTheOrigin)
@@ -142,7 +142,7 @@ TEST(SelectionSearch, PointsWithoutAPositionAreNotTakenForTheOrigin)
         points_in_box({{PointsPrimitive}, {3}, {{0.5f, 0.5f, -0.5f}}, {}, {9, 0, 4294967295u}});
     EXPECT_EQ(found.near.distance, 0.5f);
     EXPECT_EQ(found.far.distance, 0.5f);
-    EXPECT_THAT(log.texts(), ElementsAre(out_of_range));
+    EXPECT_THAT(log.texts(), ElementsAre(OutOfRange));
 }
 
 TEST(SelectionSearch, UnknownTypesAndGeometriesWithoutPositionsGiveNothing)
@@ -188,7 +188,7 @@ void expect_numbers(Extremes const &found)
 TEST(SelectionSearch, CornersThatAreNoNumbersNeverGetIn)
 {
     Pnt3f const good[3] = {{0.25f, 0.25f, -0.25f}, {0.5f, 0.25f, -0.5f}, {9, 0.5f, -0.75f}};
-    for(Real32 bad : {nan, infinity, -infinity})
+    for(Real32 bad : {Nan, Infinity, -Infinity})
     {
         for(std::size_t place = 0; place < 9; ++place)
         {
@@ -299,7 +299,7 @@ GeometryParts large_parts(RandomNumbers &random)
         parts.positions.push_back(random.point(-3, 3));
     for(int i = 0; i < 4003; ++i)
         parts.index.push_back(random.below(901)); // 900 is out of range
-    parts.positions[random.below(900)][0] = nan;
+    parts.positions[random.below(900)][0] = Nan;
     return parts;
 }
 
@@ -329,9 +329,9 @@ TEST(SelectionSearch, WithoutMemoryLargeGeometriesGiveTheSame)
     GeometryPtr const geometry = make_geometry(parts);
     PlaneArray const planes = box_planes();
     Extremes const expected = SelectionSearch::find_triangles(*geometry, planes.data(), planes[0]);
-    setMemLimit(1);
+    set_mem_limit(1);
     Extremes const found = SelectionSearch::find_triangles(*geometry, planes.data(), planes[0]);
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_GE(expected.near.index, 0);
     EXPECT_EQ(found.near.index, expected.near.index);
     EXPECT_EQ(found.far.point, expected.far.point);

@@ -370,12 +370,13 @@ TEST(SimpleSelectionFunctor, AMillionCrossingTrianglesLeaveNoMemoryBehind)
     NodePtr const nothing = make_group();
     Selection selection;
     selection.of(nothing);
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     EXPECT_THAT(selection.of(root), SizeIs(2));
-    EXPECT_LT(getMemPeakBytes(), before + 16384);
+    EXPECT_LT(get_mem_peak_bytes(), before + 16384);
     selection.of(nothing);
-    EXPECT_EQ(getMemBytes(), before);
+    // Not equal: the allocator may give a few bytes more than it is asked for.
+    EXPECT_LE(get_mem_bytes(), before);
 }
 } // namespace
 } // namespace OSG::Test

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "OSGDeepClone.h"
 #include "OSGNode.h"
 
 namespace OSG
@@ -27,6 +28,19 @@ TEST(ForeignFileAttachment, EachFieldIsSetOnItsOwnAndMarksItself)
     EXPECT_EQ(file->getChangeMask(), BitVector(32 + 64));
     EXPECT_EQ(file->getRepoHandle(), "part-7");
     EXPECT_EQ(file->getFileName(), "/nowhere/part.3ds");
+}
+
+TEST(ForeignFileAttachment, ClonesShareTheOneOfTheirPrototype)
+{
+    UnrecordedRefPtr<Node> const prototype(Node::create());
+    FilePtr const file(ForeignFileAttachment::create());
+    prototype->addAttachment(file);
+    UnrecordedRefPtr<FieldContainer> const clone(deepClone(prototype));
+    EXPECT_EQ(dynamic_cast<Node &>(*clone).findAttachment(file->getGroupId()), file);
+    UnrecordedRefPtr<FieldContainer> const without(
+        deepClone(prototype, "", "ForeignFileAttachment"));
+    EXPECT_EQ(dynamic_cast<Node &>(*without).findAttachment(file->getGroupId()), nullptr);
+    EXPECT_NE(UnrecordedRefPtr<FieldContainer>(deepClone(file)), file);
 }
 
 TEST(ForeignFileAttachment, AFieldMayBeSetToItsOwnValue)

@@ -19,7 +19,7 @@ std::string with_cr(std::string const &text)
     return result;
 }
 
-char const *const quad_cube = R"(# a cube of quads
+char const *const QuadCube = R"(# a cube of quads
 mtllib cube.mtl other.mtl
 o cube
 g sides
@@ -50,7 +50,7 @@ fo 4 3 7 8
 f 5 6 2 1
 )";
 
-char const *const relative_strip = R"($ negative indices and continuation
+char const *const RelativeStrip = R"($ negative indices and continuation
 v 0 0 0
 v 1e0 0 0
 v .5 1. -0
@@ -68,7 +68,7 @@ p 1 2
 l 1 2 3
 f 1 2 3)";
 
-char const *const numbers = R"(v 123456.789 -0.000001234 3.40282e38
+char const *const Numbers = R"(v 123456.789 -0.000001234 3.40282e38
 v 1.17549435e-38 1e-42 1e-400
 v 0.12345678901234567 16777217 33554433.00000001
 vt 0.3333333333333333 0.6666666666666667
@@ -81,7 +81,7 @@ f 1/2/3/4 2//5 3/6
 f /1 2 3 4////5 6
 )";
 
-char const *const two_materials = R"(# library
+char const *const TwoMaterials = R"(# library
 newmtl m0
 Ka 0.2 0.2 0.2
 Kd 0.8 0.1 0.1
@@ -105,7 +105,7 @@ decal sticker.png
 refl -type sphere sky.png
 )";
 
-char const *const odd_library = R"(Kd 1 0 0
+char const *const OddLibrary = R"(Kd 1 0 0
 $ words before the first material
 Ns 1e38
 newmtl name with blanks
@@ -188,16 +188,16 @@ void hurt_once(std::string &text, std::mt19937 &random)
 
 std::vector<std::string> const &model_texts()
 {
-    static std::vector<std::string> const texts = {quad_cube,      with_cr(quad_cube),
-                                                   relative_strip, with_cr(relative_strip),
-                                                   numbers,        with_cr(numbers)};
+    static std::vector<std::string> const texts = {QuadCube,      with_cr(QuadCube),
+                                                   RelativeStrip, with_cr(RelativeStrip),
+                                                   Numbers,       with_cr(Numbers)};
     return texts;
 }
 
 std::vector<std::string> const &library_texts()
 {
-    static std::vector<std::string> const texts = {two_materials, with_cr(two_materials),
-                                                   odd_library, with_cr(odd_library)};
+    static std::vector<std::string> const texts = {TwoMaterials, with_cr(TwoMaterials), OddLibrary,
+                                                   with_cr(OddLibrary)};
     return texts;
 }
 

@@ -23,7 +23,7 @@ struct LibraryCase
 
 void PrintTo(LibraryCase const &row, std::ostream *out) { *out << row.name; }
 
-LibraryCase const library_cases[] = {
+LibraryCase const LibraryCases[] = {
     {"Nothing", "", {"count 0"}, {}},
     {"CommentsOnly", "# newmtl a\n$ b\n", {"count 0"}, {}},
     {"Material", "newmtl wood\n", {"new wood", "count 1"}, {}},
@@ -134,7 +134,7 @@ TEST_P(MtlLibraries, AreReadEntryByEntry)
     EXPECT_EQ(outcome.describe(), read_mtl_slowly(GetParam().text).describe());
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, MtlLibraries, testing::ValuesIn(library_cases),
+INSTANTIATE_TEST_SUITE_P(Cases, MtlLibraries, testing::ValuesIn(LibraryCases),
                          [](auto const &row) { return std::string(row.param.name); });
 
 TEST(MtlReader, OnlyInvalidEntriesAreWarnings)

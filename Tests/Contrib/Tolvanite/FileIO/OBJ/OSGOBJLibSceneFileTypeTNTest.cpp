@@ -20,9 +20,9 @@ namespace
 {
 #define VERTICES "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\n"
 
-std::string const no_faces = "2: Mesh with empty faceList\n";
-std::string const unmatch = "1: IndexMask unmatch, can not create geo\n";
-std::string const out_of_range =
+std::string const NoFaces = "2: Mesh with empty faceList\n";
+std::string const Unmatch = "1: IndexMask unmatch, can not create geo\n";
+std::string const OutOfRange =
     "2: Geometry without a name: an index is out of range, what it belongs to is passed over\n";
 
 std::string unknown(std::string const &word) { return "2: Unkown obj data elem: " + word + "\n"; }
@@ -42,11 +42,11 @@ struct TextCase
 
 void PrintTo(TextCase const &row, std::ostream *out) { *out << row.name; }
 
-TextCase const text_cases[] = {
+TextCase const TextCases[] = {
     // --- files without faces ---
-    {"Nothing", "", {no_faces}, "null"},
-    {"CommentsOnly", "# f 1 2 3\n$ x\n#", {no_faces}, "null"},
-    {"VerticesOnly", VERTICES, {no_faces}, "null"},
+    {"Nothing", "", {NoFaces}, "null"},
+    {"CommentsOnly", "# f 1 2 3\n$ x\n#", {NoFaces}, "null"},
+    {"VerticesOnly", VERTICES, {NoFaces}, "null"},
 
     // --- material runs ---
     {"MaterialBeforeTheFirstFace",
@@ -55,7 +55,7 @@ TextCase const text_cases[] = {
      "(0 1 2)"},
     {"MaterialBehindTheLastFace",
      VERTICES "f 1 2 3\nusemtl a\n",
-     {unknown_material("a"), no_faces},
+     {unknown_material("a"), NoFaces},
      "Group[(0 1 2)]"},
     {"TwoMaterialsInARow",
      VERTICES "usemtl a\nusemtl b\nf 1 2 3\n",
@@ -71,7 +71,7 @@ TextCase const text_cases[] = {
      "(0 1 2)"},
     {"MaterialWithoutAName",
      VERTICES "f 1 2 3\nusemtl\n",
-     {unknown_material(""), no_faces},
+     {unknown_material(""), NoFaces},
      "Group[(0 1 2)]"},
     {"GroupsObjectsAndSmoothingDoNotSplit",
      VERTICES "g name\nf 1 2 3\no name\ns off\ns 1\ng\nf 3 2 1\n",
@@ -107,38 +107,35 @@ TextCase const text_cases[] = {
 
     // --- indices that nothing stands behind ---
     {"ZerosOnly", VERTICES "f 0 0 0\n", {}, "null"},
-    {"ZeroAmongOthers", VERTICES "f 0 2 3\n", {out_of_range}, "(4294967295 1 2)"},
-    {"BeyondTheEnd", VERTICES "f 1 2 999999999\n", {out_of_range}, "(0 1 999999998)"},
-    {"BeforeTheBegin", VERTICES "f -6 -5 -4\n", {out_of_range}, "(4294967294 4294967295 0)"},
-    {"BeyondAllNumbers",
-     VERTICES "f 99999999999999999999 1 2\n",
-     {out_of_range},
-     "(2147483646 0 1)"},
+    {"ZeroAmongOthers", VERTICES "f 0 2 3\n", {OutOfRange}, "(4294967295 1 2)"},
+    {"BeyondTheEnd", VERTICES "f 1 2 999999999\n", {OutOfRange}, "(0 1 999999998)"},
+    {"BeforeTheBegin", VERTICES "f -6 -5 -4\n", {OutOfRange}, "(4294967294 4294967295 0)"},
+    {"BeyondAllNumbers", VERTICES "f 99999999999999999999 1 2\n", {OutOfRange}, "(2147483646 0 1)"},
     {"BeforeAllNumbers",
      VERTICES "f -99999999999999999999 1 2\n",
-     {out_of_range},
+     {OutOfRange},
      "(2147483652 0 1)"},
-    {"NoVerticesAtAll", "f 1 2 3\n", {out_of_range}, "(0 1 2)"},
+    {"NoVerticesAtAll", "f 1 2 3\n", {OutOfRange}, "(0 1 2)"},
 
     // --- faces that do not fit together ---
-    {"EmptyFaceBeforeAGoodOne", VERTICES "f \r\nf 1 2 3\n", {unmatch}, "null"},
+    {"EmptyFaceBeforeAGoodOne", VERTICES "f \r\nf 1 2 3\n", {Unmatch}, "null"},
     {"EmptyFaceBehindAGoodOne", VERTICES "f 1 2 3\nf \r\n", {}, "()(0 1 2)"},
     {"OtherRunsAreBuilt",
      VERTICES "f //1\nf 1 2 3\nusemtl a\nf 3 2 1\n",
-     {unknown_material("a"), unmatch},
+     {unknown_material("a"), Unmatch},
      "Group[(2 1 0)]"},
     {"AllRunsFail",
      VERTICES "f \r\nf 1 2 3\nusemtl a\nf 0\n",
-     {unknown_material("a"), unmatch},
+     {unknown_material("a"), Unmatch},
      "null"},
 
     // --- words ---
     {"ThirdValueOfATexCoord", "vt 0.5 0.5 0.0\n" VERTICES "f 1 2 3\n", {}, "(0 1 2)"},
-    {"OnlyTheNextWordIsExcused", "vt 0 0\nx\ny\n", {unknown("y"), no_faces}, "null"},
-    {"CommentsDoNotCount", "vt 0 0 # third\nx\n", {no_faces}, "null"},
-    {"FourthValueOfAVertex", "v 1 2 3 1\n", {unknown("1"), no_faces}, "null"},
+    {"OnlyTheNextWordIsExcused", "vt 0 0\nx\ny\n", {unknown("y"), NoFaces}, "null"},
+    {"CommentsDoNotCount", "vt 0 0 # third\nx\n", {NoFaces}, "null"},
+    {"FourthValueOfAVertex", "v 1 2 3 1\n", {unknown("1"), NoFaces}, "null"},
     {"CommentBehindValues", VERTICES "v 1 2 3 # f 1 2 3\nf 1 2 5\n", {}, "(0 1 4)"},
-    {"Capitals", "V 1 2 3\nF 1 2 3\n", {unknown("V"), unknown("F"), no_faces}, "null"},
+    {"Capitals", "V 1 2 3\nF 1 2 3\n", {unknown("V"), unknown("F"), NoFaces}, "null"},
 
     // --- values that cannot be read end the file ---
     {"NoNumber", VERTICES "f 1 2 3\nv 1 abc 3\nf 3 2 1\n", {ends_in_line(6, "abc")}, "(0 1 2)"},
@@ -163,7 +160,7 @@ TEST_P(ObjText, GivesItsSceneAndMessages)
     EXPECT_EQ(scene.log, GetParam().log);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ObjText, testing::ValuesIn(text_cases),
+INSTANTIATE_TEST_SUITE_P(All, ObjText, testing::ValuesIn(TextCases),
                          [](auto const &row) { return row.param.name; });
 
 TEST(ObjText, IsCompleteUnlessAValueCannotBeRead)
@@ -320,14 +317,14 @@ TEST(OBJSceneFileTypeTN, BytesThatAreNoTextAreUnknownElements)
     ObjScene const scene = read_obj_scene(bytes);
     EXPECT_EQ(scene.root, nullptr);
     EXPECT_EQ(scene.log.size(), 4u);
-    EXPECT_EQ(scene.log.back(), no_faces);
+    EXPECT_EQ(scene.log.back(), NoFaces);
 }
 
 TEST(OBJSceneFileTypeTN, MessagesThatWordsSpoilStandWhole)
 {
-    EXPECT_EQ(read_obj_scene("%s%n%d\n").log, (LogLines{unknown("%s%n%d"), no_faces}));
+    EXPECT_EQ(read_obj_scene("%s%n%d\n").log, (LogLines{unknown("%s%n%d"), NoFaces}));
     std::string const longWord(1000000, 'x');
-    EXPECT_EQ(read_obj_scene(longWord + "\n").log, (LogLines{unknown(longWord), no_faces}));
+    EXPECT_EQ(read_obj_scene(longWord + "\n").log, (LogLines{unknown(longWord), NoFaces}));
     EXPECT_EQ(read_obj_scene("usemtl " + longWord + "\n").log,
-              (LogLines{unknown_material(longWord), no_faces}));
+              (LogLines{unknown_material(longWord), NoFaces}));
 }

@@ -11,7 +11,7 @@ namespace
 ObjElementMap filled_map()
 {
     ObjElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     return elements;
 }
 
@@ -41,7 +41,7 @@ TEST(ObjElements, TheLibraryTableHasEveryWordWithItsClass)
         {"Tf", 10},    {"sharpness", 11}, {"map_Kd", 12}, {"map_Ka", 13}, {"map_Ks", 14},
         {"map_d", 15}, {"decal", 16},     {"bump", 17},   {"refl", 18}};
     MtlElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     std::map<std::string, int> actual;
     for(auto const &[word, element] : elements)
         actual[word] = static_cast<int>(element);
@@ -51,16 +51,16 @@ TEST(ObjElements, TheLibraryTableHasEveryWordWithItsClass)
 TEST(ObjElements, ATableThatIsNotEmptyStaysAsItIs)
 {
     ObjElementMap elements = {{"x", ObjElement::Face}};
-    fillElementMap(elements);
+    fill_element_map(elements);
     EXPECT_EQ(elements.size(), 1u);
 }
 
 TEST(ObjElements, LibraryWordsAreCaseSensitive)
 {
     MtlElementMap elements;
-    fillElementMap(elements);
-    EXPECT_EQ(findElement(elements, "Kd"), MtlElement::Diffuse);
-    EXPECT_EQ(findElement(elements, "kd"), MtlElement::Unknown);
+    fill_element_map(elements);
+    EXPECT_EQ(find_element(elements, "Kd"), MtlElement::Diffuse);
+    EXPECT_EQ(find_element(elements, "kd"), MtlElement::Unknown);
 }
 
 TEST(ObjElementFinder, AnswersLikeTheTableForEveryShortWord)

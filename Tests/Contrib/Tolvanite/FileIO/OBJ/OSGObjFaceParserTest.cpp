@@ -13,14 +13,14 @@ using testing::ElementsAre;
 namespace
 {
 /// Three positions, two texture coordinates and one normal.
-std::string const before = "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvn 0 0 1\n";
+std::string const Before = "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvn 0 0 1\n";
 
 /// The faces, newest first, that the text makes behind the elements above. The obvious reader must
 /// agree on everything.
 std::vector<std::string> faces_of(std::string const &text)
 {
-    ObjOutcome const outcome = read_obj(before + text);
-    EXPECT_EQ(outcome.describe(), read_obj_slowly(before + text).describe());
+    ObjOutcome const outcome = read_obj(Before + text);
+    EXPECT_EQ(outcome.describe(), read_obj_slowly(Before + text).describe());
     return outcome.faces(0);
 }
 
@@ -33,7 +33,7 @@ struct FaceCase
 
 void PrintTo(FaceCase const &row, std::ostream *out) { *out << row.name; }
 
-FaceCase const face_cases[] = {
+FaceCase const FaceCases[] = {
     {"Positions", "f 1 2 3\n", {"0/-1/-1 1/-1/-1 2/-1/-1"}},
     {"AllForms", "f 1 2/3 4/5/6 7//8\n", {"0/-1/-1 1/2/-1 3/4/5 6/-1/7"}},
     {"OldWord", "fo 1 2\n", {"0/-1/-1 1/-1/-1"}},
@@ -90,7 +90,7 @@ class ObjFaceLines : public testing::TestWithParam<FaceCase>
 
 TEST_P(ObjFaceLines, GiveTheirCorners) { EXPECT_EQ(faces_of(GetParam().text), GetParam().faces); }
 
-INSTANTIATE_TEST_SUITE_P(Cases, ObjFaceLines, testing::ValuesIn(face_cases),
+INSTANTIATE_TEST_SUITE_P(Cases, ObjFaceLines, testing::ValuesIn(FaceCases),
                          [](auto const &row) { return std::string(row.param.name); });
 
 TEST(ObjFaceParser, AZeroByteEndsTheFace)
@@ -163,7 +163,7 @@ TEST(ObjFaceParser, RandomLinesAreReadAlike)
     std::mt19937 random(1);
     for(int round = 0; round < 20000 && !HasFailure(); ++round)
     {
-        std::string text = before;
+        std::string text = Before;
         for(int face = 0; face < 3; ++face)
         {
             text += "f ";

@@ -24,7 +24,7 @@ ObjIndexMask mask_of_lines(std::string const &lines)
         parser.parse({{5, 5, 5}});
         text.ignoreChar();
     }
-    return deriveIndexMask(records.faces(0));
+    return derive_index_mask(records.faces(0));
 }
 
 struct MaskCase
@@ -38,7 +38,7 @@ struct MaskCase
 
 void PrintTo(MaskCase const &row, std::ostream *out) { *out << row.name; }
 
-MaskCase const mask_cases[] = {
+MaskCase const MaskCases[] = {
     {"NoFace", "", 0, true, false},
     {"PositionsAlone", " 1 2 3\n", 1, true, false},
     {"EqualTexCoords", " 1/1 2/2 3/3\n", 3, true, false},
@@ -78,5 +78,5 @@ TEST_P(ObjIndexMasks, FollowFromTheFaces)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, ObjIndexMasks, testing::ValuesIn(mask_cases),
+INSTANTIATE_TEST_SUITE_P(Cases, ObjIndexMasks, testing::ValuesIn(MaskCases),
                          [](auto const &row) { return std::string(row.param.name); });

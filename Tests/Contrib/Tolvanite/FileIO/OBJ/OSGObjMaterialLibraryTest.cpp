@@ -24,7 +24,7 @@ class ObjMaterialLibraryTest : public testing::Test
     ObjMaterialLibraryTest()
         : _onPath(SceneFileHandlerBase::the()->getPathHandler(), _folder.path("lib.mtl").c_str())
     {
-        fillElementMap(_elements);
+        fill_element_map(_elements);
         _folder.write("a.fakeimg", std::string("1\xff"
                                                "2\xff"));
         _folder.write("half.fakeimg", std::string("1\x7f"));
@@ -36,7 +36,7 @@ class ObjMaterialLibraryTest : public testing::Test
     Int32 readFile(char const *name)
     {
         LogCapture log;
-        Int32 const count = readMaterialLibrary(name, _elements, _materials);
+        Int32 const count = read_material_library(name, _elements, _materials);
         _messages.clear();
         for(LogCapture::Message const &message : log.messages())
             _messages.push_back(std::to_string(message.level) + ": " + message.text);
@@ -56,7 +56,7 @@ class ObjMaterialLibraryTest : public testing::Test
     LogLines _messages;
 };
 
-Color3f const white(1, 1, 1);
+Color3f const White(1, 1, 1);
 } // namespace
 
 // --- materials ---
@@ -155,7 +155,7 @@ struct WordCase
 
 void PrintTo(WordCase const &row, std::ostream *out) { *out << row.name; }
 
-WordCase const word_cases[] = {
+WordCase const WordCases[] = {
     {"CommentsOnly", "# newmtl a\n$ b\n", 0, {}},
     {"BeforeTheFirstMaterial",
      "Kd 1 0 0\nnewmtl a\n",
@@ -172,7 +172,7 @@ WordCase const word_cases[] = {
 
 TEST_F(ObjMaterialLibraryTest, WordsGiveTheirMessagesAndLoadNothing)
 {
-    for(WordCase const &row : word_cases)
+    for(WordCase const &row : WordCases)
     {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(read(row.text), row.count);
@@ -194,13 +194,13 @@ TEST_F(ObjMaterialLibraryTest, AReflectionSwitchesTheEnvironmentOnAndLeavesItsLi
 TEST_F(ObjMaterialLibraryTest, AMapMakesItsColorWhiteForGood)
 {
     read("newmtl a\nKd 1 0 0\nmap_Kd a.fakeimg\n");
-    EXPECT_EQ(material().getDiffuse(), white);
+    EXPECT_EQ(material().getDiffuse(), White);
     read("newmtl a\nmap_Kd a.fakeimg\nKd 1 0 0\nKa 0 1 0\n");
-    EXPECT_EQ(material().getDiffuse(), white);
+    EXPECT_EQ(material().getDiffuse(), White);
     EXPECT_EQ(material().getAmbient(), Color3f(0, 1, 0));
     read("newmtl a\nmap_Ka a.fakeimg\nKa 1 0 0\nmap_Ks a.fakeimg\nKs 1 0 0\nKd 0 1 0\n");
-    EXPECT_EQ(material().getAmbient(), white);
-    EXPECT_EQ(material().getSpecular(), white);
+    EXPECT_EQ(material().getAmbient(), White);
+    EXPECT_EQ(material().getSpecular(), White);
     EXPECT_EQ(material().getDiffuse(), Color3f(0, 1, 0));
     EXPECT_THAT(_messages, IsEmpty());
 }
@@ -233,7 +233,7 @@ TEST_F(ObjMaterialLibraryTest, TheLastMapThatLoadedWins)
     read("newmtl a\nmap_Kd maps/b.fakeimg\nmap_Ka a.fakeimg\nmap_Ks none.fakeimg\nKs 1 0 0\n");
     ASSERT_NE(material().getImage(), nullptr);
     EXPECT_EQ(material().getImage()->getName(), _folder.path("a.fakeimg"));
-    EXPECT_EQ(material().getDiffuse(), white);
+    EXPECT_EQ(material().getDiffuse(), White);
     EXPECT_EQ(material().getSpecular(), Color3f(1, 0, 0));
     EXPECT_THAT(_messages,
                 ElementsAre("1: Can not find none.fakeimg texture file in mtl lib.mtl \n"));
@@ -256,10 +256,10 @@ TEST_F(ObjMaterialLibraryTest, AnImageThatClaimsMoreThanItHoldsIsNotLoaded)
     _folder.write("lying.png",
                   "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\x01\x86\xa0\0\x01\x86\xa0\x08\x02\0\0\0"
                   "\x27\x30\x9c\x9f\0\x10\0\0IDAT"s);
-    resetMemPeak();
-    UInt64 const before = getMemBytes();
+    reset_mem_peak();
+    UInt64 const before = get_mem_bytes();
     read("newmtl a\nKd 1 0 0\nmap_Kd lying.png\n");
-    EXPECT_LT(getMemPeakBytes() - before, 64u * 1024 * 1024);
+    EXPECT_LT(get_mem_peak_bytes() - before, 64u * 1024 * 1024);
     EXPECT_THAT(_messages, ElementsAre("1: Can not find lying.png texture file in mtl lib.mtl \n"));
     EXPECT_EQ(material().getDiffuse(), Color3f(1, 0, 0));
 }

@@ -11,7 +11,7 @@ using namespace OSG::Test;
 
 namespace
 {
-constexpr std::size_t block_sizes[] = {1, 3, 17, 64, 1000, 256 * 1024};
+constexpr std::size_t BlockSizes[] = {1, 3, 17, 64, 1000, 256 * 1024};
 
 ObjSettings random_settings(std::mt19937 &random, std::size_t textSize)
 {
@@ -19,7 +19,7 @@ ObjSettings random_settings(std::mt19937 &random, std::size_t textSize)
     settings.habits.piece = random() % 40;
     if(random() % 8 == 0)
         settings.habits.throwAt = random() % (textSize + 1);
-    settings.blockSize = block_sizes[random() % std::size(block_sizes)];
+    settings.blockSize = BlockSizes[random() % std::size(BlockSizes)];
     return settings;
 }
 } // namespace
@@ -28,7 +28,7 @@ TEST(ObjMutants, WholeModelsReadAlike)
 {
     for(std::string const &text : model_texts())
     {
-        for(std::size_t blockSize : block_sizes)
+        for(std::size_t blockSize : BlockSizes)
             EXPECT_EQ(read_obj(text, {{}, blockSize}).describe(), read_obj_slowly(text).describe());
     }
 }
@@ -60,7 +60,7 @@ TEST(MtlMutants, WholeLibrariesReadAlike)
 {
     for(std::string const &text : library_texts())
     {
-        for(std::size_t blockSize : block_sizes)
+        for(std::size_t blockSize : BlockSizes)
             EXPECT_EQ(read_mtl(text, {{}, blockSize}).describe(), read_mtl_slowly(text).describe());
     }
 }

@@ -16,8 +16,8 @@ using namespace OSG::Test;
 
 namespace
 {
-constexpr UInt64 fixed_bytes = 64 * 1024 * 1024;
-constexpr UInt64 bytes_per_byte = 40;
+constexpr UInt64 FixedBytes = 64 * 1024 * 1024;
+constexpr UInt64 BytesPerByte = 40;
 
 struct QuietClient : ObjReadClient
 {
@@ -50,7 +50,7 @@ Counts read_quietly(std::istream &in)
     std::vector<Vec2f, MemAllocator<Vec2f>> texCoords;
     std::vector<Vec3f, MemAllocator<Vec3f>> normals;
     ObjElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     ObjRecords records;
     QuietClient client;
     ReadBuffer text(in);
@@ -65,10 +65,10 @@ UInt64 peak_of(std::string const &head, std::string const &repeatedText, UInt64 
     RepeatBuffer endless(head, repeatedText, bytes);
     std::istream in(&endless);
     LogCapture silence(LOG_DUMP);
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     EXPECT_EQ(read_quietly(in).bytes, bytes);
-    return getMemPeakBytes() - before;
+    return get_mem_peak_bytes() - before;
 }
 
 std::string times(std::string const &text, std::size_t count)
@@ -87,8 +87,7 @@ TEST(ObjReaderMemory, StaysWithinItsBoundForDenseTexts)
                             "f 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1\n", "f 1/1/1 2/2/2 3/3/3\n",
                             "usemtl a\nf 1\n", "x\n", "f 1-1-1-1-1-1-1-1-1-1-1-1-1\n"})
     {
-        EXPECT_LE(peak_of("", times(line, 1000), bytes), fixed_bytes + bytes_per_byte * bytes)
-            << line;
+        EXPECT_LE(peak_of("", times(line, 1000), bytes), FixedBytes + BytesPerByte * bytes) << line;
     }
 }
 
@@ -96,17 +95,17 @@ TEST(ObjReaderMemory, OneEndlessFaceStaysWithinItsBound)
 {
     UInt64 const bytes = 24 * 1024 * 1024;
     EXPECT_LE(peak_of("f ", times("1 1 1 1 1 1 1 1 \\\n", 1000), bytes),
-              fixed_bytes + bytes_per_byte * bytes);
+              FixedBytes + BytesPerByte * bytes);
 }
 
 TEST(ObjReaderMemory, OneEndlessWordStaysWithinTheFixedPart)
 {
     UInt64 const bytes = 300 * 1024 * 1024;
-    EXPECT_LE(peak_of("", repeated(4096, 'x'), bytes), fixed_bytes);
-    EXPECT_LE(peak_of("usemtl ", repeated(4096, 'x'), bytes), fixed_bytes);
-    EXPECT_LE(peak_of("v ", repeated(4096, '1'), bytes), fixed_bytes);
-    EXPECT_LE(peak_of("# ", repeated(4096, 'x'), bytes), fixed_bytes);
-    EXPECT_LE(peak_of("f ", repeated(4096, '1'), bytes), fixed_bytes);
+    EXPECT_LE(peak_of("", repeated(4096, 'x'), bytes), FixedBytes);
+    EXPECT_LE(peak_of("usemtl ", repeated(4096, 'x'), bytes), FixedBytes);
+    EXPECT_LE(peak_of("v ", repeated(4096, '1'), bytes), FixedBytes);
+    EXPECT_LE(peak_of("# ", repeated(4096, 'x'), bytes), FixedBytes);
+    EXPECT_LE(peak_of("f ", repeated(4096, '1'), bytes), FixedBytes);
 }
 
 TEST(ObjReaderMemory, AMillionMaterialRunsAreKept)
@@ -126,10 +125,10 @@ TEST(ObjReaderMemory, AHundredThousandMaterialsOfOneNameAreCounted)
     RepeatBuffer buffer("", entry, entry.size() * 100000);
     std::istream in(&buffer);
     MtlElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     QuietMaterials materials;
     ReadBuffer text(in);
-    EXPECT_EQ(readMtl(text, elements, "lib.mtl", materials), 100000);
+    EXPECT_EQ(read_mtl(text, elements, "lib.mtl", materials), 100000);
 }
 
 TEST(ObjReaderMemory, AnExhaustedAllocatorPassesOutAndNothingIsLeft)
@@ -140,8 +139,8 @@ TEST(ObjReaderMemory, AnExhaustedAllocatorPassesOutAndNothingIsLeft)
     for(UInt64 room = 1024; !read; room += 16 * 1024)
     {
         std::istringstream plain(text);
-        UInt64 const before = getMemBytes();
-        setMemLimit(before + room);
+        UInt64 const before = get_mem_bytes();
+        set_mem_limit(before + room);
         try
         {
             read_quietly(plain);
@@ -150,8 +149,8 @@ TEST(ObjReaderMemory, AnExhaustedAllocatorPassesOutAndNothingIsLeft)
         catch(std::bad_alloc const &)
         {
         }
-        setMemLimit(0);
-        ASSERT_EQ(getMemBytes(), before) << room;
+        set_mem_limit(0);
+        ASSERT_EQ(get_mem_bytes(), before) << room;
     }
     EXPECT_TRUE(read);
 }

@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 namespace
 {
-std::ios_base::iostate const ended = std::ios_base::eofbit | std::ios_base::failbit;
+std::ios_base::iostate const Ended = std::ios_base::eofbit | std::ios_base::failbit;
 
 /// Reads the text; the obvious reader must agree on everything.
 ObjOutcome read(std::string const &text)
@@ -36,7 +36,7 @@ TEST(ObjRecordReader, AnEmptyTextGivesAMeshWithoutFaces)
     EXPECT_EQ(outcome.meshes.size(), 1u);
     EXPECT_THAT(outcome.faces(0), IsEmpty());
     EXPECT_THAT(outcome.texts(), IsEmpty());
-    EXPECT_EQ(outcome.state, ended);
+    EXPECT_EQ(outcome.state, Ended);
 }
 
 TEST(ObjRecordReader, CommentsAreNoElements)
@@ -67,7 +67,7 @@ TEST(ObjRecordReader, ArraysThatHoldSomethingAreAppendedTo)
         Int32 findMaterial(std::string const &) override { return ObjRecords::noMaterial; }
     } client;
     ObjElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     std::istringstream in("v 1 2 3\n");
     ReadBuffer text(in);
     ObjRecords records;
@@ -220,7 +220,7 @@ TEST(ObjRecordReader, WhatTheEndOfTheTextCutsShortIsFilledWithZeros)
 {
     ObjOutcome const outcome = read("v 1 2");
     EXPECT_THAT(outcome.positions, ElementsAre(Pnt3f(1, 2, 0)));
-    EXPECT_EQ(outcome.state, ended);
+    EXPECT_EQ(outcome.state, Ended);
 }
 
 TEST(ObjRecordReader, AFailedValueEndsTheRead)

@@ -104,16 +104,16 @@ TEST(ObjRecords, MeshesAreDroppedNewestFirst)
 
 TEST(ObjRecords, DroppingGivesMemoryBackOnTheWay)
 {
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     ObjRecords records;
     for(int mesh = 0; mesh < 10000; ++mesh)
     {
         add_face(records, {mesh, mesh, mesh});
         records.startMesh();
     }
-    UInt64 const full = getMemBytes() - before;
+    UInt64 const full = get_mem_bytes() - before;
     while(records.meshCount() > 1000)
         records.dropNewestMesh();
     EXPECT_EQ(positions(records.faces(0)).at(0), std::vector<Int32>(3, 999));
-    EXPECT_LT(getMemBytes() - before, full / 2);
+    EXPECT_LT(get_mem_bytes() - before, full / 2);
 }

@@ -34,7 +34,7 @@ void PrintTo(Dense const &row, std::ostream *out) { *out << row.name; }
 
 #define CORNERS "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\nvn 0 0 1\nvn 1 0 0\nvn 0 1 0\n"
 
-Dense const dense_texts[] = {
+Dense const DenseTexts[] = {
     {"Positions", "", "v 0 0 0\n"},
     {"TexCoords", "", "vt 0 0\n"},
     {"Normals", "", "vn 0 0 0\n"},
@@ -59,11 +59,11 @@ UInt64 peak_of(Dense const &text, UInt64 bytes)
     RepeatBuffer endless(text.head, lines, bytes);
     std::istream in(&endless);
     osgLogP->setLogLevel(LOG_DUMP);
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     SceneFileHandlerBase::the()->read(in, "obj");
     osgLogP->setLogLevel(LOG_WARNING);
-    return getMemPeakBytes() - before;
+    return get_mem_peak_bytes() - before;
 }
 
 class ObjDenseText : public testing::TestWithParam<Dense>
@@ -82,7 +82,7 @@ TEST_P(ObjDenseText, HoldsAtMostFortyBytesForEachOfItsOwn)
     EXPECT_LE(threefold, once + 40 * 2 * bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ObjDenseText, testing::ValuesIn(dense_texts),
+INSTANTIATE_TEST_SUITE_P(All, ObjDenseText, testing::ValuesIn(DenseTexts),
                          [](auto const &row) { return row.param.name; });
 
 // --- many geometries ---
@@ -101,22 +101,22 @@ Taken take(std::string const &head, std::string const &run, std::size_t runs)
     RepeatBuffer buffer(head, run, head.size() + run.size() * runs);
     std::istream in(&buffer);
     LogCapture silence(LOG_DUMP);
-    UInt64 const before = getMemBytes();
+    UInt64 const before = get_mem_bytes();
     UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
-    resetMemPeak();
+    reset_mem_peak();
     UnrecordedRefPtr<Node> const root(SceneFileHandlerBase::the()->read(in, "obj"));
-    return {getMemBytes() - before, getMemPeakBytes() - before,
+    return {get_mem_bytes() - before, get_mem_peak_bytes() - before,
             FieldContainerFactoryBase::the()->getNumContainers() - containers};
 }
 
-std::string const one_run = "usemtl a\nf 1 2 3\n";
+std::string const OneRun = "usemtl a\nf 1 2 3\n";
 } // namespace
 
 TEST(ObjSceneMemory, EveryRunTakesTheSameHoweverManyThereAre)
 {
-    take(CORNERS, one_run, 40000); // the system's own tables have their room from now on
-    Taken const few = take(CORNERS, one_run, 10000);
-    Taken const many = take(CORNERS, one_run, 40000);
+    take(CORNERS, OneRun, 40000); // the system's own tables have their room from now on
+    Taken const few = take(CORNERS, OneRun, 10000);
+    Taken const many = take(CORNERS, OneRun, 40000);
     // The root, its core, and what the runs share: positions, types, lengths, index, material.
     EXPECT_EQ(few.containers % 10000, 7u);
     EXPECT_EQ(many.containers % 40000, 7u);
@@ -161,8 +161,8 @@ TEST(ObjSceneMemory, DenseRunsStayWithinTheBound)
 
 TEST(ObjSceneMemory, BesidesTheSceneReadingHoldsLittle)
 {
-    take(CORNERS, one_run, 40000);
-    Taken const taken = take(CORNERS, one_run, 40000);
+    take(CORNERS, OneRun, 40000);
+    Taken const taken = take(CORNERS, OneRun, 40000);
     EXPECT_LE(taken.peak, taken.held + taken.held / 10 + 2 * ReadBuffer::blockBytes);
 }
 
@@ -175,7 +175,7 @@ TEST(ObjSceneMemory, ASmallGeometryOfALargeArrayTakesWhatItUses)
     take(vertices, spread, 3000);
     Taken const few = take(vertices, spread, 1000);
     Taken const many = take(vertices, spread, 3000);
-    Taken const own = take(CORNERS, one_run, 3000);
+    Taken const own = take(CORNERS, OneRun, 3000);
     // Normals and their index are the geometry's own; a table over the array would be 400 KB.
     EXPECT_LE((many.held - few.held) / 2000, own.held / 3000 + 300);
     EXPECT_LE(many.peak - few.peak, many.held - few.held + 100000);
@@ -185,7 +185,7 @@ TEST(ObjSceneMemory, ASmallGeometryOfALargeArrayTakesWhatItUses)
 
 namespace
 {
-std::string const library = "newmtl a\nKd 1 0 0\nmap_Kd a.fakeimg\nnewmtl b\nmap_Kd none.png\n";
+std::string const Library = "newmtl a\nKd 1 0 0\nmap_Kd a.fakeimg\nnewmtl b\nmap_Kd none.png\n";
 
 /// All that reading can do: libraries, pictures, one index and several, dropped kinds, runs that
 /// fail, faces that go on in the next line.
@@ -203,20 +203,20 @@ TEST(ObjSceneMemory, AnExhaustedAllocatorPassesOutAndLeavesNothing)
 {
     FakeImages::the();
     TempFolder const folder;
-    folder.write("lib.mtl", library);
+    folder.write("lib.mtl", Library);
     folder.write("a.fakeimg", repeated(3000, '1'));
     std::string const path = folder.write("model.obj", scene_text());
     LogCapture silence(LOG_DUMP);
     auto const read = [&path] { SceneFileHandlerBase::the()->read(path.c_str()); };
     read(); // what the system keeps for later is there from now on
     UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
-    UInt64 const bytes = getMemBytes();
+    UInt64 const bytes = get_mem_bytes();
     int failures = 0;
     bool done = false;
     // The block that text is read into comes first; what is built begins behind it.
     for(UInt64 room = 0; !done; room += room < ReadBuffer::blockBytes ? 4096 : 40)
     {
-        setMemLimit(bytes + room);
+        set_mem_limit(bytes + room);
         try
         {
             read();
@@ -226,11 +226,11 @@ TEST(ObjSceneMemory, AnExhaustedAllocatorPassesOutAndLeavesNothing)
         {
             ++failures;
         }
-        setMemLimit(0);
+        set_mem_limit(0);
         Thread::getCurrentChangeList()->commitChanges();
         ASSERT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), containers) << room;
         // The system's own lists may have moved on by a block; a leak would add up.
-        ASSERT_LE(getMemBytes(), bytes + 1024) << room;
+        ASSERT_LE(get_mem_bytes(), bytes + 1024) << room;
     }
     EXPECT_GT(failures, 500);
 }

@@ -25,13 +25,13 @@ void read_within_bounds(std::string const &text)
     LogCapture silence;
     std::istringstream in(text);
     UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
-    UInt64 const bytes = getMemBytes();
-    resetMemPeak();
+    UInt64 const bytes = get_mem_bytes();
+    reset_mem_peak();
     {
         UnrecordedRefPtr<Node> const root(SceneFileHandlerBase::the()->read(in, "obj"));
         EXPECT_EQ(fault_of_scene(root), "");
     }
-    EXPECT_LE(getMemPeakBytes() - bytes, read_memory_bound(text.size()));
+    EXPECT_LE(get_mem_peak_bytes() - bytes, read_memory_bound(text.size()));
     EXPECT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), containers);
 }
 

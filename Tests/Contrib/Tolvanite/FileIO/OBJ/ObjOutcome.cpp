@@ -119,7 +119,7 @@ ObjOutcome read_obj(std::istream &in, std::size_t blockSize)
     std::vector<Vec2f, MemAllocator<Vec2f>> texCoords;
     std::vector<Vec3f, MemAllocator<Vec3f>> normals;
     ObjElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     ObjRecords records;
     ObjOutcome outcome;
     RecordingClient client(outcome);
@@ -150,12 +150,12 @@ ObjOutcome read_mtl(std::string const &text, ObjSettings const &settings)
     PieceBuffer buffer(text, settings.habits);
     std::istream in(&buffer);
     MtlElementMap elements;
-    fillElementMap(elements);
+    fill_element_map(elements);
     ObjOutcome outcome;
     MtlEvents handler(outcome.events);
     LogCapture log;
     ReadBuffer reader(in, settings.blockSize);
-    Int32 const count = readMtl(reader, elements, "lib.mtl", handler);
+    Int32 const count = read_mtl(reader, elements, "lib.mtl", handler);
     reader.finish();
     outcome.events.push_back("count " + std::to_string(count));
     outcome.state = in.rdstate();

@@ -48,7 +48,7 @@ void PrintTo(Model const &model, std::ostream *out) { *out << model.path; }
 std::string unknown(std::string const &word) { return "2: Unkown obj data elem: " + word + "\n"; }
 std::string unknown_material(std::string const &name) { return "1: Unkown mtl " + name + "\n"; }
 
-Model const models[] = {
+Model const Models[] = {
     {"Spider",
      ASSIMP "spider.obj",
      "Group",
@@ -238,7 +238,7 @@ TEST_P(RealModel, ComesBackFromTheBinaryFormat)
     EXPECT_TRUE(osb_bytes(back) == bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, RealModel, testing::ValuesIn(models),
+INSTANTIATE_TEST_SUITE_P(All, RealModel, testing::ValuesIn(Models),
                          [](auto const &row) { return row.param.name; });
 
 // --- beside another reader ---
@@ -330,7 +330,7 @@ std::vector<Face> faces_of(ObjScene const &scene)
 std::vector<Model> models_of_both()
 {
     std::vector<Model> result;
-    std::copy_if(std::begin(models), std::end(models), std::back_inserter(result),
+    std::copy_if(std::begin(Models), std::end(Models), std::back_inserter(result),
                  [](Model const &model) { return model.other == OtherReader::Agrees; });
     return result;
 }

@@ -136,10 +136,10 @@ TEST_F(OSBHandleEnt, AShortStreamRaisesTheHandlersErrorAtAnyByte)
 TEST_F(OSBHandleEnt, AWildCountTakesNoMemory)
 {
     record.field("Geo", "MFUInt32", 8).u32(0xffffffff).u32(1);
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     EXPECT_THROW(read(), ExceptionBinaryDataHandler::ReadError);
-    EXPECT_LT(getMemPeakBytes() - before, 4u * 1024 * 1024);
+    EXPECT_LT(get_mem_peak_bytes() - before, 4u * 1024 * 1024);
 }
 
 TEST_F(OSBHandleEnt, WithoutAContainerWritingIsOneWarningAndNoByte)
@@ -179,7 +179,7 @@ TEST_F(OSBHandleEnt, ASceneWithTheOlderNameIsReadWithIt)
     file.field("attachments", "MFUnrecAttachmentPtr", 8).u32(1).u32(2).end();
     numbers("Geo", {5});
     numbers("Ent", {50}).end();
-    file.text("GeoToEntAttachment").raw(record.bytes().data(), record.bytes().size()).end();
+    file.typeName("GeoToEntAttachment").raw(record.bytes().data(), record.bytes().size()).end();
     NodePtr const node = osb_scene(file.bytes());
     ASSERT_NE(node, nullptr);
     auto *const table = dynamic_cast<GeoToEntityAttachment *>(

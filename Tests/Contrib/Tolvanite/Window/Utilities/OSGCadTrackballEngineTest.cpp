@@ -15,7 +15,7 @@ using namespace OSG::Test;
 
 namespace
 {
-constexpr Real32 pi = 3.14159265f;
+constexpr Real32 Pi = 3.14159265f;
 
 /// A trackball that makes protected operations public and counts the calls of set.
 class OpenTrackball : public CadTrackballEngine
@@ -183,7 +183,7 @@ TEST_F(Cad, TurnsByNoMoreThanHalfAWay)
 {
     engine->rotate(0.1f, 0, 1000, 0);
     EXPECT_TRUE(
-        engine->getMatrix().equals(rotation(Vec3f(0, 1, 0), pi) * translation(0, 0, 10), 1e-4f));
+        engine->getMatrix().equals(rotation(Vec3f(0, 1, 0), Pi) * translation(0, 0, 10), 1e-4f));
 }
 
 // --- panning with perspective ---

@@ -14,14 +14,14 @@ using namespace OSG::NavigationMath;
 
 namespace
 {
-constexpr Real32 pi = 3.14159265f;
+constexpr Real32 Pi = 3.14159265f;
 
 TEST(NavigationMath, RotatesRightHanded)
 {
     EXPECT_TRUE(
-        (rotation_about(Vec3f(0, 0, 7), pi / 2) * Vec3f(1, 0, 0)).equals(Vec3f(0, 1, 0), 1e-6f));
+        (rotation_about(Vec3f(0, 0, 7), Pi / 2) * Vec3f(1, 0, 0)).equals(Vec3f(0, 1, 0), 1e-6f));
     EXPECT_TRUE(
-        (rotation_about(Vec3f(2, 0, 0), pi / 2) * Vec3f(0, 1, 0)).equals(Vec3f(0, 0, 1), 1e-6f));
+        (rotation_about(Vec3f(2, 0, 0), Pi / 2) * Vec3f(0, 1, 0)).equals(Vec3f(0, 0, 1), 1e-6f));
 }
 
 TEST(NavigationMath, DoesNotRotateAboutAnAxisWithoutLength)
@@ -76,9 +76,9 @@ TEST(NavigationMath, ADragFromInsideToOutsideTurnsByAFiniteAngle)
         auto const turn = drag_on_sphere(0.8f, 0.1f, 0, to, 0);
         ASSERT_TRUE(turn);
         EXPECT_GT(turn->angle, 0.f);
-        EXPECT_LE(turn->angle, pi);
+        EXPECT_LE(turn->angle, Pi);
     }
-    EXPECT_FLOAT_EQ(drag_on_sphere(0.8f, 0.1f, 0, 1000, 0)->angle, pi);
+    EXPECT_FLOAT_EQ(drag_on_sphere(0.8f, 0.1f, 0, 1000, 0)->angle, Pi);
 }
 
 TEST(NavigationMath, TheBallFollowsThePointerInItsMiddle)

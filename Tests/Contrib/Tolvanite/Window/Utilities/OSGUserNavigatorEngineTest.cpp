@@ -27,7 +27,7 @@ struct EngineRow
 
 void PrintTo(EngineRow const &row, std::ostream *out) { *out << row.name; }
 
-EngineRow const engine_rows[] = {
+EngineRow const EngineRows[] = {
     {"Cad", [] { return EnginePtr(CadTrackballEngine::create(0.8f)); }},
     {"Fly", [] { return EnginePtr(WASDFlyEngine::create()); }},
     {"Copter", [] { return EnginePtr(CopterFlyEngine::create()); }},
@@ -37,7 +37,7 @@ class AnyEngine : public ::testing::TestWithParam<EngineRow>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(Engines, AnyEngine, ::testing::ValuesIn(engine_rows),
+INSTANTIATE_TEST_SUITE_P(Engines, AnyEngine, ::testing::ValuesIn(EngineRows),
                          [](auto const &suite) { return suite.param.name; });
 
 TEST_P(AnyEngine, ComesWithOneReference)
@@ -109,9 +109,9 @@ TEST(UserNavigatorEngine, HasItsVirtualOperationsInOrder)
 TEST_P(AnyEngine, IsNotMadeWithoutMemory)
 {
     LogCapture const log(LOG_PROGRESS);
-    setMemLimit(1);
+    set_mem_limit(1);
     EnginePtr const engine = GetParam().create();
-    setMemLimit(0);
+    set_mem_limit(0);
     EXPECT_EQ(engine.get(), nullptr);
     EXPECT_TRUE(log.texts().empty());
 }

@@ -18,6 +18,8 @@ class Action;
 class OSG_CONTRIBTOLVANITE_API ConstSizeTransform : public ConstSizeTransformBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Multiplies `matrix` from the right by `transform`.
     void accumulateMatrix(Matrix &matrix) override;
     /// Makes the volume infinite, because the size of the subtree in space depends on the view.

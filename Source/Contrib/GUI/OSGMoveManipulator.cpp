@@ -1,6 +1,0 @@
-#include "OSGMoveManipulator.h"
-
-namespace OSG
-{
-MoveManipulator::~MoveManipulator() = default;
-} // namespace OSG

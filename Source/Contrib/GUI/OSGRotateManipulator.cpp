@@ -1,6 +1,0 @@
-#include "OSGRotateManipulator.h"
-
-namespace OSG
-{
-RotateManipulator::~RotateManipulator() = default;
-} // namespace OSG

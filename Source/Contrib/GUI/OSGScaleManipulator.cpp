@@ -1,6 +1,0 @@
-#include "OSGScaleManipulator.h"
-
-namespace OSG
-{
-ScaleManipulator::~ScaleManipulator() = default;
-} // namespace OSG

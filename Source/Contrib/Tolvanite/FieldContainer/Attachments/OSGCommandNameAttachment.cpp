@@ -1,6 +1,0 @@
-#include "OSGCommandNameAttachment.h"
-
-namespace OSG
-{
-CommandNameAttachment::~CommandNameAttachment() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGHighlightMaterialAttachment.h"
-
-namespace OSG
-{
-HighlightMaterialAttachment::~HighlightMaterialAttachment() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGGeoProperty.h"
-
-namespace OSG
-{
-GeoProperty::~GeoProperty() = default;
-} // namespace OSG

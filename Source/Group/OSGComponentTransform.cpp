@@ -1,6 +1,0 @@
-#include "OSGComponentTransform.h"
-
-namespace OSG
-{
-ComponentTransform::~ComponentTransform() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGDirectionalLight.h"
-
-namespace OSG
-{
-DirectionalLight::~DirectionalLight() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGDistanceLOD.h"
-
-namespace OSG
-{
-DistanceLOD::~DistanceLOD() = default;
-} // namespace OSG

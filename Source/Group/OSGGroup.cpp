@@ -1,6 +1,0 @@
-#include "OSGGroup.h"
-
-namespace OSG
-{
-Group::~Group() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGGroupingStage.h"
-
-namespace OSG
-{
-GroupingStage::~GroupingStage() = default;
-} // namespace OSG

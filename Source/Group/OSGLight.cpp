@@ -1,6 +1,0 @@
-#include "OSGLight.h"
-
-namespace OSG
-{
-Light::~Light() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGMaterialChunkOverrideGroup.h"
-
-namespace OSG
-{
-MaterialChunkOverrideGroup::~MaterialChunkOverrideGroup() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGMaterialGroup.h"
-
-namespace OSG
-{
-MaterialGroup::~MaterialGroup() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGMultiCore.h"
-
-namespace OSG
-{
-MultiCore::~MultiCore() = default;
-} // namespace OSG

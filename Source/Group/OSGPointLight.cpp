@@ -1,6 +1,0 @@
-#include "OSGPointLight.h"
-
-namespace OSG
-{
-PointLight::~PointLight() = default;
-} // namespace OSG

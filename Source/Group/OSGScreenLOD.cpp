@@ -1,6 +1,0 @@
-#include "OSGScreenLOD.h"
-
-namespace OSG
-{
-ScreenLOD::~ScreenLOD() = default;
-} // namespace OSG

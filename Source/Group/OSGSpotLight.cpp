@@ -1,6 +1,0 @@
-#include "OSGSpotLight.h"
-
-namespace OSG
-{
-SpotLight::~SpotLight() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGBlendChunk.h"
-
-namespace OSG
-{
-BlendChunk::~BlendChunk() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGMaterial.h"
-
-namespace OSG
-{
-Material::~Material() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGMaterialChunk.h"
-
-namespace OSG
-{
-MaterialChunk::~MaterialChunk() = default;
-} // namespace OSG

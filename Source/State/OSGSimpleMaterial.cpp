@@ -1,6 +1,0 @@
-#include "OSGSimpleMaterial.h"
-
-namespace OSG
-{
-SimpleMaterial::~SimpleMaterial() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGSimpleTexturedMaterial.h"
-
-namespace OSG
-{
-SimpleTexturedMaterial::~SimpleTexturedMaterial() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGSwitchMaterial.h"
-
-namespace OSG
-{
-SwitchMaterial::~SwitchMaterial() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGTextureEnvChunk.h"
-
-namespace OSG
-{
-TextureEnvChunk::~TextureEnvChunk() = default;
-} // namespace OSG

@@ -1,6 +1,0 @@
-#include "OSGTextureObjChunk.h"
-
-namespace OSG
-{
-TextureObjChunk::~TextureObjChunk() = default;
-} // namespace OSG

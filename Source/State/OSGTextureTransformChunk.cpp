@@ -1,6 +1,0 @@
-#include "OSGTextureTransformChunk.h"
-
-namespace OSG
-{
-TextureTransformChunk::~TextureTransformChunk() = default;
-} // namespace OSG

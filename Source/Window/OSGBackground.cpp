@@ -1,6 +1,0 @@
-#include "OSGBackground.h"
-
-namespace OSG
-{
-Background::~Background() = default;
-} // namespace OSG

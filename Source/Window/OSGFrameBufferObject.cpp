@@ -1,6 +1,0 @@
-#include "OSGFrameBufferObject.h"
-
-namespace OSG
-{
-FrameBufferObject::~FrameBufferObject() = default;
-} // namespace OSG
