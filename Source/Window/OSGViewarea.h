@@ -43,8 +43,7 @@ class OSG_WINDOW_API Viewarea : public ViewareaBase
     /// Whether the area covers its window, pixel by pixel; false without a window.
     virtual bool calcIsFullWindow() const;
 
-    // --- size in pixels; 0 if the right edge lies left of the left one, or the top below the
-    // bottom
+    // --- size in pixels; 0 if the edges are in the wrong order ---
     Int32 calcPixelWidth() const;
     Int32 calcPixelHeight() const;
 

@@ -37,7 +37,8 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     /// deflection is the way from the middle of the view to the pointer.
     enum MoveMode : UInt32
     {
-        RadialMode = 0, ///< its length: a roll, or a step along the view; DirMode gives the sign
+        /// Its length. It gives a roll or a step along the view, and DirMode the sign of either.
+        RadialMode = 0,
         DominantAxisMode = 1, ///< the larger of its two components
         VerticalMode = 2,
         HorizontalMode = 3
