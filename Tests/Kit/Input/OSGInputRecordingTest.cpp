@@ -183,10 +183,10 @@ INSTANTIATE_TEST_SUITE_P(Texts, BadRecording, ::testing::ValuesIn(BadTexts),
 TEST(InputRecording, ATextWithoutALineEndTakesLittleMemory)
 {
     std::istringstream in(std::string(16 * 1024 * 1024, 'x'));
-    UInt64 const before = getMemBytes();
-    resetMemPeak();
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
     RecordingResult const result = read_recording(in);
-    EXPECT_LT(getMemPeakBytes() - before, 64u * 1024);
+    EXPECT_LT(get_mem_peak_bytes() - before, 64u * 1024);
     EXPECT_EQ(result.complaint, "line 1: more than 4096 characters");
 }
 
