@@ -35,10 +35,10 @@ Matrix4d Camera::worldToScreen(Matrix const &viewing, UInt32 width, UInt32 heigh
 
 namespace
 {
-// What is on the inner side of row 3 + sign * row `row` (Gribb, Hartmann: Fast extraction of
-// viewing frustum planes from the world-view-projection matrix, 2001). Where it has no direction it
-// is the plane that has everything inside: a far plane is at infinity as soon as single precision
-// tells (far + near) / (far - near) from 1 no more.
+// The plane whose coefficients are row 3 plus or minus row `row` of the matrix (Gribb, Hartmann:
+// Fast extraction of viewing frustum planes from the world-view-projection matrix, 2001). If these
+// rows give no direction, the result is the default plane, which has everything inside. That
+// happens to the far plane if (far + near) / (far - near) rounds to 1 in single precision.
 Plane plane_of(Matrix4d const &m, int row, int sign)
 {
     Real64 coefficient[4];
@@ -72,13 +72,15 @@ bool Camera::calcScreenToWorld(Matrix4d &result, Matrix const &viewing, UInt32 w
 
 namespace
 {
-// Of homogeneous points and the way between them. The far one may have no place: the length is then
-// that to the distance that the camera names.
+// The length of a ray between two homogeneous points; `way` has its direction. The end may lie at
+// infinity. The length is then computed from the camera's fields near and far.
 Real64 ray_length(Camera const &camera, Vec4d const &start, Vec4d const &end, Vec3d const &way,
                   Matrix const &viewing)
 {
-    constexpr Real64 noise = 1e-12; // of a w that is 0; of others single precision leaves 5e-8
-    if(end[3] / start[3] > noise)
+    // If the end lies at infinity, its w is 0 but for rounding in double precision. The smallest
+    // other ratio that matrices in single precision give is 5e-8.
+    constexpr Real64 LargestZeroW = 1e-12;
+    if(end[3] / start[3] > LargestZeroW)
         return way.length() / (start[3] * end[3]);
     Vec3d const ahead(-viewing[0][2], -viewing[1][2], -viewing[2][2]);
     Real64 const depth = Real64(camera.getFar()) - camera.getNear();
@@ -107,7 +109,8 @@ bool Camera::calcViewRay(Line &line, Int32 x, Int32 y, Viewport const &port, Rea
     Real64 const distance = ray_length(*this, start, end, way, viewing);
     if(!(distance > 0) || !std::isfinite(distance))
         return false;
-    // Of length 1 before it is rounded: a ray may be shorter than what a line can normalise.
+    // Line does not normalise directions shorter than 1e-6, and a ray may be that short. So the
+    // direction is given length 1 here.
     Vec3d const direction = way * (1 / way.length());
     line.setValue(Pnt3f(start[0] / start[3], start[1] / start[3], start[2] / start[3]),
                   Vec3f(direction[0], direction[1], direction[2]));

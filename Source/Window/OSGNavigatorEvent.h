@@ -4,7 +4,7 @@
 
 namespace OSG
 {
-/// One event of a window as a Navigator takes it.
+/// One event of a window, as Navigator::handle takes it.
 struct NavigatorEvent
 {
     enum Kind : UInt8
@@ -12,13 +12,13 @@ struct NavigatorEvent
         ButtonPress,
         ButtonRelease,
         Key,
-        Move,  ///< the pointer, with a button down
-        Hover, ///< the pointer, with none down
-        Idle,
-        KillFocus
+        Move,     ///< the pointer moves while a button is down
+        Hover,    ///< the pointer moves while no button is down
+        Idle,     ///< the regular call between events
+        KillFocus ///< the window has lost the keyboard
     };
 
-    /// Buttons, and steps of the wheel, which come as presses without a release.
+    /// Buttons, and steps of the wheel. A step is a press without a release.
     enum Button : Int16
     {
         LeftButton = 0,
@@ -28,7 +28,7 @@ struct NavigatorEvent
         WheelDown = 4
     };
 
-    /// Codes of keys that come without VirtualKey.
+    /// Codes of the navigation keys. They come without the bit VirtualKey.
     enum NavigationKey : Int16
     {
         LeftKey = 0,
@@ -48,9 +48,9 @@ struct NavigatorEvent
     };
 
     Kind kind = Idle;
-    Int16 code = 0;       ///< button or key; of Idle the button that is down
-    UInt16 modifiers = 0; ///< of Key alone
-    Int16 x = 0;          ///< the pointer in pixels from the window's left top corner
+    Int16 code = 0;       ///< the button or the key; for Idle the button that is down
+    UInt16 modifiers = 0; ///< used by Key only
+    Int16 x = 0;          ///< place of the pointer, in pixels from the window's left top corner
     Int16 y = 0;
 
     friend bool operator==(NavigatorEvent const &, NavigatorEvent const &) = default;

@@ -5,12 +5,12 @@
 
 namespace OSG
 {
-/// Sees what a navigator is told; see Navigator::setEventObserver.
+/// Sees every event that a navigator handles; see Navigator::setEventObserver.
 class OSG_WINDOW_API NavigatorObserver
 {
   public:
     virtual ~NavigatorObserver();
-    /// Called before the event is handled. It must not handle events itself.
+    /// Called before the navigator handles the event. It must not pass events to the navigator.
     virtual void observe(NavigatorEvent const &event) = 0;
 };
 } // namespace OSG

@@ -4,12 +4,12 @@
 
 namespace OSG
 {
-/// Shows `verticalSize` units from the bottom to the top of the picture at every depth; the width
-/// follows the shape of the picture, pixels are squares.
+/// A camera that shows `verticalSize` units of the scene from the bottom to the top of the picture,
+/// at every depth. Pixels are squares, so the width follows from the shape of the picture.
 class OSG_WINDOW_API OrthographicCamera : public OrthographicCameraBase
 {
   public:
-    /// The identity unless verticalSize > 0 and near < far, which may lie behind the eye here.
+    /// The identity unless verticalSize > 0 and near < far. Near and far may lie behind the eye.
     void getProjection(Matrix &result, UInt32 width, UInt32 height) const override;
 
   protected:

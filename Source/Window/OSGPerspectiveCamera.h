@@ -4,8 +4,8 @@
 
 namespace OSG
 {
-/// Opens by `fov` radians from the bottom to the top of the picture; the width follows the shape
-/// of the picture, pixels are squares.
+/// A camera whose field of view is `fov` radians from the bottom to the top of the picture. Pixels
+/// are squares, so the horizontal field of view follows from the shape of the picture.
 class OSG_WINDOW_API PerspectiveCamera : public PerspectiveCameraBase
 {
   public:

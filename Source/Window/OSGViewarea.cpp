@@ -13,7 +13,8 @@ Int32 pixel_at(Real32 edge)
 {
     if(std::isnan(edge))
         return 0;
-    // Far beyond any window, and sums of two of them still fit.
+    // An edge may be any number. This limit is far beyond any window, and the sum of two such edges
+    // still fits into an Int32.
     constexpr Real32 Farthest = 1 << 29;
     return static_cast<Int32>(std::clamp(edge, -Farthest, Farthest));
 }

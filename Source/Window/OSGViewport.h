@@ -11,11 +11,10 @@ namespace OSG
 class OSG_WINDOW_API Viewport : public ViewportBase
 {
   public:
-    /// Applies `action` to the root with the traversal mask of the view. Where camera, background
-    /// or root is missing, the first of them in this order is logged as a warning and nothing is
-    /// done.
+    /// Applies `action` to the root with the traversal mask of the view. If the camera, the
+    /// background or the root is missing, it only logs a warning that names the first missing one.
     void render(RenderActionBase *action) override;
-    /// Appends this to the views of a window.
+    /// Appends this viewport to the ports of a window.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 
   protected:

@@ -14,7 +14,7 @@ void Window::setSize(UInt16 width, UInt16 height)
     setHeight(height);
 }
 
-// --- views ---
+// --- viewports ---
 
 void Window::addPort(Viewport *port)
 {
@@ -50,7 +50,7 @@ void Window::orphanPorts()
     }
 }
 
-// The views of the source, between the copies of this aspect.
+// The viewports need their parents set, which the base does not know.
 void Window::execSync(WindowBase *from, BitVector whichField, AspectOffsets &offsets,
                       BitVector syncMode, UInt32 syncInfo)
 {
@@ -59,8 +59,8 @@ void Window::execSync(WindowBase *from, BitVector whichField, AspectOffsets &off
         syncPorts(static_cast<Window const &>(*from));
 }
 
-// A view that has moved is still among those of the window that it left, until that one is
-// synchronised: its parent is the one that says so last.
+// A viewport may have moved to another window. In this aspect it is then in the lists of both
+// windows until both are synchronised. Its parent is the window that was synchronised last.
 void Window::syncPorts(Window const &source)
 {
     std::vector<UnrecordedRefPtr<Viewport>> ports;

@@ -4,8 +4,8 @@
 
 namespace OSG
 {
-/// A window of `width` by `height` pixels and the views in it. It needs no desktop: this base is
-/// enough wherever only the arithmetic of pixels counts.
+/// A window of `width` by `height` pixels and the viewports in it. It needs no desktop. This base
+/// class is enough for programs that only compute with pixels.
 class OSG_WINDOW_API Window : public WindowBase
 {
   public:
@@ -13,12 +13,13 @@ class OSG_WINDOW_API Window : public WindowBase
 
     void setSize(UInt16 width, UInt16 height);
 
-    // --- views; the window is their one parent and counts them ---
+    // --- viewports; a viewport has one window, which keeps a reference to it ---
     UInt32 getNPorts() const { return _mfPorts.size(); }
     Viewport *getPort(UInt32 index) const { return _mfPorts[index]; }
-    /// Appends `port`, which leaves the window that it has. Null does nothing.
+    /// Takes `port` out of the window that it is in and appends it here. Null does nothing.
     void addPort(Viewport *port);
-    /// Takes the view out; it loses a reference. One that is not here does nothing.
+    /// Takes the viewport out and gives its reference back. Does nothing if it is not in this
+    /// window.
     void subPort(Viewport *port);
 
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
@@ -28,7 +29,7 @@ class OSG_WINDOW_API Window : public WindowBase
 
   protected:
     Window() = default;
-    /// A copy has the size and no views.
+    /// A copy has the size and no viewports.
     Window(Window const &source)
         : WindowBase(source)
     {

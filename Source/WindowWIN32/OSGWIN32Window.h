@@ -6,11 +6,12 @@
 
 namespace OSG
 {
-/// How the desktop names a window: an HWND where there are such, the number of an X11 window
-/// elsewhere. Null names none.
+/// The desktop's handle of a window: an HWND on Windows, the number of a window on X11. Null stands
+/// for no window.
 using NativeWindow = void *;
 
-/// A window of the desktop. The host makes the native window and keeps it; here is its handle.
+/// A window of the desktop. The host creates and destroys the native window; this class only stores
+/// its handle.
 class OSG_WINDOWWIN32_API WIN32Window : public WIN32WindowBase
 {
   public:

@@ -17,7 +17,7 @@ namespace
 constexpr char const *Singular =
     "TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n";
 
-/// A camera with the place that it looks from, in a viewport that may be part of a window.
+/// A camera with its beacon, in a viewport that may be a part of a window.
 struct View
 {
     UnrecordedRefPtr<Camera> camera;
@@ -233,7 +233,7 @@ TEST_P(FarAway, RaysLeaveTheEyeThroughTheirPixels)
 
 TEST_P(FarAway, RaysEndAtTheFarPlane)
 {
-    // What the projection still has of far grows coarse before it is lost.
+    // The projection holds far ever more coarsely until it holds it no longer.
     Real64 const tolerance = GetParam() < 1e6f ? 0.1 : GetParam() < 1e7f ? 0.6 : 1e-5;
     for(int i = 0; i < 300; ++i)
     {

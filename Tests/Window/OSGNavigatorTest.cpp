@@ -11,7 +11,7 @@ using namespace OSG::Test;
 
 namespace
 {
-/// Writes down what it is called with; its pose is three plain values.
+/// Notes the calls that it gets. Its pose consists of three values that a test may set.
 class NotingEngine : public NavigatorEngine
 {
   public:
@@ -467,7 +467,7 @@ TEST(NavigatorEngine, AnEngineThatOverridesNeitherIgnoresKeys)
     EXPECT_EQ(notes_of_keys<DeafEngine>(), Notes());
 }
 
-/// Makes two keys of one.
+/// Answers a key by sending another key.
 class RepeatingEngine : public NotingEngine
 {
   public:

@@ -68,7 +68,7 @@ TEST(Viewarea, CrossedEdgesHaveNoPixels)
     EXPECT_EQ(area->calcPixelHeight(), 0);
 }
 
-TEST(Viewarea, EdgesThatAreNoNumbersOrBeyondAllPixelsAreHarmless)
+TEST(Viewarea, EdgesThatAreNaNOrBeyondAllPixelsAreHarmless)
 {
     ViewportPtr const area(Viewport::create());
     area->setLeft(NAN);

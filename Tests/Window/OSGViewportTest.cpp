@@ -11,7 +11,7 @@ using namespace OSG::Test;
 
 namespace
 {
-/// Counts the groups that it is led to.
+/// Counts the groups that its walk enters.
 class CountingAction : public RenderActionBase
 {
   public:

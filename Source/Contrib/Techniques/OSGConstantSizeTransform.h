@@ -5,14 +5,15 @@
 
 namespace OSG
 {
-/// Keeps the size of its subtree on the screen; the scale is known when it is rendered.
+/// Shows its subtree at the same size on the screen wherever the camera is. Rendering computes the
+/// matrix that does so; until then it is the identity.
 class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTransformBase,
                                                         public RenderedMatrix
 {
   public:
     static constexpr Replaced Replaces = Replaced::InitMethod;
 
-    /// Multiplies the matrix that rendering keeps.
+    /// Multiplies `matrix` from the right by the matrix that rendering has computed last.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;
 

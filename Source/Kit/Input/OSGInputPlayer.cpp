@@ -10,7 +10,7 @@ namespace OSG
 {
 CameraPose pose_of(NavigatorEngine &engine)
 {
-    engine.getMatrix(); // some engines bring their points up to date here alone
+    engine.getMatrix(); // some engines update from, at and up only here
     return {engine.getFrom(), engine.getAt(), engine.getUp(), engine.getDistance()};
 }
 

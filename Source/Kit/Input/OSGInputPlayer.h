@@ -6,7 +6,7 @@
 
 namespace OSG
 {
-/// Where a camera stands, as an engine tells it.
+/// The pose of an engine, see NavigatorEngine.
 struct CameraPose
 {
     Pnt3f from;
@@ -16,24 +16,27 @@ struct CameraPose
 
     friend bool operator==(CameraPose const &, CameraPose const &) = default;
 };
-/// The engine's pose, brought up to date.
+/// Reads the pose after the engine has brought it up to date.
 OSG_TOLVANITEKIT_API CameraPose pose_of(NavigatorEngine &engine);
 
-/// Plays a recording without a window: in a viewport of so many pixels that shows a scene through a
-/// camera as the recording has it. The same recording, scene, engine and size give the same poses
-/// to the last bit; the times of the events play no part.
+/// Plays a recording without a window of the desktop. The player has its own viewport, window and
+/// camera. The viewport covers the window; the camera is the one that the recording describes.
+///
+/// The same recording, scene, engine and size give the same poses to the last bit. The times of the
+/// events are not used.
 class OSG_TOLVANITEKIT_API InputPlayer
 {
   public:
-    /// The engine is counted and takes the recording's pose; it should be fresh. The scene is
-    /// counted, its volumes are brought up to date. The recording outlives the player.
+    /// Keeps a reference to the engine and gives it the recording's pose. The engine should come
+    /// straight from its `create`. Keeps a reference to the scene and updates its volumes. Keeps no
+    /// copy of the recording, which has to live as long as the player.
     InputPlayer(InputRecording const &recording, NavigatorEngine *engine, Node *scene, UInt16 width,
                 UInt16 height);
     InputPlayer(InputPlayer const &) = delete;
     InputPlayer &operator=(InputPlayer const &) = delete;
     ~InputPlayer();
 
-    /// Has the navigator handle the next event. False, and nothing done, behind the last one.
+    /// Handles the next event. After the last one it does nothing and returns false.
     bool step();
     /// Number of events handled so far.
     std::size_t getPosition() const { return _position; }
@@ -47,7 +50,7 @@ class OSG_TOLVANITEKIT_API InputPlayer
     std::size_t _position = 0;
     UnrecordedRefPtr<Node> _beacon;
     UnrecordedRefPtr<Viewport> _viewport;
-    UnrecordedRefPtr<Window> _window; // of pixels alone
+    UnrecordedRefPtr<Window> _window; // has a size, but is no window of the desktop
     Navigator _navigator;
 };
 } // namespace OSG

@@ -28,7 +28,7 @@ InputRecorder::InputRecorder(Navigator &navigator, Clock clock)
 
 InputRecorder::~InputRecorder()
 {
-    // Another observer may have come since, a newer recorder for one.
+    // Another observer, such as a newer recorder, may have been set since.
     if(_navigator.getEventObserver() == this)
         _navigator.setEventObserver(nullptr);
 }
@@ -50,12 +50,12 @@ void InputRecorder::takeCamera()
 void InputRecorder::takePose()
 {
     NavigatorEngine &engine = *_navigator.getEngine();
-    engine.getMatrix(); // brings the points up to date
+    engine.getMatrix(); // some engines update from, at and up only here
     _recording.from = engine.getFrom();
     _recording.at = engine.getAt();
     _recording.up = engine.getUp();
     engine.set(_recording.from, _recording.at, _recording.up);
-    _navigator.updateCameraTransformation(); // the camera is where the replay's will be
+    _navigator.updateCameraTransformation(); // a replay begins with the camera at this pose
 }
 
 void InputRecorder::observe(NavigatorEvent const &event)

@@ -7,29 +7,29 @@
 
 namespace OSG
 {
-/// Writes down what a navigator is told, while it lives.
+/// Records the events that a navigator handles, from its construction to its destruction.
 ///
 ///     InputRecorder recorder(navigator, seconds);
-///     ...                               // events as ever
+///     ...                               // the host passes events to the navigator as usual
 ///     write_recording(file, recorder.getRecording());
 ///
-/// The recording begins with the navigator's camera, pose and settings. For a replay that is equal
-/// to the last bit the engine is given its own pose anew at that moment, which may round it, and
-/// the pointer's place is the first event, a hover. What the engine has been set to beyond its pose
-/// is not written down: a replay has an engine as it is created.
+/// The recording begins with the navigator's camera, pose and settings. A replay shall give the
+/// same poses to the last bit. So the constructor sets the engine to the engine's own pose, which
+/// may round it, and records the place of the pointer as a first event, a hover. Settings of the
+/// engine other than its pose are not recorded. A replay uses an engine as `create` makes it.
 ///
-/// Events hold pixels of the window, and a replay shows the view in a window of its own: what is
-/// recorded is a viewport that covers the whole window.
+/// Events hold pixels of the window. The viewport has to cover its window, because a replay shows
+/// the view in a window of its own.
 ///
-/// It takes the place of the navigator's observer, until it ends or another one comes.
+/// The recorder is the navigator's observer until it is destroyed or another observer is set.
 class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver
 {
   public:
-    /// Seconds since any moment; it does not run backwards.
+    /// Gives the seconds since a fixed moment. They must not decrease.
     using Clock = boost::function<Real64()>;
 
-    /// The navigator has engine, viewport and a perspective or an orthographic camera, and outlives
-    /// the recorder. The viewport covers its window.
+    /// The navigator must have an engine and a viewport with a perspective or an orthographic
+    /// camera. It must live longer than the recorder.
     InputRecorder(Navigator &navigator, Clock clock);
     InputRecorder(InputRecorder const &) = delete;
     InputRecorder &operator=(InputRecorder const &) = delete;

@@ -38,7 +38,7 @@ EventWord const EventWords[] = {
 
 // --- reading ---
 
-/// What is wrong with a line; caught where the line's number is known.
+/// Thrown for a fault in a line. read_recording catches it and adds the line's number.
 struct Complaint
 {
     std::string text;
@@ -46,14 +46,14 @@ struct Complaint
 
 [[noreturn]] void complain(std::string const &text) { throw Complaint{text}; }
 
-/// A word of a file, short and fit to be shown.
+/// A word of the file for a complaint: cut off if it is long, and without control characters.
 std::string shown(std::string_view word)
 {
     constexpr std::size_t LongestShown = 40;
     return shown_text(word.substr(0, LongestShown));
 }
 
-/// The words of a line, taken from the first to the last.
+/// The words of a line up to its comment. Each call of take() gives the next one.
 class Words
 {
   public:
@@ -218,7 +218,7 @@ class Reader
             complain("depth wants near < far");
     }
 
-    // What several lines say together.
+    // These checks concern several lines, so they wait for the end of the file.
     void checkView() const
     {
         if(_recording.projection == InputRecording::Projection::Perspective &&
@@ -305,8 +305,9 @@ void write_event(std::ostream &out, InputRecording::TimedEvent const &timed)
     }
 }
 
-// As std::getline, with an end: no line of a recording comes near the limit, a file that is none
-// may have no line break at all.
+// Like std::getline, but with a limit. A file that is not a recording may have no line break at
+// all, and std::getline would read all of it into memory. The longest event has less than 100
+// characters; the limit leaves room for comments.
 bool take_line(std::istream &in, std::string &line)
 {
     constexpr std::size_t LongestLine = 4096;

@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// What a user did in a view, as text that people can read and change.
+/// Recordings of what a user did in a view, as text that people can read and change.
 ///
-/// The format, with all its words, is described in Docs/recordings.md. In short:
+/// Docs/recordings.md describes the format with all its words. An example:
 ///
 ///     tolvanite-events 1
 ///     camera perspective 45
@@ -18,7 +18,7 @@
 ///     0.516 move 324 240
 ///     0.533 release 0 324 240
 ///
-/// Numbers are written so that they read back to the same bits.
+/// Numbers are written so that reading them gives the same bits again.
 
 #include <iosfwd>
 #include <optional>
@@ -31,7 +31,7 @@
 
 namespace OSG
 {
-/// The view that a recording begins in, and the events in their order.
+/// The view and the settings at the start of a recording, and its events in their order.
 struct InputRecording
 {
     enum class Projection
@@ -42,12 +42,13 @@ struct InputRecording
 
     struct TimedEvent
     {
-        Real64 seconds; ///< since the recording began; never before the event before it
+        Real64 seconds; ///< since the recording began; not less than that of the event before
         NavigatorEvent event;
     };
 
     Projection projection = Projection::Perspective;
-    /// Vertical field of view in degrees, or what an orthographic camera sees vertically.
+    /// The vertical field of view in degrees; for an orthographic camera the height of the picture
+    /// in units of the scene.
     Real64 opening = 45;
     Real32 near = 0.1f;
     Real32 far = 10000.f;
@@ -61,13 +62,16 @@ struct InputRecording
     std::vector<TimedEvent> events;
 };
 
-/// Either a recording, or what is wrong with the text: "line 3: ...".
+/// A recording or, if the text is not one, a complaint such as "line 3: time runs backwards".
 struct RecordingResult
 {
     std::optional<InputRecording> recording;
     std::string complaint;
 };
 
+/// Reads up to the end of the stream or to the first fault. Memory is bounded by the events that
+/// were read and the longest line that is allowed, 4096 characters.
 OSG_TOLVANITEKIT_API RecordingResult read_recording(std::istream &in);
+/// Writes a text that read_recording reads back to an equal recording.
 OSG_TOLVANITEKIT_API void write_recording(std::ostream &out, InputRecording const &recording);
 } // namespace OSG

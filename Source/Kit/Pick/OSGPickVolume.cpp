@@ -15,7 +15,8 @@ struct DepthRange
     Real64 nearest, farthest;
 };
 
-// Depths of the corners of `bounds`: how far they lie in front of the eye along the view.
+// The smallest and the largest depth of the corners of `bounds`. The depth of a point is its
+// distance from the eye along the view direction.
 DepthRange depths_of(BoxVolume const &bounds, Matrix const &camera)
 {
     Vec4f const &back = camera[2];
@@ -33,13 +34,13 @@ DepthRange depths_of(BoxVolume const &bounds, Matrix const &camera)
     return range;
 }
 
-// Height of the view at depth 1.
+// The height of what the view shows at depth 1.
 Real64 height_at_one(PickView const &view)
 {
     return 2 * std::tan(view.fieldOfView * std::numbers::pi / 360);
 }
 
-// The four corners that `area` has at `depth`, left at the bottom first, counter-clockwise.
+// The corners of `area` at `depth`, counter-clockwise from the left bottom corner.
 void put_face(PickView const &view, PixelArea const &area, Matrix const &camera, Real64 depth,
               Pnt3f *corners)
 {
@@ -57,7 +58,8 @@ void put_face(PickView const &view, PixelArea const &area, Matrix const &camera,
         camera.mult(inView[i], corners[i]);
 }
 
-// The depth from which on the corners of a small area are different numbers.
+// The depth from which on the corners of a small area differ by enough units in the last place.
+// Corners that round to the same point would give planes in arbitrary directions.
 Real64 depth_of_distinct_corners(PickView const &view, Real32 radius)
 {
     constexpr Real64 PixelsApart = 2;

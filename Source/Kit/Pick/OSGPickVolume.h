@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The volumes that a click or a rubber band in a perspective view stands for.
+/// The volumes that belong to a click or a rubber band in a perspective view.
 
 #include <optional>
 
@@ -14,30 +14,31 @@ namespace OSG
 /// A perspective view and the window that shows it.
 struct PickView
 {
-    Pnt3f from;           ///< the eye, in the coordinates that the scene's root lies in
-    Pnt3f at;             ///< a point in the middle of the window
-    Vec3f up;             ///< what points upwards in the window
-    Real32 fieldOfView;   ///< vertical, in degrees, between 0 and 180
-    UInt32 width, height; ///< of the window, in pixels
+    Pnt3f from;           ///< the eye, in the coordinates of the scene's root
+    Pnt3f at;             ///< a point that appears in the middle of the window
+    Vec3f up;             ///< the direction that points upwards in the window
+    Real32 fieldOfView;   ///< vertical field of view in degrees, between 0 and 180
+    UInt32 width, height; ///< size of the window in pixels
 };
 
-/// Part of a window in pixels, counted from its left top corner: x = 0 is the left edge, x = width
-/// the right one. It may reach beyond the window.
+/// A rectangle of a window in pixels, counted from the window's left top corner. x = 0 is the left
+/// edge of the window and x = width is its right edge. The rectangle may reach beyond the window.
 struct PixelArea
 {
     Real32 left, top, right, bottom;
 };
 
-/// What a pixel covers: the square from `x - radius` to `x + radius`, likewise in y.
+/// The square from `x - radius` to `x + radius` and from `y - radius` to `y + radius`.
 OSG_TOLVANITEKIT_API PixelArea pixel_square(Real32 x, Real32 y, Real32 radius);
-/// The rectangle between two opposite corners, whichever they are.
+/// The rectangle between two opposite corners, given in any order.
 OSG_TOLVANITEKIT_API PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, Real32 y1);
 
-/// False for a view that shows nothing: a window of 0 pixels, an angle outside 0 to 180 degrees,
-/// `at` equal to `from`, `up` of length 0 or along the view, or a number that is not finite.
+/// False for a view that shows nothing: a window without pixels, a field of view outside 0 to 180
+/// degrees, `at` equal to `from`, `up` of length 0 or parallel to the view, or a number that is not
+/// finite.
 OSG_TOLVANITEKIT_API bool is_view(PickView const &view);
 
-/// Radius of a click in pixels where nothing else is said.
+/// The radius of a click in pixels if the caller gives none.
 inline constexpr Real32 DefaultPickRadius = 2;
 
 /// The solid that `area` covers in the view, from the front to the back of `bounds`, in the
@@ -49,8 +50,8 @@ inline constexpr Real32 DefaultPickRadius = 2;
 /// units in the last place of the eye's largest coordinate. Nearer than that, corners a pixel apart
 /// would round to one point.
 ///
-/// No value for a volume that holds nothing: bounds that are empty, infinite or behind the eye, an
-/// area without extent, near not before far, or a view for which is_view is false.
+/// There is no value if the bounds are empty, infinite or behind the eye, if the area has no
+/// extent, if the near side is not nearer than the far side, or if is_view is false for the view.
 OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
                                                         BoxVolume const &bounds,
                                                         Real32 radius = DefaultPickRadius);

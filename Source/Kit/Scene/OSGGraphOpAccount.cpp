@@ -15,7 +15,8 @@ namespace OSG
 {
 namespace
 {
-// Keeps the address of an object from being used again, and not the object.
+// A weak reference: the object may be destroyed, but its address is not used for another object. An
+// equal address then means the same object.
 template <class T>
 using PlaceHold = RefCountPtr<T, WeakRefCountPolicy>;
 
@@ -42,7 +43,7 @@ Material *material_of(NodeCore const *core)
 
 bool is_geometry(NodeCore const *core) { return dynamic_cast<Geometry const *>(core) != nullptr; }
 
-/// The scene before an operation, and what has become of it.
+/// Remembers the scene before an operation and compares it with the scene after.
 class Comparison
 {
   public:

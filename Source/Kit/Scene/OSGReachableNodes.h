@@ -7,8 +7,9 @@
 
 namespace OSG
 {
-/// Calls `look(node)` for `root`, for what is below it and for the trees that are visited from
-/// there, once for each node however often it is visited. `look` edits nothing.
+/// Calls `look(node)` for `root`, for all nodes below it, and for the nodes of trees that cores
+/// below it show elsewhere (NodeCore::getOtherTree). Each node is looked at once. `look` must not
+/// edit the scene.
 template <class Look>
 void for_each_reachable_node(Node *root, Look const &look)
 {
@@ -39,7 +40,7 @@ void for_each_reachable_node(Node *root, Look const &look)
     }
 }
 
-/// Number of these nodes.
+/// The number of nodes that for_each_reachable_node looks at.
 inline UInt64 count_reachable_nodes(Node *root)
 {
     UInt64 count = 0;

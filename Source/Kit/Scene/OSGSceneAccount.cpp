@@ -48,7 +48,7 @@ UInt64 points_of(Geometry const &geometry)
     return count;
 }
 
-/// Counts what hangs on nodes; each node comes once.
+/// Counts what nodes refer to. It is given each node once.
 class Counter
 {
   public:
@@ -99,7 +99,8 @@ class Counter
         _account.points += parts.points;
     }
 
-    // With what a switch material switches between; materials may name each other in a circle.
+    // Also counts the materials that a switch material switches between. They may refer to each
+    // other in a circle, which the set of counted materials ends.
     void countMaterials(Material *first)
     {
         std::vector<Material *> open{first};

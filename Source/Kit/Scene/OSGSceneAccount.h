@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// What a scene holds, in numbers.
+/// Counts of what a scene holds.
 
 #include <map>
 #include <string>
@@ -15,27 +15,29 @@ class Node;
 
 struct SceneAccount
 {
-    /// Nodes of the tree and of the trees that it visits elsewhere, each once however often it is
-    /// visited.
+    /// Nodes of the tree and of the trees that its cores show from elsewhere. Each node counts
+    /// once.
     UInt64 nodes = 0;
-    /// Objects, each once however many share it: geometry cores; materials of geometries and of
-    /// material groups, with those that they switch between; images of these materials.
+    /// Geometry cores, materials and images. Each object counts once, however many nodes share it.
+    /// Materials are those of geometries and of material groups, and those that a switch material
+    /// switches between. Images are those of the materials.
     UInt64 geometries = 0;
     UInt64 materials = 0;
     UInt64 images = 0;
     /// Elements of the position arrays; an array that several geometries share counts once.
     UInt64 vertices = 0;
-    /// What the iterators deliver, for every node that shows a geometry. Points are the vertices
-    /// of point primitives that have a position.
+    /// Triangles and lines that the iterators deliver, and vertices of point primitives that have a
+    /// position. A geometry that several nodes share counts for each of them.
     UInt64 triangles = 0;
     UInt64 lines = 0;
     UInt64 points = 0;
-    /// Nodes by the type name of their core; nodes without one are left out.
+    /// The number of nodes for each type name of a core. Nodes without a core are left out.
     std::map<std::string, UInt64> cores;
-    /// Box of the scene in the coordinates that its root lies in; empty where there is nothing.
+    /// The box of the scene in the coordinates of its root. Empty if nothing has a volume.
     BoxVolume bounds;
 };
 
-/// Counts what is at and below `root`, and brings its volumes up to date. Null has nothing.
+/// Counts what `root` and the nodes below it hold, and updates their volumes. Null gives an account
+/// of zeros.
 OSG_TOLVANITEKIT_API SceneAccount account_of(Node *root);
 } // namespace OSG

@@ -24,9 +24,13 @@ struct Segment
     Pnt3f a, b;
 };
 
+/// A scene with more edges is drawn as boxes. More lines than these would be one grey area.
 constexpr std::size_t MostEdges = 40000;
+/// Two faces are in one plane if the cosine of the angle between them is at least this (2.6
+/// degrees).
+constexpr Real32 CoplanarCosine = 0.999f;
 
-/// Edges of triangles in world space, those between faces of one plane left out.
+/// Collects the edges of triangles in world space. Edges between faces of one plane are left out.
 class EdgeCollector
 {
   public:
@@ -55,7 +59,7 @@ class EdgeCollector
     using Key = std::array<Real32, 6>;
     struct Edge
     {
-        Vec3f normal; // of the first face
+        Vec3f normal; // normal of the first face that has the edge
         int faces = 1;
         bool coplanar = true;
 
@@ -92,8 +96,8 @@ class EdgeCollector
             return;
         Edge &edge = place->second;
         ++edge.faces;
-        // A face that disagrees makes the edge sharp, whatever those behind it say.
-        edge.coplanar = edge.coplanar && std::abs(edge.normal.dot(normal)) >= 0.999f;
+        // One face in another plane makes the edge sharp; later faces do not change that.
+        edge.coplanar = edge.coplanar && std::abs(edge.normal.dot(normal)) >= CoplanarCosine;
     }
 
     void addBox(BoxVolume const &box)
@@ -119,19 +123,23 @@ class EdgeCollector
     std::vector<Segment> _boxes;
 };
 
-/// One of the two pictures: which axes run to the right and down, and where it lies on the sheet.
-/// In Real64, as the difference of two coordinates may be more than a Real32 holds.
+/// Width of the sheet and of its margins, in units of the sheet.
+constexpr Real64 SheetWidth = 800;
+constexpr Real64 Margin = 10;
+
+/// One of the two views, and its place on the sheet. The numbers are Real64, because the difference
+/// of two Real32 coordinates may be too large for a Real32.
 struct Panel
 {
-    int down;         // 2 from above, 1 from the front
-    Real64 sign;      // of the axis that runs down
-    Real64 left, top; // in the scene, of the panel's corner
-    Real64 offset;    // on the sheet, downwards
-    Real64 scale;
+    int down;    // the axis of the scene that is drawn vertically: 2 from above, 1 from the front
+    Real64 sign; // 1 if that axis runs down the sheet, -1 if it runs up
+    Real64 left, top; // the left top corner of the view, in the scene
+    Real64 offset;    // the top of the view on the sheet
+    Real64 scale;     // units of the sheet for one unit of the scene
 
     std::array<Real64, 2> place(Pnt3f const &p) const
     {
-        return {10 + (p[0] - left) * scale, offset + 10 + (p[down] * sign - top) * scale};
+        return {Margin + (p[0] - left) * scale, offset + Margin + (p[down] * sign - top) * scale};
     }
 };
 
@@ -185,7 +193,8 @@ class Sheet
     }
     std::string pair(Pnt3f const &point) const { return text(_panel.place(point)); }
 
-    // Twelve units of the sheet long where the view lies in the sheet, shorter where it does not.
+    // The stroke is 12 units of the sheet long if the camera looks along the sheet. It is shorter
+    // if the camera looks into the sheet or out of it.
     void stroke(PathPoint const &point)
     {
         constexpr Real64 Length = 12;
@@ -232,11 +241,13 @@ void write_path_plot(std::ostream &out, Node *scene, std::vector<PathPoint> cons
     Pnt3f min, max;
     bounds.getBounds(min, max);
     auto const extent = [&min, &max](int axis) { return Real64(max[axis]) - min[axis]; };
-    constexpr Real64 SmallestExtent = 1e-3; // a scene of one point still has a scale
-    Real64 const scale = 780 / std::max({extent(0), extent(2), SmallestExtent});
-    Real64 const plan = extent(2) * scale + 30;
-    Real64 const height = plan + extent(1) * scale + 20;
-    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"800\" height=\"" << text_of(height)
+    constexpr Real64 SmallestExtent = 1e-3; // a scene of one point needs a scale, too
+    Real64 const scale =
+        (SheetWidth - 2 * Margin) / std::max({extent(0), extent(2), SmallestExtent});
+    Real64 const plan = extent(2) * scale + 3 * Margin; // its margins, and one between the views
+    Real64 const height = plan + extent(1) * scale + 2 * Margin;
+    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << SheetWidth << "\" height=\""
+        << text_of(height)
         << "\">\n<style>.scene{stroke:#b0b0b0;stroke-width:.6;fill:none}"
            ".path{stroke:#c02020;stroke-width:1.5;fill:none}"
            ".look{stroke:#2040c0;stroke-width:1;fill:none}</style>\n"

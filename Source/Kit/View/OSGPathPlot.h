@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Pictures of the way that a camera took through a scene.
+/// Pictures of the path of a camera through a scene.
 
 #include <iosfwd>
 #include <vector>
@@ -19,11 +19,13 @@ struct PathPoint
     Pnt3f at;
 };
 
-/// Writes an SVG picture: the scene's sharp edges and the path from above (x to the right, z down)
-/// and, below that, from the front (x to the right, y up), both to the same scale. Each point of
-/// the path has a mark and a stroke towards what it looks at; the first one is a circle. Points
-/// that are not finite are left out. The scene may be null. Where it has more than 40,000 edges,
-/// the boxes of its geometry are drawn in their place.
+/// Writes an SVG picture with two views of the scene's sharp edges and of the path, both to the
+/// same scale. The upper one is from above, with x to the right and z down. The lower one is from
+/// the front, with x to the right and y up. The path is a line with a stroke at each point towards
+/// the point that is looked at. A circle marks its begin.
+///
+/// Points and edges that are not finite are left out. The scene may be null. If it has more than
+/// 40,000 edges, the boxes of its geometry are drawn instead.
 OSG_TOLVANITEKIT_API void write_path_plot(std::ostream &out, Node *scene,
                                           std::vector<PathPoint> const &path);
 } // namespace OSG

@@ -130,7 +130,7 @@ TEST_P(InputPlayerOf, PlaysItsRecordingAsTheSlowEngineDoes)
     hold_against_slow(recording_of(GetParam().name), GetParam(), 1e-3);
 }
 
-/// A user who does anything, yet lets go of buttons.
+/// Random events of all kinds. A button that goes down goes up again.
 InputRecording random_recording(EngineRow const &row, RandomNumbers &random)
 {
     InputRecording recording = recording_of(row.name);
@@ -194,11 +194,12 @@ TEST_P(InputPlayerOf, PlaysTheSameBitsEveryTime)
     EXPECT_EQ(play(recording, GetParam()), play(recording, GetParam()));
 }
 
-/// Plays the rest of a session under a recorder, after some events that use the camera at once, and
-/// holds the recording against what was seen.
+/// Passes events to a navigator, records some more, plays the recording and compares the poses. The
+/// first recorded events use the camera at once.
 void record_rest_and_play(EngineRow const &row)
 {
-    // A session that has begun long before the recording: another pose than a start pose.
+    // These events come before the recording, so that it does not begin with the engine's first
+    // pose.
     InputRecording const session = recording_of(row.name);
     InputPlayer live(session, row.create(), pavilion(), 640, 480);
     for(int i = 0; i < 16; ++i)
@@ -224,7 +225,7 @@ void record_rest_and_play(EngineRow const &row)
     EXPECT_EQ(play(*read.recording, row), seen) << row.name;
 }
 
-// Not of the copter: its flight is on, and what an engine is at beyond its pose is not recorded.
+// Not for the copter: its flight has begun before the recording, and only the pose is recorded.
 TEST(InputRecorder, ASessionUnderWayPlaysToTheSameBits)
 {
     for(int i = 0; i < 3; ++i)

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "MathPrinters.h"
+#include "OSGMemManager.h"
 #include "RandomNumbers.h"
 
 using namespace OSG;
@@ -178,6 +179,16 @@ BadText const BadTexts[] = {
 
 INSTANTIATE_TEST_SUITE_P(Texts, BadRecording, ::testing::ValuesIn(BadTexts),
                          [](auto const &suite) { return suite.param.name; });
+
+TEST(InputRecording, ATextWithoutALineEndTakesLittleMemory)
+{
+    std::istringstream in(std::string(16 * 1024 * 1024, 'x'));
+    UInt64 const before = get_mem_bytes();
+    reset_mem_peak();
+    RecordingResult const result = read_recording(in);
+    EXPECT_LT(get_mem_peak_bytes() - before, 64u * 1024);
+    EXPECT_EQ(result.complaint, "line 1: more than 4096 characters");
+}
 
 TEST(InputRecording, ReadsBackToTheSameBits)
 {

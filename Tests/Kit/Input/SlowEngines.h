@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// The engines once more, the slow obvious way and in double precision: plain trigonometry in place
-/// of matrices and quaternions, all triangles of the scene in world space in place of an action.
-/// Written from what the engines promise, not from how they do it; nothing of theirs is used.
+/// The engines a second time, in a slow and obvious way and in double precision. They use plain
+/// trigonometry instead of matrices and quaternions, and all triangles of the scene in world space
+/// instead of an action. They follow the description of the engines and share no code with them.
 
 #include <algorithm>
 #include <array>
@@ -116,8 +116,7 @@ struct SlowScene
     }
 };
 
-/// An eye with its own axes, and what it sees of a view of width by height pixels that fills its
-/// window.
+/// An eye with its axes, and a view of width by height pixels that covers its window.
 struct SlowCamera
 {
     V3 eye, x, y, z; ///< z points backwards
@@ -154,7 +153,7 @@ struct SlowCamera
     {
         return (place(px, py, far) - place(px, py, near)).unit();
     }
-    /// False where all corners are out on one side.
+    /// False if all corners are outside of the same side.
     bool sees(SlowScene::Box const &box) const
     {
         bool out[6] = {true, true, true, true, true, true};
@@ -173,7 +172,7 @@ struct SlowCamera
     }
 };
 
-/// What an engine is told: the settings, the pointer and the view.
+/// What an engine asks of the navigator: the settings, the pointer and the view.
 struct SlowWorld
 {
     InputRecording const &recording;
@@ -211,7 +210,7 @@ class SlowEngine
     virtual void handle(NavigatorEvent const &event, SlowWorld &world) = 0;
 
   protected:
-    /// Turn of a ball of 0.8 for a drag: axis in the picture, and angle.
+    /// The turn of a ball of radius 0.8 by a drag: its axis, in the picture's axes, and its angle.
     static std::optional<std::pair<V3, double>> ball(SlowWorld const &w, NavigatorEvent const &e)
     {
         double const r = 0.8;
@@ -361,7 +360,7 @@ class SlowTrackball : public SlowEngine
     NavigatorEvent panned;
 };
 
-/// What flight and copter have in common.
+/// The common part of the free flight and the copter.
 class SlowEye : public SlowEngine
 {
   public:
@@ -578,7 +577,7 @@ class SlowPlayer
     void look()
     {
         SlowPose const pose = _engine->pose();
-        // A distance below zero looks at the centre from the other side.
+        // With a negative distance the camera is on the other side of the centre.
         V3 const at = pose.distance < 0 ? pose.from * 2 - pose.at : pose.at;
         _world.camera.look(pose.from, at, pose.up);
     }

@@ -30,7 +30,7 @@ std::size_t count(std::string const &text, std::string const &word)
     return found;
 }
 
-/// What stands between the quotes behind the first `attribute` from `place` on.
+/// The value of the first `attribute` after `place`, without its quotes.
 std::string value_of(std::string const &text, std::string const &attribute, std::size_t place)
 {
     std::size_t const begin = text.find(attribute + "=\"", place) + attribute.size() + 2;
@@ -57,7 +57,7 @@ TEST(PathPlot, ShowsSceneAndPathFromAboveAndFromTheFront)
     EXPECT_EQ(value_of(svg, "points", svg.find("<polyline", line + 1)), "400.0,820.0 400.0,820.0 ");
 }
 
-// Differences of such coordinates are beyond 32 bits.
+// The differences of such coordinates are too large for single precision.
 TEST(PathPlot, HasFiniteNumbersWhateverTheSceneHas)
 {
     constexpr Real32 Far = 3e38f;
@@ -75,7 +75,7 @@ TEST(PathPlot, HasFiniteNumbersWhateverTheSceneHas)
 TEST(PathPlot, LeavesOutEdgesWithinAPlane)
 {
     std::string const svg = plot(square(), {});
-    // The diagonal of the square is none of its edges.
+    // The diagonal between the two triangles of the square is not drawn.
     EXPECT_EQ(count(value_of(svg, " d", svg.find("class=\"scene\"")), "M"), 4u);
 }
 

@@ -2,13 +2,15 @@
 //
 //     tolvanite replay Models/pavilion.obj Models/NAME.events --engine ENGINE --size 640x480 --json
 //
-// and are held against slow engines of their own in Tests/TolvaniteKit.
+// Tests/Kit/Input compares the same recordings with slow engines.
 
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 #include "Keys.h"
 #include "Program.h"
@@ -160,6 +162,59 @@ TEST(Replay, SaysWhatIsWrongWithARecording)
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(outcome.err, "tolvanite: " + events.path() +
                                ": line 2: fisheye is neither perspective nor orthographic\n");
+}
+
+// --- events that do not end ---
+
+/// Limits the address space of the programs that are run while it lives.
+class LittleMemory
+{
+  public:
+    LittleMemory()
+    {
+        getrlimit(RLIMIT_AS, &_before);
+        rlimit limit = _before;
+        limit.rlim_cur = rlim_t(512) * 1024 * 1024;
+        EXPECT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
+    }
+    LittleMemory(LittleMemory const &) = delete;
+    LittleMemory &operator=(LittleMemory const &) = delete;
+    ~LittleMemory() { setrlimit(RLIMIT_AS, &_before); }
+
+  private:
+    rlimit _before;
+};
+
+void expect_refusal(std::string const &events, std::string const &reason)
+{
+    LittleMemory const limit;
+    Outcome const outcome = replay(events, "fly", {"--json"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "tolvanite: " + events + ": " + reason + "\n");
+}
+
+TEST(Replay, RefusesAPipeThatNobodyWrites)
+{
+    OSG::Test::TempFolder const folder;
+    std::string const pipe = folder.path("pipe.events");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    expect_refusal(pipe, "is no regular file");
+}
+
+TEST(Replay, RefusesADeviceWithoutEnd)
+{
+    expect_refusal("/dev/zero", "is no regular file");
+    expect_refusal("/dev/urandom", "is no regular file");
+}
+
+TEST(Replay, RefusesARecordingWithoutALineEnd)
+{
+    constexpr std::size_t Length = 16 * 1024 * 1024;
+    TextFile const bare("endless.events", std::string(Length, 'x'));
+    expect_refusal(bare.path(), "line 1: more than 4096 characters");
+    TextFile const begun("begun.events", "tolvanite-events 1\n" + std::string(Length, '7'));
+    expect_refusal(begun.path(), "line 2: more than 4096 characters");
 }
 
 TEST(Replay, SaysWhatIsNoScene)

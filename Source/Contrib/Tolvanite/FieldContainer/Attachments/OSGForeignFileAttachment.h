@@ -4,9 +4,9 @@
 
 namespace OSG
 {
-/// Where an imported prototype node came from: the handle in the host's repository and the file, as
-/// text. A prototype and its clones share one attachment. The file is never opened and need not
-/// exist.
+/// Tells where an imported prototype node comes from. Two texts hold the node's handle in the
+/// host's repository and the name of the imported file. A prototype and its clones share one
+/// attachment. The library never opens the file, which need not exist.
 class OSG_CONTRIBTOLVANITE_API ForeignFileAttachment : public ForeignFileAttachmentBase
 {
   public:

@@ -4,16 +4,17 @@
 
 namespace OSG
 {
-/// Tells which entity of the host's model a stretch of a geometry's indices belongs to.
+/// Maps ranges of a geometry's indices to entities of the host's model.
 ///
-/// `Geo` holds ascending limits and `Ent` as many entities: entry i covers the indices from Geo[i -
-/// 1] (0 for the first) up to but not including Geo[i]. Whoever fills the fields keeps it so;
-/// nothing is checked, and an unsorted table gives the first entry that happens to be greater.
+/// `Geo` holds limits in ascending order, and `Ent` holds one entity for each limit. Entry i covers
+/// the indices from Geo[i - 1], or 0 for the first entry, up to but not including Geo[i]. The host
+/// that fills the fields is responsible for the order; it is not checked. In an unsorted table a
+/// search finds the first entry whose limit is greater than the index.
 class OSG_CONTRIBTOLVANITE_API GeoToEntityAttachment : public GeoToEntityAttachmentBase
 {
   public:
-    /// The entity of an index; 0 where no limit is greater than it, or where the entry found has no
-    /// entity. The search is linear: these tables are small.
+    /// The entity of an index. 0 if no limit is greater than the index, or if `Ent` is too short to
+    /// have the entry. The search is linear, because these tables are small.
     UInt64 getEntFromIndex(UInt32 index) const;
 
   protected:

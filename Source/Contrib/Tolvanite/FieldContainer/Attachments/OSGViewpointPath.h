@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// Viewpoints in columns, and the cursors that step through them. A viewpoint is the `from` point,
-/// `at` point and `up` vector of a camera. Nothing here knows of scenes or change lists.
+/// Tables of viewpoints, stored in columns, and cursors that step through them. A viewpoint
+/// consists of the `from` point, the `at` point and the `up` vector of a camera.
 
 #include <algorithm>
 #include <optional>
@@ -13,11 +13,11 @@
 
 namespace OSG
 {
-/// A viewpoint equals another where no component differs by more than this.
+/// Two viewpoints are equal if no component differs by more than this.
 inline constexpr Real32 ViewpointTolerance = 1e-6f;
 
-/// Viewpoints for reading, one per row, with a column of something else beside them. Columns that
-/// come from a damaged file may differ in length: what not all of them have is no row.
+/// A table of viewpoints for reading, one viewpoint for each row, with one more column. The columns
+/// of a damaged file may differ in length. The table then has as many rows as its shortest column.
 template <class Extra>
 struct ViewpointRows
 {
@@ -36,7 +36,7 @@ struct ViewpointRows
         return extra.size() == rows && from.size() == rows && at.size() == rows &&
                up.size() == rows;
     }
-    /// Whether the last row is this viewpoint; false without rows.
+    /// Whether the last row equals this viewpoint. False for a table without rows.
     bool endsWith(Pnt3f const &f, Pnt3f const &a, Vec3f const &u) const
     {
         if(size() == 0)
@@ -47,7 +47,7 @@ struct ViewpointRows
     }
 };
 
-/// The same columns for writing.
+/// A table of viewpoints for writing.
 template <class Extra>
 struct ViewpointColumns
 {
@@ -79,7 +79,8 @@ struct ViewpointColumns
     }
 };
 
-/// The row behind `row`; none at the last one, and none from nowhere (-1): the way in is the start.
+/// The row after `row`. No value after the last row. No value for -1 either, which stands for a
+/// cursor that is at no row: such a cursor enters the table by a start operation.
 inline std::optional<Int32> next_row(Int32 row, UInt32 rows)
 {
     if(row < 0 || Int64(row) + 1 >= Int64(rows))
@@ -87,7 +88,7 @@ inline std::optional<Int32> next_row(Int32 row, UInt32 rows)
     return row + 1;
 }
 
-/// The row before `row`; none at the first one and from nowhere.
+/// The row before `row`. No value for the first row and for -1.
 inline std::optional<Int32> previous_row(Int32 row, UInt32 rows)
 {
     if(row < 1 || Int64(row) - 1 >= Int64(rows))
@@ -95,15 +96,16 @@ inline std::optional<Int32> previous_row(Int32 row, UInt32 rows)
     return row - 1;
 }
 
-/// A place in a recording that stores a viewpoint once for as many ticks as it lasted: the row and
-/// the tick within it, counted from 1. (-1, 0) is nowhere.
+/// A tick of a recording whose rows last several ticks each: the row, and the tick within the row,
+/// counted from 1. (-1, 0) stands for no tick.
 struct TickCursor
 {
     Int32 row = -1;
     UInt32 tick = 0;
 };
 
-/// One tick on; none at the end and from nowhere. `ticks` holds the ticks of each of `rows` rows.
+/// The tick after `at`. No value after the last tick and for (-1, 0). `ticks` holds the number of
+/// ticks of each of the `rows` rows.
 inline std::optional<TickCursor> next_tick(TickCursor at, MField<UInt32> const &ticks, UInt32 rows)
 {
     if(at.row < 0 || Int64(at.row) >= Int64(rows))
@@ -114,7 +116,7 @@ inline std::optional<TickCursor> next_tick(TickCursor at, MField<UInt32> const &
     return row ? std::optional(TickCursor{*row, 1}) : std::nullopt;
 }
 
-/// One tick back; none at the first and from nowhere.
+/// The tick before `at`. No value before the first tick and for (-1, 0).
 inline std::optional<TickCursor> previous_tick(TickCursor at, MField<UInt32> const &ticks,
                                                UInt32 rows)
 {

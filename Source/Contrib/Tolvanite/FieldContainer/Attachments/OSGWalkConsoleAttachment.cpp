@@ -16,7 +16,8 @@ ViewpointRows<UInt32> WalkConsoleAttachment::recorded() const
     return {getRecordedCardinality(), getRecordedFrom(), getRecordedAt(), getRecordedUp()};
 }
 
-// Fields of unequal length come from a damaged file; an edit would pair wrong rows.
+// A damaged file may give fields of different lengths. They are cut to the shortest one before an
+// edit, which would otherwise join values of different rows.
 ViewpointColumns<std::string> WalkConsoleAttachment::editMarks()
 {
     UInt32 const rows = marks().size();

@@ -7,44 +7,50 @@
 
 namespace OSG
 {
-/// What a walk console keeps with the scene: marked viewpoints, a recorded camera path and a home
-/// viewpoint. It neither times nor drives a navigator: the host calls addRecorded at each tick of
-/// `TickTime` milliseconds and feeds what the stepping operations deliver into its navigator.
+/// Stores the data of a walk console with the scene: marked viewpoints, a recorded camera path and
+/// a home viewpoint.
 ///
-/// Points and vectors are in world space. Two viewpoints are equal where no component differs by
-/// more than 1e-6. The stepping operations write their arguments only where they return true. Home
-/// is the three public fields `HomeAt`, `HomeFrom` and `HasHome`.
+/// The class has no clock and no navigator. The host calls addRecorded every `TickTime`
+/// milliseconds. To replay, it passes the viewpoints that the stepping operations give to its
+/// navigator.
+///
+/// Points and vectors are in world space. Two viewpoints are equal if no component differs by more
+/// than 1e-6. The stepping operations write their arguments only if they return true. The home
+/// viewpoint consists of the public fields `HomeAt`, `HomeFrom` and `HasHome`.
 class OSG_CONTRIBTOLVANITE_API WalkConsoleAttachment : public WalkConsoleAttachmentBase
 {
   public:
-    // --- marks: labelled viewpoints and a cursor, which stands at one of them or nowhere ---
-    /// Appends a mark and, with `setCurrent`, sets the cursor to it. A viewpoint equal to that of
-    /// the last mark is dropped with its label, and the cursor stays.
+    // --- marks: viewpoints with labels, and a cursor that is at one of them or at none ---
+    /// Appends a mark and, if `setCurrent` is true, moves the cursor to it. If the viewpoint equals
+    /// that of the last mark, nothing changes and the label is ignored.
     void addMark(Pnt3f const &from, Pnt3f const &at, Vec3f const &up, std::string const &label,
                  bool setCurrent);
-    /// Removes the mark at the cursor, which then stands at the one that followed, or at the last.
-    /// False where the cursor stands nowhere.
+    /// Removes the mark at the cursor. The cursor then is at the mark that followed, or at the last
+    /// one. False if the cursor is at no mark.
     bool removeMark();
     void clearMark();
     bool startMark(Pnt3f &from, Pnt3f &at, Vec3f &up, std::string &label);
     bool endMark(Pnt3f &from, Pnt3f &at, Vec3f &up, std::string &label);
-    /// False at the last mark, and where the cursor stands nowhere.
+    /// Step to the next and to the previous mark. False if there is none, or if the cursor is at no
+    /// mark.
     bool nextMark(Pnt3f &from, Pnt3f &at, Vec3f &up, std::string &label);
     bool prevMark(Pnt3f &from, Pnt3f &at, Vec3f &up, std::string &label);
-    /// Whether there is a mark; `atCursor`: whether the cursor stands at one.
+    /// Whether there is a mark and, if `atCursor` is true, whether the cursor is at one.
     bool hasMark(bool atCursor) const;
     bool hasNextMark() const;
     bool hasPrevMark() const;
 
-    // --- recording: a viewpoint per tick, equal ones in a row stored once, and a cursor ---
-    /// Appends a tick. The cursor stays: at the former end it then has a next tick.
+    // --- recording: one viewpoint for each tick, and a cursor ---
+    //
+    // Consecutive ticks with equal viewpoints are stored as one row with their number.
+    /// Appends a tick. The cursor does not move. If it was at the end, it now has a next tick.
     void addRecorded(Pnt3f const &from, Pnt3f const &at, Vec3f const &up);
-    /// Empties the recording; `TickTime` and home stay.
+    /// Removes all ticks. `TickTime` and the home viewpoint do not change.
     void clearRecorded();
-    /// The first and the last tick.
+    /// Move the cursor to the first or the last tick. False if there is none.
     bool startRecorded(Pnt3f &from, Pnt3f &at, Vec3f &up);
     bool endRecorded(Pnt3f &from, Pnt3f &at, Vec3f &up);
-    /// One tick on or back.
+    /// Move the cursor by one tick forwards or backwards. False if there is no such tick.
     bool nextRecorded(Pnt3f &from, Pnt3f &at, Vec3f &up);
     bool prevRecorded(Pnt3f &from, Pnt3f &at, Vec3f &up);
     bool hasRecorded(bool atCursor) const;
@@ -63,7 +69,8 @@ class OSG_CONTRIBTOLVANITE_API WalkConsoleAttachment : public WalkConsoleAttachm
     ViewpointRows<UInt32> recorded() const;
     ViewpointColumns<std::string> editMarks();
     ViewpointColumns<UInt32> editRecorded();
-    /// Whether the fields of a group have one length, as all operations here leave them.
+    /// Whether the fields of the marks, or of the recording, all have the same length. Every
+    /// operation of this class leaves them so.
     bool checkMarkConsistency() const;
     bool checkRecorededConsistency() const;
 

@@ -5,7 +5,8 @@
 
 namespace OSG
 {
-/// Shifts what is drawn with it on the screen, by `OffsetX` pixels to the right and `OffsetY` up.
+/// Shifts what is drawn with this chunk on the screen: `OffsetX` pixels to the right, `OffsetY`
+/// pixels up.
 class OSG_CONTRIBTOLVANITE_API ViewportTranslateChunk : public ViewportTranslateChunkBase
 {
   public:

@@ -14,7 +14,26 @@ using namespace NavigationMath;
 
 namespace
 {
+/// Limit of a ray into the scene; larger than any scene.
 constexpr Real32 AnyDistance = 1e30f;
+/// Ratios of the picture heights for one move of a zoom drag, 6 / 5 and 5 / 6. A move up and a move
+/// down cancel each other.
+constexpr Real32 DragFartherRatio = 1.2f;
+constexpr Real32 DragNearerRatio = 0.8333333f;
+/// Factor of the square of a zoom drag. A move over a twentieth of the view is 0.1 in normalised
+/// coordinates, and so changes the distance by one motion factor.
+constexpr Real32 DragFactor = 100.f;
+
+/// Windows virtual-key codes.
+enum VirtualKeyCode : Int16
+{
+    PageUpCode = 33,
+    PageDownCode = 34,
+    LeftArrowCode = 37,
+    UpArrowCode = 38,
+    RightArrowCode = 39,
+    DownArrowCode = 40
+};
 
 Camera *camera_of(Navigator const *navigator)
 {
@@ -22,7 +41,7 @@ Camera *camera_of(Navigator const *navigator)
     return viewport != nullptr ? viewport->getCamera() : nullptr;
 }
 
-/// Null for other cameras, and for types derived from it.
+/// Null for other cameras, and for cameras of types that are derived from OrthographicCamera.
 OrthographicCamera *orthographic(Navigator const *navigator)
 {
     Camera *const camera = camera_of(navigator);
@@ -38,7 +57,7 @@ void scale_picture(OrthographicCamera &camera, Real32 ratio)
         camera.setVerticalSize(size);
 }
 
-/// The nearest point of the scene on the ray.
+/// The nearest point of the scene on the ray; no value if the ray hits nothing.
 std::optional<Pnt3f> point_in_scene(Navigator const *navigator, Line const &ray)
 {
     UnrecordedRefPtr<IntersectAction> const action(IntersectAction::create());
@@ -221,11 +240,13 @@ void CadTrackballEngine::getIntersectionPoint(Int16 x, Int16 y, Navigator *navig
     Camera *const camera = camera_of(navigator);
     Viewport *const viewport = navigator->getViewport();
     Line ray;
-    _grip.normal = Vec3f(); // grabs nothing
+    _grip.normal = Vec3f(); // without a ray nothing is grabbed
     if(camera == nullptr || !camera->calcViewRay(ray, x, y, *viewport))
         return;
     UInt32 const width = pixel_width(*viewport);
     UInt32 const height = pixel_height(*viewport);
+    // The pointer shows a place in the picture, so the camera of the picture counts here, not the
+    // engine's pose.
     Matrix viewing;
     camera->getViewing(viewing, width, height);
     Matrix4d toWorld;
@@ -246,6 +267,7 @@ void CadTrackballEngine::calcDeltas(Int16, Int16, Int16 toX, Int16 toY, Real32 &
     if(camera == nullptr ||
        !navigator->getViewport()->calcNormalizedCoordinates(normX, normY, toX, toY))
         return;
+    // The engine's pose counts here: it has the moves that the camera has not been told of yet.
     Matrix const matrix = getMatrix();
     Matrix viewing;
     viewing.invertFrom(matrix);
@@ -321,12 +343,13 @@ void CadTrackballEngine::zoomByDrag(Real32 way, Navigator *navigator)
 {
     if(OrthographicCamera *const camera = orthographic(navigator))
     {
-        // A move that is only sideways counts as one upwards.
-        scale_picture(*camera, way < 0.f ? 0.8333333f : 1.2f);
+        // A move to the side has way 0 and counts as a move upwards.
+        scale_picture(*camera, way < 0.f ? DragNearerRatio : DragFartherRatio);
         return;
     }
+    // The square makes slow drags fine and quick drags coarse. It loses the sign of the way.
     Real32 const sign = way > 0.f ? 1.f : (way < 0.f ? -1.f : 0.f);
-    changeDistance(navigator->getMotionFactor() * (way * way * (sign * 100.f)));
+    changeDistance(navigator->getMotionFactor() * (way * way * (sign * DragFactor)));
 }
 
 // --- events ---
@@ -400,22 +423,22 @@ void CadTrackballEngine::key_conversion(Int16 &key, UInt16 modifiers) const
         return;
     switch(key)
     {
-    case 33: // page up
+    case PageUpCode:
         key = NavigatorEvent::RotateLeftKey;
         break;
-    case 34: // page down
+    case PageDownCode:
         key = NavigatorEvent::RotateRightKey;
         break;
-    case 37: // arrows
+    case LeftArrowCode:
         key = NavigatorEvent::LeftKey;
         break;
-    case 38:
+    case UpArrowCode:
         key = NavigatorEvent::ForwardKey;
         break;
-    case 39:
+    case RightArrowCode:
         key = NavigatorEvent::RightKey;
         break;
-    case 40:
+    case DownArrowCode:
         key = NavigatorEvent::BackwardKey;
         break;
     default:

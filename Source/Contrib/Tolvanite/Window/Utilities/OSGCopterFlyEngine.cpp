@@ -14,6 +14,23 @@ namespace OSG
 {
 using namespace NavigationMath;
 
+namespace
+{
+/// A step down never makes a factor smaller than this. From 0 no step would lead up again.
+constexpr Real32 SmallestFactor = 1e-6f;
+/// An orbit's pivot moves by this part of its way to the middle of the visible geometry in a tick.
+/// The view thus drifts there instead of jumping.
+constexpr Real32 PivotDriftDivider = 10.f;
+/// Slows an orbit down. A drag of the trackball turns once per move; a tick turns again and again
+/// while the pointer rests.
+constexpr Real32 OrbitDivider = 20.f;
+
+/// Windows virtual-key code of the return key.
+constexpr Int16 ReturnCode = 13;
+/// Windows virtual-key code of the space key.
+constexpr Int16 SpaceCode = 32;
+} // namespace
+
 CopterFlyEngine::CopterFlyEngine(Real32 radius)
     : _radius(radius)
 {
@@ -84,6 +101,7 @@ void CopterFlyEngine::setRotationFactor(Real32 percent)
     take_percent(_rot_factor, percent, _rot_max_factor);
 }
 
+// The enumeration comes from the host as a number and may have any value.
 Real32 CopterFlyEngine::backwards() const
 {
     switch(_dir_mode)
@@ -97,6 +115,8 @@ Real32 CopterFlyEngine::backwards() const
     }
 }
 
+// Positive angles of a pose turn to the left, up and clockwise, those of this operation the other
+// way.
 void CopterFlyEngine::rotate(Real32 yaw, Real32 pitch, Real32 roll)
 {
     _pose.turn(-yaw, -pitch, -roll);
@@ -134,7 +154,9 @@ struct Pixel
     Int16 x, y;
 };
 
-/// Nothing in a view without pixels.
+/// The middle of a view, counted from the window's left top corner; without a window from the
+/// view's own top. No value for a view without pixels. The arithmetic is that of 16-bit pixels, and
+/// halves are rounded down, as in all events and positions of the pointer.
 std::optional<Pixel> middle_of(Viewport const *viewport)
 {
     if(viewport == nullptr)
@@ -162,7 +184,8 @@ std::pair<Real32, Real32> CopterFlyEngine::qualify_cursor_pos(Int16 x, Int16 y,
     std::optional<Pixel> const middle = middle_of(navigator->getViewport());
     if(!middle)
         return {0.f, 0.f};
-    // By the middle's place in the window, not by half the size of the view.
+    // The divisors are the middle's coordinates in the window, not half the size of the view. Views
+    // in a part of a window are steered more slowly by this.
     Real32 const divisorX = middle->x;
     Real32 const divisorY = middle->y;
     return {static_cast<Real32>(x - middle->x) / divisorX,
@@ -174,7 +197,10 @@ std::pair<Real32, Real32> CopterFlyEngine::qualify_cursor_pos(Int16 x, Int16 y,
 void CopterFlyEngine::copter_move_to(Int16 x, Int16 y, Navigator *navigator)
 {
     Real32 fromX, fromY, toX, toY;
+    // init_cursor_pos has made the middle the last position, so the way begins there.
     navigator->calcFromTo(x, y, fromX, fromY, toX, toY);
+    // The speed is that of the motion for the turn as well, so that the curve that is flown does
+    // not change with the speed. The turn comes first: the step goes where the view then looks.
     rotate((toX - fromX) / _rot_divider * _motion_factor,
            (fromY - toY) / _rot_divider * _motion_factor, 0.f);
     translate_forward(backwards() * (navigator->getMotionFactor() * _motion_factor));
@@ -241,7 +267,7 @@ void CopterFlyEngine::copter_translate(Int16 x, Int16 y, Navigator *navigator)
 
 namespace
 {
-/// Collects the boxes of the geometry that a frustum meets.
+/// Collects the world boxes of the geometry whose boxes intersect a frustum.
 struct calc_volume_helper
 {
     ActionBase::ResultE enter(Node *node)
@@ -290,13 +316,16 @@ void CopterFlyEngine::copter_move_on_sphere(Int16 x, Int16 y, Navigator *navigat
     Pnt3f center;
     box.getCenter(center);
     Pnt3f const at = _pose.at();
-    Pnt3f const pivot(at[0] + (center[0] - at[0]) / 10.f, at[1] + (center[1] - at[1]) / 10.f,
-                      at[2] + (center[2] - at[2]) / 10.f);
+    Pnt3f const pivot(at[0] + (center[0] - at[0]) / PivotDriftDivider,
+                      at[1] + (center[1] - at[1]) / PivotDriftDivider,
+                      at[2] + (center[2] - at[2]) / PivotDriftDivider);
+    // As the trackball does: a frame at the pivot that looks away from the camera, so that its z
+    // axis points towards the camera, is turned; then the camera stands on its z axis again.
     Matrix orbit;
     if(MatrixLookAt(orbit, pivot, pivot + (pivot - _pose.from()), _pose.up()))
         return;
     Real32 const distance = (pivot - _pose.from()).length();
-    orbit.mult(rotation_about(turn->axis, turn->angle * _rot_factor / 20.f));
+    orbit.mult(rotation_about(turn->axis, turn->angle * _rot_factor / OrbitDivider));
     Matrix back;
     back.setTranslate(0.f, 0.f, distance);
     Matrix const camera = orbit * back;
@@ -356,8 +385,8 @@ void CopterFlyEngine::changeSpeed(Speed change)
     if(change == Speed::Slower)
     {
         factor /= multiplier;
-        if(factor < 1e-6f)
-            factor = 1e-6f;
+        if(factor < SmallestFactor)
+            factor = SmallestFactor;
         return;
     }
     factor *= multiplier;
@@ -399,9 +428,9 @@ void CopterFlyEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16, Int16, Navi
         return;
     if((modifiers & NavigatorEvent::VirtualKey) != 0)
     {
-        if(key == 13) // return
+        if(key == ReturnCode)
             nextMoveMode();
-        else if(key == ' ')
+        else if(key == SpaceCode)
             _copter_state =
                 _copter_state >= TranslateState ? MoveToState : State(_copter_state + 1);
         return;

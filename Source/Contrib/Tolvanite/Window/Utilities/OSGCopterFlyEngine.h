@@ -8,30 +8,38 @@
 
 namespace OSG
 {
-/// Flies like a helicopter: a click starts the flight, a second one stops it, and in between every
-/// idle event moves or turns the camera, the more the farther the pointer stands from the middle of
-/// the window. The left button flies forwards, the right one backwards.
+/// Flies like a helicopter, without collision.
 ///
-/// What a tick does is the flight's state; in two of the states the move mode picks the directions
-/// of the pointer that count. The middle button, or return while the flight is stopped, goes on to
-/// the next mode, space to the next state; wheel, plus and minus change the speed. There is no
-/// collision. Starts in the origin, looking along +z.
+/// A click starts the flight and a second click stops it. With the left button the flight goes
+/// forwards, with the right one backwards. During the flight every idle event is a tick: it moves
+/// or turns the camera. The farther the pointer is from the middle of the view, the more it moves
+/// or turns.
+///
+/// The state says what a tick does. In RotateState and TranslateState the move mode says which
+/// directions of the pointer count. The middle button goes on to the next move mode in these two
+/// states. While the flight is stopped, return goes on to the next move mode and space to the next
+/// state. The wheel changes the speed at any time; plus and minus do so while the flight is
+/// stopped.
+///
+/// The camera starts in the origin and looks along +z.
 class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
 {
   public:
     enum State : UInt32
     {
         MoveToState = 0,       ///< turns towards the pointer and takes a step
-        MoveOnSphereState = 1, ///< circles a point that drifts to what can be seen
-        RotateState = 2,       ///< turns on the spot
-        TranslateState = 3     ///< moves without a turn
+        MoveOnSphereState = 1, ///< circles a point that drifts towards the visible geometry
+        RotateState = 2,       ///< turns without moving
+        TranslateState = 3     ///< moves without turning
     };
 
-    /// What of the pointer's deflection counts in RotateState and TranslateState.
+    /// The part of the pointer's deflection that counts in RotateState and TranslateState. The
+    /// deflection is the way from the middle of the view to the pointer.
     enum MoveMode : UInt32
     {
-        RadialMode = 0,       ///< all of it: a roll, or a step along the view, by DirMode
-        DominantAxisMode = 1, ///< the larger of its two directions
+        /// Its length. It gives a roll or a step along the view, and DirMode the sign of either.
+        RadialMode = 0,
+        DominantAxisMode = 1, ///< the larger of its two components
         VerticalMode = 2,
         HorizontalMode = 3
     };
@@ -49,17 +57,18 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     Pnt3f const &getFrom() override;
     Pnt3f const &getAt() override;
     Vec3f const &getUp() override;
-    /// Where `from` and `at` coincide or `up` runs along the view, the last one there was.
+    /// If `from` and `at` coincide or `up` is parallel to the view, the matrix of the last pose for
+    /// which this was not so.
     Matrix const &getMatrix() override;
     /// Always 0.
     Real32 getDistance() override;
     void setFrom(Pnt3f from) override;
     void setAt(Pnt3f at) override;
     void setUp(Vec3f up) override;
-    /// Looks at a point one unit in front of the camera.
+    /// Puts `at` one unit in front of the camera.
     void set(Matrix const &matrix) override;
     void set(Pnt3f from, Pnt3f at, Vec3f up) override;
-    /// A step backwards, no setting.
+    /// Moves the camera backwards by `distance`. No distance is stored.
     void setDistance(Real32 distance) override;
 
     // --- flight ---
@@ -70,11 +79,13 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     void setMoveMode(MoveMode mode) { _move_mode = mode; }
     DirMode getDirMode() const { return _dir_mode; }
     void setDirMode(DirMode mode) { _dir_mode = mode; }
-    /// Whether the flight is stopped, as it is at first.
+    /// Whether the flight is stopped. True at first.
     bool isIdle() const { return _idle_flag; }
+    /// Stops the flight.
     void setIdle() { _idle_flag = true; }
 
-    // --- speed in percent of the maximum; one beyond 100, either way, is not taken ---
+    // --- speed in percent of the maximum; the sign is ignored, and more than 100 changes nothing
+    // ---
     Real32 getMotionFactor() const { return _motion_factor * 100.f / _motion_max_factor; }
     void setMotionFactor(Real32 percent);
     Real32 getRotationFactor() const { return _rot_factor * 100.f / _rot_max_factor; }
@@ -82,7 +93,7 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     Real32 getMotionMultiplier() const { return _motion_multiplier; }
     Real32 getRotationMultiplier() const { return _rot_multiplier; }
 
-    // --- the same in numbers, untested: scale, ratio of a step of it, its limit ---
+    // --- speed as factors, not checked: the factor, the ratio of a step of it, its upper limit ---
     void motion_factor(Real32 factor) { _motion_factor = factor; }
     Real32 motion_factor() const { return _motion_factor; }
     void motion_multiplier(Real32 multiplier) { _motion_multiplier = multiplier; }
@@ -95,7 +106,7 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     Real32 rot_multiplier() const { return _rot_multiplier; }
     void rot_max_factor(Real32 factor) { _rot_max_factor = factor; }
     Real32 rot_max_factor() const { return _rot_max_factor; }
-    /// Divides the way of the pointer in MoveToState.
+    /// The turn of a tick in MoveToState is divided by this.
     void rot_divider(Real32 divider) { _rot_divider = divider; }
     Real32 rot_divider() const { return _rot_divider; }
 
@@ -103,12 +114,12 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     void buttonPress(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
     void buttonRelease(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
     void moveTo(Int16 x, Int16 y, Navigator *navigator) override;
-    /// A tick of the flight.
+    /// A tick, if the flight is under way.
     void idle(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
-    /// Nothing while the flight runs.
+    /// Does nothing during a flight.
     void keyPressEx(Int16 key, UInt16 modifiers, Int16 x, Int16 y, Navigator *navigator) override;
     void mouseMove(Int16 x, Int16 y, Navigator *navigator) override;
-    /// Nothing: a flight goes on.
+    /// Does nothing. A flight goes on.
     void killFocus(Navigator *navigator) override;
 
   protected:
@@ -121,18 +132,21 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     void copter_rotate(Int16 x, Int16 y, Navigator *navigator);
     void copter_translate(Int16 x, Int16 y, Navigator *navigator);
 
-    /// Box of the geometry that the camera sees, by bounding volumes; walks the whole scene.
+    /// The box around the bounding volumes of the geometry that the camera sees, in world space.
+    /// Walks the whole scene.
     BoxVolume calc_box_volume(Navigator *navigator);
     /// Makes the middle of the view the navigator's last position.
     void init_cursor_pos(Navigator *navigator);
-    /// The pointer's way from the middle, in units of the middle's own coordinates: in a view that
-    /// begins in the window's corner from -1 to 1. (0, 0) in a view without pixels.
+    /// The way from the middle of the view to the pixel (x, y), divided by the coordinates that the
+    /// middle has in the window. In a view that covers its window the values run from -1 to 1. (0,
+    /// 0) for a view without pixels.
     std::pair<Real32, Real32> qualify_cursor_pos(Int16 x, Int16 y, Navigator *navigator);
     Real32 projectToSphere(Real32 radius, Real32 x, Real32 y);
 
-    /// To the right, down and clockwise, in radians.
+    /// Turns to the right by `yaw`, then down by `pitch`, then tilts the camera counter-clockwise
+    /// by `roll`, as seen from the camera. In radians.
     void rotate(Real32 yaw, Real32 pitch, Real32 roll);
-    /// Backwards, to the left and upwards for positive steps. They return 0.
+    /// Positive steps move backwards, to the left and upwards. All return 0.
     Real32 translate_forward(Real32 step);
     Real32 translate_right(Real32 step);
     Real32 translate_up(Real32 step);
@@ -147,7 +161,7 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     void start(DirMode direction, Navigator *navigator);
     void changeSpeed(Speed change);
     void nextMoveMode();
-    /// -1 forwards, 1 backwards, 0 for a direction that is none.
+    /// The sign of a step along the view: -1 for ForwardDir, 1 for BackwardDir, 0 for other values.
     Real32 backwards() const;
 
     EyePose _pose;

@@ -26,19 +26,30 @@ Pnt3f rotate_around(Pnt3f const &point, Pnt3f const &center, Vec3f const &axis, 
     return center + rotation_about(axis, angle) * (point - center);
 }
 
+// Bell's trackball, as it is described in Henriksen, Sporring, Hornbaek: Virtual Trackballs
+// Revisited, 2004. At a distance of radius / sqrt(2) from the middle, sphere and hyperbola have the
+// same height and the same slope, so that a drag across this circle does not jump.
 Real32 project_to_sphere(Real32 radius, Real32 x, Real32 y)
 {
+    constexpr Real32 InverseRootOfTwo = 0.70710677f;
+    constexpr Real32 RootOfTwo = 1.4142135f;
     Real32 const d = std::sqrt(x * x + y * y);
-    if(radius * 0.70710677f > d)
+    if(radius * InverseRootOfTwo > d)
         return std::sqrt(radius * radius - d * d);
-    Real32 const t = radius / 1.4142135f;
+    Real32 const t = radius / RootOfTwo;
     return t * t / d;
 }
 
+// The axis is the cross product of the new and the old place on the ball. This order turns the
+// camera against the drag, so that the scene follows the pointer. The angle is the one whose chord
+// on a sphere of the radius is as long as the way between the two places. On the hyperbola that way
+// may be longer than the diameter, hence the clamp.
 std::optional<Turn> drag_on_sphere(Real32 radius, Real32 fromX, Real32 fromY, Real32 toX,
                                    Real32 toY)
 {
-    if(std::abs(fromX - toX) <= 1e-6f && std::abs(fromY - toY) <= 1e-6f)
+    // The direction of a shorter drag would be rounding error.
+    constexpr Real32 ShortestDrag = 1e-6f;
+    if(std::abs(fromX - toX) <= ShortestDrag && std::abs(fromY - toY) <= ShortestDrag)
         return std::nullopt;
     Real32 const z1 = project_to_sphere(radius, fromX, fromY);
     Real32 const z2 = project_to_sphere(radius, toX, toY);
@@ -47,6 +58,7 @@ std::optional<Turn> drag_on_sphere(Real32 radius, Real32 fromX, Real32 fromY, Re
     Real32 const t = std::clamp(way.length() / (2.f * radius), -1.f, 1.f);
     return Turn{axis, 2.f * std::asin(t)};
 }
+
 // --- pans ---
 
 namespace
@@ -58,6 +70,8 @@ Vec3d to_double(Tuple const &values)
 }
 } // namespace
 
+// Two points on the line through the middle of the screen: one on the far plane and one nearer to
+// the eye. They are subtracted before the division by w, since the far one may lie at infinity.
 Vec3f screen_axis(Matrix4d const &screenToWorld)
 {
     Vec3d const axis = homogeneous_way(homogeneous_image(screenToWorld, Pnt3d(0, 0, 1)),
@@ -71,8 +85,12 @@ Pnt3f on_plane_through_origin(Line const &ray, Vec3f const &normal)
     return ray.getPoint(normal.dot(Pnt3f() - ray.getPosition()) / normal.dot(ray.getDirection()));
 }
 
-// In double precision throughout: the far point is large, and what is left of it small. Neither
-// the length nor the sign of the direction counts.
+// The ray of the pointer crosses the plane of the grip in `pointed`. The camera has to move by the
+// way from there to the grabbed point. The last step takes that way into the camera's axes: rows 0
+// and 1 of the viewing matrix are the camera's x and y axes in world space.
+//
+// All is computed in double precision, because the far end of the ray has large coordinates and the
+// result is a small difference. `direction` may have any length and either sign: both cancel.
 std::optional<Vec2f> pan_way(Matrix4d const &screenToWorld, Matrix const &camera,
                              Matrix const &viewing, Grip const &grip, Real32 normX, Real32 normY)
 {

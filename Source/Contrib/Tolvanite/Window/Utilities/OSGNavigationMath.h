@@ -1,10 +1,11 @@
 #pragma once
 
 /// \file
-/// The mathematics that the engines share: numbers in, numbers out, no scene and no events.
+/// The mathematics that the engines share. It knows neither scenes nor events.
 ///
-/// Angles are radians, right-handed about their axis. Vectors are normalised under a guard: one
-/// shorter than 1e-6 keeps its length, so that a step along it is a short one and not a wrong one.
+/// Angles are in radians and right-handed about their axis. A vector that is shorter than 1e-6 is
+/// not normalised but keeps its length. Its direction is mostly rounding error, and this way a step
+/// along it stays small.
 
 #include <cmath>
 #include <optional>
@@ -28,7 +29,7 @@ bool is_finite(Tuple const &values)
 }
 OSG_CONTRIBTOLVANITE_API bool is_finite(Matrix const &matrix);
 
-/// Takes `value` where it is finite.
+/// Assigns `value` to `target` if it is finite.
 template <class Value>
 void assign_finite(Value &target, Value const &value)
 {
@@ -42,7 +43,7 @@ inline Vec3f unit(Vec3f vector)
     return vector;
 }
 
-/// Columns of a matrix.
+/// The first three components of a column of a matrix.
 inline Vec3f axis_of(Matrix const &matrix, UInt32 column)
 {
     return Vec3f(matrix[column][0], matrix[column][1], matrix[column][2]);
@@ -52,41 +53,45 @@ inline Pnt3f position_of(Matrix const &matrix)
     return Pnt3f(matrix[3][0], matrix[3][1], matrix[3][2]);
 }
 
-/// The rotation about an axis of any length through the origin; none about one of 1e-6 or less.
+/// The rotation about an axis through the origin. The axis may have any length; for a length of
+/// 1e-6 or less the result is the identity.
 OSG_CONTRIBTOLVANITE_API Matrix rotation_about(Vec3f const &axis, Real32 angle);
-/// `point` turned about an axis through `center`.
+/// `point` rotated about an axis through `center`.
 OSG_CONTRIBTOLVANITE_API Pnt3f rotate_around(Pnt3f const &point, Pnt3f const &center,
                                              Vec3f const &axis, Real32 angle);
 
-/// Height above the picture of a ball of that radius, which near its rim goes over into a
-/// hyperbola, so that the whole picture can be grabbed.
+/// The height of a ball above the place (x, y) of the picture. The ball is a sphere of that radius
+/// around the middle of the picture. Farther out than radius / sqrt(2) its surface continues as a
+/// hyperbola, so that there is a height above every place of the picture.
 OSG_CONTRIBTOLVANITE_API Real32 project_to_sphere(Real32 radius, Real32 x, Real32 y);
 
-/// A turn of the ball.
+/// A rotation of the ball.
 struct Turn
 {
-    Vec3f axis;   ///< in the axes of the picture, not normalised
+    Vec3f axis;   ///< x to the right, y up, z out of the picture; of any length
     Real32 angle; ///< from 0 to pi
 };
-/// What turns the ball when it is dragged from one place of the picture to another, both in
-/// normalised coordinates. Nothing where neither coordinate differs by more than 1e-6.
+/// The turn that moves the camera when the ball is dragged from one place of the picture to
+/// another. Places are in normalised coordinates. No value if neither coordinate differs by more
+/// than 1e-6.
 OSG_CONTRIBTOLVANITE_API std::optional<Turn> drag_on_sphere(Real32 radius, Real32 fromX,
                                                             Real32 fromY, Real32 toX, Real32 toY);
-/// What a pan holds: a point, and the plane through it along which it is moved.
+/// The point that a pan has grabbed, and the normal of the plane in which the pan moves it.
 struct Grip
 {
     Pnt3f point;
-    Vec3f normal; ///< of any length; zero holds nothing
+    Vec3f normal; ///< of any length; a normal of length 0 means that nothing is grabbed
 };
-/// From the far side of the screen's middle towards the eye, for a matrix from normalised
-/// coordinates to the world: the direction that a view is panned across. Of length 1.
+/// The direction in world space from the far end of the middle of the screen towards the eye, with
+/// length 1. `screenToWorld` takes normalised coordinates to the world.
 OSG_CONTRIBTOLVANITE_API Vec3f screen_axis(Matrix4d const &screenToWorld);
-/// Where a ray crosses the plane through the world's origin with that normal; no finite point where
-/// it runs along the plane.
+/// The point where a ray crosses the plane through the world's origin with that normal. The point
+/// is not finite if the ray is parallel to the plane.
 OSG_CONTRIBTOLVANITE_API Pnt3f on_plane_through_origin(Line const &ray, Vec3f const &normal);
-/// How far a camera has to move along its own x and y axes for the grip to come under a place of
-/// the screen in normalised coordinates. `viewing` is the inverse of `camera`, `screenToWorld` goes
-/// with both. Nothing where that is no finite way.
+/// How far a camera has to move along its own x and y axes so that the grabbed point comes under
+/// the place (normX, normY) of the screen, in normalised coordinates. `camera` is the matrix of the
+/// camera, `viewing` is its inverse, and `screenToWorld` takes normalised coordinates to the world
+/// for this camera. No value if the result is not finite.
 OSG_CONTRIBTOLVANITE_API std::optional<Vec2f> pan_way(Matrix4d const &screenToWorld,
                                                       Matrix const &camera, Matrix const &viewing,
                                                       Grip const &grip, Real32 normX, Real32 normY);

@@ -42,6 +42,7 @@ void WASDFlyEngine::setDistance(Real32 distance) { forward(distance); }
 
 // --- motion ---
 
+// Positive angles of a pose turn to the left and up, those of this operation to the right and down.
 void WASDFlyEngine::rotate(Real32 deltaX, Real32 deltaY) { _pose.turn(-deltaX, -deltaY); }
 
 Real32 WASDFlyEngine::forward(Real32 step)
@@ -119,6 +120,8 @@ void WASDFlyEngine::moveTo(Int16 x, Int16 y, Navigator *navigator)
 {
     Real32 fromX, fromY, toX, toY;
     navigator->calcFromTo(x, y, fromX, fromY, toX, toY);
+    // One radian for half the size of the view. y runs upwards, a positive angle turns down. The
+    // turn comes first, so that the step goes where the pointer shows.
     rotate(toX - fromX, fromY - toY);
     if(_state == Forwards)
         forward(-navigator->getMotionFactor());

@@ -4,11 +4,11 @@
 
 namespace OSG
 {
-/// A viewport for hosts that own the OpenGL context and have set its viewport up themselves.
+/// A viewport for hosts that own the OpenGL context and set up the OpenGL viewport themselves.
 class OSG_CONTRIBTOLVANITE_API EnhPassiveViewport : public EnhPassiveViewportBase
 {
   public:
-    /// True: the host decides about the extent.
+    /// Always true: the host decides where the view lies in the window.
     bool isPassive() const override;
 
   protected:

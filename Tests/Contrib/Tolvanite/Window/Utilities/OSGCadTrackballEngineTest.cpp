@@ -17,7 +17,7 @@ namespace
 {
 constexpr Real32 Pi = 3.14159265f;
 
-/// A trackball whose protected parts are open, and which counts the poses that are set.
+/// A trackball that makes protected operations public and counts the calls of set.
 class OpenTrackball : public CadTrackballEngine
 {
   public:
@@ -108,7 +108,7 @@ TEST_F(Cad, AfterATurnThePointsAreThoseOfTheLastMatrix)
 TEST_F(Cad, SettersWorkOnThePointsAsTheyShow)
 {
     engine->translateXY(3, 0);
-    // The shift does not show yet, so it is lost.
+    // getAt does not show the shift before the next getMatrix, so setFrom takes the old point.
     engine->setFrom(Pnt3f(0, 0, 20));
     EXPECT_EQ(engine->getMatrix(), translation(0, 0, 20));
     EXPECT_EQ(engine->getDistance(), 20.f);
@@ -131,7 +131,7 @@ TEST_F(Cad, ACameraInTheOriginHasNoDistanceAndNoNewPose)
     EXPECT_EQ(engine->getDistance(), 0.f);
     EXPECT_EQ(log.texts(LOG_NOTICE),
               std::vector<std::string>{"CadTrackballEngine: set(.,.,.), failed"});
-    // The centre is still where it was.
+    // The centre has not moved.
     EXPECT_EQ(engine->getMatrix(), Matrix());
 }
 
@@ -173,7 +173,7 @@ TEST_F(Cad, ADragToTheRightTakesTheCameraToTheLeft)
     EXPECT_LT(engine->getMatrix()[3][0], -1.f);
     EXPECT_NEAR(engine->getMatrix()[3][1], 0.f, 1e-5f);
     Pnt3f const from = engine->getFrom();
-    // Twice the angle of half the chord on a ball of 0.8.
+    // On a ball of radius 0.8, half the chord belongs to half the angle.
     Real32 const z = std::sqrt(0.64f - 0.0625f);
     Real32 const angle = 2 * std::asin(std::hypot(0.25f, 0.8f - z) / 1.6f);
     EXPECT_TRUE(from.equals(Pnt3f(-10 * std::sin(angle), 0, 10 * std::cos(angle)), 1e-4f));
@@ -217,7 +217,7 @@ TEST_F(Cad, GrabsThePlaneThroughTheOriginWhereTheSceneIsNotToBeAsked)
 
 TEST_F(Cad, NeverCastsARayWhereTheSceneIsNotToBeAsked)
 {
-    // A scene that cannot be walked without a warning: a core that visits the tree that it is in.
+    // The core shows the tree that it is in, so every walk through the scene logs a warning.
     NodePtr const loop = make_visit(view.root);
     view.root->addChild(loop);
     LogCapture log;
@@ -339,7 +339,7 @@ TEST_F(Cad, APointerAtRestPansNoOrthographicCamera)
     navigator.buttonPress(1, 100, 100);
     navigator.moveTo(100, 100);
     EXPECT_EQ(engine->getFrom(), Pnt3f(0, 0, 10));
-    // The last pan still counts from the press.
+    // The next pan still counts from the press.
     navigator.moveTo(140, 99);
     EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-1, -0.05f, 10), 1e-5f));
 }
@@ -371,7 +371,7 @@ TEST_F(Cad, HalvesOddSizesTowardsZeroWhenItPansAnOrthographicCamera)
     EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-30.5f * pixel, -10.5f * pixel, 10), 1e-5f));
 }
 
-/// An orthographic camera by its class, of another type.
+/// A class derived from OrthographicCamera with another type.
 class DerivedCamera : public OrthographicCamera
 {
   public:
@@ -439,7 +439,7 @@ TEST_F(Cad, ZoomsAnOrthographicCameraByItsPicture)
     EXPECT_EQ(ortho->getVerticalSize(), 6.f);
     navigator.buttonPress(4, 1, 1);
     EXPECT_EQ(ortho->getVerticalSize(), 12.f);
-    // The drag has ratios of its own; one that is only sideways counts as upwards.
+    // wheel_factor_ortho does not count in a drag. A drag to the side counts as one upwards.
     drag(2, 320, 240, 320, 250);
     EXPECT_FLOAT_EQ(ortho->getVerticalSize(), 12 * 0.8333333f);
     navigator.moveTo(320, 240);
@@ -540,7 +540,7 @@ class HostTrackball : public CadTrackballEngine
     std::vector<Pnt3f> centers;
 };
 
-/// As Cad, with an engine of the host.
+/// A view at the same pose with the engine of a host.
 struct HostCad : ::testing::Test
 {
     HostCad()
@@ -663,7 +663,7 @@ TEST_F(Cad, SaysWhichKeysItDoesNotKnow)
 
 // --- what a host may get wrong ---
 
-TEST_F(Cad, MotionsThatAreNoNumbersAreNotMade)
+TEST_F(Cad, MotionsThatAreNotFiniteAreNotMade)
 {
     Matrix const before = engine->getMatrix();
     for(Real32 const bad : {NAN, INFINITY, -INFINITY})
@@ -713,7 +713,7 @@ TEST_F(Cad, AMotionThatTakesTheCameraBeyondAllNumbersIsNotMade)
     EXPECT_EQ(engine->getMatrix(), translation(3e38f, 0, 10));
 }
 
-TEST_F(Cad, ABallWithoutARadiusTurnsNothingIntoNoNumber)
+TEST_F(Cad, ABallWithoutARadiusKeepsThePoseFinite)
 {
     for(Real32 const radius : {0.f, -1.f, NAN})
     {

@@ -32,8 +32,8 @@ class OpenCopter : public CopterFlyEngine
     }
 };
 
-/// In (0, 0, 10), looking along -z at a point five units ahead; a motion factor of 10, a rotation
-/// angle of 1. The window is 640 by 480.
+/// A camera at (0, 0, 10) that looks along -z at a point five units ahead. The navigator has a
+/// motion factor of 10 and a rotation angle of 1. The window has 640 by 480 pixels.
 struct Copter : ::testing::Test
 {
     Copter()
@@ -120,7 +120,7 @@ TEST_F(Copter, PositiveStepsGoBackwardsLeftAndUp)
     EXPECT_EQ(engine->getDistance(), 0.f);
 }
 
-TEST_F(Copter, TurnsToTheRightDownAndClockwise)
+TEST_F(Copter, TurnsToTheRightDownAndCounterClockwise)
 {
     engine->rotate(1.5707963f, 0, 0);
     EXPECT_TRUE(engine->getAt().equals(Pnt3f(5, 0, 10), 1e-5f));
@@ -348,7 +348,7 @@ TEST_F(Copter, TurnsTowardsThePointerByTheMotionFactor)
     navigator.mouseMove(640, 240);
     for(int i = 0; i < 10; ++i)
         tick(640, 240);
-    // Half the window is 1; divided by 20, times 0.4, ten times.
+    // Half the window is 1 in normalised coordinates. Ten ticks turn by 1 / 20 * 0.4 each.
     EXPECT_TRUE(
         engine->getAt().equals(Pnt3f(5 * std::sin(0.2f), 0, 10 - 5 * std::cos(0.2f)), 1e-4f));
     home();
@@ -458,7 +458,7 @@ TEST_F(Copter, OtherModesDoNothing)
     EXPECT_EQ(engine->getFrom(), Pnt3f(0, 0, 10));
     EXPECT_EQ(engine->getAt(), Pnt3f(0, 0, 5));
     EXPECT_EQ(engine->getUp(), Vec3f(0, 1, 0));
-    // In the first state the turn is taken, the step is not.
+    // MoveToState takes the turn, but not the step.
     fly(CopterFlyEngine::MoveToState);
     engine->setDirMode(CopterFlyEngine::DirMode(2));
     tick(600, 10);
@@ -612,7 +612,7 @@ TEST_F(Copter, KeysChooseModeStateAndSpeed)
     navigator.keyPress('-', 5, 6);
     EXPECT_FLOAT_EQ(engine->motion_factor(), 0.2f);
     EXPECT_EQ(navigator.getLastX(), 5); // not the middle
-    // The codes of the one kind mean nothing in the other.
+    // A character is no virtual-key code, and a virtual-key code is no character.
     navigator.keyPressEx('+', virtualKey, 5, 6);
     navigator.keyPress(13, 5, 6);
     navigator.keyPress(32, 5, 6);

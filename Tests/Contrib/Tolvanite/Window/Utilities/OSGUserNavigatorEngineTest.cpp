@@ -60,8 +60,9 @@ TEST(UserNavigatorEngine, EveryEngineHasItsOwnName)
     EXPECT_STREQ(CopterFlyEngine::getClassname(), "CopterFlyEngine");
 }
 
-/// Place of a virtual function in the table of its class, as the C++ ABI of this system has it;
-/// the destructor takes the first two.
+/// The slot of a virtual function in the table of its class. In the C++ ABI of this system a
+/// pointer to a virtual member function holds the offset of its slot, plus 1. The destructor has
+/// slots 0 and 1.
 template <class Function>
 std::ptrdiff_t slot_of(Function function)
 {
@@ -160,7 +161,7 @@ TEST_P(AnyEngine, HoversAndLostFocusMoveNothing)
     EXPECT_EQ(engine->getMatrix(), before);
 }
 
-// Not of the trackball: there the matrix decides.
+// The trackball starts elsewhere: one unit in front of the origin.
 TEST(EyeEngine, StartsInTheOriginLookingAlongZ)
 {
     EnginePtr const engines[] = {EnginePtr(WASDFlyEngine::create().get()),
@@ -202,7 +203,7 @@ bool is_finite_pose(UserNavigatorEngine &engine)
            NavigationMath::is_finite(engine.getDistance());
 }
 
-TEST_P(AnyEngine, PosesThatAreNoNumbersLeaveItFinite)
+TEST_P(AnyEngine, PosesThatAreNotFiniteAreNotTaken)
 {
     LogCapture const log;
     EnginePtr const engine = GetParam().create();
@@ -242,7 +243,7 @@ TEST_P(AnyEngine, ViewsWithoutADirectionLeaveTheMatrix)
     EXPECT_EQ(engine->getMatrix(), before);
 }
 
-/// Every event that there is, with every button and key and at odd places.
+/// Sends every kind of event, with every button and key, from ordinary and from extreme places.
 void mistreat(UserNavigatorEngine &engine, Navigator &navigator)
 {
     Int16 const places[] = {0, 1, 320, -32768, 32767};
@@ -272,7 +273,7 @@ void mistreat(UserNavigatorEngine &engine, Navigator &navigator)
     }
 }
 
-TEST_P(AnyEngine, SurvivesSettingsThatAreNoNumbers)
+TEST_P(AnyEngine, SurvivesSettingsThatAreNotFinite)
 {
     LogCapture const log;
     for(Real32 const bad : {NAN, INFINITY, 3e38f, -3e38f, 0.f})
@@ -309,7 +310,7 @@ TEST_P(AnyEngine, SurvivesViewsThatShowNothing)
          Row{"no window", [](NavigatedView &v) { v.window->subPort(v.viewport); }},
          Row{"singular beacon", [](NavigatedView &v)
              { dynamic_cast<Transform &>(*v.beacon->getCore()).setMatrix(scaling(0, 0, 0)); }},
-         Row{"beacon that is no number", [](NavigatedView &v)
+         Row{"beacon with NaN", [](NavigatedView &v)
              { dynamic_cast<Transform &>(*v.beacon->getCore()).setMatrix(scaling(NAN, 1, 1)); }},
          Row{"no beacon", [](NavigatedView &v) { v.camera->setBeacon(nullptr); }},
          Row{"no opening",

@@ -16,7 +16,7 @@ namespace
 {
 using FlyPtr = UnrecordedRefPtr<WASDFlyEngine>;
 
-/// Flies in a view of a motion factor of 2, from (0, 0, 10) along -z.
+/// A camera at (0, 0, 10) that looks along -z. The navigator has a motion factor of 2.
 struct Fly : ::testing::Test
 {
     Fly()
@@ -84,7 +84,7 @@ TEST_F(Fly, PassesTheVertical)
 {
     for(int i = 0; i < 3; ++i)
         engine->rotate(0, 0.7f);
-    // 120 degrees down: what was ahead is behind.
+    // Three turns by 0.7 are 120 degrees, so that the camera now looks backwards.
     Pnt3f const expected(0, -5 * std::sin(2.1f), 10 - 5 * std::cos(2.1f));
     EXPECT_TRUE(engine->getAt().equals(expected, 1e-5f));
 }
@@ -115,7 +115,7 @@ TEST_F(Fly, AMatrixPutsThePointOneUnitAhead)
     EXPECT_EQ(engine->getUp(), Vec3f(0, 1, 0));
 }
 
-/// Tells whether the pose goes through the function that a derived engine may have replaced.
+/// Overrides operations as a host may do, and notes their calls.
 class WatchingFly : public WASDFlyEngine
 {
   public:
@@ -219,7 +219,7 @@ TEST_F(Fly, TurnsWithEachMoveWhateverButtonIsDown)
 {
     navigator.mouseMove(320, 240);
     navigator.moveTo(400, 240);
-    // A quarter of half the view to the right.
+    // 80 of 640 pixels are 0.25 in normalised coordinates.
     Pnt3f const expected(5 * std::sin(0.25f), 0, 10 - 5 * std::cos(0.25f));
     EXPECT_TRUE(engine->getAt().equals(expected, 1e-5f));
 }

@@ -6,6 +6,8 @@ namespace OSG
 {
 namespace
 {
+// A direction has no translation and no division by w, a position has both. The action's distances
+// count in lengths of the direction, which the matrix may change, so the action is told the ratio.
 void carry_ray(IntersectAction &action, Matrix const &matrix)
 {
     Line const &line = action.getLine();

@@ -7,22 +7,22 @@ namespace OSG
 {
 class Action;
 
-/// Shows its subtree at a constant size on the screen, however far away it stands: markers,
-/// handles.
+/// Shows its subtree at the same size on the screen, however far away it is. Markers and handles
+/// use it.
 ///
-/// The user's matrix (`matrix`) places the subtree and stays as it is. What rendering and picking
-/// use is `transform`, computed for the view that was rendered last and the identity before; a core
-/// that several nodes share has the one of the node rendered last. `distance` is the size in pixels
-/// that one unit of the subtree has on the screen. The core is meant for places whose parents carry
-/// no transform of their own.
+/// The field `matrix` belongs to the user. It places the subtree, and the core does not change it.
+/// Rendering and picking use the field `transform`, which rendering computes for its view. It is
+/// the identity before the first rendering. If several nodes share the core, it belongs to the node
+/// that was rendered last. `distance` is the size in pixels that one unit of the subtree has on the
+/// screen. The core is meant for nodes that have no other transform above them.
 class OSG_CONTRIBTOLVANITE_API ConstSizeTransform : public ConstSizeTransformBase
 {
   public:
     static constexpr Replaced Replaces = Replaced::InitMethod;
 
-    /// Multiplies `transform` from the right.
+    /// Multiplies `matrix` from the right by `transform`.
     void accumulateMatrix(Matrix &matrix) override;
-    /// Makes the volume infinite: what size the subtree has in space is not known from the graph.
+    /// Makes the volume infinite, because the size of the subtree in space depends on the view.
     void adjustVolume(Volume &volume) override;
 
   protected:
@@ -30,9 +30,9 @@ class OSG_CONTRIBTOLVANITE_API ConstSizeTransform : public ConstSizeTransformBas
     ConstSizeTransform(ConstSizeTransform const &) = default;
     ~ConstSizeTransform() override;
 
-    /// Registers the functions below at the actions that know them, when all types are up.
+    /// Registers the two functions below with IntersectAction, once all types exist.
     static void initMethod(TypeBase::InitPhase phase);
-    /// Carry the ray of an IntersectAction through `transform` and back.
+    /// Transform the ray of an IntersectAction by the inverse of `transform`, and back.
     ActionBase::ResultE intersectEnter(Action *action);
     ActionBase::ResultE intersectLeave(Action *action);
 
