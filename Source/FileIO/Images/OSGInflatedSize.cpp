@@ -28,7 +28,7 @@ class BitReader
         --_left;
         return value;
     }
-    /// The first bit is the lowest.
+    /// Reads a number. Its lowest bit comes first.
     UInt32 bits(int count)
     {
         UInt32 value = 0;
@@ -51,7 +51,9 @@ class BitReader
 constexpr int MaxCodeLength = 15;
 constexpr UInt32 NoSymbol = ~UInt32(0);
 
-/// Canonical codes: those of one length are consecutive, in the order of their symbols.
+/// A canonical Huffman code (RFC 1951, 3.2.2): the codes of one length are consecutive numbers in
+/// the order of their symbols. The counts by length and the sorted symbols are therefore enough to
+/// decode, without a tree.
 class Codes
 {
   public:
@@ -110,7 +112,7 @@ class Counter
         : _in(bytes)
         , _wanted(wanted)
     {
-        _in.bits(16); // header of the zlib form
+        _in.bits(16); // the header of the zlib format, whose content does not matter here
     }
 
     bool reaches()
@@ -127,7 +129,7 @@ class Counter
   private:
     bool isDone() const { return _made >= _wanted; }
 
-    // False where the stream breaks.
+    // Adds the size of one block. False where the stream ends early or is invalid.
     bool countBlock(UInt32 kind)
     {
         if(kind == 0)
