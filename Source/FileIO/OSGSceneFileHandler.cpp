@@ -242,7 +242,8 @@ void ReadText::reportEarlyEnd(char const *name) const
 {
     if(!_own.fail() || _own.eof())
         return;
-    // The text says the line already, so no other line is added.
+    // The message names the line in its own text. Without a text getReadLine() gives 0, so a sink
+    // does not add the line again.
     SceneFileHandlerBase &handler = *SceneFileHandlerBase::the();
     handler._text = nullptr;
     bool const isNamed = name != nullptr && *name != '\0';
