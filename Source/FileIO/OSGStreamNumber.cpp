@@ -77,10 +77,12 @@ bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
     if(mantissa > ExactIntegerLimit || exponent < -ExactPowerLimit || exponent > ExactPowerLimit)
         return false;
     Real64 const wide = static_cast<Real64>(mantissa) * PowerOfTen[exponent + ExactPowerLimit];
-    constexpr UInt64 below_float = (UInt64(1) << 29) - 1;
-    constexpr UInt64 midpoint = UInt64(1) << 28;
-    constexpr UInt64 margin = 2;
-    if((std::bit_cast<UInt64>(wide) & below_float) - (midpoint - margin) <= 2 * margin)
+    // A double has 29 more bits of mantissa than a float. Halfway between two floats only the
+    // highest of these bits is set. The margin is above the error of one and a half units.
+    constexpr UInt64 BelowFloat = (UInt64(1) << 29) - 1;
+    constexpr UInt64 Midpoint = UInt64(1) << 28;
+    constexpr UInt64 Margin = 2;
+    if((std::bit_cast<UInt64>(wide) & BelowFloat) - (Midpoint - Margin) <= 2 * Margin)
         return false;
     value = static_cast<Real32>(wide);
     return true;

@@ -86,10 +86,11 @@ UInt64 inflated_size(Header const &header)
     {
         UInt32 x, y, dx, dy;
     };
-    constexpr Pass passes[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
+    // First column and row of each pass, and the steps to the next ones.
+    constexpr Pass Passes[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
                                {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
     UInt64 size = 0;
-    for(Pass const &pass : passes)
+    for(Pass const &pass : Passes)
         size += rows_size(header, (header.width - pass.x + pass.dx - 1) / pass.dx,
                           (header.height - pass.y + pass.dy - 1) / pass.dy);
     return size;

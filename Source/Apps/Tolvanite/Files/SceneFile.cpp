@@ -11,7 +11,7 @@ namespace Tool
 {
 namespace
 {
-/// Shows the progress of reads while it lives.
+/// Shows a progress bar for reads while it lives.
 class ReadProgress
 {
   public:
@@ -29,7 +29,7 @@ class ReadProgress
     ProgressBar _bar;
 };
 
-// What a reader may raise (a list beyond its limits) means no scene here, save lack of memory.
+// An exception of a reader, other than std::bad_alloc, means that the file gives no scene.
 ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 {
     ReadProgress const progress(streams.err, ProgressBar::whereWanted(options.quiet));

@@ -25,7 +25,7 @@ namespace
 using OSG::Node;
 using OSG::NodeCore;
 
-/// The walk through children and, behind them, the tree that a node visits.
+/// Walks the children of a node and then the tree that the node visits.
 class TreeVisitor
 {
   public:
@@ -45,7 +45,7 @@ class TreeVisitor
     {
         Node *node;
         OSG::UInt32 childrenBegun = 0;
-        bool hasOtherTree = false; ///< begun
+        bool hasOtherTree = false; ///< its member has been begun
     };
 
     static Node *other_tree(Node const *node)
@@ -66,7 +66,7 @@ class TreeVisitor
             else
                 above.hasOtherTree = true;
         }
-        // A visited tree may hang where no one has asked for its volume yet.
+        // The volumes of a visited tree may not have been computed yet.
         if(place == Place::OtherTree)
             node->updateVolume();
         _levels.push_back({node});

@@ -35,7 +35,7 @@ OSG::Frustum frustum_of(std::vector<std::string> const &texts)
     return OSG::Frustum(corners);
 }
 
-// The near side is that of the larger z.
+// The near side of a box is the side with the larger z.
 OSG::Frustum box_of(std::vector<std::string> const &texts)
 {
     OSG::Pnt3f const min = point("--box", texts[0]);

@@ -120,6 +120,8 @@ bool MrgGraphOp::traverse(Node *root)
     OSG_LOG_PROGRESS("MrgGraphOp::traverse: Number of nodes before merge: %u\n", count);
     UInt32 last = 0;
     bool wentThrough = true;
+    // A transform that has gone may leave its parent a group that can dissolve now, so passes
+    // repeat until one changes nothing. Each pass but the last removes a node, so the loop ends.
     do
     {
         last = count;

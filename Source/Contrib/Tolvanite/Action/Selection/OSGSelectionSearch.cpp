@@ -154,13 +154,13 @@ void visit_triangles(Geometry const &geometry, Plane const *planes, Visit visit)
 {
     // The table costs time for all positions, so a search that ends at one of the first triangles
     // does without it.
-    constexpr Int32 triangles_without_table = 1000;
+    constexpr Int32 TrianglesWithoutTable = 1000;
     FrustumLanes const lanes(planes);
     OutsideTable table(lanes);
     TriangleIterator const end = geometry.endTriangles();
     for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
     {
-        if(it.getIndex() == triangles_without_table)
+        if(it.getIndex() == TrianglesWithoutTable)
             table.fill(GeometryView(geometry).positions);
         FrustumLanes::Grade const grade = table.grade(it);
         if(grade == FrustumLanes::Grade::Outside)

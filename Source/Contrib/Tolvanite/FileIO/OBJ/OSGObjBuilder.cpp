@@ -113,6 +113,7 @@ Material *ObjBuilder::defaultMaterial()
     if(_defaultMaterial == nullptr)
     {
         _defaultMaterial = SimpleTexturedMaterial::create();
+        // Light grey with a soft highlight.
         _defaultMaterial->setDiffuse(Color3f(0.8f, 0.8f, 0.8f));
         _defaultMaterial->setSpecular(Color3f(1.f, 1.f, 1.f));
         _defaultMaterial->setShininess(20.f);

@@ -22,11 +22,12 @@ char const *scan_number(char const *p, Int32 &number)
     if(negative || *p == '+')
         ++p;
     char const *const first = p;
-    constexpr Int64 enough = Int64(1) << 40;
+    // Beyond 32 bits. The number grows no further, so it cannot overflow.
+    constexpr Int64 Enough = Int64(1) << 40;
     Int64 magnitude = 0;
     for(; static_cast<unsigned char>(*p - '0') < 10; ++p)
     {
-        if(magnitude < enough)
+        if(magnitude < Enough)
             magnitude = magnitude * 10 + (*p - '0');
     }
     if(p == first)
@@ -92,6 +93,8 @@ void ObjFaceParser::parse(ObjElementCounts const &counts)
 
 ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts const &counts)
 {
+    // Nearly all corners are plain. The general way below also continues a corner of the line
+    // before.
     if(!_cornerIsOpen)
         p = takePlainCorners(p);
     UInt32 kind = ObjPositionIndex;

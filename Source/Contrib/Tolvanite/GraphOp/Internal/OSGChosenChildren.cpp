@@ -62,6 +62,7 @@ Node *take_chosen(Node &node, Switch const &core)
     Int32 const choice = core.getChoice();
     if(choice == Switch::AllChildren)
     {
+        // From the last child, so that taking a child moves no other.
         while(chosen.getNLeft() != 0)
             chosen.take(chosen.getNLeft() - 1);
     }
