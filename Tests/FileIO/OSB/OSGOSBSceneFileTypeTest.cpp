@@ -182,7 +182,7 @@ TEST(OSBSceneFileType, AStreamThatTakesNoMoreIsReported)
                 testing::ElementsAre(testing::StartsWith("OSB: the scene could not be written: ")));
 }
 
-// --- files by hand: what is no scene gives null and a line ---
+// --- files by hand: a file without a scene gives null and a log line ---
 
 struct BadFile
 {

@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// The engines once more, the slow obvious way and in double precision: plain trigonometry in place
-/// of matrices and quaternions, all triangles of the scene in world space in place of an action.
-/// Written from what the engines promise, not from how they do it; nothing of theirs is used.
+/// Slow, obvious versions of the engines in double precision. They use plain trigonometry instead
+/// of matrices and quaternions, and all triangles of the scene in world space instead of an action.
+/// They follow the documentation of the engines and share no code with them.
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 //
 //     tolvanite replay Models/pavilion.obj Models/NAME.events --engine ENGINE --size 640x480 --json
 //
-// and are held against slow engines of their own in Tests/TolvaniteKit.
+// and the tests of the Kit compare them with slow engines (Tests/Kit/Input).
 
 #include <cmath>
 #include <filesystem>
@@ -77,7 +77,8 @@ TEST_P(ReplayOf, GivesTheTraceOfTheRecording)
         EXPECT_EQ(poses[i]["event"], i);
         for(char const *key : {"from", "at", "up"})
         {
-            // To the bit on one machine; sines differ in the last place from one to the next.
+            // Poses have the same bits on one machine. On others the last place of a sine may
+            // differ.
             for(int axis = 0; axis < 3; ++axis)
                 ASSERT_NEAR(poses[i][key][axis].get<float>(), expected[i][key][axis].get<float>(),
                             1e-4)
