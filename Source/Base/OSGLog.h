@@ -38,7 +38,7 @@ class OSG_BASE_API Log
     Log(Log const &) = delete;
     Log &operator=(Log const &) = delete;
 
-    // --- what is let through ---
+    // --- filter ---
     /// The default is LOG_WARNING; messages of a higher level are dropped.
     void setLogLevel(LogLevel level);
     LogLevel getLogLevel() const;

@@ -44,7 +44,8 @@ class OSG_BASE_API Volume : public MemObject
     virtual void getCenter(Pnt3f &center) const = 0;
     /// The axis-aligned box around the volume. For an empty volume both corners are the origin.
     virtual void getBounds(Pnt3f &min, Pnt3f &max) const = 0;
-    /// False only where the two volumes have no point in common. May be true even so.
+    /// False only where the two volumes have no point in common. It may also be true for volumes
+    /// that have no common point.
     virtual bool intersect(Volume const &other) const = 0;
     /// Grows the volume by a point, or by the bounds of a volume.
     virtual void extendBy(Pnt3f const &point) = 0;

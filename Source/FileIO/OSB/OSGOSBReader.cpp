@@ -38,7 +38,7 @@ TransitPtr<Node> OSBReader::read()
     readRecords();
     auto *const scene = dynamic_cast<Node *>(_containers.find(1));
     if(scene == nullptr)
-        throw ReadError("its first container is no node");
+        throw ReadError("its first container is not a node");
     for(auto const &element : _elements)
     {
         if(element != nullptr)
@@ -63,10 +63,10 @@ void OSBReader::readHeader()
     UInt16 version = 0;
     _root.getHandler().get(signature, sizeof(signature));
     if(!std::equal(signature, signature + sizeof(signature), OSBFormat::Signature))
-        throw ReadError("it does not begin as an OSB file");
+        throw ReadError("its first bytes are not those of an OSB file");
     _root.getHandler().getValue(version);
     if(version != OSBFormat::NamesInFull && version != OSBFormat::NamesOnce)
-        throw ReadError("it has another version");
+        throw ReadError("its version is unknown");
     _root.setVersion(version);
 }
 

@@ -182,7 +182,8 @@ void add_replay_command(CLI::App &program, ChosenCommand &chosen)
     std::set<std::string> names;
     for(auto const &entry : Engines)
         names.insert(entry.first);
-    command.add_option("--engine", options->engine, "What moves the camera: cad, fly or copter")
+    command
+        .add_option("--engine", options->engine, "Engine that moves the camera: cad, fly or copter")
         ->required()
         ->check(CLI::IsMember(names));
     command.add_option("--size", options->size, "Size of the view in pixels, WxH")->required();

@@ -51,7 +51,7 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 void add_file_argument(CLI::App &command, SceneOptions &options)
 {
     command.add_option("FILE", options.file, "Scene file")->required()->check(CLI::ExistingPath);
-    command.add_flag("--strict", options.strict, "Fail where a read ends before its file does");
+    command.add_flag("--strict", options.strict, "Fail if the file is not read completely");
 }
 
 Scene read_scene(SceneOptions const &options, Streams streams)

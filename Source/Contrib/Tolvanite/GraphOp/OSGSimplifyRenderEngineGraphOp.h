@@ -49,8 +49,8 @@ class OSG_CONTRIBTOLVANITE_API SimplifyRenderEngineGraphOp : public GraphOp
     TransitPtr<GraphOp> clone() override;
     void setParams(std::string params) override;
     std::string usage() override;
-    /// Removes the name and returns Continue. For a node on the exclude list returns Skip and keeps
-    /// the name.
+    /// Removes the name of the node and returns Continue. A node on the exclude list keeps its
+    /// name, and the result is Skip.
     ResultE traverseEnter(Node *node) override;
     /// Skip for a node on the exclude list, otherwise Continue.
     ResultE traverseLeave(Node *node, ResultE result) override;

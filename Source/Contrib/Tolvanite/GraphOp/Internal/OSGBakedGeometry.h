@@ -19,7 +19,7 @@ struct VectorArrays
 ///   positions   of 3-float points as points, each divided by its own w (at w = 0 it stays
 ///               undivided, with a warning)
 ///   normals     of 3-float vectors as vectors: turned by the upper left 3 by 3 part, not by its
-///               inverse transpose, then normalised; what is shorter than 1e-6 stays as it is
+///               inverse transpose, then normalised; a shorter vector than 1e-6 is not normalised
 ///   colors      of 3 floats, and texture coordinates of 3-float vectors, likewise where `vectors`
 ///               says so
 ///
