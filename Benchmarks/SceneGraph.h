@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The scene graph, up for as long as a benchmark program runs.
+/// Starts the scene graph for the run of a benchmark program.
 
 #include "OSGSystem.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Scene files of any size for benchmarks and tests.
+/// Makes scene files of any size for benchmarks and tests.
 
 #include <cmath>
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace OSG::Bench
 {
-/// What stands between the slashes of a corner.
+/// The form of the corners of a face.
 enum class TerrainCorners
 {
     Positions, ///< 7
@@ -18,16 +18,16 @@ enum class TerrainCorners
     Faceted    ///< 7/3/9: texture coordinates in another order, a normal for each face
 };
 
-/// A square height field of about `triangles` triangles as OBJ text: positions, texture coordinates
-/// and normals with six digits behind the point, as modelling programs write them, then a face line
-/// for each triangle. The same text for the same arguments on every machine.
+/// A square height field of about `triangles` triangles as OBJ text. Positions, texture coordinates
+/// and normals have six digits after the point, as modelling programs write them. A face line per
+/// triangle follows. The same arguments give the same text on every machine.
 inline std::string terrain_obj(std::uint32_t triangles, TerrainCorners corners)
 {
     std::uint32_t const cells = static_cast<std::uint32_t>(std::lround(std::sqrt(triangles / 2.0)));
     std::uint32_t const side = cells + 1;
     std::string text = "# terrain\no terrain\n";
     char line[160];
-    // Wraps around every 2^32: hills that no mathematical library disagrees about.
+    // Integer arithmetic that wraps around at 2^32, because sines differ between C libraries.
     auto const height = [](std::uint32_t x, std::uint32_t y)
     { return ((x * 2654435761u + y * 2246822519u) >> 12) * 1e-5; };
     for(std::uint32_t y = 0; y < side; ++y)

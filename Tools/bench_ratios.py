@@ -3,11 +3,12 @@
 
     bench_ratios.py FOLDER [PROGRAM] [OPTION...]
 
-A program is a file named *Benchmarks; without its name (containers for ContainersBenchmarks) all
-run. The options go to each. Benchmarks are named CASE/ours and
-CASE/PEER; those of a case run interleaved in one process, seven repetitions each unless an option
-says otherwise. Printed per case: the median time with its range, and the ratio of the medians
-with the least and the greatest ratio that the ranges allow. Below 1 we are faster.
+A program is a file named *Benchmarks. PROGRAM chooses one (containers for ContainersBenchmarks);
+without it all programs run. Each program receives the options. Benchmarks are named CASE/ours and
+CASE/PEER. The benchmarks of a case run interleaved in one process, with seven repetitions unless
+an option says otherwise. For each case the script prints the median time with its range, and the
+ratio of the medians with the least and the greatest ratio that the ranges allow. Below 1 we are
+faster.
 """
 import json
 import pathlib
@@ -21,7 +22,7 @@ MODIFIERS = re.compile(r"(/(iterations|repeats|min_time|min_warmup_time|real_tim
 
 
 def quantity(entry):
-    """What a repetition measured, and its unit."""
+    """The result of a repetition and its unit."""
     if "bytes" in entry:
         return entry["bytes"], "bytes"
     if "items_per_second" in entry:
@@ -31,7 +32,7 @@ def quantity(entry):
 
 
 def run(program, options):
-    """What every repetition measured and the unit, by case and contender."""
+    """The results of all repetitions and their unit, by case and contender."""
     print(f"running {program.name}", file=sys.stderr)
     command = [str(program), "--benchmark_format=json", "--benchmark_repetitions=7",
                "--benchmark_enable_random_interleaving=true", *options]

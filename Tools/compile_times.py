@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Holds the time that a source takes to compile.
+"""Checks how long each source takes to compile.
 
     compile_times.py LOG [LIMIT]
 
-Prints the five slowest objects and precompiled headers of a build and ends with status 1 if one
-took more than LIMIT processor seconds (15). LOG is what Tools/timed-compile wrote; only the last
-build of an object counts.
+Prints the five slowest objects and precompiled headers of a build. The exit status is 1 if one took
+more than LIMIT seconds of CPU time (15 by default). LOG is the file that Tools/timed-compile wrote.
+Only the last build of an object counts.
 """
 import re
 import sys

@@ -3,12 +3,12 @@
 
 OSGX.xml is the text that the type X carries at run time, byte for byte. From it come
 
-  OSGXBase.h        class XBase: fields, ids, masks, accessors and the table of rows
+  OSGXBase.h        class XBase: fields, ids, masks, accessors and the table with a row per field
   OSGXStatics.inl   pointer type, field types, type object and the instantiated pattern
-  OSGX.h            class X, where nobody has written one beside the description: a container
-                    without behaviour of its own
+  OSGX.h            class X, if there is no OSGX.h beside the description: a container without
+                    behaviour of its own
 
-Behaviour is not generated: it stands once in OSGContainerPattern.inl.
+Behaviour is not generated. It is written once, in OSGContainerPattern.inl.
 
 Attributes of the element FieldContainer that count here: name, parent, structure ("concrete" or
 "abstract"), group (the group name of the type; the class's own name for a child of Attachment,
@@ -163,7 +163,7 @@ class Container:
             (public if field.access == "public" else protected).extend(write)
             protected += [f"GetFieldHandlePtr getHandle{field.capital}() const;",
                           f"EditFieldHandlePtr editHandle{field.capital}();"]
-        # A field may begin in the tail that the one before it leaves.
+        # A field may begin in the padding at the end of the field before it.
         members = "\n".join(f"[[no_unique_address]] {f.field_type} {f.member};"
                             for f in self.fields)
         return f"""// Made by containergen.py from {self.path.name}.
@@ -342,7 +342,7 @@ template class {pattern};
 
 
 def raw(text):
-    """The text as a raw literal, in the pieces that compilers accept."""
+    """The text as raw string literals that are short enough for all compilers."""
     pieces = [text[i:i + 8000] for i in range(0, len(text), 8000)]
     return "\n    ".join(f'R"xml({piece})xml"' for piece in pieces)
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Counts tests over the JUnit files that ctest wrote.
+"""Counts the tests in the JUnit files that ctest wrote.
 
     count_tests.py [--none-left-out] FILE...
 
-Prints "N passed, N failed" (and how many did not run, if any). A file that is not there counts
-nothing. With --none-left-out the exit status is 1 if a test was skipped or disabled.
+Prints "N passed, N failed" (and how many did not run, if any). A missing file counts as
+0 tests. With --none-left-out the exit status is 1 if a test was skipped or disabled.
 """
 import pathlib
 import sys

@@ -3,9 +3,9 @@
 
     make_models.py [FOLDER]
 
-The same bytes on every run. The pavilion is meant for people: metres, y up, the floor at y = 0
-with its centre in the origin, a door of 1.2 m in the front wall (+z), a terrace one step below the
-floor and stairs to a gallery, so that it can be walked through as well as looked at.
+Every run makes the same bytes. The pavilion has the size of a building for people, in metres with y
+upwards. The centre of the floor is the origin. There is a door of 1.2 m in the front wall (+z), a
+terrace one step below the floor, and stairs to a gallery, so that one can walk through it.
 """
 import math
 import pathlib
@@ -71,7 +71,7 @@ def cross(a, b):
 
 
 def rectangle(obj, corner, u, v, tile=1.0, cells=(1, 1)):
-    """A rectangle spanned by u and v, its front where u x v points; a texture spans `tile` m."""
+    """A rectangle spanned by u and v. Its front is where u x v points. A texture covers `tile` m."""
     normal = unit(cross(u, v))
     across, up = math.hypot(*u) / tile, math.hypot(*v) / tile
 
@@ -96,8 +96,8 @@ def box(obj, low, high, tile=1.0):
 
 
 def lathe(obj, centre, profile, sides, textured=False):
-    """Turns a profile of (radius, height), from the bottom up, about a vertical axis; the ends of
-    a radius above 0 are closed by one polygon each."""
+    """Turns a profile of (radius, height), from the bottom up, about a vertical axis. An end with a
+    radius above 0 is closed by one polygon."""
     def slope(k):
         (r0, h0), (r1, h1) = profile[max(k - 1, 0)], profile[min(k + 1, len(profile) - 1)]
         return h1 - h0, r0 - r1
@@ -139,7 +139,7 @@ def floors(obj):
 
 
 def walls(obj):
-    """Back wall whole, a door in the front wall, two windows in each side wall."""
+    """A closed back wall, a front wall with a door, two side walls with two windows each."""
     obj.use("walls", "plaster")
     x, z = HALF_X, HALF_Z
     box(obj, (-x - WALL, 0, -z - WALL), (x + WALL, HEIGHT, -z))
@@ -301,7 +301,7 @@ Ns 25
 # --- images -------------------------------------------------------------------------------------
 
 class Noise:
-    """A small linear congruential generator, so that the bytes depend on nothing else."""
+    """A linear congruential generator, so that the bytes do not depend on Python's version."""
 
     def __init__(self, seed):
         self.state = seed
@@ -312,7 +312,7 @@ class Noise:
 
 
 def image(size, colour):
-    """Rows of pixels from the top down, each what colour(x, y) gives, clamped to bytes."""
+    """Rows of the pixels colour(x, y), from the top down, clamped to bytes."""
     return [[tuple(max(0, min(255, int(c))) for c in colour(x, y)) for x in range(size)]
             for y in range(size)]
 
@@ -353,7 +353,7 @@ def fabric(size=32):
 
 
 def lattice(size=32):
-    """Wholly opaque bars, wholly clear holes."""
+    """A lattice of opaque bars with transparent holes."""
     def colour(x, y):
         bar = (x + y) % 16 < 4 or (x - y) % 16 < 4
         return (112, 78, 48, 255) if bar else (112, 78, 48, 0)

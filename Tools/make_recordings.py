@@ -4,8 +4,8 @@ for the trackball on an orthographic camera.
 
     make_recordings.py [FOLDER]
 
-The same bytes on every run. They are meant for a view of 640 by 480 pixels of the pavilion and
-touch what each engine can do; Docs/recordings.md describes the format.
+Every run makes the same bytes. The recordings are for a view of the pavilion with 640 by 480 pixels
+and use everything that each engine can do. Docs/recordings.md describes the format.
 """
 import pathlib
 import sys
@@ -16,7 +16,7 @@ ARROW_UP, ARROW_DOWN, RETURN, SPACE = 38, 40, 13, 32
 
 
 class Recording:
-    """Lines of events; the clock ticks 60 times a second, a pause is a quarter of one."""
+    """Lines of events. The clock ticks 60 times a second; a pause is a quarter of a second."""
 
     def __init__(self, title, camera, pose, motion, angle, center="off", no_intersect="off"):
         self.lines = [f"# {title}; made by Tools/make_recordings.py, for 640x480",
@@ -81,7 +81,7 @@ FRONT = ("8 5 14", "0 1 0", "0 1 0")
 
 
 def orbit(recording):
-    """What the trackball can do: turn, pan, zoom three ways, click to centre."""
+    """Uses everything that the trackball can do: turn, pan, zoom in three ways, click to centre."""
     recording.at(360, 260).drag(LEFT, 520, 220, 12)
     recording.at(320, 300).drag(MIDDLE, 250, 260, 8)
     recording.at(300, 200).drag(RIGHT, 300, 260, 6)
@@ -128,7 +128,8 @@ def fly():
 def copter():
     recording = Recording("A helicopter about the pavilion", "perspective 60",
                           ("0 2 16", "0 1.5 0", "0 1 0"), 1.2, 0.05)
-    # Towards the pointer: on with the left button, off with any, back with the right one.
+    # Flight towards the pointer: the left button starts it, any button stops it, the right one flies
+    # back.
     recording.at(320, 240).click(LEFT)
     recording.path("hover", 420, 200, 4)
     recording.tick(30)
@@ -139,14 +140,14 @@ def copter():
     recording.wheel(NEARER, 2)
     recording.tick(6)
     recording.click(RIGHT)
-    # On a sphere about what can be seen.
+    # Flight on a sphere around the visible part of the scene.
     recording.virtual_key(SPACE)
     recording.key(ord("+"))
     recording.click(LEFT)
     recording.path("hover", 380, 230, 3)
     recording.tick(40)
     recording.click(LEFT)
-    # On the spot, mode after mode; then sideways, up and on.
+    # Turns on the spot in each mode, then flight sideways, upwards and ahead.
     for _ in range(2):
         recording.virtual_key(SPACE)
         for _ in range(4):

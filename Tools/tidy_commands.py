@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Makes compile commands that clang tools can use out of those of a gcc build.
+"""Makes compile commands for clang tools from the compile commands of a gcc build.
 
     tidy_commands.py BUILD OUT [SOURCE...]
 
-gcc's precompiled headers mean nothing to clang, which yet would pick them up by their name: the
-commands written to OUT/compile_commands.json include a copy of the header's text instead. Prints
-those of SOURCE (all if none is given) that the build compiles, one to a line.
+clang cannot read gcc's precompiled headers, but would find them by name. The commands in
+OUT/compile_commands.json therefore include a copy of the header's text instead. Prints the files
+among SOURCE (by default all) that the build compiles, one per line.
 """
 import json
 import pathlib

@@ -1,8 +1,9 @@
-# Flags that every target of the tree is built with.
+# The compiler flags of all targets of the tree.
 
-# Floating point is part of the contract: a vector path and a scalar path give the same bits.
+# Results are promised to the last bit, and a vector path gives the same bits as a scalar path. No
+# contraction, then.
 add_compile_options(-ffp-contract=off)
-# Log lines name their source from the root of the tree on, wherever the tree lies.
+# Log lines name their source relative to the root of the tree.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 if(TOLVANITE_WERROR)

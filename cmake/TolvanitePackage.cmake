@@ -1,5 +1,5 @@
-# What is installed beside the units, so that others find them: the CMake package Tolvanite with a
-# target per unit, and pkg-config's tolvanite with all of them.
+# Installs the package descriptions: the CMake package Tolvanite with a target per unit, and the
+# pkg-config module tolvanite with all units.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Tolvanite)
@@ -11,12 +11,13 @@ install(FILES ${PROJECT_BINARY_DIR}/TolvaniteConfig.cmake ${PROJECT_BINARY_DIR}/
     DESTINATION ${package_dir})
 install(EXPORT TolvaniteTargets NAMESPACE Tolvanite:: DESTINATION ${package_dir})
 
-# Highest unit first: a linker that drops what nobody has asked for yet reads from left to right.
+# The highest unit comes first, because linkers with --as-needed read libraries from left to right
+# and drop those that nothing has asked for yet.
 get_property(units GLOBAL PROPERTY TOLVANITE_UNITS)
 list(REVERSE units)
 list(TRANSFORM units PREPEND "-lOSG" OUTPUT_VARIABLE unit_flags)
 list(JOIN unit_flags " " TOLVANITE_LIBRARY_FLAGS)
-# The prefix is told from where the file lies, so that the tree may be installed, or moved, anywhere.
+# The prefix is relative to the file itself, so that the tree may be installed or moved anywhere.
 set(pc_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH TOLVANITE_PREFIX_FROM_PC ${pc_dir} ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/tolvanite.pc.in ${PROJECT_BINARY_DIR}/tolvanite.pc @ONLY)

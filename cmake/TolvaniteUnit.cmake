@@ -2,11 +2,12 @@ include(GenerateExportHeader)
 
 # osg_unit(NAME DIR dir [LINK units...] [EXTERNAL libraries...] [PRIVATE libraries...] [MODULE_STATICS])
 #
-# A unit is one folder, one shared library OSG<NAME> and one target Tolvanite::<NAME>. LINK names the
-# units that it may include and call: include folders come with the link, and -z defs refuses the
-# rest, so an upward include does not compile and an upward call does not link. Every OSG*.xml of
-# the folder is a container description; its generated statics are compiled as one source, or left
-# to a source of the unit that includes them in an order of its own (MODULE_STATICS).
+# A unit is one folder, one shared library OSG<NAME> and one target Tolvanite::<NAME>. LINK names
+# the units that it may include and call. Include folders come with the link, so an include of a
+# unit above does not compile. The linker flag -z defs makes a call into a unit above fail to link.
+# Every OSG*.xml in the folder describes a container. The generated statics of a unit are compiled
+# as one source. With MODULE_STATICS a source of the unit includes them instead, in an order of its
+# own.
 function(osg_unit NAME)
     cmake_parse_arguments(UNIT "MODULE_STATICS" "DIR" "LINK;EXTERNAL;PRIVATE" ${ARGN})
     set(target OSG${NAME})
@@ -15,7 +16,7 @@ function(osg_unit NAME)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${source_dir}/*.cpp)
     file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${source_dir}/*.h ${source_dir}/*.inl)
     file(GLOB_RECURSE descriptions CONFIGURE_DEPENDS ${source_dir}/*.xml)
-    # Compiled into executables that ask for it, never into a library.
+    # This source is compiled into executables that ask for it, never into a library.
     list(FILTER sources EXCLUDE REGEX "OSGMemGlobal\\.cpp$")
 
     osg_generate_containers(${NAME} "${descriptions}" ${generated_dir} generated)
@@ -53,10 +54,10 @@ function(osg_unit NAME)
         target_link_libraries(${target} PUBLIC Tolvanite::${unit})
     endforeach()
     target_link_libraries(${target} PUBLIC Boost::headers ${UNIT_EXTERNAL} PRIVATE ${UNIT_PRIVATE})
-    # Nothing ever unregisters from a factory, so a library that was loaded stays loaded.
+    # Nothing unregisters from a factory, so a loaded library must stay loaded.
     target_link_options(${target} PRIVATE -Wl,-z,defs -Wl,-z,nodelete)
-    # A unit makes its types and formats known by being loaded: a program that calls nothing of a unit
-    # that it links needs it nevertheless.
+    # A unit registers its types and formats when it is loaded, so a program needs a unit that it
+    # links even if it calls nothing in it.
     target_link_options(${target} INTERFACE LINKER:--no-as-needed)
     if(TOLVANITE_SANITIZE)
         get_target_property(options ${target} LINK_OPTIONS)
@@ -67,7 +68,7 @@ function(osg_unit NAME)
     set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${NAME})
 
-    # What lies in a folder Internal serves the unit alone.
+    # Headers in a folder Internal are for the unit alone and are not installed.
     set(public_headers ${headers})
     list(FILTER public_headers EXCLUDE REGEX "/Internal/")
     if(TOLVANITE_INSTALL)
@@ -78,9 +79,9 @@ function(osg_unit NAME)
     set_property(GLOBAL APPEND PROPERTY TOLVANITE_UNITS ${NAME})
 endfunction()
 
-# Runs the container generator over the descriptions of a unit; `result` receives what it makes. A
-# description beside which no header stands, and which names none, is the whole class: its header is
-# made as well.
+# Runs the container generator on the descriptions of a unit. `result` receives the generated files.
+# If there is no header beside a description and the description names none, the class and its
+# header are generated too.
 function(osg_generate_containers NAME descriptions generated_dir result)
     set(generator ${PROJECT_SOURCE_DIR}/Tools/containergen.py)
     string(TOUPPER ${NAME} upper)

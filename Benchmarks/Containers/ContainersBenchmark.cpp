@@ -1,7 +1,7 @@
-// Our half of the container benchmarks: what a node, a name, a box costs to make, to drop, to copy,
-// to save and to visit. The peer's half does the same with the peer's own classes.
+// Our half of the container benchmarks: the time to make, drop, copy, save and visit a node, a name
+// or a box. The peer's half does the same with the peer's classes.
 //
-// All times are CPU time for each node or box.
+// All times are CPU time per node or box.
 
 #include <sstream>
 
@@ -94,7 +94,7 @@ void traverse_tree(benchmark::State &state)
     count_items(state, TreeNodes);
 }
 
-/// Calls a function for the cores of the tree's nodes.
+/// Calls a function for the core of each node of the tree.
 class CountingAction : public Action
 {
   public:

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The scenes of the container benchmarks, made of our containers.
+/// Makes the scenes of the container benchmarks from our containers.
 
 #include <string>
 #include <vector>
@@ -39,7 +39,7 @@ inline UnrecordedRefPtr<Geometry> our_triangle()
     return geometry;
 }
 
-/// A tree of `count` nodes that are named groups.
+/// A tree of `count` named groups.
 inline NodePtr our_named_tree(std::size_t count)
 {
     NodeList nodes;
@@ -60,7 +60,7 @@ inline NodePtr our_named_tree(std::size_t count)
     return root;
 }
 
-/// `count` boxes below a group: a transform over a node that shows the geometry they share.
+/// A group with `count` boxes. A box is a transform with a child that shows one shared geometry.
 inline NodePtr our_boxes(std::size_t count)
 {
     NodePtr root(Node::create());
@@ -83,7 +83,7 @@ inline NodePtr our_boxes(std::size_t count)
     return root;
 }
 
-/// A tree of `count` nodes: groups, and nodes without children that show one shared geometry.
+/// A tree of `count` nodes. The inner nodes are groups; the leaves show one shared geometry.
 inline NodePtr our_shown_tree(std::size_t count, NodeList &leaves)
 {
     UnrecordedRefPtr<Geometry> const shared = our_triangle();

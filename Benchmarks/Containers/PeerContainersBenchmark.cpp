@@ -1,5 +1,5 @@
-// The peer's half of the container benchmarks. Where ours has a node and its core, the peer has one
-// object; a geometry that leaves share hangs below each of them as it hangs below ours as a core.
+// The peer's half of the container benchmarks. The peer has one object where we have a node and its
+// core. A geometry that our leaves share as their core is a shared child of the peer's leaves.
 
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
 #include <sstream>
@@ -135,7 +135,7 @@ void update_volumes(benchmark::State &state)
     count_items(state, TreeNodes);
 }
 
-/// Counts nodes; the drawables below the leaves belong to them, as our cores do.
+/// Counts nodes. The drawables below the leaves are not counted, like our cores.
 struct CountingVisitor : osg::NodeVisitor
 {
     CountingVisitor()

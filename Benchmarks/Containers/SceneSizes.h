@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Shape and size of the scenes that both sides of a container benchmark make.
+/// The shape and size of the scenes that both halves of the container benchmarks make.
 
 #include <cstddef>
 #include <string>
@@ -10,7 +10,7 @@ namespace OSG::Bench
 {
 inline constexpr std::size_t TreeNodes = 200000;
 inline constexpr std::size_t Boxes = 50000;
-/// Of a node that has any, in the trees.
+/// The number of children of each inner node of a tree.
 inline constexpr std::size_t Children = 10;
 
 /// Nodes are numbered level by level.
@@ -19,6 +19,6 @@ inline bool has_children(std::size_t node, std::size_t count)
 {
     return node * Children + 1 < count;
 }
-/// Short enough that either side keeps it without a block of its own.
+/// The name is so short that both sides store it without a heap block.
 inline std::string name_of(std::size_t node) { return "part " + std::to_string(node); }
 } // namespace OSG::Bench

@@ -1,8 +1,7 @@
 // The graph operations on deep, bushy and wide scenes of 10,000 and of 1,000,000 nodes.
 //
-// Times are processor time of a million nodes, so that the ratio of a case shows how an operation
-// grows: at 1 it is linear. A scene is made of cells of nine nodes, on which every operation has
-// work:
+// Times are CPU time per million nodes. The ratio of the two sizes shows how an operation grows; 1
+// means linear. A scene consists of cells of nine nodes. Every operation has work in a cell:
 //
 //   Billboard                    deep:   each cell holds the next one, in one chain
 //     Group                      bushy:  each cell holds eight
@@ -15,9 +14,7 @@
 //       Geometry
 //       Geometry
 //
-// The Billboard stands for what is never dissolved: a node moves once for every node above it that
-// goes, so that a chain of groups alone, with a leaf at each, would be as many moves as its length
-// squared, whatever moves them.
+// No operation dissolves the Billboard, so the nodes of a cell rise within the cell only.
 
 #include <ctime>
 
@@ -61,7 +58,7 @@ UnrecordedRefPtr<Geometry> make_triangle()
     return geometry;
 }
 
-/// Makes cells; their leaves show one core, as instances do.
+/// Makes cells. Their leaves share one core, as instances do.
 class SceneMaker
 {
   public:
@@ -78,7 +75,7 @@ class SceneMaker
         std::vector<NodePtr> open;
         for(UInt32 i = 0; i < cells; ++i)
         {
-            // The innermost ones first: seven in eight hold none.
+            // The innermost cells come first. Seven of eight cells hold no others.
             std::size_t const taken = i % 8 == 7 ? std::min<std::size_t>(open.size(), 8) : 0;
             std::vector<NodePtr> const inner(open.end() - taken, open.end());
             open.resize(open.size() - taken);

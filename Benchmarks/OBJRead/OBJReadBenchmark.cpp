@@ -1,9 +1,9 @@
-// Reading of OBJ text that lies in memory.
+// Reads OBJ text from memory.
 //
-// Ours makes the scene: a tree of nodes, geometries over the file's shared arrays, materials. The
-// peer makes flat arrays of numbers and of index triples by group, polygons cut into triangles.
-// Both read every number of the same text through a stream without a copy; neither reads a material
-// library.
+// We make a scene: a tree of nodes, geometries that share the arrays of the file, and materials.
+// The peer makes flat arrays of numbers and index triples by group, with polygons cut into
+// triangles. Both read all numbers of the same text through a stream, without a copy of the text.
+// Neither reads a material library.
 
 #include <fstream>
 #include <istream>
@@ -28,7 +28,7 @@ namespace OSG::Bench
 {
 namespace
 {
-/// A stream over text that somebody else holds.
+/// A stream over a text that it does not own.
 class TextStream : private std::streambuf, public std::istream
 {
   public:

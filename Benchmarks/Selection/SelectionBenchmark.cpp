@@ -1,9 +1,9 @@
-// Selection of a box in the middle of a terrain: the same triangles in one geometry, the same six
-// planes, no index of any kind over the triangles of either side.
+// Selects by a box in the middle of a terrain. Both sides have the same triangles in one geometry
+// and the same six planes. Neither has an index over the triangles.
 //
-// "nearest": both look at every triangle. Ours keeps the nearest and the farthest place in the box;
-// the peer keeps a place for each triangle in it, nearest first: it has no mode that keeps fewer.
-// "whether": both stop at the first triangle that is inside.
+// "nearest": both test every triangle. We keep the nearest and the farthest place in the box. The
+// peer keeps a place for each triangle in the box, nearest first; it has no mode that keeps fewer.
+// "whether": both stop at the first triangle inside.
 
 #include <sstream>
 
@@ -31,7 +31,8 @@ namespace OSG::Bench
 {
 namespace
 {
-// In the middle of the 177 by 177 units, seven wide, from below the ground to above the hills.
+// A box in the middle of the 177 by 177 units, seven units wide, from below the ground to above the
+// hills.
 Frustum middle()
 {
     Pnt3f const corners[8] = {{85, -1, -85}, {92, -1, -85}, {92, 12, -85}, {85, 12, -85},
@@ -81,7 +82,7 @@ void nearest_by_us(benchmark::State &state)
 void whether_by_us(benchmark::State &state) { select_by_us<FastSelectionFunctor>(state); }
 
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
-/// Appends the triangles of our geometries to one of the peer's.
+/// Appends the triangles of our geometries to a geometry of the peer.
 class PeerBuilder
 {
   public:

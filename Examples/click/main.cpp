@@ -1,4 +1,4 @@
-// Prints what a user would hit who clicks at a pixel of a window that shows a scene:
+// Prints what a click at a pixel hits in a window that shows a scene:
 //   click FILE X Y
 #include <cstdio>
 #include <cstdlib>
@@ -13,7 +13,7 @@
 
 namespace
 {
-// The view that the window shows: an eye in front of the model's middle, 1280 by 720 pixels.
+// The view of the window: an eye in front of the model's middle, 1280 by 720 pixels.
 OSG::PickView const View = {.from = {1.f, 1.7f, 12.f},
                             .at = {0.f, 0.95f, 0.f},
                             .up = {0.f, 1.f, 0.f},
@@ -23,13 +23,15 @@ OSG::PickView const View = {.from = {1.f, 1.7f, 12.f},
 
 void print_hits(OSG::Node *scene, float x, float y)
 {
-    // The walk culls by the volumes as they stand, and near and far follow the scene's.
+    // The walk culls by the volumes, and the near and far planes are computed from the scene's
+    // volume.
     scene->updateVolume();
     auto const volume = OSG::pick_volume(View, OSG::pixel_square(x, y, 2.f), scene->getVolume());
     if(!volume)
-        return; // nothing of the scene lies in front of the eye
+        return; // no part of the scene is in front of the eye
 
-    // The action walks, the functor decides and keeps the hits; it has to outlive the walk.
+    // The action walks the scene. The functor decides what is hit and keeps the hits. It must
+    // outlive the walk.
     OSG::UnrecordedRefPtr<OSG::SelectionAction> const action(OSG::SelectionAction::create());
     OSG::SimpleSelectionFunctor functor(action, OSG::SelectionFunctor::SelectTriangles,
                                         OSG::SelectionFunctor::NearPlane);
@@ -54,7 +56,7 @@ int main(int argc, char **argv)
     OSG::startUp();
     int status = EXIT_FAILURE;
     {
-        // Scene objects are counted; this one ends before the system does.
+        // Scene objects are reference-counted. This scope drops the scene before shutDown().
         OSG::UnrecordedRefPtr<OSG::Node> const scene(
             OSG::SceneFileHandlerBase::the()->read(argv[1]));
         if(scene != nullptr)

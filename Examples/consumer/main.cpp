@@ -1,4 +1,4 @@
-// Reads a scene and prints what a box around its origin meets, the nearest hit of each node.
+// Reads a scene and prints the nearest hit of each node that a box around the origin meets.
 #include <cstdio>
 
 #include "OSGFrustum.h"
@@ -22,11 +22,12 @@ OSG::Frustum box_around_origin(float half)
 
 void print_hits(OSG::Node *scene)
 {
-    // The action walks, the functor decides and keeps the hits; it has to outlive the walk.
+    // The action walks the scene. The functor decides what is hit and keeps the hits. It must
+    // outlive the walk.
     OSG::UnrecordedRefPtr<OSG::SelectionAction> const action(OSG::SelectionAction::create());
     OSG::SimpleSelectionFunctor functor(action, OSG::SelectionFunctor::SelectTriangles,
                                         OSG::SelectionFunctor::NearPlane);
-    scene->updateVolume(); // the walk culls by the volumes as they stand
+    scene->updateVolume(); // the walk culls by the volumes and does not update them
     action->pushFrustum(box_around_origin(1.0f));
     action->apply(scene);
     for(auto const &hit : functor.hits(OSG::SelectionFunctor::FrontHits))
@@ -40,7 +41,7 @@ int main(int argc, char **argv)
     OSG::startUp();
     int status = 1;
     {
-        // Scene objects are counted; this one ends before the system does.
+        // Scene objects are reference-counted. This scope drops the scene before shutDown().
         OSG::UnrecordedRefPtr<OSG::Node> const scene(
             OSG::SceneFileHandlerBase::the()->read(argc > 1 ? argv[1] : "Models/pavilion.obj"));
         if(scene != nullptr)

@@ -7,7 +7,7 @@
 
 namespace
 {
-// The factory keeps the prototype and hands out clones of it.
+// The factory keeps the prototype and returns clones of it.
 bool register_outline()
 {
     OSG::UnrecordedRefPtr<OutlineGraphOp> const prototype(OutlineGraphOp::create());
@@ -33,7 +33,7 @@ void OutlineGraphOp::setParams(std::string params)
 {
     ParamSet set(params);
     set("names", _names);
-    warnUnused(set, "OutlineGraphOp"); // what nobody has asked for
+    warnUnused(set, "OutlineGraphOp"); // warns about unknown words
 }
 
 std::string OutlineGraphOp::usage()
@@ -52,12 +52,12 @@ bool OutlineGraphOp::traverse(OSG::Node *root)
 OSG::GraphOp::ResultE OutlineGraphOp::traverseEnter(OSG::Node *node)
 {
     if(isInExcludeList(node))
-        return OSG::ActionBase::Skip; // not left either
+        return OSG::ActionBase::Skip; // traverseLeave is not called after Skip
     ++_depth;
     return OSG::ActionBase::Continue;
 }
 
-// The children are done by now: their node may lose them.
+// The children have been handled, so their node may lose them.
 OSG::GraphOp::ResultE OutlineGraphOp::traverseLeave(OSG::Node *node, ResultE result)
 {
     --_depth;

@@ -2,10 +2,10 @@
 
 #include "OSGGraphOp.h"
 
-/// "Outline": takes away what is more than one level below the root, so that a deep scene can be
-/// looked at from afar. A node on the exclude list keeps what is below it, if it stays itself.
+/// "Outline": removes all nodes that are more than one level below the root, to give an overview of
+/// a deep scene. A node on the exclude list that stays keeps everything below it.
 ///
-/// With the parameter `names` the nodes that lose children are named "cut".
+/// With the parameter `names`, nodes that lose children get the name "cut".
 class OutlineGraphOp : public OSG::GraphOp
 {
   public:
@@ -25,5 +25,5 @@ class OutlineGraphOp : public OSG::GraphOp
     static constexpr int Levels = 1;
 
     bool _names = false;
-    int _depth = 0; // of the node that is walked; the root's is 0
+    int _depth = 0; // of the visited node; the root has 0
 };

@@ -1,4 +1,4 @@
-// Registers a graph operation of its own and runs it by its name, beside one of the library's.
+// Registers a graph operation of its own and runs it by name, and one of the library as well.
 #include <cstdio>
 
 #include "OSGChangeList.h"
@@ -44,12 +44,13 @@ void print(OSG::Node const *node, int indent)
 void run(char const *name, char const *params, OSG::Node *scene)
 {
     OSG::UnrecordedRefPtr<OSG::GraphOp> const operation(
-        OSG::GraphOpFactoryBase::the()->create(name)); // null where nobody has registered it
+        OSG::GraphOpFactoryBase::the()->create(name)); // null for an unknown name
     if(operation == nullptr)
         return;
     operation->setParams(params);
     operation->traverse(scene);
-    OSG::Thread::getCurrentChangeList()->commitChanges(); // the caller publishes the edits
+    OSG::Thread::getCurrentChangeList()
+        ->commitChanges(); // operations leave the commit to the caller
     std::printf("after %s:\n", name);
     print(scene, 2);
 }

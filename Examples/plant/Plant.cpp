@@ -19,7 +19,7 @@ namespace
 using NodePtr = OSG::UnrecordedRefPtr<OSG::Node>;
 using MaterialPtr = OSG::UnrecordedRefPtr<OSG::Material>;
 
-// --- nodes; each becomes the last child of `above` ---
+// --- nodes; each function appends a child to `above` ---
 
 NodePtr add_node(OSG::Node *above, std::string const &name, OSG::NodeCore *core)
 {
@@ -32,7 +32,8 @@ NodePtr add_node(OSG::Node *above, std::string const &name, OSG::NodeCore *core)
     return node;
 }
 
-/// A node with a new core of that class. The node holds the core: the pointer is good as long.
+/// A node with a new core of the class `Core`. The node owns the core, so the pointer is valid as
+/// long as the node.
 template <class Core>
 NodePtr add(OSG::Node *above, std::string const &name, Core **made = nullptr)
 {
@@ -98,7 +99,7 @@ void add_tanks(OSG::Node *plant)
 
 void add_pipes(OSG::Node *plant)
 {
-    // Painted by what runs in them; the second colour is the one that counts now.
+    // Pipes have the colour of their contents. The switch material chooses the second colour.
     OSG::UnrecordedRefPtr<OSG::SwitchMaterial> const content(OSG::SwitchMaterial::create());
     content->editMFMaterials()->push_back(make_paint("water", {0.1f, 0.4f, 0.8f}));
     content->editMFMaterials()->push_back(make_paint("steam", {0.8f, 0.3f, 0.1f}));
@@ -138,7 +139,7 @@ void add_layers(OSG::Node *plant)
     layers->editChoices() = {0, 2};
 }
 
-// What editing leaves behind: empty groups, a sketch of nothing, a material that draws nothing.
+// What editing may leave behind: empty groups, an empty geometry, a material without chunks.
 void add_leftovers(OSG::Node *plant)
 {
     NodePtr const drafts = add<OSG::Group>(plant, "drafts");

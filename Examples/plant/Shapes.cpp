@@ -8,7 +8,7 @@
 
 namespace
 {
-/// Collects polygons with their normals: every corner is a vertex of its own.
+/// Collects polygons with their normals. Every corner is a separate vertex.
 class ShapeMaker
 {
   public:

@@ -5,8 +5,8 @@
 
 using ShapePtr = OSG::UnrecordedRefPtr<OSG::Geometry>;
 
-/// The box between two corners.
+/// The axis-aligned box between two corners.
 ShapePtr make_box(OSG::Pnt3f const &low, OSG::Pnt3f const &high);
 
-/// An upright cylinder on the ground at the origin, with a lid.
+/// An upright cylinder with a lid, whose base is around the origin.
 ShapePtr make_cylinder(float radius, float height);

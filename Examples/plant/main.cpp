@@ -1,4 +1,5 @@
-// Makes a scene and, where a file is named, saves it there by the suffix of its name.
+// Makes a scene and saves it to the file that the command line names, if any. The suffix chooses
+// the format.
 #include <cstdio>
 
 #include "OSGChangeList.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Numbers and strings in binary form, written to and read from any kind of storage.
+/// Writes numbers and strings in binary form to any kind of storage, and reads them back.
 ///
 /// | kind    | form                                                                     |
 /// |---------|--------------------------------------------------------------------------|
@@ -10,8 +10,8 @@
 /// | string  | 32-bit length plus one, the characters, a zero byte                      |
 /// | list    | 32-bit count, then its values                                            |
 ///
-/// A length or count in a file may lie. Strings and lists are therefore read in blocks: storage
-/// grows with what was really there, and the stream ends before memory does.
+/// A length or count in a file may be wrong. Strings and lists are therefore read in blocks, so
+/// that memory grows only with the bytes that are really there.
 
 #include <algorithm>
 #include <bit>
@@ -27,21 +27,21 @@
 
 namespace OSG
 {
-/// A number that has a binary form: integers and floats of 1 to 8 bytes, bool included.
+/// A number that has a binary form: bool, integers and floats of 1 to 8 bytes.
 template <class T>
 concept BinaryNumber = std::is_arithmetic_v<T> && sizeof(T) <= 8;
 
 class OSG_BASE_API ExceptionBinaryDataHandler
 {
   public:
-    /// The storage ended early or could not be read.
+    /// The storage ended early, or could not be read.
     class OSG_BASE_API ReadError : public std::runtime_error
     {
       public:
         explicit ReadError(char const *what);
         ~ReadError() override;
     };
-    /// The storage took no more, or something is too long for its form.
+    /// The storage is full or failed, or a string or list is too long for its 32-bit length.
     class OSG_BASE_API WriteError : public std::runtime_error
     {
       public:
@@ -55,19 +55,19 @@ class OSG_BASE_API ExceptionBinaryDataHandler
     ExceptionBinaryDataHandler &operator=(ExceptionBinaryDataHandler const &) = delete;
 
     // --- writing; raises WriteError ---
-    /// Bytes as they are.
+    /// Writes `size` bytes unchanged.
     void put(void const *source, UInt64 size) { write(source, size); }
     template <BinaryNumber T>
     void putValue(T value);
     void putValue(std::string const &value);
     template <class T>
     void putValues(T const *values, UInt64 count);
-    /// The count, then the values.
+    /// Writes the count, then the values.
     template <class T, class Allocator>
     void putList(std::vector<T, Allocator> const &values);
 
-    // --- reading; raises ReadError, what was read up to then is in place ---
-    /// Bytes as they are.
+    // --- reading; raises ReadError and keeps what was read before the error ---
+    /// Reads `size` bytes unchanged.
     void get(void *target, UInt64 size) { read(target, size); }
     template <BinaryNumber T>
     void getValue(T &value);
@@ -77,12 +77,13 @@ class OSG_BASE_API ExceptionBinaryDataHandler
     /// Appends `count` values, block by block.
     template <BinaryNumber T, class Allocator>
     void appendValues(std::vector<T, Allocator> &values, UInt64 count);
-    /// Reads a count and replaces `values` by that many; unchanged on an error.
+    /// Reads a count and that many values, which replace `values`. An error leaves `values`
+    /// unchanged.
     template <BinaryNumber T, class Allocator>
     void getList(std::vector<T, Allocator> &values);
 
   protected:
-    /// Moves exactly `size` bytes or raises; the base version raises always.
+    /// Transfers exactly `size` bytes or raises. The base class always raises.
     virtual void read(void *target, UInt64 size);
     virtual void write(void const *source, UInt64 size);
 
@@ -95,7 +96,7 @@ class OSG_BASE_API ExceptionBinaryDataHandler
 
 using BinaryDataHandler = ExceptionBinaryDataHandler;
 
-/// Over a standard stream, which is not owned and must live as long.
+/// Works on a standard stream. The stream is not owned and must outlive the handler.
 class OSG_BASE_API StreamBinaryDataHandler : public ExceptionBinaryDataHandler
 {
   public:
@@ -113,17 +114,17 @@ class OSG_BASE_API StreamBinaryDataHandler : public ExceptionBinaryDataHandler
     std::ostream *_out = nullptr;
 };
 
-/// Over bytes of its own: writes append, reads go from the first byte on.
+/// Works on bytes that it owns. Writes append; reads start at the first byte.
 class OSG_BASE_API MemoryBinaryDataHandler : public ExceptionBinaryDataHandler
 {
   public:
     MemoryBinaryDataHandler();
-    /// Starts with these bytes to read.
+    /// Takes the bytes that will be read.
     explicit MemoryBinaryDataHandler(std::vector<UInt8> bytes);
     ~MemoryBinaryDataHandler() override;
 
     std::vector<UInt8> const &getBytes() const { return _bytes; }
-    /// Bytes that are not read yet.
+    /// Number of bytes that have not been read yet.
     UInt64 getRest() const { return _bytes.size() - _position; }
 
   protected:
@@ -137,7 +138,7 @@ class OSG_BASE_API MemoryBinaryDataHandler : public ExceptionBinaryDataHandler
 
 namespace Detail
 {
-/// Turns the bytes of a number round where the machine is big-endian.
+/// Converts between the machine's byte order and little-endian.
 template <BinaryNumber T>
 void order_bytes(UInt8 (&bytes)[sizeof(T)])
 {
@@ -145,7 +146,8 @@ void order_bytes(UInt8 (&bytes)[sizeof(T)])
         std::reverse(bytes, bytes + sizeof(T));
 }
 
-/// Whether arrays of T lie in memory as they lie in a file. A bool must be normalised.
+/// True where an array of T has the same bytes in memory and in a file. A bool is left out, because
+/// any byte but 0 reads as true.
 template <class T>
 inline constexpr bool IsBulk = BinaryNumber<T> && !std::is_same_v<T, bool> &&
                                (std::endian::native == std::endian::little || sizeof(T) == 1);

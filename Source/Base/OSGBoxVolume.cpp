@@ -17,8 +17,8 @@ bool is_number(Pnt3f const &p)
 
 bool any_corner_inside(BoxVolume const &box, Plane const &plane)
 {
-    // The corner farthest along the normal decides: rounding is monotone, so that none of the other
-    // seven can reach a larger value in the same order of operations.
+    // The corner farthest along the normal decides. Rounding is monotone and all corners are
+    // computed in the same order of operations, so none of the other seven can get a larger value.
     Vec3f const &normal = plane.getNormal();
     Pnt3f const *const bounds[2] = {&box.getMin(), &box.getMax()};
     Pnt3f const farthest((*bounds[normal[0] >= 0.f])[0], (*bounds[normal[1] >= 0.f])[1],
@@ -26,7 +26,8 @@ bool any_corner_inside(BoxVolume const &box, Plane const &plane)
     Real32 const distance = plane.distance(farthest);
     if(!std::isnan(distance))
         return distance >= 0.f;
-    // Infinite bounds (0 times infinity) tell nothing about the other corners.
+    // With infinite bounds the product may be 0 times infinity, which is NaN. Then every corner is
+    // tested.
     for(unsigned corner = 0; corner < 8; ++corner)
     {
         Pnt3f const p((*bounds[corner & 1])[0], (*bounds[corner >> 1 & 1])[1],
@@ -63,7 +64,7 @@ void BoxVolume::getCenter(Pnt3f &center) const
 {
     if(isEmpty())
         center = Pnt3f();
-    else // halved first: the sum of two large numbers overflows
+    else // halved before the sum, which could overflow
         center = _min * 0.5f + (_max * 0.5f).subZero();
 }
 
@@ -116,8 +117,9 @@ bool BoxVolume::intersect(Line const &line, Real32 &enter, Real32 &exit) const
     exit = std::numeric_limits<Real32>::infinity();
     if(isEmpty() || isInfinite())
         return isInfinite();
-    // Slabs; two ulps on the far side keep the test safe (Ize, Robust BVH Ray Traversal, 2013).
-    constexpr Real32 safety = 1.f + 4.f * std::numeric_limits<Real32>::epsilon();
+    // The slab method. Rounding up the exit by two ulps keeps hits in a face of the box (Ize,
+    // Robust BVH Ray Traversal, 2013).
+    constexpr Real32 Safety = 1.f + 4.f * std::numeric_limits<Real32>::epsilon();
     for(int axis = 0; axis < 3; ++axis)
     {
         Real32 const position = line.getPosition()[axis];
@@ -131,7 +133,7 @@ bool BoxVolume::intersect(Line const &line, Real32 &enter, Real32 &exit) const
         Real32 const toMin = (_min[axis] - position) / direction;
         Real32 const toMax = (_max[axis] - position) / direction;
         Real32 const nearest = direction > 0.f ? toMin : toMax;
-        Real32 const farthest = (direction > 0.f ? toMax : toMin) * safety;
+        Real32 const farthest = (direction > 0.f ? toMax : toMin) * Safety;
         if(nearest > enter)
             enter = nearest;
         if(farthest < exit)
@@ -190,8 +192,9 @@ void BoxVolume::transform(Matrix const &matrix)
 {
     if(isEmpty() || isInfinite())
         return;
-    // The extreme corner of each coordinate has the extreme terms of its sum: rounding is monotone,
-    // so adding these gives the very numbers that the eight corners give.
+    // After Arvo (Transforming Axis-Aligned Bounding Boxes, 1990). Each coordinate of the result is
+    // a sum of three terms, and the smallest sum takes the smaller of each two terms. Rounding is
+    // monotone, so this gives the same bits as transforming all eight corners.
     Pnt3f min;
     Pnt3f max;
     bool numbers = true;
@@ -227,7 +230,7 @@ void BoxVolume::extendByBox(BoxVolume const &other)
         extendBy(other);
         return;
     }
-    // Either corner may be the smaller one of a box that was set by hand.
+    // A host may have set the corners of the box in either order.
     for(int axis = 0; axis < 3; ++axis)
     {
         Real32 const low = std::min(other._min[axis], other._max[axis]);

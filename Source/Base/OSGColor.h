@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// Colours of three or four numbers. 0 to 1 is the range that can be seen; nothing is clamped, a
-/// file's values come through as they are. Both classes start with all numbers zero, so that the
-/// alpha of a fresh Color4 is 0. Comparison is exact.
+/// Colours of three or four numbers. Values from 0 to 1 can be displayed. Nothing is clamped, so
+/// the values of a file are kept. Both classes start with zeros, so the alpha of a new Color4 is 0.
+/// Comparison is exact.
 
 #include <cstddef>
 
@@ -71,7 +71,7 @@ class Color4
     {
         *this = Color4(red, green, blue, alpha);
     }
-    /// Without alpha.
+    /// The colour without its alpha.
     constexpr Color3<T> rgb() const { return Color3<T>(_values[0], _values[1], _values[2]); }
 
     friend constexpr bool operator==(Color4 const &a, Color4 const &b)

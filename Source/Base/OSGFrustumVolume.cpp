@@ -9,7 +9,7 @@ namespace OSG
 {
 namespace
 {
-/// The point that three planes share, by Cramer's rule on their normals.
+/// Computes the common point of three planes by Cramer's rule. False where they have none.
 bool common_point(Plane const &a, Plane const &b, Plane const &c, Pnt3f &point)
 {
     Vec3f const bc = b.getNormal().cross(c.getNormal());

@@ -10,9 +10,9 @@
 
 namespace OSG
 {
-/// What lies on the positive side of all six planes, kept contiguously in the order near, far,
-/// left, right, top, bottom. A fresh one has six planes of normal zero and distance 0: it culls
-/// nothing.
+/// The space on the positive side of six planes. They are stored contiguously in the order near,
+/// far, left, right, top, bottom. The planes of a new volume have the normal zero and the distance
+/// 0, so it culls nothing.
 class OSG_BASE_API FrustumVolume : public Volume
 {
   public:
@@ -24,30 +24,32 @@ class OSG_BASE_API FrustumVolume : public Volume
     ~FrustumVolume() override;
 
     std::array<Plane, 6> const &getPlanes() const & { return _planes; }
-    /// Of a temporary the planes themselves: a loop over them must not outlive it.
+    /// Called on a temporary, this returns a copy, so that a loop over the planes outlives the
+    /// temporary.
     std::array<Plane, 6> getPlanes() && { return _planes; }
     /// `i` from 0 (near) to 5 (bottom).
     Plane const &getPlane(UInt32 i) const { return _planes[i]; }
 
-    /// The corners where three planes meet, near before far, each face from left bottom to right
-    /// bottom, right top, left top. False where three planes do not meet in one point.
+    /// Computes the corners: the near face first, each face in the order left bottom, right bottom,
+    /// right top, left top. False where three of the planes do not meet in one point.
     bool getCorners(std::array<Pnt3f, 8> &corners) const;
-    /// Mean of the corners; the origin where there are none.
+    /// The mean of the corners. The origin where there are no corners.
     void getCenter(Pnt3f &center) const override;
-    /// Box of the corners; where there are none, from the most negative to the largest number.
+    /// The box around the corners. Where there are no corners, the range of all finite numbers.
     void getBounds(Pnt3f &min, Pnt3f &max) const override;
 
-    /// Boxes: BoxVolume::intersectFrustum. Other frusta always meet unless one is empty.
+    /// For a box see BoxVolume::intersectFrustum. Two frusta always intersect unless one is empty.
     bool intersect(Volume const &other) const override;
-    /// Whether a point is in all six half spaces.
+    /// Whether a point lies in all six half spaces.
     bool intersect(Pnt3f const &point) const;
-    /// Moves planes outwards until the point, or the corners of the bounds, are inside.
+    /// Moves planes outwards until the point, or each corner of the volume's bounds, is inside.
     void extendBy(Pnt3f const &point) override;
     void extendBy(Volume const &other) override;
-    /// Any invertible matrix, projective too; a singular one is logged and leaves the planes.
+    /// Takes any invertible matrix, also a projective one. A singular matrix is logged and changes
+    /// nothing.
     void transform(Matrix const &matrix) override;
 
-    /// The planes, exact.
+    /// Compares the planes exactly.
     friend bool operator==(FrustumVolume const &a, FrustumVolume const &b)
     {
         return a._planes == b._planes;

@@ -12,9 +12,9 @@
 
 namespace OSG
 {
-/// One kind of file, found by the suffixes of its names. Where two types claim a suffix, a handler
-/// takes the one that overrides with the higher priority. Types are made once, at the load of their
-/// library, and registered with a handler that does not own them.
+/// One kind of file, found by suffix. Where two types claim a suffix, the handler takes the type
+/// that overrides, and of two such types the one with the higher priority. A type is a static
+/// object of its library. It registers with a handler, which does not own it.
 class OSG_BASE_API IOFileTypeBase : public MemObject
 {
   public:
@@ -26,22 +26,22 @@ class OSG_BASE_API IOFileTypeBase : public MemObject
 
     virtual ~IOFileTypeBase();
     IOFileTypeBase &operator=(IOFileTypeBase const &) = delete;
-    /// Name of the kind for people.
+    /// Name of the kind, to be shown to people.
     virtual char const *getName() const = 0;
-    /// The suffixes without dots, as they were given.
+    /// The suffixes as the constructor received them, without dots.
     virtual std::list<std::string> &suffixList();
 
-    /// Whether it may displace a type that claimed a suffix earlier.
+    /// Whether this type may replace a type that claimed a suffix earlier.
     bool doOverride() const { return _override; }
     UInt32 getOverridePriority() const { return _overridePriority; }
-    /// A sum of Flags.
+    /// A combination of Flags.
     UInt32 getFlags() const { return _flags; }
     bool canRead() const { return (_flags & ReadSupported) != 0; }
     bool canWrite() const { return (_flags & WriteSupported) != 0; }
 
   protected:
-    /// `suffixes` is an array of `sizeInBytes` bytes, as sizeof tells; the texts are copied, null
-    /// entries are left out.
+    /// `sizeInBytes` is the size of the array `suffixes` in bytes, as sizeof gives it. The texts
+    /// are copied. Null entries are left out.
     IOFileTypeBase(char const *suffixes[], UInt16 sizeInBytes, bool override,
                    UInt32 overridePriority, UInt32 flags);
     IOFileTypeBase(IOFileTypeBase const &);

@@ -10,11 +10,11 @@ namespace OSG
 class Line
 {
   public:
-    /// At the origin, with a direction of zero.
+    /// A ray at the origin with the direction zero.
     Line() = default;
     Line(Pnt3f const &position, Vec3f const &direction) { setValue(position, direction); }
 
-    /// The direction is normalised; shorter than 1e-6 it stays as it is.
+    /// Normalises the direction, unless it is shorter than 1e-6.
     void setValue(Pnt3f const &position, Vec3f const &direction)
     {
         _position = position;

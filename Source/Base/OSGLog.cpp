@@ -27,7 +27,7 @@ constexpr char const *DefaultModule = "OpenSG";
 
 int level_index(LogLevel level) { return std::clamp(static_cast<int>(level), 0, LevelCount - 1); }
 
-/// Swallows what is written to it without formatting it into a buffer first.
+/// Discards what is written to it.
 class NilBuffer : public std::streambuf
 {
   protected:
@@ -75,9 +75,9 @@ class SinkBuffer : public std::streambuf
     LogLevel _level = LOG_WARNING;
 };
 
-/// `begin` and behind it the text of a printf-style message, however long; short ones need no
-/// memory. Without memory for a long one its beginning is kept: a message never raises an error of
-/// its own.
+/// The text `begin` followed by a formatted message of any length. A short message needs no memory.
+/// Where there is no memory for a long one, its beginning is kept, because logging must not raise
+/// errors.
 class FormattedText
 {
   public:
@@ -136,10 +136,10 @@ struct Log::State
             state.sink(level, DefaultModule, text, state.user);
     }
 
-    // Recursive, so that a sink may ask the log and a guarded stream may meet a message.
+    // Recursive: a sink may call the log, and a message may be logged while a LogLock is held.
     std::recursive_mutex mutex;
     std::atomic<int> level{LOG_WARNING};
-    std::atomic<bool> restricted{false}; // whether `modules` names any
+    std::atomic<bool> restricted{false}; // true where `modules` is not empty
     std::string modules;
     std::ostream *out = &std::cerr;
     LogSink sink = nullptr;
@@ -147,7 +147,7 @@ struct Log::State
     LogLevel messageLevel = LOG_WARNING; // of the last header
     char const *messageModule = DefaultModule;
     char const *messageFormat = "";
-    char header[512] = {}; // waits for its text; longer ones are cut
+    char header[512] = {}; // written together with its text; longer headers are cut
     NilBuffer nilBuffer;
     std::ostream nil;
     SinkBuffer sinkBuffers[LevelCount];
@@ -277,7 +277,7 @@ void doInitLog()
     std::lock_guard<std::mutex> const guard(mutex);
     std::atomic_ref<Log *> log(osgLogP);
     if(log.load() == nullptr)
-        log.store(new Log); // for the life of the process: messages come until its very end
+        log.store(new Log); // never deleted: messages may come until the process ends
 }
 
 LogLock::LogLock(std::ostream &out)
@@ -313,7 +313,8 @@ void log_message(LogLevel level, char const *file, UInt32 line, char const *func
     }
     catch(std::bad_alloc const &)
     {
-        // Without memory for a log: a message never raises an error of its own.
+        // There is no memory for a log. Logging must not raise errors, so the message goes to
+        // stderr.
         std::vfprintf(stderr, format, arguments);
         va_end(arguments);
         return;

@@ -3,10 +3,10 @@
 /// \file
 /// The log of the system: levels, modules, a sink, and the macros that every message goes through.
 ///
-/// Up to system state 3 a message goes through the global `Log`, which `doInitLog` makes when the
-/// first message finds none: level and module are tested, a header with file, line and function is
-/// written, then the text, all under the log's lock and in one write. Above state 3 (the system is
-/// going down) the same text goes to standard output without header.
+/// Up to system state 3 a message goes through the global `Log`. The first message makes it by
+/// `doInitLog`. The log tests level and module, then writes a header with file, line and function
+/// and the text, under its lock and in one write. Above state 3 (the system has ended) the text
+/// goes to standard output without a header.
 
 #include <cstdarg>
 #include <ostream>
@@ -27,7 +27,7 @@ enum LogLevel : int
     LOG_PROGRESS = 5
 };
 
-/// One message as a sink receives it: the text alone, without header, unbroken.
+/// Receives one message: its whole text, without the header.
 using LogSink = void (*)(LogLevel level, char const *module, char const *text, void *user);
 
 class OSG_BASE_API Log
@@ -38,36 +38,36 @@ class OSG_BASE_API Log
     Log(Log const &) = delete;
     Log &operator=(Log const &) = delete;
 
-    // --- what is let through ---
+    // --- filter ---
     /// The default is LOG_WARNING; messages of a higher level are dropped.
     void setLogLevel(LogLevel level);
     LogLevel getLogLevel() const;
     bool checkLevel(LogLevel level) const;
-    /// Comma-separated names of the modules that may speak; null or empty lets all speak.
-    /// A module that is refused gets neither header nor text.
+    /// Comma-separated names of the modules whose messages are let through. Null or empty lets all
+    /// modules through.
     void setModules(char const *names);
     bool checkModule(char const *module) const;
 
     // --- where it goes ---
-    /// Stream for messages of `level`; nilstream() where the level is not let through.
+    /// The stream for messages of `level`. It is nilstream() where the level is not let through.
     std::ostream &stream(LogLevel level);
-    /// A stream that swallows everything.
+    /// A stream that discards everything.
     std::ostream &nilstream();
-    /// Stream that header and text are written to; std::cerr by default. Not owned.
+    /// Sets the stream that header and text are written to. The default is std::cerr. Not owned.
     void setStream(std::ostream &out);
-    /// Receives every message that is let through, in place of the stream; null restores the
+    /// `sink` receives every message that is let through, instead of the stream. Null restores the
     /// stream.
     void setSink(LogSink sink, void *user);
 
     // --- writing; hold the lock around header and text ---
     void lock();
     void unlock();
-    /// The header is held back until doLog() or unlock(), so that a message is one write.
+    /// Keeps the header until doLog() or unlock(), so that a message is one write.
     void doHeader(LogLevel level, char const *module, char const *file, UInt32 line,
                   char const *function);
     void doLog(char const *format, ...) __attribute__((format(printf, 2, 3)));
-    /// For a sink while it receives a message: the format that the text was made by. Messages of
-    /// one kind share it.
+    /// For a sink while it receives a message: the format string of the message. All messages of
+    /// one kind have the same.
     char const *getMessageFormat() const;
 
     static std::ostream *_nilstreamP;
@@ -97,7 +97,7 @@ extern OSG_BASE_API Int32 GlobalSystemState;
 /// Makes the log if there is none yet.
 OSG_BASE_API void doInitLog();
 
-/// Holds the log's lock while it lives; `LogLock(osgLogP->stream(level))` guards stream output.
+/// Holds the log's lock while it lives. `LogLock(osgLogP->stream(level))` guards stream output.
 class OSG_BASE_API LogLock
 {
   public:
@@ -112,7 +112,8 @@ class OSG_BASE_API LogLock
     std::ostream &_out;
 };
 
-/// One printf-style message by the pattern above. Use the macros, which add the place.
+/// Logs one printf-style message as described at the top. Use the macros, which add file, line and
+/// function.
 OSG_BASE_API void log_message(LogLevel level, char const *file, UInt32 line, char const *function,
                               char const *format, ...) __attribute__((format(printf, 5, 6)));
 } // namespace OSG

@@ -13,9 +13,9 @@ namespace
 {
 constexpr double SingularDeterminant = 1e-30;
 
-/// The 2 by 2 minors of the upper and of the lower two rows of m, after which both the determinant
-/// and every cofactor are sums of six products (Laplace expansion along two rows). Pair i stands
-/// for the columns (0,1) (0,2) (0,3) (1,2) (1,3) (2,3).
+/// The 2 by 2 minors of the upper two rows of m and those of the lower two rows. With them the
+/// determinant is a sum of six products and each cofactor one of three (Laplace expansion along two
+/// rows). Pair i stands for the columns (0,1) (0,2) (0,3) (1,2) (1,3) (2,3).
 struct RowPairMinors
 {
     template <class T>
@@ -42,8 +42,10 @@ struct RowPairMinors
     double lower[6];
 };
 
-// Cofactor of the element in column a, row r: the other three columns in the other row of r's pair,
-// each against the minor of the opposite pair of rows that leaves a and this column out.
+// The cofactor of the element in column a, row r takes one product for each of the other three
+// columns: the element of that column in the other row of r's pair of rows, times the minor of the
+// opposite pair of rows for the two columns that remain. Others[a] lists these columns, Pairs[a]
+// their minors.
 constexpr int Others[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
 constexpr int Pairs[4][3] = {{5, 4, 3}, {5, 2, 1}, {4, 2, 0}, {3, 1, 0}};
 } // namespace
@@ -83,7 +85,7 @@ bool TransformationMatrix<T>::invertFrom(TransformationMatrix const &source)
 {
     RowPairMinors const minors(source);
     double const determinant = minors.determinant();
-    // Not a number counts as singular.
+    // The comparison is negated so that a NaN determinant counts as singular.
     if(!(std::abs(determinant) >= SingularDeterminant))
     {
         OSG_LOG_WARNING("TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n");

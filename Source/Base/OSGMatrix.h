@@ -3,16 +3,17 @@
 /// \file
 /// The 4 by 4 matrix that carries points and vectors from one space to another.
 ///
-/// Four column vectors of four numbers: `m[c][r]` is column c, row r, the translation stands in
-/// column 3 and points are multiplied from the right as columns. All 16 numbers are contiguous,
-/// column by column, as OpenGL takes them.
+/// The matrix has four columns of four numbers: `m[c][r]` is column c, row r. The translation is
+/// column 3. Points are column vectors and stand to the right of the matrix. The 16 numbers are
+/// contiguous, column by column, as OpenGL takes them.
 ///
 ///     | m[0][0]  m[1][0]  m[2][0]  m[3][0] |   x, y, z axes of the inner space and its origin,
 ///     | m[0][1]  m[1][1]  m[2][1]  m[3][1] |   each as seen from the outer space
 ///     | m[0][2]  m[1][2]  m[2][2]  m[3][2] |
 ///     | m[0][3]  m[1][3]  m[2][3]  m[3][3] |   0 0 0 1 unless the matrix projects
 ///
-/// Products add their terms from the first column to the last. In and out may be one object.
+/// Products add their terms from the first column to the last. Input and output may be the same
+/// object.
 
 #include "OSGBaseApi.h"
 #include "OSGQuaternion.h"
@@ -20,7 +21,7 @@
 
 namespace OSG
 {
-/// Logs that a point came to w == 0.
+/// Logs a warning that a point has w == 0.
 OSG_BASE_API void warn_zero_w();
 
 template <class T>
@@ -44,7 +45,7 @@ class TransformationMatrix
     {
     }
 
-    /// Each number converted.
+    /// Converts each number.
     template <class U>
     explicit TransformationMatrix(TransformationMatrix<U> const &source)
     {
@@ -70,21 +71,21 @@ class TransformationMatrix
     T const *values() const { return _columns[0].values(); }
 
     // --- points and vectors ---
-    /// Affine: no division, whatever the fourth row holds.
+    /// Affine image: the fourth row is ignored.
     void mult(PointType const &in, PointType &out) const { out = *this * in; }
     PointType operator*(PointType const &p) const
     {
         return PointType(row(0, p) + _columns[3][0], row(1, p) + _columns[3][1],
                          row(2, p) + _columns[3][2]);
     }
-    /// The linear part alone.
+    /// The image under the linear part alone.
     void mult(VectorType const &in, VectorType &out) const { out = *this * in; }
     VectorType operator*(VectorType const &v) const
     {
         return VectorType(row(0, v), row(1, v), row(2, v));
     }
-    /// Homogeneous: each coordinate times 1 / w. If w is exactly 0 the point stays undivided and
-    /// one warning is logged.
+    /// Projective image: each coordinate is multiplied by 1 / w. If w is exactly 0, the point is
+    /// not divided and one warning is logged.
     void multFull(PointType const &in, PointType &out) const
     {
         T const w = row(3, in) + _columns[3][3];
@@ -93,8 +94,8 @@ class TransformationMatrix
             warn_zero_w();
         out = w == T(0) ? undivided : undivided * (T(1) / w);
     }
-    /// Linear part, divided by the vector's own w (without m[3][3]); a w of 0 divides nothing and
-    /// is not logged.
+    /// The image under the linear part, divided by the vector's own w, which leaves m[3][3] out. If
+    /// w is 0, nothing is divided and nothing is logged.
     void multFull(VectorType const &in, VectorType &out) const
     {
         T const w = row(3, in);
@@ -110,26 +111,26 @@ class TransformationMatrix
     TransformationMatrix operator*(TransformationMatrix const &right) const;
     void transpose();
 
-    /// This becomes the inverse of `source`, by cofactors. Where the determinant lies below 1e-30
-    /// or is not a number it becomes the identity, one warning is logged and the result is false.
-    /// The cofactors are taken in double precision and rounded once: far translations and strong
-    /// scales keep the digits that a product of single-precision minors would lose.
+    /// Sets this to the inverse of `source`. Where the absolute determinant is below 1e-30 or NaN,
+    /// this becomes the identity, one warning is logged and the result is false. The cofactors are
+    /// computed in double precision and rounded once, so that distant translations and large scales
+    /// keep their digits.
     bool invertFrom(TransformationMatrix const &source);
     bool invert() { return invertFrom(TransformationMatrix(*this)); }
-    /// 4 by 4 determinant, in double precision.
+    /// The determinant, computed in double precision.
     double determinant() const;
 
     // --- comparison ---
-    /// Whether (a - b) and (b - a) are at most `tolerance` for all 16 elements.
+    /// Whether each pair of elements differs by at most `tolerance`.
     bool equals(TransformationMatrix const &other, T tolerance) const;
-    /// Exact.
+    /// Compares all elements exactly.
     friend bool operator==(TransformationMatrix const &a, TransformationMatrix const &b)
     {
         return a[0] == b[0] && a[1] == b[1] && a[2] == b[2] && a[3] == b[3];
     }
 
   private:
-    /// The first three terms of row r times a point or vector.
+    /// The first three terms of the product of row r and a point or vector.
     template <class Tuple>
     T row(UInt32 r, Tuple const &in) const
     {
@@ -140,7 +141,7 @@ class TransformationMatrix
 };
 
 using Matrix = TransformationMatrix<Real32>;
-/// For products and inverses whose digits single precision would lose: projections above all.
+/// For products and inverses that need more digits than single precision has, as projections do.
 using Matrix4d = TransformationMatrix<Real64>;
 
 template <class T>

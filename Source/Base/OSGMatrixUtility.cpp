@@ -8,8 +8,8 @@ namespace
 {
 bool is_long(Vec3f const &vector) { return std::isinf(vector.length()); }
 
-/// False where the vector is too short or has no length that is a number. One whose square is
-/// beyond single precision is divided in double.
+/// Normalises the vector. False where it is too short or its length is not finite. Where the square
+/// of the length overflows, the division is done in double precision.
 bool make_unit(Vec3f &vector)
 {
     Real32 const length = vector.length();
@@ -34,7 +34,7 @@ bool MatrixLookAt(Matrix &result, Pnt3f from, Pnt3f at, Vec3f up)
     Vec3f z = from - at;
     if(!make_unit(z))
         return true;
-    if(is_long(up) && !make_unit(up)) // else the product might overflow
+    if(is_long(up) && !make_unit(up)) // the product with a longer vector could overflow
         return true;
     Vec3f x = up.cross(z);
     if(!make_unit(x))

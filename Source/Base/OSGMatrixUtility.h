@@ -8,10 +8,11 @@
 
 namespace OSG
 {
-/// Camera to world for a camera at `from` that looks at `at`: the columns are its x, y and z axes
-/// and its position, z pointing from `at` towards `from`, y as near to `up` as it can be.
-/// Returns true on failure: where `from` and `at` coincide, or `up` has no length or is parallel to
-/// the view (each within 1e-6), or a number is none, or `from` - `at` is none that single precision
-/// holds. `result` then stays as it was. Any finite length of `up` will do.
+/// Makes the matrix from camera space to world space for a camera at `from` that looks at `at`. Its
+/// columns are the x, y and z axes of the camera and its position. The z axis points from `at` to
+/// `from`, the y axis is as close to `up` as possible. `up` may have any finite length. Returns
+/// true on failure: where `from` and `at` coincide, `up` is zero or parallel to the view (each
+/// within 1e-6), a number is NaN or infinite, or `from` - `at` overflows. `result` does not change
+/// then.
 OSG_BASE_API bool MatrixLookAt(Matrix &result, Pnt3f from, Pnt3f at, Vec3f up);
 } // namespace OSG

@@ -11,7 +11,7 @@ namespace
 {
 constexpr std::size_t PlainAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 
-/// MemMalloc, asking the new-handler for memory as long as there is one.
+/// Calls MemMalloc, and the new-handler as long as MemMalloc fails and there is one.
 void *allocate(std::size_t size)
 {
     for(;;)
@@ -25,7 +25,8 @@ void *allocate(std::size_t size)
     }
 }
 
-/// Blocks of a wider alignment keep the address that MemMalloc gave right before their first byte.
+/// A block of a larger alignment stores the address that MemMalloc returned just before its first
+/// byte.
 void *allocate_aligned(std::size_t size, std::size_t alignment)
 {
     if(alignment <= PlainAlignment)

@@ -20,16 +20,17 @@ std::size_t standard_block_size(void *block)
 #endif
 }
 
-// Constant initialisation throughout: the first block may be wanted before any initialiser ran.
+// Everything is constant-initialised, because a static object of any library may ask for a block
+// before this source's initialisers run.
 constinit MemBackEnd back_end = {&std::malloc, &std::free, &standard_block_size};
 constinit std::atomic<bool> in_use{false};
 constinit std::atomic<UInt64> bytes_out{0};
 constinit std::atomic<UInt64> bytes_peak{0};
 constinit std::atomic<UInt64> bytes_limit{0};
-constexpr UInt64 NoLimit = ~UInt64(0); // of bytes, where blocks are counted
+constexpr UInt64 NoLimit = ~UInt64(0); // of blocks; as a byte limit: only blocks are limited
 constinit std::atomic<UInt64> blocks_left{NoLimit};
 
-// Counted with every block: a process of one thread is spared the locked instructions.
+// This runs for every block, so a process with one thread avoids the locked instructions.
 UInt64 add_bytes(UInt64 bytes)
 {
     if(!is_sole_thread())
@@ -52,7 +53,7 @@ void raise_peak(UInt64 bytes)
     }
 }
 
-/// Takes one of the blocks that are left.
+/// Takes one block from those that are left. False where none is left.
 bool take_block()
 {
     UInt64 left = blocks_left.load(std::memory_order_relaxed);
@@ -62,7 +63,8 @@ bool take_block()
     return left != 0;
 }
 
-/// Whether `size` more bytes stay under the limit; spares the back end blocks that do not.
+/// Whether `size` more bytes stay within the limit. Tested first, so that the back end is not asked
+/// in vain.
 bool within_limit(UInt64 size, UInt64 limit)
 {
     if(limit == 0)

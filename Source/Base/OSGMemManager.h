@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The allocator that all scene objects, properties and internal containers live in.
+/// The allocator of all scene objects, properties and internal containers.
 
 #include <cstddef>
 #include <new>
@@ -13,33 +13,34 @@ namespace OSG
 {
 /// A block of at least `size` bytes, aligned for any object, or null where there is no memory.
 OSG_BASE_API void *MemMalloc(std::size_t size) noexcept;
-/// Gives a block of MemMalloc back; null is allowed.
+/// Frees a block of MemMalloc. Null is allowed.
 OSG_BASE_API void MemFree(void *block) noexcept;
-/// MemMalloc that raises std::bad_alloc in place of null.
+/// Like MemMalloc, but raises std::bad_alloc instead of returning null.
 OSG_BASE_API void *mem_malloc_or_throw(std::size_t size);
 
-/// What stands behind MemMalloc and MemFree. `blockSize` tells the bytes that a block takes.
+/// The functions that MemMalloc and MemFree call. `blockSize` gives the size of a block in bytes.
 struct MemBackEnd
 {
     void *(*allocate)(std::size_t size);
     void (*release)(void *block);
     std::size_t (*blockSize)(void *block);
 };
-/// Replaces the back end. Only before the first block was handed out: otherwise false, and nothing
-/// changes.
+/// Replaces the back end. Possible only before the first block is allocated: afterwards the result
+/// is false and nothing changes.
 OSG_BASE_API bool set_mem_back_end(MemBackEnd const &backEnd);
 
-/// Bytes that are out, and the most that ever were, as the back end sizes the blocks.
+/// The bytes that are allocated now, and the largest number so far, by the back end's block sizes.
 OSG_BASE_API UInt64 get_mem_bytes();
 OSG_BASE_API UInt64 get_mem_peak_bytes();
-/// Starts a new peak at the bytes that are out now.
+/// Sets the peak to the bytes that are allocated now.
 OSG_BASE_API void reset_mem_peak();
-/// MemMalloc gives null once more than `bytes` would be out; 0 lifts the limit.
+/// From now on MemMalloc returns null where more than `bytes` would be allocated. 0 removes the
+/// limit.
 OSG_BASE_API void set_mem_limit(UInt64 bytes);
-/// MemMalloc hands out `blocks` more blocks, then null until set_mem_limit is called.
+/// MemMalloc allocates `blocks` more blocks and then returns null until set_mem_limit is called.
 OSG_BASE_API void set_mem_block_limit(UInt64 blocks);
 
-/// Standard allocator over MemMalloc; raises std::bad_alloc.
+/// A standard allocator that uses MemMalloc. Raises std::bad_alloc.
 template <class T>
 struct MemAllocator
 {
@@ -62,7 +63,7 @@ struct MemAllocator
     friend bool operator==(MemAllocator const &, MemAllocator const &) { return true; }
 };
 
-/// Gives a class operator new and delete over MemMalloc.
+/// Base of classes whose objects MemMalloc allocates.
 struct MemObject
 {
     static void *operator new(std::size_t size) { return mem_malloc_or_throw(size); }

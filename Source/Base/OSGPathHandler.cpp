@@ -33,11 +33,11 @@ bool is_regular_file(std::string const &name)
     }
     catch(std::filesystem::filesystem_error const &)
     {
-        return false; // a name that the system's character set cannot hold
+        return false; // the name cannot be converted to the system's character set
     }
 }
 
-/// With the current folder before a relative one, and a slash at the end.
+/// The folder as an absolute path with a slash at its end.
 std::string full_folder(std::string folder)
 {
     if(!is_absolute(folder))

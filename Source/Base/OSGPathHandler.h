@@ -11,12 +11,12 @@
 
 namespace OSG
 {
-/// A search path of folders, in this order: the folders of the files that are being read, the
-/// innermost first; the folders of the path list, in their order; the current folder.
+/// A search path of folders. They are searched in this order: the folders of the files that are
+/// being read, the innermost first; the folders of the path list; the current folder.
 ///
-/// Names come from files of any origin: a backslash counts as a slash, and nothing that a name
-/// holds makes an operation fail. Only regular files are found (through links too), so that a
-/// reader never opens a device or a pipe. One handler belongs to one thread.
+/// Names may come from files of any origin. A backslash counts as a slash, and no operation raises
+/// an error because of a name. Only regular files, and links to them, are found, so that a reader
+/// never opens a device or a pipe. A handler belongs to one thread.
 class OSG_BASE_API PathHandler : public MemObject
 {
   public:
@@ -24,24 +24,25 @@ class OSG_BASE_API PathHandler : public MemObject
     ~PathHandler();
 
     // --- path list ---
-    /// Appends a folder; empty or null is ignored.
+    /// Appends a folder to the list. Empty or null is ignored.
     void pushBackPath(char const *folder);
-    /// Puts a folder before the others of the list; empty or null is ignored.
+    /// Puts a folder at the front of the list. Empty or null is ignored.
     void pushFrontPath(char const *folder);
     void clearPathList();
 
     // --- folders of the files being read ---
-    /// Makes the folder of `fileName` the only one of this kind; null or empty removes all.
+    /// Makes the folder of `fileName` the only folder of a file that is read. Null or empty removes
+    /// all.
     void setBaseFile(char const *fileName);
-    /// The folder of `fileName` goes before those pushed earlier. A name without folder stands for
-    /// the current folder.
+    /// Adds the folder of `fileName`, which is searched before those added earlier. A name without
+    /// a folder stands for the current folder.
     void pushBaseFile(char const *fileName);
-    /// Takes the last one off; does nothing where there is none.
+    /// Removes the folder that was added last. Does nothing where there is none.
     void popBaseFile();
 
-    /// Full path of the file: from the root directory on, as the folder was given otherwise. An
-    /// absolute name stands and is looked for nowhere else. Empty where there is no such regular
-    /// file, or the name is null or empty.
+    /// The absolute path of the file. The folder is otherwise spelled as it was given. An absolute
+    /// name is not searched for. Empty where there is no such regular file, or the name is null or
+    /// empty.
     std::string findFile(char const *name) const;
 
   private:
@@ -49,7 +50,7 @@ class OSG_BASE_API PathHandler : public MemObject
     std::vector<std::string> _pathList;
 };
 
-/// Pushes the folder of a file while it lives; a null handler is allowed.
+/// Adds the folder of a file to a handler while this lives. The handler may be null.
 class OSG_BASE_API PathHandlerBaseFile
 {
   public:

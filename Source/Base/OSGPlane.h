@@ -12,21 +12,22 @@
 
 namespace OSG
 {
-/// n . p - d is the signed distance of p from the plane, positive on the side that the normal
-/// points to. It is always added as (n.x p.x + n.y p.y) + n.z p.z, then d is taken off: boxes rely
-/// on the rounding of this order. Degenerate input gives a normal that is zero, short or NaN, never
-/// a failure.
+/// n . p - d is the signed distance of p from the plane. It is positive on the side that the normal
+/// points to. It is always computed as ((n.x p.x + n.y p.y) + n.z p.z) - d: box tests rely on the
+/// rounding of this order. Degenerate input gives a normal that is zero, short or NaN, never a
+/// failure.
 class Plane
 {
   public:
-    /// Normal zero, distance 0: every point is in its half space.
+    /// The normal zero and the distance 0: every point is in the half space.
     Plane() = default;
-    /// Through three points; they run counter-clockwise as seen from where the normal points to.
+    /// The plane through three points. Seen from the side that the normal points to, they are
+    /// counter-clockwise.
     ///
-    /// The normal is (p1 - p0) x (p2 - p0) divided by its length, in double precision, and rounded
-    /// once: it has length 1 however small or large the triangle is. Points on one line give the
-    /// normal zero and the distance 0, so that every point is in the half space. Coordinates that
-    /// are not finite give NaN, so that no point is.
+    /// The normal is (p1 - p0) x (p2 - p0) divided by its length, computed in double precision and
+    /// rounded once. It has length 1 however small or large the triangle is. Three points on one
+    /// line give the normal zero and the distance 0, so every point is in the half space.
+    /// Coordinates that are not finite give NaN, so no point is in the half space.
     Plane(Pnt3f const &p0, Pnt3f const &p1, Pnt3f const &p2);
     /// The normal is normalised unless shorter than 1e-6.
     Plane(Vec3f const &normal, Pnt3f const &point)
@@ -39,7 +40,7 @@ class Plane
     Vec3f const &getNormal() const { return _normal; }
     /// The d of n . p - d.
     Real32 getDistanceFromOrigin() const { return _distance; }
-    /// Taken as they are, nothing is normalised.
+    /// Sets both values without normalising the normal.
     void setValue(Vec3f const &normal, Real32 distanceFromOrigin)
     {
         _normal = normal;
@@ -51,11 +52,12 @@ class Plane
     {
         return _normal[0] * p[0] + _normal[1] * p[1] + _normal[2] * p[2] - _distance;
     }
-    /// A point on the plane counts; one with a NaN coordinate does not.
+    /// True for a point on the plane. False for a point with a NaN coordinate.
     bool isInHalfSpace(Pnt3f const &p) const { return distance(p) >= 0.f; }
 
-    /// Where the infinite line through `line` meets the plane. False, and `point` untouched, where
-    /// it runs parallel (|n . direction| below 1e-6) or something is NaN.
+    /// Computes the point where the infinite line through `line` meets the plane. False, with
+    /// `point` unchanged, where the line is parallel (|n . direction| below 1e-6) or a number is
+    /// NaN.
     bool intersectInfinite(Line const &line, Pnt3f &point) const
     {
         Real32 const along = _normal.dot(line.getDirection());
@@ -65,15 +67,15 @@ class Plane
         return true;
     }
 
-    /// Carries the plane through an invertible matrix, projective too; the side of a point stays
-    /// its side. A singular matrix is logged and leaves the plane.
+    /// Transforms the plane by an invertible matrix, also a projective one. Points keep their side
+    /// of the plane. A singular matrix is logged and changes nothing.
     void transform(Matrix const &matrix)
     {
         Matrix inverse;
         if(inverse.invertFrom(matrix))
             transformByInverse(inverse);
     }
-    /// The same where the inverse is known already.
+    /// Like transform, for a caller that has the inverse already.
     void transformByInverse(Matrix const &inverse)
     {
         Vec4f const plane(_normal[0], _normal[1], _normal[2], -_distance);
@@ -83,7 +85,7 @@ class Plane
         setValue(normal * scale, -inverse[3].dot(plane) * scale);
     }
 
-    /// Exact.
+    /// Compares normal and distance exactly.
     friend bool operator==(Plane const &a, Plane const &b)
     {
         return a._normal == b._normal && a._distance == b._distance;
@@ -96,7 +98,7 @@ class Plane
 
 inline Plane::Plane(Pnt3f const &p0, Pnt3f const &p1, Pnt3f const &p2)
 {
-    // Neither the products nor the squares of Real32 differences leave the range of Real64.
+    // Products and squares of Real32 differences do not overflow or underflow in Real64.
     Real64 const a[3] = {Real64(p1[0]) - p0[0], Real64(p1[1]) - p0[1], Real64(p1[2]) - p0[2]};
     Real64 const b[3] = {Real64(p2[0]) - p0[0], Real64(p2[1]) - p0[1], Real64(p2[2]) - p0[2]};
     Real64 const normal[3] = {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2],

@@ -1,7 +1,8 @@
 #pragma once
 
 /// \file
-/// Rotation as a unit quaternion (x, y, z, w); angles in radians, right-handed about the axis.
+/// A rotation as a unit quaternion (x, y, z, w). Angles are in radians, right-handed about the
+/// axis.
 
 #include <cmath>
 
@@ -14,7 +15,7 @@ class Quaternion
   public:
     /// The identity (0, 0, 0, 1).
     constexpr Quaternion() = default;
-    /// The four numbers as they are, not normalised.
+    /// Takes four numbers without normalising them.
     constexpr Quaternion(Real32 x, Real32 y, Real32 z, Real32 w)
         : _values{x, y, z, w}
     {
@@ -29,8 +30,8 @@ class Quaternion
     constexpr Real32 const &operator[](std::size_t i) const { return _values[i]; }
     constexpr Real32 const *values() const { return _values; }
 
-    /// The axis may have any length; at 1e-6 or less (or with a not-a-number) the result is the
-    /// identity.
+    /// The axis may have any length. The result is the identity where the length is 1e-6 or less,
+    /// or NaN.
     void setValueAsAxisRad(Vec3f const &axis, Real32 angle)
     {
         Real32 const length = axis.length();
@@ -44,8 +45,8 @@ class Quaternion
                            axis[2] / length * sine, std::cos(angle / 2.f));
     }
 
-    /// This rotation after `right`: the matrix of the product is that of this times that of
-    /// `right`.
+    /// The rotation `b` followed by `a`: the matrix of the product is the matrix of `a` times that
+    /// of `b`.
     friend constexpr Quaternion operator*(Quaternion const &a, Quaternion const &b)
     {
         return Quaternion(a.w() * b.x() + a.x() * b.w() + a.y() * b.z() - a.z() * b.y(),
@@ -53,10 +54,10 @@ class Quaternion
                           a.w() * b.z() + a.z() * b.w() + a.x() * b.y() - a.y() * b.x(),
                           a.w() * b.w() - a.x() * b.x() - a.y() * b.y() - a.z() * b.z());
     }
-    /// The opposite rotation of a unit quaternion.
+    /// The inverse rotation. The quaternion has to be of unit length.
     constexpr Quaternion inverse() const { return Quaternion(-x(), -y(), -z(), w()); }
 
-    /// Exact.
+    /// Compares all numbers exactly.
     friend constexpr bool operator==(Quaternion const &a, Quaternion const &b)
     {
         return a[0] == b[0] && a[1] == b[1] && a[2] == b[2] && a[3] == b[3];

@@ -9,8 +9,9 @@ bool is_continuation(std::string_view text, std::size_t at)
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
 }
 
-/// Bytes of the UTF-8 character that begins at `at`, 1 for a byte that begins none. Overlong forms
-/// and surrogates are none: there are terminals that read control characters from them.
+/// Size in bytes of the UTF-8 character at `at`; 1 for a byte that begins no character. Overlong
+/// forms and surrogates do not count as characters, because some terminals decode them to control
+/// characters.
 std::size_t character_size(std::string_view text, std::size_t at)
 {
     unsigned const lead = static_cast<unsigned char>(text[at]);

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Whether the process has one thread only.
+/// Tells whether the process has only one thread.
 
 #if __has_include(<sys/single_threaded.h>)
 #include <sys/single_threaded.h>
@@ -9,8 +9,9 @@
 
 namespace OSG
 {
-/// True where no other thread can run: what guards against others may then be left out. False where
-/// the C library does not tell. Once a second thread has been started it may stay false for ever.
+/// True where no other thread can run, so that locks and atomic instructions may be left out. False
+/// where the C library cannot tell. It may stay false once a second thread has been started, even
+/// when that thread has ended.
 inline bool is_sole_thread()
 {
 #if __has_include(<sys/single_threaded.h>)

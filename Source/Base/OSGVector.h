@@ -3,13 +3,13 @@
 /// \file
 /// Points and vectors of N numbers of type T.
 ///
-/// A point is a place, a vector a displacement: point - point = vector, point + vector = point, and
-/// a matrix moves points but not vectors. Both start at zero, are plain bytes that may be copied as
-/// such, and lie as N contiguous numbers. Comparison is exact; nothing here logs, fails or reserves
-/// memory, and what is not a number only spreads.
+/// A point is a place, a vector is a displacement: point - point = vector, point + vector = point.
+/// The translation of a matrix moves points but not vectors. Both classes start at zero, are
+/// trivially copyable, and hold N contiguous numbers. Comparison is exact. Nothing here logs, fails
+/// or allocates memory. NaN in gives NaN out.
 ///
-/// Sums of products are added from the first coordinate to the last, without contraction. Vector
-/// paths elsewhere rely on this order to give the same bits.
+/// Sums of products are added from the first coordinate to the last, without contraction.
+/// Vectorised code elsewhere relies on this order to give the same bits.
 
 #include <cmath>
 #include <concepts>
@@ -63,7 +63,7 @@ class NumberTuple
     }
     constexpr void setNull() { *this = NumberTuple(); }
 
-    /// Exact; a tuple with a not-a-number equals nothing.
+    /// Compares exactly. A tuple with NaN equals nothing, not even itself.
     friend constexpr bool operator==(NumberTuple const &a, NumberTuple const &b)
     {
         for(UInt32 i = 0; i < N; ++i)
@@ -85,7 +85,7 @@ class NumberTuple
     }
 
   protected:
-    /// A `Result` of N numbers, the i-th being `number(i)`.
+    /// Makes a `Result` whose i-th number is `number(i)`.
     template <class Result, class Number>
     static constexpr Result each(Number const &number)
     {
@@ -110,7 +110,7 @@ class Vector : public NumberTuple<Vector<T, N>, T, N>
     // --- lengths ---
     constexpr T squareLength() const { return dot(*this); }
     T length() const { return std::sqrt(squareLength()); }
-    /// Multiplies by 1 / length; shorter than `UnitLengthEpsilon` it stays as it is.
+    /// Multiplies by 1 / length, unless the length is below `UnitLengthEpsilon`.
     void normalize()
     {
         T const size = length();

@@ -9,11 +9,11 @@
 
 namespace OSG
 {
-/// Four flags and the operations that every volume has.
+/// Four flags, and the operations of every volume.
 ///  - valid:    the bounds are up to date. A fresh volume is valid.
-///  - empty:    it holds nothing; it meets no other volume and extends none.
-///  - infinite: it holds everything; it is never culled and stays so when it is extended.
-///  - static:   it was set by hand; updates and extensions leave it.
+///  - empty:    it holds no point. It intersects no other volume and extends none.
+///  - infinite: it holds all points. It is never culled, and extensions do not change it.
+///  - static:   the host has set it. Updates and extensions do not change it.
 class OSG_BASE_API Volume : public MemObject
 {
   public:
@@ -22,7 +22,7 @@ class OSG_BASE_API Volume : public MemObject
     bool isValid() const { return _valid; }
     void setValid(bool valid = true) { _valid = valid; }
     bool isEmpty() const { return _empty; }
-    /// Emptying a volume also ends its being infinite.
+    /// An empty volume is not infinite.
     void setEmpty(bool empty = true)
     {
         _empty = empty;
@@ -42,14 +42,15 @@ class OSG_BASE_API Volume : public MemObject
     bool isFixed() const { return _infinite || _static; }
 
     virtual void getCenter(Pnt3f &center) const = 0;
-    /// The axis-aligned box around the volume; of an empty one the origin twice.
+    /// The axis-aligned box around the volume. For an empty volume both corners are the origin.
     virtual void getBounds(Pnt3f &min, Pnt3f &max) const = 0;
-    /// False only where the two certainly have no point in common: it may keep too much.
+    /// False only where the two volumes have no point in common. It may also be true for volumes
+    /// that have no common point.
     virtual bool intersect(Volume const &other) const = 0;
     /// Grows the volume by a point, or by the bounds of a volume.
     virtual void extendBy(Pnt3f const &point) = 0;
     virtual void extendBy(Volume const &other) = 0;
-    /// Carries the volume through `matrix`, into the space outside.
+    /// Transforms the volume by `matrix`.
     virtual void transform(Matrix const &matrix) = 0;
 
   protected:

@@ -1,11 +1,11 @@
 #pragma once
 
 /// \file
-/// Decimal digits, eight at a time.
+/// Parses decimal digits, eight at a time.
 ///
-/// A loop over digits ends at a place that the processor cannot foresee, once per number; looking
-/// at eight characters as one 64-bit number finds the end without a branch. The method is known as
-/// SWAR parsing (D. Lemire, "Quickly parsing eight digits", 2018).
+/// The end of a loop over digits costs one mispredicted branch per number. Taking eight characters
+/// as one 64-bit number finds the end without a branch. The method is called SWAR parsing (D.
+/// Lemire, "Quickly parsing eight digits", 2018).
 
 #include <bit>
 #include <cstring>
@@ -14,12 +14,13 @@
 
 namespace OSG
 {
-/// So many bytes from the beginning of a scan must be readable, whatever they hold.
+/// This number of bytes from the beginning of a scan must be readable. Their content does not
+/// matter.
 constexpr std::size_t DigitScanReach = 8;
 
 constexpr bool is_decimal_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
 
-/// The number that the digits at `p` make, up to eight of them, and how many there are: 0 to 8.
+/// The number that the digits at a place make, and their count, 0 to 8.
 struct DigitScan
 {
     UInt32 number;
@@ -32,8 +33,9 @@ inline DigitScan scan_eight_digits(char const *p)
     {
         UInt64 text;
         std::memcpy(&text, p, sizeof text);
-        // A byte is a digit if its upper half is 3 and still is when 6 is added. Carries only reach
-        // bytes behind the first that is none.
+        // A byte is a digit if its upper half is 3, and still is 3 after 6 is added. A carry of the
+        // addition can only reach bytes behind the first byte that is no digit, which do not
+        // matter.
         UInt64 const upper = 0xf0f0f0f0f0f0f0f0;
         UInt64 const three = 0x3030303030303030;
         UInt64 const carried = text + 0x0606060606060606;
@@ -41,7 +43,7 @@ inline DigitScan scan_eight_digits(char const *p)
         UInt32 const count = static_cast<UInt32>(std::countr_zero(other)) / 8;
         if(count == 0)
             return {0, 0};
-        // Zeros in front make eight digits of any number of them.
+        // Leading zeros pad the number to eight digits.
         UInt64 digits = (text & ~upper) << (64 - 8 * count);
         digits = digits * 10 + (digits >> 8);
         digits = (digits & 0x00ff00ff00ff00ff) * 100 + (digits >> 16 & 0x00ff00ff00ff00ff);

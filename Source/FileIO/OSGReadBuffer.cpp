@@ -13,8 +13,9 @@ namespace
 {
 constexpr char Nothing[DigitScanReach] = {};
 
-/// Tells how much of a stream buffer can be copied without a call of its virtual operations, which
-/// may raise an exception half way and take what they had read with it.
+/// Gives the number of characters that a stream buffer holds ready. Copying no more than these
+/// calls no virtual operation. Such a call could raise an exception half way, and the characters
+/// read before it would be lost.
 struct GetArea : std::streambuf
 {
     static std::streamsize size(std::streambuf &buffer)
@@ -23,7 +24,8 @@ struct GetArea : std::streambuf
     }
 };
 
-// Eight bytes at a time: every block is counted, though few readers ask for a line.
+// Counts eight bytes at a time, because all blocks are counted although few readers ask for the
+// line.
 UInt64 count_line_breaks(char const *begin, char const *end)
 {
     constexpr UInt64 Ones = 0x0101010101010101;
@@ -33,9 +35,9 @@ UInt64 count_line_breaks(char const *begin, char const *end)
     {
         UInt64 bytes;
         std::memcpy(&bytes, begin, sizeof(bytes));
-        bytes ^= '\n' * Ones; // a line break becomes 0
+        bytes ^= '\n' * Ones; // a line break becomes a zero byte
         UInt64 const others = ((bytes & LowBits) + LowBits) | bytes;
-        // One bit of each byte that is 0; the product adds them up in its highest byte.
+        // One bit is set for each zero byte. The product adds the bits up in its highest byte.
         count += (((~others >> 7) & Ones) * Ones) >> 56;
     }
     return count + static_cast<UInt64>(std::count(begin, end, '\n'));
@@ -56,8 +58,8 @@ ReadBuffer::ReadBuffer(std::istream &in, std::size_t blockSize)
 
 ReadBuffer::~ReadBuffer() = default;
 
-/// Appends a block to what is unread; false if the stream gives nothing more. Moves the unread part
-/// to the front, so no pointer into the block outlives a call.
+/// Moves the unread part to the front and appends a block of the stream. False if the stream has
+/// nothing more. Pointers into the block are invalid afterwards.
 bool ReadBuffer::more()
 {
     if(_source != Source::Open)
@@ -84,7 +86,8 @@ bool ReadBuffer::more()
     return _end != former;
 }
 
-/// `to` moves with every piece, so that it is right when the stream's buffer raises an exception.
+/// Advances `to` after every piece, so that it is right when the stream's buffer raises an
+/// exception.
 void ReadBuffer::fetchBlock(char *&to, char *limit)
 {
     using Traits = std::char_traits<char>;
@@ -118,7 +121,8 @@ bool ReadBuffer::enter()
     return false;
 }
 
-/// The stream's sentry: skips white space; false, with failbit, if nothing is behind it.
+/// Does what the sentry of a stream does: skips white space. Sets failbit and returns false if
+/// nothing follows.
 inline bool ReadBuffer::enterBehindSpace()
 {
     if(!good())
@@ -148,7 +152,7 @@ std::string_view ReadBuffer::token()
     return result;
 }
 
-/// Collects a token that reaches the end of the block, which was scanned up to there.
+/// Collects a token that continues in the next block. `scanned` is the end of this one.
 std::string_view ReadBuffer::splitToken(char const *scanned)
 {
     _split.clear();
@@ -220,7 +224,8 @@ std::string_view ReadBuffer::lineRest()
         found = lineBreak != nullptr;
         if(found)
             length = static_cast<std::size_t>(static_cast<char const *>(lineBreak) - _pos);
-        // The character behind the longest result is looked at, too.
+        // Formatted extraction also looks at the character behind the longest result, so it has to
+        // be there.
         if(found || unread > lineLimit || !more())
             break;
     }
@@ -255,8 +260,8 @@ void ReadBuffer::ignoreLine(UInt64 limit)
         _pos += length;
         limit -= length;
         bool const ended = _pos == _end && !more();
-        // Behind the last character that it may take, the stream looks at one more, but an end of
-        // the text there does not count.
+        // After the limit the stream looks at one more character. If the text ends there, eofbit is
+        // not set; only an exception counts.
         if(ended && (limit > 0 || _source == Source::Threw))
             noteSourceEnd();
         if(ended || limit == 0)

@@ -1,8 +1,7 @@
 #pragma once
 
 /// \file
-/// Text reading for the scene file types: formatted extraction from a stream at the speed of
-/// memory.
+/// Text input for the scene file types: formatted extraction from a stream, in large blocks.
 
 #include <ios>
 #include <iosfwd>
@@ -17,22 +16,22 @@
 
 namespace OSG
 {
-/// Reads a stream from where it stands as the stream's own extraction operators would, character
-/// for character, in the classic locale and whatever format flags the stream has. What it takes
-/// from the stream's buffer is a block at a time; the stream itself is left alone until finish().
+/// Reads a stream from its current place, with the results that the stream's own extraction
+/// operators would give in the classic locale. Format flags are ignored. Characters are taken from
+/// the stream's buffer in blocks. The stream object itself is not changed until finish().
 ///
 ///     ReadBuffer text(in);
 ///     while(!text.fail())
 ///         use(text.token());
 ///     text.finish();       // state and position of `in` are now those of token-by-token reading
 ///
-/// Every operation leaves the state bits that the stream's operation of the same kind leaves, and
-/// does nothing but set failbit once one of the bits is set. The end of the text is noticed when a
-/// character behind it is looked at: "12" at the very end is read and sets eofbit, not failbit. An
-/// exception of the stream's buffer becomes badbit at the character that could not be had; what
-/// came before it is delivered.
+/// Each operation sets the state bits that the stream's operation would set. Once a bit is set,
+/// further operations only set failbit. The end of the text is noticed when a character behind it
+/// is needed: "12" at the very end is read and sets eofbit but not failbit. An exception of the
+/// stream's buffer sets badbit at the character that could not be read; the characters before it
+/// are delivered.
 ///
-/// Memory: a block, 8 KiB, and whatever part of one token lies across two blocks, up to tokenLimit.
+/// Memory: one block, 8 KiB, and the part of a token that crosses a block border, up to tokenLimit.
 class OSG_FILEIO_API ReadBuffer
 {
   public:
@@ -40,17 +39,17 @@ class OSG_FILEIO_API ReadBuffer
     static constexpr std::size_t blockBytes = 256 * 1024;
     /// The most that lineRest() gives.
     static constexpr std::size_t lineLimit = 8191;
-    /// Of a longer token this many characters are kept; all of it is taken from the stream.
+    /// The number of characters that token() keeps. A longer token is taken from the stream as a
+    /// whole.
     static constexpr std::size_t tokenLimit = 4 * 1024 * 1024;
     /// The most characters that ignoreLine() takes.
     static constexpr UInt64 ignoreLimit = 2147483647;
 
-    /// Keeps a reference to `in`. Only tests have a reason to ask for other blocks.
+    /// Keeps a reference to `in`. Only tests need another block size.
     explicit ReadBuffer(std::istream &in, std::size_t blockSize = blockBytes);
     ReadBuffer(ReadBuffer const &) = delete;
     ReadBuffer &operator=(ReadBuffer const &) = delete;
-    /// Frees the block. The stream is left wherever block reading took it unless finish() was
-    /// called.
+    /// Frees the block. Without finish() the stream stands behind the last block taken.
     ~ReadBuffer();
 
     // --- state, as the stream would have it ---
@@ -62,20 +61,19 @@ class OSG_FILEIO_API ReadBuffer
     bool fail() const { return (_state & (std::ios_base::failbit | std::ios_base::badbit)) != 0; }
 
     // --- formatted: white space before is skipped ---
-    /// The characters up to the next white space; empty if there are none, with failbit set. The
-    /// view holds until the next operation.
+    /// The characters up to the next white space. Empty, with failbit set, if there are none. The
+    /// view is valid until the next operation.
     std::string_view token();
-    /// A float; 0 where there is none that a float can hold, with failbit set. What looked like a
-    /// number is taken from the stream even so: see OSGStreamNumber.h.
+    /// Reads a float. Sets `value` to 0 and failbit where there is no number or a float cannot hold
+    /// it. The characters of the number are taken from the stream even then; see OSGStreamNumber.h.
     bool readReal32(Real32 &value);
-    /// `count` floats in a row; those behind a failure are 0.
+    /// Reads `count` floats. Those after a failure are 0.
     bool readReal32s(Real32 *values, std::size_t count);
 
     // --- unformatted ---
-    /// What is left of the line, without the line break, which is not taken; at most lineLimit
-    /// characters. Fails if that is nothing. The view holds until the next operation, and the
-    /// character behind it is a line break or a zero byte; DigitScanReach bytes from that one on
-    /// can be read.
+    /// The rest of the line, at most lineLimit characters. The line break is not taken. Fails if
+    /// there is no character. The view is valid until the next operation. The character behind it
+    /// is a line break or a zero byte, and DigitScanReach bytes from there can be read.
     std::string_view lineRest();
     /// Takes everything up to and including the next line break.
     void ignoreLine(UInt64 limit = ignoreLimit);
@@ -83,23 +81,23 @@ class OSG_FILEIO_API ReadBuffer
     void ignoreChar();
 
     // --- end ---
-    /// Gives the stream the state, and, where its buffer can seek, the unread rest back. False if
-    /// that rest is lost. Raises std::ios_base::failure if the stream is set to, like any reading
-    /// operation would. To be called once, last.
+    /// Sets the state of the stream, and seeks back to the first unread character. False where the
+    /// buffer cannot seek, so that unread characters are lost. Raises std::ios_base::failure if the
+    /// stream is set to do so. To be called once, at the end.
     bool finish();
 
     // --- place ---
-    /// Line of the next unread character, counted from 1 where the reading began.
+    /// The line of the next unread character. The line where the reading began is 1.
     UInt64 lineNumber() const;
-    /// The word that the next unread character stands in or directly behind, for messages: up to
-    /// wordReach characters on either side of it. May take another block from the stream.
+    /// The word around the next unread character, or directly before it, for messages. It has up to
+    /// wordReach characters on either side. May take another block from the stream.
     std::string wordHere();
     static constexpr std::size_t wordReach = 64;
 
     // --- progress ---
-    /// Characters that the operations took.
+    /// Number of characters that the operations have taken.
     UInt64 bytesConsumed() const { return _fetched - static_cast<UInt64>(_end - _pos); }
-    /// Blocks taken from the stream so far. The place in the stream is the same until it grows.
+    /// Number of blocks taken from the stream. While it is the same, so is the place in the stream.
     UInt64 blocksRead() const { return _blocks; }
 
   private:
@@ -128,8 +126,8 @@ class OSG_FILEIO_API ReadBuffer
     UInt64 _fetched = 0;
     UInt64 _blocks = 0;
     UInt64 _linesBefore = 0; ///< line breaks before the first character of _data
-    /// The last wordReach characters before the block, then room for a block behind what lineRest()
-    /// may have to keep together, a sentinel, and the reach of digit scans.
+    /// Holds the last wordReach characters before the unread part, the unread part (up to lineLimit
+    /// characters and a block), a sentinel, and DigitScanReach readable bytes.
     std::vector<char, MemAllocator<char>> _data;
     char *_pos; ///< next unread character
     char *_end; ///< behind the last unread one; a line break always stands there

@@ -11,7 +11,7 @@
 
 namespace OSG
 {
-/// One read under way: its stream and what was reported of it. Scopes nest.
+/// One read that is under way: its stream and its reported progress. Scopes nest.
 class SceneFileHandlerBase::ReadScope
 {
   public:
@@ -39,7 +39,7 @@ class SceneFileHandlerBase::ReadScope
     void setIncomplete() { _isIncomplete = true; }
     void setGivenScene() { _hasGivenScene = true; }
 
-    // A stream that cannot tell its place reports nothing until its end.
+    // A stream that cannot tell its position reports no progress until its end.
     void look()
     {
         std::streamoff const now = _end > _begin ? place(0, std::ios::cur) : -1;
@@ -58,7 +58,7 @@ class SceneFileHandlerBase::ReadScope
     }
 
   private:
-    // Goes to a place of the stream; -1 where that cannot be had.
+    // Seeks and returns the new position; -1 where the stream cannot seek.
     std::streamoff place(std::streamoff offset, std::ios::seekdir from)
     {
         if(_buffer == nullptr || offset < 0)
@@ -69,7 +69,7 @@ class SceneFileHandlerBase::ReadScope
         }
         catch(...)
         {
-            // The reader meets the stream's fault by itself.
+            // The reader will meet the same error and report it.
             return -1;
         }
     }
@@ -242,7 +242,8 @@ void ReadText::reportEarlyEnd(char const *name) const
 {
     if(!_own.fail() || _own.eof())
         return;
-    // The message says its line itself.
+    // The message names the line in its own text. Without a text getReadLine() gives 0, so a sink
+    // does not add the line again.
     SceneFileHandlerBase &handler = *SceneFileHandlerBase::the();
     handler._text = nullptr;
     bool const isNamed = name != nullptr && *name != '\0';

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Reads and writes scenes by the suffix of their file, and tells how far a read has come.
+/// Reads and writes scenes by the suffix of their file, and reports the progress of reads.
 
 #include <iosfwd>
 #include <string>
@@ -16,8 +16,8 @@
 
 namespace OSG
 {
-/// Made on first use, never destroyed. Reads of one thread may nest (a file type that reads
-/// another file); the handler belongs to one thread at a time.
+/// Made on first use and never destroyed. Reads may nest, where a file type reads another file.
+/// Only one thread at a time may use the handler.
 class OSG_FILEIO_API SceneFileHandlerBase
 {
   public:
@@ -26,53 +26,55 @@ class OSG_FILEIO_API SceneFileHandlerBase
     static SceneFileHandlerBase *the();
 
     // --- scenes ---
-    /// The scene of a file, found by the path handler; null, with a log line that says why, where
-    /// it gives none. While it is read its folder is on the search path, before the others.
+    /// Reads the scene of a file, which the path handler finds. Null, with a log line that says
+    /// why, where there is no scene. During the read the file's folder comes first on the search
+    /// path.
     TransitPtr<Node> read(char const *fileName,
                           SceneFileType::Resolver const &resolver = SceneFileType::Resolver());
-    /// The same from a stream; `suffix` names the type.
+    /// Reads a scene from a stream. `suffix` names the type.
     TransitPtr<Node> read(std::istream &in, char const *suffix,
                           SceneFileType::Resolver const &resolver = SceneFileType::Resolver());
-    /// Whether the last read gave a scene and went through its whole file: false where it gave
-    /// null, raised an exception, or ended early at something that it could not read. Reads within
-    /// a read count with it.
+    /// Whether the last read gave a scene and covered its whole file. False where it gave null,
+    /// raised an exception, left something out, or ended early at something unreadable. A read
+    /// within another one counts for both.
     bool wasLastReadComplete() const { return _lastReadComplete; }
-    /// False, with a log line, where no type writes the suffix or the file could not be written.
+    /// False, with a log line, where no type writes the suffix or the file cannot be written.
     bool write(Node *node, char const *fileName);
     bool write(Node *node, std::ostream &out, char const *suffix);
 
     // --- types ---
-    /// The type that serves a suffix and has all abilities of `flags`: among several, those that
-    /// override come first, then the higher priority, then the earlier one. Null for none; case
-    /// does not count.
+    /// The type for a suffix that has all abilities of `flags`. Types that override are preferred
+    /// to others, then those of a higher priority, then those registered earlier. The case of the
+    /// suffix does not matter. Null where there is none.
     SceneFileType *getFileType(char const *suffix,
                                UInt32 flags = IOFileTypeBase::ReadSupported) const;
-    /// All types in the order in which they became known.
+    /// All types in the order of their registration.
     std::vector<SceneFileType *> const &getFileTypes() const { return _types; }
     void addSceneFileType(SceneFileType *type);
 
     // --- search path ---
-    /// The handler's own unless a host set another; null where a host set none.
+    /// The handler's own path handler, or the one that a host has set, which may be null.
     virtual PathHandler *getPathHandler();
     /// Not owned; null is allowed.
     virtual void setPathHandler(PathHandler *handler);
 
-    // --- for readers, of the innermost read that is under way; without one, nothing happens ---
-    /// The read ends before its file does, or has left a part of it out.
+    // --- for readers; about the innermost read that is under way; without one, nothing happens ---
+    /// Notes that the read ends before its file does, or has left a part out.
     void setReadIncomplete();
-    /// Line in which the text stands that is being read, from 1; 0 where none is known.
+    /// The current line of the text that is being read, from 1. 0 where it is not known.
     UInt64 getReadLine() const { return _text != nullptr ? _text->lineNumber() : 0; }
 
     // --- progress of the innermost read that is under way; without one, nothing is reported ---
-    /// Called with each new percentage, 0 to 100, in ascending order.
+    /// `callback` is called with each new percentage, 0 to 100, in ascending order.
     void setReadProgressCallback(ProgressCallback const &callback);
-    /// Called by a reader once per element: cheap; looks at the stream's place now and then.
+    /// To be called by a reader once per element. It is cheap: the stream is asked for its position
+    /// only now and then.
     void updateReadProgress()
     {
         if(_innermost != nullptr && (++_elements & ElementsPerLook) == 0)
             lookAtStream();
     }
-    /// Reports `percent`, where it is more than was reported.
+    /// Reports `percent` if it is more than the last percentage.
     void updateReadProgress(UInt32 percent);
 
   protected:
@@ -98,8 +100,8 @@ class OSG_FILEIO_API SceneFileHandlerBase
     UInt32 _elements = 0;
 };
 
-/// Tells the scene file handler, while it lives, which text is being read, so that messages can say
-/// their line. They nest: a library that a scene file names is a text of its own.
+/// While it lives, tells the scene file handler which text is being read, so that messages can name
+/// the line. Objects nest: a material library that a scene file names is another text.
 class OSG_FILEIO_API ReadText
 {
   public:
@@ -109,9 +111,9 @@ class OSG_FILEIO_API ReadText
     ReadText &operator=(ReadText const &) = delete;
     ~ReadText();
 
-    /// Where `text` has failed before its end, one warning says so, with the line and the word that
-    /// ended it, and the read is not complete. `name` is what the message calls the file; null or
-    /// empty for none.
+    /// Where `text` has failed before its end, logs a warning with the line and the word, and notes
+    /// that the read is not complete. `name` is the name of the file in the message; it may be null
+    /// or empty.
     void reportEarlyEnd(char const *name) const;
 
   private:

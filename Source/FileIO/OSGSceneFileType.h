@@ -14,13 +14,13 @@ namespace OSG
 class FieldContainer;
 class Node;
 
-/// A format of scenes. Constructing one makes it known to the scene file handler, which does not
-/// own it; it lives as long as the process.
+/// A format of scenes. The constructor registers it with the scene file handler, which does not own
+/// it. The object lives as long as the process.
 class OSG_FILEIO_API SceneFileType : public IOFileTypeBase
 {
   public:
-    /// Resolves a container that a file names but does not hold: name, the container that refers to
-    /// it, a number of the format's own.
+    /// Finds a container that a file names but does not hold. The arguments are its name, the
+    /// container that refers to it, and a number whose meaning depends on the format.
     using Resolver =
         boost::function<FieldContainer *(std::string const &, FieldContainer const *, int)>;
 
@@ -28,7 +28,7 @@ class OSG_FILEIO_API SceneFileType : public IOFileTypeBase
     ~SceneFileType() override;
     char const *getName() const override = 0;
     std::list<std::string> &suffixList() override;
-    /// The scene that the stream holds from where it stands; null, with log lines, where it holds
+    /// Reads a scene from the current place of the stream. Null, with log lines, where there is
     /// none. `fileNameOrExtension` may be null.
     virtual TransitPtr<Node> read(std::istream &in, char const *fileNameOrExtension,
                                   Resolver resolver) const;
@@ -38,7 +38,7 @@ class OSG_FILEIO_API SceneFileType : public IOFileTypeBase
     virtual void terminate();
 
   protected:
-    /// As for IOFileTypeBase.
+    /// See the constructor of IOFileTypeBase.
     SceneFileType(char const *suffixes[], UInt16 sizeInBytes, bool override,
                   UInt32 overridePriority, UInt32 flags);
     SceneFileType(SceneFileType const &source);

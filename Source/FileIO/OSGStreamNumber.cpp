@@ -11,14 +11,17 @@ namespace OSG
 {
 namespace
 {
+// 10^22 is the largest power of ten that a double holds exactly: 5^22 has less than 53 bits.
 constexpr int ExactPowerLimit = 22;
-/// From 1e-22 to 1e22; the positive ones are exact.
+/// From 1e-22 to 1e22. The positive powers are exact, the negative ones are rounded.
 constexpr Real64 PowerOfTen[] = {1e-22, 1e-21, 1e-20, 1e-19, 1e-18, 1e-17, 1e-16, 1e-15, 1e-14,
                                  1e-13, 1e-12, 1e-11, 1e-10, 1e-9,  1e-8,  1e-7,  1e-6,  1e-5,
                                  1e-4,  1e-3,  1e-2,  1e-1,  1e0,   1e1,   1e2,   1e3,   1e4,
                                  1e5,   1e6,   1e7,   1e8,   1e9,   1e10,  1e11,  1e12,  1e13,
                                  1e14,  1e15,  1e16,  1e17,  1e18,  1e19,  1e20,  1e21,  1e22};
+// All integers up to this one are exact in a double.
 constexpr UInt64 ExactIntegerLimit = UInt64(1) << 53;
+// The mantissa of a short number fits into 64 bits. Its exponent is far from overflowing an int.
 constexpr std::ptrdiff_t ShortDigitLimit = 19;
 constexpr std::ptrdiff_t ShortExponentLimit = 4;
 
@@ -32,7 +35,8 @@ char const *scan_more_digits(char const *p, UInt64 &number)
     return p;
 }
 
-/// Appends the digits at `p` to the number, which wraps where it gets too long.
+/// Appends the digits at `p` to the number. The number wraps around where it has too many digits;
+/// the caller counts them.
 inline char const *scan_digits(char const *p, UInt64 &number)
 {
     DigitScan const scan = scan_eight_digits(p);
@@ -41,7 +45,7 @@ inline char const *scan_digits(char const *p, UInt64 &number)
     return scan.count < 8 ? p : scan_more_digits(p, number);
 }
 
-/// `p` stands behind the "e". Null where the exponent has no digit or too many of them.
+/// Reads an exponent; `p` stands behind the "e". Null where it has no digit or too many.
 char const *scan_exponent(char const *p, int &exponent)
 {
     bool const negative = *p == '-';
@@ -56,10 +60,13 @@ char const *scan_exponent(char const *p, int &exponent)
     return p;
 }
 
-/// Rounds `mantissa` times ten to the `exponent` by way of a double, where that is sure to be the
-/// same as rounding once. Integer and power are exact and the double is at most one and a half of
-/// its units off, with multiplication by an inexact reciprocal in place of the slow division; so a
-/// value farther than that from every midpoint of two floats is on the right side of all of them.
+/// The fast path of Clinger (How to Read Floating Point Numbers Accurately, 1990), adapted to
+/// floats. Computes `mantissa` * 10^`exponent` in double precision and rounds the double to a
+/// float, where this is sure to give the same result as rounding once. The integer is exact. A
+/// positive power is exact too; a negative one is a rounded reciprocal, which saves the slow
+/// division. So the double is off by at most one and a half units in its last place. If it is
+/// farther than that from every midpoint of two floats, it lies on the right side of all of them.
+/// False where it may not, or where the fast path does not apply.
 bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
 {
     if(mantissa == 0)
@@ -70,10 +77,12 @@ bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
     if(mantissa > ExactIntegerLimit || exponent < -ExactPowerLimit || exponent > ExactPowerLimit)
         return false;
     Real64 const wide = static_cast<Real64>(mantissa) * PowerOfTen[exponent + ExactPowerLimit];
-    constexpr UInt64 below_float = (UInt64(1) << 29) - 1;
-    constexpr UInt64 midpoint = UInt64(1) << 28;
-    constexpr UInt64 margin = 2;
-    if((std::bit_cast<UInt64>(wide) & below_float) - (midpoint - margin) <= 2 * margin)
+    // A double has 29 more bits of mantissa than a float. Halfway between two floats only the
+    // highest of these bits is set. The margin is above the error of one and a half units.
+    constexpr UInt64 BelowFloat = (UInt64(1) << 29) - 1;
+    constexpr UInt64 Midpoint = UInt64(1) << 28;
+    constexpr UInt64 Margin = 2;
+    if((std::bit_cast<UInt64>(wide) & BelowFloat) - (Midpoint - Margin) <= 2 * Margin)
         return false;
     value = static_cast<Real32>(wide);
     return true;
@@ -180,8 +189,8 @@ bool Real32Accumulator::finish(Real32 &value) const
     if(_digitCount == 0)
         return true;
 
-    // The value is 0.DIGITS times ten to this power; far outside of what a float holds is decided
-    // here, so that the text below stays short.
+    // The value is 0.DIGITS times 10^power. A power far outside the range of a float is decided
+    // here, so that the text below stays short. Floats end at about 1e-45 and 3e38.
     Int64 const power =
         _scale + (_exponentNegative ? -_exponent : _exponent) + static_cast<Int64>(_digitCount);
     if(power < -100)
@@ -200,7 +209,7 @@ bool Real32Accumulator::finish(Real32 &value) const
         *p++ = 'e';
         p = std::to_chars(p, text.data() + text.size(), power).ptr;
         std::errc const error = std::from_chars(text.data(), p, magnitude).ec;
-        // Out of range on the small side is zero.
+        // A magnitude that is too small gives zero and does not fail.
         fits = (error == std::errc() && std::isfinite(magnitude)) ||
                (error == std::errc::result_out_of_range && power < 0);
         if(error != std::errc())

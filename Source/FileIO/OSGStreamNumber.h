@@ -1,15 +1,15 @@
 #pragma once
 
 /// \file
-/// Numbers as formatted stream extraction reads them in the classic locale, without a stream.
+/// Reads floats as formatted stream extraction does in the classic locale, but without a stream.
 ///
-/// Which characters belong to a number is a matter of their form alone and is decided before the
-/// value is: an optional sign, digits with at most one point among them, and, after a digit, one
-/// "e" or "E" with an optional sign and digits. Words ("nan", "inf") and hexadecimal digits do not
-/// belong. What was taken is then a number only if it has a digit before the exponent, a digit in
-/// the exponent if there is one, and a value that a float can hold: "1e", "." and "1e400" are taken
-/// whole and fail. Values are rounded to nearest, ties to even; too small ones become denormal or
-/// zero of their sign and do not fail.
+/// The form alone decides which characters belong to a number: an optional sign, digits with at
+/// most one point among them, and, after a digit, one "e" or "E" with an optional sign and digits.
+/// Words ("nan", "inf") and hexadecimal digits do not belong to a number. All of these characters
+/// are taken. They make a number only if there is a digit before the exponent, a digit in the
+/// exponent if there is one, and a value that a float can hold: "1e", "." and "1e400" are taken
+/// whole and fail. Values are rounded to nearest, ties to even. A value that is too small becomes
+/// denormal or a zero with its sign, and does not fail.
 
 #include <array>
 
@@ -21,20 +21,21 @@ namespace OSG
 /// The white space of the classic locale.
 constexpr bool is_stream_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// Reads the usual short forms: up to 19 digits, an exponent of up to 4 digits. Returns the place
-/// behind the number, or null where it does not decide: no number, a failing one, one that reaches
-/// `end` (its next character is unknown), or one that wants exact arithmetic. `value` is set only
-/// with a result that is not null. `*end` must hold neither digit, point nor "e", and
-/// DigitScanReach bytes from there must be readable.
+/// Reads the usual short forms: up to 19 digits and an exponent of up to 4 digits. Returns the
+/// place behind the number. Null, with `value` unchanged, where Real32Accumulator has to decide:
+/// there is no number, the number fails, it reaches `end` (so that its next character is unknown),
+/// or it needs exact arithmetic. `*end` must not be a digit, a point or "e", and DigitScanReach
+/// bytes from there must be readable.
 OSG_FILEIO_API char const *scan_short_real32(char const *begin, char const *end, Real32 &value);
 
-/// Takes a number of any length character by character; memory does not grow with the length.
+/// Takes a number of any length, one character after the other. Memory does not grow with the
+/// length.
 class OSG_FILEIO_API Real32Accumulator
 {
   public:
-    /// Whether `c` belongs to the number after what was taken so far; takes it if so.
+    /// Takes `c` and returns true if it belongs to the number.
     bool accept(char c);
-    /// The number that the characters make. False if they make none, then `value` is 0.
+    /// Computes the number. If the characters make no number, the result is false and `value` is 0.
     bool finish(Real32 &value) const;
 
   private:
@@ -45,8 +46,8 @@ class OSG_FILEIO_API Real32Accumulator
         ExponentStart,
         Exponent
     };
-    /// No midpoint between two floats has more significant digits than this; of the digits behind
-    /// them it only matters whether one is not zero.
+    /// A midpoint between two floats has at most 113 significant digits. Of the digits beyond this
+    /// limit it only matters whether one is not zero.
     static constexpr std::size_t _digitLimit = 120;
 
     void takeDigit(char digit);
@@ -59,8 +60,8 @@ class OSG_FILEIO_API Real32Accumulator
     bool _hasExponentDigit = false;
     bool _restIsNotZero = false;
     std::size_t _digitCount = 0;
-    Int64 _scale = 0;    ///< power of ten that the kept digits, read as an integer, stand at
-    Int64 _exponent = 0; ///< as written, without its sign; stops growing far beyond any float
+    Int64 _scale = 0;    ///< value = kept digits as an integer * 10^_scale
+    Int64 _exponent = 0; ///< without its sign; stops growing far beyond any float
     std::array<char, _digitLimit> _digits;
 };
 } // namespace OSG

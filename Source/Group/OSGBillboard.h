@@ -5,13 +5,13 @@
 
 namespace OSG
 {
-/// Turns its subtree towards the viewer, whom rendering knows.
+/// Turns its subtree towards the viewer. Its matrix is known only while the scene is rendered.
 class OSG_GROUP_API Billboard : public BillboardBase, public RenderedMatrix
 {
   public:
     static constexpr Replaced Replaces = Replaced::InitMethod;
 
-    /// Multiplies the matrix that rendering keeps.
+    /// Multiplies `matrix` by the matrix of the last rendering.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;
 

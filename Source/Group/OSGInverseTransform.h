@@ -5,13 +5,13 @@
 
 namespace OSG
 {
-/// Undoes the transforms above it. What it undoes is known when it is rendered.
+/// Undoes the transforms above it. Its matrix is known only while the scene is rendered.
 class OSG_GROUP_API InverseTransform : public InverseTransformBase, public RenderedMatrix
 {
   public:
     static constexpr Replaced Replaces = Replaced::InitMethod;
 
-    /// Multiplies the matrix that rendering keeps.
+    /// Multiplies `matrix` by the matrix of the last rendering.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;
 

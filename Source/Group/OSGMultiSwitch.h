@@ -4,11 +4,11 @@
 
 namespace OSG
 {
-/// Shows the children that its choices name. The choices are kept ascending by the host.
+/// Shows the children that its choices name. The host keeps the choices in ascending order.
 class OSG_GROUP_API MultiSwitch : public MultiSwitchBase
 {
   public:
-    // --- values of the mode; any other shows all children ---
+    // --- values of the mode; any other value shows all children ---
     static constexpr Int32 ShowChoices = -1;
     static constexpr Int32 ShowNone = -2;
     static constexpr Int32 ShowAll = -3;

@@ -4,8 +4,8 @@
 
 namespace OSG
 {
-/// The matrix of a core whose effect depends on the viewer. Rendering keeps it; it is the identity
-/// until the core has been rendered once.
+/// The matrix of a core that depends on the viewer. Rendering sets the matrix. Before the first
+/// rendering it is the identity.
 class RenderedMatrix
 {
   public:

@@ -4,8 +4,8 @@
 
 namespace OSG
 {
-/// Shows one child: `choice` is its index, or one of the values below. Traversals other than
-/// rendering walk all children.
+/// Shows one child. `choice` is the index of the child or one of the values below. Only rendering
+/// looks at the choice. Other traversals walk all children.
 class OSG_GROUP_API Switch : public SwitchBase
 {
   public:

@@ -4,15 +4,16 @@
 
 namespace OSG
 {
-/// Moves its subtree by a matrix, column vectors from the right: parent = matrix * child.
+/// Transforms its subtree by a matrix. Points are column vectors: point in the parent's space =
+/// matrix * point in the children's space.
 class OSG_GROUP_API Transform : public TransformBase
 {
   public:
     static constexpr Replaced Replaces = Replaced::InitMethod;
 
-    /// Multiplies the matrix from the right.
+    /// Multiplies `matrix` by the core's matrix from the right.
     void accumulateMatrix(Matrix &matrix) override;
-    /// Carries the box of the children into the parent's space.
+    /// Transforms the box of the children into the parent's space.
     void adjustVolume(Volume &volume) override;
     void changed(BitVector whichField, UInt32 origin, BitVector details) override;
 

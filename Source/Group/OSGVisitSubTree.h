@@ -4,15 +4,16 @@
 
 namespace OSG
 {
-/// Stands for another subtree, walked in place of the children of its nodes. The other tree is
-/// counted; cycles are ended by the traversals. Once the commit after setSubTreeRoot() has been
-/// made, edits of the other tree make the boxes of the nodes here out of date as well.
+/// Shows another tree, which is walked in place of the children of the core's nodes. The core holds
+/// a reference to the root of that tree. Traversals end cycles. From the commit after
+/// setSubTreeRoot() on, an edit of the other tree also marks the volumes of the core's nodes as out
+/// of date.
 class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
 {
   public:
     static constexpr Replaced Replaces = Replaced::InitMethod;
 
-    /// The box of the other subtree in place of the children's.
+    /// Sets the box of the other tree.
     void adjustVolume(Volume &volume) override;
     void changed(BitVector whichField, UInt32 origin, BitVector details) override;
     Node *getOtherTree() const override { return getSubTreeRoot(); }
@@ -32,6 +33,6 @@ class OSG_GROUP_API VisitSubTree : public VisitSubTreeBase
   private:
     void watch(Node *root);
 
-    Node *_watched = nullptr; // the root that has this among its viewers; it may have ended
+    Node *_watched = nullptr; // the root that has this as a viewer; it may be dead
 };
 } // namespace OSG

@@ -30,7 +30,8 @@ bool ChunkMaterial::addChunk(StateChunk *chunk, Int32 slot)
     else if(find(chunk->getType(), slot) != nullptr)
         return false;
     markEdited(ChunksFieldMask | SlotsFieldMask);
-    // A chunk is never without its slot.
+    // The slot goes in first, and out again where the chunk fails, so that a chunk always has a
+    // slot.
     _mfSlots.push_back(slot);
     try
     {

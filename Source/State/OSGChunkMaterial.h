@@ -10,12 +10,13 @@ class OSG_STATE_API ChunkMaterial : public ChunkMaterialBase
   public:
     static constexpr Int32 AutoSlot = -1;
 
-    /// Adds a chunk. A slot that another chunk of the same type has is refused; AutoSlot takes the
-    /// first free one. False for null and for a refused chunk.
+    /// Adds a chunk in `slot`; AutoSlot takes the first free slot. Returns false, and adds nothing,
+    /// for null and where another chunk of the same type has the slot.
     bool addChunk(StateChunk *chunk, Int32 slot = AutoSlot);
-    /// Takes it out; false where it is not in there.
+    /// Removes a chunk. False where the material does not have it.
     bool subChunk(StateChunk *chunk);
-    /// The chunk of exactly that type in that slot, in any for AutoSlot; null where there is none.
+    /// The chunk of exactly that type in that slot. AutoSlot finds it in any slot. Null where there
+    /// is none.
     StateChunk *find(FieldContainerType const &type, Int32 slot = AutoSlot) const;
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
 

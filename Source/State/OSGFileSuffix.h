@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Choice of a file type by suffix, for images and scenes alike.
+/// Chooses a file type by suffix, for images and scenes.
 
 #include <algorithm>
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace OSG
 {
-/// Of the characters A to Z, whatever the host's locale.
+/// Converts A to Z to lower case. The host's locale does not matter.
 inline std::string lower_case(std::string text)
 {
     for(char &c : text)
@@ -21,7 +21,8 @@ inline std::string lower_case(std::string text)
     return text;
 }
 
-/// What stands behind the last dot of the last path element, in lower case; empty for none.
+/// The text after the last dot of the last path element, in lower case. Empty where there is no
+/// dot.
 inline std::string file_suffix(std::string const &fileName)
 {
     std::size_t const element = fileName.find_last_of("/\\");
@@ -31,8 +32,9 @@ inline std::string file_suffix(std::string const &fileName)
     return lower_case(fileName.substr(dot + 1));
 }
 
-/// The type that serves `suffix`: those that override come before those that don't, then the higher
-/// override priority, then the earlier registration. Null for none. Case does not count.
+/// The type for `suffix`, whose case does not matter. Types that override are preferred to others,
+/// then those of a higher override priority, then those registered earlier. Null where there is
+/// none.
 template <class Types>
 auto find_file_type(Types const &types, std::string const &suffix) -> typename Types::value_type
 {

@@ -8,20 +8,20 @@ namespace OSG
 class OSG_STATE_API Image : public ImageBase
 {
   public:
-    /// Replaces the picture. `data` holds width * height * channels bytes, the bottom row first;
-    /// null fills with zero. False, and nothing changed, for no pixels or other than 1 to 4
-    /// channels.
+    /// Replaces the picture. `data` holds width * height * channels bytes, the bottom row first.
+    /// Null fills the picture with zeros. Returns false and changes nothing where there is no
+    /// pixel, or where the number of channels is not 1 to 4.
     bool set(UInt32 width, UInt32 height, UInt32 channels, UInt8 const *data);
     bool hasAlpha() const { return getChannels() == 2 || getChannels() == 4; }
 
-    /// True where every alpha value is 0 or 255; false for a picture without alpha.
+    /// True where every alpha value is 0 or 255. False for a picture without alpha.
     bool calcIsAlphaBinary() const;
 
-    // --- files; the type is chosen by the suffix ---
-    /// Replaces the picture and its name. False, and nothing changed, where the file gives no
-    /// picture.
+    // --- files; the suffix chooses the type ---
+    /// Replaces the picture and its name. Returns false and changes nothing where the file holds no
+    /// picture that can be read.
     bool read(char const *fileName);
-    /// False where no type writes the suffix, or the file could not be written.
+    /// False where no type writes the suffix or the file cannot be written.
     bool write(char const *fileName) const;
 
   protected:

@@ -20,13 +20,13 @@ class OSG_STATE_API ImageFileHandlerBase
   public:
     static ImageFileHandlerBase *the();
 
-    /// The picture of a file, named by the full path; null where it gives none. Without a type hint
-    /// (a suffix) the file's own suffix chooses the type, and where that fails each known type is
-    /// tried in turn: names lie.
+    /// Reads the picture of a file and names it by the full path. Null where no picture can be
+    /// read. `typeHint` is the suffix of the type. Without it the suffix of the file chooses the
+    /// type. Where this type fails, all types are tried in turn, because suffixes may be wrong.
     virtual TransitPtr<Image> read(char const *fileName, char const *typeHint = nullptr);
     virtual bool write(Image const &image, char const *fileName, char const *typeHint = nullptr);
 
-    /// Null where no type has the suffix; case does not count.
+    /// The type of a suffix, whose case does not matter. Null where there is none.
     ImageFileType *getFileType(char const *suffix) const;
     void addImageFileType(ImageFileType *type);
 

@@ -11,18 +11,18 @@ namespace OSG
 {
 class Image;
 
-/// A format of pictures. Constructing one makes it known to the image file handler; it lives as
-/// long as the process.
+/// A format of pictures. The constructor registers it with the image file handler. The object lives
+/// as long as the process.
 class OSG_STATE_API ImageFileType : public IOFileTypeBase
 {
   public:
-    /// Null where the stream holds no picture of the format. What a header claims is checked
-    /// against the bytes that are there before memory is taken for it.
+    /// Reads a picture. Null where the stream holds none of this format. The sizes in a header are
+    /// checked against the bytes of the stream before memory is allocated for them.
     virtual TransitPtr<Image> read(std::istream &in) const = 0;
     virtual bool write(Image const &image, std::ostream &out) const = 0;
 
   protected:
-    /// As for IOFileTypeBase.
+    /// See the constructor of IOFileTypeBase.
     ImageFileType(char const **suffixes, UInt16 suffixBytes, bool overrides,
                   UInt32 overridePriority, UInt32 flags);
     ~ImageFileType() override;

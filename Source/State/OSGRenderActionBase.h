@@ -5,7 +5,7 @@
 
 namespace OSG
 {
-/// Base of the traversals that draw: what a view hands its scene to.
+/// Base of the actions that draw a scene. A view applies one to its scene.
 class OSG_STATE_API RenderActionBase : public Action
 {
   protected:

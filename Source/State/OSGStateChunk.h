@@ -4,11 +4,11 @@
 
 namespace OSG
 {
-/// A part of the state that geometry is drawn with.
+/// A part of the graphics state in which geometry is drawn.
 class OSG_STATE_API StateChunk : public StateChunkBase
 {
   public:
-    /// Adds this to the chunks of a material, in the first free slot.
+    /// Where `parent` is a ChunkMaterial, adds this to its chunks in the first free slot.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 
   protected:

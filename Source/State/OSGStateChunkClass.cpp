@@ -9,7 +9,8 @@ namespace OSG
 {
 namespace
 {
-std::atomic<UInt32> slots_of_all{0}; // constant-initialised: classes of any library are static
+std::atomic<UInt32> slots_of_all{
+    0}; // constant-initialised, because chunk classes are static objects of any library
 } // namespace
 
 StateChunkClass::StateChunkClass(char const *name, UInt32 numSlots, UInt32 priority)

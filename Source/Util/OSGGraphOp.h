@@ -3,22 +3,22 @@
 /// \file
 /// Operations that rewrite a subtree, addressed by name.
 ///
-/// An operation of a host's own derives from GraphOp and has
+/// A host's own operation derives from GraphOp and overrides
 ///
 ///   clone         a fresh operation, as its `create` makes it
 ///   setParams     reads a GraphOpParamSet and warns about the words that it does not know
 ///   usage         a text for people
-///   traverseEnter before the children of a node: Skip passes over what is below it
-///   traverseLeave after them: the place to edit the node's children, which are done by then
+///   traverseEnter called before the children of a node; Skip leaves out what is below it
+///   traverseLeave called after the children; here the node's child list may be edited
 ///
-/// It becomes known by GraphOpFactoryBase::registerOp with a prototype; a StaticInitFuncWrapper
-/// does that when the system starts.
+/// The host registers a prototype by GraphOpFactoryBase::registerOp, from a StaticInitFuncWrapper,
+/// which runs when the system starts.
 ///
-/// `traverse` walks the children that a node has at the moment, without recursion: chains of any
-/// depth are good. A function may take away, add and reorder the children of the node that it was
-/// called with from traverseLeave, and give nodes below it other parents. It leaves the nodes above
-/// that one alone: they are being walked, and they are not counted meanwhile. The tree that a
-/// VisitSubTree shows is not walked.
+/// `traverse` walks without recursion, so the tree may have any depth. It reads the child lists
+/// while it walks. traverseLeave may remove, add and reorder the children of the node that it was
+/// called with, and may give nodes below it other parents. It must not edit the nodes above: they
+/// are being walked, and the walk holds no references to them. The tree that a VisitSubTree shows
+/// is not walked.
 
 #include <string>
 
@@ -29,7 +29,8 @@
 
 namespace OSG
 {
-/// Edits happen in place, on the thread and aspect of the caller, who commits the changes.
+/// An operation edits in place, in the aspect of the calling thread. The caller commits the
+/// changes.
 class OSG_UTIL_API GraphOp : public MemoryObject
 {
   public:
@@ -37,27 +38,27 @@ class OSG_UTIL_API GraphOp : public MemoryObject
     using ParamSet = GraphOpParamSet;
 
     // --- virtual operations, in slot order ---
-    /// A fresh operation of the class: neither parameters nor lists are copied.
+    /// A new operation of the same class. Parameters and lists are not copied.
     virtual TransitPtr<GraphOp> clone() = 0;
-    /// Sets what `params` names, see GraphOpParamSet. Words that the operation does not know give
-    /// one warning; the others count.
+    /// Sets the parameters that `params` names, see GraphOpParamSet. Words that the operation does
+    /// not know are named in one warning; the other words are used.
     virtual void setParams(std::string params) = 0;
-    /// What the operation does and which parameters it has.
+    /// A text for people: what the operation does, and its parameters.
     virtual std::string usage() = 0;
-    /// Runs the operation over `root` and what is below it. False where it did not go through; what
-    /// was edited by then stays. GraphOp's own walk goes through always, unless `root` is null.
+    /// Runs the operation on `root` and everything below it. False where it was not completed;
+    /// earlier edits remain. The walk of GraphOp itself fails only for a null `root`.
     virtual bool traverse(Node *root);
-    /// Called before the children of a node; Skip walks neither the children nor calls
-    /// traverseLeave. Continue unless a class says otherwise.
+    /// Called before the children of a node. On Skip the children are not walked and traverseLeave
+    /// is not called. GraphOp returns Continue.
     virtual ResultE traverseEnter(Node *node);
-    /// Called after the children with what traverseEnter has returned. What it returns has no
-    /// effect on the walk.
+    /// Called after the children, with the result of traverseEnter. The result does not affect the
+    /// walk.
     virtual ResultE traverseLeave(Node *node, ResultE result);
 
     std::string const &getName() const { return _name; }
 
-    // --- nodes that the caller wants to be left alone; they have to outlive their use here ---
-    /// What the lists mean is up to each operation.
+    // --- nodes that the operation shall spare; not counted, they must outlive their use here ---
+    /// Each operation documents what its lists mean.
     void addToExcludeList(Node *node) { _excludeList.add(node); }
     void addToPreserveList(Node *node) { _preserveList.add(node); }
     bool isInExcludeList(Node const *node) const { return _excludeList.contains(node); }
@@ -67,16 +68,16 @@ class OSG_UTIL_API GraphOp : public MemoryObject
 
   protected:
     explicit GraphOp(char const *name);
-    /// Copies name and lists.
+    /// Copies the name and the lists.
     GraphOp(GraphOp const &source);
     ~GraphOp() override;
 
-    /// The node that `traverse` was called with, while it walks; null otherwise. An operation that
-    /// knows that the node above will be handled too may leave work to it.
+    /// The node that `traverse` was called with, while it walks; null otherwise. Nodes below it can
+    /// be sure that their parent is handled after them, and may leave work to the parent.
     Node const *getWalkedRoot() const { return _walkedRoot; }
 
-    /// Warns that the operation does not have the parameters that are left in `params`, if any are:
-    /// "CLASS doesn't have parameters 'WORDS'" and `ending`.
+    /// Warns where words of `params` were not used: "CLASS doesn't have parameters 'WORDS'",
+    /// followed by `ending`.
     static void warnUnused(ParamSet const &params, char const *classname,
                            char const *ending = ".\n");
 

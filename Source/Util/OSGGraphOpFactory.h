@@ -7,8 +7,8 @@
 
 namespace OSG
 {
-/// All graph operations by name. Made on first use, never destroyed; it belongs to one thread at a
-/// time. The prototypes are released when the system ends.
+/// All graph operations by name. The factory is made on first use and never destroyed. Only one
+/// thread at a time may use it. The prototypes are released when the system ends.
 class OSG_UTIL_API GraphOpFactoryBase
 {
   public:
@@ -16,13 +16,12 @@ class OSG_UTIL_API GraphOpFactoryBase
 
     static GraphOpFactoryBase *the();
 
-    /// Takes a reference on `prototype`, whose name is what the operation is found by. A later one
-    /// of the same name takes the place of the earlier. Null does nothing.
+    /// Registers `prototype` under its name and holds a reference to it. It replaces an earlier
+    /// prototype of the same name. Null does nothing.
     void registerOp(GraphOp *prototype);
-    /// A fresh operation, which the prototype of that name has cloned; null for a name that none
-    /// has, and for none.
+    /// A new operation, cloned from the prototype of that name. Null for an unknown or null name.
     TransitPtr<GraphOp> create(char const *name) const;
-    /// In the order in which their names became known.
+    /// The prototypes in the order in which their names were first registered.
     Prototypes const &getPrototypes() const { return _prototypes; }
 
   private:

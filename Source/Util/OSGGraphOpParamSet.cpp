@@ -18,7 +18,7 @@ std::optional<bool> truth_of(std::string_view value)
     return std::nullopt;
 }
 
-// What `word` gives to `key`; nothing where it names another key or its value is none.
+// The value that `word` gives to `key`. Nothing where it names another key or has no valid value.
 std::optional<bool> value_for(std::string_view key, std::string_view word)
 {
     if(word.substr(0, key.size()) != key)

@@ -7,11 +7,11 @@
 
 namespace OSG
 {
-/// The parameters of a graph operation, out of one string, which may hold anything.
+/// The parameters of a graph operation, parsed from a string.
 ///
-/// The string is words with blanks or commas between them. A word is `key=value`, where a value is
-/// true, false, 1 or 0, or a key alone, which stands for `key=true`. An operation asks for the keys
-/// that it knows; the words that nobody asked for, or whose value is none, remain.
+/// The string holds words, separated by blanks or commas. A word is `key=value`, where the value is
+/// true, false, 1 or 0, or a key alone, which means `key=true`. An operation asks for the keys that
+/// it knows. Words with unknown keys or invalid values remain unused. Any string is allowed.
 class OSG_UTIL_API GraphOpParamSet
 {
   public:
@@ -20,11 +20,11 @@ class OSG_UTIL_API GraphOpParamSet
     GraphOpParamSet &operator=(GraphOpParamSet const &) = default;
     ~GraphOpParamSet();
 
-    /// Writes the value of `key` where the key occurs with one, and tells whether it does; of
-    /// several the last one counts, and all of them are used.
+    /// Sets `value` and returns true where `key` occurs with a valid value. Where it occurs several
+    /// times, the last value counts and all of these words are used.
     bool operator()(char const *key, bool &value);
-    /// The words that were not used, as written and in their order, a blank between two; empty
-    /// where all were used.
+    /// The words that were not used, in their order, separated by single blanks. Empty where all
+    /// were used.
     std::string getUnusedParams() const;
 
   private:

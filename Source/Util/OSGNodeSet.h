@@ -10,9 +10,8 @@ namespace OSG
 {
 class Node;
 
-/// A list of nodes, each in it once, in the order in which they came; to ask whether a node is in
-/// it takes the same time however long it is. Nodes are not counted: whoever puts them in keeps
-/// them.
+/// A list of distinct nodes in the order in which they were added. contains() takes constant time.
+/// Nodes are not counted: the caller keeps them alive.
 class OSG_UTIL_API NodeSet
 {
   public:
@@ -25,7 +24,7 @@ class OSG_UTIL_API NodeSet
     NodeSet &operator=(NodeSet &&) noexcept;
     ~NodeSet();
 
-    /// Null and nodes that are in it already are passed over.
+    /// Adds a node. Null and nodes that are in the list already are ignored.
     void add(Node *node);
     void clear();
     void swap(NodeSet &other) noexcept;

@@ -224,7 +224,7 @@ TEST(BoxVolume, FrustumTestKnowsEmptyInfiniteAndTheDefaultFrustum)
 
 TEST(BoxVolume, InfiniteBoundsAreCulledByTheirFiniteCornersOnly)
 {
-    // The plane z >= 0 does not look at x: 0 times infinity must not drop the box.
+    // The normal of the plane z >= 0 has x = 0. The product 0 times infinity must not cull the box.
     Plane const up(Vec3f(0, 0, 1), Pnt3f());
     FrustumVolume const frustum(up, up, up, up, up, up);
     EXPECT_TRUE(BoxVolume(Pnt3f(0, 0, 0), Pnt3f(Infinity, 1, 1)).intersect(frustum));

@@ -13,7 +13,7 @@ using OSG::Test::LogCapture;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Runs the log into a string stream while it lives.
+/// Sends the log to a string stream while it lives.
 class StreamedLog
 {
   public:

@@ -10,7 +10,7 @@ namespace
 {
 using namespace OSG;
 
-/// Lifts the limit again, whatever the test does.
+/// Removes the limit at the end of the test.
 struct LimitGuard
 {
     ~LimitGuard() { set_mem_limit(0); }

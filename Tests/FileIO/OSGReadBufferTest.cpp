@@ -35,7 +35,7 @@ struct Outcome
 
 std::string bits_of(Real32 value) { return std::to_string(std::bit_cast<UInt32>(value)); }
 
-/// The operation on a stream; what failed reads as nothing or as 0.
+/// Does the operation on a stream. A failed operation gives an empty text or 0.
 Outcome run(std::istream &in, Operation operation)
 {
     Outcome outcome;
@@ -135,7 +135,8 @@ std::string random_text(std::mt19937 &random)
     return text;
 }
 
-/// Plays the same operations on both and compares every result, then what the stream is left as.
+/// Does the same operations with both and compares every result, and the final state of the
+/// streams.
 void compare_play(std::string const &text, PieceBuffer::Habits habits, std::size_t blockSize,
                   std::vector<Operation> const &operations)
 {

@@ -55,7 +55,7 @@ class NamedType : public SceneFileType
 
     mutable std::string lastName;
     mutable bool lastHadResolver = false;
-    Act act; ///< what reading does besides
+    Act act; ///< called during the read
 
   private:
     char const *_name;
@@ -107,7 +107,7 @@ struct Percents
     ~Percents() { handler().setReadProgressCallback({}); }
 };
 
-/// As many elements as a look at the stream takes.
+/// The number of elements after which the handler asks the stream for its place.
 void read_elements()
 {
     for(int i = 0; i < 4096; ++i)

@@ -23,7 +23,7 @@ struct Reading
     std::size_t taken; ///< characters
 };
 
-/// What a stream in the classic locale makes of the text, which goes on behind the number.
+/// What a stream in the classic locale reads from the text, which continues behind the number.
 Reading extracted(std::string const &text)
 {
     std::istringstream in(text + "$");
@@ -223,7 +223,8 @@ TEST(StreamNumber, DecimalsAtTheMiddleOfTwoFloatsAreRoundedOnce)
 
 TEST(StreamNumber, ShortDecimalsNextToTheMiddleOfTwoFloatsAreRoundedOnce)
 {
-    // As near as 16 digits come to a middle, where a double that is a unit off would be seen.
+    // Numbers of 16 digits as close as possible to the middle of two floats. An error of one unit
+    // in the double would show.
     std::mt19937 random(5);
     for(int round = 0; round < 200000; ++round)
     {

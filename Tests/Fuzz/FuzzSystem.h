@@ -13,7 +13,7 @@
 
 namespace OSG::Test
 {
-/// Ends the program, which makes the input a find, unless `fault` is empty.
+/// Ends the program if `fault` is not empty. The fuzzer then reports the input.
 inline void expect_no_fault(std::string const &fault)
 {
     if(fault.empty())
@@ -22,8 +22,8 @@ inline void expect_no_fault(std::string const &fault)
     std::abort();
 }
 
-/// Holds an input to its bounds: what it takes from the allocator meanwhile, and that no container
-/// is left at the end of its life.
+/// Checks the bounds for one input: the memory that it takes meanwhile, and that no container is
+/// left at the end.
 class FuzzBounds
 {
   public:

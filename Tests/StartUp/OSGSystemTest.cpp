@@ -21,7 +21,7 @@ namespace OSG
 {
 namespace
 {
-/// Ends the process with 0 where all that `expect` was told is true.
+/// Ends the process with 0 if all calls of `expect` were true.
 class Verdict
 {
   public:
@@ -96,8 +96,8 @@ TEST(System, AnotherThreadMayStartAndEndIt)
     });
 }
 
-/// Starts the system in a process of its own with `blocks` blocks of memory. 0: it is up; 1: it was
-/// taken down again, and nothing is left; anything else: neither.
+/// Starts the system in a separate process with `blocks` blocks of memory. The result is 0 if the
+/// system started, 1 if it was shut down again and nothing is left, and another number otherwise.
 int start_with(UInt64 blocks)
 {
     pid_t const child = fork();

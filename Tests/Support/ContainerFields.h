@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// Containers seen by their field descriptions alone: filling all fields of any container, and
-/// comparing what two of them hold.
+/// Fills all fields of any container and compares two containers, by their field descriptions
+/// alone.
 
 #include <gtest/gtest.h>
 #include <map>
@@ -33,7 +33,7 @@ inline std::vector<FieldContainerType *> concrete_types()
     return types;
 }
 
-/// The fields of a type, its parents' before its own.
+/// The fields of a type. Those of its parents come first.
 inline FieldList fields_of(FieldContainerType const &type) { return type.getFieldDescs(); }
 
 inline BitVector all_fields_mask(FieldContainerType const &type)
@@ -56,7 +56,7 @@ inline bool is_counted(FieldDescriptionBase const &field)
 {
     return field.getFieldType().getClass() == FieldClass::Pointer;
 }
-/// A field whose entries have the owner as their one parent.
+/// True for a field whose entries have the owner as their only parent.
 inline bool is_child_field(FieldDescriptionBase const &field, FieldContainer const &owner)
 {
     return owner.getField(field.getFieldId())->isChildField();
@@ -128,7 +128,7 @@ inline FieldValue value_of(FieldContainer const &container, FieldDescriptionBase
 
 using ContainerValues = std::map<std::string, FieldValue>;
 
-/// What all fields hold, by their names.
+/// The contents of all fields by name.
 inline ContainerValues values_of(FieldContainer const &container)
 {
     ContainerValues values;

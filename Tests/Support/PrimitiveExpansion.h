@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// The slow obvious way from primitives to triangles and lines: every primitive is written out as
-/// OpenGL defines it, then what names something that is not there is dropped.
+/// A slow, obvious expansion of primitives to triangles and lines. Every primitive is expanded as
+/// OpenGL defines it. Triangles and lines with missing vertices are then dropped.
 
 #include <algorithm>
 #include <array>
@@ -71,7 +71,7 @@ inline PartList<2> lines_of(UInt32 type, UInt32 n)
     return result;
 }
 
-/// The element of an array of `size` that a vertex takes; `size` where there is none.
+/// The array element of a vertex; `size`, the size of the array, if there is none.
 inline UInt32 element_of(UInt32 vertex, std::vector<UInt32> const &index, UInt32 size)
 {
     if(!index.empty())

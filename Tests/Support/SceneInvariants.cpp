@@ -7,7 +7,7 @@ namespace OSG::Test
 {
 namespace
 {
-// Reads memory that a wrong index would take out of its array, where a sanitizer sees it.
+// Reads the value, so that a sanitizer finds an index beyond the array.
 void touch(Pnt3f const &point, Vec3f const &vector)
 {
     [[maybe_unused]] static volatile Real32 sink;

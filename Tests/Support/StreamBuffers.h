@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// Stream buffers with the habits that a host's streams may have: no buffer of their own, short
-/// pieces, no way back, an exception in the middle, endless text.
+/// Stream buffers as a host's streams may have them: without a get area, with short pieces, without
+/// seeking, with an exception in the middle, with endless text.
 
 #include <stdexcept>
 #include <streambuf>
@@ -26,7 +26,7 @@ class PieceBuffer : public std::streambuf
     struct Habits
     {
         std::size_t piece = 16;      ///< characters per piece; 0 for a buffer without get area
-        bool seekable = true;        ///< relative seeking only, as giving back needs it
+        bool seekable = true;        ///< relative seeking, which giving back needs
         std::size_t throwAt = never; ///< reading this character raises an exception
     };
 
@@ -36,7 +36,7 @@ class PieceBuffer : public std::streambuf
     {
     }
 
-    /// What was not read yet.
+    /// The text that has not been read yet.
     std::string rest() const { return _text.substr(position()); }
 
   protected:

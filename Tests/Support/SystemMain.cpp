@@ -1,4 +1,4 @@
-// Brings the scene graph up around the tests of a program.
+// Starts the scene graph before the tests of a program and shuts it down after them.
 
 #include "TestMain.h"
 

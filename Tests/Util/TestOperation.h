@@ -6,7 +6,7 @@
 
 namespace OSG::Test
 {
-/// An operation as a host would write it; what it does is given by the test.
+/// An operation as a host would write it. The test supplies what it does.
 class TestOperation : public GraphOp
 {
   public:

@@ -167,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(Projections, AnyCamera,
                          [](auto const &suite)
                          { return suite.index == 0 ? "Perspective" : "Orthographic"; });
 
-// --- held against plain trigonometry ---
+// --- compared with plain trigonometry ---
 
 TEST(PerspectiveCamera, RayLeavesTheEyeAtTheAngleOfThePixel)
 {

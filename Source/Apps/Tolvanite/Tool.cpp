@@ -14,8 +14,8 @@ namespace Tool
 {
 namespace
 {
-// The words behind the program's name, last first, as the parser takes them. A number such as -.5
-// would pass for an option with the name of a dot.
+// The words after the program's name, the last one first, as the parser takes them. The parser
+// would take a number such as -.5 for an option, so such numbers get a zero.
 std::vector<std::string> words_of(int argc, char const *const *argv)
 {
     std::vector<std::string> words(argv + 1, argv + argc);
@@ -26,14 +26,14 @@ std::vector<std::string> words_of(int argc, char const *const *argv)
     return words;
 }
 
-// CLI11 may say more than one line; people are told the first.
+// A message of CLI11 may have several lines. Only the first is shown.
 int misused(std::string const &message, Streams streams)
 {
     complain(streams, message.substr(0, message.find('\n')));
     return Misused;
 }
 
-// `tolvanite` alone, `tolvanite help` and `tolvanite help COMMAND`.
+// Handles `tolvanite` alone, `tolvanite help` and `tolvanite help COMMAND`.
 int print_help(CLI::App const &program, char const *command, Streams streams)
 {
     auto const commands = program.get_subcommands([](CLI::App const *) { return true; });

@@ -9,24 +9,24 @@ namespace Tool
 enum Status : int
 {
     Success = 0,
-    Failed = 1, ///< the work could not be done: no scene in the file, no memory
-    Misused = 2 ///< the command line is wrong: one line has said why
+    Failed = 1, ///< the command failed: no scene in the file, no memory
+    Misused = 2 ///< the command line is wrong; a line has said why
 };
 
 class LogLines;
 
-/// Where a command writes: results, and everything else.
+/// Where a command writes its results and its messages.
 struct Streams
 {
     std::ostream &out;
     std::ostream &err;
-    LogLines *log = nullptr; ///< what the log has to say, while a command runs
+    LogLines *log = nullptr; ///< shows the log while a command runs
 };
 
-/// Writes `text` behind the program's name as one line of standard error, behind what the log had
-/// to say before. Control characters, as a file's name may have them, stand as \xNN.
+/// Writes the program's name and `text` as one line to standard error, after the lines of the log.
+/// Control characters, which a file's name may have, are shown as \xNN.
 void complain(Streams streams, std::string const &text);
 
-/// Runs one command line, the program's name first. The scene graph has to be up.
+/// Runs one command line, which begins with the program's name. startUp() must have been called.
 int run_tool(int argc, char const *const *argv, Streams streams);
 } // namespace Tool

@@ -11,11 +11,12 @@ namespace
 int run(int argc, char **argv)
 {
     std::ios::sync_with_stdio(false);
-    // A file that grows too large fails as a full disk does, with its reason.
+    // With this signal ignored, a file that exceeds the size limit gives an error, like a full
+    // disk, instead of ending the program.
     std::signal(SIGXFSZ, SIG_IGN);
     OSG::startUp();
     int status = Tool::run_tool(argc, argv, {std::cout, std::cerr});
-    // A result that did not get through is no success.
+    // The exit status is not 0 if the results could not be written.
     if(!std::cout.flush() && status == Tool::Success)
     {
         std::cerr << "tolvanite: cannot write the result\n";

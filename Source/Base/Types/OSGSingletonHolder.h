@@ -3,7 +3,7 @@
 namespace OSG
 {
 /// Access to a singleton. `the` is specialised in the source of T, so that the process has one
-/// object of it however many libraries ask.
+/// object however many libraries use it.
 template <class T>
 struct SingletonHolder
 {

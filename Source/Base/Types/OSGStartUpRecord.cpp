@@ -12,7 +12,7 @@ struct Record
     std::vector<StartUpEntry> entries;
 };
 
-// Made on first use and never destroyed: static objects of any library write to it.
+// Made on first use and never destroyed, because static objects of any library write to it.
 Record &record()
 {
     static Record *const the = new Record;

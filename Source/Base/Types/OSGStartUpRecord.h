@@ -1,10 +1,10 @@
 #pragma once
 
 /// \file
-/// What the static objects of the loaded libraries made known, in the order in which they did.
+/// Lists what the static objects of the loaded libraries have registered, in order.
 ///
-/// The order in which a library comes up decides what is found first by name and by priority. Here
-/// it can be read back, by a test or by a host that looks for a plug-in's contribution.
+/// The order decides what is found first by name and by priority. A test can read it back, and so
+/// can a host that looks for what a plug-in has added.
 
 #include <string>
 #include <vector>
@@ -15,11 +15,11 @@ namespace OSG
 {
 enum class StartUpKind
 {
-    Type,            ///< of any kind, by its name
-    FileType,        ///< by its first suffix
+    Type,            ///< run-time type, by its name
+    FileType,        ///< file type, by its first suffix
     SceneElement,    ///< element of the binary scene format, by its type name
     InitFunction,    ///< StaticInitFuncWrapper, by the name that it was given
-    StateChunkClass, ///< by its name
+    StateChunkClass, ///< kind of state chunk, by its name
 };
 
 struct StartUpEntry
@@ -30,7 +30,7 @@ struct StartUpEntry
     bool operator==(StartUpEntry const &) const = default;
 };
 
-/// Appends an entry; null counts as the empty name. Guarded by a lock.
+/// Appends an entry. A null name counts as an empty one. Guarded by a lock.
 OSG_BASE_API void record_start_up(StartUpKind kind, char const *name);
 /// A copy of all entries so far.
 OSG_BASE_API std::vector<StartUpEntry> start_up_record();

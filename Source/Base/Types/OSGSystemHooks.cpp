@@ -9,7 +9,7 @@ namespace OSG
 {
 namespace
 {
-// Made on first use and never destroyed: static objects of any library may add to them.
+// Made on first use and never destroyed, because static objects of any library may add to them.
 std::vector<SystemHook> &hooks_of(HookList list)
 {
     static std::vector<SystemHook> *const lists = new std::vector<SystemHook>[3];
@@ -37,7 +37,7 @@ void addPostFactoryExitFunction(SystemHook const &hook)
 
 void run_system_hooks(HookList list)
 {
-    // By index: a hook may add another.
+    // An index, since a hook may add another hook, which invalidates iterators.
     for(std::size_t i = 0; i < hooks_of(list).size(); ++i)
     {
         SystemHook const hook = hooks_of(list)[i];

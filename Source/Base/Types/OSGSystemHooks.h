@@ -3,11 +3,12 @@
 /// \file
 /// Functions that run at the system's start and end.
 ///
-/// startUp runs: types resolved, prototypes made (phase SystemPre, then SystemPost), then the
-/// functions of addPostFactoryInitFunction in the order in which they were given. shutDown runs the
-/// functions of addPreFactoryExitFunction, releases prototypes and what factories hold, then runs
-/// those of addPostFactoryExitFunction. A function runs once and is forgotten. A function that
-/// returns false is reported as a warning; the others run all the same.
+/// startUp resolves the types, makes the prototypes (phase SystemPre, then SystemPost), and then
+/// calls the functions of addPostFactoryInitFunction in the order in which they were added.
+/// shutDown calls the functions of addPreFactoryExitFunction, releases the prototypes and what the
+/// factories hold, and then calls the functions of addPostFactoryExitFunction. Each function is
+/// called once. If a function returns false, a warning is logged and the other functions are still
+/// called.
 
 #include <boost/function.hpp>
 
@@ -17,12 +18,12 @@ namespace OSG
 {
 using SystemHook = boost::function<bool()>;
 
-/// Called at once where the system is up already.
+/// Calls `hook` at once where the system is running already.
 OSG_BASE_API void addPostFactoryInitFunction(SystemHook const &hook);
 OSG_BASE_API void addPreFactoryExitFunction(SystemHook const &hook);
 OSG_BASE_API void addPostFactoryExitFunction(SystemHook const &hook);
 
-/// The lists as startUp and shutDown see them.
+/// The lists that startUp and shutDown work through.
 enum class HookList
 {
     PostFactoryInit,
@@ -31,12 +32,12 @@ enum class HookList
 };
 OSG_BASE_API void run_system_hooks(HookList list);
 
-/// Static object that has a function called when the system starts; at once where it is up already,
-/// as for a library that is loaded later.
+/// A static object whose function is called when the system starts. Where the system is running
+/// already, as for a library that is loaded later, the function is called at once.
 class OSG_BASE_API StaticInitFuncWrapper
 {
   public:
-    /// `name` tells people what it brings up (OSGStartUpRecord.h).
+    /// `name` says what the function initialises; it appears in the start-up record.
     explicit StaticInitFuncWrapper(SystemHook const &hook, char const *name = "");
 };
 } // namespace OSG

@@ -44,7 +44,7 @@ struct TypeFactory::Data
         return std::string(name) + ':' + std::to_string(nameSpace);
     }
 
-    // Names are taken in here and not in registerType, where the type is still under construction.
+    // registerType cannot do this, because it is called while the type is still being constructed.
     void indexNames()
     {
         for(; resolved < types.size(); ++resolved)
@@ -73,7 +73,7 @@ UInt32 TypeFactory::registerType(TypeBase *type)
     return static_cast<UInt32>(_data->types.size() - 1);
 }
 
-// Until its name is looked at nobody knows a type: it may still be under construction.
+// Only the last type can be taken back, and only before its name has been indexed.
 void TypeFactory::takeBack(TypeBase const *type)
 {
     std::lock_guard<std::mutex> hold(_data->guard);

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Run-time types: named objects with a dense id and, once the system is up, a parent.
+/// Run-time types: objects with a name, a dense id and, once the system runs, a parent.
 
 #include <string>
 
@@ -10,13 +10,13 @@
 
 namespace OSG
 {
-/// Base of all run-time types. A type is a static object: its constructor only records names and
-/// takes the next id, so that types may be constructed in any order. `TypeFactory::resolve` (called
-/// by startUp) looks the parents up. Types are never unregistered.
+/// Base of all run-time types. A type is a static object. Its constructor only records names and
+/// takes the next id, so types may be constructed in any order. startUp calls
+/// `TypeFactory::resolve`, which finds the parents. Types are never unregistered.
 class OSG_BASE_API TypeBase
 {
   public:
-    /// When the init function of a container type is called.
+    /// The moments at which the init function of a container type is called.
     enum InitPhase
     {
         FactoryPre = 0, ///< never passed to init functions; the types are only recorded
@@ -24,7 +24,7 @@ class OSG_BASE_API TypeBase
         SystemPost = 2  ///< all types are up: the place to register at actions and factories
     };
 
-    /// Names are not copied; they are literals. `parentName` may be null.
+    /// The names are literals and are not copied. `parentName` may be null.
     TypeBase(char const *name, char const *parentName, UInt32 nameSpace = 0);
     virtual ~TypeBase();
     TypeBase(TypeBase const &) = delete;
@@ -36,9 +36,9 @@ class OSG_BASE_API TypeBase
     char const *getCParentName() const { return _parentName; }
     UInt32 getNameSpace() const { return _nameSpace; }
 
-    /// Null before startUp and for the roots.
+    /// Null before startUp, and for a type without parent.
     TypeBase const *getParent() const { return _parent; }
-    /// True for the type itself and for every type on the way to its root.
+    /// True for the type itself and for each of its ancestors.
     bool isDerivedFrom(TypeBase const &other) const;
 
   private:
@@ -51,7 +51,7 @@ class OSG_BASE_API TypeBase
     UInt32 _nameSpace;
 };
 
-/// A type that values can have. Compared by identity.
+/// The type of a value. Types are compared by identity.
 class OSG_BASE_API DataType : public TypeBase
 {
   public:
@@ -69,14 +69,14 @@ class OSG_BASE_API TypeFactory
     static TypeFactory &the();
 
     UInt32 registerType(TypeBase *type);
-    /// A type that could not be made to the end gives its id back; others keep theirs for ever.
+    /// Gives the id of a type back whose construction has failed. No other type gives its id back.
     void takeBack(TypeBase const *type);
     UInt32 getNumTypes() const;
     /// Null for an id that no type has.
     TypeBase *findType(UInt32 id) const;
     /// The first type of that name; null where there is none.
     TypeBase *findType(char const *name, UInt32 nameSpace = 0) const;
-    /// Looks up the parents that are not known yet. May be called again when types were added.
+    /// Finds the parents that are not known yet. May be called again after types were added.
     void resolve();
 
   private:

@@ -4,8 +4,8 @@
 
 namespace OSG::TypePredicates
 {
-/// Picks the bases of one type, for use with the standard algorithms over lists of types: true for
-/// the type itself and for every type on the way to its root.
+/// True for one type and for each of its ancestors. For the standard algorithms over lists of
+/// types.
 class IsBaseOf
 {
   public:

@@ -1,7 +1,7 @@
 #include "OSGStbImageFileType.h"
 
-// Windows bitmap: file header of 14 bytes, information header, colours, rows of whole 32-bit words.
-// Packed bitmaps are not read.
+// Windows bitmap: a file header of 14 bytes, an information header, a colour table, and rows of
+// whole 32-bit words. Compressed bitmaps are not read.
 
 namespace OSG
 {
@@ -22,7 +22,10 @@ bool is_complete(PictureBytes const &bytes)
     UInt64 const offset = at.little32();
     bool const hasCoreHeader = at.little32() == CoreHeaderSize;
     UInt64 const width = hasCoreHeader ? at.little16() : magnitude(at.little32());
-    UInt64 const height = hasCoreHeader ? at.little16() : magnitude(at.little32()); // < 0: top down
+    UInt64 const height =
+        hasCoreHeader
+            ? at.little16()
+            : magnitude(at.little32()); // a negative height means that the top row comes first
     at.skip(2);
     UInt64 const pixelBits = at.little16();
     if(!at.isGood() || width > MaxPictureExtent || height > MaxPictureExtent)
@@ -31,7 +34,7 @@ bool is_complete(PictureBytes const &bytes)
     return ByteCursor(bytes).skip(offset + rowBytes * height);
 }
 
-// A bit becomes four bytes at most.
+// A bit of a palette image becomes at most four bytes, so a byte of the file makes at most 32.
 constexpr UInt64 MaxExpansion = 32;
 
 StbImageFileType::Format const Format = {"Windows bitmap",  PictureFormat::Bmp, Signature,

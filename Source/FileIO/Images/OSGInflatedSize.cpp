@@ -28,7 +28,7 @@ class BitReader
         --_left;
         return value;
     }
-    /// The first bit is the lowest.
+    /// Reads a number. Its lowest bit comes first.
     UInt32 bits(int count)
     {
         UInt32 value = 0;
@@ -51,7 +51,9 @@ class BitReader
 constexpr int MaxCodeLength = 15;
 constexpr UInt32 NoSymbol = ~UInt32(0);
 
-/// Canonical codes: those of one length are consecutive, in the order of their symbols.
+/// A canonical Huffman code (RFC 1951, 3.2.2): the codes of one length are consecutive numbers in
+/// the order of their symbols. The counts by length and the sorted symbols are therefore enough to
+/// decode, without a tree.
 class Codes
 {
   public:
@@ -98,6 +100,7 @@ enum Symbol : UInt32
     FirstLength = 257,
     LastLength = 285
 };
+// A match length is a base and the value of further bits, by symbol (RFC 1951, 3.2.5).
 constexpr UInt16 LengthBase[] = {3,  4,  5,  6,  7,  8,  9,  10, 11,  13,  15,  17,  19,  23, 27,
                                  31, 35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195, 227, 258};
 constexpr UInt8 LengthBits[] = {0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2,
@@ -110,7 +113,7 @@ class Counter
         : _in(bytes)
         , _wanted(wanted)
     {
-        _in.bits(16); // header of the zlib form
+        _in.bits(16); // the header of the zlib format, whose content does not matter here
     }
 
     bool reaches()
@@ -127,7 +130,7 @@ class Counter
   private:
     bool isDone() const { return _made >= _wanted; }
 
-    // False where the stream breaks.
+    // Adds the size of one block. False where the stream ends early or is invalid.
     bool countBlock(UInt32 kind)
     {
         if(kind == 0)
@@ -149,6 +152,7 @@ class Counter
 
     bool countFixed()
     {
+        // The fixed codes of RFC 1951, 3.2.6.
         UInt8 lengths[288];
         std::fill(lengths, lengths + 144, UInt8(8));
         std::fill(lengths + 144, lengths + 256, UInt8(9));
@@ -164,11 +168,13 @@ class Counter
         UInt32 const literals = _in.bits(5) + 257;
         UInt32 const distances = _in.bits(5) + 1;
         UInt32 const lengthCodes = _in.bits(4) + 4;
-        constexpr UInt8 order[19] = {16, 17, 18, 0, 8,  7, 9,  6, 10, 5,
+        // The code lengths are themselves coded. The lengths of that code come in this order (RFC
+        // 1951, 3.2.7).
+        constexpr UInt8 Order[19] = {16, 17, 18, 0, 8,  7, 9,  6, 10, 5,
                                      11, 4,  12, 3, 13, 2, 14, 1, 15};
         UInt8 lengthLengths[19] = {};
         for(UInt32 i = 0; i < lengthCodes; ++i)
-            lengthLengths[order[i]] = static_cast<UInt8>(_in.bits(3));
+            lengthLengths[Order[i]] = static_cast<UInt8>(_in.bits(3));
         Codes const code(lengthLengths, 19);
         UInt8 lengths[320] = {};
         return readLengths(code, lengths, literals + distances) &&
@@ -180,6 +186,7 @@ class Counter
         for(UInt32 i = 0; i < count;)
         {
             UInt32 const symbol = code.read(_in);
+            // 0 to 15 are lengths. 16 repeats the last length, 17 and 18 repeat zero.
             if(symbol > 18 || !_in.isGood())
                 return false;
             if(symbol < 16)
@@ -217,6 +224,7 @@ class Counter
             }
             UInt32 const row = symbol - FirstLength;
             UInt32 const length = LengthBase[row] + _in.bits(LengthBits[row]);
+            // Distance symbols run to 29. Their further bits are skipped.
             UInt32 const distance = distances.read(_in);
             if(distance > 29)
                 return false;

@@ -1,7 +1,7 @@
 #include "OSGStbImageFileType.h"
 
-// JPEG, ITU-T T.81 Annex B: marker segments, entropy-coded data behind each start of scan, the end
-// of image marker last.
+// JPEG (ITU-T T.81, Annex B): a sequence of marker segments. Entropy-coded data follow each start
+// of scan. The end-of-image marker comes last.
 
 namespace OSG
 {
@@ -20,8 +20,8 @@ enum Marker : UInt8
     FillByte = 0xff
 };
 
-// Goes behind the next marker that is one; 0 where there is none. Between segments there should be
-// nothing else, within entropy-coded data stuffed bytes and restarts are part of it.
+// Moves behind the next marker and returns it; 0 where there is none. A stuffed zero byte (FF 00)
+// and a restart marker belong to the entropy-coded data and are skipped.
 UInt8 next_marker(ByteCursor &at)
 {
     while(at.left() > 1)
@@ -39,8 +39,8 @@ UInt8 next_marker(ByteCursor &at)
     return 0;
 }
 
-// A table has 16 counts of codes by length and a value for each code, 256 at most: stb does not
-// look.
+// A Huffman table has 16 counts of codes, one per length, and a value for each code. The sum of the
+// counts may not exceed 256; stb does not check this.
 bool has_sound_tables(ByteCursor at, UInt64 size)
 {
     for(UInt64 const end = at.position() + size; at.position() < end;)
@@ -55,8 +55,8 @@ bool has_sound_tables(ByteCursor at, UInt64 size)
     return true;
 }
 
-// A preview within an application segment has an end of image of its own: segments are skipped as
-// a whole.
+// An application segment may hold a preview with an end-of-image marker of its own, so segments are
+// skipped as a whole.
 bool is_complete(PictureBytes const &bytes)
 {
     ByteCursor at(bytes, 2);
@@ -77,8 +77,9 @@ bool is_complete(PictureBytes const &bytes)
     }
 }
 
-// One colour all over comes to 192 with the usual tables. Tables of its own could reach 512, but
-// then a header alone could claim half a gigabyte for each megabyte.
+// A picture of one colour has 192 bytes for each byte of the file with the usual tables. Special
+// tables could reach 512, but such a bound would let a header claim half a gigabyte for each
+// megabyte of the file.
 constexpr UInt64 MaxExpansion = 200;
 
 StbImageFileType::Format const Format = {

@@ -1,8 +1,8 @@
 #include "OSGInflatedSize.h"
 #include "OSGStbImageFileType.h"
 
-// Portable Network Graphics, ISO/IEC 15948: a signature, then chunks of length, name, data and
-// check sum, the header first, the one named IEND last.
+// Portable Network Graphics (ISO/IEC 15948): a signature, then chunks. A chunk has a length, a
+// name, its data and a check sum. The header chunk comes first, the chunk IEND last.
 
 namespace OSG
 {
@@ -69,13 +69,15 @@ bool read_header(PictureBytes const &bytes, Header &header)
     return at.isGood() && header.width <= MaxPictureExtent && header.height <= MaxPictureExtent;
 }
 
-// Rows of whole bytes with a filter byte before each; none where a row has no pixel.
+// Bytes of the rows before compression. A row is a filter byte and whole bytes of pixels. A picture
+// without columns has no rows.
 UInt64 rows_size(Header const &header, UInt64 width, UInt64 height)
 {
     return width > 0 ? height * (1 + (width * header.pixelBits + 7) / 8) : 0;
 }
 
-// What the packed data of a picture come to. An interlaced one is seven smaller pictures.
+// Size of the data before compression. An interlaced picture consists of seven smaller pictures
+// (Adam7).
 UInt64 inflated_size(Header const &header)
 {
     if(!header.isInterlaced)
@@ -84,24 +86,26 @@ UInt64 inflated_size(Header const &header)
     {
         UInt32 x, y, dx, dy;
     };
-    constexpr Pass passes[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
+    // First column and row of each pass, and the steps to the next ones.
+    constexpr Pass Passes[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
                                {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
     UInt64 size = 0;
-    for(Pass const &pass : passes)
+    for(Pass const &pass : Passes)
         size += rows_size(header, (header.width - pass.x + pass.dx - 1) / pass.dx,
                           (header.height - pass.y + pass.dy - 1) / pass.dy);
     return size;
 }
 
-// Most files hold so much of a picture that memory for it may be taken unseen; for the rest it is
-// counted first.
+// Most files are large enough for the picture that they claim, and are decoded without a further
+// check. For the others the size of the compressed data is measured first.
 bool is_modest(UInt64 pixels, std::size_t fileSize)
 {
     return pixels * 4 <= 8 * 1024 * 1024 + UInt64(8) * fileSize;
 }
 
-// Whether the packed data come to more than the picture has is seen by the decoder, which stops
-// there; those of interlaced pictures it cannot tell, and they are counted.
+// Too little data is detected here, where the picture is large for its file. Too much data is
+// detected by the decoder, whose blocks do not grow, save for interlaced pictures: the decoder does
+// not know their size in advance, so it is measured here.
 bool is_complete(PictureBytes const &bytes)
 {
     Header header{};
@@ -120,9 +124,9 @@ void append_big32(PictureBytes &bytes, UInt64 value)
         bytes.push_back(static_cast<UInt8>(value >> shift));
 }
 
-// Puts the packed data into one chunk, where their first one stands: the decoder then takes one
-// block for them, which need not grow, and never meets a first chunk of no bytes, which it copies
-// to a null pointer. It reads no check sums.
+// Joins all data chunks into one at the place of the first. The decoder then needs one block for
+// the data, which does not grow. It also never meets an empty first chunk, which it would copy to a
+// null pointer. The check sum may be wrong afterwards; the decoder does not read it.
 StbBlocks join_data_chunks(PictureBytes &bytes)
 {
     PictureBytes const data = packed_data(bytes);
@@ -155,7 +159,8 @@ StbBlocks join_data_chunks(PictureBytes &bytes)
     return header.isInterlaced ? StbBlocks::Growing : StbBlocks::Fixed;
 }
 
-// Deflate makes at most 258 bytes of two bits; of a byte with eight indices come 32 of colour.
+// Deflate makes at most 1032 bytes of one (a match of 258 bytes takes two bits). Such a byte may
+// hold eight palette indices, which become 32 bytes of colour.
 constexpr UInt64 MaxExpansion = 1032 * 32;
 
 StbImageFileType::Format const Format = {"Portable Network Graphics",

@@ -8,7 +8,7 @@ namespace
 {
 constexpr std::size_t BlockSize = 64 * 1024;
 
-// Appends what the stream gives, up to `count` bytes; false where it gives fewer.
+// Appends up to `count` bytes of the stream. False where the stream has fewer.
 bool append(PictureBytes &bytes, std::istream &in, std::size_t count)
 {
     std::size_t const had = bytes.size();

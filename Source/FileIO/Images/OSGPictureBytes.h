@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The bytes of a picture file, and cautious reads from them.
+/// The bytes of a picture file, and a cursor that never reads beyond them.
 
 #include <istream>
 #include <vector>
@@ -13,11 +13,13 @@ namespace OSG
 {
 using PictureBytes = std::vector<UInt8, MemAllocator<UInt8>>;
 
-/// The rest of the stream; memory grows with what is really there. Empty where the stream does not
-/// begin with the `count` bytes at `signature` (which may be 0): nothing more is read then.
+/// Reads the rest of the stream. Memory grows with the bytes that are really there. The first
+/// `count` bytes have to equal those at `signature`; otherwise the result is empty and nothing more
+/// is read. `count` may be 0.
 PictureBytes read_picture_bytes(std::istream &in, UInt8 const *signature, std::size_t count);
 
-/// Walks over bytes. What lies behind the end reads as 0, and isGood() is false from then on.
+/// Reads bytes one after the other. Reading beyond the end gives 0, and isGood() is false from then
+/// on.
 class ByteCursor
 {
   public:
@@ -30,7 +32,7 @@ class ByteCursor
     bool isGood() const { return _at <= _bytes.size(); }
     UInt64 position() const { return _at; }
     UInt64 left() const { return isGood() ? _bytes.size() - _at : 0; }
-    /// False where fewer bytes are left; the place is then behind the end.
+    /// Skips `count` bytes. False where fewer are left; isGood() is false from then on.
     bool skip(UInt64 count)
     {
         _at = count <= left() ? _at + count : _bytes.size() + UInt64(1);

@@ -12,7 +12,8 @@
 
 namespace
 {
-/// What the decoder may do, and what it met: it has no place of its own to keep that.
+/// Whether the decoder's blocks may grow, and whether memory ran out. The decoder's allocation
+/// functions have no parameter for such state, so it is kept per thread.
 struct DecoderState
 {
     bool mayGrow = true;
@@ -40,8 +41,9 @@ void *resize_block(void *block, std::size_t formerSize, std::size_t size)
     return larger;
 }
 
-/// The blocks of one encoding. The encoder does not look whether it was given one, and an exception
-/// that passes through it leaves its blocks behind: they are freed from here.
+/// The blocks of one encoding. The encoder does not check for null, so allocation raises
+/// std::bad_alloc. An exception that passes through the encoder leaves its blocks behind, so they
+/// are listed and freed here.
 class EncoderBlocks
 {
   public:
@@ -124,7 +126,7 @@ thread_local EncoderBlocks *EncoderBlocks::_current = nullptr;
 #define STB_IMAGE_WRITE_STATIC
 #define STB_IMAGE_WRITE_IMPLEMENTATION
 
-// These headers are compiled here, but their authors do not aim at our warnings.
+// The implementations are compiled here and are not written for our warnings.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wall"
 #pragma GCC diagnostic ignored "-Wextra"
@@ -141,7 +143,7 @@ namespace
 {
 static_assert(MaxPictureExtent == STBI_MAX_DIMENSIONS);
 
-// The library has the top row first, images have the bottom row first.
+// The encoder expects the top row first; an Image has the bottom row first.
 PictureBytes flipped(UInt8 const *rows, std::size_t rowBytes, std::size_t count)
 {
     PictureBytes result(rowBytes * count);
@@ -157,6 +159,7 @@ void flip_in_place(UInt8 *rows, std::size_t rowBytes, std::size_t count)
                          rows + (count - 1 - row) * rowBytes);
 }
 
+// A picture of this size is decoded however small its file is.
 constexpr UInt64 FreeBytes = 8 * 1024 * 1024;
 
 bool may_be_decoded(PictureBytes const &bytes, UInt64 maxExpansion)
@@ -179,7 +182,7 @@ void write_to_stream(void *stream, void *data, int size)
     static_cast<std::ostream *>(stream)->write(static_cast<char *>(data), size);
 }
 
-constexpr int JpegQuality = 90;
+constexpr int JpegQuality = 90; // of 100; hardly visible loss
 } // namespace
 
 TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion, StbBlocks blocks)

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Decoders and encoders of stb. Their memory comes from MemMalloc.
+/// Decodes and encodes pictures by stb, with memory from MemMalloc.
 
 #include <ostream>
 
@@ -12,21 +12,22 @@ namespace OSG
 {
 class Image;
 
-/// Most pixels of a row or rows of a picture: what OpenGL drivers can show, with room to spare.
+/// Largest width and height of a picture. OpenGL drivers support no larger textures, and mostly
+/// smaller ones.
 constexpr UInt32 MaxPictureExtent = 32768;
 
-/// Whether the decoder may enlarge a block that it has taken. It begins with the size that packed
-/// data of the picture come to, so that one that must not stops where there are more.
+/// Whether the decoder may enlarge a block. Its first block has the size of the picture's data
+/// before compression. With fixed blocks decoding therefore fails where there is more data.
 enum class StbBlocks
 {
     Fixed,
     Growing
 };
 
-/// The picture in `bytes`, whose format has checked already that they are complete; null where they
-/// give none. Memory is taken for it only if it has no more than `maxExpansion` bytes for each byte
-/// of the file beyond the first 8 MB, and neither side exceeds MaxPictureExtent. Raises
-/// std::bad_alloc.
+/// Decodes the picture in `bytes`, which the format has checked to be complete. Null where they
+/// hold no picture. The picture may have 8 MB, and further `maxExpansion` bytes for each byte of
+/// the file; neither side may exceed MaxPictureExtent. Larger pictures are refused before memory is
+/// allocated. Raises std::bad_alloc.
 TransitPtr<Image> decode_picture(PictureBytes const &bytes, UInt64 maxExpansion, StbBlocks blocks);
 
 enum class PictureFormat
@@ -37,6 +38,6 @@ enum class PictureFormat
     Bmp
 };
 /// Writes `image` to `out`. False where the image has no pixels or the stream fails. Raises
-/// std::bad_alloc.
+/// std::bad_alloc where there is no memory.
 bool encode_picture(Image const &image, PictureFormat format, std::ostream &out);
 } // namespace OSG

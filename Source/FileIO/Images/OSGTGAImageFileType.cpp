@@ -1,7 +1,7 @@
 #include "OSGStbImageFileType.h"
 
-// Truevision TGA 2.0: a header of 18 bytes, a text, a colour map, the pixels, plain or in packets
-// of runs and literals.
+// Truevision TGA 2.0: a header of 18 bytes, a text, a colour map, and the pixels. The pixels are
+// stored plainly or in packets, which are runs or literals.
 
 namespace OSG
 {
@@ -34,7 +34,7 @@ Header read_header(ByteCursor &at)
     return header;
 }
 
-// The format has no signature: what a header may hold has to tell it from other files.
+// The format has no signature. Impossible values in the header tell other files apart.
 bool is_plausible(Header const &header)
 {
     bool const known =
@@ -74,7 +74,7 @@ bool is_complete(PictureBytes const &bytes)
     return at.skip(UInt64(header.width) * header.height * header.pixelBytes());
 }
 
-// A run of 128 indices to four-byte colours takes two bytes.
+// A packet of two bytes can stand for 128 palette indices, which become 512 bytes of colour.
 constexpr UInt64 MaxExpansion = 256;
 
 StbImageFileType::Format const Format = {"Truevision TGA", PictureFormat::Tga, nullptr, 0,

@@ -160,7 +160,7 @@ OSBCommonElement::PointerFieldIt OSBCommonElement::readPointers(OSBContent &cont
 
 void OSBCommonElement::postMap()
 {
-    // The numbers mean the containers of this file (StreamIdMap) while pointers are set.
+    // While pointers are set, the numbers stand for the containers of this file (StreamIdMap).
     FieldContainerFactoryBase const &containers = *FieldContainerFactoryBase::the();
     OSBRootElement::ContainerList &pointers = getRoot()->editFound();
     for(UInt32 i = 0; i < _numPointerFields; ++i)
@@ -196,7 +196,7 @@ void OSBCommonElement::preWriteFieldContainer(FieldContainer *container, std::st
         return;
     for(WrittenField const &field : written_type(*getRoot(), *container, exclude).fields)
     {
-        // What is only looked at does not belong to the scene by that.
+        // Only counted pointers make a container part of the scene.
         if(field.pointers == nullptr || !field.isCounted || field.isExcluded)
             continue;
         UInt32 const size = field.pointers->size(*container);

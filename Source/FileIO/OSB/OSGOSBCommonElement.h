@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The layout that the records of all containers have in common.
+/// Reads and writes the record layout that all containers share.
 
 #include <string>
 
@@ -10,8 +10,8 @@
 
 namespace OSG
 {
-/// Fields one after the other, each with a header that names it, so that what a reader does not
-/// know can be passed over. Docs/osb.md has the layout byte by byte.
+/// A record is a list of fields. Each has a header with its name and size, so a reader can skip a
+/// field that it does not know. Docs/osb.md describes the bytes.
 ///
 /// `exclude` names fields to leave out: a list with blanks or commas between the names.
 class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
@@ -26,33 +26,34 @@ class OSG_FILEIO_API OSBCommonElement : public OSBElementBase
     OSBCommonElement(OSBRootElement *root, UInt16 version);
 
     // --- reading ---
-    /// What stands before the fields: the kind of the container, which is not looked at, and the
-    /// version, which becomes the element's.
+    /// Reads what stands before the fields: the kind of the container, which is ignored, and the
+    /// version, which the element keeps.
     void readBegin();
-    /// Raises ReadError for null: a class that cannot be made.
+    /// Takes the new container. Raises ReadError for null, which means that the class cannot be
+    /// instantiated.
     void takeContainer(FieldContainer *container);
-    /// The header of the next field. False where its name is `endMarker`: there is no further
-    /// field, and nothing behind the name.
+    /// Reads the header of the next field. False where the name is `endMarker`, which ends the
+    /// fields and has nothing behind it.
     bool readFieldHeader(std::string const &endMarker, std::string &name, std::string &typeName,
                          UInt32 &size);
-    /// Takes `size` bytes and sets the field of that name from them. Pointers wait: their field is
-    /// appended to those of the root element, `pointerField` tells where, and postMap sets them. A
-    /// field that the container does not have, of another type or excluded is passed over: false,
-    /// with a warning where it is not excluded. Raises ReadError where the content is not `size`
-    /// bytes long.
+    /// Reads `size` bytes and sets the field of that name from them. Pointers are set later: the
+    /// field is appended to the pointer fields of the root element, at the place `pointerField`,
+    /// and postMap sets its pointers. An excluded field is skipped. A field that the container does
+    /// not have, or has with another type, is skipped with a warning. The result is false in these
+    /// cases. Raises ReadError where the content is not `size` bytes long.
     bool readFieldContent(std::string const &name, std::string const &typeName, UInt32 size,
                           std::string const &exclude, PointerFieldIt &pointerField);
-    /// All fields up to the end of the record, as the two functions above read them.
+    /// Reads all fields up to the end of the record by the two functions above.
     void readFields(std::string const &exclude);
 
     // --- writing ---
     void writeBegin();
-    /// Takes the container over and makes known what its counted pointers point to.
+    /// Takes the container and numbers the targets of its counted pointers.
     void preWriteFieldContainer(FieldContainer *container, std::string const &exclude);
-    /// All fields but the excluded ones, then, on demand, the end marker that is empty. In a file
-    /// of version 0x0300 fields that hold what a new container holds are left out.
+    /// Writes all fields that are not excluded, and the empty end marker if `writeEndMarker` is
+    /// set. In a file of version 0x0300 fields with the value of a new container are left out.
     void writeFields(std::string const &exclude, bool writeEndMarker);
-    /// Kind of a container in a record: 1 a node, 2 a core, 3 an attachment, 4 anything else.
+    /// The kind of a container in its record: 1 node, 2 core, 3 attachment, 4 anything else.
     static UInt8 getFCPtrType(FieldContainer const *container);
 
   private:

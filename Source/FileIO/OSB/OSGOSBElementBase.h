@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// What reads and writes one container of the binary scene format.
+/// Reads and writes one container of the binary scene format.
 
 #include <string>
 
@@ -12,17 +12,18 @@ namespace OSG
 {
 class OSBRootElement;
 
-/// An element serves one container of a scene that is being read or written. It is made by the
-/// factory for the type name of a record (OSBElementFactory) and lives until the whole scene is
-/// done.
+/// An element serves one container of a scene that is being read or written. OSBElementFactory
+/// makes it by the type name of the record. It lives until the whole scene has been read or
+/// written.
 ///
-/// Reading: `read` of all elements in the order of the stream, then `postRead` of all, then
-/// `postMap` of those that the scene leads to, nodes before their parents. Writing: `preWrite` of
-/// all, each when its container is first met, then `write` of all.
+/// For a read, the functions are called in this order: `read` of all elements in the order of the
+/// stream; `postRead` of all; `postMap` of those that can be reached from the root, children before
+/// their parents. For a write: `preWrite` of each element when its container is first met; then
+/// `write` of all.
 class OSG_FILEIO_API OSBElementBase : public MemObject
 {
   public:
-    /// The version of a record, written with every one; a file has a version of its own.
+    /// The version that is written with every record. The file has another version of its own.
     static constexpr UInt16 OSGOSBHeaderVersion200 = 0x0200;
 
     OSBElementBase(OSBElementBase const &) = delete;
@@ -30,15 +31,15 @@ class OSG_FILEIO_API OSBElementBase : public MemObject
 
     // --- virtual operations, in slot order ---
     virtual ~OSBElementBase();
-    /// Reads the record behind its type name; makes the container. Raises the handler's
-    /// ReadError on a short stream, and on content that contradicts itself.
+    /// Makes the container and reads the record, which follows its type name. Raises the handler's
+    /// ReadError where the stream is too short or the content contradicts itself.
     virtual void read(std::string const &typeName) = 0;
     virtual void postRead() = 0;
-    /// All containers are there: pointers can be set.
+    /// Called when all containers exist, to set pointers.
     virtual void postMap() = 0;
-    /// Takes the container over and makes known what it points to.
+    /// Takes the container and numbers the containers that it points to.
     virtual void preWrite(FieldContainer *container) = 0;
-    /// Writes the record behind its type name.
+    /// Writes the record. The type name has been written already.
     virtual void write() = 0;
 
     /// Null before `read` or `preWrite`. The element holds a reference.
@@ -49,7 +50,7 @@ class OSG_FILEIO_API OSBElementBase : public MemObject
     void setVersion(UInt16 version) { _version = version; }
 
   protected:
-    /// `root` belongs to the caller and outlives the element.
+    /// `root` is not owned and must outlive the element.
     OSBElementBase(OSBRootElement *root, UInt16 version);
 
   private:

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Elements of the binary scene format by the type name of their records.
+/// Makes elements of the binary scene format by the type names of records.
 
 #include <memory>
 #include <string>
@@ -28,19 +28,20 @@ class OSBElementCreator : public OSBElementCreatorBase
     OSBElementBase *createElement(OSBRootElement *root) const override { return new Element(root); }
 };
 
-/// Made on first use, never destroyed. To be changed while libraries are loaded only.
+/// Made on first use and never destroyed. Elements may be registered only while libraries are being
+/// loaded.
 class OSG_FILEIO_API OSBElementFactory
 {
   public:
     static OSBElementFactory *the();
 
-    /// Records of that type name are served by elements of `creator`, which is taken over. False,
-    /// and `creator` is deleted, where the name is taken.
+    /// Registers `creator` for records of that type name and takes ownership of it. Where the name
+    /// is taken, the result is false and `creator` is deleted.
     bool registerElement(std::string const &typeName, OSBElementCreatorBase *creator);
-    /// What makes elements for records of that type name: the registered creator; else the generic
-    /// one where a concrete container type has that name; else null.
+    /// The registered creator for records of that type name. Without one, the generic creator if a
+    /// concrete container type has the name; otherwise null.
     OSBElementCreatorBase const *findCreator(std::string const &typeName) const;
-    /// An element by that creator; null where there is none.
+    /// A new element. Null where there is no creator for the name.
     std::unique_ptr<OSBElementBase> createElement(std::string const &typeName,
                                                   OSBRootElement *root) const;
 

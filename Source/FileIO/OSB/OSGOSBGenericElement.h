@@ -4,7 +4,7 @@
 
 namespace OSG
 {
-/// Serves every container that has no element of its own: all fields, under the container's type
+/// Serves all containers without an element of their own: all fields, under the container's type
 /// name.
 class OSG_FILEIO_API OSBGenericElement : public OSBCommonElement
 {
@@ -17,14 +17,14 @@ class OSG_FILEIO_API OSBGenericElement : public OSBCommonElement
     void write() override;
 
   protected:
-    /// Leaves the fields of `exclude` out.
+    /// Leaves out the fields in the list `exclude`.
     OSBGenericElement(OSBRootElement *root, char const *exclude);
 
   private:
     std::string _exclude;
 };
 
-/// Serves nodes. A bounding volume follows from the scene and is not stored.
+/// Serves nodes. Their bounding volumes are not stored, since they can be computed.
 class OSG_FILEIO_API OSBNodeElement : public OSBGenericElement
 {
   public:

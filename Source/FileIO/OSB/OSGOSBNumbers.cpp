@@ -6,14 +6,15 @@ namespace
 {
 constexpr std::size_t FirstPlaces = 64;
 
-// Containers that were made one after the other mostly lie so, and are met so: within a stretch of
-// memory places follow addresses, which keeps them in the cache. Stretches are spread by Fibonacci
-// hashing (Knuth, The Art of Computer Programming 3, 6.4).
+// Containers that are made one after the other usually have neighbouring addresses, and are met in
+// the same order. Within a stretch of memory the hash follows the address, so that neighbours share
+// cache lines of the table. Stretches are spread by Fibonacci hashing (Knuth, The Art of Computer
+// Programming 3, 6.4).
 std::size_t hash_of(FieldContainer const *container)
 {
     constexpr UInt64 GoldenRatio = 0x9E3779B97F4A7C15;
     constexpr int Alignment = 4; // bits of an address that are always 0
-    constexpr int Stretch = 16;  // bits of an address within one
+    constexpr int Stretch = 16;  // bits of an address within one stretch
     UInt64 const address = reinterpret_cast<std::uintptr_t>(container);
     UInt64 const within = (address & ((UInt64(1) << Stretch) - 1)) >> Alignment;
     return static_cast<std::size_t>((((address >> Stretch) * GoldenRatio) >> 32) + within);
@@ -31,7 +32,7 @@ std::size_t OSBNumbers::placeOf(FieldContainer const *container) const
 
 bool OSBNumbers::add(FieldContainer *container, UInt32 &number)
 {
-    // At most half full, so that ways stay short.
+    // The table is at most half full, so that probe sequences stay short.
     if(2 * (_containers.size() + 1) > _places.size())
         grow();
     Place &place = _places[placeOf(container)];

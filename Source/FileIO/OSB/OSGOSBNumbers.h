@@ -9,19 +9,19 @@ namespace OSG
 {
 class FieldContainer;
 
-/// Numbers of containers, from 1 on in the order in which they are met. A table with open places:
-/// scenes have millions of containers, and a node on the heap for each would cost more than the
-/// rest of the bookkeeping.
+/// Numbers containers from 1 in the order in which they are added. This is a hash table with open
+/// addressing, because scenes have millions of containers and a heap block for each would cost more
+/// than all other bookkeeping.
 class OSBNumbers
 {
   public:
     using ContainerList = std::vector<FieldContainer *, MemAllocator<FieldContainer *>>;
 
-    /// The container's number, the next one where it is new. True where it is.
+    /// Gives the container's number; a new container gets the next one. True where it is new.
     bool add(FieldContainer *container, UInt32 &number);
-    /// 0 for one that was not added.
+    /// The number of a container; 0 where it was not added.
     UInt32 find(FieldContainer const *container) const;
-    /// In the order of their numbers.
+    /// The containers in the order of their numbers.
     ContainerList const &getContainers() const { return _containers; }
 
   private:

@@ -37,7 +37,7 @@ UInt32 OSBReadNames::readNumber(std::size_t numKnown, bool &isNew)
     UInt16 number = 0;
     _handler.getValue(number);
     if(number > numKnown + 1)
-        throw ReadError("a name that has not been told");
+        throw ReadError("the number of a name is beyond the next new one");
     isNew = number == numKnown + 1;
     return number;
 }

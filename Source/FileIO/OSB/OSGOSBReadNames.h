@@ -13,30 +13,30 @@ namespace OSG
 {
 class OSBElementCreatorBase;
 
-/// The names of types and fields of a file that is being read, by number. In a file of version
-/// 0x0300 the file numbers them: a number that is the next one is followed by its name. In one of
-/// 0x0200 names stand in full, and are numbered here.
+/// The names of types and fields of a file that is being read, by number. A file of version 0x0300
+/// has numbers; the name follows a number when it is first used. A file of version 0x0200 has full
+/// names, which are numbered here.
 ///
-/// Functions that read raise ReadError for a short stream, a number beyond the next one, and a name
-/// with a zero byte, which some would compare in full and others up to there.
+/// Reading functions raise ReadError for a stream that is too short, for a number beyond the next
+/// new one, and for a name with a zero byte, which string comparisons would treat differently.
 class OSG_FILEIO_API OSBReadNames
 {
   public:
-    /// The name in the place of a type or a field that ends a list of them.
+    /// The number that ends a list of types or fields.
     static constexpr UInt32 End = 0;
 
     struct Type
     {
         std::string name;
-        OSBElementCreatorBase const *creator;    ///< null where nothing serves the name
-        FieldContainerType const *containerType; ///< null where none has the name
+        OSBElementCreatorBase const *creator;    ///< null where no element can be made
+        FieldContainerType const *containerType; ///< null where no type has the name
         bool isReported = false;
     };
     struct Field
     {
         std::string name;
         std::string typeName;
-        // What the name means in the type that asked last.
+        // Cache: the field of this name in the type `askedBy`.
         FieldContainerType const *askedBy = nullptr;
         FieldDescriptionBase const *meant = nullptr;
     };
@@ -48,20 +48,21 @@ class OSG_FILEIO_API OSBReadNames
 
     void setVersion(UInt16 version) { _version = version; }
 
-    /// Number of the next record's type, or End.
+    /// Reads the number of the next record's type, or End.
     UInt32 readType();
     Type &getType(UInt32 number) { return _types[number - 1]; }
-    /// Number of the next field of a record, or End. Where names stand in full, the one that is
-    /// `endMarker` ends the fields as the empty one does.
+    /// Reads the number of the next field, or End. In a file with full names both the empty name
+    /// and `endMarker` end the fields.
     UInt32 readField(std::string const &endMarker = {});
     Field &getField(UInt32 number) { return _fields[number - 1]; }
 
-    /// The field of that name and type of a container's type; null where it has none.
+    /// The field of `type` with the name and type that belong to `number`. Null where there is
+    /// none.
     FieldDescriptionBase const *findField(UInt32 number, FieldContainerType const &type);
-    /// The concrete container type of that name; null where there is none.
+    /// The concrete container type of that name. Null where there is none.
     FieldContainerType const *findContainerType(std::string const &name);
 
-    /// A name from a file, fit for the log.
+    /// A name from a file, cut and without control characters, for the log.
     static std::string shown(std::string const &name);
 
   private:

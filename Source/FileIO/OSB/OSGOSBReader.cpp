@@ -15,9 +15,10 @@ namespace
 {
 using ReadError = ExceptionBinaryDataHandler::ReadError;
 
-// A record of a few bytes makes a container of some hundred, which a host may have to pay for
-// millions of records that hold nothing. Scenes stay far below: each of their containers is pointed
-// to as well, and nearly each holds something.
+// A record of a few bytes makes a container of several hundred. A hostile file could hold millions
+// of empty records, so the memory of containers is bounded by these free bytes plus BytesForAByte
+// for each byte read. Real scenes stay far below, because each container is also pointed to and
+// nearly each has fields.
 constexpr UInt64 FreeBytes = 32 * 1024 * 1024;
 constexpr UInt64 BytesForAByte = 36;
 constexpr UInt64 LeastRecordBytes = 7;       // type, kind, version, end
@@ -37,7 +38,7 @@ TransitPtr<Node> OSBReader::read()
     readRecords();
     auto *const scene = dynamic_cast<Node *>(_containers.find(1));
     if(scene == nullptr)
-        throw ReadError("its first container is no node");
+        throw ReadError("its first container is not a node");
     for(auto const &element : _elements)
     {
         if(element != nullptr)
@@ -62,10 +63,10 @@ void OSBReader::readHeader()
     UInt16 version = 0;
     _root.getHandler().get(signature, sizeof(signature));
     if(!std::equal(signature, signature + sizeof(signature), OSBFormat::Signature))
-        throw ReadError("it does not begin as an OSB file");
+        throw ReadError("its first bytes are not those of an OSB file");
     _root.getHandler().getValue(version);
     if(version != OSBFormat::NamesInFull && version != OSBFormat::NamesOnce)
-        throw ReadError("it has another version");
+        throw ReadError("its version is unknown");
     _root.setVersion(version);
 }
 
@@ -94,7 +95,7 @@ void OSBReader::readRecord(UInt32 number)
     addContainer(container);
 }
 
-// What all elements of the library write can be read without knowing the class.
+// Skips a record. The library's elements all write the same layout, so the class need not be known.
 void OSBReader::passOver(OSBReadNames::Type &type)
 {
     if(!type.isReported)
@@ -155,7 +156,8 @@ void OSBReader::checkPointers()
     }
 }
 
-// What the scene does not lead to stays without pointers: circles among it would outlive the read.
+// Containers that cannot be reached from the root keep no pointers. Otherwise circles among them
+// would outlive the read.
 void OSBReader::setPointers()
 {
     OSBStructure structure(_byNumber, _root.getPointerFields(), _root.editTargets());
@@ -170,7 +172,8 @@ void OSBReader::setPointers()
         _elements[number - 1]->postMap();
 }
 
-// Nodes that visit one another hold one another: references alone would not end them.
+// After an error the containers are taken apart by resolveLinks. Nodes that visit one another hold
+// references to one another, so dropping the references of the elements would not free them.
 void OSBReader::takeApart() noexcept
 {
     for(FieldContainer *container : _byNumber)
@@ -182,7 +185,7 @@ void OSBReader::takeApart() noexcept
         }
         catch(...)
         {
-            // It could not be noted as edited; the others are still taken apart.
+            // There was no memory to note the edit. The other containers are still taken apart.
         }
     }
 }

@@ -11,8 +11,8 @@ namespace OSG
 {
 class Node;
 
-/// One read of a scene from its signature to its end. Raises ReadError for whatever is no scene;
-/// out of memory std::bad_alloc. Nothing that was made then stays.
+/// Reads one scene from its signature to its end. Raises ReadError where the stream holds no valid
+/// scene, and std::bad_alloc. Everything that was made is destroyed then.
 class OSBReader
 {
   public:

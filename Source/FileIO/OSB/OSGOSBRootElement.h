@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// What the elements of one scene share while it is read or written.
+/// The state that the elements of one scene share while it is read or written.
 
 #include <vector>
 
@@ -14,17 +14,18 @@
 
 namespace OSG
 {
-/// One read or one write of a scene: the stream, the names in it, the numbers of its containers,
-/// and the pointers that wait until all containers are there. Numbers count from 1 in the order in
-/// which containers are met, the scene's root first; 0 stands for null.
+/// One read or one write of a scene: its stream, its names, the numbers of its containers, and the
+/// pointers that are set when all containers exist. Containers are numbered from 1 in the order in
+/// which they are met. The root is number 1, and 0 stands for null.
 ///
-/// Without a file around it, names stand in full and every field is written (version 0x0200).
+/// Until setVersion() is called, names are written in full and no field is left out (version
+/// 0x0200).
 class OSG_FILEIO_API OSBRootElement
 {
   public:
     using NumberList = std::vector<UInt32, MemAllocator<UInt32>>;
-    /// A pointer field as it was read. The numbers of the containers that it points to stand at
-    /// `begin` to `end` among the targets of all fields.
+    /// A pointer field that was read. The numbers of the containers that it points to are the
+    /// elements `begin` to `end` of the list of all targets.
     struct PointerField
     {
         FieldContainer *container;
@@ -33,7 +34,7 @@ class OSG_FILEIO_API OSBRootElement
         std::size_t end;
     };
     using PointerFieldList = std::vector<PointerField, MemAllocator<PointerField>>;
-    /// A place among the pointer fields, good however many follow.
+    /// The index of a pointer field. It stays valid when further fields are appended.
     using PointerFieldIt = std::size_t;
     using ContainerList = OSBNumbers::ContainerList;
 
@@ -44,7 +45,8 @@ class OSG_FILEIO_API OSBRootElement
     ~OSBRootElement();
 
     ExceptionBinaryDataHandler &getHandler() const { return _handler; }
-    /// One of OSBFormat's, which decides how names stand and whether fields are left out.
+    /// Sets one of the versions of OSBFormat. It decides how names are stored and whether fields
+    /// are left out.
     void setVersion(UInt16 version);
 
     // --- reading ---
@@ -53,22 +55,22 @@ class OSG_FILEIO_API OSBRootElement
     PointerFieldList const &getPointerFields() const { return _pointerFields; }
     NumberList &editTargets() { return _targets; }
     NumberList const &getTargets() const { return _targets; }
-    /// Room for the containers of one field.
+    /// A buffer for the containers of one field, used again for each field.
     ContainerList &editFound() { return _found; }
-    /// Bytes of the contents of fields so far.
+    /// Total size in bytes of the field contents read so far.
     UInt64 getContentBytes() const { return _contentBytes; }
     void countContent(UInt64 bytes) { _contentBytes += bytes; }
 
     // --- writing ---
     OSBWrittenTypes &getWrittenTypes() { return _types; }
-    /// Number of a container, which is given one when it is first met. 0 for null.
+    /// The number of a container. A container that is new gets the next number. 0 for null.
     UInt32 addContainer(FieldContainer *container);
-    /// Number of a container that was met; 0 for others, as for what is only looked at from within
-    /// the scene and does not belong to it.
+    /// The number of a container; 0 where it was not added. A target of an uncounted pointer may
+    /// lie outside the scene and then has no number.
     UInt32 getNumber(FieldContainer const *container) const;
-    /// All that were met, in the order of their numbers. Grows while elements look around.
+    /// All numbered containers in order. The list grows during preWrite.
     ContainerList const &getContainers() const { return _numbers.getContainers(); }
-    /// For values that are looked at before they are written.
+    /// A buffer for values that are compared before they are written.
     OSBScratch &getScratch() { return _scratch; }
 
   private:

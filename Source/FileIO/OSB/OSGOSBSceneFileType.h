@@ -4,14 +4,15 @@
 
 namespace OSG
 {
-/// The binary scene format, suffix "osb": every container of a scene with all its fields, shared
-/// ones once. Docs/osb.md has the layout byte by byte.
+/// The binary scene format, suffix "osb". It stores every container of a scene, shared ones once.
+/// Docs/osb.md describes the bytes.
 ///
-/// Reading gives null, with log lines, for whatever is no complete scene of this version: cut
-/// short, unknown container types, sizes that do not fit, pointers to the wrong kind, nodes that
-/// are not one tree. A field that the container does not have is passed over with a warning. Memory
-/// grows with what is in the stream, never with what it claims. Writing takes what counted pointers
-/// reach from the node; what is only looked at (a light's beacon) is kept where it is part of that.
+/// Reading gives null, with log lines, where the stream does not hold a complete scene: it is cut
+/// short, sizes do not fit, pointers lead to the wrong class, or the nodes are not one tree.
+/// Records of unknown types and fields that a container does not have are skipped with a warning.
+/// Memory grows with the bytes of the stream, never with the sizes that it claims. Writing stores
+/// all containers that counted pointers reach from the node. An uncounted pointer (a light's
+/// beacon) is stored where its target is one of them.
 class OSG_FILEIO_API OSBSceneFileType : public SceneFileType
 {
   public:

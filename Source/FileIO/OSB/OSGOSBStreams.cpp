@@ -33,7 +33,8 @@ OSBInput::~OSBInput()
     }
     catch(...)
     {
-        // The scene is read; where the stream stands behind it is the stream's failure.
+        // The scene has been read. A stream that cannot be positioned behind it has its own failure
+        // state.
     }
 }
 
@@ -79,7 +80,8 @@ UInt64 OSBInput::takeFromStream(char *target, UInt64 size)
     }
 }
 
-// False where nothing lies ready: the stream is at its end, or has no buffer of its own.
+// Fills the block from the stream's buffer. False where the buffer is empty: at the end, or in a
+// stream without a buffer.
 bool OSBInput::fill()
 {
     if(!_in.good())

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// What the binary scene format reads from and writes to.
+/// The storages that the binary scene format reads from and writes to.
 
 #include <iosfwd>
 #include <vector>
@@ -11,14 +11,14 @@
 
 namespace OSG
 {
-/// Reads from a stream in blocks: records are made of very many small numbers, and a call to the
-/// stream for each costs more than the number. Only what lies ready in the stream's own buffer is
-/// read ahead, and the end gives it back: the stream then stands behind the last byte that was
-/// read, also where it cannot seek.
+/// Reads from a stream in blocks, because a scene has very many small numbers and a stream call for
+/// each would cost more than the rest. Only bytes that are already in the stream's own buffer are
+/// read ahead. At the end the unused ones are given back, so that the stream stands behind the last
+/// byte read even where it cannot seek.
 class OSBInput : public ExceptionBinaryDataHandler
 {
   public:
-    /// `in` is not owned and must live as long.
+    /// `in` is not owned and must outlive this.
     explicit OSBInput(std::istream &in);
     ~OSBInput() override;
 
@@ -36,15 +36,15 @@ class OSBInput : public ExceptionBinaryDataHandler
     std::size_t _end = 0;
 };
 
-/// Writes to a stream in blocks. Without `finish` the last block is not written.
+/// Writes to a stream in blocks. finish() writes the last block; nothing else does.
 class OSBOutput : public ExceptionBinaryDataHandler
 {
   public:
-    /// `out` is not owned and must live as long.
+    /// `out` is not owned and must outlive this.
     explicit OSBOutput(std::ostream &out);
     ~OSBOutput() override;
 
-    /// Raises WriteError where the stream takes no more.
+    /// Writes the last block. Raises WriteError where the stream fails.
     void finish();
 
   protected:
@@ -55,10 +55,10 @@ class OSBOutput : public ExceptionBinaryDataHandler
 
     std::ostream &_out;
     std::vector<char, MemAllocator<char>> _block;
-    std::size_t _end = 0; // of what waits in the block
+    std::size_t _end = 0; // of the bytes that wait in the block
 };
 
-/// The content of a field within a larger storage: ends where the field's size says.
+/// The content of one field within a larger storage. Reading ends at the size of the field.
 class OSBContent : public ExceptionBinaryDataHandler
 {
   public:
@@ -80,7 +80,7 @@ class OSBContent : public ExceptionBinaryDataHandler
     UInt64 _rest;
 };
 
-/// Keeps what is written, to be looked at before it goes on.
+/// Keeps the bytes that are written, so that they can be compared before they are stored.
 class OSBScratch : public ExceptionBinaryDataHandler
 {
   public:

@@ -19,7 +19,7 @@ OSBStructure::OSBStructure(OSBRootElement::ContainerList const &containers,
     , _firstField(containers.size() + 2, 0)
     , _parents(containers.size() + 1, 0)
 {
-    // Pointer fields lie in the order of their containers.
+    // The pointer fields are in the order of their containers.
     std::size_t field = 0;
     for(UInt32 owner = 1; owner <= containers.size(); ++owner)
     {
@@ -46,7 +46,7 @@ bool OSBStructure::isCounted(Pointers const &pointers)
     return pointers.field->getFieldType().getClass() == FieldClass::Pointer;
 }
 
-// Whether a core shows another tree by the field.
+// Whether the field makes a core show another tree.
 bool OSBStructure::isVisit(Pointers const &pointers)
 {
     auto const &type =
@@ -84,9 +84,10 @@ void OSBStructure::checkCycles() const
 
 // --- circles ---
 
-/// Depth first, with a stack of its own: a target that is still open closes a circle. What a core
-/// shows is searched by itself, when nothing is open. The last fields come first: of a node its
-/// children, so that a tree is entered at its root where that is possible.
+/// Depth-first search with its own stack. A pointer to a container that is still open closes a
+/// circle (a back edge) and is cut. The tree that a core shows is searched separately, when no
+/// container is open, because such a pointer may close a circle. Fields are taken in reverse, so
+/// the children of a node come first and a tree is entered at its root where possible.
 class OSBStructure::CircleSearch
 {
   public:
@@ -119,7 +120,7 @@ class OSBStructure::CircleSearch
     struct Step
     {
         UInt32 number;
-        std::size_t fieldsLeft; // those before this place
+        std::size_t fieldsLeft; // the fields before this one are still to be searched
         std::size_t at;         // the next target of the field at that place
     };
 
@@ -171,7 +172,7 @@ class OSBStructure::CircleSearch
     }
 
     OSBStructure const &_structure;
-    std::vector<State, MemAllocator<State>> _states; // by number
+    std::vector<State, MemAllocator<State>> _states; // by container number
     std::vector<Step, MemAllocator<Step>> _path;
     NumberList _starts;
     UInt32 _numCut = 0;
@@ -181,7 +182,8 @@ UInt32 OSBStructure::cutCircles() { return CircleSearch(*this).cut(); }
 
 // --- order ---
 
-// Each number looks up as far as the next one whose depth is known.
+// The depth of each node below its root. Each path upwards ends at the first node whose depth is
+// known, so that the time is linear.
 OSBStructure::NumberList OSBStructure::findDepths() const
 {
     NumberList depths(_parents.size(), 0);
@@ -219,7 +221,8 @@ OSBStructure::NumberList OSBStructure::getReachedFromBelow() const
             }
         }
     }
-    // Written files hold parents before their children: there the way back is in order.
+    // The library writes parents before their children, so the reversed list of its files is in
+    // order already. Other files are sorted by depth.
     std::reverse(reached.begin(), reached.end());
     if(!childrenComeFirst(reached))
     {

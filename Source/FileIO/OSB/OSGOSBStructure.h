@@ -6,29 +6,31 @@
 
 namespace OSG
 {
-/// How the containers of a file hang together, by their numbers, before anything is linked.
+/// Checks how the containers of a file point to one another, by number, before they are linked.
 ///
-/// Raises ReadError where the nodes are not one tree: a node with two parents, a parent of the
-/// first container, a node that is its own ancestor. Time and memory go with the pointers of the
-/// file.
+/// Raises ReadError where the nodes are not one tree: a node has two parents, the first container
+/// has a parent, or a node is its own ancestor. Time and memory are linear in the number of
+/// pointers of the file.
 class OSBStructure
 {
   public:
     using NumberList = OSBRootElement::NumberList;
 
-    /// `containers` in the order of their numbers, from 1 on, null where one is not there;
-    /// `targets` of the pointers all lead to one that is. Nothing is kept alive.
+    /// `containers` are in the order of their numbers, which begin at 1. An entry is null where the
+    /// container could not be made. Each of `targets` is 0 or the number of an entry that is not
+    /// null. References to the arguments are kept.
     OSBStructure(OSBRootElement::ContainerList const &containers,
                  OSBRootElement::PointerFieldList const &pointers, NumberList &targets);
 
-    /// Sets to 0 what would close a circle of counted references among what the first container
-    /// leads to: such a circle would never end. The other trees that cores show count for none:
-    /// nodes may visit one another. The result is the number of pointers that were cut.
+    /// Sets to 0 the pointers that would close a circle of counted references, which would never be
+    /// freed. Only containers that can be reached from the first one are searched. A pointer by
+    /// which a core shows another tree is left alone, since nodes may visit one another. Returns
+    /// the number of pointers that were cut.
     UInt32 cutCircles();
 
-    /// The numbers that counted pointers reach from the first one. A node comes before its parent,
-    /// so that it has none yet when it takes its children: what looks for cycles along the
-    /// ancestors then has nowhere to go.
+    /// The numbers that can be reached from the first one by counted pointers, each node before its
+    /// parent. In this order a node has no parent yet when it receives its children, so the search
+    /// for cycles among its ancestors ends at once.
     NumberList getReachedFromBelow() const;
 
   private:
@@ -41,12 +43,13 @@ class OSBStructure
     void takeChildren(UInt32 owner, Pointers const &pointers);
     void checkCycles() const;
     NumberList findDepths() const;
-    /// No node stands behind its parent.
+    /// True where no node comes after its parent.
     bool childrenComeFirst(NumberList const &numbers) const;
 
     OSBRootElement::PointerFieldList const &_pointers;
     NumberList &_targets;
-    std::vector<std::size_t> _firstField; // by number; its fields end where those of the next begin
-    NumberList _parents;                  // by number, 0 for none
+    std::vector<std::size_t>
+        _firstField;     // by container number; the fields end at those of the next
+    NumberList _parents; // by container number, 0 for none
 };
 } // namespace OSG

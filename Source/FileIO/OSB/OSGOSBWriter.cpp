@@ -17,7 +17,7 @@ OSBWriter::~OSBWriter() = default;
 void OSBWriter::meetContainers(Node *scene)
 {
     _root.addContainer(scene);
-    // Elements make further containers known, which this loop then comes to.
+    // preWrite appends further containers to the list, which this loop then reaches.
     for(std::size_t i = 0; i < _root.getContainers().size(); ++i)
     {
         FieldContainer *const container = _root.getContainers()[i];
@@ -32,7 +32,8 @@ void OSBWriter::meetContainers(Node *scene)
 void OSBWriter::write(Node *scene)
 {
     meetContainers(scene);
-    // Its parent would list it as a child, and a file's first node has no parent.
+    // A core of the scene shows a tree that contains the scene's parent, which would be written
+    // with the root as its child. The first node of a file must not have a parent.
     if(_root.getNumber(scene->getParent()) != 0)
         throw ExceptionBinaryDataHandler::WriteError("the part shows what it is a part of");
     ExceptionBinaryDataHandler &handler = _root.getHandler();

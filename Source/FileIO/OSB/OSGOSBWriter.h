@@ -10,7 +10,7 @@ namespace OSG
 {
 class Node;
 
-/// One write of a scene. Raises WriteError where the stream takes no more.
+/// Writes one scene. Raises WriteError where the stream fails.
 class OSBWriter
 {
   public:

@@ -31,8 +31,8 @@ OSBWrittenTypes::Type &OSBWrittenTypes::get(FieldContainerType const &type)
     return _types[place - 1];
 }
 
-// The new container is one without the prototype: what a host sets there is not what the reader's
-// process has.
+// The new container is not made by the prototype, because the host may have changed the prototype
+// and the reading process has another one.
 void OSBWrittenTypes::describe(FieldContainerType const &type, Type &written) const
 {
     written.creator = OSBElementFactory::the()->findCreator(type.getName());

@@ -12,7 +12,7 @@ namespace OSG
 {
 class OSBElementCreatorBase;
 
-/// What is found out once for all containers of a type that are written to one file.
+/// Data about a container type that are computed once per file.
 class OSG_FILEIO_API OSBWrittenTypes
 {
   public:
@@ -22,19 +22,19 @@ class OSG_FILEIO_API OSBWrittenTypes
         PointerFieldAccess const *pointers; ///< null for values
         bool isMulti;
         bool isCounted;
-        UInt16 number = 0; ///< in the file; 0 before it is told there
-        /// What a new container holds: the values as they are written; no pointers.
+        UInt16 number = 0; ///< in the file; 0 before its name is written
+        /// The value of a new container, as it is written; empty for pointers.
         OSBScratch::Bytes inNewOne = {};
         bool mayBeLeftOut = false;
-        bool isExcluded = false; ///< by the list that the type was asked for with
+        bool isExcluded = false; ///< by the list of excluded fields
     };
     struct Type
     {
         OSBElementCreatorBase const *creator = nullptr;
-        UInt16 number = 0;         ///< in the file; 0 before it is told there
-        UInt8 kind = 0;            ///< of its containers, 0 before one was asked
-        std::string exclude;       ///< the list that the fields were last compared with
-        std::vector<Field> fields; ///< its parents' first
+        UInt16 number = 0;         ///< in the file; 0 before its name is written
+        UInt8 kind = 0;            ///< of its containers; 0 while not known
+        std::string exclude;       ///< the list of excluded fields that was used last
+        std::vector<Field> fields; ///< those of parent types first
     };
 
     explicit OSBWrittenTypes(ExceptionBinaryDataHandler &handler);
@@ -43,15 +43,15 @@ class OSG_FILEIO_API OSBWrittenTypes
     ~OSBWrittenTypes();
 
     void setVersion(UInt16 version) { _version = version; }
-    /// Whether fields that hold what a new container holds are left out.
+    /// Whether fields with the value of a new container are left out.
     bool leavesOut() const;
 
     Type &get(FieldContainerType const &type);
 
-    // --- raises WriteError where the stream takes no more, or there are too many names ---
+    // --- raises WriteError where the stream fails or there are too many names ---
     void writeTypeName(FieldContainerType const &type);
     void writeFieldName(Field &field);
-    /// In the place of the name of a type or field.
+    /// Writes the end marker, which stands in place of a type or field name.
     void writeEnd();
 
   private:
@@ -60,7 +60,7 @@ class OSG_FILEIO_API OSBWrittenTypes
 
     ExceptionBinaryDataHandler &_handler;
     UInt16 _version;
-    std::vector<UInt32> _places; // in _types plus one, by the type's id; 0 for none
+    std::vector<UInt32> _places; // index in _types plus one, by type id; 0 for none
     std::deque<Type> _types;
     UInt32 _numTypeNames = 0;
     UInt32 _numFieldNames = 0;

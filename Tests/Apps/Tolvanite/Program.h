@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Runs the program as people do.
+/// Runs the program as a separate process.
 
 #include <initializer_list>
 #include <string>
@@ -11,12 +11,12 @@ namespace Tool::Test
 {
 struct Outcome
 {
-    int status; ///< exit status; -1 where the program was ended by a signal
+    int status; ///< exit status; -1 if a signal ended the program
     std::string out;
     std::string err;
 };
 
-/// Runs the built program with these words behind its name, standard error no terminal.
+/// Runs the program with these arguments. Standard error is not a terminal.
 Outcome run_program(std::vector<std::string> const &words);
 /// The same with standard output going to `file`.
 Outcome run_program_into(std::string const &file, std::vector<std::string> const &words);
@@ -24,7 +24,7 @@ Outcome run_program_into(std::string const &file, std::vector<std::string> const
 /// The model of ours.
 std::string pavilion();
 
-/// A file of that name and content, in the folder for temporary files, gone with the object.
+/// A file of that name and content in the folder for temporary files. The destructor removes it.
 class TextFile
 {
   public:

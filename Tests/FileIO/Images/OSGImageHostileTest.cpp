@@ -1,4 +1,4 @@
-// Picture files that are cut off, lie or are none.
+// Picture files that are cut off, have wrong headers, or are no pictures at all.
 
 #include <fstream>
 #include <new>
@@ -56,7 +56,7 @@ TEST_P(HostilePictures, CutOffAnywhereAreNone)
         ASSERT_EQ(picture_in(whole.substr(0, length), GetParam().suffix).get(), nullptr) << length;
 }
 
-// Lets the program have so much more memory, a little more each time, until `work` goes through.
+// Calls `work` with a memory limit that grows a little each time, until it succeeds.
 template <class Work>
 int failures_of(Work const &work)
 {
@@ -73,7 +73,8 @@ int failures_of(Work const &work)
         catch(std::bad_alloc const &)
         {
             set_mem_limit(0);
-            // The system's own lists may have moved on by a block; a leak would add up.
+            // Lists of the system may have grown by a block. A leak would add up over the
+            // repetitions.
             EXPECT_LE(get_mem_bytes(), before + 1024) << failures;
         }
     }

@@ -1,4 +1,4 @@
-// What the image file types write they read back.
+// The image file types read back what they write.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// Large pictures that pack well: they are counted before memory is taken for them, and none may be
-// lost.
+// Large pictures that compress well. Their data are measured before memory is allocated, and all of
+// them must still be read.
 
 #include <gtest/gtest.h>
 

@@ -42,8 +42,8 @@ void end_visits(Node *root)
         dynamic_cast<VisitSubTree &>(*root->getChild(0)->getCore()).setSubTreeRoot(nullptr);
 }
 
-/// Lets memory end ever later, until `run` says that it is through; nothing stays of what fails.
-/// Gives the number of failures.
+/// Calls `run` with a growing number of blocks until it reports success. A failed call must leave
+/// nothing allocated. Returns the number of failures.
 template <class Run>
 int fail_until_done(Run run)
 {
@@ -92,7 +92,7 @@ TEST(OSBMemory, AWriteThatRunsOutOfMemoryLeavesNothing)
     EXPECT_GT(fail_until_done(
                   [&scene]
                   {
-                      // A stream keeps to itself why it takes no more.
+                      // A stream does not tell why it failed.
                       LogCapture const silence;
                       return !osb_bytes(scene).empty();
                   }),

@@ -1,5 +1,5 @@
 /// \file
-/// Damaged files: cut off at every byte, with flipped bytes, of any bytes.
+/// Damaged files: cut off at every byte, with flipped bytes, and made of random bytes.
 
 #include <fstream>
 #include <iterator>
@@ -88,7 +88,8 @@ TEST(OSBMutants, FlippedBytesAreSurvived)
     }
 }
 
-// Most bytes are array values, which may be anything: numbers that steer the reader are hit here.
+// Most bytes of a file are array values, where any value is valid. This test changes the numbers
+// that control the reader.
 TEST(OSBMutants, WildCountsAndNumbersAreSurvived)
 {
     std::mt19937 random(4502);

@@ -182,7 +182,7 @@ TEST(OSBSceneFileType, AStreamThatTakesNoMoreIsReported)
                 testing::ElementsAre(testing::StartsWith("OSB: the scene could not be written: ")));
 }
 
-// --- files by hand: what is no scene gives null and a line ---
+// --- files by hand: a file without a scene gives null and a log line ---
 
 struct BadFile
 {
@@ -205,15 +205,15 @@ std::vector<BadFile> bad_files_of(UInt32 version)
     return {
         {"empty", OsbText(), ends},
         {"another signature", OsbText().raw("\x89PNG\r\n\x1a\n", 8).u16(0x0200),
-         "it does not begin as an OSB file"},
+         "its first bytes are not those of an OSB file"},
         {"another version", OsbText().raw("\x89OSB\r\n\x1a\n", 8).u16(0x0201),
-         "it has another version"},
-        {"no container", begin().end(), "its first container is no node"},
-        {"first a core", begin().record("Group").end().end(), "its first container is no node"},
+         "its version is unknown"},
+        {"no container", begin().end(), "its first container is not a node"},
+        {"first a core", begin().record("Group").end().end(), "its first container is not a node"},
         {"first an unknown type", begin().record("Nodes").end().end(),
-         "its first container is no node"},
+         "its first container is not a node"},
         {"first an abstract type", begin().record("StateChunk").end().end(),
-         "its first container is no node"},
+         "its first container is not a node"},
         {"an unknown type without end", begin().record("Node").end().record("Nodes"), ends},
         {"no end", begin().record("Node").end(), ends},
         {"a content that is too long",
@@ -281,9 +281,9 @@ std::vector<BadFile> bad_files()
     all.push_back({"a numbered type name without end",
                    begin_of(0x0300).u16(1).u32(0xffffffff).raw("Node", 4), ends});
     all.push_back({"a type before it is named", begin_of(0x0300).u16(2).text("Node"),
-                   "a name that has not been told"});
+                   "the number of a name is beyond the next new one"});
     all.push_back({"a field before it is named", begin_of(0x0300).record("Node").u16(7),
-                   "a name that has not been told"});
+                   "the number of a name is beyond the next new one"});
     return all;
 }
 

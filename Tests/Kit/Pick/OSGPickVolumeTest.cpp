@@ -115,7 +115,7 @@ TEST(PickVolume, ThePlanesPointInwards)
         EXPECT_TRUE(planes.getPlane(i).isInHalfSpace(Pnt3f(0, 0, 0))) << i;
 }
 
-// Where a point shows in the window, by the formula of a pinhole.
+// The place of a point in the window, by the formula of a pinhole camera.
 struct Shown
 {
     Real64 x, y, depth;
@@ -154,7 +154,7 @@ TEST(PickVolume, HoldsThePointsThatShowInTheArea)
         {
             Pnt3f const point = random.point(-5, 5);
             Shown const shown = show(view, point);
-            // What is within a tenth of a pixel of the border may go either way.
+            // Points within a tenth of a pixel of the border are not compared.
             Real64 const margin =
                 std::min({shown.x - area.left, area.right - shown.x, shown.y - area.top,
                           area.bottom - shown.y, 1000 * (shown.depth - 0.01)});

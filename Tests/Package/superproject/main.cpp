@@ -1,4 +1,4 @@
-// Makes a node in a program that was built with the library's sources.
+// Makes a node in a program whose build includes the library's sources.
 #include <cstdio>
 
 #include "OSGNode.h"

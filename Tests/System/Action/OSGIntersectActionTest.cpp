@@ -246,7 +246,7 @@ TEST(IntersectAction, ACoreMayPutTheRayInPlaceByItself)
     EXPECT_EQ(ray->getMaxDist(), 100.f);
 }
 
-// --- held against all triangles in the space of the root ---
+// --- compared with a search of all triangles in the space of the root ---
 
 struct WorldTriangles
 {

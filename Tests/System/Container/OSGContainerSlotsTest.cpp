@@ -1,6 +1,6 @@
 /// \file
-/// The order in which the virtual operations of a container stand: part of what a host that was
-/// compiled elsewhere relies on.
+/// Checks the order of the virtual operations of a container. Hosts that were compiled before
+/// depend on this order.
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ std::ptrdiff_t slot_of(MemberFunction function)
     return (offset - 1) / static_cast<std::ptrdiff_t>(sizeof(void *));
 }
 
-/// Names what only derived classes may.
+/// Gives the tests access to protected members.
 struct Opened : FieldContainer
 {
     static std::ptrdiff_t onDestroySlot() { return slot_of(&Opened::onDestroy); }

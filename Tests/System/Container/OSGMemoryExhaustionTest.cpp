@@ -79,7 +79,7 @@ class World
     UnrecordedRefPtr<ChunkMaterial> material;
 };
 
-/// What a container is and what it points to, without addresses.
+/// The contents of a container and of those that it points to, as text without addresses.
 class Description
 {
   public:
@@ -362,7 +362,7 @@ Operation const Operations[] = {
      { w.geometry().setMaterial(UnrecordedRefPtr<SimpleMaterial>(SimpleMaterial::create())); }},
 };
 
-/// Operations of more than one step may be made in part: what they change is theirs to say.
+/// True for an operation of several steps, of which some may be done when memory runs out.
 bool has_steps(std::string const &name)
 {
     for(char const *one :

@@ -11,7 +11,7 @@ namespace
 {
 using NodePtr = UnrecordedRefPtr<Node>;
 
-/// What a pointer of each policy does to the counts of what it points to.
+/// How a pointer of each policy changes the counts of its target.
 template <class Policy>
 struct PolicyCase;
 template <>

@@ -31,7 +31,7 @@ std::vector<Node *> listed(Node const *node)
     return std::vector<Node *>(node->getMFChildren()->begin(), node->getMFChildren()->end());
 }
 
-/// The children by every way to look at them, held against the plain list.
+/// Reads the children in every possible way and compares them with a plain list.
 void compare(Node const *node, std::vector<Node *> const &plain)
 {
     ASSERT_EQ(node->getNChildren(), plain.size());

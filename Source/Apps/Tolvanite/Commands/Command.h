@@ -11,7 +11,7 @@
 
 namespace Tool
 {
-/// What every command understands.
+/// The options that all commands have.
 struct CommonOptions
 {
     bool json = false;
@@ -19,15 +19,14 @@ struct CommonOptions
     bool verbose = false;
 };
 
-/// Sets the level of the log: warnings and worse, or progress where --verbose asks for it.
+/// Sets the level of the log: warnings and worse, or also progress with --verbose.
 void apply_log_level(CommonOptions const &options);
 
-/// The command that the command line asks for, set by the parse, run after it.
+/// The command of the command line. The parser sets it; it runs after the parse.
 using ChosenCommand = std::function<int(Streams)>;
 
-/// Adds a command of that name to the program with the common options. `options`, which derives
-/// from CommonOptions, lives as long as the program's parser; `run` is called with what the parse
-/// has left in it.
+/// Adds a command with the common options to the program. `options` derives from CommonOptions and
+/// must live as long as the parser. `run` is called with the parsed options.
 template <class Options>
 CLI::App &add_command(CLI::App &program, char const *name, char const *purpose,
                       std::shared_ptr<Options> const &options, int (*run)(Options const &, Streams),
@@ -51,7 +50,7 @@ CLI::App &add_command(CLI::App &program, char const *name, char const *purpose,
     return command;
 }
 
-// One function per command, each in the source of its name.
+// One function per command, each in the source with its name.
 void add_info_command(CLI::App &program, ChosenCommand &chosen);
 void add_dump_command(CLI::App &program, ChosenCommand &chosen);
 void add_select_command(CLI::App &program, ChosenCommand &chosen);

@@ -25,7 +25,7 @@ bool is_written(std::string const &suffix)
                suffix.c_str(), OSG::IOFileTypeBase::WriteSupported) != nullptr;
 }
 
-// Empty on success, else the reason.
+// Empty on success, otherwise the reason of the failure.
 std::string write_scene(OSG::Node *root, std::string const &target)
 {
     return replace_file(target, [root](std::string const &path)
@@ -37,7 +37,7 @@ struct Outcome
     OSG::UInt64 nodesBefore = 0;
     OSG::UInt64 nodesAfter = 0;
     double seconds = 0;
-    bool isComplete = false; ///< the read of the source
+    bool isComplete = false; ///< the source was read completely
 };
 
 void print_outcome(std::ostream &out, ConvertOptions const &options, Outcome const &outcome)

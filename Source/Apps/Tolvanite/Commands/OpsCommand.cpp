@@ -11,7 +11,8 @@ int run_ops(CommonOptions const &options, Streams streams)
     auto const &prototypes = OSG::GraphOpFactoryBase::the()->getPrototypes();
     if(!options.json)
     {
-        // A usage text begins with a name for people, which need not be the one that --op takes.
+        // A usage text begins with a name for people, which may differ from the name that --op
+        // takes.
         for(auto const &prototype : prototypes)
             streams.out << prototype->getName() << '\n' << prototype->usage();
         return Success;

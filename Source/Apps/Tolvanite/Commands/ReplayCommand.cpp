@@ -39,10 +39,10 @@ EnginePtr make_copter() { return EnginePtr(OSG::CopterFlyEngine::create()); }
 std::map<std::string, EnginePtr (*)()> const Engines = {
     {"cad", make_cad}, {"copter", make_copter}, {"fly", make_fly}};
 
-/// A pose after an event.
+/// The pose of the camera after an event.
 struct Pose : CameraPose
 {
-    float verticalSize; ///< of an orthographic camera, 0 for others
+    float verticalSize; ///< of an orthographic camera; 0 for others
 };
 
 Pair size_of(std::string const &text)
@@ -56,7 +56,7 @@ Pair size_of(std::string const &text)
 
 OSG::RecordingResult read_events(std::string const &file)
 {
-    // A pipe may have nobody at its other end, a device may have no end.
+    // Only regular files are read: opening a pipe may wait forever, and a device may have no end.
     if(!std::filesystem::is_regular_file(file))
         return {std::nullopt, "is no regular file"};
     std::ifstream in(file, std::ios::binary);
@@ -121,7 +121,7 @@ void print_poses(std::ostream &out, std::vector<Pose> const &poses)
     }
 }
 
-// Empty on success, else the reason.
+// Empty on success, otherwise the reason of the failure.
 std::string write_plot(std::string const &target, OSG::Node *scene, std::vector<Pose> const &poses)
 {
     std::vector<OSG::PathPoint> path;
@@ -182,7 +182,8 @@ void add_replay_command(CLI::App &program, ChosenCommand &chosen)
     std::set<std::string> names;
     for(auto const &entry : Engines)
         names.insert(entry.first);
-    command.add_option("--engine", options->engine, "What moves the camera: cad, fly or copter")
+    command
+        .add_option("--engine", options->engine, "Engine that moves the camera: cad, fly or copter")
         ->required()
         ->check(CLI::IsMember(names));
     command.add_option("--size", options->size, "Size of the view in pixels, WxH")->required();

@@ -47,7 +47,7 @@ std::map<std::string, SelectionFunctor::HitType> const HitNames = {
     {"back", SelectionFunctor::BackHits},
     {"all", SelectionFunctor::AllHits}};
 
-// The mask of kinds with commas between them; 0 where one of them is none.
+// The mask for comma-separated kinds of primitives; 0 if one of them is unknown.
 OSG::UInt32 mask_of(std::string const &names)
 {
     OSG::UInt32 mask = 0;
@@ -65,7 +65,7 @@ OSG::UInt32 mask_of(std::string const &names)
 struct Selection
 {
     Hits hits;
-    std::optional<OSG::Pnt3f> eye; ///< of the view, where the volume is part of one
+    std::optional<OSG::Pnt3f> eye; ///< the eye of the view; none for a volume without a view
     double seconds = 0;
 };
 
@@ -102,14 +102,15 @@ Selection select(SelectOptions const &options, VolumeChoice const &choice, OSG::
     return result;
 }
 
-// Rounded once: far from the origin the difference of two places is small beside them.
+// Computed in double precision and rounded once, because far from the origin the distance is small
+// compared with the coordinates.
 float distance_between(OSG::Pnt3f const &a, OSG::Pnt3f const &b)
 {
     return static_cast<float>(
         std::hypot(double(a[0]) - b[0], double(a[1]) - b[1], double(a[2]) - b[2]));
 }
 
-// The member "eyeDistance" of a hit in a view, and its "point".
+// Writes the members "eyeDistance" and "point" of a hit.
 void write_place(JsonWriter &json, SelectionFunctor::HitT const &hit,
                  std::optional<OSG::Pnt3f> const &eye)
 {
@@ -154,7 +155,7 @@ void write_selection(JsonWriter &json, SelectOptions const &options, Selection c
     json.endObject();
 }
 
-// A place for people; a dash where there is none.
+// A point as text; a dash where there is none.
 std::string shown_place(SelectionFunctor::HitT const &hit)
 {
     if(!hit.hasPoint)
@@ -203,7 +204,7 @@ int run_select(SelectOptions const &options, Streams streams)
     return Success;
 }
 
-// An option that takes one of the names and nothing else.
+// Adds an option that accepts only the given names.
 template <class Value>
 void add_choice(CLI::App &command, char const *option, std::map<std::string, Value> const &names,
                 Value &chosen, char const *help)

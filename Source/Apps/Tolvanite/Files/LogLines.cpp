@@ -27,7 +27,7 @@ char const *name_of(OSG::LogLevel level)
     }
 }
 
-// Without the line break and the blanks at its end.
+// The text without line breaks and blanks at its end.
 std::string shown_message(OSG::LogLevel level, std::string_view text)
 {
     std::size_t const end = text.find_last_not_of(" \n");
@@ -59,7 +59,8 @@ void LogLines::receive(OSG::LogLevel level, char const *, char const *text, void
     }
     catch(std::bad_alloc const &)
     {
-        // The line is lost; whoever logged meets the lack of memory by itself.
+        // There is no memory for the line, and it is lost. The code that logged it will run out of
+        // memory itself.
     }
 }
 
@@ -87,7 +88,7 @@ LogLines::Kind *LogLines::find(std::string const &format)
     return found != _kinds.end() ? &*found : nullptr;
 }
 
-// What stands in brackets behind the text; empty for nothing.
+// The note in brackets behind the text: line and count. Empty where there is none.
 std::string LogLines::remarksOn(Kind const &kind)
 {
     std::string remarks;

@@ -8,12 +8,12 @@
 
 namespace Tool
 {
-/// Shows what the library logs while it lives, a line for each kind of message: its first text, the
-/// line of the file where that came up in a read, and how many there were. A missing material
-/// library counts the uses of its materials with it. Warnings and worse are kept until print(), the
-/// rest is shown at once.
+/// Shows the library's log while it lives. Each kind of message gives one line: the text of the
+/// first message, the line of the file that was being read, and the number of messages. The uses of
+/// materials of a missing library are counted with the line about the library. Warnings and worse
+/// are kept until print(); other messages are shown at once.
 ///
-/// Control characters stand as \xNN, and long texts are cut.
+/// Control characters are shown as \xNN, and long texts are cut.
 class LogLines
 {
   public:
@@ -23,14 +23,14 @@ class LogLines
         Lines
     };
 
-    /// Takes the log's sink.
+    /// Becomes the sink of the log.
     LogLines(std::ostream &out, Show show);
-    /// Prints, and gives the log its stream back.
+    /// Prints the kept messages and restores the log's stream.
     ~LogLines();
     LogLines(LogLines const &) = delete;
     LogLines &operator=(LogLines const &) = delete;
 
-    /// Prints what was kept.
+    /// Prints the kept messages.
     void print();
 
   private:
@@ -38,7 +38,7 @@ class LogLines
     {
         std::string format;
         std::string text;
-        OSG::UInt64 line; ///< of the first; 0 where none is known
+        OSG::UInt64 line; ///< of the first message; 0 where not known
         OSG::UInt64 count;
     };
 

@@ -4,8 +4,7 @@
 
 namespace Tool
 {
-/// One line on a terminal that fills from 0 to 100 percent, and is wiped when the bar ends, so that
-/// only what follows it remains.
+/// A line on a terminal that shows progress from 0 to 100 percent. The destructor wipes it.
 class ProgressBar
 {
   public:
@@ -14,7 +13,7 @@ class ProgressBar
         Never,
         Always
     };
-    /// Always on a terminal behind standard error that nobody asked to be quiet, else Never.
+    /// Always if standard error is a terminal and --quiet is not set, otherwise Never.
     static Show whereWanted(bool quiet);
 
     ProgressBar(std::ostream &out, Show show)
@@ -26,7 +25,7 @@ class ProgressBar
     ProgressBar(ProgressBar const &) = delete;
     ProgressBar &operator=(ProgressBar const &) = delete;
 
-    /// Draws where the percentage differs from what stands there; beyond 100 counts as 100.
+    /// Draws the bar if the percentage has changed. Values above 100 count as 100.
     void set(unsigned percent);
 
   private:

@@ -11,10 +11,10 @@ namespace fs = std::filesystem;
 
 namespace
 {
-// A link stays a link: what it leads to is replaced.
+// Follows links, so that the file that a link leads to is replaced and the link stays.
 fs::path without_links(fs::path path)
 {
-    constexpr int MostLinks = 40; // as many as the system follows
+    constexpr int MostLinks = 40; // the kernel's own limit
     std::error_code error;
     for(int i = 0; i < MostLinks && fs::is_symlink(path, error); ++i)
     {
@@ -24,7 +24,8 @@ fs::path without_links(fs::path path)
     return path;
 }
 
-// Who could not read the old file shall not read the new one.
+// The new file gets the permissions of the old one, so that nobody can read it who could not read
+// the old one.
 void copy_permissions(fs::path const &from, fs::path const &to)
 {
     std::error_code error;
@@ -33,7 +34,7 @@ void copy_permissions(fs::path const &from, fs::path const &to)
         fs::permissions(to, old.permissions(), error);
 }
 
-// Empty where the file can take the place of what is there.
+// Empty if the target can be replaced, otherwise the reason.
 std::string obstacle_at(fs::path const &path)
 {
     std::error_code error;
@@ -55,7 +56,7 @@ std::string write_and_move(fs::path const &target, std::string const &name,
 {
     WorkFolder folder(target.parent_path());
     std::string const path = (folder.path() / name).string();
-    errno = 0; // streams keep no reason of their own
+    errno = 0; // a stream does not keep the reason of a failure
     if(!write(path))
         return reason_of(errno);
     copy_permissions(target, path);

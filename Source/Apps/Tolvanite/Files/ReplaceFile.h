@@ -5,13 +5,14 @@
 
 namespace Tool
 {
-/// Writes a file anew, or leaves it as it was. `write` gets a path of the target's name in a folder
-/// of its own beside the target and returns whether it could write it; further files that it makes
-/// there go beside the target too. They take their places when all are complete.
+/// Replaces a file as a whole or leaves it unchanged. `write` receives a path in a new folder
+/// beside the target. The path ends with the target's name. `write` returns whether it could write
+/// the file. It may make further files in the folder, which are also moved beside the target. All
+/// files are moved only when all are complete.
 ///
-/// Empty on success, else the reason in words of the system; nothing is left behind then. Signals
-/// that end the program (SIGHUP, SIGINT, SIGQUIT, SIGTERM) clear the folder away first. A link as
-/// the target stays a link: what it leads to is replaced.
+/// Returns an empty text on success, otherwise the system's reason; the folder is removed in either
+/// case. It is also removed if a signal (SIGHUP, SIGINT, SIGQUIT, SIGTERM) ends the program. If the
+/// target is a link, the file that it leads to is replaced.
 std::string replace_file(std::string const &target,
                          std::function<bool(std::string const &path)> const &write);
 } // namespace Tool

@@ -11,7 +11,7 @@ namespace Tool
 {
 namespace
 {
-/// Shows the progress of reads while it lives.
+/// Shows a progress bar for reads while it lives.
 class ReadProgress
 {
   public:
@@ -29,7 +29,7 @@ class ReadProgress
     ProgressBar _bar;
 };
 
-// What a reader may raise (a list beyond its limits) means no scene here, save lack of memory.
+// An exception of a reader, other than std::bad_alloc, means that the file gives no scene.
 ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 {
     ReadProgress const progress(streams.err, ProgressBar::whereWanted(options.quiet));
@@ -51,7 +51,7 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
 void add_file_argument(CLI::App &command, SceneOptions &options)
 {
     command.add_option("FILE", options.file, "Scene file")->required()->check(CLI::ExistingPath);
-    command.add_flag("--strict", options.strict, "Fail where a read ends before its file does");
+    command.add_flag("--strict", options.strict, "Fail if the file is not read completely");
 }
 
 Scene read_scene(SceneOptions const &options, Streams streams)

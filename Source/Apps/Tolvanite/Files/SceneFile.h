@@ -8,29 +8,29 @@
 
 namespace Tool
 {
-/// Options of a command that reads one scene.
+/// The options of a command that reads one scene.
 struct SceneOptions : CommonOptions
 {
     std::string file;
-    bool strict = false; ///< a scene that was not read completely is none
+    bool strict = false; ///< refuse a scene that was not read completely
 };
 
-/// Adds --strict and the argument FILE; a command line that names none, or one that does not exist,
-/// is misused.
+/// Adds --strict and the argument FILE. The command line is wrong without FILE, or if there is no
+/// such file.
 void add_file_argument(CLI::App &command, SceneOptions &options);
 
 using ScenePtr = OSG::UnrecordedRefPtr<OSG::Node>;
 
-/// A scene with its volumes up to date, and the seconds that its read has taken.
+/// A scene with up-to-date volumes, and the seconds that its read took.
 struct Scene
 {
     ScenePtr root;
-    bool isComplete = false; ///< the read went through the whole file
+    bool isComplete = false; ///< the whole file was read
     double loadSeconds = 0;
 };
 
-/// Reads the scene, with a progress bar where one is wanted. The root is null where the file gives
-/// none, or not the whole of one under --strict; one line has said so by then, behind those of the
-/// log. Raises std::bad_alloc.
+/// Reads the scene, with a progress bar if the options allow it. The root is null where the file
+/// gives no scene, or with --strict an incomplete one. A line about this has then been printed,
+/// after those of the log. Raises std::bad_alloc.
 Scene read_scene(SceneOptions const &options, Streams streams);
 } // namespace Tool

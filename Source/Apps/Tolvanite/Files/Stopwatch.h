@@ -4,7 +4,7 @@
 
 namespace Tool
 {
-/// Runs from its construction on.
+/// Measures the time since its construction.
 class Stopwatch
 {
   public:

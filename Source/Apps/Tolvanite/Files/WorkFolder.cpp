@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 namespace
 {
 constexpr int EndingSignals[] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
-constexpr int WakingSignal = SIGTERM; // sent to the watcher alone
+constexpr int WakingSignal = SIGTERM; // the destructor sends it to the watching thread
 
 fs::path make_folder(fs::path const &parent)
 {
@@ -76,7 +76,7 @@ WorkFolder::~WorkFolder()
     pthread_sigmask(SIG_SETMASK, &_formerSignals, nullptr);
 }
 
-// The loop ends by the destructor's signal, or with the program.
+// The loop ends with the destructor's signal or with the program.
 void WorkFolder::watch()
 {
     for(int signal = 0; sigwait(&_signals, &signal) == 0;)
@@ -91,7 +91,7 @@ void WorkFolder::watch()
     }
 }
 
-// Again as long as there is something: the writing thread may make a file while others go.
+// Repeated until the folder is gone, because the writing thread may make a file meanwhile.
 void WorkFolder::remove()
 {
     constexpr int MostTries = 100;

@@ -7,16 +7,17 @@
 
 namespace Tool
 {
-/// A folder of an unpredictable name that nobody else may enter, gone with the object.
+/// A folder with an unpredictable name that only this user may enter. The destructor removes it.
 ///
-/// Signals that end the program are held back in the making thread while it lives; another thread
-/// waits for them, clears the folder away and lets the signal have its way. That thread is no
-/// signal handler, so it may do what clearing away takes.
+/// While the object lives, signals that would end the program are blocked in the thread that made
+/// it. Another thread waits for them, removes the folder and then lets the signal end the program.
+/// A signal handler could not do this, since few functions may be called in one.
 class WorkFolder
 {
   public:
-    /// Made in `parent`, "" for the current folder. Raises std::filesystem::filesystem_error where
-    /// it cannot be made, std::bad_alloc where there is no memory for the thread.
+    /// Makes the folder in `parent`; "" is the current folder. Raises
+    /// std::filesystem::filesystem_error where it cannot be made, and std::bad_alloc where there is
+    /// no memory for the thread.
     explicit WorkFolder(std::filesystem::path const &parent);
     WorkFolder(WorkFolder const &) = delete;
     WorkFolder &operator=(WorkFolder const &) = delete;
@@ -24,8 +25,8 @@ class WorkFolder
 
     std::filesystem::path const &path() const { return _path; }
 
-    /// Moves the files of the folder to `parent`, the one called `name` to `target`, last. No
-    /// signal comes between. False, with `error` set, where one cannot be moved.
+    /// Moves the files of the folder to `parent`, and last the file `name` to `target`. No signal
+    /// interrupts this. False, with `error` set, where a file cannot be moved.
     bool moveOut(std::string const &name, std::filesystem::path const &target,
                  std::error_code &error);
 
@@ -36,7 +37,7 @@ class WorkFolder
     sigset_t _signals;
     sigset_t _formerSignals;
     std::filesystem::path _path;
-    std::mutex _mutex; // held while files are moved and while the folder is cleared away
+    std::mutex _mutex; // held while files are moved, and while the folder is removed
     bool _isDone = false;
     std::thread _watcher;
 };

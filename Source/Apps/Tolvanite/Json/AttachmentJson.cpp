@@ -17,14 +17,14 @@ namespace Tool
 {
 namespace
 {
-// What a field holds, by the name of its content type.
+// The kind of a field's value, by the name of its content type.
 enum class Content
 {
     Text,
     Truth,
     Whole,
     Number,
-    Numbers ///< several, with commas between them
+    Numbers ///< several, separated by commas
 };
 
 Content content_of(OSG::FieldType const &type)
@@ -143,7 +143,7 @@ void write_attachment(JsonWriter &json, OSG::Attachment const &attachment, char 
     json.endObject();
 }
 
-/// Opens the member with the first attachment and closes it at its end.
+/// Opens the member when the first attachment is written. The destructor closes it.
 class AttachmentList
 {
   public:

@@ -11,7 +11,7 @@ using OSG::GeoIntegralProperty;
 using OSG::Geometry;
 using OSG::GeoVectorProperty;
 
-// An array of whole numbers; empty where there is no property.
+// Writes the integers of a property as an array, which is empty where there is no property.
 void write_numbers(JsonWriter &json, GeoIntegralProperty const *property)
 {
     OSG::IntegralArray const numbers =

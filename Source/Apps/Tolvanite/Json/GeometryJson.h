@@ -11,10 +11,10 @@ namespace Tool
 {
 enum class Arrays
 {
-    Counted, ///< vertex arrays and indices as their sizes
-    Written  ///< with their values
+    Counted, ///< only the sizes of vertex arrays and indices
+    Written  ///< also their values
 };
 
-/// Writes the members of a geometry into the open object.
+/// Writes the members for a geometry into the open object.
 void write_geometry(JsonWriter &json, OSG::Geometry const &geometry, Arrays arrays);
 } // namespace Tool

@@ -8,14 +8,14 @@
 
 namespace Tool
 {
-/// Writes one JSON value to a stream as it goes, so that a scene of any depth and size takes no
-/// memory here. What comes out is UTF-8; bytes that are none become U+FFFD.
+/// Writes one JSON value to a stream, piece by piece, so that the text of a large scene needs no
+/// memory. The output is UTF-8; invalid bytes become U+FFFD.
 ///
-/// Numbers have the shortest form that reads back to the same value of their own type: a 32-bit
-/// 0.1 is written as 0.1. Not-a-number and infinities are the strings "nan", "inf", "-inf".
+/// A number is written in the shortest form that reads back to the same value of its own type: a
+/// 32-bit 0.1 is written as 0.1. NaN and infinities become the strings "nan", "inf", "-inf".
 ///
-/// Calls have to make sense in their order (a key in an object only, a value after each key); they
-/// are not checked.
+/// The order of calls has to give valid JSON (a key only within an object, a value after each key).
+/// It is not checked.
 class JsonWriter
 {
   public:
@@ -44,7 +44,7 @@ class JsonWriter
     }
     JsonWriter &null() { return raw("null"); }
 
-    /// The first `count` elements of anything with operator[], as an array.
+    /// Writes the first `count` elements of anything with operator[] as an array.
     template <class Values>
     JsonWriter &array(Values const &values, std::size_t count)
     {
@@ -67,7 +67,7 @@ class JsonWriter
     void separate();
 
     std::ostream &_out;
-    std::vector<bool> _hasElements; // one per open bracket
+    std::vector<bool> _hasElements; // an entry per open bracket
     bool _afterKey = false;
 };
 } // namespace Tool

@@ -16,14 +16,15 @@ namespace Tool
 {
 namespace
 {
-/// Switch materials nest, in files of strangers also in themselves and in pairs over many levels.
-/// One that is written within itself, and those beyond a number, have all but their choices.
+/// Switch materials may nest. In a hostile file one may contain itself, or pairs over many levels
+/// may multiply. The choices of a switch material are left out where it is written within itself,
+/// and beyond a number of switch materials.
 struct WrittenSwitches
 {
     std::unordered_set<OSG::SwitchMaterial const *> open;
     std::size_t count = 0;
 };
-constexpr std::size_t MostSwitches = 1000; // also as deep as they can nest
+constexpr std::size_t MostSwitches = 1000; // this also bounds the depth
 
 void write_material(JsonWriter &json, OSG::Material *material, WrittenSwitches &written);
 

@@ -9,7 +9,8 @@ class Material;
 
 namespace Tool
 {
-/// Writes a material as an object, or null for none. A switch material that is among its own
-/// choices, directly or further down, has no "materials" there, nor has one beyond the thousandth.
+/// Writes a material as an object; null for a null pointer. The member "materials" of a switch
+/// material is left out where the material is written within itself, directly or further down, and
+/// beyond the thousandth switch material.
 void write_material(JsonWriter &json, OSG::Material *material);
 } // namespace Tool

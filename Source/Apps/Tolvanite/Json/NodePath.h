@@ -10,12 +10,12 @@ class Node;
 
 namespace Tool
 {
-/// The address of a node by child indices from the root: `/` is the root, `/0/3` the fourth child
-/// of the first child. A node below visited subtrees has the address of each visiting node with an
-/// `@` before its own: `/0/3@/1`.
+/// The address of a node: child indices from the root. `/` is the root, `/0/3` is the fourth child
+/// of the first child. For a node in a visited tree, the address of each visiting node and an `@`
+/// come first: `/0/3@/1`.
 ///
-/// `visiting` holds the nodes that visit, outermost first; `node` lies in the tree that the last of
-/// them visits, or in that of `root` where there is none.
+/// `visiting` are the visiting nodes, outermost first. `node` is in the tree that the last of them
+/// visits, or in the tree of `root` if there are none.
 std::string node_path(OSG::Node const *root, std::vector<OSG::Node *> const &visiting,
                       OSG::Node const *node);
 /// The addresses of the visiting nodes themselves.

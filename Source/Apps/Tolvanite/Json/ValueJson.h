@@ -15,7 +15,7 @@ namespace Tool
 void write_bounds(JsonWriter &json, OSG::BoxVolume const &bounds);
 /// Writes 16 numbers, column after column.
 void write_matrix(JsonWriter &json, OSG::Matrix const &matrix);
-/// Writes the name that hangs on `container`, or null.
+/// Writes the name of `container`; null where it has none.
 void write_name(JsonWriter &json, OSG::AttachmentContainer const *container);
 
 /// Writes a member of three or four numbers.

@@ -9,7 +9,8 @@ namespace Tool
 {
 namespace
 {
-// Takes a number, then `separator` (the end of the text where it is 0); moves `at` behind both.
+// Reads a number and then `separator`, and moves `at` behind both. A separator of 0 stands for the
+// end of the text.
 template <class T>
 bool take(char const *&at, char const *end, char separator, T &number)
 {

@@ -5,7 +5,7 @@
 
 namespace Tool
 {
-/// Three finite numbers as people write them: `x,y,z` without blanks.
+/// Three finite numbers in the form `x,y,z` without blanks.
 struct Triple
 {
     float x = 0;
@@ -13,16 +13,17 @@ struct Triple
     float z = 0;
 };
 
-/// Two whole numbers with a separator between them: `1280x720`, `640,330`.
+/// Two integers with a separator between them: `1280x720`, `640,330`.
 struct Pair
 {
     int first = 0;
     int second = 0;
 };
 
-/// Each reads the whole text or nothing: false, and the result as it was, for any other text.
+/// Each function reads the whole text. For any other text it returns false and does not change the
+/// result.
 bool parse_triple(std::string const &text, Triple &result);
 bool parse_pair(std::string const &text, char separator, Pair &result);
-/// As many finite numbers, separated by commas, as `numbers` has elements.
+/// Reads as many finite numbers, separated by commas, as `numbers` has elements.
 bool parse_numbers(std::string const &text, std::span<float> numbers);
 } // namespace Tool

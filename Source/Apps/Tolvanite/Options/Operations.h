@@ -12,32 +12,31 @@
 
 namespace Tool
 {
-/// A graph operation as a command line asks for it.
+/// A graph operation of a command line.
 struct Operation
 {
     std::string name;
-    std::string params; ///< empty where none are given
+    std::string params; ///< empty if none are given
 };
 
-/// Adds `--op NAME[=PARAMS]`, as often as one likes. A command line that names an operation that
-/// nobody has registered is misused.
+/// Adds the option `--op NAME[=PARAMS]`, which may be repeated. The command line is wrong if no
+/// operation of that name is registered.
 void add_operation_option(CLI::App &command, std::vector<Operation> &operations);
 
-/// What the operations did, in their order; `done` is false where one did not go through: one line
-/// has said so, and those behind it have not run.
+/// What the operations did, in order. `done` is false if an operation failed. A line about this has
+/// then been printed, and the operations after it have not run.
 struct OperationsResult
 {
     std::vector<OSG::GraphOpAccount> accounts;
     bool done = true;
 };
 
-/// Runs the operations over `root` one after the other, commits the changes and brings the volumes
-/// up to date again.
+/// Runs the operations on `root` one after the other, commits the changes and updates the volumes.
 OperationsResult run_operations(OSG::Node *root, std::vector<Operation> const &operations,
                                 Streams streams);
 
-/// The member "operations", where any ran.
+/// Writes the member "operations" if any operation ran.
 void write_operations(JsonWriter &json, std::vector<OSG::GraphOpAccount> const &accounts);
-/// A line for each, for people.
+/// Prints a line for each operation, for people.
 void print_operations(std::ostream &out, std::vector<OSG::GraphOpAccount> const &accounts);
 } // namespace Tool

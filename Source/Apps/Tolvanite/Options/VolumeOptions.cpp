@@ -35,7 +35,7 @@ OSG::Frustum frustum_of(std::vector<std::string> const &texts)
     return OSG::Frustum(corners);
 }
 
-// The near side is that of the larger z.
+// The near side of a box is the side with the larger z.
 OSG::Frustum box_of(std::vector<std::string> const &texts)
 {
     OSG::Pnt3f const min = point("--box", texts[0]);
@@ -79,15 +79,17 @@ void add_volume_options(CLI::App &command, VolumeOptions &options)
 
     auto *const from = command.add_option("--from", options.from, "Eye of a view");
     auto *const at = command.add_option("--at", options.at, "Point in the middle of the view");
-    auto *const up = command.add_option("--up", options.up, "What points upwards in it");
+    auto *const up =
+        command.add_option("--up", options.up, "Direction that is upwards in the view");
     auto *const angle =
-        command.add_option("--fov", options.fieldOfView, "Its vertical angle in degrees");
-    auto *const size = command.add_option("--size", options.size, "Its size in pixels, WxH");
+        command.add_option("--fov", options.fieldOfView, "Vertical angle of the view in degrees");
+    auto *const size =
+        command.add_option("--size", options.size, "Size of the view in pixels, WxH");
     auto *const pixel = command.add_option("--pixel", options.pixel, "Pixel X,Y to pick at");
     auto *const rectangle =
         command.add_option("--rect", options.rectangle, "Rectangle X0,Y0,X1,Y1 to pick in");
     auto *const radius =
-        command.add_option("--radius", options.radius, "How far the pixel reaches to each side");
+        command.add_option("--radius", options.radius, "Pixels to add on each side of the pixel");
     from->excludes(corners)->excludes(box);
     for(auto *part : {at, up, angle, size})
     {

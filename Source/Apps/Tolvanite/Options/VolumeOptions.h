@@ -11,7 +11,7 @@
 
 namespace Tool
 {
-/// What a command line says of the volume to select in: corners, a box, or a part of a view.
+/// The options for the volume to select in: corners, a box, or a part of a view.
 struct VolumeOptions
 {
     std::vector<std::string> corners;
@@ -24,22 +24,21 @@ struct VolumeOptions
 
 void add_volume_options(CLI::App &command, VolumeOptions &options);
 
-/// The volume as it was read from its options. What is wrong with them is raised as
-/// CLI::ParseError.
+/// Makes the volume of its options. Raises CLI::ParseError if they are wrong.
 class VolumeChoice
 {
   public:
     explicit VolumeChoice(VolumeOptions const &options);
 
-    /// The volume in a scene of these bounds; nothing where a view shows none of them.
+    /// The volume for a scene with these bounds. Nothing if no part of the bounds is in the view.
     std::optional<OSG::Frustum> inScene(OSG::BoxVolume const &bounds) const;
-    /// Where the view is taken from; nothing for a volume without a view.
+    /// The eye of the view. Nothing for a volume without a view.
     std::optional<OSG::Pnt3f> eye() const;
 
   private:
     void takeView(VolumeOptions const &options);
 
-    std::optional<OSG::Frustum> _solid; // without a view
+    std::optional<OSG::Frustum> _solid; // set for a volume without a view
     OSG::PickView _view{};
     OSG::PixelArea _area{};
     float _radius = OSG::DefaultPickRadius;

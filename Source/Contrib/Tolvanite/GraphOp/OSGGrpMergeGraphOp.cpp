@@ -82,16 +82,16 @@ bool GrpMergeGraphOp::isDissolved(Node const *child) const
            is_plain_group(child->getCore());
 }
 
-// What such a node holds goes up with it. Handling it here would move its nodes once for each level
-// that goes.
+// A group that its parent will dissolve keeps its children for now; the parent takes them up with
+// the group. Otherwise a node would move once for each level that dissolves.
 bool GrpMergeGraphOp::isDissolvedLater(Node const *node) const
 {
     return getWalkedRoot() != nullptr && node != getWalkedRoot() && isDissolved(node) &&
            mayDissolveChildren(node->getParent());
 }
 
-// From above, the children of a group before those of the groups in it: the order in which they
-// would come up level by level.
+// Goes through the groups from above with a stack, the children of a group before those of the
+// groups in it. This is the order that dissolving level by level would give.
 void GrpMergeGraphOp::handleChildren(Node *node, NodeCore *)
 {
     using Nodes = std::vector<Node *, MemAllocator<Node *>>;

@@ -7,17 +7,17 @@ namespace OSG
 {
 class NodeCore;
 
-/// "GrpMerge": takes out nodes whose core is exactly a `Group`. What is below such a node becomes
-/// children of the node above it, behind those that stay; empty groups vanish on the way. A chain
-/// of groups goes in one walk, since the walk works from below.
+/// "GrpMerge": removes nodes whose core is exactly a `Group`. The children of such a node become
+/// children of the node above it, behind the children that stay. Empty groups disappear. One walk
+/// removes a whole chain of groups.
 ///
-/// The children of a DistanceLOD, ScreenLOD, Switch, MultiSwitch or MultiCore stay as they are:
-/// their number and order mean something. Nodes without a core stay, but go with a group above them
-/// that goes. Nodes on the exclude list stay with all that is below them, those on the preserve
-/// list with their children. The root stays always.
+/// The children of a DistanceLOD, ScreenLOD, Switch, MultiSwitch or MultiCore stay, because their
+/// number and order have a meaning. A node without a core stays, unless it is below a group that is
+/// removed: then it is lost with the group. A node on the exclude list stays with everything below
+/// it. A node on the preserve list stays with its children. The root always stays.
 ///
-/// Time goes with the number of nodes: a node moves once, however many groups above it go. There
-/// are no parameters.
+/// The time is linear in the number of nodes: a node moves once, however many groups above it are
+/// removed. There are no parameters.
 class OSG_CONTRIBTOLVANITE_API GrpMergeGraphOp : public GraphOp
 {
   public:
@@ -31,7 +31,7 @@ class OSG_CONTRIBTOLVANITE_API GrpMergeGraphOp : public GraphOp
     std::string usage() override;
     /// Skip for a node on the exclude list.
     ResultE traverseEnter(Node *node) override;
-    /// Continue always.
+    /// Always Continue.
     ResultE traverseLeave(Node *node, ResultE result) override;
 
   protected:

@@ -24,7 +24,7 @@ UInt32 count_nodes(Node *root)
     return count;
 }
 
-/// Sets the exclude list of the caller aside for as long as it lives.
+/// Replaces the caller's exclude list by an empty one while it lives.
 class ListSetAside
 {
   public:
@@ -43,7 +43,8 @@ class ListSetAside
 };
 } // namespace
 
-// An allocator that clears its blocks would give the first flag this value as well.
+// The interface leaves the first flag undefined until it is set. It is set here, so that results do
+// not depend on the memory.
 MrgGraphOp::MrgGraphOp(char const *name)
     : GraphOp(name)
     , _colorIsVector(false)
@@ -109,7 +110,7 @@ std::string MrgGraphOp::usage()
 
 bool MrgGraphOp::traverse(Node *root)
 {
-    // What is known of the scene holds as long as nobody else edits it.
+    // The levels describe the scene during this call only; the host may edit it afterwards.
     struct Forget
     {
         std::unique_ptr<MrgLevels> &levels;
@@ -119,6 +120,8 @@ bool MrgGraphOp::traverse(Node *root)
     OSG_LOG_PROGRESS("MrgGraphOp::traverse: Number of nodes before merge: %u\n", count);
     UInt32 last = 0;
     bool wentThrough = true;
+    // A transform that has gone may leave its parent a group that can dissolve now, so passes
+    // repeat until one changes nothing. Each pass but the last removes a node, so the loop ends.
     do
     {
         last = count;
@@ -172,7 +175,7 @@ GraphOp::ResultE MrgGraphOp::traverseLeave(Node *node, ResultE result)
     if(getWalkedRoot() == nullptr)
         std::unique_ptr<MrgLevels>(makeLevels())->process(node);
     else if(node != getWalkedRoot() && _levels->isLevel(node))
-        _levels->note(node); // The node above takes up what it holds.
+        _levels->note(node); // the node above takes its children up
     else
         _levels->process(node);
     return result;

@@ -9,38 +9,39 @@ namespace OSG
 {
 class MrgLevels;
 
-/// "Mrg": shrinks a subtree by passes until one does not lower the number of nodes.
+/// "Mrg": shrinks a subtree. It makes passes until a pass does not lower the number of nodes.
 ///
-/// A pass works from below. At each node it first goes through the children as they are:
+/// A pass works from below. At each node it first goes through the children once for
 ///
-///   groups          What is below a Group comes up behind the other children, the group goes. So it
-///                   does with all that derives from Group save Transform, ComponentTransform,
-///                   Switch, MultiSwitch, MaterialGroup, DistanceLOD and Billboard; a VisitSubTree,
-///                   a ScreenLOD or a MaterialChunkOverrideGroup loses its meaning.
-///   MaterialGroup   Its geometry leaves take its material, whatever they had, and come up. It goes
-///                   where nothing else is below it.
+///   Group           and what derives from it, save Transform, ComponentTransform, Switch,
+///                   MultiSwitch, MaterialGroup, DistanceLOD and Billboard. What is below such a
+///                   child comes up behind the other children, and the child is removed. A
+///                   VisitSubTree, a ScreenLOD and a MaterialChunkOverrideGroup lose their meaning
+///                   by this.
+///   MaterialGroup   Its geometry leaves take its material, whatever material they had, and come
+///                   up. The child is removed if nothing else is below it.
 ///
-/// and then, once more, for
+/// and then a second time for
 ///
-///   Transform       and what derives from it, a ConstSizeTransform too: its geometry leaves come
+///   Transform       and what derives from it, also a ConstSizeTransform. Its geometry leaves come
 ///                   up with a copy of their core that the matrix has moved (see
-///                   OSGBakedGeometry.h). It goes where nothing else is below it.
+///                   OSGBakedGeometry.h). The child is removed if nothing else is below it.
 ///
-/// Two geometries are never joined into one: what shrinks is the number of nodes. Below a Switch, a
-/// MultiSwitch or a DistanceLOD nothing is done. A core without a type of the list above, and a
-/// node without a core, stay as they are.
+/// Two geometries are never joined into one; only the number of nodes shrinks. Nothing is changed
+/// below a Switch, a MultiSwitch or a DistanceLOD. Nodes without a core and nodes with other cores
+/// stay.
 ///
-/// Nodes with a Light, and the beacons of all lights of the subtree, keep their place. The exclude
-/// list of the caller does not count during a pass, nor does the preserve list ever; both are
-/// afterwards what they were. A geometry core under two material groups takes the material of the
-/// later one, for all nodes that show it.
+/// Nodes with a Light, and the beacons of all lights of the subtree, keep their place. The lists of
+/// the caller do not apply, neither the exclude list nor the preserve list; both are unchanged
+/// afterwards. A geometry core under two material groups takes the material of the later one, for
+/// all nodes that show it.
 ///
-/// `root` is not null. Below groups and material groups time goes with the number of nodes: a node
-/// moves once, however many of them above it go. Below transforms a geometry is moved once for each
-/// of them; it is copied at the first one, and the copy is edited in place at the others.
+/// `root` must not be null. Below groups and material groups the time is linear in the number of
+/// nodes: a node moves once, however many of them above it are removed. Below transforms a geometry
+/// is moved once for each transform. The first move copies it; the others edit the copy in place.
 ///
-/// Out of memory: std::bad_alloc. A geometry is then either baked and above its transform or
-/// neither, so that the operation may be run again.
+/// Raises std::bad_alloc without memory. Each geometry is then either moved and above its transform
+/// or neither, so the operation may be run again.
 class OSG_CONTRIBTOLVANITE_API MrgGraphOp : public GraphOp
 {
   public:
@@ -51,13 +52,14 @@ class OSG_CONTRIBTOLVANITE_API MrgGraphOp : public GraphOp
     static char const *getClassname() { return "MrgGraphOp"; }
 
     TransitPtr<GraphOp> clone() override;
-    /// Which arrays of three-component values are turned like normals: `color_is_vector`,
-    /// `secondary_color_is_vector`, `texcoord_is_vector` or `texcoord0_is_vector` (which wins),
-    /// `texcoord1_is_vector` to `texcoord3_is_vector`. All but the first are false unless they are
-    /// set; who depends on the first sets it.
+    /// The parameters tell which arrays of three-component values are turned like normals:
+    /// `color_is_vector`, `secondary_color_is_vector`, `texcoord_is_vector` or
+    /// `texcoord0_is_vector` (which has precedence), and `texcoord1_is_vector` to
+    /// `texcoord3_is_vector`. The default is false for all but `color_is_vector`, which callers
+    /// that depend on it should set.
     void setParams(std::string params) override;
     std::string usage() override;
-    /// Logs the numbers of nodes, as progress. False where a pass did not go through.
+    /// Logs the number of nodes before and after, as progress. False where a pass failed.
     bool traverse(Node *root) override;
     ResultE traverseEnter(Node *node) override;
     ResultE traverseLeave(Node *node, ResultE result) override;

@@ -8,36 +8,36 @@ namespace OSG
 class ChildEdits;
 class NodeCore;
 
-/// "SimplifyRenderEngine": strips a scene down for rendering without interaction.
+/// "SimplifyRenderEngine": reduces a scene to what rendering without interaction needs.
 ///
-/// Names of nodes go. The children of each node are looked at in their order, and the first rule
-/// that fits is applied to a child:
+/// It removes the names of nodes. It goes through the children of each node in order and applies to
+/// each child the first rule that fits:
 ///
-///   Switch          A new group with the chosen child takes its place, behind the children that
-///                   stay; all children come in reverse order; no child leaves nothing.
-///   MultiSwitch     Likewise, the last choice first, without those that are a GroupingStage. A mode
-///                   that shows neither all children nor choices leaves nothing. The children close
-///                   up as they are taken, so that choices that are not ascending take others than
-///                   they name.
-///   a material      of a MaterialGroup, MaterialChunkOverrideGroup or Geometry: the chosen one in
-///                   place of a SwitchMaterial (one level of them); where it is then a
-///                   ChunkMaterial without chunks, a new group in place of the core. The child
-///                   stays.
-///   Geometry        without material: goes unless it has types and lengths, as many of the one as
-///                   of the other and not none.
-///   Group           and what derives from it: goes if it has no children, unless it is a
-///                   VisitSubTree or stands below a Switch or MultiSwitch, where its place counts.
+///   Switch          The child is replaced by a new group with the chosen child. AllChildren gives
+///                   all children in reverse order, NoChild gives no group.
+///   MultiSwitch     Likewise with its choices, the last one first. A chosen child that is a
+///                   GroupingStage is removed. A mode that is neither ShowAll nor ShowChoices gives
+///                   no group. A child that is taken leaves the list of children, so choices that
+///                   are not ascending take other children than they name.
+///   a material      of a MaterialGroup, MaterialChunkOverrideGroup or Geometry. A SwitchMaterial
+///                   is replaced by the material that it chooses (one level of them). If the
+///                   material is then a ChunkMaterial without chunks, a new group replaces the
+///                   core. The child stays.
+///   Geometry        without a material: removed unless it has types and lengths, of the same
+///                   number, which is not 0.
+///   Group           and what derives from it: removed if it has no children, unless it is a
+///                   VisitSubTree or a child of a Switch or MultiSwitch, where its place counts.
 ///
-/// The new groups have neither name nor attachments. Nodes on the exclude list stay as they are
-/// with all that is below them; those on the preserve list keep place and core, not their name.
-/// The root stays always, and so do nodes without a core.
+/// New groups come behind the children that stay. They have no names and no attachments. A node on
+/// the exclude list stays unchanged with everything below it. A node on the preserve list keeps its
+/// place and core, but not its name. The root and nodes without a core always stay.
 ///
 /// A choice beyond the children of a Switch or MultiSwitch, or beyond the materials of a
-/// SwitchMaterial, takes nothing. The operation works from below, so that nested switches move
-/// choices: a switch that is resolved to nothing leaves the children of the switch above it, and
-/// those behind it count one less by then. A new group comes behind the children that stay.
+/// SwitchMaterial, takes nothing. Nested switches move choices, because the operation works from
+/// below: where an inner switch gives no group, the children behind it have lower indices when the
+/// outer switch is resolved.
 ///
-/// Time goes with the number of nodes. There are no parameters.
+/// The time is linear in the number of nodes. There are no parameters.
 class OSG_CONTRIBTOLVANITE_API SimplifyRenderEngineGraphOp : public GraphOp
 {
   public:
@@ -49,7 +49,8 @@ class OSG_CONTRIBTOLVANITE_API SimplifyRenderEngineGraphOp : public GraphOp
     TransitPtr<GraphOp> clone() override;
     void setParams(std::string params) override;
     std::string usage() override;
-    /// Clears the name; Skip for a node on the exclude list, which keeps it.
+    /// Removes the name of the node and returns Continue. A node on the exclude list keeps its
+    /// name, and the result is Skip.
     ResultE traverseEnter(Node *node) override;
     /// Skip for a node on the exclude list, otherwise Continue.
     ResultE traverseLeave(Node *node, ResultE result) override;

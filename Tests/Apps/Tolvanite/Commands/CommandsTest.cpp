@@ -1,4 +1,4 @@
-// What the commands print, run as a program of its own.
+// The output of the commands, which are run as a separate program.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,8 @@ namespace Tool::Test
 {
 namespace
 {
-/// The JSON that a command line prints; it has to succeed without a word on standard error.
+/// The JSON that a command line prints. The command has to succeed and print nothing to standard
+/// error.
 Json json_of(std::vector<std::string> words)
 {
     words.push_back("--json");
@@ -65,7 +66,7 @@ TEST(Info, CountsASmallScene)
     EXPECT_EQ(info["vertices"], 4);
     EXPECT_EQ(info["triangles"], 3);
     EXPECT_EQ(info["bounds"], Json::parse(R"({"min": [0, 0, 0], "max": [1, 1, 0.5]})"));
-    // More than the arrays alone: the program's own memory counts too.
+    // The bound is above the size of the arrays, because the program's own memory counts too.
     EXPECT_GT(info["peakBytes"], 10000);
 }
 

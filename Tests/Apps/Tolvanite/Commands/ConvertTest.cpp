@@ -1,4 +1,4 @@
-// What `tolvanite convert` writes, and what it leaves alone.
+// The files that `tolvanite convert` writes, and those that it must not change.
 
 #include <filesystem>
 #include <fstream>
@@ -24,7 +24,7 @@ std::string content_of(std::string const &path)
     return content.str();
 }
 
-/// A folder for what is written, empty at first.
+/// An empty folder for the written files.
 class Convert : public testing::Test
 {
   protected:

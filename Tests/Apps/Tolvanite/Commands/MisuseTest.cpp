@@ -1,4 +1,4 @@
-// What the program answers to command lines that are wrong, and to files that are.
+// The program's answers to wrong command lines and to bad files.
 
 #include <algorithm>
 
@@ -83,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Lists, Misused,
                                          Misuse{"UnknownOptionOfTypes", {"types", "--all"}}),
                          name_of);
 
-// A replay, and what is put in its place; EVENTS stands for a recording.
+// A correct replay, of which the cases replace parts. EVENTS stands for a recording.
 std::vector<std::string> replay_with(std::string const &option, std::string const &value)
 {
     std::vector<std::string> words = {"replay", "FILE",   "EVENTS", "--engine",
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"SizeBeyondThePixels", replay_with("--size", "640x32768")}),
     name_of);
 
-// A view, and what is put in its place.
+// A correct view, of which the cases replace parts.
 std::vector<std::string> view_with(std::string const &option, std::string const &value)
 {
     std::vector<std::string> words = {

@@ -88,7 +88,7 @@ TEST(Plant, TheModelIsWhatTheExampleMakes)
     std::ifstream file(TEST_SOURCE_DIR "/Models/plant.osb", std::ios::binary);
     std::ostringstream model;
     model << file.rdbuf();
-    // Not compared by a matcher, which would print both.
+    // Not compared by a matcher, because that would print both texts.
     EXPECT_TRUE(made.str() == model.str())
         << "Examples/plant has changed, or the format: plant Models/plant.osb writes it anew";
 }

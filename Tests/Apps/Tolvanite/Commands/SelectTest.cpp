@@ -1,4 +1,4 @@
-// Selections of the program in our model, held against each other and against the library.
+// Selections of the program in our model, compared with one another and with the library.
 
 #include <cmath>
 #include <fstream>

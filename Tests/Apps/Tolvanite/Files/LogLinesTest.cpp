@@ -1,4 +1,4 @@
-// What the program says on standard error of what the library logs.
+// The lines that the program prints to standard error for messages of the library's log.
 
 #include <sstream>
 
@@ -84,7 +84,7 @@ TEST(LogOfARead, EscapeSequencesOfTheFileDoNotReachTheTerminal)
     }
 }
 
-/// A text in which a number has a decimal comma, and a triangle before it.
+/// A text with a triangle, and behind it a number with a decimal comma.
 std::string const BrokenText = std::string(Triangle) + "v 0,5 1,5 2\nf 1 2 3\n";
 
 TEST(Completeness, IsSaidByEveryCommandThatReads)

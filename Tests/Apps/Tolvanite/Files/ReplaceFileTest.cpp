@@ -1,4 +1,4 @@
-// How a file is replaced: whole or not at all, whatever comes between.
+// A file is replaced as a whole or not at all, whatever interrupts the writing.
 
 #include <cerrno>
 #include <chrono>
@@ -146,7 +146,7 @@ TEST_F(ReplaceFile, SignalsAreAsTheyWereAfterwards)
         EXPECT_EQ(sigismember(&after, signal), sigismember(&before, signal));
 }
 
-// Writes until it is ended, file by file.
+// Writes file after file until a signal ends it.
 [[noreturn]] void write_for_ever(std::string const &target, int started)
 {
     replace_file(target,

@@ -1,4 +1,4 @@
-// Graph operations on the command line: which there are, and what they are told to have done.
+// Graph operations on the command line: their list, and the report on what they did.
 
 #include "Operations.h"
 
@@ -168,7 +168,7 @@ TEST(RunOperations, EditCommitAndUpdateTheVolumes)
     EXPECT_EQ(out.str(), "");
 }
 
-/// Never goes through.
+/// An operation that always fails.
 class Stubborn : public OSG::GraphOp
 {
   public:

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The slow, obvious way of a graph operation, and scenes to hold the quick one against it.
+/// A slow, obvious way to run a graph operation, and scenes to compare it with the quick way.
 
 #include <map>
 #include <sstream>
@@ -16,8 +16,8 @@
 
 namespace OSG::Test
 {
-/// Calls the operation for each node as a walk does, but not from within `traverse`: then it does
-/// each level on its own.
+/// Calls the operation for each node in the order of a walk, but outside of `traverse`. The
+/// operation then handles each level separately.
 inline void run_level_by_level(GraphOp &operation, Node *node)
 {
     if(operation.traverseEnter(node) != ActionBase::Continue)

@@ -1,4 +1,4 @@
-// Operations that take whole levels up at once, held against the same level by level.
+// Operations that take whole levels up at once, compared with the same operations level by level.
 
 #include <gtest/gtest.h>
 
@@ -90,7 +90,7 @@ TYPED_TEST(LevelsOf, MemoryThatRunsOutLeavesASceneThatASecondRunFinishes)
     EXPECT_GT(failures, 100);
 }
 
-/// A chain of `levels` nodes of a kind, each with a leaf of its own.
+/// A chain of `levels` nodes of one kind, each with its own leaf.
 template <class Make>
 NodePtr chain_with_leaves(UInt32 levels, Make make_level)
 {

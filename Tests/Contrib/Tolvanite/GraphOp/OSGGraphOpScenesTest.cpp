@@ -1,4 +1,5 @@
-// The operations on random scenes: what is seen stays, and a second run finds nothing to do.
+// The operations on random scenes: the visible triangles stay the same, and a second run changes
+// nothing.
 
 #include <map>
 
@@ -247,7 +248,7 @@ TYPED_TEST(RandomScenes, LeaveTheExcludeListAsItWas)
 
 NodePtr bushy(UInt32 depth)
 {
-    // Every second level is one that the operations let stand.
+    // Every second level is one that the operations keep.
     NodePtr const node = depth % 2 == 0 ? make<Billboard>() : make_group();
     for(int i = 0; depth != 0 && i < 8; ++i)
         node->addChild(bushy(depth - 1));

@@ -9,18 +9,18 @@ namespace OSG
 {
 class Geometry;
 
-/// Finds which geometries have a triangle in the frustum. Each is looked at up to its first such
-/// triangle and gives one hit without place: index -1, distance 0, point and normal zero. Lines and
-/// points are never found; without `SelectTriangles` in the mask nothing is.
+/// Finds the geometries that have a triangle in the frustum. It stops at the first such triangle of
+/// a geometry and records one hit without a place: index -1, distance 0, point and normal zero. It
+/// never finds lines or points, and it finds nothing if the mask lacks `SelectTriangles`.
 ///
-/// As all distances are equal, every list is in the order of discovery, the last one found first.
+/// All distances are equal, so each list begins with the geometry that was found last.
 class OSG_CONTRIBTOLVANITE_API FastSelectionFunctor : public SelectionHandlers
 {
   public:
     /// Becomes the actor of `action` and registers its handlers there, for triangles and the near
-    /// plane; see SelectionFunctor.
+    /// plane. See SelectionFunctor.
     explicit FastSelectionFunctor(SelectionAction *action);
-    /// Fails as the base's does.
+    /// Fails, like the constructor of the base.
     FastSelectionFunctor();
     ~FastSelectionFunctor() override;
 
@@ -28,7 +28,7 @@ class OSG_CONTRIBTOLVANITE_API FastSelectionFunctor : public SelectionHandlers
     void init() override;
 
     ResultE enterGeometry(NodeCore *core, Action *action);
-    /// `plane` has no say here.
+    /// `plane` is ignored.
     void triangles(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
 };
 } // namespace OSG

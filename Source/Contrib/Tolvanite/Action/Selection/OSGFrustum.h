@@ -12,11 +12,11 @@
 
 namespace OSG
 {
-/// Convex solid of six sides, given by its eight corners. It need not be a pyramid: a box that
-/// sweeps a walking person is a frustum like the one below a mouse pointer.
+/// Convex solid with six sides, given by its eight corners. It need not be a truncated pyramid: the
+/// box around a walking person is a frustum as well as the volume behind a pixel.
 ///
-/// The corners are the data and the planes are derived from them, so that moving eight points
-/// carries the solid through any matrix, one that projects or scales unevenly included.
+/// The corners are stored and the planes are computed from them. Transforming the eight corners
+/// therefore transforms the solid by any matrix, also by one that projects or scales unevenly.
 ///
 ///        7--------6      near: 0 nlb  1 nrb  2 nrt  3 nlt
 ///       /|       /|      far:  4 flb  5 frb  6 frt  7 flt
@@ -27,8 +27,8 @@ namespace OSG
 ///     |/       |/
 ///     0--------1
 ///
-/// A plain value: it owns nothing, never allocates and never fails. Degenerate corners give the
-/// degenerate planes that `Plane` makes of them.
+/// It is a plain value: it owns nothing, never allocates and never fails. Degenerate corners give
+/// degenerate planes, see Plane.
 class OSG_CONTRIBTOLVANITE_API Frustum
 {
   public:
@@ -36,7 +36,7 @@ class OSG_CONTRIBTOLVANITE_API Frustum
     /// All corners at the origin.
     Frustum();
     Frustum(Frustum const &other);
-    /// The corners in the order of their indices.
+    /// Takes the corners in the order of their indices.
     Frustum(Pnt3f const &nlb, Pnt3f const &nrb, Pnt3f const &nrt, Pnt3f const &nlt,
             Pnt3f const &flb, Pnt3f const &frb, Pnt3f const &frt, Pnt3f const &flt);
     /// Reads eight points in the order of their indices; the array is not kept.
@@ -54,12 +54,12 @@ class OSG_CONTRIBTOLVANITE_API Frustum
     Pnt3f const &frt() const { return _corners[6]; }
     Pnt3f const &flt() const { return _corners[7]; }
 
-    /// Carries the corners through `m`, each multiplied by the reciprocal of its own w. A corner
-    /// whose w is exactly 0 stays undivided, with one warning in the log.
+    /// Transforms the corners by `m`. Each is multiplied by the reciprocal of its own w. A corner
+    /// whose w is exactly 0 is not divided, and a warning is logged.
     void multFull(Matrix const &m);
 
-    /// The planes near, far, left, right, top, bottom; unit normals that point into the solid.
-    /// Three corners define each, the fourth of a warped face has no say.
+    /// The planes near, far, left, right, top, bottom, with unit normals that point into the solid.
+    /// Three corners define each plane; the fourth corner of a face that is not flat is ignored.
     FrustumVolume Volume() const;
 
   private:

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The planes of a frustum side by side, for tests of very many points.
+/// The planes of a frustum in vector registers, for tests of very many points.
 
 #if defined(__SSE__)
 #include <xmmintrin.h>
@@ -11,15 +11,15 @@
 
 namespace OSG
 {
-/// Tests a point against all six planes at once, without a branch. The distances are those of
-/// `Plane::distance` bit for bit, as lanes are added in the same order.
+/// Tests a point against all six planes at once, without a branch. The terms are added in the order
+/// of `Plane::distance`, so the distances have the same bits.
 class FrustumLanes
 {
   public:
-    /// How a triangle lies to the frustum.
+    /// The position of a triangle relative to the frustum.
     enum class Grade
     {
-        Outside,   ///< all corners are out of one plane
+        Outside,   ///< all corners are outside one plane
         Contained, ///< all corners are inside all planes
         Crossing   ///< clipping decides
     };
@@ -41,14 +41,14 @@ class FrustumLanes
     UInt32 outside(Pnt3f const &point) const
     {
         UInt32 const inside = _half[0].inside(point) | _half[1].inside(point) << 4;
-        return ~inside & 0x3Fu; // two lanes have no plane
+        return ~inside & 0x3Fu; // the last two of eight lanes hold no plane
     }
 
     Grade grade(Pnt3f const *corners) const
     {
         return grade(outside(corners[0]), outside(corners[1]), outside(corners[2]));
     }
-    /// From what `outside` says of the corners.
+    /// The grade of a triangle from the results of outside() for its corners.
     static Grade grade(UInt32 a, UInt32 b, UInt32 c)
     {
         if((a & b & c) != 0)

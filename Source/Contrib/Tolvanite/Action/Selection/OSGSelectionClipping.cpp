@@ -7,15 +7,16 @@ namespace OSG::SelectionClipping
 {
 namespace
 {
-/// The course of a polygon's boundary across one plane. Both points start at the origin.
+/// The places where the boundary of a polygon crosses one plane. A convex polygon crosses it at
+/// most twice: it enters at one place and leaves at the other. Both points start at the origin.
 struct Crossings
 {
     int count = 0;
     Pnt3f entry;
     Pnt3f exit;
 
-    /// Takes in what clipping did to a segment; whether the loop is to be closed now. That is asked
-    /// at the second crossing alone, so that a plane adds no more than one segment.
+    /// Notes the result of clipping one segment. True at the second crossing, where the loop has to
+    /// be closed. It is never true again, so a plane adds at most one segment.
     bool closes(ClipResult result, Segment const &segment)
     {
         if(result == ClipFirstMoved)
@@ -77,7 +78,8 @@ bool line_intersect(Pnt3f *segment, Plane const *planes, int nPlanes)
         if(tMin > tMax)
             return false;
     }
-    // The second end first, from the first end as it was.
+    // Both ends are computed from the first end before it is moved. A `tMax` beyond 1 or a `tMin`
+    // below 0 lies outside the segment, whose own end then stays.
     if(tMax <= 1.f)
         segment[1] = a + direction * tMax;
     if(tMin >= 0.f)
@@ -106,8 +108,8 @@ void ClippedTriangle::reset(Pnt3f const *corners)
 void ClippedTriangle::clip(Plane const &plane)
 {
     Crossings crossings;
-    int entered = -1; // place among those kept
-    int closing = -1; // place of the closing segment, which is put in at the end
+    int entered = -1; // place of the entering segment among those kept
+    int closing = -1; // place of the closing segment, which is inserted at the end
     int kept = 0;
     for(int i = 0; i < _size; ++i)
     {

@@ -1,16 +1,16 @@
 #pragma once
 
 /// \file
-/// Points, segments and polygons against a convex polytope: the tests of every selection.
+/// Tests points, segments and polygons against a convex polytope. Every selection uses these tests.
 ///
-/// A selection is a crossing selection: a primitive is hit as soon as some part of it lies inside.
-/// Its test runs in three grades, each cheaper than the next. `coarse_intersect` drops what lies
-/// out of one plane, `containement` passes what lies wholly inside, clipping decides the rest.
+/// A primitive is hit if any part of it lies inside. There are three tests, and each is cheaper
+/// than the next. `coarse_intersect` rejects a primitive that lies wholly outside one plane.
+/// `containement` accepts a primitive that lies wholly inside. Clipping decides the others.
 ///
-/// A polytope is an array of planes whose normals point inwards; a point on a plane is inside. All
-/// is computed in single precision, in the order of operations that is written here: what decides
-/// whether a primitive is hit are the very bits of these sums. Numbers that are none make every
-/// comparison false; no function fails or loops on them, and they log nothing.
+/// A polytope is an array of planes whose normals point inwards. A point on a plane is inside.
+/// Everything is computed in single precision and in the order of operations that is written here,
+/// because the last bit of a sum may decide whether a primitive is hit. A comparison with NaN is
+/// false. NaN makes no function fail, loop or log.
 
 #include <cmath>
 #include <list>
@@ -23,9 +23,10 @@
 
 namespace OSG::SelectionClipping
 {
-/// A segment runs parallel to a plane where its change of distance is below this.
+/// A segment is parallel to a plane if the distances of its ends differ by less than this.
 inline constexpr Real32 ParallelEpsilon = 1e-6f;
-/// An edge along a plane is added only where its squared length is above this.
+/// An edge in a clipping plane is added only if its squared length is above this: it is longer than
+/// 1e-6.
 inline constexpr Real32 ClosingEpsilon = 1e-12f;
 
 enum ClipResult
@@ -37,11 +38,12 @@ enum ClipResult
 };
 
 using Segment = std::pair<Pnt3f, Pnt3f>;
-/// A polygon: a loop of segments, each running from a corner to the next.
+/// A polygon: a loop of segments, each from a corner to the next.
 using SegmentList = std::list<Segment, MemAllocator<Segment>>;
 
-/// False if some plane has all points outside. Conservative: true may be said of what misses the
-/// polytope at an edge or a corner. True without planes, else false without points.
+/// False if all points are outside one plane. The result may be true for points that pass by an
+/// edge or a corner of the polytope. Without planes it is true. With planes but without points it
+/// is false.
 inline bool coarse_intersect(Pnt3f const *points, int nPoints, Plane const *planes, int nPlanes)
 {
     for(int k = 0; k < nPlanes; ++k)
@@ -55,7 +57,7 @@ inline bool coarse_intersect(Pnt3f const *points, int nPoints, Plane const *plan
     return true;
 }
 
-/// Whether every point is inside every plane; true without points.
+/// Whether every point is inside every plane. True without points.
 inline bool containement(Pnt3f const *points, int nPoints, Plane const *planes, int nPlanes)
 {
     for(int i = 0; i < nPoints; ++i)
@@ -69,8 +71,8 @@ inline bool containement(Pnt3f const *points, int nPoints, Plane const *planes, 
     return true;
 }
 
-/// Clips a segment at one plane. A segment in the plane is inside; one that touches it with an end
-/// is cut there all the same, and that end is written anew.
+/// Clips a segment at one plane. A segment within the plane is inside. If only an end lies on the
+/// plane, the segment counts as cut there, and the end is computed again.
 inline ClipResult segment_half_space_intersect(Segment &segment, Plane const &plane)
 {
     Vec3f const direction = segment.second - segment.first;
@@ -96,22 +98,24 @@ inline ClipResult segment_half_space_intersect(Segment &segment, Plane const &pl
     return ClipSecondMoved;
 }
 
-/// Clips the segment from `segment[0]` to `segment[1]` parametrically (after Cyrus and Beck,
-/// 1978), in place. False, with the segment unchanged, where no part can be inside. The interval is
-/// not compared with the segment's own ends: one that lies beside the polytope on the same line
-/// comes back true, and the coarse test before it is what removes such segments.
+/// Clips the segment from `segment[0]` to `segment[1]` in place (the parametric method of Cyrus and
+/// Beck, 1978). False, with the segment unchanged, if the line through it misses the polytope. The
+/// result is also true for a segment on a line that meets the polytope before or behind the
+/// segment. Callers reject such segments by the coarse test first.
 OSG_CONTRIBTOLVANITE_API bool line_intersect(Pnt3f *segment, Plane const *planes, int nPlanes);
 
-/// Clips a closed polygon at one plane after the other (after Sutherland and Hodgman, 1974, on
-/// edges instead of corners). What is left is the boundary of the part inside, each of its corners
-/// the first point of one segment; nothing is left where no part is inside. Each plane closes the
-/// loop by at most one new segment, from where the polygon leaves to where it enters, unless that
-/// is shorter than 1e-6. A list of n segments has at most n + nPlanes at the end.
+/// Clips a closed polygon at one plane after the other (the method of Sutherland and Hodgman, 1974,
+/// with edges instead of corners). The result is the boundary of the part inside; each corner is
+/// the first point of one segment. The list is empty if no part is inside. Each plane adds at most
+/// one segment that closes the loop, from the point where the polygon leaves the half space to the
+/// point where it enters. A closing segment shorter than 1e-6 is left out. A list of n segments has
+/// at most n + nPlanes segments at the end.
 OSG_CONTRIBTOLVANITE_API void clip_polygon_at_polytop(SegmentList &polygon, Plane const *planes,
                                                       int nPlanes);
 
-/// What a triangle becomes at six planes, in place of a list: no memory is reserved. Segments stay
-/// where they are made, only their order changes. One object may serve many triangles in turn.
+/// A triangle that is clipped at up to six planes, without a list and without allocating memory.
+/// Segments are not moved; only their order changes. One object may serve many triangles one after
+/// the other.
 class ClippedTriangle
 {
   public:
@@ -122,20 +126,20 @@ class ClippedTriangle
     /// The segment at place `i` of the polygon.
     Segment const &operator[](int i) const { return _segments[_order[i]]; }
 
-    /// Makes it the loop through three corners.
+    /// Starts again with the triangle of three corners.
     void reset(Pnt3f const *corners);
-    /// Clips it at one more plane; at most `capacity` - 3 times after a reset.
+    /// Clips the polygon at one more plane. At most `capacity` - 3 calls after a reset.
     void clip(Plane const &plane);
 
   private:
     Segment _segments[capacity];
     UInt8 _order[capacity];
-    int _made = 0; // segments in use or dropped
+    int _made = 0; // segments made since the reset, dropped ones included
     int _size = 0;
 };
 
-/// clip_polygon_at_polytop for the triangle of three corners and six planes: the same segments in
-/// the same order, bit for bit, without a list. For geometries where many triangles cross.
+/// Like clip_polygon_at_polytop for a triangle and six planes: the same segments in the same order
+/// and with the same bits, but without a list. For geometries with many triangles.
 OSG_CONTRIBTOLVANITE_API void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes,
                                                        ClippedTriangle &result);
 } // namespace OSG::SelectionClipping

@@ -75,7 +75,7 @@ namespace
 {
 using HitPointers = std::vector<SelectionFunctor::HitT const *>;
 
-/// The hit of each node that comes first in the range, in the order of the range.
+/// The first hit of each node in the range, in the order of the range.
 template <class Iterator>
 HitPointers first_of_each_node(Iterator begin, Iterator end)
 {
@@ -98,8 +98,8 @@ void copy_to(HitList &list, HitPointers const &hits)
 }
 } // namespace
 
-// All sorts are stable and no order rests on addresses, so that equal distances have the same order
-// in every run.
+// All sorts are stable and no order depends on addresses, so hits of equal distance have the same
+// order in every run.
 void SelectionFunctor::stop()
 {
     std::stable_sort(_allHits.begin(), _allHits.end(),

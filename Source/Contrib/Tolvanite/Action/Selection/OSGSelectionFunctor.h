@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// What keeps the hits of a selection: base of the handler sets that a SelectionAction calls.
+/// Keeps the hits of a selection. Base of the handler sets that a SelectionAction calls.
 
 #include <deque>
 #include <vector>
@@ -18,11 +18,12 @@ namespace OSG
 class Node;
 class SelectionAction;
 
-/// Settings of a selection and its results. As it stands it is an actor without handlers: a walk
-/// passes through everything and records nothing.
+/// The settings of a selection and its results. The base class has no handlers: a walk with it
+/// visits everything and records nothing.
 ///
-/// A functor is built over an action, becomes its actor, and outlives each of its walks. It does
-/// not detach itself at its end. Results stay readable until the next walk starts.
+/// A functor is made with an action, becomes its actor, and must outlive its walks. The destructor
+/// does not detach the functor from the action. The results are available until the next walk
+/// starts.
 class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boost::noncopyable
 {
   public:
@@ -35,8 +36,8 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
         SelectPoints = 4
     };
 
-    /// The side of the frustum that distances are measured from, inwards: from the near plane a
-    /// larger distance lies deeper, from the far plane closer to the near end.
+    /// The plane of the frustum that distances are measured from, inwards. Larger distances are
+    /// farther from the near plane, or farther from the far plane and so closer to the near end.
     enum PlaneType : Int32
     {
         NearPlane = 0,
@@ -47,10 +48,10 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
         BottomPlane = 5
     };
 
-    /// Lists of results. AllHits is sorted by distance alone and stable: of equal distances the
-    /// nearest hits come first, those of the geometry that was walked last before the others, then
-    /// the farthest hits in the order of the walk. FrontHits and BackHits keep the order that their
-    /// hits have in AllHits wherever distances are equal.
+    /// Lists of results. AllHits is sorted by distance. Among hits of equal distance, nearest hits
+    /// come before farthest hits. Nearest hits of equal distance are in the reverse order of the
+    /// walk, farthest hits in the order of the walk. In FrontHits and BackHits, hits of equal
+    /// distance are in the same order as in AllHits.
     enum HitType : Int32
     {
         AllHits = 0,   ///< every hit, by ascending distance
@@ -60,41 +61,42 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
 
     struct HitT
     {
-        UInt32 selectionType = 0; ///< the functor's whole mask, not the kind of this primitive
-        Pnt3f point;              ///< in the space of the traversal's root, see hasPoint
+        UInt32 selectionType = 0; ///< the functor's whole mask, not the kind of the hit primitive
+        Pnt3f point;              ///< in the space of the walked root; see hasPoint
         Vec3f normal;             ///< in the geometry's space
-        Node *node = nullptr;     ///< shows the geometry; not counted
-        Int32 index = -1;         ///< running number of the primitive; -1 where the hit names none
-        /// Whether `point` lies on the primitive that `index` names. Otherwise nobody set it, or a
-        /// triangle that is farther away: the nearest triangle lies wholly inside, or the selection
-        /// looks for no places.
+        Node *node = nullptr;     ///< the node that shows the geometry; not counted
+        Int32 index = -1;         ///< index of the primitive; -1 where the hit names none
+        /// Whether `point` lies on the primitive `index`. Otherwise `point` was never set or
+        /// belongs to a triangle that is farther away. This is so for a nearest triangle that lies
+        /// wholly inside, and for selections that look for no places.
         bool hasPoint = false;
-        /// From the reference plane, in the geometry's space: not comparable across scales, though
-        /// the lists compare it as it stands.
+        /// From the reference plane, in the geometry's space. Distances below transforms of
+        /// different scales are not comparable, although the lists are sorted by them.
         Real32 distance = 0.f;
-        Matrix matrix;                         ///< from the geometry's space to that of the root
-        std::vector<Node *> visitSubTreeNodes; ///< path of `VisitSubTree` nodes; not counted
+        Matrix matrix;                         ///< from the geometry's space to the root's
+        std::vector<Node *> visitSubTreeNodes; ///< `VisitSubTree` nodes on the path; not counted
     };
 
     // --- creation ---
-    /// Becomes the actor of `action`, which is not null and not owned. `selectionType` is a mask of
-    /// `SelectionType`.
+    /// Becomes the actor of `action`, which must not be null and is not owned. `selectionType` is a
+    /// mask of `SelectionType`.
     SelectionFunctor(SelectionAction *action, UInt32 selectionType, PlaneType planeType);
-    /// Serves no action and therefore cannot become an actor: it fails at once. Kept because it is
+    /// Fails at once, because there is no action to become the actor of. It exists because it is
     /// part of the interface.
     SelectionFunctor();
     virtual ~SelectionFunctor();
 
-    // --- settings; they count from the next geometry on ---
+    // --- settings; a change applies from the next geometry on ---
     SelectionAction *getAction() const { return _action; }
-    /// Serves `action` from now on; what it registered on the former one stays there.
+    /// Serves `action` from now on. The handlers that were registered with the former action stay
+    /// there.
     void setAction(SelectionAction *action);
     UInt32 getSelectionType() const { return _selectionType; }
     void setSelectionType(UInt32 selectionType) { _selectionType = selectionType; }
     PlaneType getPlaneType() const { return _planeType; }
     void setPlaneType(PlaneType planeType) { _planeType = planeType; }
-    /// Whether a `MultiSwitch` that shows its choices but has none shows all children (true by
-    /// default) or none.
+    /// Whether a `MultiSwitch` in the mode ShowChoices that has no choices shows all children
+    /// (true, the default) or none.
     bool getContinueOnEmptyMultiSwitchChoices() const { return _continueOnEmptyMultiSwitchChoices; }
     void setContinueOnEmptyMultiSwitchChoices(bool continues)
     {
@@ -102,24 +104,24 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     }
 
     // --- results ---
-    /// Any value that is no `HitType` gives AllHits. Not to be read during a walk.
+    /// The list of `type`; AllHits for an unknown value. Must not be called during a walk.
     std::deque<HitT> const &hits(HitType type) const;
     /// Clears the three lists. Called by the action.
     void start();
-    /// Makes the three lists from what was found. Called by the action.
+    /// Makes the three lists from the recorded hits. Called by the action.
     void stop();
 
   protected:
-    /// Makes this the actor of its action. Derived classes also register their handlers, or do
-    /// nothing without an action.
+    /// Makes this the actor of its action. Derived classes also register their handlers here.
+    /// Without an action nothing happens.
     virtual void init();
 
     /// The reference plane in the space of the node that `action`, or the functor's own action,
-    /// visits. A type that names no plane means the near one.
+    /// visits. An unknown plane type stands for the near plane.
     Plane const &get_plane() const;
     Plane const &get_plane(SelectionAction const &action) const;
 
-    /// Records a hit as the first or the last one found.
+    /// Records a hit before or after those that are recorded already.
     void addFirstHit(HitT &&hit) { _allHits.push_front(std::move(hit)); }
     void addLastHit(HitT &&hit) { _allHits.push_back(std::move(hit)); }
 

@@ -22,7 +22,8 @@ namespace
 {
 SelectionAction &selection(Action *action) { return static_cast<SelectionAction &>(*action); }
 
-/// Enters the space that `local` leads out of. Where it has no inverse the frustum stays.
+/// Enters the space that `local` maps to the parent's space. Where `local` has no inverse, the
+/// frustum is not changed.
 void push_local_space(SelectionAction &action, Matrix const &local)
 {
     Matrix inverse;
@@ -44,8 +45,9 @@ ActionBase::ResultE pop_local_space(SelectionAction &action)
     return ActionBase::Continue;
 }
 
-/// Has the children walked that the choices name. The cursor moves on a match alone, so that a
-/// choice that is out of order or beyond the children hides those after it.
+/// Adds the children that the choices name to the walk. The position in the choices advances only
+/// on a match. A choice that is out of order or beyond the children therefore hides all choices
+/// after it.
 void add_choices(Action &action, MField<UInt32> const &choices)
 {
     auto choice = choices.begin();

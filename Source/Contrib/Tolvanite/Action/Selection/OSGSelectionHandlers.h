@@ -5,11 +5,11 @@
 
 namespace OSG
 {
-/// The way of a frustum down the graph, as exact and quick selection share it: culling by boxes,
-/// transforms, switches and shared subtrees. What happens at a geometry is left to the functors.
+/// The handlers that exact and fast selection share: culling by boxes, transforms, switches and
+/// visited subtrees. Derived functors handle geometry.
 ///
-/// The handlers work on the action that calls them, so that they also serve copies of the functor's
-/// action. A core type without a row in the table is passed through, all its children are walked.
+/// A handler works on the action that calls it, so handlers also serve copies of the functor's
+/// action. For a core type without a row in the table, all children are walked.
 class OSG_CONTRIBTOLVANITE_API SelectionHandlers : public SelectionFunctor
 {
   protected:
@@ -19,18 +19,18 @@ class OSG_CONTRIBTOLVANITE_API SelectionHandlers : public SelectionFunctor
 
     using ResultE = ActionBase::ResultE;
 
-    /// Registers enter and leave handler of each row on the functor's action; `enterGeometry` is
-    /// the functor's own.
+    /// Registers the enter and leave handlers of each row with the functor's action.
+    /// `enterGeometry` is the derived functor's handler.
     void registerHandlers(Action::Functor const &enterGeometry);
 
-    /// The box of the node that is visited certainly misses the frustum. Box and frustum are in the
-    /// parent's space. A box that is not valid never misses.
+    /// True if the box of the visited node certainly misses the frustum. Both are in the parent's
+    /// space. False for a box that is not valid.
     static bool outside_frustum(SelectionAction const &action);
-    /// A hit at the node that is visited, without place, normal and primitive.
+    /// A hit at the visited node, without point, normal and index.
     HitT hit_here(SelectionAction const &action) const;
 
   private:
-    // --- handlers; each pop answers a push, as no leave handler follows a skip ---
+    // --- handlers; after Skip no leave handler is called, so pushes and pops match ---
     ResultE enterTransform(NodeCore *core, Action *action);
     ResultE leaveTransform(NodeCore *core, Action *action);
     ResultE enterAccumulateTransform(NodeCore *core, Action *action);

@@ -13,12 +13,15 @@ using SelectionClipping::ClippedTriangle;
 
 namespace
 {
+// A normal whose coordinates are all below this is missing; the normal of the face replaces it.
 constexpr Real32 ZeroEpsilon = 1e-6f;
 
 bool passes_near(Extreme const &near, Real32 distance) { return near.distance >= distance; }
 bool passes_far(Extreme const &far, Real32 distance) { return distance >= far.distance; }
 
-/// Takes the corner where it is an extreme one; `normal()` is asked only then.
+/// Takes the corner if it is the nearest or the farthest so far. `normal()` is called only then,
+/// because most corners are neither. An equal distance counts, so the last of several corners
+/// stays.
 template <class Normal>
 void offer(Extremes &extremes, Real32 distance, Int32 index, Pnt3f const &point, Normal normal)
 {
@@ -28,7 +31,8 @@ void offer(Extremes &extremes, Real32 distance, Int32 index, Pnt3f const &point,
         extremes.far = {distance, index, point, normal(), true};
 }
 
-/// The extremes of triangles, and the triangles that they belong to.
+/// The nearest and the farthest corner of many triangles, and the triangles that they belong to.
+/// The normal of a face is computed once at the end instead of for each new extreme.
 class TriangleExtremes
 {
   public:
@@ -41,7 +45,8 @@ class TriangleExtremes
     {
         for(int v = 0; v < 3; ++v)
         {
-            // The near point stays: only a crossing triangle sets it.
+            // A triangle that lies wholly inside keeps the near point of the last crossing
+            // triangle.
             Pnt3f const nearPoint = _extremes.near.point;
             if(add(it, corners, corners[v], [&] { return it.getNormal(v); }))
             {
@@ -58,7 +63,7 @@ class TriangleExtremes
             add(it, corners, clipped[i].first, [] { return Vec3f(); });
     }
 
-    /// The result, with normals of the faces where there is no other.
+    /// The result. Missing normals are replaced by those of the faces.
     Extremes finish()
     {
         complete(_extremes.near, _nearTriangle);
@@ -67,7 +72,8 @@ class TriangleExtremes
     }
 
   private:
-    /// Offers a corner of the triangle, or of what is left of it. True where it is the near one.
+    /// Offers a corner of the triangle or of its clipped part. True where it becomes the near
+    /// corner.
     template <class Normal>
     bool add(TriangleIterator const &it, Pnt3f const *corners, Pnt3f const &point, Normal normal)
     {
@@ -99,8 +105,8 @@ class TriangleExtremes
     Pnt3f _farTriangle[3];
 };
 
-/// What lies outside which planes, by element of the position array: a vertex of a closed surface
-/// is a corner of six triangles, and is tested once.
+/// For each element of the position array, the planes that it lies outside of. In a closed surface
+/// a vertex is a corner of six triangles on average, and the table tests it once.
 class OutsideTable
 {
   public:
@@ -109,7 +115,8 @@ class OutsideTable
     {
     }
 
-    /// Stays empty where few corners share positions, and where there is no memory.
+    /// Fills the table if corners share positions at least twice on average. Without memory it
+    /// stays empty, and corners are tested one by one.
     void fill(VertexChannel const &positions)
     {
         UInt32 const count = positions.size();
@@ -141,18 +148,19 @@ class OutsideTable
     std::unique_ptr<UInt8[], Release> _outside;
 };
 
-/// Calls `visit` for each triangle that the coarse test lets pass, until it returns false.
+/// Calls `visit` for each triangle that passes the coarse test, until `visit` returns false.
 template <class Visit>
 void visit_triangles(Geometry const &geometry, Plane const *planes, Visit visit)
 {
-    // Whoever is content with one of the first triangles shall not wait for the table.
-    constexpr Int32 triangles_without_table = 1000;
+    // The table costs time for all positions, so a search that ends at one of the first triangles
+    // does without it.
+    constexpr Int32 TrianglesWithoutTable = 1000;
     FrustumLanes const lanes(planes);
     OutsideTable table(lanes);
     TriangleIterator const end = geometry.endTriangles();
     for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
     {
-        if(it.getIndex() == triangles_without_table)
+        if(it.getIndex() == TrianglesWithoutTable)
             table.fill(GeometryView(geometry).positions);
         FrustumLanes::Grade const grade = table.grade(it);
         if(grade == FrustumLanes::Grade::Outside)
@@ -223,7 +231,7 @@ Extremes find_points(Geometry const &geometry, Plane const *planes, Plane const 
     {
         if(it.getType() != PointsPrimitive)
             continue;
-        // A primitive may claim points that the arrays do not have.
+        // A primitive may claim more points than the arrays have.
         UInt32 const available = it.getAvailable();
         bool complete = available == it.getLength();
         for(UInt32 i = 0; i < available; ++i)

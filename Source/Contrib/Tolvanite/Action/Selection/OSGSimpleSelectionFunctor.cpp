@@ -50,7 +50,7 @@ ActionBase::ResultE SimpleSelectionFunctor::enterGeometry(NodeCore *core, Action
 
 namespace
 {
-// Points that differ by no more in any coordinate are one place.
+// Points whose coordinates differ by no more than this are the same place.
 constexpr Real32 SamePlaceEpsilon = 1e-6f;
 
 Plane const *planes_of(SelectionAction const &action)

@@ -14,17 +14,17 @@ struct Extreme;
 struct Extremes;
 } // namespace SelectionSearch
 
-/// Finds, for each kind of primitive of each geometry in the frustum, the corner nearest to the
-/// reference plane and the farthest one: at most six hits a geometry, however many primitives it
-/// has. A primitive is hit as soon as a part of it is inside. Wherever several corners have the
-/// extreme distance, the last one counts. A far hit lies before the reference plane, not on it, and
-/// is left out where it falls together with the near one.
+/// Finds the corners that are nearest to the reference plane and farthest from it, for each
+/// geometry in the frustum and each kind of primitive. A geometry has at most six hits, however
+/// many primitives it has. A primitive is hit if any part of it is inside. Of several corners with
+/// the extreme distance the last one counts. A far hit has a positive distance. It is left out
+/// where its point equals that of the near hit.
 class OSG_CONTRIBTOLVANITE_API SimpleSelectionFunctor : public SelectionHandlers
 {
   public:
-    /// Becomes the actor of `action` and registers its handlers there; see SelectionFunctor.
+    /// Becomes the actor of `action` and registers its handlers there. See SelectionFunctor.
     SimpleSelectionFunctor(SelectionAction *action, UInt32 selectionType, PlaneType planeType);
-    /// Fails as the base's does.
+    /// Fails, like the constructor of the base.
     SimpleSelectionFunctor();
     ~SimpleSelectionFunctor() override;
 
@@ -35,7 +35,7 @@ class OSG_CONTRIBTOLVANITE_API SimpleSelectionFunctor : public SelectionHandlers
     void triangles(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
     void lines(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
     void points(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
-    /// Records what was found, the points carried to the root's space.
+    /// Records hits. Their points are transformed to the space of the root.
     void record(SelectionAction const &action, SelectionSearch::Extremes const &extremes);
     HitT hit_at(SelectionAction const &action, SelectionSearch::Extreme const &extreme) const;
 };

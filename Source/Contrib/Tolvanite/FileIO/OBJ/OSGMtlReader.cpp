@@ -134,6 +134,7 @@ void MtlLoop::readColor(MtlColor which)
 {
     Real32 values[3];
     _text.readReal32s(values, 3);
+    // The numbers are read in any case, so that the next word is a key again.
     if(!hasMap(which))
         _handler.setColor(which, Color3f(values[0], values[1], values[2]));
 }

@@ -11,7 +11,7 @@
 
 namespace OSG
 {
-/// The colours of a material, each of which a map of the same name turns white.
+/// The colours of a material. A map of the same name makes the colour white.
 enum class MtlColor
 {
     Diffuse,
@@ -19,32 +19,33 @@ enum class MtlColor
     Specular
 };
 
-/// Makes the materials that a library describes. All but newMaterial() speak of the material that
-/// it made last; the values come as they stand in the library.
+/// Receives the contents of a material library. All functions but newMaterial() set a value of the
+/// material that was made last. Values are passed unchanged.
 class OSG_CONTRIBTOLVANITE_API MtlHandler
 {
   public:
     virtual ~MtlHandler();
 
-    /// Replaces a material of the same name. The name may be empty.
+    /// Makes a material. It replaces one of the same name. The name may be empty.
     virtual void newMaterial(std::string const &name) = 0;
     virtual void setColor(MtlColor which, Color3f const &color) = 0;
     virtual void setShininess(Real32 shininess) = 0;
     virtual void setTransparency(Real32 transparency) = 0;
     virtual void setEnvMap(bool on) = 0;
-    /// Loads the image, or takes it from those that the library has loaded before, and gives it to
-    /// the material. False if it cannot be had; the material is then left as it was.
+    /// Loads the image, or takes it from the images that the library has loaded already, and sets
+    /// it. False, with the material unchanged, if there is no such image.
     virtual bool setImage(std::string const &imageName) = 0;
 };
 
-/// Reads entries until the text ends or a value cannot be read, and returns how many "newmtl" there
-/// were. A value that is cut short counts as 0, its entry as read.
+/// Reads entries until the text ends or a value cannot be read. Returns the number of "newmtl"
+/// entries. A missing value counts as 0, and its entry is used.
 ///
-/// A word begins an entry wherever it stands: only comments ("#", "$"), unknown words and words
-/// before the first "newmtl" skip their line. A map that was loaded makes its colour white for
-/// good: the colour's own entries are read and dropped until the next "newmtl".
+/// Line breaks do not separate entries: a known word begins an entry anywhere. Comments ("#", "$"),
+/// unknown words, and words before the first "newmtl" skip the rest of their line. A map that was
+/// loaded makes its colour white. Later entries of this colour are read and ignored until the next
+/// "newmtl".
 ///
-/// `libraryName` is what the messages call the library.
+/// `libraryName` is the name of the library in messages.
 OSG_CONTRIBTOLVANITE_API Int32 read_mtl(ReadBuffer &text, MtlElementMap const &elements,
                                         char const *libraryName, MtlHandler &handler);
 } // namespace OSG

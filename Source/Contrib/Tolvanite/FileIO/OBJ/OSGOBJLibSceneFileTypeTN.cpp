@@ -41,7 +41,7 @@ void OBJSceneFileTypeTN::initElemMap()
     fill_element_map(mtlElemMap);
 }
 
-/// What one read knows of the scene: materials by name and by slot, and the progress.
+/// The state of one read: materials by name and by slot, and the progress.
 class OBJSceneFileTypeTN::Read : public ObjReadClient
 {
   public:
@@ -52,8 +52,8 @@ class OBJSceneFileTypeTN::Read : public ObjReadClient
 
     void elementRead() override { _handler.updateReadProgress(); }
 
-    // A library that gave no material is not read again: a file may name one in every line, or
-    // itself.
+    // A library that gave no material is not read again, because a hostile file may name such a
+    // library in every line, or may name itself.
     void readLibrary(std::string const &name) override
     {
         std::string const path =
@@ -91,7 +91,8 @@ TransitPtr<Node> OBJSceneFileTypeTN::read(std::istream &in, char const *, Resolv
         ObjBuilder builder;
         ObjRecords records;
         Read client(*this);
-        // Vertices go straight into the arrays of the builder's properties, all else into records.
+        // Vertices go straight into the arrays of the builder's properties. Everything else goes
+        // into records.
         readText(in, builder.arrays(), records, client);
         builder.trimArrays();
         root = builder.build(records, client.slots());

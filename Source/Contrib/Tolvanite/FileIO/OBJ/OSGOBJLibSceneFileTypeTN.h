@@ -15,10 +15,11 @@ struct ObjVertexArrays;
 
 /// Wavefront OBJ, suffix "obj".
 ///
-/// Reads vertices, texture coordinates, normals, polygon faces and material assignment; groups,
-/// objects and smoothing are passed over. All vertices of a file lie in three arrays that its
-/// geometries share; each material run becomes a Geometry. Runs and faces come out newest first.
-/// The only run of a file is the root itself, several stand below a Group.
+/// Reads vertices, texture coordinates, normals, polygon faces and material assignments. Groups,
+/// objects and smoothing are ignored. A file's vertices are in three arrays that its geometries
+/// share. Each run of faces with one material becomes a Geometry. Runs and faces are in the reverse
+/// order of the file. A single run is the root of the scene. Several runs are the children of a
+/// Group.
 class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
 {
   public:
@@ -29,9 +30,9 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
 
     ~OBJSceneFileTypeTN() override;
     char const *getName() const override;
-    /// Neither the name nor the resolver is used. Ends at the first value that cannot be read and
-    /// gives everything before it, with a warning; null where no geometry could be made. Commits
-    /// the thread's changes.
+    /// The name and the resolver are not used. The read ends at the first value that cannot be
+    /// read, with a warning, and gives everything before it. Null where there is no geometry.
+    /// Commits the thread's changes.
     TransitPtr<Node> read(std::istream &in, char const *fileNameOrExtension,
                           Resolver resolver) const override;
 
@@ -47,11 +48,12 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
     class Read;
 
     void initElemMap();
-    /// Reads the text to its end, or to what cannot be read, into arrays and records.
+    /// Reads the text to its end, or to the first value that cannot be read, into arrays and
+    /// records.
     void readText(std::istream &in, ObjVertexArrays arrays, ObjRecords &records,
                   ObjReadClient &client) const;
-    /// Adds the materials of a library to `materials`, replacing those of the same name. Gives the
-    /// number of its "newmtl" entries; 0 for a file that cannot be opened.
+    /// Adds the materials of a library to `materials`, replacing those of the same name. Returns
+    /// the number of its "newmtl" entries; 0 where the file cannot be opened.
     Int32 readMTL(char const *fileName, MaterialMap &materials) const;
 
     ObjElementMap dataElemMap;

@@ -6,11 +6,12 @@ namespace OSG
 {
 namespace
 {
-// FNV-1a by whole values, its upper bits folded into the lower ones that choose the place.
+// FNV-1a (Fowler, Noll and Vo), applied to whole values instead of bytes. The upper bits are folded
+// into the lower ones, which choose the place.
 template <class Values>
 UInt64 hash_of(Values const &values)
 {
-    UInt64 hash = 0xCBF29CE484222325u;
+    UInt64 hash = 0xCBF29CE484222325u; // offset basis and prime of the 64-bit FNV
     for(auto const value : values)
         hash = (hash ^ value) * 0x100000001B3u;
     return hash ^ (hash >> 32);

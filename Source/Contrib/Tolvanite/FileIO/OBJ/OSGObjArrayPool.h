@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Arrays that the geometries of one read may share.
+/// Shares equal arrays between the geometries of one read.
 
 #include <vector>
 
@@ -10,11 +10,11 @@
 
 namespace OSG
 {
-/// Gives equal arrays as one property. Files of very many small material runs repeat a few arrays
-/// over and over: one polygon of three corners, the index 0 1 2.
+/// Returns the same property for equal arrays. Files with very many small material runs repeat a
+/// few arrays, such as the type and length of one triangle and the index 0 1 2.
 ///
-/// A pool has a fixed number of places. A new array takes the place of the one that stood there, so
-/// that arrays that never repeat cost no memory; long ones are not kept at all.
+/// A pool has a fixed number of places, chosen by a hash. A new array replaces the one at its
+/// place, so arrays that never repeat use no memory. Long arrays are not kept.
 template <class Property>
 class OSG_CONTRIBTOLVANITE_API ObjArrayPool
 {
@@ -27,13 +27,13 @@ class OSG_CONTRIBTOLVANITE_API ObjArrayPool
     ObjArrayPool();
     ~ObjArrayPool();
 
-    /// A property of these values, which are taken.
+    /// A property with these values. `values` is moved from.
     Pointer get(Values &&values);
 
   private:
     static constexpr std::size_t Places = 128; // a power of two; files repeat very few arrays
 
-    std::vector<Pointer, MemAllocator<Pointer>> _places; // by hash value; empty until needed
+    std::vector<Pointer, MemAllocator<Pointer>> _places; // by hash; empty until first used
 };
 
 extern template class ObjArrayPool<GeoUInt8Property>;

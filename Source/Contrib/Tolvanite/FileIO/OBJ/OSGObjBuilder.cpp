@@ -113,6 +113,7 @@ Material *ObjBuilder::defaultMaterial()
     if(_defaultMaterial == nullptr)
     {
         _defaultMaterial = SimpleTexturedMaterial::create();
+        // Light grey with a soft highlight.
         _defaultMaterial->setDiffuse(Color3f(0.8f, 0.8f, 0.8f));
         _defaultMaterial->setSpecular(Color3f(1.f, 1.f, 1.f));
         _defaultMaterial->setShininess(20.f);
@@ -139,7 +140,7 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
     geometry.setNormals(hasNormals ? _normals.get() : nullptr);
 
     addPrimitives(geometry, faces);
-    // -1, where a mixed mesh has no index, becomes an element that is not there.
+    // A missing index is -1. It becomes the largest number, which is out of range of every array.
     auto const index_of = [&faces](ObjIndexKind kind)
     {
         MField<UInt32> entries;
@@ -159,7 +160,7 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
         geometry.setIndex(index, Geometry::TexCoordsSlot);
         return;
     }
-    // These are folded into one before long.
+    // createSharedIndex joins these into one index, so the pool of arrays is not asked for them.
     geometry.setIndex(make_index(index_of(ObjPositionIndex)), Geometry::PositionsSlot);
     if(hasNormals)
         geometry.setIndex(make_index(index_of(ObjNormalIndex)), Geometry::NormalsSlot);

@@ -1,7 +1,8 @@
 #pragma once
 
 /// \file
-/// Makes the scene of an OBJ file from its records: the only part of the reader that makes nodes.
+/// Makes the scene of an OBJ file from its records. This is the only part of the reader that makes
+/// nodes.
 
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace OSG
 {
 class Geometry;
 
-/// The materials that meshes refer to by slot.
+/// The materials of meshes, by slot.
 using ObjMaterialSlots = std::vector<UnrecordedRefPtr<SimpleTexturedMaterial>,
                                      MemAllocator<UnrecordedRefPtr<SimpleTexturedMaterial>>>;
 
@@ -25,24 +26,26 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
   public:
     ObjBuilder();
 
-    /// The arrays that a reader fills; they are those of the properties.
+    /// The arrays of the shared properties, which a reader fills.
     ObjVertexArrays arrays();
-    /// Gives back the room that the arrays have kept to grow. To be called once they are full.
+    /// Frees the unused capacity of the arrays. To be called when all vertices have been read.
     void trimArrays();
 
-    /// A geometry per mesh, newest first. The only mesh of the records is the root itself, several
-    /// stand below a Group, those that fail left out. Null where none could be built.
+    /// Makes a geometry for each mesh, in the reverse order of the file. A single mesh becomes the
+    /// root. Several meshes become children of a Group. Meshes that fail are left out. Null where
+    /// no mesh can be built.
     ///
-    /// Geometries share arrays that are equal, and the material of those that have none.
+    /// Geometries share equal arrays. Those without a material share one default material.
     ///
-    /// To be called once. Uses the records up as it goes, and commits the thread's changes now and
-    /// then where there are very many meshes, so that no second list as long as the scene is held.
+    /// To be called once. Removes the records that it has used. Where there are very many meshes,
+    /// it commits the thread's changes from time to time, so that the change list does not become
+    /// as long as the scene.
     TransitPtr<Node> build(ObjRecords &records, ObjMaterialSlots const &materials);
 
   private:
     TransitPtr<Node> buildNewest(ObjRecords &records, ObjMaterialSlots const &materials);
-    /// Whether other meshes follow that use the arrays. The last one lets them go, so that they are
-    /// its own where no other geometry has them.
+    /// Whether other meshes follow that use the shared arrays. The builder drops its references
+    /// with the last mesh, so that a single geometry owns the arrays alone.
     enum class Arrays
     {
         Keep,
@@ -52,7 +55,7 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
                                        Arrays afterwards);
     void addPrimitives(Geometry &geometry, ObjFaces const &faces);
     void addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask);
-    /// For meshes that no material was assigned to.
+    /// The material of meshes without one.
     Material *defaultMaterial();
 
     UnrecordedRefPtr<GeoPnt3fProperty> _positions;

@@ -3,7 +3,7 @@
 /// \file
 /// The words that begin an element of an OBJ scene file or of an MTL material library.
 ///
-/// The tables are the truth: a word that is not in them is unknown, and words are case sensitive.
+/// The tables alone decide which words are known. Words are case sensitive.
 
 #include <array>
 #include <functional>
@@ -47,7 +47,7 @@ enum class MtlElement : Int32
     DiffuseMap = 12,
     AmbientMap = 13,
     SpecularMap = 14,
-    DissolveMap = 15, ///< known, but nothing is done with it: reported like an unknown word
+    DissolveMap = 15, ///< known but not supported: reported like an unknown word
     Decal = 16,
     Bump = 17,
     Reflection = 18
@@ -56,16 +56,16 @@ enum class MtlElement : Int32
 using ObjElementMap = std::map<std::string, ObjElement, std::less<>>;
 using MtlElementMap = std::map<std::string, MtlElement, std::less<>>;
 
-/// Fill a table that is empty; one that is not stays as it is.
+/// Fill a table if it is empty; otherwise do nothing.
 OSG_CONTRIBTOLVANITE_API void fill_element_map(ObjElementMap &elements);
 OSG_CONTRIBTOLVANITE_API void fill_element_map(MtlElementMap &elements);
 
-/// Unknown for a word that is not in the table.
+/// The element of a word; Unknown for a word that is not in the table.
 OSG_CONTRIBTOLVANITE_API MtlElement find_element(MtlElementMap const &elements,
                                                  std::string_view word);
 
-/// Answers like the table, without comparing strings for words of one or two characters, with which
-/// nearly every line of a file begins. Keeps a reference to the table, which must not change.
+/// Gives the same results as the table, but compares no strings for words of one or two characters,
+/// with which nearly every line begins. Keeps a reference to the table, which must not change.
 class OSG_CONTRIBTOLVANITE_API ObjElementFinder
 {
   public:
@@ -81,11 +81,12 @@ class OSG_CONTRIBTOLVANITE_API ObjElementFinder
   private:
     struct Place
     {
-        UInt16 key = 0; ///< 0 for a place that is free
+        UInt16 key = 0; ///< 0 for a free place
         ObjElement element = ObjElement::Unknown;
     };
 
-    /// Both characters of a short word; 0 for any other and for words with a zero byte in front.
+    /// The characters of a word of one or two characters as a number. 0 for longer words and for
+    /// words that begin with a zero byte.
     static UInt16 shortKey(std::string_view word)
     {
         if(word.size() == 1)

@@ -9,12 +9,12 @@ namespace OSG
 {
 namespace
 {
-// A line ends with a zero byte or with its line break, which is therefore no white space here.
+// A line ends at a zero byte or a line break, so a line break does not count as white space here.
 bool is_line_end(char c) { return c == '\0' || c == '\n'; }
 bool is_blank(char c) { return c != '\n' && is_stream_space(c); }
 
-/// Reads an optional sign and digits; returns `p` itself if there is no digit. The number
-/// saturates.
+/// Reads an optional sign and digits. A number beyond 32 bits saturates. Returns `p` itself if
+/// there is no digit.
 char const *scan_number(char const *p, Int32 &number)
 {
     char const *const begin = p;
@@ -22,11 +22,12 @@ char const *scan_number(char const *p, Int32 &number)
     if(negative || *p == '+')
         ++p;
     char const *const first = p;
-    constexpr Int64 enough = Int64(1) << 40;
+    // Beyond 32 bits. The number grows no further, so it cannot overflow.
+    constexpr Int64 Enough = Int64(1) << 40;
     Int64 magnitude = 0;
     for(; static_cast<unsigned char>(*p - '0') < 10; ++p)
     {
-        if(magnitude < enough)
+        if(magnitude < Enough)
             magnitude = magnitude * 10 + (*p - '0');
     }
     if(p == first)
@@ -37,7 +38,8 @@ char const *scan_number(char const *p, Int32 &number)
     return p;
 }
 
-/// Zero-based index of a number of the file.
+/// The zero-based index for a number of the file. Negative numbers count back from `count`. 0 gives
+/// -1, which means no index.
 Int32 index_of(Int32 number, std::size_t count)
 {
     if(number >= 0)
@@ -45,8 +47,8 @@ Int32 index_of(Int32 number, std::size_t count)
     Int64 const index = static_cast<Int64>(count) + number;
     return static_cast<Int32>(std::min<Int64>(index, std::numeric_limits<Int32>::max()));
 }
-/// Reads the number of a plain corner, without sign and of up to eight digits: a ninth stays where
-/// it is and spoils the corner. Moves `p` behind it; false if there is none.
+/// Reads a number without sign of up to eight digits and moves `p` behind it. A ninth digit is left
+/// there, so the corner does not count as plain. False if there is no digit.
 inline bool scan_plain_number(char const *&p, Int32 &index)
 {
     DigitScan const scan = scan_eight_digits(p);
@@ -55,8 +57,8 @@ inline bool scan_plain_number(char const *&p, Int32 &index)
     return scan.count != 0;
 }
 
-/// Reads a corner in one of the four usual forms with white space or the end of the line behind it.
-/// Null for any other, which is then read number by number.
+/// Reads a corner in one of the four usual forms, followed by white space or the end of the line.
+/// Null for any other corner, which is then read number by number.
 inline char const *scan_plain_corner(char const *p, ObjTiePoint &corner)
 {
     corner = ObjTiePoint();
@@ -91,6 +93,8 @@ void ObjFaceParser::parse(ObjElementCounts const &counts)
 
 ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts const &counts)
 {
+    // Nearly all corners are plain. The general way below also continues a corner of the line
+    // before.
     if(!_cornerIsOpen)
         p = takePlainCorners(p);
     UInt32 kind = ObjPositionIndex;
@@ -125,8 +129,8 @@ ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts 
     return LineEnd::Face;
 }
 
-/// Adds plain corners as long as there are any. Returns the place behind the last of them, or
-/// behind the white space that follows it if another kind of corner begins there.
+/// Adds corners as long as they are plain. Returns the beginning of the first word that is not a
+/// plain corner, or the end of the line.
 char const *ObjFaceParser::takePlainCorners(char const *p)
 {
     ObjTiePoint corner;

@@ -1,31 +1,32 @@
 #pragma once
 
 /// \file
-/// The corners of one face line.
+/// Parses the corners of one face line.
 
 #include "OSGObjRecords.h"
 #include "OSGReadBuffer.h"
 
 namespace OSG
 {
-/// How many elements of each kind stand before a face; relative indices count back from there.
+/// The numbers of positions, texture coordinates and normals before a face. Relative indices count
+/// back from there.
 struct ObjElementCounts
 {
     std::size_t count[ObjIndexKindCount] = {0, 0, 0};
 };
 
-/// Reads what stands behind the word "f" and adds it as a face.
+/// Reads the corners behind the word "f" and adds a face.
 ///
-/// A corner has up to three decimal numbers between slashes, any of them left out ("7", "7/2",
-/// "7/2/5", "7//5"); corners stand apart by white space. Numbers count from 1, or from -1
-/// backwards; 0 is none. Numbers beyond 32 bits saturate. A backslash goes on in the next line.
-/// What is neither number, slash nor white space ends the face, and the rest of its line is lost. A
-/// number without a slot of its own (a fourth one, or one behind a slash before the corner's first)
-/// is passed over with all that follows up to the next white space.
+/// A corner has up to three decimal numbers, separated by slashes, some of which may be missing
+/// ("7", "7/2", "7/2/5", "7//5"). White space separates corners. Positive numbers count from 1,
+/// negative ones from -1 backwards; 0 means no index. Numbers beyond 32 bits saturate. A backslash
+/// continues the face in the next line. Any other character ends the face, and the rest of its line
+/// is lost. A number that has no place in the corner (a fourth one, or one behind a slash at the
+/// beginning of the corner) is skipped with everything up to the next white space.
 ///
-/// Of each line at most ReadBuffer::lineLimit characters are read; what is behind them stays in the
-/// text, and so does the line break. Where there is nothing to read the text is in a failed state
-/// afterwards, and the face has the corners that were read up to there, or none.
+/// At most ReadBuffer::lineLimit characters of a line are read. Further characters and the line
+/// break stay in the text. Where there is nothing to read, the text has failed afterwards, and the
+/// face has the corners that were read before, which may be none.
 class OSG_CONTRIBTOLVANITE_API ObjFaceParser
 {
   public:
@@ -53,6 +54,7 @@ class OSG_CONTRIBTOLVANITE_API ObjFaceParser
     ReadBuffer &_text;
     ObjRecords &_records;
     ObjTiePoint _corner;
-    bool _cornerIsOpen = false; ///< the corner has its first number and no white space followed yet
+    bool _cornerIsOpen =
+        false; ///< the corner has its first number; no white space has followed yet
 };
 } // namespace OSG

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Which kinds of indices the faces of a material run have in common.
+/// Finds the kinds of indices that all faces of a material run have.
 
 #include "OSGObjRecords.h"
 
@@ -17,18 +17,17 @@ enum ObjIndexBit : UInt32
 
 struct ObjIndexMask
 {
-    /// Bits of the kinds that every face has, taken together from the newest face on. 0 if no
-    /// corner of any face has an index.
+    /// The kinds that every face has. 0 if no corner of any face has an index.
     UInt32 mask = 0;
-    /// All indices of each corner are equal, so one index array serves all kinds. A corner that has
-    /// another index but no position clears it.
+    /// True if the indices of each corner are equal, so that one index array serves all kinds.
+    /// False if a corner has an index but no position.
     bool singleIndex = true;
-    /// A face without any position index follows faces that have something: no geometry can be made
-    /// of the run. The other members are then undecided.
+    /// True if a face without position index comes after a face with indices. No geometry can be
+    /// made of such a run, and the other members have no meaning.
     bool unmatch = false;
 };
 
-/// Faces are taken newest first, and the order matters: a face without indices is overlooked as
-/// long as nothing newer has any, and spoils the run afterwards.
+/// Goes through the faces in the given order, newest first. The order matters: a face without
+/// indices is ignored before the first face that has indices, and makes the run unusable after it.
 OSG_CONTRIBTOLVANITE_API ObjIndexMask derive_index_mask(ObjFaces const &faces);
 } // namespace OSG

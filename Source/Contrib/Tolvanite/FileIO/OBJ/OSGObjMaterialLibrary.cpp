@@ -71,7 +71,7 @@ class LibraryMaterials : public MtlHandler
     }
 
   private:
-    // A failed load is not remembered.
+    // Each image is loaded once. An image that could not be loaded is tried again at its next use.
     Image *findImage(std::string const &name)
     {
         auto const loaded = _images.find(name);
@@ -109,7 +109,8 @@ Int32 read_material_library(char const *fileName, MtlElementMap const &elements,
         OSG_LOG_WARNING(ObjMessages::LibraryMissing, shown_text(fileName).c_str());
         return 0;
     }
-    // A folder or a pipe opens as well, and may never end.
+    // Only regular files are opened. A folder or a pipe can be opened too, and reading a pipe may
+    // never end.
     boost::system::error_code error;
     if(!boost::filesystem::is_regular_file(fullName, error))
         return 0;

@@ -100,6 +100,7 @@ void ObjRecordReader::readLibrary()
 void ObjRecordReader::readMaterialUse()
 {
     std::string const name(_text.token());
+    // An unknown material starts a mesh too, so that its faces do not get the last material.
     _records.startMesh();
     Int32 const slot = _client.findMaterial(name);
     if(slot != ObjRecords::noMaterial)

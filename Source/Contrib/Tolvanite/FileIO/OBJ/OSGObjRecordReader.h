@@ -12,29 +12,29 @@
 
 namespace OSG
 {
-/// What reading asks of the scene that the file is read into.
+/// What the reader asks of the scene that it reads into.
 class OSG_CONTRIBTOLVANITE_API ObjReadClient
 {
   public:
     virtual ~ObjReadClient();
 
-    /// Called once per element that is not a comment, before it is read.
+    /// Called before each element is read. Comments are not elements.
     virtual void elementRead() = 0;
-    /// A material library is named; the name may be empty.
+    /// Called where the file names a material library. The name may be empty.
     virtual void readLibrary(std::string const &name) = 0;
-    /// Slot of the material of that name, or ObjRecords::noMaterial if no library had it.
+    /// The slot of the material of that name; ObjRecords::noMaterial if no library has it.
     virtual Int32 findMaterial(std::string const &name) = 0;
 };
 
-/// Reads elements until the text ends, appending to arrays, records and log.
+/// Reads the elements of a text and appends them to arrays and records.
 ///
-/// A word begins an element wherever it stands; values that an element does not take begin the next
-/// one. "#" or "$" in front of a word make a comment of the rest of the line. Unknown words are
-/// logged and their line is skipped; directly behind a texture coordinate this happens silently, as
-/// many files give it a third value.
+/// Line breaks do not separate elements: the word behind the last value of an element begins the
+/// next one. A word that begins with "#" or "$" makes the rest of the line a comment. An unknown
+/// word is logged, and the rest of its line is skipped. Directly behind a texture coordinate
+/// nothing is logged, because many files have a third value there.
 ///
-/// A value that cannot be read ends the file: its element is kept with 0 in place of what is
-/// missing, and everything before it stands. A last word without white space behind it is lost.
+/// The read ends at a value that cannot be read. Its element is kept, with 0 for missing values,
+/// and so is everything before it. A last word without white space behind it is lost.
 class OSG_CONTRIBTOLVANITE_API ObjRecordReader
 {
   public:
@@ -42,7 +42,7 @@ class OSG_CONTRIBTOLVANITE_API ObjRecordReader
     ObjRecordReader(ReadBuffer &text, ObjElementMap const &elements, ObjVertexArrays arrays,
                     ObjRecords &records, ObjReadClient &client);
 
-    /// The whole text; `text` has failed or is at its end afterwards.
+    /// Reads the whole text. Afterwards `text` has failed or is at its end.
     void read();
 
   private:

@@ -21,7 +21,8 @@ void ObjRecords::startMesh()
 
 namespace
 {
-// Copies what is left once it is a quarter: in all no more than there ever was.
+// Frees memory once only a quarter of the capacity is used. The copies then add up to less than the
+// largest size that the array ever had.
 template <class Vector>
 void cut(Vector &values, std::size_t size)
 {

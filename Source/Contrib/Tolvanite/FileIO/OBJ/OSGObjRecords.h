@@ -1,7 +1,8 @@
 #pragma once
 
 /// \file
-/// What one read of an OBJ file collects before any node is made: tie points, faces, material runs.
+/// The data that a read of an OBJ file collects before nodes are made: corners (tie points), faces,
+/// and material runs (meshes).
 
 #include <cstddef>
 #include <span>
@@ -13,7 +14,7 @@
 
 namespace OSG
 {
-/// The kinds of elements that a face refers to, in the order of "7/2/5".
+/// The kinds of indices of a corner, in the order of "7/2/5".
 enum ObjIndexKind : UInt32
 {
     ObjPositionIndex = 0,
@@ -22,8 +23,9 @@ enum ObjIndexKind : UInt32
     ObjIndexKindCount = 3
 };
 
-/// One corner of a face: zero-based indices by kind. -1: none was given. What a file names is kept
-/// whether or not it exists, so any value may occur; negative ones count as not given.
+/// One corner of a face: its zero-based indices by kind, -1 where there is none. Indices are kept
+/// whether or not their elements exist, so any value may occur. All negative values mean that there
+/// is no index.
 struct ObjTiePoint
 {
     Int32 index[ObjIndexKindCount] = {-1, -1, -1};
@@ -31,8 +33,8 @@ struct ObjTiePoint
     bool operator==(ObjTiePoint const &) const = default;
 };
 
-/// The arrays that the elements of a file are appended to. Not owned: they are those of the
-/// properties that the geometries will share.
+/// The arrays that vertices are appended to. Not owned: they belong to the properties that the
+/// geometries share.
 struct ObjVertexArrays
 {
     std::vector<Pnt3f, MemAllocator<Pnt3f>> &positions;
@@ -40,8 +42,8 @@ struct ObjVertexArrays
     std::vector<Vec3f, MemAllocator<Vec3f>> &normals;
 };
 
-/// The faces of a material run, newest first: for(std::span<ObjTiePoint const> face : faces).
-/// The corners of a face stand in the order of its line.
+/// The faces of a material run, newest first: for(std::span<ObjTiePoint const> face : faces). The
+/// corners of a face are in the order of its line.
 class ObjFaces
 {
   public:
@@ -69,7 +71,7 @@ class ObjFaces
         ObjTiePoint const *_behindFace;
     };
 
-    /// Sizes and corners of the run in the order of the file. Not owned.
+    /// Takes the sizes and corners of the faces in the order of the file. Not owned.
     ObjFaces(std::span<UInt32 const> sizes, std::span<ObjTiePoint const> tiePoints)
         : _sizes(sizes)
         , _tiePoints(tiePoints)
@@ -84,7 +86,7 @@ class ObjFaces
 
     bool empty() const { return _sizes.empty(); }
     std::size_t size() const { return _sizes.size(); }
-    /// Corners of all faces together.
+    /// Number of corners of all faces.
     std::size_t tiePointCount() const { return _tiePoints.size(); }
 
   private:
@@ -92,9 +94,9 @@ class ObjFaces
     std::span<ObjTiePoint const> _tiePoints;
 };
 
-/// Faces and material runs (meshes) of a file. Stored flat, in the order of the file: a corner
-/// takes 12 bytes, a face 4 and a mesh 24. While a file is read there is always a mesh, which the
-/// next face belongs to.
+/// Faces and material runs (meshes) of a file, in flat arrays in the order of the file. A corner
+/// takes 12 bytes, a face 4 and a mesh 24. While a file is read, there is always a mesh for the
+/// next face.
 class OSG_CONTRIBTOLVANITE_API ObjRecords
 {
   public:
@@ -104,21 +106,21 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
 
     // --- collecting ---
     void addTiePoint(ObjTiePoint const &tiePoint) { _tiePoints.push_back(tiePoint); }
-    /// Makes a face, perhaps an empty one, of the corners added since the last.
+    /// Makes a face of the corners that were added since the last face. It may be empty.
     void endFace();
-    /// Starts another mesh, unless the current one has no face yet.
+    /// Starts another mesh, unless the current mesh has no face.
     void startMesh();
-    /// Slot of the current mesh's material; what slots mean is up to the caller.
+    /// Sets the material slot of the current mesh. The caller decides what slots mean.
     void setMaterial(Int32 slot) { _meshes.back().material = slot; }
 
-    // --- reading; mesh 0 is the newest, the last in the file ---
+    // --- reading; mesh 0 is the last one in the file ---
     std::size_t meshCount() const { return _meshes.size(); }
     ObjFaces faces(std::size_t mesh) const;
     Int32 material(std::size_t mesh) const { return stored(mesh).material; }
 
-    // --- using up ---
-    /// Forgets mesh 0, so that the next newest takes its number, and gives memory back now and
-    /// then. Nothing can be collected any more. There is a mesh.
+    // --- removing ---
+    /// Removes mesh 0, so that the numbers of all others decrease by one. Frees memory from time to
+    /// time. There must be a mesh. Nothing may be added afterwards.
     void dropNewestMesh();
 
   private:

@@ -10,11 +10,11 @@ namespace OSG
 {
 /// Reads records of the older type name "GeoToEntAttachment" into a GeoToEntityAttachment.
 ///
-/// There "Geo" and "Ent" are a 32-bit count and as many 32-bit numbers, which are widened to the 64
-/// bits of today's fields, whatever type and size the field's header tells. Two fields of one name
-/// are joined. Writing uses the layout of all containers, with 64-bit numbers: what it writes with
-/// values cannot be read back by it. Today's attachments are stored under their own type name and
-/// do not come to this element.
+/// In such records the fields "Geo" and "Ent" hold a 32-bit count and as many 32-bit numbers,
+/// whatever type and size the field's header has. The numbers are widened to the 64 bits of the
+/// attachment's fields. Two fields of the same name are joined. Writing uses the layout of all
+/// containers, with 64-bit numbers, which this element cannot read back. Attachments of today are
+/// stored under their own type name and do not use this element.
 class OSG_CONTRIBTOLVANITE_API OSBHandleEntAttachment : public OSBCommonElement
 {
   public:
@@ -25,7 +25,7 @@ class OSG_CONTRIBTOLVANITE_API OSBHandleEntAttachment : public OSBCommonElement
     void read(std::string const &typeName) override;
     void postRead() override;
     void preWrite(FieldContainer *container) override;
-    /// Writes nothing, with a warning, where there is no container.
+    /// Writes nothing and logs a warning where there is no container.
     void write() override;
 
   private:

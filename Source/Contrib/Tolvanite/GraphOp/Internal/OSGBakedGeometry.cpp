@@ -12,8 +12,7 @@ using PointArray = TypedGeoVectorProperty<GeoPnt3fPropertyDesc>;
 using VectorArray3 = TypedGeoVectorProperty<GeoVec3fPropertyDesc>;
 using ColorArray = TypedGeoVectorProperty<GeoColor3fPropertyDesc>;
 
-// Calls `visit` with the values of each array that a move changes: those of positions, and those of
-// arrays of vectors.
+// Calls `visitPoints` or `visitVectors` with the values of each array that a move changes.
 template <class VisitPoints, class VisitVectors>
 void visit_arrays(Geometry &geometry, VectorArrays const &vectors, VisitPoints visitPoints,
                   VisitVectors visitVectors)
@@ -41,7 +40,7 @@ void visit_arrays(Geometry &geometry, VectorArrays const &vectors, VisitPoints v
 TransitPtr<Geometry> baked_geometry(Geometry const &geometry, Matrix const &matrix,
                                     VectorArrays const &vectors)
 {
-    // By type: a name would be looked up among all types for each geometry.
+    // Given by type, because a name would be looked up among all types for each geometry.
     ContainerTypeList const shared{&Material::getClassType()};
     TransitPtr<Geometry> baked = dynamic_transit_cast<Geometry>(deepClone(&geometry, shared));
     bake_in_place(*baked, matrix, vectors);

@@ -4,7 +4,8 @@ namespace OSG
 {
 ChildEdits::ChildEdits() = default;
 
-// Most nodes lose their last reference here. The next ones are fetched while one ends.
+// Most nodes lose their last reference here. The memory of the next nodes is prefetched while one
+// is destroyed.
 ChildEdits::~ChildEdits()
 {
     constexpr std::size_t Ahead = 3;

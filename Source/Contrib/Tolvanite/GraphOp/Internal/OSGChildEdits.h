@@ -8,8 +8,8 @@
 
 namespace OSG
 {
-/// Edits of a node's children: noted while the children are looked at, made afterwards. Nodes are
-/// counted as long as they are noted.
+/// Collects edits of a node's children while the children are looked at, and makes them afterwards.
+/// It holds a reference to each node.
 class OSG_CONTRIBTOLVANITE_API ChildEdits
 {
   public:
@@ -18,20 +18,19 @@ class OSG_CONTRIBTOLVANITE_API ChildEdits
     ChildEdits &operator=(ChildEdits const &) = delete;
     ~ChildEdits();
 
-    /// `node` becomes a child, behind those that are there; it leaves the parent that it has. Null
-    /// is no node.
+    /// `node` will become the last child and leave its former parent. Null is ignored.
     void add(Node *node)
     {
         if(node != nullptr)
             _toAdd.emplace_back(node);
     }
-    /// `child`, a child of the parent or of another node that goes, goes.
+    /// `child` will be removed. It is a child of the parent, or of a node that is removed as well.
     void sub(Node *child) { _toSub.emplace_back(child); }
-    /// All that is below `node` now becomes children, in order.
+    /// The present children of `node` will become children of the parent, in order.
     void addChildrenOf(Node const *node);
 
-    /// Makes the edits. The nodes are added first, while those that come from a child that goes are
-    /// still below `parent`: then the search for a cycle is short.
+    /// Makes the edits. Nodes are added before others are removed, because a node that is still
+    /// below `parent` needs only a short search for cycles.
     void applyTo(Node *parent) const;
 
   private:

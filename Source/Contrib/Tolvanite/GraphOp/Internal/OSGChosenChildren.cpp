@@ -9,7 +9,7 @@ namespace OSG
 {
 namespace
 {
-/// The new node behind the children of a switch, and what is taken into it.
+/// Makes the new node as the last child of the switch's node and moves children into it.
 class ChosenGroup
 {
   public:
@@ -23,7 +23,7 @@ class ChosenGroup
         _group = made;
     }
 
-    /// Children that were not taken yet.
+    /// Number of children that have not been taken. Without the new node itself.
     UInt32 getNLeft() const { return _node.getNChildren() - 1; }
 
     void take(UInt32 index)
@@ -62,6 +62,7 @@ Node *take_chosen(Node &node, Switch const &core)
     Int32 const choice = core.getChoice();
     if(choice == Switch::AllChildren)
     {
+        // From the last child, so that taking a child moves no other.
         while(chosen.getNLeft() != 0)
             chosen.take(chosen.getNLeft() - 1);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// The children that a switch shows at this moment, in a group of their own.
+/// Collects the children that a switch shows in a group of their own.
 
 #include "OSGNode.h"
 
@@ -10,12 +10,12 @@ namespace OSG
 class MultiSwitch;
 class Switch;
 
-/// Take what the core shows out of `node`, whose core it is, into a new node with a plain Group,
-/// from the last child to the first. Null where nothing is shown.
+/// Move the children that `core` shows into a new node with a plain Group, from the last child to
+/// the first. `core` is the core of `node`. Null where nothing is shown.
 ///
-/// The new node is a child of `node`, its last: whoever wants it elsewhere finds it near, and the
-/// tree need not be searched for cycles. A choice beyond the children takes nothing.
+/// The new node is the last child of `node`. Moving children and the new node within one place of
+/// the tree needs only short searches for cycles. A choice beyond the children takes nothing.
 Node *take_chosen(Node &node, Switch const &core);
-/// Children with a GroupingStage stay out of the new node, and are no longer below `node` either.
+/// Likewise. Children with a GroupingStage are removed from `node` and not taken into the new node.
 Node *take_chosen(Node &node, MultiSwitch const &core);
 } // namespace OSG

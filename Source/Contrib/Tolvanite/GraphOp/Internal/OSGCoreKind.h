@@ -6,7 +6,8 @@
 
 namespace OSG
 {
-/// Whether the node has a core of the class `Core` or of one derived from it.
+/// Whether the node has a core of the class `Core` or of a class derived from it. Compares types,
+/// which is quicker than a dynamic_cast.
 template <class Core>
 bool core_derives_from(Node const *node)
 {

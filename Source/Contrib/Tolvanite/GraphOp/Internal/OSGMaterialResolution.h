@@ -4,9 +4,9 @@
 
 namespace OSG
 {
-/// Puts the chosen material in place of a SwitchMaterial that the node's core has, and a plain
-/// Group in place of a core whose material is a ChunkMaterial without chunks: that draws nothing.
-/// False where the core is none of MaterialGroup, MaterialChunkOverrideGroup and Geometry, or has
-/// no material. A choice beyond the materials changes nothing.
+/// Replaces a SwitchMaterial of the node's core by the material that it chooses. A choice beyond
+/// the materials changes nothing. A ChunkMaterial without chunks draws nothing; a core with such a
+/// material is replaced by a plain Group. False where the core is not a MaterialGroup,
+/// MaterialChunkOverrideGroup or Geometry, or has no material.
 bool resolve_material(Node &node);
 } // namespace OSG

@@ -38,7 +38,7 @@ bool MrgLevels::isLevel(Node const *node) const
 {
     if(!core_derives_from<Group>(node))
         return false;
-    // Of a material group the exclude list says nothing.
+    // The exclude list does not apply to material groups.
     if(core_derives_from<MaterialGroup>(node))
         return true;
     return !core_derives_from<Transform>(node) && !isLeft(node) &&
@@ -85,7 +85,7 @@ void MrgLevels::process(Node *node)
     bakeTransforms(node, children, baked);
 }
 
-// What comes up from the levels among the children; `kept` receives the children that stay.
+// Returns what comes up from the levels among the children. `kept` receives the children that stay.
 MrgLevels::Held MrgLevels::goThrough(Node *node, Nodes &kept)
 {
     Held held;
@@ -97,7 +97,8 @@ MrgLevels::Held MrgLevels::goThrough(Node *node, Nodes &kept)
     return held;
 }
 
-// False for a material group that holds something that takes no material: it stays with that.
+// Adds what a level holds to `above`. A material group stays, and the result is false, if it holds
+// nodes that cannot take its material; these stay below it.
 bool MrgLevels::takeUp(Node *level, Held &above)
 {
     Held const held = heldBy(level);
@@ -109,7 +110,7 @@ bool MrgLevels::takeUp(Node *level, Held &above)
     }
     else
         _rising.join(above.nodes, held.nodes);
-    // What has risen is still below these levels: they go when it has been moved.
+    // The rising nodes are still below these levels, which are removed after the nodes have moved.
     _rising.join(above.levels, held.levels);
     if(!rest.empty())
     {
@@ -120,7 +121,8 @@ bool MrgLevels::takeUp(Node *level, Held &above)
     return true;
 }
 
-// A level that nobody has noted holds its children: it is a leaf, or no walk is under way.
+// A level that was not noted holds just its children. This is so if it is a leaf of the walk, or if
+// no walk is under way.
 MrgLevels::Held MrgLevels::heldBy(Node *level)
 {
     Held held;
@@ -155,9 +157,9 @@ void MrgLevels::drop(RisingNodes::List const &levels)
 
 // --- transforms ---
 
-// Takes the transforms among `children` as far as they can be baked. What has been baked hangs
-// below `node` at once: a geometry that was moved and still stood below its transform would be
-// moved twice if the operation were run again. A transform that has gone is null in `children`
+// Bakes the transforms among `children` into the geometries below them. A baked geometry moves
+// below `node` at once. If it stayed below its transform and an exception ended the operation, a
+// second run would transform it again. A transform that has been removed is null in `children`
 // afterwards.
 void MrgLevels::bakeTransforms(Node *node, Nodes &children, Nodes &baked)
 {
@@ -170,7 +172,7 @@ void MrgLevels::bakeTransforms(Node *node, Nodes &children, Nodes &baked)
     }
 }
 
-// True where nothing is left below the transform.
+// True where all children of the transform were baked, so that nothing is left below it.
 bool MrgLevels::bakeTransform(Node *transform, Node *above, Nodes &baked)
 {
     Matrix const matrix = static_cast<Transform *>(transform->getCore())->getMatrix();
@@ -213,8 +215,8 @@ void MrgLevels::bakeNode(Node *node, Matrix const &matrix, Node *above)
     }
 }
 
-// Nobody else may see an edit in place: the node alone holds the geometry, and `bakeNode` counts it
-// once.
+// A geometry may be edited in place if this operation has copied it and nobody else can see it: one
+// node shows it, and the two references are those of this node and of bakeNode().
 bool MrgLevels::isOwn(Geometry const &geometry) const
 {
     return geometry.getParents().size() == 1 && geometry.getRefCount() == 2 &&

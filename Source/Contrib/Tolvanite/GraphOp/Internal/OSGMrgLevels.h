@@ -12,38 +12,40 @@ namespace OSG
 {
 class Node;
 
-/// Takes up what groups, material groups and transforms below a node hold: what MrgGraphOp does in
-/// one pass, called for each node when its children are done.
+/// Dissolves the groups, material groups and transforms below a node. This is one pass of
+/// MrgGraphOp, which calls it for each node after the node's children.
 ///
-/// A level is a node that may dissolve: a group or a material group. What a level holds is not
-/// moved when the level is done, but noted as a list. The node above takes the list over, joined to
-/// what itself holds if it is a level too. So a node moves once, however many levels above it go.
+/// A level is a node that may dissolve: a group or a material group. The nodes that a level holds
+/// are not moved when the level is done. They are noted as a list. The node above takes the list
+/// over. If it is a level itself, it joins the list to its own. So each node moves once, however
+/// many levels above it dissolve.
 class MrgLevels : public MemObject
 {
   public:
-    /// Nodes in `excluded` stay where they are. The set may change between passes.
+    /// Nodes in `excluded` keep their place. The set may change between passes.
     MrgLevels(NodeSet const &excluded, VectorArrays const &vectors);
 
-    /// Before a pass. What an unfinished one has noted is forgotten.
+    /// To be called before a pass. Forgets the notes of an unfinished pass.
     void begin();
 
-    /// Whether nothing is done below the node: its children have places.
+    /// Whether nothing below the node may change, because the places of its children have a
+    /// meaning.
     static bool isLeft(Node const *node);
     bool isLevel(Node const *node) const;
 
-    /// For a level whose parent is processed later.
+    /// Handles a level whose parent is processed later.
     void note(Node *level);
-    /// For any other node.
+    /// Handles any other node.
     void process(Node *node);
 
   private:
     using Nodes = RisingNodes::Nodes;
 
-    /// What a level gives to the node above it.
+    /// What a level passes to the node above it.
     struct Held
     {
         RisingNodes::List nodes;
-        RisingNodes::List levels; ///< that have dissolved
+        RisingNodes::List levels; ///< the levels that have dissolved
     };
 
     bool isFreeGeometryLeaf(Node const *node) const;
@@ -60,7 +62,7 @@ class MrgLevels : public MemObject
 
     NodeSet const &_excluded;
     VectorArrays const _vectors;
-    // Copies that were made for one node each.
+    // The copies that this operation has made, each for one node.
     std::unordered_set<Geometry const *, std::hash<Geometry const *>, std::equal_to<>,
                        MemAllocator<Geometry const *>>
         _own;

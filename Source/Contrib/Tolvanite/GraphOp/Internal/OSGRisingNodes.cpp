@@ -80,7 +80,7 @@ RisingNodes::List RisingNodes::giveMaterial(List const &list, Material *material
     return {index, index};
 }
 
-// The geometries of the list that several nodes show, each once.
+// The set of geometries in the list that several nodes show.
 UInt32 RisingNodes::sharedOf(List const &list)
 {
     UInt32 shared = List::None;
@@ -106,7 +106,8 @@ UInt32 RisingNodes::sharedOf(List const &list)
     return shared;
 }
 
-// The smaller set goes into the larger one, so that many sets cost little more than their elements.
+// Inserts the smaller set into the larger one. An element moves only into a set of at least twice
+// the size, so all unions together take n log n steps. Set `more` is empty afterwards.
 void RisingNodes::addShared(UInt32 &shared, UInt32 more)
 {
     if(more == List::None)
@@ -121,7 +122,7 @@ void RisingNodes::addShared(UInt32 &shared, UInt32 more)
 
 RisingNodes::Nodes RisingNodes::finish(List const &list)
 {
-    /// A piece to look at, and what the outermost list that it is in has been given.
+    /// A piece that is still to be visited, and the material of the outermost list around it.
     struct Open
     {
         UInt32 piece;

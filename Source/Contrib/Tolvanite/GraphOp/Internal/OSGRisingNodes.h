@@ -12,19 +12,18 @@ class Geometry;
 class Material;
 class Node;
 
-/// Lists of nodes that go up in a tree, level by level. Joining two lists and giving all nodes of a
-/// list a material take the same time however many nodes there are, so that a chain of groups costs
-/// no more than its nodes. The nodes themselves are neither moved nor counted.
+/// Lists of nodes that rise in a tree, level by level. Joining two lists takes constant time, and
+/// giving a material to a list that was given one before does not visit its nodes again. A chain of
+/// groups therefore takes time linear in its nodes. This class neither moves nor counts the nodes.
 ///
-/// Of the materials that a node is given the last one counts; its geometry receives that one alone,
-/// by finish. A geometry that several nodes show is different: it has the material that was given
-/// last in time to one of them, and others may copy it meanwhile. It receives each material at
-/// once.
+/// Of the materials that are given to a node the last one counts. finish() sets it on the node's
+/// geometry. A geometry that several nodes show has the material that was given last to any of
+/// them, and may be copied meanwhile. Such a geometry receives each material at once.
 class RisingNodes
 {
   public:
-    /// A list. Once it is joined to another one, given a material or finished, it stands for
-    /// nothing.
+    /// A list. After it was joined to another list, given a material or finished, it must not be
+    /// used again.
     struct List
     {
         static constexpr UInt32 None = ~UInt32(0);
@@ -36,19 +35,20 @@ class RisingNodes
     };
     using Nodes = std::vector<Node *, MemAllocator<Node *>>;
 
-    /// Appends a node. `takesMaterial` says whether its core is a Geometry that giveMaterial may
-    /// give a material to.
+    /// Appends a node. `takesMaterial` tells whether its core is a Geometry whose material may be
+    /// set.
     void append(List &list, Node *node, bool takesMaterial);
-    /// Appends what `tail` holds.
+    /// Appends the nodes of `tail`.
     void join(List &list, List const &tail);
 
-    /// The nodes of `list` that take a material, in order, with `material`, which may be null. The
-    /// others go to `rest`. Time goes with the number of nodes and lists that were joined since the
-    /// last material, and with the geometries among them that several nodes show.
+    /// Gives `material`, which may be null, to the nodes of `list` that take one, and returns them
+    /// as a list in the same order. The other nodes are appended to `rest`. The time is linear in
+    /// the number of nodes and lists that were added since the last material, and in the number of
+    /// geometries that several nodes show.
     List giveMaterial(List const &list, Material *material, Nodes &rest);
 
-    /// The nodes of the list in order, their geometries with the materials that they were given.
-    /// The list stands for nothing afterwards.
+    /// Sets the materials that were given, and returns the nodes of the list in order. The list
+    /// must not be used afterwards.
     Nodes finish(List const &list);
 
     /// Forgets all lists.
@@ -62,12 +62,12 @@ class RisingNodes
     struct Piece
     {
         Node *node = nullptr;
-        Material *material = nullptr; ///< of the list
-        List inner;                   ///< of the list
-        UInt32 shared = List::None;   ///< place of the list's geometries that several nodes show
+        Material *material = nullptr; ///< of a list
+        List inner;                   ///< the nodes of a list
+        UInt32 shared = List::None;   ///< index in _shared of a list's shared geometries
         UInt32 next = List::None;
         bool takesMaterial = false;
-        bool isShared = false; ///< the node's geometry has received its materials at once
+        bool isShared = false; ///< the geometry has received its materials already
     };
 
     void appendPiece(List &list, UInt32 piece);
@@ -77,7 +77,7 @@ class RisingNodes
     void addShared(UInt32 &shared, UInt32 more);
 
     std::vector<Piece, MemAllocator<Piece>> _pieces;
-    UInt32 _firstFree = List::None; ///< pieces that no list has any more, chained by `next`
+    UInt32 _firstFree = List::None; ///< unused pieces, chained by `next`
     std::vector<Shared, MemAllocator<Shared>> _shared;
 };
 } // namespace OSG

@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// Random polytopes, polygons and triangles for the tests of clipping, and slow obvious clippers in
-/// double precision to hold the results against.
+/// Random polytopes, polygons and triangles for the tests of clipping, and slow, obvious clippers
+/// in double precision to compare with.
 
 #include <algorithm>
 #include <array>
@@ -133,7 +133,8 @@ inline DoublePolygon reference_clip(DoublePolygon polygon, PlaneArray const &pla
     return polygon;
 }
 
-/// The part of 0 to 1 where a + t (b - a) is inside; `from` is above `to` where there is none.
+/// The interval of t within 0 to 1 where a + t (b - a) is inside. If it is empty, `from` is above
+/// `to`.
 inline void reference_interval(Pnt3f const &a, Pnt3f const &b, PlaneArray const &planes,
                                double &from, double &to)
 {

@@ -16,7 +16,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Reaches what is protected.
+/// Gives the tests access to protected members.
 struct OpenAction : SelectionAction
 {
     OpenAction() = default;
@@ -45,7 +45,7 @@ Frustum moved_box(Real32 x)
     return frustum;
 }
 
-/// Takes the prototype and the default tables away again.
+/// Removes the prototype and the default tables at the end of a test.
 class SelectionActionStatics : public testing::Test
 {
   protected:

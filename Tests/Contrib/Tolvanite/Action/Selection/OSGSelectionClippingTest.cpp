@@ -308,7 +308,7 @@ TEST(ClipPolygonAtPolytop, ExhaustedMemoryRaisesTheStandardFailure)
 
 // --- triangles without a list ---
 
-/// Not-a-numbers of any form count as one: their sign is the processor's.
+/// All NaNs count as equal, because their sign depends on the processor.
 bool same_bits(Real32 a, Real32 b)
 {
     return std::bit_cast<UInt32>(a) == std::bit_cast<UInt32>(b) || (std::isnan(a) && std::isnan(b));
@@ -442,7 +442,8 @@ TEST(LineIntersect, WithoutPlanesItIsTrueAndUnchanged)
 
 TEST(LineIntersect, SegmentBesideThePolytopeOnALineThroughItIsNotRefused)
 {
-    // The ends come where the line enters and leaves: only the coarse test tells that it misses.
+    // The ends move to where the line enters and leaves. Only the coarse test finds that the
+    // segment misses.
     auto const box = box_planes();
     Pnt3f segment[] = {{2, 0.5f, -0.5f}, {4, 0.5f, -0.5f}};
     EXPECT_FALSE(coarse_intersect(segment, 2, box.data(), 6));

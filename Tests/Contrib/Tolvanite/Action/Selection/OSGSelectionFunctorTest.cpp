@@ -19,7 +19,7 @@ static_assert(!std::is_copy_constructible_v<SelectionFunctor> &&
               !std::is_copy_assignable_v<SelectionFunctor>);
 static_assert(std::has_virtual_destructor_v<SelectionFunctor>);
 
-/// Reaches what is protected, and takes hits by hand.
+/// Gives the tests access to protected members, and adds hits by hand.
 struct OpenFunctor : SelectionFunctor
 {
     using SelectionFunctor::clip_polygon_at_polytop;
@@ -212,7 +212,7 @@ TEST_F(SelectionFunctorTest, OfEqualDistancesFrontTakesTheFirstAndBackTheLast)
 
 TEST_F(SelectionFunctorTest, NodesAtEqualDistancesStandAsInAllHitsWhateverTheirAddresses)
 {
-    // Both orders of addresses: one of the two would fail where addresses decide.
+    // Tested with both orders of addresses. If addresses decided, one of them would fail.
     for(std::vector<Node *> const &order :
         {std::vector<Node *>{a, b, c}, std::vector<Node *>{c, b, a}})
     {

@@ -298,7 +298,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ChoiceCase{"twiceTheSameLaterHidesTheRest", -1, {1, 1, 2}, {1}},
                     ChoiceCase{"beyondTheChildrenHidesTheRest", -1, {0, 7, 2}, {0}},
                     ChoiceCase{"minusOneHidesTheRest", -1, {1, 4294967295u, 2}, {1}},
-                    // Where nothing is chosen, nothing takes the children's place.
+                    // Without a valid choice no added node takes the place of the children.
                     ChoiceCase{"nothingChosenShowsAll", -1, {7}, {0, 1, 2}}),
     [](auto const &instance) { return std::string(instance.param.name); });
 
@@ -406,7 +406,7 @@ TEST(SelectionHandlers, ATreeThatVisitsItselfEndsWithOneWarning)
     static_cast<VisitSubTree *>(root->getChild(2)->getCore())->setSubTreeRoot(nullptr);
 }
 
-// --- frusta that are none ---
+// --- degenerate frusta ---
 
 Frustum flat_frustum()
 {
@@ -499,7 +499,7 @@ TEST(SelectionHandlers, AWalkThatAnExceptionEndsLeavesTheActionAsItWas)
     EXPECT_THROW(selection.of(visit), std::bad_alloc);
     EXPECT_TRUE(selection.action->getVisitSubTreeNodes().empty());
     EXPECT_EQ(selection.action->getActNode(), nullptr);
-    // The frustum of the host again, not that of the space in which the walk ended.
+    // The top is the host's frustum again, not the frustum of the space in which the walk ended.
     Hits const &after = selection.of(shape);
     ASSERT_EQ(after.size(), hits);
     EXPECT_EQ(after[0].distance, Selection().of(shape)[0].distance);

@@ -1,4 +1,4 @@
-// Whole selections on random scenes, held against slow ones.
+// Whole selections in random scenes, compared with slow, obvious ones.
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@ namespace OSG::Test
 {
 namespace
 {
-/// A tree of about `count` records whose visits lead to other trees further on.
+/// A tree of about `count` records. Its visits lead to trees with higher numbers.
 class RandomScene
 {
   public:

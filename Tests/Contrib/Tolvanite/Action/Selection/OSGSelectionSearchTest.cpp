@@ -171,7 +171,7 @@ TEST(SelectionSearch, AGeometryWithoutAnyPropertyGivesNothing)
     EXPECT_FALSE(SelectionSearch::has_triangle(*geometry, planes.data()));
 }
 
-// --- numbers that are none, too large, too small, too close ---
+// --- NaN, and numbers that are too large, too small or too close ---
 
 void expect_numbers(Extremes const &found)
 {
@@ -291,7 +291,7 @@ void expect_same(Extremes const &found, ReferenceExtremes const &expected)
     ASSERT_EQ(found.far.normal, expected.farNormal);
 }
 
-/// More triangles than are looked at one by one, over positions that many of them share.
+/// So many triangles that the table of positions is used. Many triangles share positions.
 GeometryParts large_parts(RandomNumbers &random)
 {
     GeometryParts parts{{PolygonPrimitive, TriangleStripPrimitive}, {3, 4000}, {}};

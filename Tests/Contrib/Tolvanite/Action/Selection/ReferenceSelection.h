@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Selection the slow obvious way, to hold the real one against.
+/// A slow, obvious selection to compare the library's selection with.
 ///
 /// A scene is described by plain records; `build` makes nodes of it. The reference walks the
 /// records by recursion, writes out every triangle of every primitive, and takes each statement of
@@ -23,7 +23,7 @@ struct SceneRecord
         Rendered, ///< by `matrix`, a core that accumulates
         Shape,    ///< shows geometry `geometry`
         Choosing, ///< a MultiSwitch
-        Visiting  ///< shows the tree of record `target`, -1 for none
+        Visiting  ///< shows the tree of record `target`; -1 is null
     };
 
     Kind kind = Grouping;
@@ -36,7 +36,7 @@ struct SceneRecord
     std::vector<int> children = {};
 };
 
-/// Record 0 is the root; children and targets have larger numbers than who names them.
+/// Record 0 is the root. Children and targets have larger numbers than the records that name them.
 struct SceneRecords
 {
     std::vector<SceneRecord> nodes;
@@ -79,6 +79,6 @@ ReferenceExtremes reference_lines(GeometryParts const &parts, PlaneArray const &
                                   Plane const &plane);
 ReferenceExtremes reference_points(GeometryParts const &parts, PlaneArray const &planes,
                                    Plane const &plane);
-/// Whether quick selection takes the geometry.
+/// Whether the fast selection finds the geometry.
 bool reference_has_triangle(GeometryParts const &parts, PlaneArray const &planes);
 } // namespace OSG::Test

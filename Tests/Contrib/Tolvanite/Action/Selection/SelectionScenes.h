@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// One selection from start to end, and the scenes that most of its tests look at. Unless a test
-/// says otherwise the frustum is the box of ClippingCases.h: x and y from 0 to 1, z from 0, where
-/// the near plane is, down to -1.
+/// Runs one selection, and makes the scenes of most tests. Unless a test says otherwise, the
+/// frustum is the box of ClippingCases.h: x and y go from 0 to 1, z goes from 0 (the near plane)
+/// down to -1.
 
 #include "ClippingCases.h"
 #include "GeometryBuilders.h"

@@ -15,14 +15,14 @@ namespace OSG::Test
 class FakeImages : public ImageFileType
 {
   public:
-    /// The one that the image file handler knows.
+    /// The object that is registered with the image file handler.
     static FakeImages &the()
     {
         static FakeImages *const images = new FakeImages;
         return *images;
     }
 
-    /// How many pictures were asked for; the caller may reset it.
+    /// Number of read calls. The caller may reset it.
     mutable int reads = 0;
 
     TransitPtr<Image> read(std::istream &in) const override

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// A host whose numbers look different.
+/// A host whose locale writes numbers in another form.
 
 #include <locale>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Texts that look like what modelling programs write, and damage done to them.
+/// Texts like those of modelling programs, and a function that damages them.
 
 #include <random>
 #include <string>
@@ -14,6 +14,6 @@ std::vector<std::string> const &model_texts();
 /// Material libraries likewise.
 std::vector<std::string> const &library_texts();
 
-/// One to four hurts: lengths, counts, indices, cut-offs, bytes, lines.
+/// Damages a text in one to four places: lengths, counts, indices, cut-offs, bytes, lines.
 std::string hurt(std::string text, std::mt19937 &random);
 } // namespace OSG::Test

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// A material handler that only takes notes.
+/// A material handler that only records its calls.
 
 #include <cstdio>
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace OSG::Test
 {
-/// Notes every call as a line. Images named "no..." cannot be loaded.
+/// Records every call as a line. Images named "no..." cannot be loaded.
 class MtlEvents : public MtlHandler
 {
   public:

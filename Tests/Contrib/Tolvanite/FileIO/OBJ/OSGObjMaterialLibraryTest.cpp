@@ -441,7 +441,7 @@ TEST_F(ObjMaterialLibraryTest, ASceneFileThatNamesItselfInEveryLineIsReadOnce)
     for(int i = 0; i < 2000; ++i)
         text += "mtllib model.obj\n";
     ObjScene const scene = read_obj_file(_folder.write("model.obj", text + "v 0 0 0\nf 1\n"));
-    // A line for each entry that is no material: once through the file, not once for each line.
+    // The file is read once, so each entry outside a material gives one line.
     EXPECT_EQ(scene.log.size(), 2002u);
 }
 

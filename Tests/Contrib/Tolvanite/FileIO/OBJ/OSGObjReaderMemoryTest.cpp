@@ -1,5 +1,5 @@
 /// \file
-/// How much memory reading holds, and what is left when there is not enough.
+/// The memory that reading needs, and what remains allocated when there is not enough.
 
 #include <new>
 #include <sstream>

@@ -19,7 +19,7 @@ namespace
 {
 std::ios_base::iostate const Ended = std::ios_base::eofbit | std::ios_base::failbit;
 
-/// Reads the text; the obvious reader must agree on everything.
+/// Reads the text. The obvious reader must give the same results.
 ObjOutcome read(std::string const &text)
 {
     ObjOutcome const outcome = read_obj(text);
@@ -280,7 +280,7 @@ TEST(ObjRecordReader, AnExceptionOfTheStreamsBufferEndsTheReadAsBad)
     EXPECT_TRUE(outcome.state & std::ios_base::badbit);
 }
 
-// --- texts that are none ---
+// --- texts that are no OBJ files ---
 
 TEST(ObjRecordReader, BinaryTextIsUnknownElementsLineByLine)
 {

@@ -1,5 +1,5 @@
 /// \file
-/// How much memory the scene of a file holds, and what is left when there is not enough.
+/// The memory that the scene of a file needs, and what remains allocated when there is not enough.
 
 #include <new>
 #include <sstream>
@@ -187,8 +187,8 @@ namespace
 {
 std::string const Library = "newmtl a\nKd 1 0 0\nmap_Kd a.fakeimg\nnewmtl b\nmap_Kd none.png\n";
 
-/// All that reading can do: libraries, pictures, one index and several, dropped kinds, runs that
-/// fail, faces that go on in the next line.
+/// A text that uses everything: libraries, pictures, one index and several, dropped kinds, runs
+/// that fail, faces that continue in the next line.
 std::string scene_text()
 {
     std::string text = "mtllib lib.mtl\nunknown\n" CORNERS;
@@ -229,7 +229,7 @@ TEST(ObjSceneMemory, AnExhaustedAllocatorPassesOutAndLeavesNothing)
         set_mem_limit(0);
         Thread::getCurrentChangeList()->commitChanges();
         ASSERT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), containers) << room;
-        // The system's own lists may have moved on by a block; a leak would add up.
+        // Lists of the system may have grown by a block. A leak would add up over the repetitions.
         ASSERT_LE(get_mem_bytes(), bytes + 1024) << room;
     }
     EXPECT_GT(failures, 500);

@@ -1,8 +1,7 @@
 #pragma once
 
 /// \file
-/// Everything that reading an OBJ or MTL text brings about, in a form that two readers can be
-/// compared by.
+/// All results of reading an OBJ or MTL text, in a form in which two readers can be compared.
 
 #include <istream>
 #include <string>
@@ -28,7 +27,7 @@ struct ObjOutcome
     std::vector<Vec3f> normals;
     std::vector<Mesh> meshes;        ///< newest first
     std::vector<std::string> events; ///< libraries read, materials asked for, and the like
-    std::size_t elements = 0;        ///< that progress was told of
+    std::size_t elements = 0;        ///< elements that were reported as progress
     std::vector<LogCapture::Message> messages;
     std::ios_base::iostate state = std::ios_base::goodbit;
     std::string rest; ///< what the stream still holds
@@ -40,7 +39,8 @@ struct ObjOutcome
     std::vector<std::string> faces(std::size_t mesh) const;
 };
 
-/// The materials that the tests' libraries have: slot of a name "m<slot>", else none.
+/// The slot of a material in the tests' libraries: the name "m<slot>" has the slot in its name,
+/// others have none.
 Int32 slot_of(std::string const &name);
 
 struct ObjSettings

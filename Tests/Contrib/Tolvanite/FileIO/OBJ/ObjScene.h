@@ -33,7 +33,7 @@ ObjScene read_obj_file(std::string const &path);
 std::string describe_scene(Node *root);
 std::string describe_faces(Geometry const &geometry);
 
-/// All values of an array; null gives none.
+/// All values of an array; empty for null.
 std::vector<UInt32> values_of(GeoIntegralProperty const *property);
 /// The elements that the index of a slot names, in the order of the vertices: numbers in rows.
 std::vector<std::vector<Real32>> vertex_values(Geometry const &geometry, UInt16 slot);

@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// The obvious readers: real extraction from real streams, `strtol`, lists with the newest in
-/// front. Slow, and right by inspection; the readers of the library are held to them.
+/// Obvious readers: extraction from real streams, `strtol`, lists with the newest element in front.
+/// They are slow and can be checked by reading them. The library's readers are compared with them.
 
 #include "ObjOutcome.h"
 
