@@ -221,12 +221,14 @@ void BoxVolume::transform(Matrix const &matrix)
 
 void BoxVolume::extendByBox(BoxVolume const &other)
 {
-    bool const isBox = !isEmpty() && !other.isEmpty() && other.isValid() && !other.isInfinite();
+    bool const isBox = !other.isEmpty() && other.isValid() && !other.isInfinite();
     if(isFixed() || !isBox || !is_number(other._min) || !is_number(other._max))
     {
         extendBy(other);
         return;
     }
+    if(isEmpty())
+        setBounds(other._min, other._min);
     // Either corner may be the smaller one of a box that was set by hand.
     for(int axis = 0; axis < 3; ++axis)
     {

@@ -57,8 +57,8 @@ class Extent
     {
         if(_isEmpty)
             return;
-        box.extendBy(Pnt3f(_min[0], _min[1], _min[2]));
-        box.extendBy(Pnt3f(_max[0], _max[1], _max[2]));
+        OSG::extend(box,
+                    BoxVolume(Pnt3f(_min[0], _min[1], _min[2]), Pnt3f(_max[0], _max[1], _max[2])));
     }
 
   private:
@@ -188,7 +188,7 @@ class DeliveredBox
     }
 
     BoxVolume &_box;
-    GeometryView _view;
+    PrimitiveView _view;
 };
 } // namespace
 
