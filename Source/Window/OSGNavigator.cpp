@@ -7,7 +7,7 @@ namespace OSG
 Navigator::Navigator() = default;
 Navigator::~Navigator() = default;
 
-// --- what it serves ---
+// --- viewport and engine ---
 
 void Navigator::setViewport(Viewport *viewport)
 {
@@ -24,7 +24,7 @@ void Navigator::setEngine(NavigatorEngine *engine)
         return;
     if(engine != nullptr && _engine != nullptr)
     {
-        _engine->getMatrix(); // some engines bring the points up to date here alone
+        _engine->getMatrix(); // some engines update from, at and up only here
         engine->set(_engine->getFrom(), _engine->getAt(), _engine->getUp());
     }
     _engine = engine;
@@ -45,7 +45,10 @@ void Navigator::buttonRelease(Int16 button, Int16 x, Int16 y)
     handle({NavigatorEvent::ButtonRelease, button, 0, x, y});
 }
 
-void Navigator::keyPress(Int16 key, Int16 x, Int16 y) { keyPressEx(key, 0, x, y); }
+void Navigator::keyPress(Int16 key, Int16 x, Int16 y)
+{
+    process({NavigatorEvent::Key, key, 0, x, y}, KeyCall::Plain);
+}
 
 void Navigator::keyPressEx(Int16 key, UInt16 modifiers, Int16 x, Int16 y)
 {
@@ -62,35 +65,48 @@ void Navigator::idle(Int16 button, Int16 x, Int16 y)
 
 void Navigator::killFocus() { handle({NavigatorEvent::KillFocus, 0, 0, _lastX, _lastY}); }
 
+void Navigator::handle(NavigatorEvent const &event) { process(event, KeyCall::Extended); }
+
 namespace
 {
 bool is_known_button(Int16 code)
 {
     return code >= NavigatorEvent::LeftButton && code <= NavigatorEvent::WheelDown;
 }
+
+bool is_unknown_button(NavigatorEvent const &event)
+{
+    return (event.kind == NavigatorEvent::ButtonPress ||
+            event.kind == NavigatorEvent::ButtonRelease) &&
+           !is_known_button(event.code);
+}
+
+/// The bit of a button that can be held down. Steps of the wheel have none: they are never
+/// released.
+UInt8 held_bit(Int16 code)
+{
+    bool const canBeHeld =
+        code >= NavigatorEvent::LeftButton && code <= NavigatorEvent::RightButton;
+    return canBeHeld ? static_cast<UInt8>(1u << code) : UInt8(0);
+}
 } // namespace
 
-void Navigator::handle(NavigatorEvent const &event)
+void Navigator::process(NavigatorEvent const &event, KeyCall keyCall)
 {
     if(_observer != nullptr)
         _observer->observe(event);
-    if(event.kind == NavigatorEvent::ButtonPress)
+    // The engine may report an unknown button that goes down. Engines do not look at the code of a
+    // release, so they would take this one for the end of the drag.
+    bool const disturbsDrag = _buttonsDown != 0 && is_unknown_button(event);
+    if(!disturbsDrag)
+        trackButtons(event);
+    if(isReady() && !(disturbsDrag && event.kind == NavigatorEvent::ButtonRelease))
     {
-        _pressX = event.x;
-        _pressY = event.y;
-        _moved = false;
-        // No engine answers another button, and so none would hold the position again.
-        if(is_known_button(event.code))
-            _held = false;
-    }
-    else if(event.kind == NavigatorEvent::ButtonRelease || event.kind == NavigatorEvent::Move)
-        _moved = _moved || event.x != _pressX || event.y != _pressY;
-    if(isReady())
-    {
-        pass(event);
+        pass(event, keyCall);
         poseCamera();
     }
-    trackPointer(event);
+    if(!disturbsDrag)
+        trackPointer(event);
 }
 
 bool Navigator::isReady() const
@@ -99,9 +115,9 @@ bool Navigator::isReady() const
            _viewport->getCamera() != nullptr;
 }
 
-void Navigator::pass(NavigatorEvent const &event)
+void Navigator::pass(NavigatorEvent const &event, KeyCall keyCall)
 {
-    // An engine may have the navigator take another one.
+    // The engine may call setEngine. This reference keeps it alive until it returns.
     UnrecordedRefPtr<NavigatorEngine> const engine = _engine;
     switch(event.kind)
     {
@@ -112,7 +128,10 @@ void Navigator::pass(NavigatorEvent const &event)
         engine->buttonRelease(event.code, event.x, event.y, this);
         break;
     case NavigatorEvent::Key:
-        engine->keyPressEx(event.code, event.modifiers, event.x, event.y, this);
+        if(keyCall == KeyCall::Plain)
+            engine->keyPress(event.code, event.x, event.y, this);
+        else
+            engine->keyPressEx(event.code, event.modifiers, event.x, event.y, this);
         break;
     case NavigatorEvent::Move:
         engine->moveTo(event.x, event.y, this);
@@ -127,6 +146,22 @@ void Navigator::pass(NavigatorEvent const &event)
         engine->killFocus(this);
         break;
     }
+}
+
+void Navigator::trackButtons(NavigatorEvent const &event)
+{
+    if(event.kind == NavigatorEvent::ButtonPress && is_known_button(event.code))
+    {
+        _buttonsDown |= held_bit(event.code);
+        _pressX = event.x;
+        _pressY = event.y;
+        _moved = false;
+        _held = false; // an engine that wants to hold the position does so at every press
+    }
+    else if(event.kind == NavigatorEvent::ButtonRelease || event.kind == NavigatorEvent::Move)
+        _moved = _moved || event.x != _pressX || event.y != _pressY;
+    if(event.kind == NavigatorEvent::ButtonRelease)
+        _buttonsDown &= static_cast<UInt8>(~held_bit(event.code));
 }
 
 void Navigator::trackPointer(NavigatorEvent const &event)
@@ -177,7 +212,7 @@ void Navigator::poseCamera()
         beacon != nullptr ? dynamic_cast<Transform *>(beacon->getCore()) : nullptr;
     if(transform == nullptr)
         return;
-    Matrix local = pose;
+    Matrix local = pose; // the matrix of the beacon's own transform
     Matrix const above =
         beacon->getParent() != nullptr ? beacon->getParent()->getToWorld() : Matrix();
     if(!(above == Matrix()))
@@ -187,6 +222,7 @@ void Navigator::poseCamera()
             return;
         local = below * pose;
     }
+    // An unchanged matrix is not written: every edit would invalidate the volumes above.
     if(!(local == transform->getMatrix()))
         transform->setMatrix(local);
 }

@@ -8,11 +8,13 @@ namespace OSG
 {
 class Navigator;
 
-/// What makes of input the pose of a camera. A Navigator owns one engine at a time and calls it.
+/// An engine turns input into the pose of a camera. A Navigator owns one engine at a time and calls
+/// it.
 ///
-/// The pose is a point to look from, a point to look at and a vector that points upwards;
-/// `getMatrix` is the same as a matrix: columns x, y, z axis of the camera and its position, z
-/// pointing from `at` towards `from`. x and y of events are window pixels from the left top corner.
+/// The pose consists of the point `from` where the camera stands, the point `at` that it looks at,
+/// and a vector `up`. `getMatrix` gives the same pose as a matrix from camera space to world space.
+/// Its columns are the camera's x, y and z axes and its position; the z axis points from `at`
+/// towards `from`. Events give x and y in window pixels, counted from the left top corner.
 class OSG_WINDOW_API NavigatorEngine : public MemoryObject
 {
   public:
@@ -32,31 +34,39 @@ class OSG_WINDOW_API NavigatorEngine : public MemoryObject
 
     virtual void buttonPress(Int16 button, Int16 x, Int16 y, Navigator *navigator) = 0;
     virtual void buttonRelease(Int16 button, Int16 x, Int16 y, Navigator *navigator) = 0;
-    virtual void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) = 0;
+    /// A key goes down; nothing else is known of it. The base calls keyPressEx without modifiers.
+    virtual void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator);
     /// The pointer has moved while a button is down.
     virtual void moveTo(Int16 x, Int16 y, Navigator *navigator) = 0;
-    /// Between events, with the button that is down.
+    /// Called regularly between events. `button` is the button that is down.
     virtual void idle(Int16 button, Int16 x, Int16 y, Navigator *navigator) = 0;
 
-    /// The navigator serves another viewport. Nothing here.
+    /// The navigator serves another viewport. The base does nothing.
     virtual void onViewportChanged(Navigator *navigator);
-    /// The navigator has taken this engine. Nothing here.
+    /// The navigator has taken this engine. The base does nothing.
     virtual void onActivation(Navigator *navigator);
-    /// The navigator has read the pose for the camera: once per frame. Nothing here.
+    /// Called once per frame, after the navigator has read the pose for the camera. The base does
+    /// nothing.
     virtual void onUpdateCameraTransformation(Navigator *navigator);
 
-    /// A key with what is known of it beyond its code. keyPress here, without that.
+    /// A key goes down or up; NavigatorEvent lists the bits of `modifiers`. The base calls keyPress
+    /// unless the key goes up. An engine overrides keyPress, keyPressEx or both. An engine that
+    /// overrides neither ignores keys.
     virtual void keyPressEx(Int16 key, UInt16 modifiers, Int16 x, Int16 y, Navigator *navigator);
-    /// The pointer has moved while no button is down. Nothing here.
+    /// The pointer has moved while no button is down. The base does nothing.
     virtual void mouseMove(Int16 x, Int16 y, Navigator *navigator);
-    /// The window has lost the keyboard. Nothing here.
+    /// The window has lost the keyboard. The base does nothing.
     virtual void killFocus(Navigator *navigator);
 
   protected:
     NavigatorEngine() = default;
     ~NavigatorEngine() override;
 
-    /// What the engine is at, where it keeps it here: 0 for nothing.
+    /// For the engine's own use, for example as the kind of drag that is under way. 0 at first.
     Int32 _state = 0;
+
+  private:
+    bool _inKeyPress = false;   // the base version of keyPress has called keyPressEx
+    bool _inKeyPressEx = false; // the base version of keyPressEx has called keyPress
 };
 } // namespace OSG

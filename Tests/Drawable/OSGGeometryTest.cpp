@@ -1,4 +1,5 @@
 #include "OSGGeometry.h"
+#include "OSGChangeList.h"
 
 #include <gmock/gmock.h>
 
@@ -6,9 +7,11 @@
 #include "LogCapture.h"
 #include "MathPrinters.h"
 #include "OSGBoxVolume.h"
+#include "OSGChangeList.h"
 #include "OSGGeometryIterators.h"
 #include "OSGMemManager.h"
 #include "OSGName.h"
+#include "OSGThread.h"
 #include "RandomNumbers.h"
 
 namespace OSG::Test
@@ -120,13 +123,21 @@ TEST(Geometry, ItsBoxIsThatOfWhatTheIteratorsDeliver)
 
 TEST(Geometry, SlotsThatAreNotInUseTakeNoRoom)
 {
-    GeometryPtr const geometry(Geometry::create());
     UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
-    UInt64 const before = get_mem_bytes();
-    for(UInt16 const slot :
-        {Geometry::PositionsSlot, Geometry::NormalsSlot, Geometry::TexCoordsSlot})
-        geometry->setIndex(index, slot);
-    EXPECT_LE(get_mem_bytes() - before, 40u);
+    GeometryPtr geometry;
+    UInt64 taken = 0;
+    // The first time the thread's list of edits may grow.
+    for(int round = 0; round < 2; ++round)
+    {
+        geometry = GeometryPtr(Geometry::create());
+        UInt64 const before = get_mem_bytes();
+        for(UInt16 const slot :
+            {Geometry::PositionsSlot, Geometry::NormalsSlot, Geometry::TexCoordsSlot})
+            geometry->setIndex(index, slot);
+        taken = get_mem_bytes() - before;
+        Thread::getCurrentChangeList()->commitChanges();
+    }
+    EXPECT_LE(taken, 40u);
     EXPECT_EQ(geometry->getMFPropIndices()->size(), 9u);
     EXPECT_EQ(geometry->getIndex(Geometry::ColorsSlot), nullptr);
     geometry->setIndex(nullptr, Geometry::NormalsSlot);

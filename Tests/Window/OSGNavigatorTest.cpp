@@ -217,6 +217,56 @@ TEST_F(NavigatorOfView, ShowsEventsToAnObserver)
                                 {NavigatorEvent::Key, 65, NavigatorEvent::KeyUp, 3, 4}}));
 }
 
+// --- buttons that no engine knows ---
+
+TEST_F(NavigatorOfView, AnotherButtonDuringADragChangesNothing)
+{
+    for(Int16 const other : {5, 7, -1, 32767})
+    {
+        navigator.buttonPress(0, 10, 20);
+        navigator.moveTo(11, 20);
+        engine->notes.clear();
+        navigator.buttonPress(other, 30, 40);
+        navigator.buttonRelease(other, 50, 60);
+        navigator.moveTo(12, 20);
+        EXPECT_EQ(engine->notes,
+                  (Notes{"press " + std::to_string(other) + " at 30 40 last 11 20 moved",
+                         "move at 12 20 last 11 20 moved"}));
+        navigator.buttonRelease(0, 12, 20);
+    }
+}
+
+TEST_F(NavigatorOfView, AnotherButtonDuringADragIsNoMotion)
+{
+    navigator.buttonPress(1, 10, 20);
+    navigator.buttonPress(5, 30, 40);
+    navigator.buttonRelease(5, 50, 60);
+    EXPECT_FALSE(navigator.getMoved());
+    navigator.buttonRelease(1, 10, 20);
+    EXPECT_FALSE(navigator.getMoved());
+}
+
+TEST_F(NavigatorOfView, AnotherButtonMakesNoLaterReleaseAClick)
+{
+    navigator.buttonPress(0, 10, 20);
+    navigator.buttonRelease(0, 11, 20);
+    navigator.buttonPress(5, 30, 40);
+    EXPECT_TRUE(navigator.getMoved());
+    navigator.buttonRelease(0, 30, 40);
+    EXPECT_TRUE(navigator.getMoved());
+}
+
+TEST_F(NavigatorOfView, AnotherButtonByItselfIsPressedAndReleased)
+{
+    navigator.buttonPress(2, 1, 1);
+    navigator.buttonRelease(2, 1, 1);
+    engine->notes.clear();
+    navigator.buttonPress(6, 10, 20);
+    navigator.buttonRelease(6, 10, 20);
+    EXPECT_EQ(engine->notes,
+              (Notes{"press 6 at 10 20 last 1 1", "release 6 at 10 20 last 10 20 moved"}));
+}
+
 // --- settings ---
 
 TEST(Navigator, HasItsSettings)
@@ -348,11 +398,91 @@ TEST_F(NavigatorOfView, TellsTheEngineOfAnotherViewport)
     EXPECT_EQ(engine->notes, Notes{"viewport"});
 }
 
-TEST(NavigatorEngine, KeysWithModifiersAreKeysUnlessItKnowsBetter)
+// --- keys of engines that override one operation, both or none ---
+
+/// Overrides both.
+class TwoKeysEngine : public NotingEngine
 {
-    UnrecordedRefPtr<NotingEngine> const engine = NotingEngine::create();
-    Navigator navigator;
-    engine->keyPressEx(7, NavigatorEvent::VirtualKey, 1, 2, &navigator);
-    EXPECT_EQ(engine->notes, Notes{"key 7 at 1 2 last 0 0"});
+  public:
+    void keyPressEx(Int16 key, UInt16 modifiers, Int16, Int16, Navigator *) override
+    {
+        notes.push_back("keyEx " + std::to_string(key) + " with " + std::to_string(modifiers));
+    }
+};
+
+/// Overrides keyPressEx alone.
+class ExtendedKeysEngine : public TwoKeysEngine
+{
+  public:
+    void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) override
+    {
+        NavigatorEngine::keyPress(key, x, y, navigator);
+    }
+};
+
+/// Overrides neither.
+class DeafEngine : public NotingEngine
+{
+  public:
+    void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) override
+    {
+        NavigatorEngine::keyPress(key, x, y, navigator);
+    }
+};
+
+template <class Engine>
+Notes notes_of_keys()
+{
+    UnrecordedRefPtr<Engine> const engine(TransitPtr<Engine>(new Engine));
+    NavigatedView view;
+    view.navigator.setEngine(engine);
+    engine->notes.clear();
+    view.navigator.keyPress(7, 1, 2);
+    view.navigator.keyPressEx(8, 0, 1, 2);
+    view.navigator.keyPressEx(9, NavigatorEvent::KeyDown, 1, 2);
+    view.navigator.keyPressEx(9, NavigatorEvent::KeyUp, 1, 2);
+    return engine->notes;
+}
+
+TEST(NavigatorEngine, AnEngineThatOverridesKeyPressAloneHearsKeysThatGoDown)
+{
+    EXPECT_EQ(notes_of_keys<NotingEngine>(),
+              (Notes{"key 7 at 1 2 last 0 0", "key 8 at 1 2 last 1 2", "key 9 at 1 2 last 1 2"}));
+}
+
+TEST(NavigatorEngine, AnEngineThatOverridesKeyPressExAloneHearsAllKeys)
+{
+    EXPECT_EQ(notes_of_keys<ExtendedKeysEngine>(),
+              (Notes{"keyEx 7 with 0", "keyEx 8 with 0", "keyEx 9 with 8", "keyEx 9 with 16"}));
+}
+
+TEST(NavigatorEngine, AnEngineThatOverridesBothHearsEachThroughItsOwn)
+{
+    EXPECT_EQ(notes_of_keys<TwoKeysEngine>(), (Notes{"key 7 at 1 2 last 0 0", "keyEx 8 with 0",
+                                                     "keyEx 9 with 8", "keyEx 9 with 16"}));
+}
+
+TEST(NavigatorEngine, AnEngineThatOverridesNeitherIgnoresKeys)
+{
+    EXPECT_EQ(notes_of_keys<DeafEngine>(), Notes());
+}
+
+/// Makes two keys of one.
+class RepeatingEngine : public NotingEngine
+{
+  public:
+    void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) override
+    {
+        NotingEngine::keyPress(key, x, y, navigator);
+        if(key < 10)
+            navigator->keyPressEx(static_cast<Int16>(key + 10), NavigatorEvent::KeyDown, x, y);
+    }
+};
+
+TEST(NavigatorEngine, AKeyMayBringAnotherKey)
+{
+    EXPECT_EQ(notes_of_keys<RepeatingEngine>(),
+              (Notes{"key 7 at 1 2 last 0 0", "key 17 at 1 2 last 0 0", "key 8 at 1 2 last 1 2",
+                     "key 18 at 1 2 last 1 2", "key 9 at 1 2 last 1 2", "key 19 at 1 2 last 1 2"}));
 }
 } // namespace

@@ -199,14 +199,20 @@ UInt32 ContainerPattern<X, XBase, Parent>::getContainerSize() const
     return sizeof(X);
 }
 
-// A name of X that is not the pattern's own has another address, or belongs to another class.
+/// A function as a type: sanitizers keep compilers from comparing two addresses in a constant.
+template <auto Function>
+struct FunctionTag
+{
+};
+
+// A function of X that is not the pattern's own is another one, or belongs to another class.
 template <class X, class XBase, class Parent>
 constexpr Replaced ContainerPattern<X, XBase, Parent>::findReplaced()
 {
     Replaced found = Replaced::Nothing;
-    if(&X::initMethod != &ContainerPattern::initMethod)
+    if(!std::is_same_v<FunctionTag<&X::initMethod>, FunctionTag<&ContainerPattern::initMethod>>)
         found = found | Replaced::InitMethod;
-    if(&X::exitMethod != &ContainerPattern::exitMethod)
+    if(!std::is_same_v<FunctionTag<&X::exitMethod>, FunctionTag<&ContainerPattern::exitMethod>>)
         found = found | Replaced::ExitMethod;
     if(!std::is_same_v<decltype(&X::onCreate), decltype(&ContainerPattern::onCreate)>)
         found = found | Replaced::OnCreate;

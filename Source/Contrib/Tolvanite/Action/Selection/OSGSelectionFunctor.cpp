@@ -27,12 +27,7 @@ SelectionFunctor::SelectionFunctor()
 {
 }
 
-SelectionFunctor::~SelectionFunctor()
-{
-    HitList().swap(_backHits);
-    HitList().swap(_frontHits);
-    HitList().swap(_allHits);
-}
+SelectionFunctor::~SelectionFunctor() = default;
 
 void SelectionFunctor::setAction(SelectionAction *action)
 {

@@ -1,5 +1,7 @@
 #include "OSGMrgLevels.h"
 
+#include <utility>
+
 #include "OSGBillboard.h"
 #include "OSGChildEdits.h"
 #include "OSGCoreKind.h"
@@ -60,8 +62,7 @@ void MrgLevels::note(Node *level)
     Held held;
     for(Node *node : kept)
     {
-        // A transform may have gone.
-        if(node->getParent() == level)
+        if(node != nullptr)
             _rising.append(held.nodes, node, isFreeGeometryLeaf(node));
     }
     _rising.join(held.nodes, below.nodes);
@@ -79,7 +80,7 @@ void MrgLevels::process(Node *node)
     drop(held.levels);
     if(_noted.empty())
         _rising.clear();
-    Nodes const children(node->getMFChildren()->begin(), node->getMFChildren()->end());
+    Nodes children(node->getMFChildren()->begin(), node->getMFChildren()->end());
     Nodes baked;
     bakeTransforms(node, children, baked);
 }
@@ -156,15 +157,16 @@ void MrgLevels::drop(RisingNodes::List const &levels)
 
 // Takes the transforms among `children` as far as they can be baked. What has been baked hangs
 // below `node` at once: a geometry that was moved and still stood below its transform would be
-// moved twice if the operation were run again.
-void MrgLevels::bakeTransforms(Node *node, Nodes const &children, Nodes &baked)
+// moved twice if the operation were run again. A transform that has gone is null in `children`
+// afterwards.
+void MrgLevels::bakeTransforms(Node *node, Nodes &children, Nodes &baked)
 {
-    for(Node *child : children)
+    for(Node *&child : children)
     {
         if(!core_derives_from<Transform>(child) || _excluded.contains(child))
             continue;
         if(bakeTransform(child, node, baked))
-            node->subChild(child);
+            node->subChild(std::exchange(child, nullptr));
     }
 }
 

@@ -53,7 +53,7 @@ class MrgLevels : public MemObject
     static void take(Nodes const &nodes, Node *parent);
     void drop(RisingNodes::List const &levels);
 
-    void bakeTransforms(Node *node, Nodes const &children, Nodes &baked);
+    void bakeTransforms(Node *node, Nodes &children, Nodes &baked);
     bool bakeTransform(Node *transform, Node *above, Nodes &baked);
     void bakeNode(Node *node, Matrix const &matrix, Node *above);
     bool isOwn(Geometry const &geometry) const;

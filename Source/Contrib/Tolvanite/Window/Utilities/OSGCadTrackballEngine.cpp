@@ -6,6 +6,7 @@
 #include "OSGNavigator.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPlane.h"
+#include "OSGWindow.h"
 
 namespace OSG
 {
@@ -56,6 +57,15 @@ UInt32 pixel_height(Viewport const &viewport)
 {
     return static_cast<UInt32>(viewport.calcPixelHeight());
 }
+
+/// The first row of the view, counted from the window's top; without a window from the view's own
+/// top.
+Int32 pixel_top(Viewport const &viewport)
+{
+    Window const *const window = viewport.getParent();
+    Int32 const rows = window != nullptr ? window->getHeight() : viewport.calcPixelHeight();
+    return rows - viewport.calcPixelBottom() - viewport.calcPixelHeight();
+}
 } // namespace
 
 CadTrackballEngine::CadTrackballEngine(Real32 radius)
@@ -75,11 +85,30 @@ TransitPtr<CadTrackballEngine> CadTrackballEngine::create(Real32 radius)
 
 // --- pose ---
 
-void CadTrackballEngine::updateFinalMatrix()
+namespace
+{
+/// The camera that stands `distance` behind the centre of an orbit, along the orbit's z axis.
+Matrix camera_behind(Matrix const &center, Real32 distance)
 {
     Matrix back;
-    back.setTranslate(0.f, 0.f, _distance);
-    assign_finite(_final_matrix, _trackball_matrix * back);
+    back.setTranslate(0.f, 0.f, distance);
+    return center * back;
+}
+} // namespace
+
+void CadTrackballEngine::updateFinalMatrix()
+{
+    _final_matrix = camera_behind(_trackball_matrix, _distance);
+}
+
+bool CadTrackballEngine::setOrbit(Matrix const &center, Real32 distance)
+{
+    Matrix const camera = camera_behind(center, distance);
+    if(!is_finite(center) || !is_finite(distance) || !is_finite(camera))
+        return false;
+    _trackball_matrix = center;
+    _distance = distance;
+    return true;
 }
 
 Matrix const &CadTrackballEngine::getMatrix()
@@ -132,9 +161,9 @@ void CadTrackballEngine::set(Matrix const &matrix)
     Real32 const distance = from.subZero().length();
     Pnt3f const at = from - axis_of(matrix, 2) * distance;
     Vec3f const up = axis_of(matrix, 1);
-    if(is_finite(distance) && is_finite(at) && is_finite(up))
+    // The distance is taken even if the orbit then gives no pose, as in the world's origin.
+    if(is_finite(at) && is_finite(up) && setOrbit(_trackball_matrix, distance))
     {
-        _distance = distance;
         _from_point = from;
         _at_point = at;
         _up_vector = up;
@@ -144,18 +173,19 @@ void CadTrackballEngine::set(Matrix const &matrix)
 
 void CadTrackballEngine::set(Pnt3f from, Pnt3f at, Vec3f up)
 {
-    if(MatrixLookAt(_trackball_matrix, at, at + (at - from), up))
+    // The centre looks away from the camera, so that its z axis points towards the camera.
+    Matrix center;
+    if(MatrixLookAt(center, at, at + (at - from), up) || !setOrbit(center, (at - from).length()))
     {
         OSG_LOG_NOTICE("CadTrackballEngine: set(.,.,.), failed");
         return;
     }
-    _distance = (at - from).length();
     updateFinalMatrix();
 }
 
 void CadTrackballEngine::setDistance(Real32 distance)
 {
-    assign_finite(_distance, distance);
+    setOrbit(_trackball_matrix, distance);
     updateFinalMatrix();
 }
 
@@ -170,19 +200,19 @@ void CadTrackballEngine::rotate(Real32 fromX, Real32 fromY, Real32 toX, Real32 t
 {
     std::optional<Turn> const turn = drag_on_sphere(_radius, fromX, fromY, toX, toY);
     if(turn)
-        assign_finite(_trackball_matrix,
-                      _trackball_matrix * rotation_about(turn->axis, turn->angle));
+        setOrbit(_trackball_matrix * rotation_about(turn->axis, turn->angle), _distance);
 }
 
 void CadTrackballEngine::translateXY(Real32 distanceX, Real32 distanceY)
 {
     Matrix shift;
     shift.setTranslate(distanceX, distanceY, 0.f);
-    assign_finite(_trackball_matrix, _trackball_matrix * shift);
+    setOrbit(_trackball_matrix * shift, _distance);
 }
 
 void CadTrackballEngine::translateZ(Real32 distance) { changeDistance(distance); }
-void CadTrackballEngine::changeDistance(Real32 by) { assign_finite(_distance, _distance + by); }
+
+void CadTrackballEngine::changeDistance(Real32 by) { setOrbit(_trackball_matrix, _distance + by); }
 
 // --- pan ---
 
@@ -241,10 +271,13 @@ bool CadTrackballEngine::translateOrtho(Int16 lastX, Int16 lastY, Int16 x, Int16
     if(camera == nullptr)
         return false;
     Viewport const &viewport = *navigator->getViewport();
-    Int32 const width = viewport.calcPixelWidth();
-    Int32 const height = viewport.calcPixelHeight();
+    // The camera moves to what lies as far from the middle of the view as the pointer has moved, on
+    // the other side. Pixels count from the window's corner, hence the view's own left and top. The
+    // extra 1 is part of the rule: a pan upwards is one pixel longer, one downwards one shorter.
+    Int32 const middleX = viewport.calcPixelLeft() + viewport.calcPixelWidth() / 2;
+    Int32 const middleY = pixel_top(viewport) + viewport.calcPixelHeight() / 2;
     Line ray;
-    if(!camera->calcViewRay(ray, width / 2 - x + lastX, lastY - y + height / 2 + 1, viewport))
+    if(!camera->calcViewRay(ray, middleX - (x - lastX), middleY - (y - lastY) + 1, viewport))
         return false;
     Pnt3f crossing;
     if(!Plane(direction, from).intersectInfinite(ray, crossing))
@@ -388,11 +421,6 @@ void CadTrackballEngine::key_conversion(Int16 &key, UInt16 modifiers) const
     default:
         break;
     }
-}
-
-void CadTrackballEngine::keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator)
-{
-    keyPressEx(key, 0, x, y, navigator);
 }
 
 void CadTrackballEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16, Int16, Navigator *navigator)

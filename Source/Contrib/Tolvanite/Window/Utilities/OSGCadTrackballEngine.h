@@ -50,7 +50,6 @@ class OSG_CONTRIBTOLVANITE_API CadTrackballEngine : public UserNavigatorEngine
     // --- events ---
     void buttonPress(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
     void buttonRelease(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
-    void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) override;
     void moveTo(Int16 x, Int16 y, Navigator *navigator) override;
     void idle(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
     /// Forward and backward zoom as the wheel does, left and right do nothing.
@@ -108,6 +107,8 @@ class OSG_CONTRIBTOLVANITE_API CadTrackballEngine : public UserNavigatorEngine
         Farther
     };
 
+    /// Takes a new orbit if it and its camera are finite. False, and nothing changed, if not.
+    bool setOrbit(Matrix const &center, Real32 distance);
     void pan(Int16 x, Int16 y, Navigator *navigator);
     void zoomByDrag(Real32 way, Navigator *navigator);
     void zoomByStep(Zoom zoom, Navigator *navigator);

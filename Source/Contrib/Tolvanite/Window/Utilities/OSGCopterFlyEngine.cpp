@@ -99,9 +99,7 @@ Real32 CopterFlyEngine::backwards() const
 
 void CopterFlyEngine::rotate(Real32 yaw, Real32 pitch, Real32 roll)
 {
-    _pose.yaw(-yaw);
-    _pose.pitch(-pitch);
-    _pose.roll(-roll);
+    _pose.turn(-yaw, -pitch, -roll);
 }
 
 Real32 CopterFlyEngine::translate_forward(Real32 step)
@@ -393,11 +391,6 @@ void CopterFlyEngine::buttonPress(Int16 button, Int16, Int16, Navigator *navigat
     default:
         break;
     }
-}
-
-void CopterFlyEngine::keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator)
-{
-    keyPressEx(key, 0, x, y, navigator);
 }
 
 void CopterFlyEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16, Int16, Navigator *)

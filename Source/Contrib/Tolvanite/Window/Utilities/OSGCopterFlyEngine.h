@@ -102,7 +102,6 @@ class OSG_CONTRIBTOLVANITE_API CopterFlyEngine : public UserNavigatorEngine
     // --- events ---
     void buttonPress(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
     void buttonRelease(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
-    void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) override;
     void moveTo(Int16 x, Int16 y, Navigator *navigator) override;
     /// A tick of the flight.
     void idle(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;

@@ -26,13 +26,14 @@ void EyePose::writeMatrix(Matrix &result) const { MatrixLookAt(result, _from, _a
 
 void EyePose::move(Vec3f const &by) { set(_from + by, _at + by, _up); }
 
-void EyePose::yaw(Real32 angle) { setAt(rotate_around(_at, _from, _up, angle)); }
-
-void EyePose::pitch(Real32 angle)
+// Each step uses the view that the step before it has left. The result is checked once, at the end,
+// so that a turn with one bad angle does not turn by its other angles.
+void EyePose::turn(Real32 yaw, Real32 pitch, Real32 roll)
 {
-    Vec3f const side = unit(unit(_at - _from).cross(_up));
-    setAt(rotate_around(_at, _from, side, angle));
+    Pnt3f const yawed = rotate_around(_at, _from, _up, yaw);
+    Vec3f const side = unit(unit(yawed - _from).cross(_up));
+    Pnt3f const pitched = rotate_around(yawed, _from, side, pitch);
+    Vec3f const rolled = rotation_about(unit(pitched - _from), roll) * _up;
+    set(_from, pitched, rolled);
 }
-
-void EyePose::roll(Real32 angle) { setUp(rotation_about(unit(_at - _from), angle) * _up); }
 } // namespace OSG

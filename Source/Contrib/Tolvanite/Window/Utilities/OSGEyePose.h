@@ -4,12 +4,12 @@
 
 namespace OSG
 {
-/// A camera as the point that it stands on, the one that it looks at, and what is upwards. Each
-/// operation leaves the pose as it is where the result would not be finite.
+/// The pose of a camera: the point where it stands, the point that it looks at, and the direction
+/// that is up. An operation whose result has a component that is not finite changes nothing.
 class OSG_CONTRIBTOLVANITE_API EyePose
 {
   public:
-    /// In the origin, looking along +z, y up.
+    /// Stands in the origin, looks along +z, and y is up.
     EyePose() = default;
     /// The pose of a camera matrix, looking at a point one unit in front.
     explicit EyePose(Matrix const &matrix);
@@ -20,24 +20,24 @@ class OSG_CONTRIBTOLVANITE_API EyePose
     void setFrom(Pnt3f const &from) { NavigationMath::assign_finite(_from, from); }
     void setAt(Pnt3f const &at) { NavigationMath::assign_finite(_at, at); }
     void setUp(Vec3f const &up) { NavigationMath::assign_finite(_up, up); }
-    /// All three or none.
+    /// Takes all three or, if a component is not finite, none.
     void set(Pnt3f const &from, Pnt3f const &at, Vec3f const &up);
 
-    /// As a camera matrix; where there is none, `result` stays as it was.
+    /// Writes the pose as a camera matrix. `result` stays as it was if `from` and `at` coincide or
+    /// `up` is parallel to the view.
     void writeMatrix(Matrix &result) const;
 
-    // --- directions, normalised under the guard ---
+    // --- directions of length 1, or shorter where their origin is shorter than 1e-6 ---
     Vec3f backward() const { return NavigationMath::unit(_from - _at); }
     Vec3f left() const { return NavigationMath::unit((_from - _at).cross(_up)); }
     Vec3f upward() const { return NavigationMath::unit(_up); }
 
-    /// Moves eye and point.
+    /// Moves `from` and `at`.
     void move(Vec3f const &by);
-    /// Turn the point about the eye: about `up`, and about the axis to the right.
-    void yaw(Real32 angle);
-    void pitch(Real32 angle);
-    /// Turns `up` about the view.
-    void roll(Real32 angle);
+    /// Turns `at` about `from`, first by `yaw` about `up`, then by `pitch` about the axis to the
+    /// right of the view. Then turns `up` by `roll` about the view. Angles are radians,
+    /// right-handed about their axis: positive ones turn to the left, up and clockwise.
+    void turn(Real32 yaw, Real32 pitch, Real32 roll = 0.f);
 
   private:
     Pnt3f _from{0.f, 0.f, 0.f};

@@ -8,9 +8,10 @@ namespace OSG
 {
 /// Base of the engines of this library.
 ///
-/// Buttons, keys and modifiers are those of NavigatorEvent. `keyPress` of every engine is
-/// `keyPressEx` without modifiers. An engine comes from its static `create`, which gives null where
-/// there is no memory. Poses stay finite: what would make one infinite or not a number is not done.
+/// Buttons, keys and modifiers are those of NavigatorEvent. `keyPress` calls `keyPressEx` without
+/// modifiers. The static function `create` of a class makes an engine; it returns null if there is
+/// no memory. Poses stay finite: an operation whose result has an infinite component or a NaN
+/// leaves the pose as it was.
 class OSG_CONTRIBTOLVANITE_API UserNavigatorEngine : public NavigatorEngine
 {
   public:

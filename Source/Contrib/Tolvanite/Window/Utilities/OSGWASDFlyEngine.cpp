@@ -42,11 +42,7 @@ void WASDFlyEngine::setDistance(Real32 distance) { forward(distance); }
 
 // --- motion ---
 
-void WASDFlyEngine::rotate(Real32 deltaX, Real32 deltaY)
-{
-    _pose.yaw(-deltaX);
-    _pose.pitch(-deltaY);
-}
+void WASDFlyEngine::rotate(Real32 deltaX, Real32 deltaY) { _pose.turn(-deltaX, -deltaY); }
 
 Real32 WASDFlyEngine::forward(Real32 step)
 {
@@ -89,11 +85,6 @@ void WASDFlyEngine::buttonPress(Int16 button, Int16, Int16, Navigator *navigator
 }
 
 void WASDFlyEngine::buttonRelease(Int16, Int16, Int16, Navigator *) { _state = NoFlight; }
-
-void WASDFlyEngine::keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator)
-{
-    keyPressEx(key, 0, x, y, navigator);
-}
 
 void WASDFlyEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16, Int16, Navigator *navigator)
 {

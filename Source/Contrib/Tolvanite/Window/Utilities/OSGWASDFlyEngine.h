@@ -37,7 +37,6 @@ class OSG_CONTRIBTOLVANITE_API WASDFlyEngine : public UserNavigatorEngine
     /// Left: fly forwards, right: backwards, middle: only turn; wheel: a step either way.
     void buttonPress(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
     void buttonRelease(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;
-    void keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator) override;
     /// Turns, whatever button is down, then takes the step of a flight.
     void moveTo(Int16 x, Int16 y, Navigator *navigator) override;
     void idle(Int16 button, Int16 x, Int16 y, Navigator *navigator) override;

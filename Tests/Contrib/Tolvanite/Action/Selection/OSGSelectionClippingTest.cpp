@@ -17,7 +17,7 @@ using testing::ElementsAre;
 
 Real32 const Nan = std::numeric_limits<Real32>::quiet_NaN();
 /// z >= 0.
-Plane const above(Vec3f(0, 0, 1), Pnt3f());
+Plane const Above(Vec3f(0, 0, 1), Pnt3f());
 
 // --- one segment, one plane ---
 

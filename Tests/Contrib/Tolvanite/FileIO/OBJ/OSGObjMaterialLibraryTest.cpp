@@ -56,7 +56,7 @@ class ObjMaterialLibraryTest : public testing::Test
     LogLines _messages;
 };
 
-Color3f const white(1, 1, 1);
+Color3f const White(1, 1, 1);
 } // namespace
 
 // --- materials ---

@@ -1,6 +1,7 @@
 #include "OSGCadTrackballEngine.h"
 
 #include <cmath>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -316,7 +317,7 @@ TEST_F(Cad, PansAnOrthographicCameraToTheRayOfTheRule)
     Pnt3f const expected(ray.getPosition()[0], ray.getPosition()[1], 10);
     EXPECT_TRUE(engine->getFrom().equals(expected, 1e-5f));
     EXPECT_TRUE(engine->getAt().equals(Pnt3f(expected[0], expected[1], 0), 1e-5f));
-    // 30 pixels of 1/40 unit to the left; 10 up, less the one that the rule takes off.
+    // 30 pixels of 1/40 unit to the left; 10 down and the one that the rule adds.
     EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-0.75f, -0.275f, 10), 1e-5f));
     EXPECT_TRUE(view.beacon->getToWorld().equals(translation(-0.75f, -0.275f, 10), 1e-5f));
 }
@@ -341,6 +342,33 @@ TEST_F(Cad, APointerAtRestPansNoOrthographicCamera)
     // The last pan still counts from the press.
     navigator.moveTo(140, 99);
     EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-1, -0.05f, 10), 1e-5f));
+}
+
+TEST_F(Cad, PansAPartOfAWindowAsAWholeWindow)
+{
+    orthographic(12);
+    // 640 by 480 pixels, 30 from the left and 170 from the top.
+    view.window->setSize(800, 700);
+    view.viewport->setLeft(30);
+    view.viewport->setRight(669);
+    view.viewport->setBottom(50);
+    view.viewport->setTop(529);
+    navigator.buttonPress(1, 130, 270);
+    navigator.moveTo(160, 260);
+    EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-0.75f, -0.275f, 10), 1e-5f));
+    navigator.moveTo(170, 261);
+    EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-1, -0.275f, 10), 1e-5f));
+}
+
+TEST_F(Cad, HalvesOddSizesTowardsZeroWhenItPansAnOrthographicCamera)
+{
+    orthographic(12);
+    view.window->setSize(641, 481);
+    navigator.buttonPress(1, 100, 100);
+    navigator.moveTo(130, 90);
+    // The ray goes through (320 - 30, 240 + 10 + 1); the middle of the view lies at (320.5, 240.5).
+    Real32 const pixel = 12.f / 481;
+    EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-30.5f * pixel, -10.5f * pixel, 10), 1e-5f));
 }
 
 /// An orthographic camera by its class, of another type.
@@ -460,6 +488,119 @@ TEST_F(Cad, NothingElseCentresTheOrbit)
     EXPECT_EQ(engine->sets, sets);
 }
 
+TEST_F(Cad, AnotherButtonNeitherMakesNorEndsAClick)
+{
+    navigator.setClickCenter(true);
+    int const sets = engine->sets;
+    navigator.buttonPress(0, 400, 260);
+    navigator.buttonPress(5, 10, 10);
+    navigator.buttonRelease(5, 20, 20);
+    EXPECT_EQ(engine->state(), 1);
+    EXPECT_EQ(engine->sets, sets);
+    navigator.buttonRelease(0, 400, 260);
+    EXPECT_EQ(engine->sets, sets + 1); // still a click
+    navigator.buttonPress(0, 400, 260);
+    navigator.moveTo(401, 260);
+    navigator.buttonPress(5, 401, 260);
+    navigator.buttonRelease(0, 401, 260);
+    EXPECT_EQ(engine->sets, sets + 1); // still a drag
+}
+
+TEST_F(Cad, AnotherButtonDoesNotInterruptATurn)
+{
+    drag(0, 320, 240, 400, 200);
+    Matrix const undisturbed = engine->getMatrix();
+    navigator.buttonRelease(0, 400, 200);
+    engine->set(Pnt3f(0, 0, 10), Pnt3f(0, 0, 0), Vec3f(0, 1, 0));
+    navigator.buttonPress(0, 320, 240);
+    navigator.buttonPress(7, 10, 10);
+    navigator.buttonRelease(7, 10, 10);
+    navigator.moveTo(400, 200);
+    EXPECT_EQ(engine->getMatrix(), undisturbed);
+}
+
+// --- operations that a host replaces ---
+
+class HostTrackball : public CadTrackballEngine
+{
+  public:
+    using CadTrackballEngine::calcDeltas;
+    using CadTrackballEngine::getIntersectionPoint;
+    using CadTrackballEngine::translateOrtho;
+
+    Pnt3f const &getFrom() override { return from ? *from : CadTrackballEngine::getFrom(); }
+    Matrix const &getMatrix() override
+    {
+        return matrix ? *matrix : CadTrackballEngine::getMatrix();
+    }
+    void setAt(Pnt3f at) override { centers.push_back(at); }
+
+    std::optional<Pnt3f> from;
+    std::optional<Matrix> matrix;
+    std::vector<Pnt3f> centers;
+};
+
+/// As Cad, with an engine of the host.
+struct HostCad : ::testing::Test
+{
+    HostCad()
+    {
+        engine->set(Pnt3f(0, 0, 10), Pnt3f(0, 0, 0), Vec3f(0, 1, 0));
+        navigator.setEngine(engine);
+    }
+
+    NavigatedView view;
+    Navigator &navigator = view.navigator;
+    UnrecordedRefPtr<HostTrackball> const engine{TransitPtr<HostTrackball>(new HostTrackball)};
+};
+
+TEST_F(HostCad, SettersReadTheReplacedFrom)
+{
+    engine->from = Pnt3f(0, 0, 25);
+    engine->setUp(Vec3f(0, 1, 0));
+    EXPECT_EQ(engine->getDistance(), 25.f);
+    engine->from = Pnt3f(0, 0, 40);
+    engine->CadTrackballEngine::setAt(Pnt3f(0, 0, 10));
+    EXPECT_EQ(engine->getDistance(), 30.f);
+}
+
+TEST_F(HostCad, AnOrthographicPanBeginsAtTheReplacedFrom)
+{
+    CameraPtr<OrthographicCamera> const camera = make_orthographic(12, 0.1f, 1000);
+    view.setCamera(camera.get());
+    navigator.updateCameraTransformation();
+    engine->from = Pnt3f(0, 0, 3);
+    EXPECT_TRUE(engine->translateOrtho(100, 100, 140, 101, &navigator));
+    engine->from.reset();
+    EXPECT_TRUE(engine->getFrom().equals(Pnt3f(-1, 0, 3), 1e-5f));
+}
+
+TEST_F(HostCad, AClickCentresThroughTheReplacedSetAt)
+{
+    navigator.setClickCenter(true);
+    navigator.updateCameraTransformation();
+    navigator.buttonPress(0, 320, 240);
+    navigator.buttonRelease(0, 320, 240);
+    ASSERT_EQ(engine->centers.size(), 1u);
+    EXPECT_TRUE(engine->centers[0].equals(Pnt3f(0, 0, 0), 1e-4f));
+    EXPECT_EQ(engine->getMatrix(), translation(0, 0, 10));
+}
+
+TEST_F(HostCad, ThePanAndTheCameraUseTheReplacedMatrix)
+{
+    engine->matrix = translation(0, 0, 20);
+    navigator.updateCameraTransformation();
+    EXPECT_EQ(view.beacon->getToWorld(), translation(0, 0, 20));
+    navigator.setClickNoIntersect(true);
+    engine->getIntersectionPoint(320, 240, &navigator);
+    Line const ray = view.ray(420, 180);
+    Pnt3f const pointed = ray.getPoint(-ray.getPosition()[2] / ray.getDirection()[2]);
+    Real32 x, y;
+    engine->calcDeltas(0, 0, 420, 180, x, y, &navigator);
+    EXPECT_NEAR(x, -pointed[0], 1e-4f);
+    EXPECT_NEAR(y, -pointed[1], 1e-4f);
+}
+
 // --- buttons and keys ---
 
 TEST_F(Cad, KeepsItsStateAtButtonsThatItDoesNotKnow)
@@ -547,6 +688,29 @@ TEST_F(Cad, MotionsThatAreNoNumbersAreNotMade)
     engine->wheel_factor_ortho(0);
     navigator.buttonPress(3, 1, 1);
     EXPECT_EQ(ortho->getVerticalSize(), 12.f);
+}
+
+TEST_F(Cad, APoseTooFarAwayIsNoPose)
+{
+    LogCapture const log(LOG_NOTICE);
+    Matrix const before = engine->getMatrix();
+    // The square of the distance is beyond single precision.
+    engine->set(Pnt3f(0, 0, 1e30f), Pnt3f(0, 0, 0), Vec3f(0, 1, 0));
+    EXPECT_EQ(log.texts(LOG_NOTICE),
+              std::vector<std::string>{"CadTrackballEngine: set(.,.,.), failed"});
+    EXPECT_EQ(engine->getMatrix(), before);
+    EXPECT_EQ(engine->getDistance(), 10.f);
+}
+
+TEST_F(Cad, AMotionThatTakesTheCameraBeyondAllNumbersIsNotMade)
+{
+    engine->setDistance(3e38f);
+    engine->translateXY(3e38f, 0);
+    // A quarter turn to the right would take the camera to x = 6e38.
+    engine->rotate(0, 0, -0.7f, 0);
+    engine->translateXY(3e38f, 0);
+    engine->setDistance(10);
+    EXPECT_EQ(engine->getMatrix(), translation(3e38f, 0, 10));
 }
 
 TEST_F(Cad, ABallWithoutARadiusTurnsNothingIntoNoNumber)

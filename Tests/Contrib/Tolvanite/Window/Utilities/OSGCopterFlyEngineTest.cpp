@@ -134,6 +134,53 @@ TEST_F(Copter, TurnsToTheRightDownAndClockwise)
     EXPECT_EQ(engine->getAt(), Pnt3f(0, 0, 5));
 }
 
+struct TurnRow
+{
+    Real32 yaw, pitch, roll;
+};
+
+/// Rodrigues' formula in double precision; `axis` has length 1.
+Vec3d turned(Vec3d const &v, Vec3d const &axis, Real64 angle)
+{
+    return v * std::cos(angle) + axis.cross(v) * std::sin(angle) +
+           axis * (axis.dot(v) * (1 - std::cos(angle)));
+}
+
+Vec3d wide(Vec3f const &v) { return Vec3d(v[0], v[1], v[2]); }
+Vec3d wide_unit(Vec3d const &v) { return v * (1 / v.length()); }
+
+TEST_F(Copter, TurnsByYawThenPitchThenRoll)
+{
+    for(TurnRow const &row : {TurnRow{0.7f, 0.4f, 0.9f}, TurnRow{-0.3f, 1.1f, 2.5f},
+                              TurnRow{2.f, -0.6f, -0.8f}, TurnRow{-1.2f, -1.f, 0.1f}})
+    {
+        engine->set(Pnt3f(1, 2, 3), Pnt3f(2, 4, 0), Vec3f(0.5f, 2, 0.25f));
+        Vec3d look = wide(engine->getAt() - engine->getFrom());
+        Vec3d up = wide(engine->getUp());
+        engine->rotate(row.yaw, row.pitch, row.roll);
+        look = turned(look, wide_unit(up), -row.yaw);
+        look = turned(look, wide_unit(look.cross(up)), -row.pitch);
+        up = turned(up, wide_unit(look), -row.roll);
+        EXPECT_TRUE(
+            (engine->getAt() - engine->getFrom()).equals(Vec3f(look[0], look[1], look[2]), 2e-5f))
+            << row.yaw;
+        EXPECT_TRUE(engine->getUp().equals(Vec3f(up[0], up[1], up[2]), 2e-5f)) << row.yaw;
+        EXPECT_EQ(engine->getFrom(), Pnt3f(1, 2, 3));
+    }
+}
+
+TEST_F(Copter, ATurnByOneBadAngleIsNoTurn)
+{
+    for(Real32 const bad : {NAN, INFINITY})
+    {
+        engine->rotate(bad, 0.5f, 0.5f);
+        engine->rotate(0.5f, bad, 0.5f);
+        engine->rotate(0.5f, 0.5f, bad);
+    }
+    EXPECT_EQ(engine->getAt(), Pnt3f(0, 0, 5));
+    EXPECT_EQ(engine->getUp(), Vec3f(0, 1, 0));
+}
+
 // --- the pointer ---
 
 TEST_F(Copter, MeasuresTheWayFromTheMiddle)
@@ -156,6 +203,26 @@ TEST_F(Copter, MeasuresInCoordinatesOfTheMiddleOfAPartOfTheWindow)
     engine->init_cursor_pos(&navigator);
     EXPECT_EQ(navigator.getLastX(), 200);
     EXPECT_EQ(navigator.getLastY(), 390);
+}
+
+TEST_F(Copter, HalvesOddSizesTowardsZero)
+{
+    view.window->setSize(641, 481);
+    // Middle (320, 481 - 240).
+    engine->init_cursor_pos(&navigator);
+    EXPECT_EQ(navigator.getLastX(), 320);
+    EXPECT_EQ(navigator.getLastY(), 241);
+    EXPECT_EQ(engine->qualify_cursor_pos(480, 0, &navigator),
+              (std::pair<Real32, Real32>(0.5f, -1)));
+    // 201 columns from 101, 99 rows from 31 above the bottom: middle (201, 481 - 49 - 31).
+    view.viewport->setLeft(101);
+    view.viewport->setRight(301);
+    view.viewport->setBottom(31);
+    view.viewport->setTop(129);
+    engine->init_cursor_pos(&navigator);
+    EXPECT_EQ(navigator.getLastX(), 201);
+    EXPECT_EQ(navigator.getLastY(), 401);
+    EXPECT_EQ(engine->qualify_cursor_pos(402, 401, &navigator), (std::pair<Real32, Real32>(1, 0)));
 }
 
 TEST_F(Copter, CountsRowsFromTheViewWithoutAWindow)
@@ -551,6 +618,38 @@ TEST_F(Copter, KeysChooseModeStateAndSpeed)
     navigator.keyPress(32, 5, 6);
     EXPECT_FLOAT_EQ(engine->motion_factor(), 0.2f);
     EXPECT_EQ(engine->getState(), CopterFlyEngine::MoveToState);
+}
+
+TEST_F(Copter, PlusAndMinusChangeTheSpeedOfTheState)
+{
+    for(UInt32 const state : {0u, 1u, 2u, 3u})
+    {
+        engine->setState(CopterFlyEngine::State(state));
+        engine->motion_factor(0.2f);
+        engine->rot_factor(0.2f);
+        bool const moves = state == 0 || state == 3;
+        navigator.keyPress('-', 1, 1);
+        EXPECT_FLOAT_EQ(engine->motion_factor(), moves ? 0.2f / 1.2f : 0.2f) << state;
+        EXPECT_FLOAT_EQ(engine->rot_factor(), moves ? 0.2f : 0.2f / 1.2f) << state;
+        navigator.keyPressEx('+', NavigatorEvent::KeyDown, 1, 1);
+        navigator.keyPress('+', 1, 1);
+        EXPECT_FLOAT_EQ(engine->motion_factor(), moves ? 0.24f : 0.2f) << state;
+        EXPECT_FLOAT_EQ(engine->rot_factor(), moves ? 0.2f : 0.24f) << state;
+    }
+}
+
+TEST_F(Copter, PlusAndMinusKeepTheSpeedWithinItsLimits)
+{
+    engine->setState(CopterFlyEngine::RotateState);
+    engine->rot_multiplier(3);
+    engine->rot_max_factor(0.5f);
+    for(int i = 0; i < 40; ++i)
+        navigator.keyPress('-', 1, 1);
+    EXPECT_EQ(engine->rot_factor(), 1e-6f);
+    for(int i = 0; i < 40; ++i)
+        navigator.keyPress('+', 1, 1);
+    EXPECT_EQ(engine->rot_factor(), 0.5f);
+    EXPECT_EQ(engine->motion_factor(), 0.2f);
 }
 
 TEST_F(Copter, HearsNoKeysInFlight)

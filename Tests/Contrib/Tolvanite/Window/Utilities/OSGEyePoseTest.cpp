@@ -39,9 +39,7 @@ TEST(EyePose, KeepsItsDistanceWhenItTurns)
     Real32 const distance = (pose.at() - pose.from()).length();
     for(int i = 0; i < 1000; ++i)
     {
-        pose.yaw(random.real(-0.5f, 0.5f));
-        pose.pitch(random.real(-0.5f, 0.5f));
-        pose.roll(random.real(-0.5f, 0.5f));
+        pose.turn(random.real(-0.5f, 0.5f), random.real(-0.5f, 0.5f), random.real(-0.5f, 0.5f));
         EXPECT_EQ(pose.from(), Pnt3f(3, -2, 7));
         EXPECT_NEAR((pose.at() - pose.from()).length(), distance, 1e-3f);
         EXPECT_NEAR(pose.up().length(), 1.f, 1e-3f);
@@ -56,9 +54,10 @@ TEST(EyePose, StaysWhereTheResultWouldNotBeFinite)
     pose.setUp(Vec3f(0, 0, NAN));
     pose.set(Pnt3f(1, 1, 1), Pnt3f(2, 2, 2), Vec3f(NAN, 0, 0));
     pose.move(Vec3f(NAN, 0, 0));
-    pose.yaw(NAN);
-    pose.pitch(INFINITY);
-    pose.roll(NAN);
+    // The angles that are finite do not turn either.
+    pose.turn(NAN, 0.5f, 0.5f);
+    pose.turn(0.5f, INFINITY, 0.5f);
+    pose.turn(0.5f, 0.5f, NAN);
     EXPECT_EQ(pose.from(), Pnt3f(0, 0, 0));
     EXPECT_EQ(pose.at(), Pnt3f(0, 0, 1));
     EXPECT_EQ(pose.up(), Vec3f(0, 1, 0));

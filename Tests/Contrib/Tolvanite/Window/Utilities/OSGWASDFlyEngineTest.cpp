@@ -130,9 +130,21 @@ class WatchingFly : public WASDFlyEngine
         steps.push_back(step);
         return 0.f;
     }
+    Real32 right(Real32 step) override
+    {
+        sideways.push_back(step);
+        return 0.f;
+    }
     void rotate(Real32 x, Real32 y) override { turns.push_back({x, y}); }
+    void keyPressEx(Int16 key, UInt16 modifiers, Int16 x, Int16 y, Navigator *navigator) override
+    {
+        keys.push_back(key);
+        WASDFlyEngine::keyPressEx(key, modifiers, x, y, navigator);
+    }
 
     int sets = 0;
+    std::vector<Int16> keys;
+    std::vector<Real32> sideways;
     std::vector<Real32> steps;
     std::vector<std::pair<Real32, Real32>> turns;
 };
@@ -148,6 +160,37 @@ TEST_F(Fly, GoesThroughTheOperationsThatMayBeReplaced)
     fly->keyPress(4, 0, 0, &navigator);
     EXPECT_EQ(fly->steps, (std::vector<Real32>{-2, -2}));
     EXPECT_EQ(fly->turns, (std::vector<std::pair<Real32, Real32>>{{0, 0}, {-0.25f, 0}}));
+}
+
+TEST_F(Fly, StepsSidewaysThroughTheOperationThatMayBeReplaced)
+{
+    UnrecordedRefPtr<WatchingFly> const fly(TransitPtr<WatchingFly>(new WatchingFly));
+    navigator.setEngine(fly);
+    Pnt3f const before = fly->getFrom();
+    navigator.keyPress(NavigatorEvent::LeftKey, 1, 1);
+    navigator.keyPress(NavigatorEvent::RightKey, 1, 1);
+    EXPECT_EQ(fly->sideways, (std::vector<Real32>{2, -2}));
+    EXPECT_EQ(fly->getFrom(), before);
+}
+
+TEST_F(Fly, KeysGoThroughTheOperationThatMayBeReplaced)
+{
+    UnrecordedRefPtr<WatchingFly> const fly(TransitPtr<WatchingFly>(new WatchingFly));
+    navigator.setEngine(fly);
+    navigator.keyPress(2, 1, 1);
+    navigator.keyPressEx(3, NavigatorEvent::KeyDown, 1, 1);
+    fly->keyPress(5, 1, 1, &navigator);
+    EXPECT_EQ(fly->keys, (std::vector<Int16>{2, 3, 5}));
+}
+
+TEST_F(Fly, ATurnByOneBadAngleIsNoTurn)
+{
+    for(Real32 const bad : {NAN, INFINITY})
+    {
+        engine->rotate(0.5f, bad);
+        engine->rotate(bad, 0.5f);
+    }
+    EXPECT_EQ(engine->getAt(), Pnt3f(0, 0, 5));
 }
 
 // --- events ---
