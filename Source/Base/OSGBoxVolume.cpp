@@ -224,12 +224,14 @@ void BoxVolume::transform(Matrix const &matrix)
 
 void BoxVolume::extendByBox(BoxVolume const &other)
 {
-    bool const isBox = !isEmpty() && !other.isEmpty() && other.isValid() && !other.isInfinite();
+    bool const isBox = !other.isEmpty() && other.isValid() && !other.isInfinite();
     if(isFixed() || !isBox || !is_number(other._min) || !is_number(other._max))
     {
         extendBy(other);
         return;
     }
+    if(isEmpty())
+        setBounds(other._min, other._min);
     // A host may have set the corners of the box in either order.
     for(int axis = 0; axis < 3; ++axis)
     {

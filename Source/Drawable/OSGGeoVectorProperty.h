@@ -41,9 +41,9 @@ class OSG_DRAWABLE_API GeoVectorProperty : public GeoVectorPropertyBase
     virtual void getValue(Real32 *numbers, UInt32 index) const = 0;
     virtual void setValue(Real32 const *numbers, UInt32 index) = 0;
     virtual VectorArray getArray() const = 0;
-    /// The same for writing, until the edit is committed: writing later changes the array behind
-    /// the back of whoever has looked at it since, and needs a call of its own. Good for looking
-    /// until the property is resized or ends.
+    /// The same for writing. The pointer may be written to until the edit is committed; a later
+    /// write needs another call, or nobody learns of it. It may be read until the property is
+    /// resized or ends.
     virtual Real32 *editArray() = 0;
 
   protected:

@@ -14,9 +14,9 @@ class TriangleIterator;
 ///
 /// A geometry is a list of primitives (`types` and `lengths`) over a sequence of vertices. Vertex i
 /// of the sequence takes element i of each vertex array, or, where the array's slot has an index,
-/// the element that entry i of the index names. Several geometries may share arrays. Indices need
-/// not be in range: what names an element that is not there is not delivered by the iterators,
-/// counts for no volume, and gives one warning per geometry.
+/// the element that entry i of the index names. Several geometries may share arrays. An index may
+/// be out of range: the triangle, line or point that it belongs to is not delivered by the
+/// iterators and does not count for the volume. The geometry then gives one warning.
 ///
 /// Setting an array or an index marks the volumes of the nodes that show the geometry at the next
 /// commit. Whoever writes into an array that is set already calls invalidateVolume() afterwards:
@@ -71,8 +71,8 @@ class OSG_DRAWABLE_API Geometry : public GeometryBase
     PrimitiveIterator beginPrimitives() const;
     PrimitiveIterator endPrimitives() const;
 
-    /// Called by whoever passes something over because an index is out of range; warns the first
-    /// time.
+    /// Warns that an index is out of range, the first time only. Whoever passes a primitive over
+    /// for that reason calls it.
     void reportOutOfRange() const;
 
     /// Extends `volume` by the positions of the triangles, lines and points that are delivered.

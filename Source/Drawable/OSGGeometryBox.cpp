@@ -9,8 +9,8 @@ namespace OSG
 {
 namespace
 {
-/// Whether every vertex of a primitive of `length` vertices is a corner of something that it
-/// delivers, as long as all of them have positions.
+/// Whether a primitive of `length` vertices, all of which have positions, delivers a triangle, line
+/// or point at each of them.
 bool delivers_all(UInt32 type, UInt32 length)
 {
     switch(type)
@@ -57,8 +57,8 @@ class Extent
     {
         if(_isEmpty)
             return;
-        box.extendBy(Pnt3f(_min[0], _min[1], _min[2]));
-        box.extendBy(Pnt3f(_max[0], _max[1], _max[2]));
+        OSG::extend(box,
+                    BoxVolume(Pnt3f(_min[0], _min[1], _min[2]), Pnt3f(_max[0], _max[1], _max[2])));
     }
 
   private:
@@ -77,8 +77,8 @@ class DeliveredBox
     {
     }
 
-    // Primitives that deliver all their vertices are taken together, as long as they follow one
-    // another: nearly always the whole geometry.
+    // Neighbouring primitives that deliver all their vertices are taken together. Nearly always
+    // that is the whole geometry.
     void extend()
     {
         UInt64 const vertices = _view.vertexCount();
@@ -103,8 +103,8 @@ class DeliveredBox
     }
 
   private:
-    // Of primitives that deliver all vertices; where one has no position, they are gone through
-    // part by part.
+    // All primitives in the range deliver all of their vertices. If a vertex has no position, the
+    // range is walked part by part.
     void extendByVertices(UInt64 begin, UInt64 end)
     {
         UInt32 const *const words = _view.positions.words(static_cast<UInt32>(end));
@@ -176,7 +176,7 @@ class DeliveredBox
         }
     }
 
-    // The corners of a part: all of them, or none where one is not there.
+    // The corners of a part. If one of them has no position, the part adds nothing.
     template <std::size_t Count>
     void extendByElements(UInt32 const (&elements)[Count])
     {
@@ -188,7 +188,7 @@ class DeliveredBox
     }
 
     BoxVolume &_box;
-    GeometryView _view;
+    PrimitiveView _view;
 };
 } // namespace
 

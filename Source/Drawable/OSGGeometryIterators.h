@@ -4,8 +4,8 @@
 /// Iterators over the triangles, lines and primitives of a geometry.
 ///
 /// They are good until the geometry or one of its arrays is edited. Triangles and lines are
-/// delivered only where all their position indices are in range; the running index counts what is
-/// delivered, from 0, over the whole geometry. A normal or texture coordinate that is not there
+/// delivered only where all their position indices are in range. The running index counts those
+/// that are delivered, from 0, over the whole geometry. A missing normal or texture coordinate
 /// reads as zero.
 
 #include "OSGGeometryView.h"

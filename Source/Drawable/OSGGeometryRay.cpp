@@ -14,15 +14,16 @@ Vec3d between(Pnt3f const &from, Pnt3f const &to)
     return Vec3d(Real64(to[0]) - from[0], Real64(to[1]) - from[1], Real64(to[2]) - from[2]);
 }
 
-/// Distance along the ray, negative (or not a number) where it misses.
+/// Distance along the ray. It is negative or NaN where the ray misses.
 Real64 distance_of(Line const &ray, Vec3d const &direction, Pnt3f const &p0, Vec3d const &edge1,
                    Vec3d const &edge2)
 {
     constexpr Real64 Missed = -1;
+    constexpr Real64 FlatSine = 1e-12; // of the angle between ray and triangle
     Vec3d const p = direction.cross(edge2);
     Real64 const determinant = edge1.dot(p);
     Real64 const square = determinant * determinant;
-    Real64 const flat = 1e-24 * edge1.squareLength() * edge2.squareLength();
+    Real64 const flat = FlatSine * FlatSine * edge1.squareLength() * edge2.squareLength();
     if(!(square > flat) || !std::isfinite(determinant))
         return Missed;
     Vec3d const s = between(p0, ray.getPosition());

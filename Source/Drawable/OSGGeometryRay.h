@@ -20,7 +20,7 @@ struct RayHit
 
 /// The nearest triangle from distance 0 to `reach`, both included; of equal distances the first.
 /// Triangles are seen from both sides. Those that the ray runs along (to within 1e-12 of the sine
-/// of the angle) and those without an area or with a corner that is no number are not met.
+/// of the angle), those without an area and those with a NaN in a corner are not met.
 ///
 /// Computed in double precision, so that edges that triangles share leave no gaps to speak of
 /// (Moeller, Trumbore: Fast, minimum storage ray/triangle intersection, 1997).

@@ -105,14 +105,13 @@ class VertexChannel
     bool _indexed = false;
 };
 
-class GeometryView
+/// The primitives and their positions, for loops that need nothing else of a vertex.
+class PrimitiveView
 {
   public:
-    GeometryView() = default;
-    explicit GeometryView(Geometry const &geometry)
+    PrimitiveView() = default;
+    explicit PrimitiveView(Geometry const &geometry)
         : positions(geometry.getPositions(), geometry.getIndex(Geometry::PositionsSlot))
-        , normals(geometry.getNormals(), geometry.getIndex(Geometry::NormalsSlot))
-        , texCoords(geometry.getTexCoords(), geometry.getIndex(Geometry::TexCoordsSlot))
     {
         if(geometry.getTypes() != nullptr)
             _types = geometry.getTypes()->getArray();
@@ -139,12 +138,25 @@ class GeometryView
     }
 
     VertexChannel positions;
-    VertexChannel normals;
-    VertexChannel texCoords;
 
   private:
     IntegralArray _types;
     IntegralArray _lengths;
+};
+
+class GeometryView : public PrimitiveView
+{
+  public:
+    GeometryView() = default;
+    explicit GeometryView(Geometry const &geometry)
+        : PrimitiveView(geometry)
+        , normals(geometry.getNormals(), geometry.getIndex(Geometry::NormalsSlot))
+        , texCoords(geometry.getTexCoords(), geometry.getIndex(Geometry::TexCoordsSlot))
+    {
+    }
+
+    VertexChannel normals;
+    VertexChannel texCoords;
 };
 
 /// The triangles of a primitive of `length` vertices, of which the first `available` exist. Odd

@@ -37,7 +37,7 @@ class Array
 
     UInt16 slot() const { return _slot; }
     UInt32 size() const { return _values.size(); }
-    /// None for one that the array has not.
+    /// `None` for a vertex whose element is not in the array.
     UInt32 elementOf(UInt32 vertex) const
     {
         UInt32 const element = _index[vertex];
@@ -124,12 +124,12 @@ class CombinationTable
 
     HeapVector<Combination> const &combinations() const { return _combinations; }
 
-    /// Vertices are asked for in their order. None for one without a position.
+    /// Called for the vertices in their order. `None` for a vertex without a position.
     UInt32 numberOf(UInt32 vertex)
     {
         if(_arrays[0].elementOf(vertex) == None)
             return None;
-        if(!_byHash && _steps > 16 * (UInt64(vertex) + 64))
+        if(!_byHash && _steps > LongChain * (UInt64(vertex) + FewVertices))
             chainByHash();
         UInt32 &chain = chainOf(vertex);
         for(UInt32 number = chain; number != None; number = _combinations[number].next)
@@ -191,6 +191,11 @@ class CombinationTable
 
     std::vector<Array> const &_arrays;
     UInt32 _vertices;
+    // Chains of one position are given up once searches have taken this many steps a vertex. The
+    // first few vertices may not decide that.
+    static constexpr UInt64 LongChain = 16;
+    static constexpr UInt64 FewVertices = 64;
+
     bool _byHash = false;
     UInt64 _steps = 0;
     std::vector<UInt32> _elements; // of the vertex at hand

@@ -27,13 +27,13 @@ void bring_types_up()
         type->initialize(TypeBase::SystemPost);
 }
 
-// What cycles there are among the containers that are left.
+// Containers that are left may keep one another alive in cycles.
 void break_links()
 {
     FieldContainerFactoryBase *const factory = FieldContainerFactoryBase::the();
     for(UInt32 id : factory->getIds())
     {
-        // An earlier one may have taken this one with it.
+        // It may have ended together with one before it.
         UnrecordedRefPtr<FieldContainer> const container(factory->getContainer(id));
         if(container != nullptr)
             container->resolveLinks();
@@ -41,7 +41,7 @@ void break_links()
     Thread::getCurrentChangeList()->commitChanges();
 }
 
-/// A step of the end; what it does not do for want of memory stays behind.
+/// Runs one step of shutDown. Where it runs out of memory the rest of the step is left out.
 template <class Step>
 void try_to(Step step)
 {
@@ -55,7 +55,8 @@ void try_to(Step step)
     }
 }
 
-// Children before parents; without memory for that order, the newest before the oldest.
+// Types end before their parents. Finding that order takes memory; without it the newest type ends
+// first, which is nearly the same order.
 void terminate_types()
 {
     try

@@ -105,6 +105,13 @@ TEST(BoxVolume, EmptyBoxBecomesTheOther)
     EXPECT_TRUE(box == BoxVolume(Pnt3f(1, 2, 3), Pnt3f(4, 5, 6)));
 }
 
+TEST(BoxVolume, EmptyBoxTakesCornersInEitherOrder)
+{
+    BoxVolume box;
+    extend(box, BoxVolume(Pnt3f(4, 2, 3), Pnt3f(1, 5, 0)));
+    EXPECT_TRUE(box == BoxVolume(Pnt3f(1, 2, 0), Pnt3f(4, 5, 3)));
+}
+
 TEST(BoxVolume, InfiniteBoxMakesInfiniteAndStays)
 {
     BoxVolume box(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));

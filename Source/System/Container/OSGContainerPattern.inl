@@ -162,7 +162,7 @@ template <class X, class XBase, class Parent>
 void ContainerPattern<X, XBase, Parent>::onCreate(X const *source)
 {
     Parent::onCreate(source);
-    if(source == nullptr || PointerlessCopy::isOf(source))
+    if(source == nullptr)
         return;
     for_each_field<XBase>(
         [this, source](auto const &row)
@@ -170,7 +170,8 @@ void ContainerPattern<X, XBase, Parent>::onCreate(X const *source)
             using Field = typename std::remove_reference_t<decltype(row)>::FieldT;
             if constexpr(IsCopiedPointerField<Field>)
             {
-                if(!holds_pointers(source->*row.member))
+                // Prototypes hold none: nearly all containers are made without the second question.
+                if(!holds_pointers(source->*row.member) || PointerlessCopy::isOf(source))
                     return;
                 this->markEdited(row.mask());
                 copy_pointers(base()->*row.member, source->*row.member);

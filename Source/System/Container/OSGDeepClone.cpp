@@ -125,9 +125,9 @@ DeepCloner::TypePlan const &DeepCloner::planOf(FieldContainerType const &type)
     return plan;
 }
 
-// Null for a class that cannot be copied. To what is reached once no further way leads, so that
-// nobody has asked for it before and nobody asks again, save those that only look. The container
-// with which a call begins is reached without a pointer.
+// Null for a class that cannot be copied. A container with a single reference is reached once: it
+// has no copy yet, and only uncounted pointers can ask for that copy again. The container with
+// which a call begins is reached without a pointer, so its references do not tell.
 FieldContainer *DeepCloner::copyOf(FieldContainer const *source, bool isReachedOnce)
 {
     bool const isNew = isReachedOnce && _onlyStart != nullptr && source != _onlyStart;
@@ -163,7 +163,7 @@ FieldContainer *DeepCloner::targetOf(FieldContainer *source, bool isReachedOnce)
 
 FieldContainer *DeepCloner::targetOf(FieldContainer *source, FieldDescriptionBase const &field)
 {
-    // Who only looks pulls nothing into the clone.
+    // An uncounted pointer is no reason to copy what it points to.
     if(field.getFieldType().getClass() == FieldClass::UncountedPointer)
         return source;
     return targetOf(source, source != nullptr && source->getRefCount() == 1);
@@ -197,7 +197,7 @@ void DeepCloner::copyPointers(FieldContainer const &source, FieldContainer &copy
     {
         FieldContainer *const pointer = access.get(source, i);
         FieldContainer *const target = targetOf(pointer, field);
-        // A child has one parent: what is shared stays where it is.
+        // A child has one parent: a shared one stays below the source.
         if(access.isChildField && target == pointer)
             continue;
         _targets.push_back(target);

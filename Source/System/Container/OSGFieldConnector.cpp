@@ -180,7 +180,8 @@ void FieldConnectorFactoryBase::disconnect(FieldContainer *source)
 {
     if(source == nullptr)
         return;
-    // What the connectors look at may be freed with them, and may be connected itself.
+    // Connectors may hold the last reference of a container that is connected itself. They end
+    // after the lock, because the end of that container comes here again.
     Data::Connectors ended;
     std::lock_guard const hold(_data->guard);
     auto const found = _data->bySource.find(source);

@@ -75,7 +75,10 @@ void FieldContainer::die()
     _nextDead = mortuary.newest;
     mortuary.newest = this;
     if(mortuary.isOpen)
+    {
+        FieldContainerFactoryBase::the()->expectToLeave(_id);
         return;
+    }
     mortuary.isOpen = true;
     struct Closing
     {

@@ -121,6 +121,13 @@ void FieldContainerFactoryBase::deregisterContainer(UInt32 id)
         _data->addFree(id);
 }
 
+void FieldContainerFactoryBase::expectToLeave(UInt32 id) const
+{
+    // Another thread may be moving the places.
+    if(is_sole_thread() && id < _data->places.size())
+        __builtin_prefetch(&_data->places[id], 1);
+}
+
 AspectStore *FieldContainerFactoryBase::leave(UInt32 id)
 {
     std::lock_guard<ShortLock> const hold(_data->guard);

@@ -31,6 +31,8 @@ class OSG_SYSTEM_API FieldContainerFactoryBase
     /// Otherwise the result is the store of the copies, and the id is for the last of them to give
     /// back. Nothing happens for id 0.
     AspectStore *leave(UInt32 id);
+    /// Asks the processor to have at hand what leave() will need soon.
+    void expectToLeave(UInt32 id) const;
     /// The copy of the calling thread's aspect; null for an id that no container has.
     FieldContainer *getContainer(UInt32 id) const;
     /// The container that stands for an id of a file or stream being read (StreamIdMap); the same

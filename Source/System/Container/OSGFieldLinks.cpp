@@ -43,8 +43,8 @@ void FieldLinks::appendAlone(FieldContainer *target)
     _access.append(_owner, target);
 }
 
-// Lists that have no null take it out again, with what is noted beside it. A list of children has
-// none from the start.
+// An owner whose list may not hold nulls takes them out by unlinkChild, together with what it notes
+// beside them. Nulls are never appended to a list of children.
 void FieldLinks::dropNulls()
 {
     if(_access.isChildField)

@@ -226,7 +226,7 @@ bool EditPointerFieldHandle::cloneBy(DeepCloner &cloner, GetFieldHandle const &s
     field.clear();
     for(std::size_t i = 0; i < targets.size(); ++i)
     {
-        // What is shared stays a child of the parent that it has.
+        // A child has one parent: a shared one stays where it is.
         if(!isChildField() || targets[i] != pointers[i])
             field.append(targets[i]);
     }

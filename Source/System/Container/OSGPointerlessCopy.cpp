@@ -1,19 +1,21 @@
 #include "OSGPointerlessCopy.h"
 
+#include "OSGStaticTls.h"
+
 namespace OSG
 {
 namespace
 {
-thread_local FieldContainer const *Copied = nullptr;
+constinit OSG_STATIC_TLS thread_local FieldContainer const *copied = nullptr;
 } // namespace
 
 PointerlessCopy::PointerlessCopy(FieldContainer const &source)
-    : _outer(Copied)
+    : _outer(copied)
 {
-    Copied = &source;
+    copied = &source;
 }
 
-PointerlessCopy::~PointerlessCopy() { Copied = _outer; }
+PointerlessCopy::~PointerlessCopy() { copied = _outer; }
 
-bool PointerlessCopy::isOf(FieldContainer const *source) { return Copied == source; }
+bool PointerlessCopy::isOf(FieldContainer const *source) { return copied == source; }
 } // namespace OSG

@@ -21,13 +21,8 @@ class ShortLock
             _state.store(Taken, std::memory_order_relaxed);
             return;
         }
-        while(_state.exchange(Taken, std::memory_order_acquire) != Free)
-        {
-            // Whoever takes it from here on may have others waiting behind.
-            if(_state.exchange(Wanted, std::memory_order_acquire) == Free)
-                return;
-            _state.wait(Wanted, std::memory_order_relaxed);
-        }
+        if(_state.exchange(Taken, std::memory_order_acquire) != Free)
+            lockAfterWaiting();
     }
     void unlock()
     {
@@ -41,6 +36,18 @@ class ShortLock
     }
 
   private:
+    // Apart from lock(), which is short enough to stand in its callers then.
+    void lockAfterWaiting()
+    {
+        do
+        {
+            // Whoever takes it from here on may have others waiting behind.
+            if(_state.exchange(Wanted, std::memory_order_acquire) == Free)
+                return;
+            _state.wait(Wanted, std::memory_order_relaxed);
+        } while(_state.exchange(Taken, std::memory_order_acquire) != Free);
+    }
+
     enum State : int
     {
         Free,

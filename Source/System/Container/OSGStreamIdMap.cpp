@@ -1,10 +1,12 @@
 #include "OSGStreamIdMap.h"
 
+#include "OSGStaticTls.h"
+
 namespace OSG
 {
 namespace
 {
-thread_local StreamIdMap *innermost = nullptr;
+constinit OSG_STATIC_TLS thread_local StreamIdMap *innermost = nullptr;
 } // namespace
 
 StreamIdMap::StreamIdMap()

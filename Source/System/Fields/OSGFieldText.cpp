@@ -150,7 +150,7 @@ bool take_word(char const *&text, char const *word)
 }
 } // namespace
 
-// What it is besides its two corners stands before them.
+// The flags of the box as words, then its two corners.
 void value_to_text(OutStream &out, BoxVolume const &value)
 {
     out << (value.isEmpty() ? "empty " : "") << (value.isInfinite() ? "infinite " : "")

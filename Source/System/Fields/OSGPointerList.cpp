@@ -75,7 +75,7 @@ void PointerList::reserve(UInt32 count)
         closeGap();
 }
 
-// A gap is only closed for the room that it gives, where that pays for the way.
+// A gap is closed for its room only where it is large enough to pay for moving the entries.
 void PointerList::makeRoom()
 {
     constexpr UInt32 Most = std::numeric_limits<UInt32>::max();
@@ -134,7 +134,7 @@ void PointerList::putAt(UInt32 index, FieldContainer *value)
 
 UInt32 PointerList::sparseSize() const
 {
-    // Of the highest bit that is set, the four that it belongs to.
+    // The group of four bits that holds the highest bit set belongs to the last index.
     return MostSparse - static_cast<UInt32>(std::countl_zero(sparse()->places)) / 4;
 }
 
@@ -152,7 +152,7 @@ FieldContainer *PointerList::sparseAt(UInt32 index) const
     return place != 0 ? sparse()->entries()[place - 1] : nullptr;
 }
 
-// False where the list is of another kind, or is to become one.
+// False if the list is no sparse one, or has to become another kind to hold the value.
 bool PointerList::putSparse(UInt32 index, FieldContainer *value)
 {
     if(index == 0 && !isSparse())
@@ -172,7 +172,7 @@ bool PointerList::putSparse(UInt32 index, FieldContainer *value)
     return growSparse(index, value);
 }
 
-// Into the index's own entry, or one that holds the pointer already. False where there is none.
+// Uses the index's own entry, or one that holds the pointer already. False if there is neither.
 bool PointerList::putIntoEntries(UInt32 index, FieldContainer *value)
 {
     Sparse &block = *sparse();
@@ -219,7 +219,7 @@ bool PointerList::growSparse(UInt32 index, FieldContainer *value)
     return true;
 }
 
-// What edits more than single entries knows plain arrays alone.
+// Edits of more than single entries are only written for plain arrays.
 void PointerList::becomeDense()
 {
     if(isSparse())

@@ -218,7 +218,7 @@ bool Node::linkParent(FieldContainer *parent, UInt16 fieldId)
     Node *const node = fieldId == ChildrenFieldId ? dynamic_cast<Node *>(parent) : nullptr;
     if(node == nullptr)
         return false;
-    // Refused or not: it is for the parent to say.
+    // The parent may refuse the child. Even then the edit has been dealt with.
     node->addChild(this);
     return true;
 }

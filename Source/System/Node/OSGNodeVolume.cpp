@@ -129,8 +129,11 @@ class VolumeUpdate
         UInt32 const count = node->getNChildren();
         for(UInt32 i = 0; i < count; ++i)
             extend(volume, node->getChild(i)->getVolume());
-        if(node->getCore() != nullptr)
-            node->getCore()->adjustVolume(volume);
+        NodeCore *const core = node->getCore();
+        if(core != nullptr && count == 0)
+            volume = boxOfLeaf(core);
+        else if(core != nullptr)
+            core->adjustVolume(volume);
         if(!_cut.empty() && _cut.back() == node)
         {
             volume.setInfinite();
@@ -141,7 +144,22 @@ class VolumeUpdate
     }
 
   private:
+    // Parts that are alike share a core, and often follow one another. The box of a core that shows
+    // another tree depends on that tree, which the same update may bring up to date: it is not
+    // kept.
+    BoxVolume const &boxOfLeaf(NodeCore *core)
+    {
+        if(core == _leafCore)
+            return _leafBox;
+        _leafBox = BoxVolume();
+        core->adjustVolume(_leafBox);
+        _leafCore = core->getOtherTree() == nullptr ? core : nullptr;
+        return _leafBox;
+    }
+
     Node *_current = nullptr;
+    NodeCore *_leafCore = nullptr; // of the leaf whose box is kept
+    BoxVolume _leafBox;
     std::vector<Node *> _cut; // open nodes, innermost last
 };
 } // namespace

@@ -149,4 +149,17 @@ TEST(NodeViewers, TreesThatShowOneAnotherHaveInfiniteBoxes)
     EXPECT_EQ(updated(root).getMax(), Pnt3f(4, 1, 0));
     EXPECT_EQ(updated(second).getMax(), Pnt3f(6, 1, 0));
 }
+
+TEST(NodeViewers, ALeafThatShowsATreeHasTheBoxThatTheTreeHasByThen)
+{
+    NodePtr const shown = make_group({make_triangle(0)});
+    NodePtr const inside = make_visit(shown);
+    NodePtr const outside = make_node(inside->getCore());
+    shown->addChild(inside);
+    NodePtr const root = make_group({shown, outside});
+    LogCapture const silence(LOG_DUMP);
+    updated(root);
+    // It comes right after a leaf with the same core, for which the tree had no box yet.
+    EXPECT_TRUE(outside->getVolume().isInfinite());
+}
 } // namespace OSG::Test

@@ -144,7 +144,7 @@ TEST(ObjSceneMemory, ARunTakesLittleMoreThanItsNodeGeometryIndexAndNormals)
     Taken const many = take(manyText, "#", 1);
     UInt64 const positions = 3 * sizeof(Pnt3f);
     RecordProperty("BytesOfARun", std::to_string((many.held - few.held) / 10000 - positions));
-    EXPECT_LE((many.held - few.held) / 10000 - positions, 580u);
+    EXPECT_LE((many.held - few.held) / 10000 - positions, 500u);
     EXPECT_LE((many.containers - few.containers) / 10000, 5u);
 }
 
