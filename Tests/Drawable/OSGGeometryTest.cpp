@@ -125,8 +125,8 @@ TEST(Geometry, SlotsThatAreNotInUseTakeNoRoom)
     UnrecordedRefPtr<GeoUInt32Property> const index(GeoUInt32Property::create());
     GeometryPtr geometry;
     UInt64 taken = 0;
-    // The first time the thread's list of edits may grow. The commit before gives back the room that
-    // the edits of other tests have taken in it.
+    // The first time the thread's list of edits may grow. The commit before gives back the room
+    // that the edits of other tests have taken in it.
     Thread::getCurrentChangeList()->commitChanges();
     for(int round = 0; round < 2; ++round)
     {

@@ -11,8 +11,9 @@ namespace OSG::Test
 {
 TEST(NodeVolume, LeavesThatShareACoreHaveItsBox)
 {
-    auto const point = [](Real32 x)
-    { return make_geometry({{PointsPrimitive}, {1}, {{x, 0, 0}, {x + 1, 2, 3}}}); };
+    auto const point = [](Real32 x) {
+        return make_geometry({{PointsPrimitive}, {1}, {{x, 0, 0}, {x + 1, 2, 3}}});
+    };
     GeometryPtr const near = point(0);
     GeometryPtr const far = point(7);
     std::vector<GeometryPtr> const shown = {near, near, far, far, near};

@@ -63,7 +63,9 @@ constexpr char const *Plain = "path name core bounds children";
 TEST(SceneDump, ANodeWithoutAnythingIsNull)
 {
     Json const root = dump(node(nullptr));
-    EXPECT_EQ(root, Json::parse(R"({"path": "/", "name": null, "core": null, "bounds": null, "children": []})"));
+    EXPECT_EQ(root,
+              Json::parse(
+                  R"({"path": "/", "name": null, "core": null, "bounds": null, "children": []})"));
     EXPECT_EQ(keys_of(root), Plain);
 }
 
