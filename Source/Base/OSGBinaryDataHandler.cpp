@@ -49,7 +49,7 @@ void Handler::getValue(std::string &value)
     std::string text;
     for(UInt64 rest = size; rest > 0;)
     {
-        std::size_t const now = static_cast<std::size_t>(std::min(rest, block_size));
+        std::size_t const now = static_cast<std::size_t>(std::min(rest, BlockSize));
         std::size_t const before = text.size();
         text.resize(before + now);
         get(text.data() + before, now);

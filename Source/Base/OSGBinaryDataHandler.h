@@ -91,7 +91,7 @@ class OSG_BASE_API ExceptionBinaryDataHandler
     /// Raises WriteError where a list or string is too long for 32 bits.
     static UInt32 checkedCount(UInt64 count);
 
-    static constexpr UInt64 block_size = 64 * 1024; // values per block
+    static constexpr UInt64 BlockSize = 64 * 1024; // values per block
 };
 
 using BinaryDataHandler = ExceptionBinaryDataHandler;
@@ -228,7 +228,7 @@ void ExceptionBinaryDataHandler::appendValues(std::vector<T, Allocator> &values,
     static_assert(!std::is_same_v<T, bool>, "bits have no addresses");
     while(count > 0)
     {
-        std::size_t const now = static_cast<std::size_t>(std::min(count, block_size));
+        std::size_t const now = static_cast<std::size_t>(std::min(count, BlockSize));
         std::size_t const before = values.size();
         values.resize(before + now);
         getValues(values.data() + before, now);

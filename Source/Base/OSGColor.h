@@ -16,7 +16,7 @@ class Color3
 {
   public:
     using ValueType = T;
-    static constexpr UInt32 dimension = 3;
+    static constexpr UInt32 Dimension = 3;
 
     constexpr Color3() = default;
     constexpr Color3(T red, T green, T blue)
@@ -47,7 +47,7 @@ class Color4
 {
   public:
     using ValueType = T;
-    static constexpr UInt32 dimension = 4;
+    static constexpr UInt32 Dimension = 4;
 
     constexpr Color4() = default;
     constexpr Color4(T red, T green, T blue, T alpha)

@@ -64,12 +64,12 @@ void FrustumVolume::getCenter(Pnt3f &center) const
 
 void FrustumVolume::getBounds(Pnt3f &min, Pnt3f &max) const
 {
-    constexpr Real32 largest = std::numeric_limits<Real32>::max();
+    constexpr Real32 Largest = std::numeric_limits<Real32>::max();
     std::array<Pnt3f, 8> corners;
     if(isInfinite() || !getCorners(corners))
     {
-        min = Pnt3f(-largest, -largest, -largest);
-        max = Pnt3f(largest, largest, largest);
+        min = Pnt3f(-Largest, -Largest, -Largest);
+        max = Pnt3f(Largest, Largest, Largest);
         return;
     }
     BoxVolume box;

@@ -30,7 +30,7 @@ class NumberTuple
 {
   public:
     using ValueType = T;
-    static constexpr UInt32 dimension = N;
+    static constexpr UInt32 Dimension = N;
 
     constexpr NumberTuple() = default;
     template <class... Numbers>

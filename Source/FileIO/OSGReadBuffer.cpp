@@ -48,7 +48,7 @@ ReadBuffer::ReadBuffer(std::istream &in, std::size_t blockSize)
     : _in(in)
     , _blockSize(std::max<std::size_t>(blockSize, 1))
     , _state(in.rdstate())
-    , _data(wordReach + _blockSize + lineLimit + DigitScanReach)
+    , _data(WordReach + _blockSize + LineLimit + DigitScanReach)
     , _pos(front())
     , _end(front())
 {
@@ -65,15 +65,15 @@ bool ReadBuffer::more()
     if(_source != Source::Open)
         return false;
     std::size_t const unread = static_cast<std::size_t>(_end - _pos);
-    char *const kept = _pos - wordReach;
+    char *const kept = _pos - WordReach;
     _linesBefore += count_line_breaks(_data.data(), kept);
-    std::memmove(_data.data(), kept, wordReach + unread);
+    std::memmove(_data.data(), kept, WordReach + unread);
     _pos = front();
     _end = _pos + unread;
     char *const former = _end;
     try
     {
-        std::size_t const room = _data.size() - wordReach - DigitScanReach - unread;
+        std::size_t const room = _data.size() - WordReach - DigitScanReach - unread;
         fetchBlock(_end, _end + std::min(_blockSize, room));
     }
     catch(...)
@@ -159,7 +159,7 @@ std::string_view ReadBuffer::splitToken(char const *scanned)
     for(char const *p = scanned;;)
     {
         std::size_t const length = static_cast<std::size_t>(p - _pos);
-        _split.append(_pos, std::min(length, tokenLimit - _split.size()));
+        _split.append(_pos, std::min(length, TokenLimit - _split.size()));
         _pos += length;
         if(_pos != _end)
             break;
@@ -219,14 +219,14 @@ std::string_view ReadBuffer::lineRest()
     {
         std::size_t const unread = static_cast<std::size_t>(_end - _pos);
         std::size_t const seen = length;
-        length = std::min(unread, lineLimit);
+        length = std::min(unread, LineLimit);
         void const *const lineBreak = std::memchr(_pos + seen, '\n', length - seen);
         found = lineBreak != nullptr;
         if(found)
             length = static_cast<std::size_t>(static_cast<char const *>(lineBreak) - _pos);
         // Formatted extraction also looks at the character behind the longest result, so it has to
         // be there.
-        if(found || unread > lineLimit || !more())
+        if(found || unread > LineLimit || !more())
             break;
     }
     std::string_view result(_pos, length);
@@ -286,14 +286,14 @@ UInt64 ReadBuffer::lineNumber() const
 
 std::string ReadBuffer::wordHere()
 {
-    while(_end - _pos < static_cast<std::ptrdiff_t>(wordReach) && more())
+    while(_end - _pos < static_cast<std::ptrdiff_t>(WordReach) && more())
     {
     }
     char const *begin = _pos;
-    while(begin != _pos - wordReach && !is_stream_space(begin[-1]))
+    while(begin != _pos - WordReach && !is_stream_space(begin[-1]))
         --begin;
     char const *end = _pos;
-    while(end != _end && end - _pos < static_cast<std::ptrdiff_t>(wordReach) &&
+    while(end != _end && end - _pos < static_cast<std::ptrdiff_t>(WordReach) &&
           !is_stream_space(*end))
         ++end;
     return std::string(begin, end);

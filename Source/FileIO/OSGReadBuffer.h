@@ -31,22 +31,22 @@ namespace OSG
 /// stream's buffer sets badbit at the character that could not be read; the characters before it
 /// are delivered.
 ///
-/// Memory: one block, 8 KiB, and the part of a token that crosses a block border, up to tokenLimit.
+/// Memory: one block, 8 KiB, and the part of a token that crosses a block border, up to TokenLimit.
 class OSG_FILEIO_API ReadBuffer
 {
   public:
     /// Bytes taken from the stream at a time.
-    static constexpr std::size_t blockBytes = 256 * 1024;
+    static constexpr std::size_t BlockBytes = 256 * 1024;
     /// The most that lineRest() gives.
-    static constexpr std::size_t lineLimit = 8191;
+    static constexpr std::size_t LineLimit = 8191;
     /// The number of characters that token() keeps. A longer token is taken from the stream as a
     /// whole.
-    static constexpr std::size_t tokenLimit = 4 * 1024 * 1024;
+    static constexpr std::size_t TokenLimit = 4 * 1024 * 1024;
     /// The most characters that ignoreLine() takes.
-    static constexpr UInt64 ignoreLimit = 2147483647;
+    static constexpr UInt64 IgnoreLimit = 2147483647;
 
     /// Keeps a reference to `in`. Only tests need another block size.
-    explicit ReadBuffer(std::istream &in, std::size_t blockSize = blockBytes);
+    explicit ReadBuffer(std::istream &in, std::size_t blockSize = BlockBytes);
     ReadBuffer(ReadBuffer const &) = delete;
     ReadBuffer &operator=(ReadBuffer const &) = delete;
     /// Frees the block. Without finish() the stream stands behind the last block taken.
@@ -71,12 +71,12 @@ class OSG_FILEIO_API ReadBuffer
     bool readReal32s(Real32 *values, std::size_t count);
 
     // --- unformatted ---
-    /// The rest of the line, at most lineLimit characters. The line break is not taken. Fails if
+    /// The rest of the line, at most LineLimit characters. The line break is not taken. Fails if
     /// there is no character. The view is valid until the next operation. The character behind it
     /// is a line break or a zero byte, and DigitScanReach bytes from there can be read.
     std::string_view lineRest();
     /// Takes everything up to and including the next line break.
-    void ignoreLine(UInt64 limit = ignoreLimit);
+    void ignoreLine(UInt64 limit = IgnoreLimit);
     /// Takes one character.
     void ignoreChar();
 
@@ -90,9 +90,9 @@ class OSG_FILEIO_API ReadBuffer
     /// The line of the next unread character. The line where the reading began is 1.
     UInt64 lineNumber() const;
     /// The word around the next unread character, or directly before it, for messages. It has up to
-    /// wordReach characters on either side. May take another block from the stream.
+    /// WordReach characters on either side. May take another block from the stream.
     std::string wordHere();
-    static constexpr std::size_t wordReach = 64;
+    static constexpr std::size_t WordReach = 64;
 
     // --- progress ---
     /// Number of characters that the operations have taken.
@@ -108,7 +108,7 @@ class OSG_FILEIO_API ReadBuffer
         Threw
     };
 
-    char *front() { return _data.data() + wordReach; }
+    char *front() { return _data.data() + WordReach; }
     bool more();
     void fetchBlock(char *&to, char *limit);
     bool available() { return _pos != _end || more(); }
@@ -126,7 +126,7 @@ class OSG_FILEIO_API ReadBuffer
     UInt64 _fetched = 0;
     UInt64 _blocks = 0;
     UInt64 _linesBefore = 0; ///< line breaks before the first character of _data
-    /// Holds the last wordReach characters before the unread part, the unread part (up to lineLimit
+    /// Holds the last WordReach characters before the unread part, the unread part (up to LineLimit
     /// characters and a block), a sentinel, and DigitScanReach readable bytes.
     std::vector<char, MemAllocator<char>> _data;
     char *_pos; ///< next unread character

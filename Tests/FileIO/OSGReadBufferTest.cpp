@@ -179,7 +179,7 @@ std::vector<Operation> random_operations(std::mt19937 &random)
 TEST(ReadBuffer, RandomOperationsGiveWhatTheStreamGives)
 {
     std::mt19937 random(31337);
-    std::size_t const blocks[] = {1, 2, 3, 5, 7, 16, 64, 1000, ReadBuffer::blockBytes};
+    std::size_t const blocks[] = {1, 2, 3, 5, 7, 16, 64, 1000, ReadBuffer::BlockBytes};
     for(int round = 0; round < 6000 && !testing::Test::HasFailure(); ++round)
     {
         SCOPED_TRACE(round);
@@ -298,7 +298,7 @@ TEST(ReadBuffer, OfAHugeTokenTheBeginningIsKept)
     UInt64 const before = get_mem_bytes();
     ReadBuffer reader(in);
     std::string_view const token = reader.token();
-    EXPECT_EQ(token.size(), ReadBuffer::tokenLimit);
+    EXPECT_EQ(token.size(), ReadBuffer::TokenLimit);
     EXPECT_EQ(token.substr(0, 7), "startxx");
     EXPECT_TRUE(reader.eof());
     EXPECT_EQ(reader.bytesConsumed(), bytes);
@@ -375,6 +375,6 @@ TEST(ReadBuffer, CutsAWordOfAnyLengthAroundItsPlace)
     Real32 value;
     buffer.readReal32(value);
     std::string const word = buffer.wordHere();
-    EXPECT_LE(word.size(), 2 * ReadBuffer::wordReach);
-    EXPECT_EQ(word.substr(0, ReadBuffer::wordReach), std::string(ReadBuffer::wordReach, '1'));
+    EXPECT_LE(word.size(), 2 * ReadBuffer::WordReach);
+    EXPECT_EQ(word.substr(0, ReadBuffer::WordReach), std::string(ReadBuffer::WordReach, '1'));
 }

@@ -316,7 +316,7 @@ TEST(SceneFileHandler, ProgressCountsFromWhereTheStreamStands)
 
 TEST(SceneFileHandler, AStreamThatCannotSeekIsReadWithoutPercents)
 {
-    PieceBuffer buffer(repeated(1000, 'x'), {16, false, PieceBuffer::never});
+    PieceBuffer buffer(repeated(1000, 'x'), {16, false, PieceBuffer::Never});
     std::istream in(&buffer);
     std::string text;
     ActWhileReading const look(

@@ -21,13 +21,13 @@ namespace OSG::Test
 class PieceBuffer : public std::streambuf
 {
   public:
-    static constexpr std::size_t never = static_cast<std::size_t>(-1);
+    static constexpr std::size_t Never = static_cast<std::size_t>(-1);
 
     struct Habits
     {
         std::size_t piece = 16;      ///< characters per piece; 0 for a buffer without get area
         bool seekable = true;        ///< relative seeking, which giving back needs
-        std::size_t throwAt = never; ///< reading this character raises an exception
+        std::size_t throwAt = Never; ///< reading this character raises an exception
     };
 
     PieceBuffer(std::string text, Habits habits)

@@ -79,13 +79,13 @@ class OtherAspect
     OtherAspect()
     {
         commit();
-        Thread::setCurrentAspect(aspect);
+        Thread::setCurrentAspect(Aspect);
         _link.emplace(Thread::getCurrentChangeList(), 0u);
         Thread::setCurrentAspect(0);
     }
     ~OtherAspect()
     {
-        Thread::setCurrentAspect(aspect);
+        Thread::setCurrentAspect(Aspect);
         _link.reset();
         Thread::setCurrentAspect(0);
     }
@@ -93,20 +93,20 @@ class OtherAspect
     void receive()
     {
         commit();
-        Thread::setCurrentAspect(aspect);
+        Thread::setCurrentAspect(Aspect);
         _link->receive();
         Thread::setCurrentAspect(0);
     }
     template <class T>
     T *copyOf(T *container) const
     {
-        return dynamic_cast<T *>(container->getAspectStore()->getPtr(aspect));
+        return dynamic_cast<T *>(container->getAspectStore()->getPtr(Aspect));
     }
 
   private:
     static void commit() { Thread::getCurrentChangeList()->commitChanges(); }
 
-    static constexpr UInt32 aspect = 1;
+    static constexpr UInt32 Aspect = 1;
     std::optional<AspectLink> _link;
 };
 

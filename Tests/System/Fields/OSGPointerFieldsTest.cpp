@@ -17,29 +17,29 @@ struct PolicyCase;
 template <>
 struct PolicyCase<RecordedRefCountPolicy>
 {
-    static constexpr Int32 counted = 1;
-    static constexpr Int32 weak = 0;
+    static constexpr Int32 Counted = 1;
+    static constexpr Int32 Weak = 0;
     static constexpr char const *name = "RecNodePtr";
 };
 template <>
 struct PolicyCase<UnrecordedRefCountPolicy>
 {
-    static constexpr Int32 counted = 1;
-    static constexpr Int32 weak = 0;
+    static constexpr Int32 Counted = 1;
+    static constexpr Int32 Weak = 0;
     static constexpr char const *name = "UnrecNodePtr";
 };
 template <>
 struct PolicyCase<WeakRefCountPolicy>
 {
-    static constexpr Int32 counted = 0;
-    static constexpr Int32 weak = 1;
+    static constexpr Int32 Counted = 0;
+    static constexpr Int32 Weak = 1;
     static constexpr char const *name = "WeakNodePtr";
 };
 template <>
 struct PolicyCase<NoRefCountPolicy>
 {
-    static constexpr Int32 counted = 0;
-    static constexpr Int32 weak = 0;
+    static constexpr Int32 Counted = 0;
+    static constexpr Int32 Weak = 0;
     static constexpr char const *name = "UnrefdNodePtr";
 };
 
@@ -54,8 +54,8 @@ class PointerFields : public testing::Test
     /// References besides the one that the test holds, for `pointers` pointers.
     static void expect_pointers(Node const *node, Int32 pointers)
     {
-        EXPECT_EQ(node->getRefCount(), 1 + pointers * Case::counted);
-        EXPECT_EQ(node->getWeakRefCount(), pointers * Case::weak);
+        EXPECT_EQ(node->getRefCount(), 1 + pointers * Case::Counted);
+        EXPECT_EQ(node->getWeakRefCount(), pointers * Case::Weak);
     }
 
     NodePtr first{Node::create()};
@@ -149,7 +149,7 @@ TYPED_TEST(PointerFields, HaveTheTypesOfTheirPolicy)
     EXPECT_EQ(multi.getCardinality(), FieldCardinality::Multi);
     EXPECT_EQ(&single.getContentType(), &(FieldTraits<Node *, 0>::getType()));
     FieldClass const expected =
-        TestFixture::Case::counted != 0 ? FieldClass::Pointer : FieldClass::UncountedPointer;
+        TestFixture::Case::Counted != 0 ? FieldClass::Pointer : FieldClass::UncountedPointer;
     EXPECT_EQ(single.getClass(), expected);
     EXPECT_EQ(multi.getClass(), expected);
 }

@@ -119,7 +119,7 @@ OSG_CONTRIBTOLVANITE_API void clip_polygon_at_polytop(SegmentList &polygon, Plan
 class ClippedTriangle
 {
   public:
-    static constexpr int capacity = 3 + 6;
+    static constexpr int Capacity = 3 + 6;
 
     bool empty() const { return _size == 0; }
     int size() const { return _size; }
@@ -128,12 +128,12 @@ class ClippedTriangle
 
     /// Starts again with the triangle of three corners.
     void reset(Pnt3f const *corners);
-    /// Clips the polygon at one more plane. At most `capacity` - 3 calls after a reset.
+    /// Clips the polygon at one more plane. At most `Capacity` - 3 calls after a reset.
     void clip(Plane const &plane);
 
   private:
-    Segment _segments[capacity];
-    UInt8 _order[capacity];
+    Segment _segments[Capacity];
+    UInt8 _order[Capacity];
     int _made = 0; // segments made since the reset, dropped ones included
     int _size = 0;
 };

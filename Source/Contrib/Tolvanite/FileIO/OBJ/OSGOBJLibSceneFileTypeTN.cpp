@@ -67,7 +67,7 @@ class OBJSceneFileTypeTN::Read : public ObjReadClient
     {
         auto const found = _materials.find(name);
         if(found == _materials.end())
-            return ObjRecords::noMaterial;
+            return ObjRecords::NoMaterial;
         if(_slots.empty() || _slots.back() != found->second)
             _slots.push_back(found->second);
         return static_cast<Int32>(_slots.size()) - 1;

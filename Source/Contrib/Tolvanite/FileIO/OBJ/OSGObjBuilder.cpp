@@ -68,7 +68,7 @@ TransitPtr<Node> ObjBuilder::buildNewest(ObjRecords &records, ObjMaterialSlots c
 {
     Int32 const slot = records.material(0);
     UnrecordedRefPtr<Geometry> const geometry(buildGeometry(
-        records.faces(0), slot != ObjRecords::noMaterial ? materials[slot].get() : nullptr,
+        records.faces(0), slot != ObjRecords::NoMaterial ? materials[slot].get() : nullptr,
         records.meshCount() == 1 ? Arrays::LetGo : Arrays::Keep));
     records.dropNewestMesh();
     return geometry != nullptr ? node_of(geometry) : nullptr;

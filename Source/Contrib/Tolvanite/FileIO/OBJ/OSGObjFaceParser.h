@@ -24,7 +24,7 @@ struct ObjElementCounts
 /// is lost. A number that has no place in the corner (a fourth one, or one behind a slash at the
 /// beginning of the corner) is skipped with everything up to the next white space.
 ///
-/// At most ReadBuffer::lineLimit characters of a line are read. Further characters and the line
+/// At most ReadBuffer::LineLimit characters of a line are read. Further characters and the line
 /// break stay in the text. Where there is nothing to read, the text has failed afterwards, and the
 /// face has the corners that were read before, which may be none.
 class OSG_CONTRIBTOLVANITE_API ObjFaceParser

@@ -103,7 +103,7 @@ void ObjRecordReader::readMaterialUse()
     // An unknown material starts a mesh too, so that its faces do not get the last material.
     _records.startMesh();
     Int32 const slot = _client.findMaterial(name);
-    if(slot != ObjRecords::noMaterial)
+    if(slot != ObjRecords::NoMaterial)
         _records.setMaterial(slot);
     else
         OSG_LOG_FATAL(ObjMessages::MaterialUnknown, shown_text(name).c_str());

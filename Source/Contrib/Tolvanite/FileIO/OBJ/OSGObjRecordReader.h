@@ -22,7 +22,7 @@ class OSG_CONTRIBTOLVANITE_API ObjReadClient
     virtual void elementRead() = 0;
     /// Called where the file names a material library. The name may be empty.
     virtual void readLibrary(std::string const &name) = 0;
-    /// The slot of the material of that name; ObjRecords::noMaterial if no library has it.
+    /// The slot of the material of that name; ObjRecords::NoMaterial if no library has it.
     virtual Int32 findMaterial(std::string const &name) = 0;
 };
 

@@ -16,7 +16,7 @@ void ObjRecords::endFace()
 void ObjRecords::startMesh()
 {
     if(_meshes.back().firstFace < _faceSizes.size())
-        _meshes.push_back({_faceSizes.size(), _tiePoints.size(), noMaterial});
+        _meshes.push_back({_faceSizes.size(), _tiePoints.size(), NoMaterial});
 }
 
 namespace

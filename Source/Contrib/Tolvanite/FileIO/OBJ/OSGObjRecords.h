@@ -100,7 +100,7 @@ class ObjFaces
 class OSG_CONTRIBTOLVANITE_API ObjRecords
 {
   public:
-    static constexpr Int32 noMaterial = -1;
+    static constexpr Int32 NoMaterial = -1;
 
     ObjRecords();
 
@@ -128,7 +128,7 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
     {
         std::size_t firstFace = 0;
         std::size_t firstTiePoint = 0;
-        Int32 material = noMaterial;
+        Int32 material = NoMaterial;
     };
 
     Mesh const &stored(std::size_t mesh) const { return _meshes[_meshes.size() - 1 - mesh]; }

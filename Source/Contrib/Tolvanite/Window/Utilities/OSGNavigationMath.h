@@ -23,7 +23,7 @@ template <class Tuple>
 bool is_finite(Tuple const &values)
 {
     bool finite = true;
-    for(UInt32 i = 0; i < Tuple::dimension; ++i)
+    for(UInt32 i = 0; i < Tuple::Dimension; ++i)
         finite = finite && std::isfinite(values[i]);
     return finite;
 }

@@ -148,7 +148,7 @@ TEST(ObjFaceParser, FacesOfManyContinuedLinesAreKept)
     for(std::size_t line = 0; line < lines; ++line)
         text += " 1\\\n";
     text += "2\n";
-    ObjOutcome const outcome = read_obj(text, {{}, ReadBuffer::blockBytes});
+    ObjOutcome const outcome = read_obj(text, {{}, ReadBuffer::BlockBytes});
     ASSERT_EQ(outcome.meshes[0].faces.size(), 1u);
     EXPECT_EQ(outcome.meshes[0].faces[0].size(), lines + 1);
     EXPECT_EQ(outcome.meshes[0].faces[0].back(), (ObjTiePoint{{1, -1, -1}}));

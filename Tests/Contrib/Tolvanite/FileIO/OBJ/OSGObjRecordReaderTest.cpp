@@ -64,7 +64,7 @@ TEST(ObjRecordReader, ArraysThatHoldSomethingAreAppendedTo)
     {
         void elementRead() override {}
         void readLibrary(std::string const &) override {}
-        Int32 findMaterial(std::string const &) override { return ObjRecords::noMaterial; }
+        Int32 findMaterial(std::string const &) override { return ObjRecords::NoMaterial; }
     } client;
     ObjElementMap elements;
     fill_element_map(elements);
@@ -155,7 +155,7 @@ TEST(ObjRecordReader, AMaterialBehindAFaceStartsAMesh)
     EXPECT_EQ(outcome.meshes[0].material, 2);
     EXPECT_THAT(outcome.faces(0), IsEmpty());
     EXPECT_EQ(outcome.meshes[1].material, 1);
-    EXPECT_EQ(outcome.meshes[2].material, ObjRecords::noMaterial);
+    EXPECT_EQ(outcome.meshes[2].material, ObjRecords::NoMaterial);
 }
 
 TEST(ObjRecordReader, OfTwoMaterialsInARowTheSecondCounts)
@@ -178,7 +178,7 @@ TEST(ObjRecordReader, AnUnknownMaterialStartsAMeshNonetheless)
 {
     ObjOutcome const outcome = read("usemtl m1\nf 1\nusemtl glass\nf 1\n");
     ASSERT_EQ(outcome.meshes.size(), 2u);
-    EXPECT_EQ(outcome.meshes[0].material, ObjRecords::noMaterial);
+    EXPECT_EQ(outcome.meshes[0].material, ObjRecords::NoMaterial);
 }
 
 TEST(ObjRecordReader, AMaterialNameEndsAtABlank)
@@ -336,7 +336,7 @@ TEST(ObjRecordReader, ATerrainOfManyBlocksReadsAlike)
     for(TerrainCorners corners : {TerrainCorners::Positions, TerrainCorners::Full})
     {
         std::string const text = terrain_obj(20000, corners);
-        EXPECT_EQ(read_obj(text, {{}, ReadBuffer::blockBytes}).describe(),
+        EXPECT_EQ(read_obj(text, {{}, ReadBuffer::BlockBytes}).describe(),
                   read_obj_slowly(text).describe());
     }
 }

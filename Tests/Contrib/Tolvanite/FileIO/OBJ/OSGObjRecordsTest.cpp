@@ -35,7 +35,7 @@ TEST(ObjRecords, StartWithOneMeshWithoutFacesOrMaterial)
     ObjRecords const records;
     EXPECT_EQ(records.meshCount(), 1u);
     EXPECT_TRUE(records.faces(0).empty());
-    EXPECT_EQ(records.material(0), ObjRecords::noMaterial);
+    EXPECT_EQ(records.material(0), ObjRecords::NoMaterial);
 }
 
 TEST(ObjRecords, FacesOfAMeshComeNewestFirstWithTheirCornersInOrder)
@@ -63,9 +63,9 @@ TEST(ObjRecords, MeshesComeNewestFirst)
     EXPECT_TRUE(records.faces(0).empty());
     EXPECT_THAT(positions(records.faces(1)), ElementsAre(ElementsAre(2), ElementsAre(1)));
     EXPECT_THAT(positions(records.faces(2)), ElementsAre(ElementsAre(0)));
-    EXPECT_EQ(records.material(0), ObjRecords::noMaterial);
+    EXPECT_EQ(records.material(0), ObjRecords::NoMaterial);
     EXPECT_EQ(records.material(1), 7);
-    EXPECT_EQ(records.material(2), ObjRecords::noMaterial);
+    EXPECT_EQ(records.material(2), ObjRecords::NoMaterial);
 }
 
 TEST(ObjRecords, AMeshWithoutFacesIsUsedAgain)
@@ -97,7 +97,7 @@ TEST(ObjRecords, MeshesAreDroppedNewestFirst)
     records.dropNewestMesh();
     EXPECT_EQ(records.meshCount(), 1u);
     EXPECT_THAT(positions(records.faces(0)), ElementsAre(ElementsAre(1, 2), ElementsAre(0)));
-    EXPECT_EQ(records.material(0), ObjRecords::noMaterial);
+    EXPECT_EQ(records.material(0), ObjRecords::NoMaterial);
     records.dropNewestMesh();
     EXPECT_EQ(records.meshCount(), 0u);
 }

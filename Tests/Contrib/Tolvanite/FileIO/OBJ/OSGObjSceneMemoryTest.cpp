@@ -163,7 +163,7 @@ TEST(ObjSceneMemory, BesidesTheSceneReadingHoldsLittle)
 {
     take(CORNERS, OneRun, 40000);
     Taken const taken = take(CORNERS, OneRun, 40000);
-    EXPECT_LE(taken.peak, taken.held + taken.held / 10 + 2 * ReadBuffer::blockBytes);
+    EXPECT_LE(taken.peak, taken.held + taken.held / 10 + 2 * ReadBuffer::BlockBytes);
 }
 
 TEST(ObjSceneMemory, ASmallGeometryOfALargeArrayTakesWhatItUses)
@@ -214,7 +214,7 @@ TEST(ObjSceneMemory, AnExhaustedAllocatorPassesOutAndLeavesNothing)
     int failures = 0;
     bool done = false;
     // The block that text is read into comes first; what is built begins behind it.
-    for(UInt64 room = 0; !done; room += room < ReadBuffer::blockBytes ? 4096 : 40)
+    for(UInt64 room = 0; !done; room += room < ReadBuffer::BlockBytes ? 4096 : 40)
     {
         set_mem_limit(bytes + room);
         try

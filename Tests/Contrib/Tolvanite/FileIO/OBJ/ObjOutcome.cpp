@@ -110,7 +110,7 @@ std::vector<std::string> ObjOutcome::faces(std::size_t mesh) const
 Int32 slot_of(std::string const &name)
 {
     bool const known = name.size() == 2 && name[0] == 'm' && name[1] >= '0' && name[1] <= '9';
-    return known ? name[1] - '0' : ObjRecords::noMaterial;
+    return known ? name[1] - '0' : ObjRecords::NoMaterial;
 }
 
 ObjOutcome read_obj(std::istream &in, std::size_t blockSize)

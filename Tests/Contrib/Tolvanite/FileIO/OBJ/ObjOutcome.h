@@ -19,7 +19,7 @@ struct ObjOutcome
     struct Mesh
     {
         std::vector<Face> faces; ///< newest first
-        Int32 material = ObjRecords::noMaterial;
+        Int32 material = ObjRecords::NoMaterial;
     };
 
     std::vector<Pnt3f> positions;

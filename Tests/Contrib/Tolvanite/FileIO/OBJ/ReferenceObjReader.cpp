@@ -17,7 +17,7 @@ namespace
 struct SlowMesh
 {
     std::list<std::vector<ObjTiePoint>> faces;
-    Int32 material = ObjRecords::noMaterial;
+    Int32 material = ObjRecords::NoMaterial;
 };
 
 std::string extract_token(std::istream &in)
