@@ -166,7 +166,7 @@ bool Real32Accumulator::accept(char c)
 void Real32Accumulator::takeDigit(char digit)
 {
     _hasDigit = true;
-    bool const keep = _digitCount < _digitLimit && (_digitCount > 0 || digit != '0');
+    bool const keep = _digitCount < DigitLimit && (_digitCount > 0 || digit != '0');
     if(keep)
         _digits[_digitCount++] = digit;
     else if(digit != '0')
@@ -199,7 +199,7 @@ bool Real32Accumulator::finish(Real32 &value) const
     Real32 magnitude = 0;
     if(fits)
     {
-        std::array<char, _digitLimit + 16> text;
+        std::array<char, DigitLimit + 16> text;
         char *p = text.data();
         *p++ = '.';
         for(std::size_t i = 0; i < _digitCount; ++i)

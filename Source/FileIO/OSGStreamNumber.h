@@ -48,7 +48,7 @@ class OSG_FILEIO_API Real32Accumulator
     };
     /// A midpoint between two floats has at most 113 significant digits. Of the digits beyond this
     /// limit it only matters whether one is not zero.
-    static constexpr std::size_t _digitLimit = 120;
+    static constexpr std::size_t DigitLimit = 120;
 
     void takeDigit(char digit);
 
@@ -62,6 +62,6 @@ class OSG_FILEIO_API Real32Accumulator
     std::size_t _digitCount = 0;
     Int64 _scale = 0;    ///< value = kept digits as an integer * 10^_scale
     Int64 _exponent = 0; ///< without its sign; stops growing far beyond any float
-    std::array<char, _digitLimit> _digits;
+    std::array<char, DigitLimit> _digits;
 };
 } // namespace OSG
