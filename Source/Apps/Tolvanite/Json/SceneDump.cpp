@@ -36,7 +36,7 @@ class TreeVisitor
     {
         Level &level = _levels.back();
         bool const added = children_and_other_tree(level.node, nodes);
-        auto const walked = _walked.find(other_tree(level.node));
+        auto const walked = _walked.find(otherTree(level.node));
         if(walked == _walked.end())
             return added;
         level.sameAs = &walked->second;
@@ -61,7 +61,7 @@ class TreeVisitor
         std::string const *sameAs = nullptr; ///< path at which the node's other tree was walked
     };
 
-    static Node *other_tree(Node const *node)
+    static Node *otherTree(Node const *node)
     {
         return node->getCore() != nullptr ? node->getCore()->getOtherTree() : nullptr;
     }
