@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include "FileContent.h"
+
 namespace Tool::Test
 {
 namespace
@@ -22,13 +24,7 @@ std::string quoted(std::string const &word)
     return result + "'";
 }
 
-std::string content_of(std::string const &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
+using OSG::Test::content_of;
 
 std::string temporary(char const *name)
 {

@@ -91,13 +91,21 @@ void WorkFolder::watch()
     }
 }
 
-// Repeated until the folder is gone, because the writing thread may make a file meanwhile.
+// The writing thread may go on making files. Under another name of the folder its paths lead
+// nowhere, so that at most the file that it is just making comes after the first try.
 void WorkFolder::remove()
 {
     constexpr int MostTries = 100;
+    if(_path.empty())
+        return;
     std::error_code error;
-    for(int i = 0; i < MostTries && !_path.empty() && fs::exists(_path, error); ++i)
-        fs::remove_all(_path, error);
+    fs::path gone = _path;
+    gone += "~";
+    fs::rename(_path, gone, error);
+    if(error)
+        gone = _path;
+    for(int i = 0; i < MostTries && fs::exists(gone, error); ++i)
+        fs::remove_all(gone, error);
 }
 
 bool WorkFolder::moveOut(std::string const &name, fs::path const &target, std::error_code &error)

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "FileContent.h"
 #include "Keys.h"
 #include "Program.h"
 #include "TempFolder.h"
@@ -14,15 +15,8 @@ namespace Tool::Test
 {
 namespace
 {
+using OSG::Test::content_of;
 namespace fs = std::filesystem;
-
-std::string content_of(std::string const &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::stringstream content;
-    content << file.rdbuf();
-    return content.str();
-}
 
 /// An empty folder for the written files.
 class Convert : public testing::Test
@@ -35,7 +29,7 @@ class Convert : public testing::Test
             names.push_back(entry.path().filename().string());
         return names;
     }
-    Json dump_of(std::string const &file) const
+    Json dumpOf(std::string const &file) const
     {
         Json dump = Json::parse(run_program({"dump", file, "--arrays", "--json"}).out);
         dump.erase("file");
@@ -51,7 +45,7 @@ TEST_F(Convert, KeepsEverythingThatADumpShows)
     Outcome const outcome = run_program({"convert", pavilion(), target});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
-    EXPECT_EQ(dump_of(target), dump_of(pavilion()));
+    EXPECT_EQ(dumpOf(target), dumpOf(pavilion()));
 }
 
 TEST_F(Convert, OfItsOwnResultChangesNothing)

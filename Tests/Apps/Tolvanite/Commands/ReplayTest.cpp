@@ -12,6 +12,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include "FileContent.h"
 #include "Keys.h"
 #include "Program.h"
 #include "TempFolder.h"
@@ -20,6 +21,7 @@ namespace Tool::Test
 {
 namespace
 {
+using OSG::Test::content_of;
 struct Recorded
 {
     char const *name;
@@ -43,12 +45,6 @@ Outcome replay(std::string const &events, std::string const &engine,
                                       engine,   "--size",   "640x480"};
     words.insert(words.end(), more.begin(), more.end());
     return run_program(words);
-}
-
-std::string content_of(std::string const &file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), {});
 }
 
 class ReplayOf : public testing::TestWithParam<Recorded>

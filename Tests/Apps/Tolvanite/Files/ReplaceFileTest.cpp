@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "FileContent.h"
 #include "ReplaceFile.h"
 #include "TempFolder.h"
 
@@ -19,15 +20,8 @@ namespace Tool::Test
 {
 namespace
 {
+using OSG::Test::content_of;
 namespace fs = std::filesystem;
-
-std::string content_of(fs::path const &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 bool write_text(std::string const &path, std::string const &text)
 {
