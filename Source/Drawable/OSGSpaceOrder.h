@@ -3,6 +3,7 @@
 /// \file
 /// An order of boxes in which neighbours in the order are neighbours in space.
 
+#include "OSGDrawableApi.h"
 #include "OSGMemArray.h"
 #include "OSGVector.h"
 
@@ -11,7 +12,7 @@ namespace OSG
 /// Sorts numbered points along the Morton curve (Morton: A computer oriented geodetic data base and
 /// a new technique in file sequencing, 1966), on a grid of 1024 steps along the longest side of
 /// their box. Points of equal key stay in the order in which they were added.
-class SpaceOrder
+class OSG_DRAWABLE_API SpaceOrder
 {
   public:
     /// Room for `capacity` points in the box from `low` to `high`. All numbers are finite.
