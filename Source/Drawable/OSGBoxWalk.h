@@ -10,7 +10,7 @@ namespace OSG
 /// What a walk knows of the children of one node.
 struct BoxChoices
 {
-    UInt32 wanted;                ///< children to enter, as bits
+    UInt32 wanted;                ///< children to enter as bits; all that there are, at first
     Real32 key[BoxNode::Width];   ///< the child with the smallest key is entered first
     UInt32 state[BoxNode::Width]; ///< handed to test() or to the leaf at the child
 };
@@ -18,7 +18,7 @@ struct BoxChoices
 /// Walks the tree depth first. `boxes` has two functions:
 ///
 ///   void test(BoxNode const &node, UInt32 state, BoxChoices &choices)
-///     chooses among the eight places of a node; places without a box are left out afterwards
+///     takes those out of `choices.wanted` that are of no use, sets key and state of the others
 ///   bool wants(Real32 key, UInt32 last)
 ///     whether a chosen child is still of use when its turn comes; `last` is the last primitive
 ///     below it
@@ -56,11 +56,11 @@ UInt32 walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf 
                 UInt32 const level = entry.level - 1;
                 BoxNode const &node = index.level(level)[entry.node];
                 BoxChoices choices;
+                choices.wanted = index.childrenOf(level, entry.node);
                 boxes.test(node, entry.state, choices);
                 ++tested;
                 UInt32 const begin = open;
-                for(UInt32 rest = choices.wanted & index.childrenOf(level, entry.node); rest != 0;
-                    rest &= rest - 1)
+                for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
                 {
                     UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
                     // The smallest key stands last. There are eight at most.

@@ -115,8 +115,8 @@ class PrimitiveIndexBuilder
         UInt32 count = 0;
         for(; !cursor.atEnd(); cursor.next(), ++count)
             for(int c = 0; c < Rule::Corners && follows; ++c)
-                follows = cursor.getVertex(c) ==
-                          UInt64(count) * Rule::Corners + static_cast<UInt32>(c);
+                follows =
+                    cursor.getVertex(c) == UInt64(count) * Rule::Corners + static_cast<UInt32>(c);
         return follows ? 0
                        : (count + PrimitiveIndex::NotedPlaces - 1) / PrimitiveIndex::NotedPlaces;
     }
@@ -149,7 +149,8 @@ class PrimitiveIndexBuilder
     void buildTree()
     {
         constexpr UInt32 Width = BoxNode::Width;
-        UInt32 below = (_index->_inTree + PrimitiveIndex::BlockSize - 1) / PrimitiveIndex::BlockSize;
+        UInt32 below =
+            (_index->_inTree + PrimitiveIndex::BlockSize - 1) / PrimitiveIndex::BlockSize;
         _index->_blocks = below;
         UInt32 nodes = 0;
         do

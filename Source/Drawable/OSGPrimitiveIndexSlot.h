@@ -21,16 +21,10 @@ class OSG_DRAWABLE_API PrimitiveIndexSlot
     ~PrimitiveIndexSlot() { drop(); }
 
     /// True for the first call only.
-    bool noteWarning()
-    {
-        return (_word.fetch_or(Warned, std::memory_order_relaxed) & Warned) == 0;
-    }
+    bool noteWarning() { return (_word.fetch_or(Warned, std::memory_order_relaxed) & Warned) == 0; }
 
     /// The record; null where no query has asked for one.
-    PrimitiveIndexRecord *find() const
-    {
-        return to_record(_word.load(std::memory_order_acquire));
-    }
+    PrimitiveIndexRecord *find() const { return to_record(_word.load(std::memory_order_acquire)); }
     /// The record, made where there is none. Null without memory.
     PrimitiveIndexRecord *obtain();
     /// Destroys record and indices. While this is called nobody queries the geometry.

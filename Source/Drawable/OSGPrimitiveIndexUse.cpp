@@ -56,8 +56,8 @@ struct PrimitiveIndexState
     std::atomic<PrimitiveIndex *> index = nullptr;
     /// One that a better one has replaced. Searches may still read it.
     std::atomic<PrimitiveIndex *> retired = nullptr;
-    std::atomic<UInt64> work = 0;  ///< since the last index was built
-    std::atomic<UInt32> users = 0; ///< searches under way
+    std::atomic<UInt64> work = 0;        ///< since the last index was built
+    std::atomic<UInt32> users = 0;       ///< searches under way
     std::atomic<bool> isClaimed = false; ///< somebody builds, or nobody will for these values
 
     ~PrimitiveIndexState() { clear(); }
@@ -81,8 +81,7 @@ struct PrimitiveIndexState
     // A search that enters after the last one has left sees the new index only.
     void leave()
     {
-        if(users.fetch_sub(1, std::memory_order_acq_rel) == 1 &&
-           retired.load(Relaxed) != nullptr)
+        if(users.fetch_sub(1, std::memory_order_acq_rel) == 1 && retired.load(Relaxed) != nullptr)
             destroy_index(retired.exchange(nullptr, std::memory_order_acq_rel));
     }
 
@@ -100,8 +99,8 @@ bool PrimitiveIndexState::isDue(PrimitiveIndex const *now, UInt32 corners,
 {
     using Building = PrimitiveIndexSettings::Building;
     using Order = PrimitiveIndex::Order;
-    order = now == nullptr && settings_now.building != Building::Sorted ? Order::File
-                                                                         : Order::Sorted;
+    order =
+        now == nullptr && settings_now.building != Building::Sorted ? Order::File : Order::Sorted;
     if(settings_now.building != Building::Automatic)
         return now == nullptr;
     // Sorting takes the time of some plain loops.

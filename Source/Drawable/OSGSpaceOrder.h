@@ -18,10 +18,7 @@ class OSG_DRAWABLE_API SpaceOrder
     /// Room for `capacity` points in the box from `low` to `high`. All numbers are finite.
     SpaceOrder(UInt32 capacity, Pnt3f const &low, Pnt3f const &high);
 
-    void add(UInt32 number, Pnt3f const &point)
-    {
-        _entries[_size++] = {key(point), number};
-    }
+    void add(UInt32 number, Pnt3f const &point) { _entries[_size++] = {key(point), number}; }
     /// Writes the numbers in order to `numbers`, then releases all memory.
     void finish(UInt32 *numbers);
 

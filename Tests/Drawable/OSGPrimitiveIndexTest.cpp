@@ -74,7 +74,6 @@ struct EveryBox
 {
     void test(BoxNode const &node, UInt32, BoxChoices &choices)
     {
-        choices.wanted = 0xFF;
         for(UInt32 child = 0; child < BoxNode::Width; ++child)
         {
             choices.key[child] = node.bound[0][child];
