@@ -162,14 +162,11 @@ void PrimitiveIndexState::replace(PrimitiveIndex *better)
 class PrimitiveIndexRecord : public MemObject
 {
   public:
-    /// Whether the indices may be used now. Clears them where the values have changed.
-    bool check(GeoProperty const *const (&inputs)[NumInputs])
+    /// Clears the indices where the values have changed.
+    void check(GeoProperty const *const (&inputs)[NumInputs])
     {
-        if(have_open_edits(inputs))
-            return false;
         if(!matches(inputs))
             renew(inputs);
-        return true;
     }
     PrimitiveIndexState &getState(IndexedKind kind) { return _states[static_cast<int>(kind)]; }
 
@@ -266,11 +263,12 @@ PrimitiveIndexUse::PrimitiveIndexUse(Geometry const &geometry, IndexedKind kind)
     GeoProperty const *inputs[NumInputs];
     find_inputs(geometry, inputs);
     _corners = corner_count(inputs);
-    if(_corners == 0 || _corners < min_corners(kind))
+    if(_corners == 0 || _corners < min_corners(kind) || have_open_edits(inputs))
         return;
     PrimitiveIndexRecord *const record = geometry.getIndexSlot().obtain();
-    if(record == nullptr || !record->check(inputs))
+    if(record == nullptr)
         return;
+    record->check(inputs);
     _state = &record->getState(kind);
     _state->buildIfDue(geometry, kind, _corners);
     _index = _state->enter();

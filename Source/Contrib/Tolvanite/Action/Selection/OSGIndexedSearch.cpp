@@ -74,7 +74,8 @@ struct Ground
     template <class Boxes, class Visit>
     void walk(Boxes &boxes, Visit visit)
     {
-        tested += 4 * walk_boxes(index, AllPlanes, boxes, [&](UInt32 block, UInt32 state)
+        tested += 4 * walk_boxes(index, AllPlanes, boxes,
+                                 [&](UInt32 block, UInt32 state)
                                  { return visitBlock(block, state, visit); });
     }
 
@@ -96,42 +97,49 @@ UInt32 crossed_planes(BoxGrades const &grades, UInt32 child)
     return state;
 }
 
-/// How far clipped corners may lie nearer or farther than every corner of what is clipped. A clip
-/// computes each coordinate as a + (b - a) t with t from 0 to 1. Its error is below 6 units in the
-/// last place of the largest coordinate; six clips and the sum of a distance stay below 64.
+/// What rounding may do to distances from a plane. A clip computes each coordinate as a + (b - a) t
+/// with t from 0 to 1. Its error is below 6 units in the last place of the largest coordinate; six
+/// clips and the sum of a distance stay below 64.
 template <class Rule>
-Real32 rounding_margin(Ground<Rule> const &ground)
+Real32 rounding_margin(Ground<Rule> const &ground, Plane const &plane)
 {
     constexpr Real32 Units = 64 * 0x1p-23f;
     constexpr Real32 Smallest = 1e-36f; // above all that is lost where numbers are denormal
     if(ground.index.levelCount() == 0)
         return 0.f;
     BoxNode const &root = ground.index.level(ground.index.levelCount() - 1)[0];
-    Real32 sum = std::abs(ground.reference.getDistanceFromOrigin());
+    Real32 sum = std::abs(plane.getDistanceFromOrigin());
     for(UInt32 axis = 0; axis < 3; ++axis)
     {
         Real32 largest = 0.f;
         for(UInt32 child = 0; child < BoxNode::Width; ++child)
             largest = std::max(largest, std::max(std::abs(root.bound[axis][child]),
                                                  std::abs(root.bound[axis + 3][child])));
-        sum += std::abs(ground.reference.getNormal()[axis]) * largest;
+        sum += std::abs(plane.getNormal()[axis]) * largest;
     }
     return sum * Units + Smallest;
 }
 
+/// What widens the distances of boxes, for primitives that are clipped.
+struct Margins
+{
+    Real32 contained; ///< where the box lies wholly inside
+    Real32 crossing;  ///< where it does not; infinite where corners may lie anywhere
+};
+
+constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
+
 /// Chooses boxes that may hold a nearer (farther) corner than `best`, the nearest first.
-/// `containedMargin` and `crossingMargin` widen the distances of boxes; an infinite margin stands
-/// for corners that may lie anywhere.
 template <class Best>
 class ExtremeBoxes
 {
   public:
-    ExtremeBoxes(BoxPlanes const &planes, Best const &best, Real32 containedMargin,
-                 Real32 crossingMargin)
+    /// `other` is the key of a further place at which crossing primitives may have a corner.
+    ExtremeBoxes(BoxPlanes const &planes, Best const &best, Margins const &margins, Real32 other)
         : _planes(planes)
         , _best(best)
-        , _containedMargin(containedMargin)
-        , _crossingMargin(crossingMargin)
+        , _margins(margins)
+        , _other(other)
     {
     }
 
@@ -144,10 +152,10 @@ class ExtremeBoxes
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
             UInt32 const crossed = crossed_planes(grades, child);
-            Real32 const margin = crossed == 0 ? _containedMargin : _crossingMargin;
+            Real32 const key = Best::key(grades.nearest[child], grades.farthest[child]);
             choices.state[child] = crossed;
             choices.key[child] =
-                Best::key(grades.nearest[child], grades.farthest[child]) - margin;
+                crossed == 0 ? key - _margins.contained : std::min(key, _other) - _margins.crossing;
             if(!wants(choices.key[child], node.last[child]))
                 choices.wanted &= ~(1u << child);
         }
@@ -157,8 +165,8 @@ class ExtremeBoxes
   private:
     BoxPlanes const &_planes;
     Best const &_best;
-    Real32 _containedMargin;
-    Real32 _crossingMargin;
+    Margins _margins;
+    Real32 _other;
 };
 
 /// Chooses boxes that cross the volume's border, and so may hold a crossing triangle before
@@ -166,10 +174,12 @@ class ExtremeBoxes
 class CrossingBoxes
 {
   public:
-    CrossingBoxes(BoxPlanes const &planes, NearBest const &best, Real32 margin, UInt32 end)
+    CrossingBoxes(BoxPlanes const &planes, NearBest const &best, Real32 margin, Real32 other,
+                  UInt32 end)
         : _planes(planes)
         , _best(best)
         , _margin(margin)
+        , _other(other)
         , _end(end)
     {
     }
@@ -183,7 +193,7 @@ class CrossingBoxes
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
             choices.state[child] = crossed_planes(grades, child);
-            choices.key[child] = grades.nearest[child] - _margin;
+            choices.key[child] = std::min(grades.nearest[child], _other) - _margin;
             if(choices.state[child] == 0 || node.first[child] >= _end ||
                !wants(choices.key[child], node.last[child]))
                 choices.wanted &= ~(1u << child);
@@ -195,6 +205,7 @@ class CrossingBoxes
     BoxPlanes const &_planes;
     NearBest const &_best;
     Real32 _margin;
+    Real32 _other;
     UInt32 _end;
 };
 
@@ -237,13 +248,20 @@ class FirstBoxes
 
 using TriangleGround = Ground<TriangleRule>;
 
+/// Corners of clipped triangles stay between those of the triangle but for rounding, with one
+/// exception. Where a corner lies on a plane, two edges may count as entering there; the place
+/// where the boundary leaves is then not set, and the polygon is closed from the origin. So the
+/// corners of such a triangle lie between its own and the origin.
 class TriangleSearch
 {
   public:
     explicit TriangleSearch(TriangleGround &ground)
         : _ground(ground)
-        , _margin(rounding_margin(ground))
+        , _margin(rounding_margin(ground, ground.reference))
+        , _origin(ground.reference.distance(Pnt3f()))
     {
+        for(int k = 0; k < 6; ++k)
+            _planeMargin = std::max(_planeMargin, rounding_margin(ground, ground.planes[k]));
     }
 
     Extremes find(Geometry const &geometry)
@@ -254,10 +272,8 @@ class TriangleSearch
             return true;
         };
         _ground.visitUntamed(visit);
-        ExtremeBoxes<NearBest> nearBoxes(_ground.boxPlanes, _near, 0.f, _margin);
-        _ground.walk(nearBoxes, visit);
-        ExtremeBoxes<FarBest> farBoxes(_ground.boxPlanes, _far, 0.f, _margin);
-        _ground.walk(farBoxes, visit);
+        walkFor(_near, visit);
+        walkFor(_far, visit);
         Extremes result;
         complete(geometry, _near, result.near);
         complete(geometry, _far, result.far);
@@ -267,6 +283,14 @@ class TriangleSearch
     }
 
   private:
+    template <class Best, class Visit>
+    void walkFor(Best const &best, Visit visit)
+    {
+        ExtremeBoxes<Best> boxes(_ground.boxPlanes, best, {0.f, _margin},
+                                 Best::key(_origin, _origin));
+        _ground.walk(boxes, visit);
+    }
+
     Grade grade(UInt32 state, Pnt3f const *corners) const
     {
         return state == 0 ? Grade::Contained : _ground.lanes.grade(corners);
@@ -291,8 +315,8 @@ class TriangleSearch
             }
             return;
         }
-        if((state & Untamed) == 0 && !mayImprove(_near, distances, i) &&
-           !mayImprove(_far, distances, i))
+        if((state & Untamed) == 0 && !mayImprove(_near, corners, distances, i) &&
+           !mayImprove(_far, corners, distances, i))
             return;
         clip_triangle_at_frustum(corners, _ground.planes, _clipped);
         for(int c = 0; c < _clipped.size(); ++c)
@@ -305,12 +329,13 @@ class TriangleSearch
     }
 
     template <class Best>
-    bool mayImprove(Best const &best, Real32 const *distances, UInt32 i) const
+    bool mayImprove(Best const &best, Pnt3f const *corners, Real32 const *distances, UInt32 i) const
     {
         for(int v = 0; v < 3; ++v)
             if(best.wants(Best::key(distances[v], distances[v]) - _margin, i))
                 return true;
-        return false;
+        return best.wants(Best::key(_origin, _origin) - _margin, i) &&
+               !_ground.lanes.crossesOneClearly(corners, _planeMargin);
     }
 
     template <class Best>
@@ -325,10 +350,9 @@ class TriangleSearch
         extreme.hasPoint = true;
         Pnt3f corners[3];
         _ground.reader.read(i, corners);
-        Vec3f const own =
-            best.isContained()
-                ? normal_at(geometry, _ground.reader.vertexOf(i, best.getCorner()))
-                : Vec3f();
+        Vec3f const own = best.isContained()
+                              ? normal_at(geometry, _ground.reader.vertexOf(i, best.getCorner()))
+                              : Vec3f();
         extreme.normal = complete_normal(own, corners);
     }
 
@@ -384,7 +408,7 @@ class TriangleSearch
             return true;
         };
         _ground.visitUntamed(visit);
-        CrossingBoxes boxes(_ground.boxPlanes, best, _margin, end);
+        CrossingBoxes boxes(_ground.boxPlanes, best, _margin, _origin, end);
         _ground.walk(boxes, visit);
         return best;
     }
@@ -398,7 +422,7 @@ class TriangleSearch
         Real32 distances[3];
         for(int v = 0; v < 3; ++v)
             distances[v] = _ground.reference.distance(corners[v]);
-        if((state & Untamed) == 0 && !mayImprove(best, distances, i))
+        if((state & Untamed) == 0 && !mayImprove(best, corners, distances, i))
             return;
         clip_triangle_at_frustum(corners, _ground.planes, _clipped);
         for(int c = 0; c < _clipped.size(); ++c)
@@ -437,7 +461,9 @@ class TriangleSearch
     }
 
     TriangleGround &_ground;
-    Real32 _margin;
+    Real32 _margin;            // of distances from the reference plane
+    Real32 _planeMargin = 0.f; // from any of the six
+    Real32 _origin;            // distance of the origin
     NearBest _near;
     FarBest _far;
     ClippedTriangle _clipped;
@@ -498,8 +524,7 @@ bool has_triangle(PrimitiveIndex const &index, Geometry const &geometry, Plane c
         Grade const grade = ground.lanes.grade(corners);
         if(grade == Grade::Crossing)
             clip_triangle_at_frustum(corners, planes, clipped);
-        boxes.isFound =
-            grade == Grade::Contained || (grade == Grade::Crossing && !clipped.empty());
+        boxes.isFound = grade == Grade::Contained || (grade == Grade::Crossing && !clipped.empty());
         return !boxes.isFound;
     };
     ground.visitUntamed(visit);
@@ -516,12 +541,12 @@ namespace
 /// Walks for the nearest, then for the farthest. `visit(primitive, state)` offers corners.
 template <class Rule, class Visit>
 void walk_both(Ground<Rule> &ground, NearBest const &near, FarBest const &far,
-               Real32 containedMargin, Real32 crossingMargin, Visit visit)
+               Margins const &margins, Visit visit)
 {
     ground.visitUntamed(visit);
-    ExtremeBoxes<NearBest> nearBoxes(ground.boxPlanes, near, containedMargin, crossingMargin);
+    ExtremeBoxes<NearBest> nearBoxes(ground.boxPlanes, near, margins, Infinite);
     ground.walk(nearBoxes, visit);
-    ExtremeBoxes<FarBest> farBoxes(ground.boxPlanes, far, containedMargin, crossingMargin);
+    ExtremeBoxes<FarBest> farBoxes(ground.boxPlanes, far, margins, Infinite);
     ground.walk(farBoxes, visit);
 }
 
@@ -556,8 +581,7 @@ Extremes find_lines(PrimitiveIndex const &index, Geometry const &geometry, Plane
     FarBest far;
     // Nearly parallel to a plane, a clipped end may lie anywhere on the line, as the parameter is
     // rounded. Ends of a line that lies wholly inside stay between the two.
-    constexpr Real32 Anywhere = std::numeric_limits<Real32>::infinity();
-    walk_both(ground, near, far, rounding_margin(ground), Anywhere,
+    walk_both(ground, near, far, {rounding_margin(ground, plane), Infinite},
               [&](UInt32 i, UInt32)
               {
                   Pnt3f ends[2];
@@ -586,7 +610,7 @@ Extremes find_points(PrimitiveIndex const &index, Geometry const &geometry, Plan
     Ground<PointRule> ground(index, geometry, planes, plane);
     NearBest near;
     FarBest far;
-    walk_both(ground, near, far, 0.f, 0.f,
+    walk_both(ground, near, far, {0.f, 0.f},
               [&](UInt32 i, UInt32)
               {
                   Pnt3f point[1];
