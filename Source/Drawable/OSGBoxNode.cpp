@@ -52,7 +52,7 @@ void GradeBoxes(BoxNode const &node, BoxPlanes const &planes, UInt32 mask, BoxGr
             BoxPlanes::Entry const &plane = planes.planes[k];
             auto const low = corner_distance(node, plane, plane.low, lane);
             auto const high = corner_distance(node, plane, plane.high, lane);
-            grades.crossing[k] |= bits_of(hn::Lt(low, zero)) << lane;
+            grades.crossing[k] |= bits_of(hn::Lt(low, hn::Set(lanes, plane.margin))) << lane;
             grades.outside |= bits_of(hn::Lt(high, zero)) << lane;
         }
         BoxPlanes::Entry const &reference = planes.planes[6];
@@ -93,7 +93,7 @@ void grade_boxes_slowly(BoxNode const &node, BoxPlanes const &planes, UInt32 mas
             BoxPlanes::Entry const &plane = planes.planes[k];
             if((mask >> k & 1u) == 0)
                 continue;
-            grades.crossing[k] |= UInt32(distance(plane, plane.low) < 0.f) << box;
+            grades.crossing[k] |= UInt32(distance(plane, plane.low) < plane.margin) << box;
             grades.outside |= UInt32(distance(plane, plane.high) < 0.f) << box;
         }
         BoxPlanes::Entry const &reference = planes.planes[6];

@@ -29,6 +29,7 @@ struct BoxPlanes
     {
         Real32 normal[3];
         Real32 distance;
+        Real32 margin; ///< what is not farther inside counts as crossing; not below 0
         /// Rows of BoxNode::bound that give the smallest distance from the plane; the others give
         /// the largest.
         UInt8 low[3];
@@ -36,9 +37,10 @@ struct BoxPlanes
     };
     Entry planes[Capacity];
 
-    void set(UInt32 k, Plane const &plane)
+    void set(UInt32 k, Plane const &plane, Real32 margin = 0.f)
     {
         planes[k].distance = plane.getDistanceFromOrigin();
+        planes[k].margin = margin;
         for(UInt8 axis = 0; axis < 3; ++axis)
         {
             Real32 const n = plane.getNormal()[axis];
@@ -52,8 +54,8 @@ struct BoxPlanes
 /// How eight boxes lie to some planes. Bit i and place i stand for box i.
 struct BoxGrades
 {
-    UInt32 outside;                  ///< wholly outside one of the planes
-    UInt32 crossing[6];              ///< by plane: not wholly inside; 0 for planes not asked for
+    UInt32 outside;     ///< wholly outside one of the planes
+    UInt32 crossing[6]; ///< by plane: not inside by its margin; 0 for planes not asked for
     Real32 nearest[BoxNode::Width];  ///< smallest distance of a corner from plane 6
     Real32 farthest[BoxNode::Width]; ///< largest distance
 };

@@ -66,6 +66,9 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
         return left < BlockSize ? left : BlockSize;
     }
 
+    /// The largest absolute coordinates of the primitives in the tree.
+    Pnt3f const &getLargest() const { return _largest; }
+
     // --- places; those of block b begin at b * BlockSize ---
     /// The primitive at a place below size().
     UInt32 primitiveAt(UInt32 place) const { return _order.empty() ? place : _order[place]; }
@@ -97,6 +100,7 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     UInt32 _blocks = 0;
     UInt32 _levels = 0;
     UInt32 _levelStart[MaxLevels + 1] = {};
+    Pnt3f _largest;
     MemArray<BoxNode> _nodes;
     MemArray<UInt32> _order;
     MemArray<NotedPlace> _noted;

@@ -74,6 +74,8 @@ class PrimitiveIndexBuilder
         if(_tame == 0 || untamed > _index->_size / UntamedShare || (inFileOrder && untamed > 0))
             return nullptr;
         _index->_inTree = _tame;
+        for(UInt32 axis = 0; axis < 3; ++axis)
+            _index->_largest[axis] = std::max(std::abs(_box.low[axis]), std::abs(_box.high[axis]));
         if(!inFileOrder)
             sort();
         buildTree();

@@ -44,22 +44,6 @@ class FrustumLanes
         return ~inside & 0x3Fu; // the last two of eight lanes hold no plane
     }
 
-    /// Whether each corner of a triangle is farther than `margin` from each plane, and all corners
-    /// on the inner side of all planes but one.
-    bool crossesOneClearly(Pnt3f const *corners, Real32 margin) const
-    {
-        UInt32 within = 0x3F;
-        UInt32 clear = 0x3F;
-        for(int c = 0; c < 3; ++c)
-        {
-            UInt32 const inner = beyond(corners[c], margin);
-            within &= inner;
-            clear &= inner | below(corners[c], -margin);
-        }
-        UInt32 const crossed = ~within & 0x3Fu;
-        return clear == 0x3F && (crossed & (crossed - 1)) == 0;
-    }
-
     Grade grade(Pnt3f const *corners) const
     {
         return grade(outside(corners[0]), outside(corners[1]), outside(corners[2]));
@@ -82,32 +66,17 @@ class FrustumLanes
         Lanes z{};
         Lanes d{};
 
-        Lanes distance(Pnt3f const &point) const
+        UInt32 inside(Pnt3f const &point) const
         {
-            return x * point[0] + y * point[1] + z * point[2] - d;
-        }
-        UInt32 inside(Pnt3f const &point) const { return bits(distance(point) >= 0.f); }
-    };
-
-    template <class Mask>
-    static UInt32 bits(Mask const &in)
-    {
+            Lanes const distance = x * point[0] + y * point[1] + z * point[2] - d;
+            auto const in = distance >= 0.f;
 #if defined(__SSE__)
-        return static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128>(in)));
+            return static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128>(in)));
 #else
-        return (in[0] & 1u) | (in[1] & 2u) | (in[2] & 4u) | (in[3] & 8u);
+            return (in[0] & 1u) | (in[1] & 2u) | (in[2] & 4u) | (in[3] & 8u);
 #endif
-    }
-    UInt32 beyond(Pnt3f const &point, Real32 margin) const
-    {
-        return bits(_half[0].distance(point) > margin) |
-               (bits(_half[1].distance(point) > margin) << 4 & 0x3Fu);
-    }
-    UInt32 below(Pnt3f const &point, Real32 margin) const
-    {
-        return bits(_half[0].distance(point) < margin) |
-               (bits(_half[1].distance(point) < margin) << 4 & 0x3Fu);
-    }
+        }
+    };
 
     Half _half[2];
 };

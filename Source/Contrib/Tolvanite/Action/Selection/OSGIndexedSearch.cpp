@@ -8,6 +8,7 @@
 #include "OSGIndexedExtremes.h"
 #include "OSGSearchRecords.h"
 #include "OSGSelectionClipping.h"
+#include "OSGTriangleBlock.h"
 
 namespace OSG::SelectionSearch::Indexed
 {
@@ -31,8 +32,6 @@ bool can_search(Plane const *planes, Plane const &plane)
 namespace
 {
 constexpr UInt32 AllPlanes = 0x3F;
-// In the state of a primitive that stands in no box, whose distances have no bounds.
-constexpr UInt32 Untamed = 0x40;
 
 /// What a search knows of its volume and its geometry.
 template <class Rule>
@@ -47,8 +46,27 @@ struct Ground
         , reader(searched, geometry)
     {
         for(UInt32 k = 0; k < 6; ++k)
-            boxPlanes.set(k, planes[k]);
+        {
+            boxPlanes.set(k, planes[k], margin(planes[k]));
+            if(!(planes[k].distance(Pnt3f()) > boxPlanes.planes[k].margin))
+                planesNearOrigin |= 1u << k;
+        }
         boxPlanes.set(6, plane);
+    }
+
+    /// What rounding may do to distances from a plane. A clip computes each coordinate as
+    /// a + (b - a) t with t from 0 to 1. Its error is below 6 units in the last place of the
+    /// largest coordinate; six clips and the sum of a distance stay below 64.
+    Real32 margin(Plane const &plane) const
+    {
+        constexpr Real32 Units = 64 * 0x1p-23f;
+        constexpr Real32 Smallest = 1e-36f; // above all that is lost where numbers are denormal
+        Vec3f const &normal = plane.getNormal();
+        Pnt3f const &largest = index.getLargest();
+        Real32 const sum = std::abs(normal[0]) * largest[0] + std::abs(normal[1]) * largest[1] +
+                           std::abs(normal[2]) * largest[2] +
+                           std::abs(plane.getDistanceFromOrigin());
+        return sum * Units + Smallest;
     }
 
     /// Calls `visit` with each primitive that stands in no box, until it is false.
@@ -56,7 +74,7 @@ struct Ground
     void visitUntamed(Visit visit)
     {
         for(UInt32 place = index.untamedBegin(); place < index.size(); ++place)
-            if(!visit(index.primitiveAt(place), AllPlanes | Untamed))
+            if(!visit(index.primitiveAt(place), AllPlanes))
                 return;
     }
     /// Calls `visit(primitive, state)` with those of a block until it is false.
@@ -74,9 +92,14 @@ struct Ground
     template <class Boxes, class Visit>
     void walk(Boxes &boxes, Visit visit)
     {
-        tested += 4 * walk_boxes(index, AllPlanes, boxes,
-                                 [&](UInt32 block, UInt32 state)
-                                 { return visitBlock(block, state, visit); });
+        walkBlocks(boxes,
+                   [&](UInt32 block, UInt32 state) { return visitBlock(block, state, visit); });
+    }
+    template <class Boxes, class Visit>
+    void walkBlocks(Boxes &boxes, Visit visit)
+    {
+        constexpr UInt32 WorkOfNode = 2;
+        tested += WorkOfNode * walk_boxes(index, AllPlanes, boxes, visit);
     }
 
     PrimitiveIndex const &index;
@@ -85,39 +108,17 @@ struct Ground
     FrustumLanes lanes;
     BoxPlanes boxPlanes;
     PartReader<Rule> reader;
+    UInt32 planesNearOrigin = 0; ///< those that the origin is not clearly inside of, as bits
     UInt32 tested = 0;
 };
 
-/// The planes that box `child` is not wholly inside of, as bits.
+/// The planes that box `child` is not clearly inside of, as bits.
 UInt32 crossed_planes(BoxGrades const &grades, UInt32 child)
 {
     UInt32 state = 0;
     for(UInt32 k = 0; k < 6; ++k)
         state |= (grades.crossing[k] >> child & 1u) << k;
     return state;
-}
-
-/// What rounding may do to distances from a plane. A clip computes each coordinate as a + (b - a) t
-/// with t from 0 to 1. Its error is below 6 units in the last place of the largest coordinate; six
-/// clips and the sum of a distance stay below 64.
-template <class Rule>
-Real32 rounding_margin(Ground<Rule> const &ground, Plane const &plane)
-{
-    constexpr Real32 Units = 64 * 0x1p-23f;
-    constexpr Real32 Smallest = 1e-36f; // above all that is lost where numbers are denormal
-    if(ground.index.levelCount() == 0)
-        return 0.f;
-    BoxNode const &root = ground.index.level(ground.index.levelCount() - 1)[0];
-    Real32 sum = std::abs(plane.getDistanceFromOrigin());
-    for(UInt32 axis = 0; axis < 3; ++axis)
-    {
-        Real32 largest = 0.f;
-        for(UInt32 child = 0; child < BoxNode::Width; ++child)
-            largest = std::max(largest, std::max(std::abs(root.bound[axis][child]),
-                                                 std::abs(root.bound[axis + 3][child])));
-        sum += std::abs(plane.getNormal()[axis]) * largest;
-    }
-    return sum * Units + Smallest;
 }
 
 /// What widens the distances of boxes, for primitives that are clipped.
@@ -248,6 +249,77 @@ class FirstBoxes
 
 using TriangleGround = Ground<TriangleRule>;
 
+/// Reads and grades the triangles of one block.
+class BlockReader
+{
+  public:
+    BlockReader(TriangleGround &ground, UInt32 block, UInt32 state)
+        : _begin(block * PrimitiveIndex::BlockSize)
+        , _size(ground.index.blockSize(block))
+        , _index(ground.index)
+    {
+        for(UInt32 t = 0; t < _size; ++t)
+        {
+            Pnt3f corners[3];
+            ground.reader.read(primitive(t), corners);
+            for(UInt32 c = 0; c < 3; ++c)
+                _block.set(t, c, corners[c]);
+        }
+        ground.tested += _size;
+        grade_block(_block, ground.boxPlanes, state, grades);
+    }
+
+    UInt32 primitive(UInt32 t) const { return _index.primitiveAt(_begin + t); }
+    /// The triangles that are not outside, as bits.
+    UInt32 found() const { return ~grades.outside & ((1u << _size) - 1); }
+    bool crosses(UInt32 t) const { return (grades.crossing >> t & 1u) != 0; }
+    Pnt3f corner(UInt32 t, UInt32 c) const { return _block.corner(t, c); }
+    Real32 distance(UInt32 t, UInt32 c) const { return grades.distance[4 * c + t]; }
+    /// Clips a triangle at the planes that change it. The others are those that it is clearly
+    /// inside of, and the origin too where a corner may come to lie there.
+    void clip(UInt32 t, TriangleGround const &ground, ClippedTriangle &clipped) const
+    {
+        Pnt3f const corners[3] = {corner(t, 0), corner(t, 1), corner(t, 2)};
+        UInt32 const others = crossesOneClearly(t) ? 0 : ground.planesNearOrigin;
+        clip_triangle_at_frustum(corners, ground.planes, clipped, unclear(t) | others);
+    }
+    /// Whether the triangle crosses one plane, and no corner comes near that one or any other. Then
+    /// no corner of the clipped triangle lies at the origin.
+    bool crossesOneClearly(UInt32 t) const
+    {
+        UInt32 const planes = unclear(t);
+        return (grades.touching >> t & 1u) == 0 && (planes & (planes - 1)) == 0;
+    }
+
+    BlockGrades grades;
+
+  private:
+    UInt32 unclear(UInt32 t) const
+    {
+        UInt32 planes = 0;
+        for(UInt32 k = 0; k < 6; ++k)
+            planes |= (grades.unclear[k] >> t & 1u) << k;
+        return planes;
+    }
+
+    UInt32 _begin;
+    UInt32 _size;
+    PrimitiveIndex const &_index;
+    TriangleBlock _block;
+};
+
+/// Remembers some hundred blocks.
+class SeenBlocks
+{
+  public:
+    void add(UInt32 block) { _blocks[block % Size] = block + 1; }
+    bool has(UInt32 block) const { return _blocks[block % Size] == block + 1; }
+
+  private:
+    static constexpr UInt32 Size = 256;
+    UInt32 _blocks[Size] = {};
+};
+
 /// Corners of clipped triangles stay between those of the triangle but for rounding, with one
 /// exception. Where a corner lies on a plane, two edges may count as entering there; the place
 /// where the boundary leaves is then not set, and the polygon is closed from the origin. So the
@@ -257,23 +329,35 @@ class TriangleSearch
   public:
     explicit TriangleSearch(TriangleGround &ground)
         : _ground(ground)
-        , _margin(rounding_margin(ground, ground.reference))
+        , _margin(ground.margin(ground.reference))
         , _origin(ground.reference.distance(Pnt3f()))
     {
-        for(int k = 0; k < 6; ++k)
-            _planeMargin = std::max(_planeMargin, rounding_margin(ground, ground.planes[k]));
     }
 
     Extremes find(Geometry const &geometry)
     {
-        auto const visit = [this](UInt32 i, UInt32 state)
-        {
-            offer(i, state);
-            return true;
-        };
-        _ground.visitUntamed(visit);
-        walkFor(_near, visit);
-        walkFor(_far, visit);
+        _ground.visitUntamed(
+            [this](UInt32 i, UInt32)
+            {
+                offer(i);
+                return true;
+            });
+        // A block that was looked at for the nearest corner has also offered its farthest one.
+        SeenBlocks seen;
+        walkFor(_near,
+                [&](UInt32 block, UInt32 state)
+                {
+                    seen.add(block);
+                    offerBlock(block, state);
+                    return true;
+                });
+        walkFor(_far,
+                [&](UInt32 block, UInt32 state)
+                {
+                    if(!seen.has(block))
+                        offerBlock(block, state);
+                    return true;
+                });
         Extremes result;
         complete(geometry, _near, result.near);
         complete(geometry, _far, result.far);
@@ -288,54 +372,70 @@ class TriangleSearch
     {
         ExtremeBoxes<Best> boxes(_ground.boxPlanes, best, {0.f, _margin},
                                  Best::key(_origin, _origin));
-        _ground.walk(boxes, visit);
+        _ground.walkBlocks(boxes, visit);
     }
 
-    Grade grade(UInt32 state, Pnt3f const *corners) const
+    void offerBlock(UInt32 block, UInt32 state)
     {
-        return state == 0 ? Grade::Contained : _ground.lanes.grade(corners);
+        BlockReader const reader(_ground, block, state);
+        for(UInt32 rest = reader.found(); rest != 0; rest &= rest - 1)
+        {
+            UInt32 const t = static_cast<UInt32>(__builtin_ctz(rest));
+            UInt32 const i = reader.primitive(t);
+            if(!reader.crosses(t))
+                for(UInt32 v = 0; v < 3; ++v)
+                    offerBoth(reader.distance(t, v), i, reader.corner(t, v), static_cast<int>(v));
+            else if(mayImprove(_near, reader, t) || mayImprove(_far, reader, t))
+            {
+                reader.clip(t, _ground, _clipped);
+                offerClipped(i);
+            }
+        }
     }
 
-    void offer(UInt32 i, UInt32 state)
+    /// A triangle without bounds.
+    void offer(UInt32 i)
     {
         Pnt3f corners[3];
         _ground.reader.read(i, corners);
-        Grade const found = grade(state, corners);
-        if(found == Grade::Outside)
-            return;
-        Real32 distances[3];
-        for(int v = 0; v < 3; ++v)
-            distances[v] = _ground.reference.distance(corners[v]);
+        Grade const found = _ground.lanes.grade(corners);
         if(found == Grade::Contained)
-        {
             for(int v = 0; v < 3; ++v)
-            {
-                _near.offer(distances[v], i, corners[v], v);
-                _far.offer(distances[v], i, corners[v], v);
-            }
-            return;
-        }
-        if((state & Untamed) == 0 && !mayImprove(_near, corners, distances, i) &&
-           !mayImprove(_far, corners, distances, i))
-            return;
-        clip_triangle_at_frustum(corners, _ground.planes, _clipped);
-        for(int c = 0; c < _clipped.size(); ++c)
+                offerBoth(_ground.reference.distance(corners[v]), i, corners[v], v);
+        if(found == Grade::Crossing)
         {
-            Pnt3f const &point = _clipped[c].first;
-            Real32 const distance = _ground.reference.distance(point);
-            _near.offer(distance, i, point, NoCorner);
-            _far.offer(distance, i, point, NoCorner);
+            clip_triangle_at_frustum(corners, _ground.planes, _clipped);
+            offerClipped(i);
         }
     }
 
-    template <class Best>
-    bool mayImprove(Best const &best, Pnt3f const *corners, Real32 const *distances, UInt32 i) const
+    void offerBoth(Real32 distance, UInt32 i, Pnt3f const &point, int corner)
     {
-        for(int v = 0; v < 3; ++v)
-            if(best.wants(Best::key(distances[v], distances[v]) - _margin, i))
+        _near.offer(distance, i, point, corner);
+        _far.offer(distance, i, point, corner);
+    }
+
+    void offerClipped(UInt32 i)
+    {
+        for(int c = 0; c < _clipped.size(); ++c)
+        {
+            Pnt3f const &point = _clipped[c].first;
+            offerBoth(_ground.reference.distance(point), i, point, NoCorner);
+        }
+    }
+
+    /// Whether clipping triangle `t` may give a better corner.
+    template <class Best>
+    bool mayImprove(Best const &best, BlockReader const &reader, UInt32 t) const
+    {
+        UInt32 const i = reader.primitive(t);
+        for(UInt32 v = 0; v < 3; ++v)
+        {
+            Real32 const distance = reader.distance(t, v);
+            if(best.wants(Best::key(distance, distance) - _margin, i))
                 return true;
-        return best.wants(Best::key(_origin, _origin) - _margin, i) &&
-               !_ground.lanes.crossesOneClearly(corners, _planeMargin);
+        }
+        return best.wants(Best::key(_origin, _origin) - _margin, i) && !reader.crossesOneClearly(t);
     }
 
     template <class Best>
@@ -389,7 +489,7 @@ class TriangleSearch
         Pnt3f point;
         for(UInt32 i = 0; i < end; ++i)
         {
-            offer(i, AllPlanes | Untamed);
+            offer(i);
             if(_near.isFound() && !_near.isContained())
                 point = _near.getPoint();
         }
@@ -401,30 +501,43 @@ class TriangleSearch
     NearBest findCrossing(UInt32 end)
     {
         NearBest best;
-        auto const visit = [&](UInt32 i, UInt32 state)
-        {
-            if(i < end)
-                offerCrossing(i, state, best);
-            return true;
-        };
-        _ground.visitUntamed(visit);
+        _ground.visitUntamed(
+            [&](UInt32 i, UInt32)
+            {
+                Pnt3f corners[3];
+                _ground.reader.read(i, corners);
+                if(i >= end || _ground.lanes.grade(corners) != Grade::Crossing)
+                    return true;
+                clip_triangle_at_frustum(corners, _ground.planes, _clipped);
+                offerCrossing(i, best);
+                return true;
+            });
         CrossingBoxes boxes(_ground.boxPlanes, best, _margin, _origin, end);
-        _ground.walk(boxes, visit);
+        _ground.walkBlocks(boxes,
+                           [&](UInt32 block, UInt32 state)
+                           {
+                               offerCrossingOf(block, state, end, best);
+                               return true;
+                           });
         return best;
     }
 
-    void offerCrossing(UInt32 i, UInt32 state, NearBest &best)
+    void offerCrossingOf(UInt32 block, UInt32 state, UInt32 end, NearBest &best)
     {
-        Pnt3f corners[3];
-        _ground.reader.read(i, corners);
-        if(grade(state, corners) != Grade::Crossing)
-            return;
-        Real32 distances[3];
-        for(int v = 0; v < 3; ++v)
-            distances[v] = _ground.reference.distance(corners[v]);
-        if((state & Untamed) == 0 && !mayImprove(best, corners, distances, i))
-            return;
-        clip_triangle_at_frustum(corners, _ground.planes, _clipped);
+        BlockReader const reader(_ground, block, state);
+        for(UInt32 rest = reader.found() & reader.grades.crossing; rest != 0; rest &= rest - 1)
+        {
+            UInt32 const t = static_cast<UInt32>(__builtin_ctz(rest));
+            UInt32 const i = reader.primitive(t);
+            if(i >= end || !mayImprove(best, reader, t))
+                continue;
+            reader.clip(t, _ground, _clipped);
+            offerCrossing(i, best);
+        }
+    }
+
+    void offerCrossing(UInt32 i, NearBest &best) const
+    {
         for(int c = 0; c < _clipped.size(); ++c)
         {
             Pnt3f const &point = _clipped[c].first;
@@ -442,7 +555,8 @@ class TriangleSearch
             if(i < first)
             {
                 _ground.reader.read(i, corners);
-                if(isNearer(corners, limit) && grade(state, corners) == Grade::Contained)
+                if(isNearer(corners, limit) &&
+                   (state == 0 || _ground.lanes.grade(corners) == Grade::Contained))
                     first = i;
             }
             return true;
@@ -461,9 +575,8 @@ class TriangleSearch
     }
 
     TriangleGround &_ground;
-    Real32 _margin;            // of distances from the reference plane
-    Real32 _planeMargin = 0.f; // from any of the six
-    Real32 _origin;            // distance of the origin
+    Real32 _margin; // of distances from the reference plane
+    Real32 _origin; // distance of the origin
     NearBest _near;
     FarBest _far;
     ClippedTriangle _clipped;
@@ -581,7 +694,7 @@ Extremes find_lines(PrimitiveIndex const &index, Geometry const &geometry, Plane
     FarBest far;
     // Nearly parallel to a plane, a clipped end may lie anywhere on the line, as the parameter is
     // rounded. Ends of a line that lies wholly inside stay between the two.
-    walk_both(ground, near, far, {rounding_margin(ground, plane), Infinite},
+    walk_both(ground, near, far, {ground.margin(plane), Infinite},
               [&](UInt32 i, UInt32)
               {
                   Pnt3f ends[2];

@@ -250,7 +250,8 @@ TEST(IndexedSearch, TheNearPointIsFoundWhereItTakesManyLooks)
         GeometryParts parts = one_primitive(TrianglesPrimitive, {});
         auto const add = [&parts](Real32 x, Real32 depth)
         {
-            for(Vec3f const &corner : {Vec3f(0.4f, 0.4f, 0), Vec3f(x, 0.4f, 0), Vec3f(0.4f, 0.6f, 0)})
+            for(Vec3f const &corner :
+                {Vec3f(0.4f, 0.4f, 0), Vec3f(x, 0.4f, 0), Vec3f(0.4f, 0.6f, 0)})
                 parts.positions.push_back(Pnt3f() + corner - Vec3f(0, 0, depth));
         };
         if(beginsWithACrossingOne)

@@ -107,8 +107,8 @@ class RandomGeometries
         Matrix project;
         project[2][3] = _random.real(-0.8f, 0.8f);
         move(volume, project);
-        move(volume, scaling(_random.real(0.3f, 8.f), _random.real(0.3f, 8.f),
-                             _random.real(0.3f, 8.f)));
+        move(volume,
+             scaling(_random.real(0.3f, 8.f), _random.real(0.3f, 8.f), _random.real(0.3f, 8.f)));
         if(_random.below(2) == 0)
             turn(volume);
         move(volume, shift(3));
@@ -153,7 +153,10 @@ class RandomGeometries
     {
         Real32 const odd[] = {std::numeric_limits<Real32>::quiet_NaN(),
                               std::numeric_limits<Real32>::infinity(),
-                              -std::numeric_limits<Real32>::infinity(), 1e30f, -3e38f, 1e-45f};
+                              -std::numeric_limits<Real32>::infinity(),
+                              1e30f,
+                              -3e38f,
+                              1e-45f};
         UInt32 const count = static_cast<UInt32>(positions.size());
         for(UInt32 i = 1 + _random.below(3); i > 0; --i)
             positions[_random.below(count)][_random.below(3)] = odd[_random.below(6)];
