@@ -18,7 +18,8 @@ namespace OSG
 {
 // The 3DS type comes first here.
 OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20,
-                                            IOFileTypeBase::ReadSupported);
+                                            IOFileTypeBase::ReadSupported |
+                                                IOFileTypeBase::WriteSupported);
 } // namespace OSG
 
 // --- element of the binary scene format ---
