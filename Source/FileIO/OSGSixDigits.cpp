@@ -73,7 +73,8 @@ char *write_decimal(char *to, Decimal const &decimal)
     std::memcpy(digits, &Pairs[2 * (decimal.digits / 10000)], 2);
     std::memcpy(digits + 2, &Pairs[2 * (decimal.digits / 100 % 100)], 2);
     std::memcpy(digits + 4, &Pairs[2 * (decimal.digits % 100)], 2);
-    int const whole = Digits - decimal.decimals; // digits before the point; below 1 for small values
+    int const whole =
+        Digits - decimal.decimals; // digits before the point; below 1 for small values
     int last = Digits;
     while(last > whole && last > 1 && digits[last - 1] == '0')
         --last;

@@ -42,9 +42,21 @@ TEST(SixDigits, AreThoseOfAFreshStreamForValuesAtTheBorders)
 {
     using Limits = std::numeric_limits<Real32>;
     FreshStream fresh;
-    std::vector<Real32> values = {0.f, 1.f, 0.1f, 0.5f, 100.f, 123456.f, 1234567.f, 0.0001f, 1e-4f,
-                                  Limits::max(), Limits::min(), Limits::denorm_min(),
-                                  Limits::infinity(), Limits::quiet_NaN(), 0.000122070312f};
+    std::vector<Real32> values = {0.f,
+                                  1.f,
+                                  0.1f,
+                                  0.5f,
+                                  100.f,
+                                  123456.f,
+                                  1234567.f,
+                                  0.0001f,
+                                  1e-4f,
+                                  Limits::max(),
+                                  Limits::min(),
+                                  Limits::denorm_min(),
+                                  Limits::infinity(),
+                                  Limits::quiet_NaN(),
+                                  0.000122070312f};
     for(Real32 power = 1e-7f; power < 1e8f; power *= 10)
     {
         for(Real32 const factor : {1.f, 0.999999f, 0.9999995f, 0.99999949f, 1.000005f, 9.999995f})

@@ -36,8 +36,8 @@ TEST_F(ObjMaterialEntry, AMaterialOfTheGeometryAloneHasAnEntryButNoUse)
 
 TEST_F(ObjMaterialEntry, AnOverrideAboveAPlainGeometryIsUsedWithoutAnEntry)
 {
-    ObjTexts const texts = write(
-        make_material_group<MaterialChunkOverrideGroup>(make_material(), {make_triangle()}));
+    ObjTexts const texts =
+        write(make_material_group<MaterialChunkOverrideGroup>(make_material(), {make_triangle()}));
     EXPECT_THAT(texts.scene, HasSubstr("usemtl Geometry1\n"));
     EXPECT_EQ(texts.library, "");
 }
@@ -145,8 +145,7 @@ TEST_F(ObjMaterialEntry, TheHandlerNamesTheFilesThatCouldNotBeWritten)
     NodePtr const node = with_material(make_triangle(), make_textured(image));
     SceneFileHandlerBase &handler = *SceneFileHandlerBase::the();
     EXPECT_TRUE(handler.write(node, folder.path("a.obj").c_str()));
-    EXPECT_THAT(handler.getUnwrittenFiles(),
-                testing::ElementsAre(folder.path("picture.unknown")));
+    EXPECT_THAT(handler.getUnwrittenFiles(), testing::ElementsAre(folder.path("picture.unknown")));
     EXPECT_TRUE(handler.write(make_triangle(), folder.path("a.obj").c_str()));
     EXPECT_THAT(handler.getUnwrittenFiles(), IsEmpty());
 }

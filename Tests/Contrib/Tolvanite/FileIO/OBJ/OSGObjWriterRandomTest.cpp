@@ -118,7 +118,8 @@ TEST_F(ObjWriterRandom, WritesWhatASlowWriterWritesForRandomScenes)
     for(UInt64 seed = 0; seed < 1000; ++seed)
     {
         RandomScenes scenes(seed);
-        NodePtr const root = make_transform(translation(1, 2, 3), {scenes.tree(5), scenes.tree(5), scenes.tree(5)});
+        NodePtr const root =
+            make_transform(translation(1, 2, 3), {scenes.tree(5), scenes.tree(5), scenes.tree(5)});
         ObjTexts const slow = write_obj_slowly(root);
         ObjTexts const fast = write(root);
         ASSERT_EQ(fast.scene, slow.scene) << seed;

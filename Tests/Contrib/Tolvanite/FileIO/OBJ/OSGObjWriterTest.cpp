@@ -48,8 +48,8 @@ TEST_F(ObjWriterTest, WritesAGoldenSceneCharacterByCharacter)
                            "vn 0 0 1\n"
                            "vn 0 0 1\n"
                            "f 4//4 5//5 6//6\n");
-    EXPECT_EQ(texts.library, "\nnewmtl Geometry1\n" + DefaultMaterialLines + "\nnewmtl Geometry2\n" +
-                                 DefaultMaterialLines);
+    EXPECT_EQ(texts.library, "\nnewmtl Geometry1\n" + DefaultMaterialLines +
+                                 "\nnewmtl Geometry2\n" + DefaultMaterialLines);
 }
 
 struct FaceCase
@@ -107,9 +107,8 @@ TEST_F(ObjWriterTest, WritesTheVerticesOfLinesAndPointsWithoutFaces)
 
 TEST_F(ObjWriterTest, WritesArraysWholeAndOncePerGeometryThatShowsThem)
 {
-    GeometryPtr const geometry =
-        make_geometry({{TrianglesPrimitive}, {3}, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {9, 9, 9}}, {},
-                       {0, 1, 2}});
+    GeometryPtr const geometry = make_geometry(
+        {{TrianglesPrimitive}, {3}, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {9, 9, 9}}, {}, {0, 1, 2}});
     ObjTexts const texts = write(make_group({make_node(geometry), make_node(geometry)}));
     std::string const vertices = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 9 9 9\n";
     EXPECT_EQ(texts.scene, "o Geometry\ng Geometry1\ns 1\n" + vertices +
@@ -205,7 +204,9 @@ WalkCase const WalkCases[] = {
     {"MultiSwitchNone", [](Children const &c) { return make_multi_switch(-2, {1}, c); }, {}},
     {"MultiSwitchOther", [](Children const &c) { return make_multi_switch(1, {1}, c); }, {}},
     {"MultiSwitchChoicesInTheirOrder",
-     [](Children const &c) { return make_multi_switch(-1, {2, 7, 0, 2}, c); },
+     [](Children const &c) {
+         return make_multi_switch(-1, {2, 7, 0, 2}, c);
+     },
      {2, 0, 2}},
     {"MultiSwitchWithoutChoices",
      [](Children const &c) { return make_multi_switch(-1, {}, c); },
@@ -222,10 +223,7 @@ TEST_F(ObjWriterTest, ASwitchToNoneGivesTheFirstLinesOnly)
     EXPECT_EQ(texts.library, "");
 }
 
-TEST_F(ObjWriterTest, NullIsAnEmptyScene)
-{
-    EXPECT_EQ(write(nullptr).scene, "o Geometry\n");
-}
+TEST_F(ObjWriterTest, NullIsAnEmptyScene) { EXPECT_EQ(write(nullptr).scene, "o Geometry\n"); }
 
 TEST_F(ObjWriterTest, EndsATreeThatVisitsItselfWithOneWarning)
 {

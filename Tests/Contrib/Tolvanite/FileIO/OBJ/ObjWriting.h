@@ -19,11 +19,12 @@
 
 namespace OSG::Test
 {
-inline std::string const ObjHeader = "#\n"
-                           "# written by Orvexa CAD application from Tolvanite contributors, "
-                           "International\n"
-                           "# https://tolvanite.example\n"
-                           "#\n";
+inline std::string const ObjHeader =
+    "#\n"
+    "# written by Orvexa CAD application from Tolvanite contributors, "
+    "International\n"
+    "# https://tolvanite.example\n"
+    "#\n";
 
 /// A folder to write into, and what was written.
 class ObjWriting : public testing::Test
@@ -86,11 +87,11 @@ inline NodePtr with_material(NodePtr const &node, Material *material)
 
 /// The lines of an entry for a material that nobody has changed.
 inline std::string const DefaultMaterialLines = "    Ka 0.200000 0.200000 0.200000\n"
-                                    "    Kd 0.800000 0.800000 0.800000\n"
-                                    "    Ks 0.000000 0.000000 0.000000\n"
-                                    "    illum 2\n"
-                                    "    d 1.000000\n"
-                                    "    Ns 0.000000\n"
-                                    "    Ni 1.000000\n";
+                                                "    Kd 0.800000 0.800000 0.800000\n"
+                                                "    Ks 0.000000 0.000000 0.000000\n"
+                                                "    illum 2\n"
+                                                "    d 1.000000\n"
+                                                "    Ns 0.000000\n"
+                                                "    Ni 1.000000\n";
 
 } // namespace OSG::Test
