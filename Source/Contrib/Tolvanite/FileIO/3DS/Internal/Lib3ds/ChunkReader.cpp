@@ -90,8 +90,8 @@ void Chunk::reals(float *values, std::size_t count)
 void Chunk::name(char (&text)[NameSize])
 {
     std::size_t const most = std::min(left(), NameSize);
-    auto const *const end = static_cast<unsigned char const *>(
-        most != 0 ? std::memchr(_next, 0, most) : nullptr);
+    auto const *const end =
+        static_cast<unsigned char const *>(most != 0 ? std::memchr(_next, 0, most) : nullptr);
     if(end == nullptr)
         _messages.fail("A name in chunk " + hex(_kind) + " has no end");
     std::memset(text, 0, NameSize);
@@ -122,18 +122,15 @@ std::size_t OutermostChunk::readMore(std::size_t bytes)
 {
     std::size_t const before = _bytes.size();
     _bytes.resize(before + bytes);
-    std::size_t const got =
-        std::min(_io.read_func(_io.self, _bytes.data() + before, bytes), bytes);
+    std::size_t const got = std::min(_io.read_func(_io.self, _bytes.data() + before, bytes), bytes);
     _bytes.resize(before + got);
     return got;
 }
 
-// The length of a damaged file may be anything. Memory grows with the bytes that are there.
 OutermostChunk::OutermostChunk(Lib3dsIo const &io, Messages const &messages)
     : _io(io)
     , _messages(messages)
 {
-    constexpr std::size_t Block = 1024 * 1024;
     if(readMore(Chunk::HeaderSize) < Chunk::HeaderSize)
         _messages.fail("There is no chunk");
     Chunk header(0, _bytes.data(), _bytes.data() + _bytes.size(), _messages);
@@ -141,21 +138,23 @@ OutermostChunk::OutermostChunk(Lib3dsIo const &io, Messages const &messages)
     std::uint32_t const length = header.dword();
     if(length < Chunk::HeaderSize)
         _messages.fail("Chunk " + hex(_kind) + " is shorter than its header");
-    std::size_t const size = length - Chunk::HeaderSize;
+    _size = length - Chunk::HeaderSize;
+}
+
+// The length of a damaged file may be anything. Memory grows with the bytes that are there.
+Chunk OutermostChunk::read()
+{
+    constexpr std::size_t Block = 1024 * 1024;
     _bytes.clear();
-    while(_bytes.size() < size)
+    while(_bytes.size() < _size)
     {
-        std::size_t const wanted = std::min(std::max(Block, _bytes.size()), size - _bytes.size());
+        std::size_t const wanted = std::min(std::max(Block, _bytes.size()), _size - _bytes.size());
         if(readMore(wanted) < wanted)
         {
             _messages.warn("Chunk " + hex(_kind) + " is longer than the file and is cut");
             break;
         }
     }
-}
-
-Chunk OutermostChunk::chunk() const
-{
     return Chunk(_kind, _bytes.data(), _bytes.data() + _bytes.size(), _messages);
 }
 } // namespace OSG::Lib3ds
