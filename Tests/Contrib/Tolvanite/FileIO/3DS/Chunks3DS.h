@@ -135,9 +135,9 @@ inline std::string color_3ds(unsigned kind, std::vector<float> const &color)
 /// `flags` below 0 leaves the chunk of the flags out.
 inline std::string map_3ds(unsigned kind, std::string const &name, int flags = -1)
 {
-    return chunk(kind, chunk(0xA300, Bytes().text(name)) +
-                           (flags < 0 ? std::string()
-                                      : chunk(0xA351, Bytes().word(unsigned(flags)))));
+    return chunk(kind,
+                 chunk(0xA300, Bytes().text(name)) +
+                     (flags < 0 ? std::string() : chunk(0xA351, Bytes().word(unsigned(flags)))));
 }
 inline std::string material_3ds(std::string const &name, std::string const &parts = "")
 {

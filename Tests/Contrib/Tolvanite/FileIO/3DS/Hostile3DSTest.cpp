@@ -79,8 +79,8 @@ INSTANTIATE_TEST_SUITE_P(
                     "0x4160"},
         RefusedCase{"ObjectWithoutAnEndOfItsName", file_3ds(chunk(0x4000, Bytes().raw("abc"))),
                     "0x4000"},
-        RefusedCase{"NameOf64Characters", in_material(chunk(0xA000, Bytes().text(repeated(64, 'x')))),
-                    "0xa000"},
+        RefusedCase{"NameOf64Characters",
+                    in_material(chunk(0xA000, Bytes().text(repeated(64, 'x')))), "0xa000"},
         RefusedCase{"NameOf500Characters", file_3ds(mesh_3ds(repeated(500, 'x'), "")), "0x4000"},
         RefusedCase{"ColourTooShort",
                     in_material(chunk(0xA020, chunk(0x0010, Bytes().real(1).real(1)))), "0x0010"},
@@ -88,8 +88,8 @@ INSTANTIATE_TEST_SUITE_P(
                     in_material(chunk(0xA020, chunk(0x0011, Bytes().raw("ab")))), "0x0011"},
         RefusedCase{"PercentageTooShort",
                     in_material(chunk(0xA040, chunk(0x0030, Bytes().raw("a")))), "0x0030"},
-        RefusedCase{"MapFlagsTooShort",
-                    in_material(chunk(0xA200, chunk(0xA351, Bytes().raw("a")))), "0xa351"},
+        RefusedCase{"MapFlagsTooShort", in_material(chunk(0xA200, chunk(0xA351, Bytes().raw("a")))),
+                    "0xa351"},
         RefusedCase{"MapNameWithoutAnEnd",
                     in_material(chunk(0xA200, chunk(0xA300, Bytes().raw("abc")))), "0xa300"},
         RefusedCase{"NodeIdTooShort", in_node(chunk(0xB030, Bytes().raw("a"))), "0xb030"},
@@ -111,8 +111,7 @@ TEST(Hostile3DS, AChildLongerThanItsParentIsCutWithAWarning)
     std::string const cut = chunk_of_length(0x4000, 0xFFFFFFFF, triangle_3ds("a").substr(6));
     Scene3DS const scene = read_3ds(file_3ds(cut));
     EXPECT_EQ(scene.describe(), "[[[a1]]]");
-    EXPECT_THAT(scene.log,
-                ElementsAre("2: Chunk 0x4000 is longer than chunk 0x3d3d and is cut\n"));
+    EXPECT_THAT(scene.log, ElementsAre("2: Chunk 0x4000 is longer than chunk 0x3d3d and is cut\n"));
     EXPECT_FALSE(scene.isComplete);
 }
 
@@ -123,8 +122,7 @@ TEST(Hostile3DS, AnOutermostChunkLongerThanTheFileIsCutWithAWarning)
         Scene3DS const scene =
             read_3ds(chunk_of_length(0x4D4D, length, chunk(0x3D3D, triangle_3ds("a"))));
         EXPECT_EQ(scene.describe(), "[[[a1]]]");
-        EXPECT_THAT(scene.log,
-                    ElementsAre("2: Chunk 0x4d4d is longer than the file and is cut\n"));
+        EXPECT_THAT(scene.log, ElementsAre("2: Chunk 0x4d4d is longer than the file and is cut\n"));
     }
 }
 
@@ -139,8 +137,8 @@ TEST(Hostile3DS, BytesThatAreTooFewForAChunkAndBytesBehindTheFileArePassedOver)
 
 TEST(Hostile3DS, MoreBytesThanAChunkNeedsArePassedOver)
 {
-    std::string const mesh = mesh_3ds(
-        "m", chunk(0x4110, Bytes().word(1).reals({1, 2, 3}).raw("extra")) + faces_3ds({}));
+    std::string const mesh =
+        mesh_3ds("m", chunk(0x4110, Bytes().word(1).reals({1, 2, 3}).raw("extra")) + faces_3ds({}));
     EXPECT_EQ(read_3ds(file_3ds(mesh)).describe(), "[[[]]]");
 }
 
@@ -236,13 +234,12 @@ std::string rich_file()
 {
     std::string const material = material_3ds(
         "m", color_3ds(0xA010, {1, 0, 0}) + percent_3ds(0xA050, 30) + map_3ds(0xA230, "", 16));
-    std::string const faces =
-        faces_3ds({{{0, 1, 2}}, {{2, 1, 3}}, {{0, 3, 1}}},
-                  face_material_3ds("m", {0, 2}) + smoothing_3ds({1, 2, 1}));
-    std::string const mesh = mesh_3ds(
-        "mesh", points_3ds({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) +
-                    tex_coords_3ds({0, 0, 1, 0, 0, 1, 1, 1}) + faces +
-                    matrix_3ds({-1, 0, 0, 0, 1, 0, 0, 0, 1, 1, 2, 3}));
+    std::string const faces = faces_3ds({{{0, 1, 2}}, {{2, 1, 3}}, {{0, 3, 1}}},
+                                        face_material_3ds("m", {0, 2}) + smoothing_3ds({1, 2, 1}));
+    std::string const mesh =
+        mesh_3ds("mesh", points_3ds({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) +
+                             tex_coords_3ds({0, 0, 1, 0, 0, 1, 1, 1}) + faces +
+                             matrix_3ds({-1, 0, 0, 0, 1, 0, 0, 0, 1, 1, 2, 3}));
     std::string const tracks =
         track_3ds(0xB020, {{UInt32(-5), {1, 2, 3}, 7, {0.5f, 0.5f, 0.5f}}, {5, {4, 5, 6}}}, 1) +
         track_3ds(0xB021, {{UInt32(-5), {1, 0, 0, 1}}, {2, {1, 0, 1, 0}}, {9, {2, 1, 0, 0}}}) +

@@ -33,7 +33,10 @@ class Materials3DS : public testing::Test
         scene = read_3ds(file_3ds(material_3ds("m", parts) + mesh));
         return *chunks_of(*scene.geometries().at(0));
     }
-    MaterialChunk &colors(std::string const &parts) { return *chunk_of<MaterialChunk>(read(parts)); }
+    MaterialChunk &colors(std::string const &parts)
+    {
+        return *chunk_of<MaterialChunk>(read(parts));
+    }
 
     static std::vector<std::string> types_of(ChunkMaterial const &material)
     {
@@ -45,8 +48,7 @@ class Materials3DS : public testing::Test
 
     std::string picture(std::string const &name) const
     {
-        std::filesystem::create_directories(
-            std::filesystem::path(folder.path(name)).parent_path());
+        std::filesystem::create_directories(std::filesystem::path(folder.path(name)).parent_path());
         UInt8 const pixels[] = {255, 0, 0, 0, 255, 0};
         UnrecordedRefPtr<Image> const image(Image::create());
         image->set(2, 1, 3, pixels);
@@ -150,8 +152,9 @@ TEST_F(Materials3DS, ALaterChunkOfAKindCountsButKeepsWhatItDoesNotSay)
 
 TEST_F(Materials3DS, ATextureReplacesTheColoursByGreyAndComesBeforeThem)
 {
-    ChunkMaterial const &material = read(color_3ds(Diffuse, {1, 0, 0}) + percent_3ds(Strength, 100) +
-                                         map_3ds(Texture1, picture("t.png"), 0));
+    ChunkMaterial const &material =
+        read(color_3ds(Diffuse, {1, 0, 0}) + percent_3ds(Strength, 100) +
+             map_3ds(Texture1, picture("t.png"), 0));
     EXPECT_THAT(types_of(material),
                 ElementsAre("TextureObjChunk", "TextureEnvChunk", "MaterialChunk"));
     MaterialChunk const &chunk = *chunk_of<MaterialChunk>(material);
@@ -179,10 +182,10 @@ TEST_F(Materials3DS, ABumpMapIsOneMoreTextureAndKeepsTheColours)
     std::string const name = picture("t.png");
     ChunkMaterial const &material = read(color_3ds(Diffuse, {1, 0, 0}) + map_3ds(Bump, name) +
                                          map_3ds(Texture2, name) + map_3ds(Texture1, name));
-    EXPECT_THAT(types_of(material), ElementsAre("TextureObjChunk", "TextureEnvChunk",
-                                                "TextureObjChunk", "TextureEnvChunk",
-                                                "TextureObjChunk", "TextureEnvChunk",
-                                                "MaterialChunk"));
+    EXPECT_THAT(types_of(material),
+                ElementsAre("TextureObjChunk", "TextureEnvChunk", "TextureObjChunk",
+                            "TextureEnvChunk", "TextureObjChunk", "TextureEnvChunk",
+                            "MaterialChunk"));
     EXPECT_EQ(chunk_of<MaterialChunk>(material)->getDiffuse(), Color4f(1, 0, 0, 1));
     std::set<Image *> images;
     for(StateChunk const *chunk : *material.getMFChunks())
@@ -197,8 +200,8 @@ TEST_F(Materials3DS, AnAlphaSourceBlendsAndKeepsTheColoursWhereItsPictureIsRead)
 {
     std::string const red = color_3ds(Diffuse, {1, 0, 0});
     ChunkMaterial const &material = read(red + map_3ds(Texture1, picture("t.png"), 0x40));
-    EXPECT_THAT(types_of(material), ElementsAre("TextureObjChunk", "TextureEnvChunk", "BlendChunk",
-                                                "MaterialChunk"));
+    EXPECT_THAT(types_of(material),
+                ElementsAre("TextureObjChunk", "TextureEnvChunk", "BlendChunk", "MaterialChunk"));
     EXPECT_EQ(chunk_of<MaterialChunk>(material)->getDiffuse(), Color4f(1, 0, 0, 1));
     EXPECT_THAT(types_of(read(map_3ds(Texture1, "missing.png", 0x40))),
                 ElementsAre("MaterialChunk"));
@@ -215,9 +218,8 @@ TEST_F(Materials3DS, APictureInTheOtherCaseIsFoundWithAWarningAndItsFolderKeepsI
     std::string const wanted = folder.path("Dir/TEX.PNG");
     std::string const found = folder.path("Dir/tex.png");
     EXPECT_NE(chunk_of<TextureObjChunk>(read(map_3ds(Texture1, wanted))), nullptr);
-    EXPECT_THAT(scene.log,
-                ElementsAre("2: Couldn't load image '" + wanted +
-                            "', trying case reversed version '" + found + "'! \n"));
+    EXPECT_THAT(scene.log, ElementsAre("2: Couldn't load image '" + wanted +
+                                       "', trying case reversed version '" + found + "'! \n"));
 }
 
 TEST_F(Materials3DS, AMissingPictureIsOneWarningAndLeavesTheTextureOut)
@@ -239,20 +241,21 @@ TEST_F(Materials3DS, AMapWithoutANameIsNone)
 
 TEST_F(Materials3DS, ThePathHandlerOfAHostFindsPicturesOfRelativeNames)
 {
-    picture("textures/tiles.png");
+    picture("textures/of-the-host.png");
     PathHandler paths;
     paths.pushBackPath(folder.path("textures").c_str());
     ImageFileHandlerBase::the()->setPathHandler(&paths);
-    bool const isFound = chunk_of<TextureObjChunk>(read(map_3ds(Texture1, "tiles.png"))) != nullptr;
+    bool const isFound =
+        chunk_of<TextureObjChunk>(read(map_3ds(Texture1, "of-the-host.png"))) != nullptr;
     ImageFileHandlerBase::the()->setPathHandler(nullptr);
     EXPECT_TRUE(isFound);
-    EXPECT_EQ(chunk_of<TextureObjChunk>(read(map_3ds(Texture1, "tiles.png"))), nullptr);
+    EXPECT_EQ(chunk_of<TextureObjChunk>(read(map_3ds(Texture1, "of-the-host.png"))), nullptr);
 }
 
 TEST_F(Materials3DS, AMaterialWithoutANameHasTheEmptyName)
 {
-    Scene3DS const nameless = read_3ds(file_3ds(
-        chunk(0xAFFF) + triangle_3ds("t", 0, "", face_material_3ds("", {0}))));
+    Scene3DS const nameless =
+        read_3ds(file_3ds(chunk(0xAFFF) + triangle_3ds("t", 0, "", face_material_3ds("", {0}))));
     EXPECT_STREQ(getName(chunks_of(*nameless.geometries().at(0))), "");
 }
 } // namespace

@@ -51,8 +51,8 @@ TEST(Meshes3DS, EachLaterSectionAddsToTheFile)
 TEST(Meshes3DS, FacesWithoutAMaterialComeInTheLastListAndOtherListsMayBeEmpty)
 {
     std::string const mesh = triangle_3ds("m", 0, "", face_material_3ds("second", {0}));
-    Scene3DS const scene = read_3ds(file_3ds(material_3ds("first") + material_3ds("second") + mesh +
-                                             triangle_3ds("n")));
+    Scene3DS const scene = read_3ds(
+        file_3ds(material_3ds("first") + material_3ds("second") + mesh + triangle_3ds("n")));
     EXPECT_EQ(scene.describe(), "[[[] [m1] []] [[] [] [n1]]]");
     EXPECT_STREQ(getName(chunks_of(*scene.geometries()[0])), "second");
     EXPECT_EQ(scene.geometries()[1]->getMaterial(), nullptr);
@@ -132,8 +132,8 @@ class ShortNormals3DS : public testing::TestWithParam<AxisCase>
 
 TEST_P(ShortNormals3DS, BecomeThePositiveAxisOfTheirLargestComponent)
 {
-    Scene3DS const scene = read_3ds(
-        file_3ds(mesh_3ds("m", points_3ds(GetParam().points) + faces_3ds({{{0, 1, 2}}}))));
+    Scene3DS const scene =
+        read_3ds(file_3ds(mesh_3ds("m", points_3ds(GetParam().points) + faces_3ds({{{0, 1, 2}}}))));
     EXPECT_EQ(normal_of(*scene.geometries()[0], 0), GetParam().normal);
 }
 
@@ -187,8 +187,8 @@ TEST(Meshes3DS, FewerTextureCoordinatesAndLaterPointsLeaveZeroes)
 
 TEST(Meshes3DS, ASecondListOfFacesReplacesTheFirstWithItsMaterialsAndSmoothing)
 {
-    std::string const first =
-        faces_3ds({{{0, 1, 2}}, {{1, 3, 2}}}, face_material_3ds("a", {0, 1}) + smoothing_3ds({1, 2}));
+    std::string const first = faces_3ds({{{0, 1, 2}}, {{1, 3, 2}}},
+                                        face_material_3ds("a", {0, 1}) + smoothing_3ds({1, 2}));
     Scene3DS const scene = read_3ds(
         file_3ds(material_3ds("a") + mesh_3ds("m", TwoFaces + first + faces_3ds({{{1, 3, 2}}}))));
     EXPECT_EQ(scene.describe(), "[[[] [m1]]]");
@@ -259,9 +259,9 @@ TEST(Meshes3DS, ASingularOrNotANumberMatrixMirrorsNothing)
 TEST(Meshes3DS, NumbersThatAreNotFiniteStayWithTheirVertices)
 {
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
-    std::string const mesh = mesh_3ds(
-        "m", points_3ds({nan, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) +
-                 faces_3ds({{{0, 1, 2}}, {{3, 1, 2}}}, smoothing_3ds({1, 2})));
+    std::string const mesh =
+        mesh_3ds("m", points_3ds({nan, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) +
+                          faces_3ds({{{0, 1, 2}}, {{3, 1, 2}}}, smoothing_3ds({1, 2})));
     Scene3DS const scene = read_3ds(file_3ds(mesh));
     EXPECT_TRUE(std::isnan(positions_of(*scene.geometries()[0])[0][0]));
     EXPECT_TRUE(std::isfinite(normal_of(*scene.geometries()[1], 0).length()));

@@ -28,8 +28,7 @@ std::string const Triangle = triangle_3ds("t", 1);
 /// The place of the triangle's right angle where one node with these parts shows it.
 Pnt3f place_of_corner(std::string const &nodeParts, std::string const &mesh = Triangle)
 {
-    Scene3DS const scene =
-        read_3ds(file_3ds(mesh, instance_3ds(0, "t", NoParent3DS, nodeParts)));
+    Scene3DS const scene = read_3ds(file_3ds(mesh, instance_3ds(0, "t", NoParent3DS, nodeParts)));
     return positions_of(*scene.geometries().at(0)).at(0);
 }
 
@@ -86,8 +85,8 @@ TEST(Nodes3DS, AParentMayStandBehindItsChildren)
 
 TEST(Nodes3DS, WithoutAnIdANodeHasItsRunningNumberOverAllKinds)
 {
-    std::string const nodes = chunk(0xB001) + chunk(0xB003, header_3ds("c", NoParent3DS)) +
-                              instance_3ds(7, "t", 1);
+    std::string const nodes =
+        chunk(0xB001) + chunk(0xB003, header_3ds("c", NoParent3DS)) + instance_3ds(7, "t", 1);
     EXPECT_EQ(read_3ds(file_3ds(Triangle, nodes)).describe(), "[c[[[t1]]]]");
 }
 
@@ -122,15 +121,14 @@ TEST_P(UnusableParents3DS, LeaveTheNodeAtTheTopWithAWarning)
 
 INSTANTIATE_TEST_SUITE_P(
     Nodes3DS, UnusableParents3DS,
-    testing::Values(ParentCase{"Unknown", instance_3ds(0, "t", 77), "[[t1]]", 1},
-                    ParentCase{"Itself", instance_3ds(0, "t", 0), "[[t1]]", 1},
-                    ParentCase{"EachOther", instance_3ds(0, "t", 1) + instance_3ds(1, "t", 0),
-                               "[[[t1]] [[t1]]]", 1},
-                    ParentCase{"NoHeader", chunk(0xB002), "null", 0},
-                    ParentCase{"Circle",
-                               camera_3ds(0, "a", 1) + camera_3ds(1, "b", 2) +
-                                   camera_3ds(2, "c", 0),
-                               "c[b[]]", 1}),
+    testing::Values(
+        ParentCase{"Unknown", instance_3ds(0, "t", 77), "[[t1]]", 1},
+        ParentCase{"Itself", instance_3ds(0, "t", 0), "[[t1]]", 1},
+        ParentCase{"EachOther", instance_3ds(0, "t", 1) + instance_3ds(1, "t", 0),
+                   "[[[t1]] [[t1]]]", 1},
+        ParentCase{"NoHeader", chunk(0xB002), "null", 0},
+        ParentCase{"Circle", camera_3ds(0, "a", 1) + camera_3ds(1, "b", 2) + camera_3ds(2, "c", 0),
+                   "c[b[]]", 1}),
     [](auto const &row) { return std::string(row.param.name); });
 
 TEST(Nodes3DS, AChainOfManyNodesIsReadInLinearTime)
@@ -177,17 +175,17 @@ TEST(Nodes3DS, ARotationTurnsByTheNegativeAngleAboutItsAxisOfAnyLength)
 
 TEST(Nodes3DS, ScalesThenTurnsThenMoves)
 {
-    Pnt3f const place = place_of_corner(key_of(Position, {0, 0, 7}) +
-                                        key_of(Rotation, {1.57079633f, 0, 0, 1}) +
-                                        key_of(Scale, {3, 1, 1}));
+    Pnt3f const place =
+        place_of_corner(key_of(Position, {0, 0, 7}) + key_of(Rotation, {1.57079633f, 0, 0, 1}) +
+                        key_of(Scale, {3, 1, 1}));
     EXPECT_TRUE(place.equals(Pnt3f(0, -3, 7), 1e-5f));
 }
 
 TEST(Nodes3DS, AChildMovesWithItsParentAndACameraOnlyMoves)
 {
-    std::string const nodes = camera_3ds(0, "c", NoParent3DS,
-                                         key_of(Position, {0, 0, 100}) + key_of(Rotation, {9})) +
-                              instance_3ds(1, "t", 0, key_of(Position, {5, 0, 0}));
+    std::string const nodes =
+        camera_3ds(0, "c", NoParent3DS, key_of(Position, {0, 0, 100}) + key_of(Rotation, {9})) +
+        instance_3ds(1, "t", 0, key_of(Position, {5, 0, 0}));
     Scene3DS const scene = read_3ds(file_3ds(Triangle, nodes));
     EXPECT_EQ(positions_of(*scene.geometries().at(0))[0], Pnt3f(6, 0, 100));
 }
@@ -211,8 +209,8 @@ TEST(Nodes3DS, ASingularMatrixOfAMeshIsOneLineForEachNodeThatShowsIt)
 
 TEST(Nodes3DS, ASingularParentIsNoReasonForALine)
 {
-    std::string const nodes = instance_3ds(0, "none", NoParent3DS, key_of(Scale, {0, 0, 0})) +
-                              instance_3ds(1, "t", 0);
+    std::string const nodes =
+        instance_3ds(0, "none", NoParent3DS, key_of(Scale, {0, 0, 0})) + instance_3ds(1, "t", 0);
     Scene3DS const scene = read_3ds(file_3ds(Triangle, nodes));
     EXPECT_THAT(scene.log, IsEmpty());
     EXPECT_EQ(positions_of(*scene.geometries()[0])[0], Pnt3f(0, 0, 0));
@@ -237,8 +235,7 @@ TEST(Nodes3DS, BeforeTheFirstKeyCountsTheFirstAndFromTheLastOnTheLast)
 TEST(Nodes3DS, BetweenTwoKeysTheWayIsStraightAndAtTheFrameOfAKeyItsValueIsExact)
 {
     EXPECT_FLOAT_EQ(x_at_frame_0({{UInt32(-1), {0, 0, 0}}, {3, {8, 0, 0}}}), 2);
-    EXPECT_FLOAT_EQ(
-        x_at_frame_0({{UInt32(-5), {1, 0, 0}}, {0, {4, 0, 0}}, {9, {8, 0, 0}}}), 4);
+    EXPECT_FLOAT_EQ(x_at_frame_0({{UInt32(-5), {1, 0, 0}}, {0, {4, 0, 0}}, {9, {8, 0, 0}}}), 4);
 }
 
 TEST(Nodes3DS, NeighboursBendTheWayAndTensionStraightensIt)
@@ -277,23 +274,23 @@ TEST(Nodes3DS, RotationsAddUpFromKeyToKey)
 {
     std::vector<Key3DS> const keys = {{UInt32(-2), {0.5f, 0, 0, 1}},
                                       {UInt32(-1), {1.07079633f, 0, 0, 1}}};
-    EXPECT_TRUE(
-        place_of_corner(track_3ds(Rotation, keys)).equals(Pnt3f(0, -1, 0), 1e-6f));
+    EXPECT_TRUE(place_of_corner(track_3ds(Rotation, keys)).equals(Pnt3f(0, -1, 0), 1e-6f));
 }
 
 TEST(Nodes3DS, HalfWayBetweenTwoRotationsIsHalfTheTurn)
 {
     std::vector<Key3DS> const keys = {{UInt32(-1), {0, 0, 0, 1}}, {1, {1.57079633f, 0, 0, 1}}};
     Real32 const half = std::sqrt(0.5f);
-    EXPECT_TRUE(
-        place_of_corner(track_3ds(Rotation, keys)).equals(Pnt3f(half, -half, 0), 1e-6f));
+    EXPECT_TRUE(place_of_corner(track_3ds(Rotation, keys)).equals(Pnt3f(half, -half, 0), 1e-6f));
 }
 
 TEST(Nodes3DS, KeysOutOfOrderAndShapesThatAreNotANumberDoNoHarm)
 {
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
     for(std::vector<Key3DS> const &keys :
-        {std::vector<Key3DS>{{UInt32(-9), {1, 0, 0}}, {50, {2, 0, 0}}, {UInt32(-5), {3, 0, 0}},
+        {std::vector<Key3DS>{{UInt32(-9), {1, 0, 0}},
+                             {50, {2, 0, 0}},
+                             {UInt32(-5), {3, 0, 0}},
                              {UInt32(7), {4, 0, 0}}},
          std::vector<Key3DS>{{UInt32(-9), {1, 0, 0}, 31, {nan, nan, nan, nan, nan}},
                              {UInt32(-2), {1, 0, 0}, 31, {nan, nan, nan, nan, nan}},

@@ -71,9 +71,8 @@ void add_nodes(Lib3dsFile *file, Lib3dsNode *node, Corners &corners)
 {
     for(; node != nullptr; node = node->next)
     {
-        Lib3dsMesh *const mesh = node->type == LIB3DS_OBJECT_NODE
-                                     ? lib3ds_file_mesh_by_name(file, node->name)
-                                     : nullptr;
+        Lib3dsMesh *const mesh =
+            node->type == LIB3DS_OBJECT_NODE ? lib3ds_file_mesh_by_name(file, node->name) : nullptr;
         if(mesh != nullptr)
         {
             Matrix64 inverse;
@@ -126,7 +125,8 @@ Corners read_by_us(std::string const &path)
 TEST(OtherReaderOf3DS, FindsTheCornersOfAllModelsAtTheSamePlaces)
 {
     int models = 0;
-    for(auto const &entry : std::filesystem::recursive_directory_iterator(TEST_SOURCE_DIR "/.cache/fixtures"))
+    for(auto const &entry :
+        std::filesystem::recursive_directory_iterator(TEST_SOURCE_DIR "/.cache/fixtures"))
     {
         std::string const path = entry.path().string();
         std::string suffix = entry.path().extension().string();
