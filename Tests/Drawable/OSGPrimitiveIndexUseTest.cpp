@@ -174,13 +174,13 @@ TEST_F(PrimitiveIndexUseTest, AnArrayThatTakesTheAddressOfAnotherDoesNotPassForI
         set(Building::AtOnce);
         ASSERT_TRUE(has_index(*geometry));
         set(Building::Automatic);
-        geometry->setPositions(nullptr);
+        geometry->setPositions(nullptr); // the end of the old array
         UnrecordedRefPtr<GeoPnt3fProperty> const next(GeoPnt3fProperty::create());
         next->editValues().resize(52);
-        next->takeChangeMask(); // as a host may, so that no commit tells
+        geometry->takeChangeMask(); // no commit of the geometry tells
+        commit();
         geometry->setPositions(next);
         EXPECT_FALSE(has_index(*geometry)) << i;
-        commit();
     }
 }
 
