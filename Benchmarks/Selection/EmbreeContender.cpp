@@ -29,9 +29,9 @@ struct MeshBuilder
         Matrix const toRoot = node->getToWorld();
         VectorArray const positions = geometry->getPositions()->getArray();
         RTCGeometry const mesh = rtcNewGeometry(device, RTC_GEOMETRY_TYPE_TRIANGLE);
-        auto *vertex = static_cast<float *>(rtcSetNewGeometryBuffer(
-            mesh, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, 3 * sizeof(float),
-            positions.size()));
+        auto *vertex = static_cast<float *>(
+            rtcSetNewGeometryBuffer(mesh, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3,
+                                    3 * sizeof(float), positions.size()));
         for(UInt32 i = 0; i < positions.size(); ++i)
         {
             Pnt3f point;
@@ -47,9 +47,9 @@ struct MeshBuilder
                 index.push_back(static_cast<unsigned>(it.getPositionIndex(corner)));
         }
         std::copy(index.begin(), index.end(),
-                  static_cast<unsigned *>(rtcSetNewGeometryBuffer(
-                      mesh, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3, 3 * sizeof(unsigned),
-                      index.size() / 3)));
+                  static_cast<unsigned *>(
+                      rtcSetNewGeometryBuffer(mesh, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
+                                              3 * sizeof(unsigned), index.size() / 3)));
         rtcCommitGeometry(mesh);
         rtcAttachGeometry(scene, mesh);
         rtcReleaseGeometry(mesh);

@@ -151,8 +151,7 @@ class PeerVolumes final : public VolumeContender
     Real64 ask(std::size_t query) override
     {
         osg::Polytope const &polytope = _queries[query];
-        _intersector =
-            new osgUtil::PolytopeIntersector(osgUtil::Intersector::MODEL, polytope);
+        _intersector = new osgUtil::PolytopeIntersector(osgUtil::Intersector::MODEL, polytope);
         _intersector->setIntersectionLimit(_limit);
         _intersector->setPrimitiveMask(osgUtil::PolytopeIntersector::TRIANGLE_PRIMITIVES);
         _intersector->setReferencePlane(polytope.getPlaneList().front());

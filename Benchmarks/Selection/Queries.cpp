@@ -22,9 +22,8 @@ class Places
     Real32 along(int axis, Real32 margin = 0)
     {
         Real32 const extent = _box.getMax()[axis] - _box.getMin()[axis];
-        return std::uniform_real_distribution<Real32>(_box.getMin()[axis] - margin * extent,
-                                                      _box.getMax()[axis] +
-                                                          margin * extent)(_random);
+        return std::uniform_real_distribution<Real32>(
+            _box.getMin()[axis] - margin * extent, _box.getMax()[axis] + margin * extent)(_random);
     }
     Pnt3f place(Real32 margin = 0)
     {

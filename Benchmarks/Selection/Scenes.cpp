@@ -181,9 +181,9 @@ struct RoomBuilder
         constexpr UInt32 Rows = 5;
         UInt32 const first = static_cast<UInt32>(positions.size());
         for(UInt32 i = 0; i < (Columns + 1) * (Rows + 1); ++i)
-            positions.push_back(
-                corner + right * (static_cast<Real32>(i % (Columns + 1)) / Columns) +
-                up * (static_cast<Real32>(i / (Columns + 1)) / Rows));
+            positions.push_back(corner +
+                                right * (static_cast<Real32>(i % (Columns + 1)) / Columns) +
+                                up * (static_cast<Real32>(i / (Columns + 1)) / Rows));
         for(UInt32 i = 0; i < Columns * Rows; ++i)
         {
             UInt32 const a = first + i / Columns * (Columns + 1) + i % Columns;
@@ -196,8 +196,7 @@ struct RoomBuilder
 NodePtr room(UInt32 storey, UInt32 number)
 {
     Vec3f const size(5.f, 3.f, 4.f);
-    Pnt3f const corner(static_cast<Real32>(number % 10) * 5.2f,
-                       static_cast<Real32>(storey) * 3.3f,
+    Pnt3f const corner(static_cast<Real32>(number % 10) * 5.2f, static_cast<Real32>(storey) * 3.3f,
                        -static_cast<Real32>(number / 10) * 4.2f);
     Vec3f const x(size[0], 0, 0);
     Vec3f const y(0, size[1], 0);

@@ -98,7 +98,8 @@ void add_contender(std::string const &name, std::function<std::unique_ptr<Conten
                 if(makeOurs != nullptr)
                 {
                     auto const ours = makeOurs();
-                    agrees = agree_on_all(name, count(), [&](std::size_t query)
+                    agrees = agree_on_all(name, count(),
+                                          [&](std::size_t query)
                                           { return agree(*ours, *contender, query); });
                 }
             }
@@ -129,8 +130,8 @@ void add_volumes(SceneName scene, VolumeQuery query, Mode mode)
 
 void add_rays(SceneName scene, RayQuery query)
 {
-    std::string const name = std::string(text_of(scene)) +
-                             (query == RayQuery::Down ? " rays down/" : " rays random/");
+    std::string const name =
+        std::string(text_of(scene)) + (query == RayQuery::Down ? " rays down/" : " rays random/");
     auto const count = [=] { return rays(scene, query).size(); };
     auto const ours = [=] { return our_rays(scene, query, true); };
     add_contender<RayContender>(name + "ours", ours, nullptr, count);
@@ -159,8 +160,8 @@ void touch_positions(SceneName name)
 /// Two picks on a geometry without an index; without the use of indices, two plain loops.
 void add_cold(SceneName scene, bool useIndex)
 {
-    std::string const name = std::string(text_of(scene)) + " first two picks/" +
-                             (useIndex ? "ours" : "plain-loop");
+    std::string const name =
+        std::string(text_of(scene)) + " first two picks/" + (useIndex ? "ours" : "plain-loop");
     auto const run = [=](benchmark::State &state)
     {
         auto const picks = our_volumes(scene, VolumeQuery::Q1, Mode::Exact, useIndex);

@@ -91,30 +91,29 @@ Action::FunctorStore *SelectionAction::getDefaultLeaveFunctors() { return _defau
 
 void SelectionAction::reinitialize()
 {
-    std::deque<Frustum>().swap(_frustumStack);
-    std::deque<Node *>().swap(_nodeStack);
-    std::deque<Matrix>().swap(_matrixStack);
+    _frustumStack.release();
+    _nodeStack.release();
+    _matrixStack.release();
 }
 
 void SelectionAction::pushFrustum(Frustum const &frustum)
 {
-    _frustumStack.push_back(frustum);
-    _frustumVolume = frustum.Volume();
+    Level const level{frustum, frustum.Volume()};
+    _frustumStack.push(level);
+    _frustumVolume = level.volume;
 }
 
 void SelectionAction::popFrustum()
 {
-    _frustumStack.pop_back();
-    _frustumVolume = _frustumStack.empty() ? FrustumVolume() : _frustumStack.back().Volume();
+    _frustumStack.pop();
+    _frustumVolume = _frustumStack.empty() ? FrustumVolume() : _frustumStack.top().volume;
 }
 
 ActionBase::ResultE SelectionAction::start()
 {
-    while(!_nodeStack.empty())
-        _nodeStack.pop_back();
-    while(!_matrixStack.empty())
-        _matrixStack.pop_back();
-    _matrixStack.push_back(Matrix());
+    _nodeStack.clear();
+    _matrixStack.clear();
+    _matrixStack.push(Matrix());
     _frustaOfHost = _frustumStack.size();
     _visitsOfHost = _visitSubTreeNodes.size();
     assert(_actor != nullptr);

@@ -109,17 +109,13 @@ void SelectionHandlers::registerHandlers(Action::Functor const &enterGeometry)
 bool SelectionHandlers::outside_frustum(SelectionAction const &action)
 {
     BoxVolume const &volume = action.getActNode()->getVolume();
-    return volume.isValid() && !volume.intersect(action.frustumVolume());
+    return volume.isValid() && !volume.intersectFrustum(action.frustumVolume());
 }
 
-SelectionFunctor::HitT SelectionHandlers::hit_here(SelectionAction const &action) const
+void SelectionHandlers::record_here(SelectionAction const &action)
 {
-    HitT hit;
-    hit.selectionType = getSelectionType();
-    hit.node = action.getActNode();
-    hit.matrix = action.topMatrix();
-    hit.visitSubTreeNodes = action.getVisitSubTreeNodes();
-    return hit;
+    records().addVisit(action.getActNode(), getSelectionType(), action.topMatrix(),
+                       action.getVisitSubTreeNodes());
 }
 
 // --- transforms ---
