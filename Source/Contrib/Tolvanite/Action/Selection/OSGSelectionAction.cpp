@@ -28,9 +28,9 @@ SelectionAction::~SelectionAction() = default;
 void SelectionAction::takeDefaults()
 {
     if(_defaultEnterFunctors != nullptr)
-        _enterFunctors = *_defaultEnterFunctors;
+        takeEnterFunctions(*_defaultEnterFunctors);
     if(_defaultLeaveFunctors != nullptr)
-        _leaveFunctors = *_defaultLeaveFunctors;
+        takeLeaveFunctions(*_defaultLeaveFunctors);
 }
 
 TransitPtr<SelectionAction> SelectionAction::create()
@@ -133,6 +133,27 @@ void SelectionAction::cancel()
     _visitSubTreeNodes.resize(_visitsOfHost);
     while(_frustumStack.size() > _frustaOfHost)
         popFrustum();
+}
+
+// The test of BoxVolume::intersectFrustum, in which rounding is monotone: where all corners of a
+// box are outside a plane, so are those of the boxes in it. NaN misses nothing.
+void SelectionAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const
+{
+    using Row = BoxLanes::Row;
+    for(std::size_t i = 0; i < count; ++i)
+    {
+        BoxLanes::Mask outside{};
+        for(Plane const &plane : _frustumVolume.getPlanes())
+        {
+            Vec3f const &n = plane.getNormal();
+            Row const &x = n[0] >= 0.f ? boxes[i].max[0] : boxes[i].min[0];
+            Row const &y = n[1] >= 0.f ? boxes[i].max[1] : boxes[i].min[1];
+            Row const &z = n[2] >= 0.f ? boxes[i].max[2] : boxes[i].min[2];
+            Row const distance = n[0] * x + n[1] * y + n[2] * z - plane.getDistanceFromOrigin();
+            outside |= distance < 0.f;
+        }
+        missed[i] = BoxLanes::bitsOf(outside);
+    }
 }
 
 bool SelectionAction::operator<(SelectionAction const &other) const

@@ -113,6 +113,7 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
 
     FunctorStore *getDefaultEnterFunctors() override;
     FunctorStore *getDefaultLeaveFunctors() override;
+    void findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const override;
 
   private:
     void takeDefaults();

@@ -181,9 +181,8 @@ SelectionRecords::Order SelectionRecords::farthestOfNodes() const
     for(auto run = order.begin(); run != order.end();)
     {
         Real32 const distance = _records[*run].distance;
-        auto const end =
-            std::find_if(run, order.end(), [&](UInt32 place)
-                         { return _records[place].distance != distance; });
+        auto const end = std::find_if(
+            run, order.end(), [&](UInt32 place) { return _records[place].distance != distance; });
         std::reverse(run, end);
         run = end;
     }
