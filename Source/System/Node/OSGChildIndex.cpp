@@ -35,13 +35,12 @@ struct NodeTable
     };
     using Entries = std::vector<Entry, MemAllocator<Entry>>;
     template <class Value>
-    using ByNode =
-        std::unordered_map<Node const *, Value, std::hash<Node const *>, std::equal_to<>,
-                           MemAllocator<std::pair<Node const *const, Value>>>;
+    using ByNode = std::unordered_map<Node const *, Value, std::hash<Node const *>, std::equal_to<>,
+                                      MemAllocator<std::pair<Node const *const, Value>>>;
 
     std::shared_mutex guard;
     ByNode<Entries> entries;
-    ByNode<bool> handedOut; // nodes with boxes that a host may write to
+    ByNode<bool> handedOut;       // nodes with boxes that a host may write to
     std::atomic<UInt32> used = 0; // number of elements in both
     std::atomic<UInt32> nHandedOut = 0;
     std::atomic<UInt32> built = 0;
@@ -108,8 +107,7 @@ struct NodeTable
         if(nHandedOut == 0)
             return false;
         std::shared_lock const hold(guard);
-        return handedOut.count(node) != 0 &&
-               (node->getChangeMask() & Node::VolumeFieldMask) != 0;
+        return handedOut.count(node) != 0 && (node->getChangeMask() & Node::VolumeFieldMask) != 0;
     }
 };
 
@@ -191,7 +189,8 @@ class ChildIndexBuilder
     ChildIndex::Bounds boundsOf(Node *node, UInt32 levels) const
     {
         WalkRole const role = roleOf(node);
-        if(!node->getVolume().isValid() || role == WalkRole::Other || levels == 0)
+        if(!node->getVolume().isValid() || role == WalkRole::Other || levels == 0 ||
+           NodeTable::the().isHandedOut(node))
             return AllBounds;
         if(role == WalkRole::Gated)
             return boundsOfBox(node);
@@ -225,7 +224,7 @@ class ChildIndexBuilder
         BoxVolume const &box = node->getVolume();
         if(box.isEmpty())
             return NoBounds;
-        if(box.isInfinite() || NodeTable::the().isHandedOut(node))
+        if(box.isInfinite())
             return AllBounds;
         ChildIndex::Bounds bounds;
         for(int axis = 0; axis < 3; ++axis)
@@ -253,16 +252,15 @@ ChildIndex const *ChildIndex::find(Node *node, WalkRoles const *roles)
             wasHere = true;
             if(entry->index != nullptr)
                 return entry->index->getNChildren() == node->getNChildren() ? entry->index.get()
-                                                                             : nullptr;
+                                                                            : nullptr;
         }
     }
     // See boundsOf.
-    if(!node->getVolume().isValid())
+    if(!node->getVolume().isValid() || table.isHandedOut(node))
         return nullptr;
     try
     {
-        return wasHere ? ChildIndexBuilder(roles).build(node)
-                       : table.publish(node, roles, nullptr);
+        return wasHere ? ChildIndexBuilder(roles).build(node) : table.publish(node, roles, nullptr);
     }
     catch(std::bad_alloc const &)
     {
