@@ -239,8 +239,8 @@ void IntersectAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8
             Row farthest;
             if(direction == 0.f)
             {
-                nearest = (position < min) | (position > max) ? Row{} + Far : Row{} - Far;
-                farthest = Row{} + Far;
+                nearest = Row{};
+                farthest = (position < min) | (position > max) ? Row{} - Far : Row{} + Far;
             }
             else
             {

@@ -29,11 +29,14 @@ class BoxAction : public Action
     explicit BoxAction(BoxVolume const &box)
         : query(box)
     {
-        for(FieldContainerType const *type : {&Transform::getClassType(), &Geometry::getClassType()})
+        for(FieldContainerType const *type :
+            {&Transform::getClassType(), &Geometry::getClassType()})
         {
             registerEnterFunction(
-                *type, [](NodeCore *, Action *action)
-                { return static_cast<BoxAction *>(action)->enter(); }, Promise::GatedByBox);
+                *type,
+                [](NodeCore *, Action *action)
+                { return static_cast<BoxAction *>(action)->enter(); },
+                Promise::GatedByBox);
             registerLeaveFunction(*type, &Action::_defaultLeaveFunction);
         }
         auto const pass = [](NodeCore *, Action *) { return Continue; };
@@ -85,7 +88,8 @@ struct PlainAction : BoxAction
     explicit PlainAction(BoxVolume const &box)
         : BoxAction(box)
     {
-        registerEnterFunction(Switch::getClassType(), [](NodeCore *, Action *) { return Continue; });
+        registerEnterFunction(Switch::getClassType(),
+                              [](NodeCore *, Action *) { return Continue; });
     }
 };
 
@@ -182,13 +186,14 @@ TEST_F(ChildIndexTest, AFunctionOnTheWayIsAlwaysReached)
     for(int i = 0; i < 10; ++i)
         root->addChild(make_row(100, 8));
     bring_up_to_date(root);
-    action.registerLeaveFunction(Group::getClassType(),
-                                 [&left](NodeCore *, Action *)
-                                 {
-                                     ++left;
-                                     return ActionBase::Continue;
-                                 },
-                                 Promise::KeepsScene);
+    action.registerLeaveFunction(
+        Group::getClassType(),
+        [&left](NodeCore *, Action *)
+        {
+            ++left;
+            return ActionBase::Continue;
+        },
+        Promise::KeepsScene);
     for(int walk = 0; walk < 3; ++walk)
     {
         left = 0;
