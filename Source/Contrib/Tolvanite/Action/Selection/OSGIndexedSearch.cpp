@@ -109,15 +109,6 @@ struct Ground
     UInt32 planesNearOrigin = 0; ///< those that the origin is not clearly inside of, as bits
 };
 
-/// The planes that box `child` is not clearly inside of, as bits.
-UInt32 crossed_planes(BoxGrades const &grades, UInt32 child)
-{
-    UInt32 state = 0;
-    for(UInt32 k = 0; k < 6; ++k)
-        state |= (grades.crossing[k] >> child & 1u) << k;
-    return state;
-}
-
 /// What widens the distances of boxes, for primitives that are clipped.
 struct Margins
 {
@@ -149,7 +140,7 @@ class ExtremeBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            UInt32 const crossed = crossed_planes(grades, child);
+            UInt32 const crossed = grades.crossed[child];
             Real32 const key = Best::key(grades.nearest[child], grades.farthest[child]);
             choices.state[child] = crossed;
             choices.key[child] =
@@ -190,7 +181,7 @@ class CrossingBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.state[child] = crossed_planes(grades, child);
+            choices.state[child] = grades.crossed[child];
             choices.key[child] = std::min(grades.nearest[child], _other) - _margin;
             if(choices.state[child] == 0 || node.first[child] >= _end ||
                !wants(choices.key[child], node.last[child]))
@@ -227,7 +218,7 @@ class FirstBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.state[child] = crossed_planes(grades, child);
+            choices.state[child] = grades.crossed[child];
             choices.key[child] = static_cast<Real32>(node.first[child]);
             if(!(grades.nearest[child] < _limit) || node.first[child] >= _first)
                 choices.wanted &= ~(1u << child);
@@ -595,7 +586,7 @@ class AnyBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            UInt32 const crossed = crossed_planes(grades, child);
+            UInt32 const crossed = grades.crossed[child];
             choices.state[child] = crossed;
             choices.key[child] = static_cast<Real32>(__builtin_popcount(crossed));
             isFound = isFound || crossed == 0;
