@@ -132,7 +132,7 @@ class ExtremeBoxes
     {
     }
 
-    void test(BoxNode const &node, UInt32 state, BoxChoices &choices) const
+    void test(BoxNode const &node, UInt32 state, BoxChoices &choices)
     {
         BoxGrades grades;
         grade_boxes(node, _planes, state, grades);
@@ -149,13 +149,21 @@ class ExtremeBoxes
                 choices.wanted &= ~(1u << child);
         }
     }
-    bool wants(Real32 key, UInt32 last) const { return _best.wants(key, last); }
+    bool wants(Real32 key, UInt32 last)
+    {
+        bool const isWanted = _best.wants(key, last);
+        _hasRefused = _hasRefused || !isWanted;
+        return isWanted;
+    }
+    /// Whether it has turned down a box that was not outside.
+    bool hasRefused() const { return _hasRefused; }
 
   private:
     BoxPlanes const &_planes;
     Best const &_best;
     Margins _margins;
     Real32 _other;
+    bool _hasRefused = false;
 };
 
 /// Chooses boxes that cross the volume's border, and so may hold a crossing triangle before
@@ -329,22 +337,24 @@ class TriangleSearch
                 offer(i);
                 return true;
             });
-        // A block that was looked at for the nearest corner has also offered its farthest one.
+        // A block that was looked at for the nearest corner has also offered its farthest one. So
+        // the second walk is left out where the first one has passed nothing over.
         SeenBlocks seen;
-        walkFor(_near,
-                [&](UInt32 block, UInt32 state)
-                {
-                    seen.add(block);
-                    offerBlock(block, state);
-                    return true;
-                });
-        walkFor(_far,
-                [&](UInt32 block, UInt32 state)
-                {
-                    if(!seen.has(block))
-                        offerBlock(block, state);
-                    return true;
-                });
+        bool const hasRefused = walkFor(_near,
+                                        [&](UInt32 block, UInt32 state)
+                                        {
+                                            seen.add(block);
+                                            offerBlock(block, state);
+                                            return true;
+                                        });
+        if(hasRefused)
+            walkFor(_far,
+                    [&](UInt32 block, UInt32 state)
+                    {
+                        if(!seen.has(block))
+                            offerBlock(block, state);
+                        return true;
+                    });
         Extremes result;
         complete(geometry, _near, result.near);
         complete(geometry, _far, result.far);
@@ -354,12 +364,15 @@ class TriangleSearch
     }
 
   private:
+    /// Walks for the nearest or the farthest corner. True where boxes were passed over that were
+    /// not outside.
     template <class Best, class Visit>
-    void walkFor(Best const &best, Visit visit)
+    bool walkFor(Best const &best, Visit visit)
     {
         ExtremeBoxes<Best> boxes(_ground.boxPlanes, best, {0.f, _margin},
                                  Best::key(_origin, _origin));
         _ground.walkBlocks(boxes, visit);
+        return boxes.hasRefused();
     }
 
     void offerBlock(UInt32 block, UInt32 state)
