@@ -2,6 +2,7 @@
 #include <cmath>
 #include <memory>
 
+#include "OSGPrimitiveBox.h"
 #include "OSGPrimitiveIndex.h"
 #include "OSGSpaceOrder.h"
 
@@ -9,77 +10,8 @@ namespace OSG
 {
 namespace
 {
-// Sums of a few products of such numbers with components of unit vectors are finite.
-constexpr Real32 LargestTame = 1e18f;
 // An index with more untamed primitives than one in this many is not worth its memory.
 constexpr UInt32 UntamedShare = 8;
-
-using Lanes = Real32 __attribute__((vector_size(16)));
-
-Lanes smaller(Lanes a, Lanes b) { return a < b ? a : b; }
-Lanes larger(Lanes a, Lanes b) { return a > b ? a : b; }
-
-/// A box as it is kept.
-struct Bounds
-{
-    Real32 low[3];
-    Real32 high[3];
-};
-
-/// A box as it is computed, three numbers side by side.
-struct Box
-{
-    Lanes low = {};
-    Lanes high = {};
-
-    Box() = default;
-    explicit Box(Bounds const &bounds)
-        : low{bounds.low[0], bounds.low[1], bounds.low[2], 0.f}
-        , high{bounds.high[0], bounds.high[1], bounds.high[2], 0.f}
-    {
-    }
-    /// The corners of a primitive. `isTame` becomes false where one of them is not.
-    template <std::size_t Corners>
-    Box(Pnt3f const (&corners)[Corners], bool &isTame)
-    {
-        constexpr Real32 Most = LargestTame;
-        Lanes const first = {corners[0][0], corners[0][1], corners[0][2], 0.f};
-        low = first;
-        high = first;
-        auto tame = (first <= Most) & (first >= -Most); // NaN is not
-        for(std::size_t c = 1; c < Corners; ++c)
-        {
-            Lanes const corner = {corners[c][0], corners[c][1], corners[c][2], 0.f};
-            tame &= (corner <= Most) & (corner >= -Most);
-            low = smaller(low, corner);
-            high = larger(high, corner);
-        }
-        isTame = (tame[0] & tame[1] & tame[2]) != 0;
-    }
-
-    /// The box of both.
-    Box with(Box const &other) const
-    {
-        Box both;
-        both.low = smaller(low, other.low);
-        both.high = larger(high, other.high);
-        return both;
-    }
-    Bounds getBounds() const { return {{low[0], low[1], low[2]}, {high[0], high[1], high[2]}}; }
-    Pnt3f getLow() const { return Pnt3f(low[0], low[1], low[2]); }
-    Pnt3f getHigh() const { return Pnt3f(high[0], high[1], high[2]); }
-    Pnt3f getMiddle() const
-    {
-        Lanes const middle = (low + high) * 0.5f;
-        return Pnt3f(middle[0], middle[1], middle[2]);
-    }
-    /// The sum of the lengths of three edges.
-    Real32 size() const
-    {
-        Lanes const extent = high - low;
-        return extent[0] + extent[1] + extent[2];
-    }
-};
 } // namespace
 
 template <class Rule>
@@ -137,11 +69,11 @@ class PrimitiveIndexBuilder
         }
         void release()
         {
-            boxes = MemArray<Bounds>();
+            boxes = MemArray<PrimitiveBounds>();
             places = MemArray<UInt32>();
         }
 
-        MemArray<Bounds> boxes;
+        MemArray<PrimitiveBounds> boxes;
         MemArray<UInt32> places; // as the index has them
         MemArray<UInt32> order;
         UInt32 count = 0;
@@ -221,17 +153,17 @@ class PrimitiveIndexBuilder
         PartReader<Rule> reader(*_index, _geometry);
         bool areGood = _index->_size <= LargestNumber;
         UInt32 inRun = 0;
-        Box run;
+        PrimitiveBox run;
         for(UInt32 i = 0; i < _index->_size; ++i)
         {
             bool isTame = true;
-            Box const own = boxOf(reader, i, isTame);
+            PrimitiveBox const own = boxOf(reader, i, isTame);
             if(!isTame)
             {
                 areGood = false;
                 continue;
             }
-            Box const both = run.with(own);
+            PrimitiveBox const both = run.with(own);
             ++_tame;
             if(inRun > 0 && inRun < BlockSize && both.size() <= 2 * (run.size() + own.size()))
             {
@@ -247,7 +179,7 @@ class PrimitiveIndexBuilder
     }
 
     // False where there is no room for so many runs.
-    bool closeRun(Runs &runs, Box const &box, UInt32 first, UInt32 size)
+    bool closeRun(Runs &runs, PrimitiveBox const &box, UInt32 first, UInt32 size)
     {
         if(size == 0)
             return true;
@@ -264,7 +196,7 @@ class PrimitiveIndexBuilder
     {
         SpaceOrder order(runs.count, _box.getLow(), _box.getHigh());
         for(UInt32 i = 0; i < runs.count; ++i)
-            order.add(i, Box(runs.boxes[i]).getMiddle());
+            order.add(i, PrimitiveBox(runs.boxes[i]).getMiddle());
         runs.order = order.finish();
     }
 
@@ -276,7 +208,7 @@ class PrimitiveIndexBuilder
         for(UInt32 i = 0; i < size; ++i)
         {
             bool isTame = true;
-            Box const box = boxOf(reader, i, isTame);
+            PrimitiveBox const box = boxOf(reader, i, isTame);
             if(isTame)
                 order.add(i, box.getMiddle());
         }
@@ -291,11 +223,11 @@ class PrimitiveIndexBuilder
         }
     }
 
-    static Box boxOf(PartReader<Rule> &reader, UInt32 i, bool &isTame)
+    static PrimitiveBox boxOf(PartReader<Rule> &reader, UInt32 i, bool &isTame)
     {
         Pnt3f corners[Rule::Corners];
         reader.read(i, corners);
-        return Box(corners, isTame);
+        return PrimitiveBox(corners, isTame);
     }
 
     // --- tree ---
@@ -324,7 +256,7 @@ class PrimitiveIndexBuilder
             UInt32 &entry = runs.order[block];
             UInt32 const place = runs.places[entry];
             UInt32 const first = place / BlockSize;
-            put(nodes, block, Box(runs.boxes[entry]), first, first + place % BlockSize);
+            put(nodes, block, PrimitiveBox(runs.boxes[entry]), first, first + place % BlockSize);
             entry = place;
         }
         clearRest(nodes, runs.count);
@@ -341,7 +273,7 @@ class PrimitiveIndexBuilder
             UInt32 first = _index->primitiveAt(at);
             UInt32 last = first;
             bool isTame = true; // they all are
-            Box box = boxOf(reader, first, isTame);
+            PrimitiveBox box = boxOf(reader, first, isTame);
             for(UInt32 place = at + 1; place < at + _index->blockSize(block); ++place)
             {
                 UInt32 const i = _index->primitiveAt(place);
@@ -363,7 +295,7 @@ class PrimitiveIndexBuilder
         {
             BoxNode const &node = below[i];
             UInt32 const children = _index->childrenOf(level - 1, i);
-            Box box = boxOf(node, 0);
+            PrimitiveBox box = boxOf(node, 0);
             UInt32 first = node.first[0];
             UInt32 last = node.last[0];
             for(UInt32 child = 1; child < BoxNode::Width && (children >> child & 1u) != 0; ++child)
@@ -377,13 +309,13 @@ class PrimitiveIndexBuilder
         clearRest(nodes, count);
     }
 
-    static Box boxOf(BoxNode const &node, UInt32 child)
+    static PrimitiveBox boxOf(BoxNode const &node, UInt32 child)
     {
         Real32 const(&b)[6][BoxNode::Width] = node.bound;
-        return Box(Bounds{{b[0][child], b[1][child], b[2][child]},
-                          {b[3][child], b[4][child], b[5][child]}});
+        return PrimitiveBox(PrimitiveBounds{{b[0][child], b[1][child], b[2][child]},
+                                            {b[3][child], b[4][child], b[5][child]}});
     }
-    static void put(BoxNode *nodes, UInt32 i, Box const &box, UInt32 first, UInt32 last)
+    static void put(BoxNode *nodes, UInt32 i, PrimitiveBox const &box, UInt32 first, UInt32 last)
     {
         BoxNode &node = nodes[i / BoxNode::Width];
         UInt32 const child = i % BoxNode::Width;
@@ -399,13 +331,13 @@ class PrimitiveIndexBuilder
     static void clearRest(BoxNode *nodes, UInt32 count)
     {
         for(UInt32 i = count; i % BoxNode::Width != 0; ++i)
-            put(nodes, i, Box(), 0, 0);
+            put(nodes, i, PrimitiveBox(), 0, 0);
     }
 
     Geometry const &_geometry;
     std::unique_ptr<PrimitiveIndex> _index;
     UInt32 _tame = 0;
-    Box _box; // of all tame primitives
+    PrimitiveBox _box; // of all tame primitives
     bool _hasBox = false;
 };
 

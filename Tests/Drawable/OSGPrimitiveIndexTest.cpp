@@ -5,13 +5,11 @@
 #include <memory>
 
 #include <gmock/gmock.h>
-#include <hwy/targets.h>
 
 #include "GeometryBuilders.h"
 #include "LogCapture.h"
 #include "OSGBoxWalk.h"
 #include "OSGGeometryIterators.h"
-#include "OSGSpaceOrder.h"
 #include "RandomNumbers.h"
 
 namespace OSG::Test
@@ -293,150 +291,6 @@ TEST(PrimitiveIndex, LeavesNothingBehindWhereMemoryRunsOut)
     }
     EXPECT_GE(failures, 4);
     EXPECT_LT(failures, 20);
-}
-
-// --- boxes and planes ---
-
-Real32 odd_number(RandomNumbers &random)
-{
-    Real32 const scales[] = {0.f, 1e-40f, 1e-3f, 1.f, 1e5f, 1e18f};
-    return random.real(-1.f, 1.f) * scales[random.below(6)];
-}
-
-void fill(RandomNumbers &random, BoxNode &node, BoxPlanes &planes)
-{
-    for(UInt32 child = 0; child < BoxNode::Width; ++child)
-        for(UInt32 axis = 0; axis < 3; ++axis)
-        {
-            Real32 const a = odd_number(random);
-            Real32 const b = odd_number(random);
-            node.bound[axis][child] = std::min(a, b);
-            node.bound[axis + 3][child] = std::max(a, b);
-        }
-    for(UInt32 k = 0; k < BoxPlanes::Capacity; ++k)
-    {
-        Plane plane;
-        plane.setValue(random.below(4) == 0 ? Vec3f(0, -0.f, 1) : random.vector(),
-                       odd_number(random));
-        planes.set(k, plane, random.below(2) == 0 ? 0.f : 0.1f);
-    }
-}
-
-void expect_same_bits(BoxGrades const &grades, BoxGrades const &expected)
-{
-    ASSERT_EQ(grades.outside, expected.outside);
-    ASSERT_EQ(std::memcmp(grades.crossed, expected.crossed, sizeof(grades.crossed)), 0);
-    ASSERT_EQ(std::memcmp(grades.nearest, expected.nearest, sizeof(grades.nearest)), 0);
-    ASSERT_EQ(std::memcmp(grades.farthest, expected.farthest, sizeof(grades.farthest)), 0);
-}
-
-TEST(BoxGrades, HaveTheSameBitsWithEveryInstructionSetOfTheMachine)
-{
-    std::int64_t const all = hwy::SupportedTargets();
-    int sets = 0;
-    for(std::int64_t rest = all; rest != 0; rest &= rest - 1)
-    {
-        hwy::SetSupportedTargetsForTest(rest & -rest);
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-        RandomNumbers random(302);
-        for(int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round)
-        {
-            BoxNode node = {};
-            BoxPlanes planes;
-            fill(random, node, planes);
-            UInt32 const mask = random.below(64);
-            BoxGrades grades;
-            BoxGrades expected;
-            grade_boxes(node, planes, mask, grades);
-            grade_boxes_slowly(node, planes, mask, expected);
-            expect_same_bits(grades, expected);
-        }
-        ++sets;
-    }
-    hwy::SetSupportedTargetsForTest(0);
-    hwy::GetChosenTarget().DeInit();
-    EXPECT_GE(sets, 1);
-    RecordProperty("InstructionSets", sets);
-}
-
-TEST(BoxGrades, SpeakForEveryPointInABox)
-{
-    RandomNumbers random(303);
-    int outside = 0;
-    int inside = 0;
-    for(int round = 0; round < 20000; ++round)
-    {
-        BoxNode node = {};
-        BoxPlanes planes;
-        fill(random, node, planes);
-        BoxGrades grades;
-        grade_boxes(node, planes, 1, grades);
-        UInt32 const child = random.below(8);
-        Pnt3f point;
-        for(UInt32 axis = 0; axis < 3; ++axis)
-        {
-            Real32 const low = node.bound[axis][child];
-            Real32 const high = node.bound[axis + 3][child];
-            point[axis] = random.below(2) == 0 ? low : std::clamp(odd_number(random), low, high);
-        }
-        auto const distance = [&](BoxPlanes::Entry const &entry)
-        {
-            Plane plane;
-            plane.setValue(Vec3f(entry.normal[0], entry.normal[1], entry.normal[2]),
-                           entry.distance);
-            return plane.distance(point);
-        };
-        ASSERT_LE(grades.nearest[child], distance(planes.planes[6]));
-        ASSERT_GE(grades.farthest[child], distance(planes.planes[6]));
-        bool const isInside = distance(planes.planes[0]) >= 0.f;
-        if((grades.outside >> child & 1u) != 0)
-        {
-            ASSERT_FALSE(isInside);
-            ++outside;
-        }
-        else if(grades.crossed[child] == 0)
-        {
-            ASSERT_GE(distance(planes.planes[0]), planes.planes[0].margin);
-            ++inside;
-        }
-    }
-    EXPECT_GT(outside, 3000);
-    EXPECT_GT(inside, 3000);
-}
-
-// --- order in space ---
-
-TEST(SpaceOrder, PutsNeighboursInSpaceSideBySide)
-{
-    RandomNumbers random(304);
-    constexpr UInt32 Count = 4096;
-    std::vector<Pnt3f> points;
-    SpaceOrder order(Count, Pnt3f(-1, -1, -1), Pnt3f(1, 1, 1));
-    for(UInt32 i = 0; i < Count; ++i)
-    {
-        points.push_back(random.point(-1.f, 1.f));
-        order.add(i, points.back());
-    }
-    MemArray<UInt32> const sorted = order.finish();
-    std::vector<UInt32> numbers(sorted.data(), sorted.data() + Count);
-    double steps = 0;
-    for(UInt32 i = 1; i < Count; ++i)
-        steps += (points[numbers[i]] - points[numbers[i - 1]]).length();
-    // Random neighbours are 1.3 apart, those in a grid of 16 by 16 by 16 cells 0.125.
-    EXPECT_LT(steps / Count, 0.25);
-    std::sort(numbers.begin(), numbers.end());
-    for(UInt32 i = 0; i < Count; ++i)
-        ASSERT_EQ(numbers[i], i);
-}
-
-TEST(SpaceOrder, KeepsTheOrderOfPointsAtOnePlace)
-{
-    SpaceOrder order(5, Pnt3f(2, 2, 2), Pnt3f(2, 2, 2));
-    for(UInt32 i = 0; i < 5; ++i)
-        order.add(i, Pnt3f(2, 2, 2));
-    MemArray<UInt32> const numbers = order.finish();
-    for(UInt32 i = 0; i < 5; ++i)
-        EXPECT_EQ(numbers[i], i);
 }
 } // namespace
 } // namespace OSG::Test
