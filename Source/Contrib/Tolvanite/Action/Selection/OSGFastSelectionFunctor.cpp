@@ -39,7 +39,9 @@ ActionBase::ResultE FastSelectionFunctor::enterGeometry(NodeCore *core, Action *
 void FastSelectionFunctor::triangles(SelectionAction const &action, Plane const &,
                                      Geometry const *geometry)
 {
-    if(SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data()))
-        addFirstHit(hit_here(action));
+    if(!SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data()))
+        return;
+    record_here(action);
+    records().addFirst({0.f, -1, 0, false, Pnt3f(), Vec3f()});
 }
 } // namespace OSG

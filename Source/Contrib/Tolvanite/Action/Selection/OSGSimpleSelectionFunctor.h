@@ -10,7 +10,6 @@ namespace OSG
 class Geometry;
 namespace SelectionSearch
 {
-struct Extreme;
 struct Extremes;
 } // namespace SelectionSearch
 
@@ -37,6 +36,5 @@ class OSG_CONTRIBTOLVANITE_API SimpleSelectionFunctor : public SelectionHandlers
     void points(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
     /// Records hits. Their points are transformed to the space of the root.
     void record(SelectionAction const &action, SelectionSearch::Extremes const &extremes);
-    HitT hit_at(SelectionAction const &action, SelectionSearch::Extreme const &extreme) const;
 };
 } // namespace OSG
