@@ -22,7 +22,8 @@ struct SmallBlockCache
     };
     List lists[SmallClasses];
 };
-/// Every thread begins and ends with a cache without blocks and without room, which all threads share.
+/// Every thread begins and ends with a cache without blocks and without room, which all threads
+/// share.
 extern constinit OSG_STATIC_TLS thread_local SmallBlockCache *small_block_cache;
 
 void *refill_and_take(UInt32 sizeClass) noexcept;

@@ -140,7 +140,10 @@ Chunk &chunk_of(void const *block)
 {
     return range_of(block).chunks[place_in_range(block) / ChunkBytes];
 }
-Area &area_of(void const *block) { return range_of(block).areas[place_in_range(block) / AreaBytes]; }
+Area &area_of(void const *block)
+{
+    return range_of(block).areas[place_in_range(block) / AreaBytes];
+}
 
 // --- all chunks ---
 
@@ -148,10 +151,10 @@ struct AllChunks
 {
     ShortLock guard;
     std::atomic<void const *> forkingThread{nullptr}; // that one holds the guard
-    Links<Chunk> partial[SmallClasses]; // with free blocks and taken ones
-    Links<Area> open;                   // with empty chunks and used ones
-    Links<Area> idle;                   // without blocks
-    Links<Area> cold;                   // without blocks, and the memory is with the system
+    Links<Chunk> partial[SmallClasses];               // with free blocks and taken ones
+    Links<Area> open;                                 // with empty chunks and used ones
+    Links<Area> idle;                                 // without blocks
+    Links<Area> cold; // without blocks, and the memory is with the system
     std::size_t numIdle = 0;
     std::size_t numResident = 0;
 

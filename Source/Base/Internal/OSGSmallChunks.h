@@ -2,8 +2,8 @@
 
 /// \file
 /// What the pool of small blocks consists of. Blocks of one size lie in a chunk of 64 KiB, and 32
-/// chunks in an area of 2 MiB. The memory of an area may go back to the system when all of its blocks
-/// are free; its addresses are kept for the next area.
+/// chunks in an area of 2 MiB. The memory of an area may go back to the system when all of its
+/// blocks are free; its addresses are kept for the next area.
 
 #include <atomic>
 #include <cstddef>
@@ -25,8 +25,8 @@ struct FreeSmallBlock
     FreeSmallBlock *next;
 };
 
-/// At most `count` free blocks of a class. Those of one chunk come by ascending addresses. Null where
-/// there is no memory.
+/// At most `count` free blocks of a class. Those of one chunk come by ascending addresses. Null
+/// where there is no memory.
 FreeSmallBlock *take_small_blocks(UInt32 sizeClass, UInt32 count) noexcept;
 /// Gives the blocks of a list back. Their classes may differ.
 void give_small_blocks(FreeSmallBlock *list) noexcept;
@@ -45,8 +45,8 @@ inline constexpr std::size_t MostIdleBytes = std::size_t(32) << 20;
 inline constexpr unsigned SmallChunkBits = 16;
 inline constexpr unsigned SmallRangeBits = 31;
 
-/// What the pool knows about the chunks in 2 GiB of addresses. The system gives memory for the parts
-/// that are used.
+/// What the pool knows about the chunks in 2 GiB of addresses. The system gives memory for the
+/// parts that are used.
 struct SmallRange;
 
 /// The classes of all chunks, by their addresses.
