@@ -6,7 +6,7 @@
 /// Blocks of at most 256 bytes come from a pool, other blocks from the back end. Each thread keeps
 /// up to 8 KiB of free blocks of a size; they become free for other threads when the thread ends.
 /// The child of a fork does not get those of the other threads. The pool takes memory from the
-/// system in pieces of 2 MiB. Of the pieces without blocks it keeps 32 MiB for the next scene, and
+/// system in pieces of 2 MiB. Of the pieces without blocks it keeps 64 MiB for the next scene, and
 /// gives the memory of the others back. A piece in which one block is left stays as a whole.
 ///
 /// The pool is off under the address and thread sanitizers, and where the back end was replaced. A

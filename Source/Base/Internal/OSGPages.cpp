@@ -29,11 +29,6 @@ void *map_aligned_pages(std::size_t bytes) noexcept
     return begin + before;
 }
 
-void prefer_huge_pages(void *begin, std::size_t bytes) noexcept
-{
-    madvise(begin, bytes, MADV_HUGEPAGE);
-}
-
 void discard_pages(void *begin, std::size_t bytes) noexcept
 {
     madvise(begin, bytes, MADV_DONTNEED);
@@ -41,7 +36,6 @@ void discard_pages(void *begin, std::size_t bytes) noexcept
 #else
 void *map_pages(std::size_t) noexcept { return nullptr; }
 void *map_aligned_pages(std::size_t) noexcept { return nullptr; }
-void prefer_huge_pages(void *, std::size_t) noexcept {}
 void discard_pages(void *, std::size_t) noexcept {}
 #endif
 } // namespace OSG

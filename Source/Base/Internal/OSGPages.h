@@ -12,8 +12,6 @@ namespace OSG
 void *map_pages(std::size_t bytes) noexcept;
 /// The same at an address that `bytes`, a power of two, divides.
 void *map_aligned_pages(std::size_t bytes) noexcept;
-/// Asks for huge pages, which the system takes and gives in one piece.
-void prefer_huge_pages(void *begin, std::size_t bytes) noexcept;
 /// Gives memory back to the system. The addresses stay valid, and what is read there later is zero.
 void discard_pages(void *begin, std::size_t bytes) noexcept;
 } // namespace OSG

@@ -15,7 +15,7 @@ constinit SmallChunkMap small_chunk_map;
 namespace
 {
 constexpr std::size_t ChunkBytes = std::size_t(1) << SmallChunkBits;
-constexpr std::size_t AreaBytes = std::size_t(1) << 21; // a huge page
+constexpr std::size_t AreaBytes = std::size_t(1) << 21;
 constexpr std::size_t ChunksPerArea = AreaBytes / ChunkBytes;
 constexpr std::size_t RangeBytes = std::size_t(1) << SmallRangeBits;
 constexpr std::size_t WordBits = 64;
@@ -205,9 +205,6 @@ Area *AllChunks::mapArea()
             return nullptr;
         range->store(fresh->classes);
     }
-    // A program with few blocks shall not take a huge page for them.
-    if(numResident != 0)
-        prefer_huge_pages(memory, AreaBytes);
     Area &area = area_of(memory);
     area.begin = memory;
     return &area;

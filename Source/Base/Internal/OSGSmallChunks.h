@@ -40,7 +40,7 @@ void unlock_small_chunks() noexcept;
 std::size_t small_area_bytes() noexcept;
 /// This many bytes of areas without blocks stay with the process, so that the next scene does not
 /// have to fetch them again.
-inline constexpr std::size_t MostIdleBytes = std::size_t(32) << 20;
+inline constexpr std::size_t MostIdleBytes = std::size_t(64) << 20;
 
 inline constexpr unsigned SmallChunkBits = 16;
 inline constexpr unsigned SmallRangeBits = 31;
