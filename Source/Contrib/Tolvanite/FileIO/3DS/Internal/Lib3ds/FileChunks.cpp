@@ -1,0 +1,55 @@
+#include "Chunks.h"
+
+namespace OSG::Lib3ds
+{
+namespace
+{
+void read_editor(Chunk chunk, File &file)
+{
+    while(chunk.hasChild())
+    {
+        Chunk const part = chunk.child();
+        if(part.kind() == MaterialChunk)
+            read_material(part, file);
+        else if(part.kind() == ObjectChunk)
+            read_object(part, file);
+        else
+            chunk.messages().passOver(part.kind());
+    }
+}
+
+void read_sections(Chunk chunk, File &file)
+{
+    while(chunk.hasChild())
+    {
+        Chunk const section = chunk.child();
+        if(section.kind() == EditorChunk)
+            read_editor(section, file);
+        else if(section.kind() == KeyframerChunk)
+            read_keyframer(section, file);
+        else
+            chunk.messages().passOver(section.kind());
+    }
+}
+} // namespace
+
+void read_file(OutermostChunk const &outermost, File &file)
+{
+    Chunk const chunk = outermost.chunk();
+    switch(chunk.kind())
+    {
+    case MainChunk:
+    case LibraryChunk:
+    case ProjectChunk:
+        read_sections(chunk, file);
+        break;
+    case EditorChunk:
+        read_editor(chunk, file);
+        break;
+    default:
+        chunk.messages().fail("Chunk " + hex(chunk.kind()) + " does not begin a 3DS file");
+    }
+    link_nodes(file, chunk.messages());
+    file.publish();
+}
+} // namespace OSG::Lib3ds
