@@ -7,8 +7,8 @@ A program is a file named *Benchmarks. PROGRAM chooses one (containers for Conta
 without it all programs run. Each program receives the options. Benchmarks are named CASE/ours and
 CASE/PEER. The benchmarks of a case run interleaved in one process, with seven repetitions unless
 an option says otherwise. For each case the script prints the median time with its range, and the
-ratio of the medians with the least and the greatest ratio that the ranges allow. Below 1 we are
-faster.
+ratio of the medians with the least and the greatest ratio that the ranges allow, both ways round.
+Where `ours / PEER` is below 1, and `PEER / ours` above it, we are faster.
 """
 import json
 import pathlib
@@ -22,13 +22,13 @@ MODIFIERS = re.compile(r"(/(iterations|repeats|min_time|min_warmup_time|real_tim
 
 
 def quantity(entry):
-    """The result of a repetition and its unit."""
+    """The result of a repetition: bytes, or a time in nanoseconds."""
     if "bytes" in entry:
         return entry["bytes"], "bytes"
     if "items_per_second" in entry:
-        return 1e9 / entry["items_per_second"], "ns"
-    scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}[entry["time_unit"]]
-    return entry["real_time"] * scale, "ms"
+        return 1e9 / entry["items_per_second"], "time"
+    scale = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}[entry["time_unit"]]
+    return entry["real_time"] * scale, "time"
 
 
 def run(program, options):
@@ -50,19 +50,32 @@ def run(program, options):
 
 
 def describe(values, unit):
-    return f"{statistics.median(values):10.3f} {unit} ({min(values):.3f} to {max(values):.3f})"
+    median = statistics.median(values)
+    scale = 1.0
+    if unit == "time":
+        unit, scale = next((name, size) for name, size in
+                           (("s", 1e9), ("ms", 1e6), ("us", 1e3), ("ns", 0.0)) if median >= size)
+        scale = scale or 1.0
+    return (f"{median / scale:10.3f} {unit} "
+            f"({min(values) / scale:.3f} to {max(values) / scale:.3f})")
+
+
+def number(value):
+    """Three significant digits, without an exponent where the value is large."""
+    return f"{value:,.0f}" if value >= 100 else f"{value:.3g}"
 
 
 def report(case, unit, contenders):
     print(case)
     for name, values in contenders.items():
-        print(f"  {name:<16}{describe(values, unit)}")
+        print(f"  {name:<24}{describe(values, unit)}")
     ours = contenders.get("ours")
     for name, values in contenders.items():
         if ours and name != "ours":
             ratio = statistics.median(ours) / statistics.median(values)
-            print(f"  ours / {name}: {ratio:.2f} "
-                  f"({min(ours) / max(values):.2f} to {max(ours) / min(values):.2f})")
+            low, high = min(ours) / max(values), max(ours) / min(values)
+            print(f"  ours / {name}: {number(ratio)} ({number(low)} to {number(high)}); "
+                  f"{name} / ours: {number(1 / ratio)} ({number(1 / high)} to {number(1 / low)})")
 
 
 def main():
@@ -74,7 +87,7 @@ def main():
     if not programs:
         raise SystemExit(f"no such benchmark program in {folder}")
     for program in programs:
-        for (case, unit), contenders in run(program, options).items():
+        for (case, unit), contenders in sorted(run(program, options).items()):
             report(case, unit, contenders)
 
 

@@ -1,202 +1,222 @@
-// Selects by a box in the middle of a terrain. Both sides have the same triangles in one geometry
-// and the same six planes. Neither has an index over the triangles.
+// Selections and rays in scenes of up to ten million triangles, beside OpenSceneGraph, plain and
+// with its k-d trees, and Embree. Scenes.h and Queries.h say what is asked. A query of ours is
+// reinitialize, pushFrustum, apply and reading every record of FrontHits and BackHits. Exact stands
+// beside the peer's polytope intersector without limit, fast beside LIMIT_ONE_PER_DRAWABLE.
 //
-// "nearest": both test every triangle. We keep the nearest and the farthest place in the box. The
-// peer keeps a place for each triangle in the box, nearest first; it has no mode that keeps fewer.
-// "whether": both stop at the first triangle inside.
+// All contenders answer the same queries, one after the other. Before a peer is measured its
+// answers are held against ours: the geometries that a volume hits, the distances along rays.
+//
+// The names begin with the scene, so that --benchmark_filter='^S[134] ' is a quick look.
 
-#include <sstream>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <set>
+#include <string>
 
 #include <benchmark/benchmark.h>
 
-#include "OSGFastSelectionFunctor.h"
+#include "Contenders.h"
+#include "OSGChangeList.h"
 #include "OSGGeometry.h"
-#include "OSGGeometryIterators.h"
-#include "OSGNode.h"
-#include "OSGNodeWalker.h"
-#include "OSGSceneFileHandler.h"
-#include "OSGSelectionAction.h"
-#include "OSGSimpleSelectionFunctor.h"
-#include "SceneGraph.h"
-#include "TerrainObj.h"
-
-#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
-#include <osg/Geode>
-#include <osg/Geometry>
-#include <osgUtil/IntersectionVisitor>
-#include <osgUtil/PolytopeIntersector>
-#endif
+#include "OSGThread.h"
+#include "OSGTypedGeoProperties.h"
 
 namespace OSG::Bench
 {
 namespace
 {
-// A box in the middle of the 177 by 177 units, seven units wide, from below the ground to above the
-// hills.
-Frustum middle()
-{
-    Pnt3f const corners[8] = {{85, -1, -85}, {92, -1, -85}, {92, 12, -85}, {85, 12, -85},
-                              {85, -1, -92}, {92, -1, -92}, {92, 12, -92}, {85, 12, -92}};
-    return Frustum(corners);
-}
+constexpr Real64 MinSeconds = 0.2;
 
-// 28 by 28 cells of a quarter unit, two triangles each.
-constexpr std::size_t TrianglesWhollyInside = 28 * 28 * 2;
-
-Node *terrain()
+/// Asks one query after the other. A later run goes on where the former ended, so that slow
+/// contenders get to all queries as well.
+template <class Contender>
+void measure(benchmark::State &state, Contender &contender, std::size_t queries, std::size_t &next)
 {
-    static UnrecordedRefPtr<Node> const scene = []
-    {
-        bring_up();
-        std::istringstream in(terrain_obj(1000000, TerrainCorners::Positions));
-        UnrecordedRefPtr<Node> read(SceneFileHandlerBase::the()->read(in, "obj"));
-        read->updateVolume();
-        return read;
-    }();
-    return scene;
-}
-
-template <class Functor, class... Settings>
-void select_by_us(benchmark::State &state, Settings... settings)
-{
-    Node *const root = terrain();
-    UnrecordedRefPtr<SelectionAction> const action(SelectionAction::create());
-    Functor functor(action, settings...);
     for([[maybe_unused]] auto _ : state)
     {
-        action->reinitialize();
-        action->pushFrustum(middle());
-        action->apply(root);
-        benchmark::DoNotOptimize(functor.hits(SelectionFunctor::FrontHits).size());
+        benchmark::DoNotOptimize(contender.ask(next));
+        next = next + 1 < queries ? next + 1 : 0;
     }
-    if(functor.hits(SelectionFunctor::FrontHits).size() != 1)
-        state.SkipWithError("the geometry is hit");
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations()));
 }
 
-void nearest_by_us(benchmark::State &state)
+// --- agreement ---
+
+/// Compares up to 40 answers, as many as take no longer than a few seconds.
+bool agree_on_all(std::string const &name, std::size_t queries,
+                  std::function<bool(std::size_t)> const &agree)
 {
-    select_by_us<SimpleSelectionFunctor>(state, SelectionFunctor::SelectTriangles,
-                                         SelectionFunctor::NearPlane);
+    auto const begin = std::chrono::steady_clock::now();
+    std::size_t const most = std::min<std::size_t>(queries, 40);
+    std::size_t asked = 0;
+    std::size_t same = 0;
+    while(asked < most && std::chrono::steady_clock::now() - begin < std::chrono::seconds(3))
+        same += agree(asked++ * queries / most) ? 1 : 0;
+    std::fprintf(stderr, "%s: %zu of %zu answers agree\n", name.c_str(), same, asked);
+    // The peers compute in other precisions, which may decide at the border of a volume.
+    return same * 20 >= asked * 19;
 }
 
-void whether_by_us(benchmark::State &state) { select_by_us<FastSelectionFunctor>(state); }
+bool agree(VolumeContender &ours, VolumeContender &peer, std::size_t query)
+{
+    ours.ask(query);
+    peer.ask(query);
+    return ours.shapes() == peer.shapes();
+}
+
+bool agree(RayContender &ours, RayContender &peer, std::size_t query)
+{
+    Real64 const a = ours.ask(query);
+    Real64 const b = peer.ask(query);
+    return (a < 0) == (b < 0) && std::abs(a - b) <= 1e-3 * std::max(1.0, std::abs(a));
+}
+
+// --- cases ---
+
+void add(std::string const &name, std::function<void(benchmark::State &)> const &run)
+{
+    benchmark::RegisterBenchmark(name.c_str(), run)->MinTime(MinSeconds);
+}
+
+/// A case of one contender. `makeOurs` makes the contender that it is held against; null for ours.
+template <class Contender>
+void add_contender(std::string const &name, std::function<std::unique_ptr<Contender>()> make,
+                   std::function<std::unique_ptr<Contender>()> makeOurs,
+                   std::function<std::size_t()> count)
+{
+    add(name,
+        [=, contender = std::shared_ptr<Contender>(), next = std::size_t(0),
+         agrees = true](benchmark::State &state) mutable
+        {
+            if(contender == nullptr)
+            {
+                contender = make();
+                for(std::size_t i = 0; makeOurs == nullptr && i < 10; ++i)
+                    contender->ask(i % count()); // what is built on demand is built now
+                if(makeOurs != nullptr)
+                {
+                    auto const ours = makeOurs();
+                    agrees = agree_on_all(name, count(),
+                                          [&](std::size_t query)
+                                          { return agree(*ours, *contender, query); });
+                }
+            }
+            if(!agrees)
+                state.SkipWithError("the answers differ from ours");
+            else
+                measure(state, *contender, count(), next);
+        });
+}
+
+void add_volumes(SceneName scene, VolumeQuery query, Mode mode)
+{
+    std::string const name = std::string(text_of(scene)) +
+                             (mode == Mode::Exact ? " exact Q" : " fast Q") +
+                             std::to_string(static_cast<int>(query) + 1) + "/";
+    auto const count = [=] { return volumes(scene, query).size(); };
+    auto const ours = [=] { return our_volumes(scene, query, mode, true); };
+    add_contender<VolumeContender>(name + "ours", ours, nullptr, count);
+#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
+    add_contender<VolumeContender>(
+        name + "openscenegraph", [=] { return peer_volumes(scene, query, mode, false); }, ours,
+        count);
+    add_contender<VolumeContender>(
+        name + "openscenegraph-kdtree", [=] { return peer_volumes(scene, query, mode, true); },
+        ours, count);
+#endif
+}
+
+void add_rays(SceneName scene, RayQuery query)
+{
+    std::string const name =
+        std::string(text_of(scene)) + (query == RayQuery::Down ? " rays down/" : " rays random/");
+    auto const count = [=] { return rays(scene, query).size(); };
+    auto const ours = [=] { return our_rays(scene, query, true); };
+    add_contender<RayContender>(name + "ours", ours, nullptr, count);
+#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
+    add_contender<RayContender>(
+        name + "openscenegraph-kdtree", [=] { return peer_rays(scene, query); }, ours, count);
+#endif
+#ifdef BENCHMARK_WITH_EMBREE
+    add_contender<RayContender>(
+        name + "embree", [=] { return embree_rays(scene, query); }, ours, count);
+#endif
+}
+
+// --- the first picks after an edit ---
+
+void touch_positions(SceneName name)
+{
+    auto *const geometry = dynamic_cast<Geometry *>(terrain_of(name));
+    auto *const positions = dynamic_cast<GeoPnt3fProperty *>(geometry->getPositions());
+    positions->editValues();
+    Thread::getCurrentChangeList()->commitChanges();
+    scene(name)->updateVolume();
+    Thread::getCurrentChangeList()->commitChanges();
+}
+
+/// Two picks on a geometry without an index; without the use of indices, two plain loops.
+void add_cold(SceneName scene, bool useIndex)
+{
+    std::string const name =
+        std::string(text_of(scene)) + " first two picks/" + (useIndex ? "ours" : "plain-loop");
+    auto const run = [=](benchmark::State &state)
+    {
+        auto const picks = our_volumes(scene, VolumeQuery::Q1, Mode::Exact, useIndex);
+        for([[maybe_unused]] auto _ : state)
+        {
+            touch_positions(scene);
+            auto const begin = std::chrono::steady_clock::now();
+            benchmark::DoNotOptimize(picks->ask(0) + picks->ask(1));
+            state.SetIterationTime(
+                std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        }
+    };
+    benchmark::RegisterBenchmark(name.c_str(), run)->UseManualTime()->MinTime(MinSeconds);
+}
 
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
-/// Appends the triangles of our geometries to a geometry of the peer.
-class PeerBuilder
+void add_build(SceneName scene)
 {
-  public:
-    PeerBuilder()
-        : _geometry(new osg::Geometry)
-        , _positions(new osg::Vec3Array)
-        , _index(new osg::DrawElementsUInt(GL_TRIANGLES))
-    {
-    }
-
-    bool enter(Node *node)
-    {
-        auto const *const source = dynamic_cast<Geometry *>(node->getCore());
-        if(source == nullptr)
-            return true;
-        VectorArray const positions = source->getPositions()->getArray();
-        unsigned const first = static_cast<unsigned>(_positions->size());
-        for(UInt32 i = 0; i < positions.size(); ++i)
-            _positions->push_back(osg::Vec3(positions[i][0], positions[i][1], positions[i][2]));
-        auto const end = source->endTriangles();
-        for(auto it = source->beginTriangles(); it != end; ++it)
-        {
-            for(int corner = 0; corner < 3; ++corner)
-                _index->push_back(first + it.getPositionIndex(corner));
-        }
-        return true;
-    }
-    void leave(Node *) {}
-
-    osg::ref_ptr<osg::Node> finish()
-    {
-        _geometry->setVertexArray(_positions);
-        _geometry->addPrimitiveSet(_index);
-        osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
-        geode->addDrawable(_geometry);
-        geode->getBound();
-        return geode;
-    }
-
-  private:
-    osg::ref_ptr<osg::Geometry> _geometry;
-    osg::ref_ptr<osg::Vec3Array> _positions;
-    osg::ref_ptr<osg::DrawElementsUInt> _index;
-};
-
-osg::Node *peer_terrain()
-{
-    static osg::ref_ptr<osg::Node> const scene = []
-    {
-        PeerBuilder builder;
-        walk_children(terrain(), builder);
-        return builder.finish();
-    }();
-    return scene.get();
+    std::string const name = std::string(text_of(scene)) + " build/openscenegraph-kdtree";
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [=](benchmark::State &state)
+                                 {
+                                     for([[maybe_unused]] auto _ : state)
+                                         benchmark::DoNotOptimize(build_peer_tree(scene));
+                                 })
+        ->MinTime(MinSeconds);
 }
-
-osg::Polytope same_planes()
-{
-    osg::Polytope polytope;
-    FrustumVolume const volume = middle().Volume();
-    for(Plane const &plane : volume.getPlanes())
-    {
-        Vec3f const normal = plane.getNormal();
-        polytope.add(osg::Plane(normal[0], normal[1], normal[2], -plane.getDistanceFromOrigin()));
-    }
-    return polytope;
-}
-
-void select_by_peer(benchmark::State &state, osgUtil::Intersector::IntersectionLimit limit,
-                    std::size_t atLeast)
-{
-    osg::Node *const root = peer_terrain();
-    osg::Polytope const polytope = same_planes();
-    std::size_t found = 0;
-    for([[maybe_unused]] auto _ : state)
-    {
-        osg::ref_ptr<osgUtil::PolytopeIntersector> const intersector =
-            new osgUtil::PolytopeIntersector(osgUtil::Intersector::MODEL, polytope);
-        intersector->setIntersectionLimit(limit);
-        intersector->setPrimitiveMask(osgUtil::PolytopeIntersector::TRIANGLE_PRIMITIVES);
-        intersector->setReferencePlane(polytope.getPlaneList().front());
-        osgUtil::IntersectionVisitor visitor(intersector.get());
-        visitor.setUseKdTreeWhenAvailable(false);
-        root->accept(visitor);
-        benchmark::DoNotOptimize(intersector->getIntersections().size());
-        found = intersector->getIntersections().size();
-    }
-    if(found < atLeast)
-        state.SkipWithError("the triangles in the box are found");
-}
-
-void nearest_by_peer(benchmark::State &state)
-{
-    select_by_peer(state, osgUtil::Intersector::NO_LIMIT, TrianglesWhollyInside);
-}
-
-void whether_by_peer(benchmark::State &state)
-{
-    select_by_peer(state, osgUtil::Intersector::LIMIT_ONE_PER_DRAWABLE, 1);
-}
-
-BENCHMARK(nearest_by_peer)
-    ->Name("select nearest of 1,000,000 triangles/openscenegraph")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(whether_by_peer)
-    ->Name("select whether any of 1,000,000 triangles/openscenegraph")
-    ->Unit(benchmark::kMillisecond);
 #endif
 
-BENCHMARK(nearest_by_us)
-    ->Name("select nearest of 1,000,000 triangles/ours")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(whether_by_us)
-    ->Name("select whether any of 1,000,000 triangles/ours")
-    ->Unit(benchmark::kMillisecond);
+bool add_all()
+{
+    for(SceneName scene : AllScenes)
+    {
+        for(Mode mode : {Mode::Exact, Mode::Fast})
+        {
+            for(VolumeQuery query : {VolumeQuery::Q1, VolumeQuery::Q2, VolumeQuery::Q3})
+                add_volumes(scene, query, mode);
+        }
+        if(scene != SceneName::S3)
+            add_volumes(scene, VolumeQuery::Q4, Mode::Exact);
+        add_rays(scene, RayQuery::Down);
+        add_rays(scene, RayQuery::Random);
+    }
+    for(SceneName scene : {SceneName::S1, SceneName::S1r, SceneName::S2})
+    {
+        add_cold(scene, true);
+        add_cold(scene, false);
+    }
+#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
+    add_build(SceneName::S1);
+    add_build(SceneName::S2);
+#endif
+    return true;
+}
+
+[[maybe_unused]] bool const added = add_all();
 } // namespace
 } // namespace OSG::Bench

@@ -11,6 +11,7 @@ Action::Action(Action const &source)
     , _enterFunctors(source._enterFunctors)
     , _leaveFunctors(source._leaveFunctors)
     , _travMask(source._travMask)
+    , _usePrimitiveIndex(source._usePrimitiveIndex)
 {
 }
 
@@ -85,6 +86,7 @@ ActionBase::ResultE Action::apply(Node *node)
 ActionBase::ResultE Action::apply(std::vector<Node *>::iterator begin,
                                   std::vector<Node *>::iterator end)
 {
+    _indexedGeometries = 0;
     ResultE const started = start();
     if(started == Continue)
         walk(begin, end);

@@ -55,9 +55,20 @@ class OSG_SYSTEM_API Action : public ActionBase
     UInt32 getTravMask() const { return _travMask; }
     void setTravMask(UInt32 mask) { _travMask = mask; }
 
+    // --- indices, which make queries faster and change no answer ---
+    /// Whether functions may answer a geometry through its index of primitives (true, the default).
+    /// Without, each primitive is looked at, and no index is built.
+    bool getUsePrimitiveIndex() const { return _usePrimitiveIndex; }
+    void setUsePrimitiveIndex(bool uses) { _usePrimitiveIndex = uses; }
+    /// How often a geometry was answered through an index since the last apply() began. A geometry
+    /// under several nodes counts once for each.
+    UInt32 getIndexedGeometries() const { return _indexedGeometries; }
+    /// For the functions, during a walk: one more geometry was answered through its index.
+    void countIndexed() { ++_indexedGeometries; }
+
   protected:
     Action() = default;
-    /// Copies the functions and the mask.
+    /// Copies the functions, the mask and the use of indices.
     Action(Action const &source);
     ~Action() override;
 
@@ -84,6 +95,8 @@ class OSG_SYSTEM_API Action : public ActionBase
 
     std::vector<Node *> _newList;
     bool _useNewList = false;
+    bool _usePrimitiveIndex = true;
+    UInt32 _indexedGeometries = 0;
 };
 
 /// Puts `function` at the place of `type`; places before it that are new hold `filler`.

@@ -136,12 +136,14 @@ TEST_F(ActionTest, ALaterFunctionReplacesTheEarlierOneOfItsType)
     EXPECT_THAT(walk(root), ElementsAre("start", "stop"));
 }
 
-TEST_F(ActionTest, ACopyHasTheFunctionsAndTheMask)
+TEST_F(ActionTest, ACopyHasTheFunctionsAndTheSettings)
 {
     NodePtr const root = node();
     action.setTravMask(6);
+    action.setUsePrimitiveIndex(false);
     OpenAction copy(action);
     EXPECT_EQ(copy.getTravMask(), 6u);
+    EXPECT_FALSE(copy.getUsePrimitiveIndex());
     copy.apply(root);
     EXPECT_THAT(events, ElementsAre("start", "+0", "-0", "stop"));
 }
@@ -171,6 +173,28 @@ TEST_F(ActionTest, TheCurrentNodeAndItsChildrenAreKnownDuringACall)
     walk(root);
     EXPECT_EQ(action.getActNode(), nullptr);
     EXPECT_EQ(action.getNNodes(), 0u);
+}
+
+// --- indices ---
+
+TEST_F(ActionTest, GeometriesAnsweredThroughAnIndexAreCountedFromTheBeginOfEachWalk)
+{
+    NodePtr const leaf = node();
+    NodePtr const root = node({leaf});
+    auto const count = [&]
+    {
+        action.countIndexed();
+        return ActionBase::Continue;
+    };
+    onEnter[0] = onEnter[1] = count;
+    EXPECT_TRUE(action.getUsePrimitiveIndex());
+    EXPECT_EQ(action.getIndexedGeometries(), 0u);
+    walk(root);
+    EXPECT_EQ(action.getIndexedGeometries(), 2u);
+    walk(leaf);
+    EXPECT_EQ(action.getIndexedGeometries(), 1u);
+    walk(nullptr);
+    EXPECT_EQ(action.getIndexedGeometries(), 0u);
 }
 
 // --- added nodes ---

@@ -28,7 +28,7 @@ void FastSelectionFunctor::init()
 
 ActionBase::ResultE FastSelectionFunctor::enterGeometry(NodeCore *core, Action *action)
 {
-    auto const &selection = static_cast<SelectionAction const &>(*action);
+    auto &selection = static_cast<SelectionAction &>(*action);
     if(outside_frustum(selection))
         return ActionBase::Skip;
     if((getSelectionType() & SelectTriangles) != 0)
@@ -36,10 +36,13 @@ ActionBase::ResultE FastSelectionFunctor::enterGeometry(NodeCore *core, Action *
     return ActionBase::Continue;
 }
 
-void FastSelectionFunctor::triangles(SelectionAction const &action, Plane const &,
+void FastSelectionFunctor::triangles(SelectionAction &action, Plane const &,
                                      Geometry const *geometry)
 {
-    if(SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data()))
+    SelectionSearch::Way way{action.getUsePrimitiveIndex()};
+    if(SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data(), &way))
         addFirstHit(hit_here(action));
+    if(way.usedIndex)
+        action.countIndexed();
 }
 } // namespace OSG
