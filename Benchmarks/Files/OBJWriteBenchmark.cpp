@@ -39,10 +39,7 @@ class MemoryStream : private std::streambuf, public std::ostream
         restart();
     }
     void restart() { setp(_memory.data(), _memory.data() + _memory.size()); }
-    std::string_view text() const
-    {
-        return {pbase(), static_cast<std::size_t>(pptr() - pbase())};
-    }
+    std::string_view text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
 
   private:
     std::string _memory;
@@ -148,8 +145,8 @@ BENCHMARK(terrain_by_loop)
 void terrain_by_assimp(benchmark::State &state)
 {
     Assimp::Importer importer;
-    aiScene const *const scene = importer.ReadFileFromMemory(terrain().data(), terrain().size(),
-                                                             aiProcess_JoinIdenticalVertices, "obj");
+    aiScene const *const scene = importer.ReadFileFromMemory(
+        terrain().data(), terrain().size(), aiProcess_JoinIdenticalVertices, "obj");
     if(scene == nullptr || scene->mMeshes[0]->mNumFaces < 900000)
         state.SkipWithError("no scene");
     for([[maybe_unused]] auto _ : state)

@@ -22,8 +22,9 @@ class OSG_STATE_API ImageFileHandlerBase
     static ImageFileHandlerBase *the();
 
     /// Reads the picture of a file and names it by the full path. A relative name that is no file
-    /// in the current folder is looked for by the path handler. Null where no picture can be read. `typeHint` is the suffix of the type. Without it the suffix of the file chooses the
-    /// type. Where this type fails, all types are tried in turn, because suffixes may be wrong.
+    /// in the current folder is looked for by the path handler. Null where no picture can be read.
+    /// `typeHint` is the suffix of the type. Without it the suffix of the file chooses the type.
+    /// Where this type fails, all types are tried in turn, because suffixes may be wrong.
     virtual TransitPtr<Image> read(char const *fileName, char const *typeHint = nullptr);
     virtual bool write(Image const &image, char const *fileName, char const *typeHint = nullptr);
 

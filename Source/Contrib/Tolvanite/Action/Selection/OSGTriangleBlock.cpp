@@ -52,9 +52,9 @@ void grade_block(TriangleBlock const &block, BoxPlanes const &planes, UInt32 mas
         auto const clearB = b > margin;
         auto const clearC = c > margin;
         grades.unclear[k] = ~bits(clearA & clearB & clearC) & 0xFu;
-        grades.touching |= ~bits((clearA | (a < -margin)) & (clearB | (b < -margin)) &
-                                 (clearC | (c < -margin))) &
-                           0xFu;
+        grades.touching |=
+            ~bits((clearA | (a < -margin)) & (clearB | (b < -margin)) & (clearC | (c < -margin))) &
+            0xFu;
     }
     for(UInt32 c = 0; c < 3; ++c)
         *reinterpret_cast<Lanes *>(grades.distance + 4 * c) = distance(block, c, planes.planes[6]);

@@ -34,10 +34,10 @@ struct TriangleBlock
 /// How the triangles of a block lie to some planes; bit t stands for triangle t.
 struct BlockGrades
 {
-    UInt32 outside = 0;      ///< all corners are outside one of the planes
-    UInt32 crossing = 0;     ///< some corner is outside some plane
-    UInt32 unclear[6] = {};  ///< by plane: some corner is not inside by more than the margin
-    UInt32 touching = 0;     ///< some corner is not farther from some plane than the margin
+    UInt32 outside = 0;     ///< all corners are outside one of the planes
+    UInt32 crossing = 0;    ///< some corner is outside some plane
+    UInt32 unclear[6] = {}; ///< by plane: some corner is not inside by more than the margin
+    UInt32 touching = 0;    ///< some corner is not farther from some plane than the margin
     Real32 distance[TriangleBlock::Places]; ///< of the corners from plane 6
 };
 

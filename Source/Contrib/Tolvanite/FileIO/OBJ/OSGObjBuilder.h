@@ -6,8 +6,8 @@
 
 #include <vector>
 
-#include "OSGNode.h"
 #include "OSGGeoArrayPool.h"
+#include "OSGNode.h"
 #include "OSGObjIndexMask.h"
 #include "OSGObjRecords.h"
 #include "OSGSimpleTexturedMaterial.h"

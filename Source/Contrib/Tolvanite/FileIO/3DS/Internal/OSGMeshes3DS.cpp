@@ -44,8 +44,7 @@ MeshParts3DS::List<UInt32> MeshParts3DS::partOfEachFace(Lib3dsMesh const &mesh)
         if(!goesOn)
         {
             UInt64 const key = UInt64(UInt32(face.material)) << 32 | face.smoothing_group;
-            auto const [entry, isNew] =
-                numbers.emplace(key, static_cast<UInt32>(_parts.size()));
+            auto const [entry, isNew] = numbers.emplace(key, static_cast<UInt32>(_parts.size()));
             if(isNew)
                 _parts.push_back({face.material, face.smoothing_group, 0, 0});
             part = entry->second;

@@ -90,8 +90,8 @@ void Chunk::reals(float *values, std::size_t count)
 void Chunk::name(char (&text)[NameSize])
 {
     std::size_t const most = std::min(left(), NameSize);
-    auto const *const end = static_cast<unsigned char const *>(
-        most != 0 ? std::memchr(_next, 0, most) : nullptr);
+    auto const *const end =
+        static_cast<unsigned char const *>(most != 0 ? std::memchr(_next, 0, most) : nullptr);
     if(end == nullptr)
         _messages.fail("A name in chunk " + hex(_kind) + " has no end");
     std::memset(text, 0, NameSize);
@@ -122,8 +122,7 @@ std::size_t OutermostChunk::readMore(std::size_t bytes)
 {
     std::size_t const before = _bytes.size();
     _bytes.resize(before + bytes);
-    std::size_t const got =
-        std::min(_io.read_func(_io.self, _bytes.data() + before, bytes), bytes);
+    std::size_t const got = std::min(_io.read_func(_io.self, _bytes.data() + before, bytes), bytes);
     _bytes.resize(before + got);
     return got;
 }

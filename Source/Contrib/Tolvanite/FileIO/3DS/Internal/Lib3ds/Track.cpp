@@ -246,12 +246,11 @@ Quaternion4 Track::rotation(float t) const
     float const length = frames_between(keyA, keyB);
     if(end >= 2)
         controlA = control_point(
-            before, a, b,
-            weights_of(keyA, frames_between(_keys[end - 2], keyA), length).outgoing);
+            before, a, b, weights_of(keyA, frames_between(_keys[end - 2], keyA), length).outgoing);
     if(end + 1 < _keys.size())
-        controlB = control_point(
-            a, b, relative_rotation(_keys[end + 1]) * b,
-            weights_of(keyB, length, frames_between(keyB, _keys[end + 1])).incoming);
+        controlB =
+            control_point(a, b, relative_rotation(_keys[end + 1]) * b,
+                          weights_of(keyB, length, frames_between(keyB, _keys[end + 1])).incoming);
     float const u = (at - static_cast<float>(keyA.frame)) / length;
     return slerp(slerp(a, b, u), slerp(controlA, controlB, u), 2 * u * (1 - u));
 }
