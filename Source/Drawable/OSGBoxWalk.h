@@ -11,7 +11,8 @@ namespace OSG
 struct BoxChoices
 {
     UInt32 wanted;                ///< children to enter as bits; all that there are, at first
-    Real32 key[BoxNode::Width];   ///< the child with the smallest key is entered first
+    Real32 key[BoxNode::Width];   ///< the child with the smallest key is entered first; of equal
+                                  ///< keys the one with the highest `last`
     UInt32 state[BoxNode::Width]; ///< handed to test() or to the leaf at the child
 };
 
@@ -24,9 +25,9 @@ struct BoxChoices
 ///     below it
 ///
 /// `leaf(UInt32 block, UInt32 state)` is called for each block; the walk ends where it is false.
-/// Nothing is allocated. Returns how many nodes were tested.
+/// Nothing is allocated.
 template <class Boxes, class Leaf>
-UInt32 walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf &&leaf)
+void walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf &&leaf)
 {
     struct Entry
     {
@@ -36,10 +37,11 @@ UInt32 walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf 
         UInt32 last;
         UInt32 level; // plus 1; 0 is a block
     };
+    auto const is_better = [](Entry const &a, Entry const &b)
+    { return a.key < b.key || (a.key == b.key && a.last > b.last); };
     Entry stack[PrimitiveIndex::MaxLevels * BoxNode::Width];
     if(index.levelCount() == 0)
-        return 0;
-    UInt32 tested = 0;
+        return;
     UInt32 open = 0;
     Entry entry = {0.f, state, 0, 0, index.levelCount()};
     for(bool isRoot = true;; isRoot = false)
@@ -49,7 +51,7 @@ UInt32 walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf 
             if(entry.level == 0)
             {
                 if(!leaf(entry.node, entry.state))
-                    return tested;
+                    return;
             }
             else
             {
@@ -58,22 +60,23 @@ UInt32 walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf 
                 BoxChoices choices;
                 choices.wanted = index.childrenOf(level, entry.node);
                 boxes.test(node, entry.state, choices);
-                ++tested;
                 UInt32 const begin = open;
                 for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
                 {
                     UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-                    // The smallest key stands last. There are eight at most.
+                    // The best stands last. There are eight at most.
+                    Entry const entered = {choices.key[child], choices.state[child],
+                                           entry.node * BoxNode::Width + child, node.last[child],
+                                           level};
                     UInt32 at = open++;
-                    for(; at > begin && stack[at - 1].key < choices.key[child]; --at)
+                    for(; at > begin && is_better(stack[at - 1], entered); --at)
                         stack[at] = stack[at - 1];
-                    stack[at] = {choices.key[child], choices.state[child],
-                                 entry.node * BoxNode::Width + child, node.last[child], level};
+                    stack[at] = entered;
                 }
             }
         }
         if(open == 0)
-            return tested;
+            return;
         entry = stack[--open];
     }
 }

@@ -32,15 +32,15 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     static constexpr UInt32 BlockSize = 4;
     static constexpr UInt32 MaxLevels = 11;
 
-    /// The order in which primitives stand in the tree.
+    /// How primitives come to stand in the tree, where neighbours in space stand side by side.
     enum class Order : UInt8
     {
-        File,  ///< as in the geometry: quick to build, good where neighbours follow one another
-        Sorted ///< neighbours in space side by side: 4 bytes more per primitive
+        Runs,  ///< each block holds primitives that follow one another in the geometry
+        Sorted ///< each primitive has a place of its own; 3 bytes more per primitive
     };
 
     IndexedKind getKind() const { return _kind; }
-    Order getOrder() const { return _order.empty() ? Order::File : Order::Sorted; }
+    Order getOrder() const { return _isInRuns ? Order::Runs : Order::Sorted; }
     /// Number of primitives.
     UInt32 size() const { return _size; }
     /// Bytes that the index holds, in all.
@@ -62,18 +62,21 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     /// Number of primitives in a block.
     UInt32 blockSize(UInt32 block) const
     {
-        UInt32 const left = _inTree - block * BlockSize;
+        UInt32 const left = _inTree - (_isInRuns ? _order[block] : block) * BlockSize;
         return left < BlockSize ? left : BlockSize;
     }
 
     /// The largest absolute coordinates of the primitives in the tree.
     Pnt3f const &getLargest() const { return _largest; }
 
-    // --- places; those of block b begin at b * BlockSize ---
-    /// The primitive at a place below size().
-    UInt32 primitiveAt(UInt32 place) const { return _order.empty() ? place : _order[place]; }
-    /// Places from here to size() stand in no block: their primitives have a number that is not
-    /// finite or so large that sums of it might not be. Every search tests them.
+    // --- places; the blockSize(b) places of block b begin at b * BlockSize ---
+    UInt32 primitiveAt(UInt32 place) const
+    {
+        return _isInRuns ? _order[place / BlockSize] * BlockSize + place % BlockSize
+                         : _order[place];
+    }
+    /// Places from here to size() stand in no block: their primitives have a coordinate that is not
+    /// finite, or so large that sums of it might not be. Every search tests them.
     UInt32 untamedBegin() const { return _inTree; }
 
     /// Every how many primitives the place of one is noted, where it cannot be computed.
@@ -102,7 +105,8 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     UInt32 _levelStart[MaxLevels + 1] = {};
     Pnt3f _largest;
     MemArray<BoxNode> _nodes;
-    MemArray<UInt32> _order;
+    bool _isInRuns = false;
+    MemArray<UInt32> _order; // of runs, or of primitives
     MemArray<NotedPlace> _noted;
 };
 
@@ -182,9 +186,11 @@ class PartReader
 };
 
 /// Builds the index of one kind of a geometry's primitives. Null where there are none, or where so
-/// many are untamed that a tree would not help, or where file order was asked for and there are
-/// untamed ones at all. Raises std::bad_alloc. While it is built it needs at most as much memory
-/// again as the index itself.
+/// many are untamed that a tree would not help. Raises std::bad_alloc. While it is built it needs
+/// at most as much memory again as the index itself.
+///
+/// Runs are chosen where primitives that follow one another lie near one another, as nearly all
+/// files have them; `isSorted` leaves them no choice.
 OSG_DRAWABLE_API PrimitiveIndex *build_primitive_index(Geometry const &geometry, IndexedKind kind,
-                                                       PrimitiveIndex::Order order);
+                                                       bool isSorted = false);
 } // namespace OSG

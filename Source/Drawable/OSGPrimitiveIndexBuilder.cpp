@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -15,24 +16,43 @@ constexpr UInt32 UntamedShare = 8;
 
 struct Box
 {
-    Real32 low[3];
-    Real32 high[3];
+    Real32 low[3] = {};
+    Real32 high[3] = {};
 
-    void start(Pnt3f const &point)
-    {
-        for(UInt32 axis = 0; axis < 3; ++axis)
-            low[axis] = high[axis] = point[axis];
-    }
-    void add(Pnt3f const &point)
+    Box() = default;
+    template <std::size_t Corners>
+    explicit Box(Pnt3f const (&corners)[Corners])
     {
         for(UInt32 axis = 0; axis < 3; ++axis)
         {
-            low[axis] = point[axis] < low[axis] ? point[axis] : low[axis];
-            high[axis] = point[axis] > high[axis] ? point[axis] : high[axis];
+            low[axis] = high[axis] = corners[0][axis];
+            for(std::size_t c = 1; c < Corners; ++c)
+            {
+                low[axis] = std::min(low[axis], corners[c][axis]);
+                high[axis] = std::max(high[axis], corners[c][axis]);
+            }
         }
+    }
+    /// The box of both.
+    Box with(Box const &other) const
+    {
+        Box both;
+        for(UInt32 axis = 0; axis < 3; ++axis)
+        {
+            both.low[axis] = std::min(low[axis], other.low[axis]);
+            both.high[axis] = std::max(high[axis], other.high[axis]);
+        }
+        return both;
     }
     Pnt3f getLow() const { return Pnt3f(low[0], low[1], low[2]); }
     Pnt3f getHigh() const { return Pnt3f(high[0], high[1], high[2]); }
+    Pnt3f getMiddle() const
+    {
+        return Pnt3f((low[0] + high[0]) * 0.5f, (low[1] + high[1]) * 0.5f,
+                     (low[2] + high[2]) * 0.5f);
+    }
+    /// The sum of the lengths of three edges.
+    Real32 size() const { return high[0] - low[0] + (high[1] - low[1]) + (high[2] - low[2]); }
 };
 
 template <std::size_t Corners>
@@ -43,15 +63,6 @@ bool is_tame(Pnt3f const (&corners)[Corners])
             if(!(std::abs(corner[axis]) <= LargestTame)) // NaN is not
                 return false;
     return true;
-}
-
-template <std::size_t Corners>
-Pnt3f middle(Pnt3f const (&corners)[Corners])
-{
-    Vec3f sum = corners[0].subZero();
-    for(std::size_t c = 1; c < Corners; ++c)
-        sum += corners[c].subZero();
-    return Pnt3f() + sum * (1.f / Corners);
 }
 } // namespace
 
@@ -66,61 +77,147 @@ class PrimitiveIndexBuilder
         _index->_kind = kind;
     }
 
-    PrimitiveIndex *build(PrimitiveIndex::Order order)
+    PrimitiveIndex *build(bool isSorted)
     {
-        survey();
-        UInt32 const untamed = _index->_size - _tame;
-        bool const inFileOrder = order == PrimitiveIndex::Order::File;
-        if(_tame == 0 || untamed > _index->_size / UntamedShare || (inFileOrder && untamed > 0))
+        count();
+        MemArray<Box> runs((_index->_size + BlockSize - 1) / BlockSize);
+        surveyRuns(runs);
+        if(_tame == 0 || _index->_size - _tame > _index->_size / UntamedShare)
             return nullptr;
         _index->_inTree = _tame;
         for(UInt32 axis = 0; axis < 3; ++axis)
             _index->_largest[axis] = std::max(std::abs(_box.low[axis]), std::abs(_box.high[axis]));
-        if(!inFileOrder)
+        _index->_isInRuns = !isSorted && _tame == _index->_size && _areRunsGood;
+        if(!_index->_isInRuns)
+        {
+            runs = MemArray<Box>();
             sort();
-        buildTree();
+        }
+        else
+            sortRuns(runs);
+        makeRoom();
+        if(_index->_isInRuns)
+            fillBlocksByRuns(runs);
+        else
+            fillBlocks();
+        runs = MemArray<Box>();
+        for(UInt32 level = 1; level < _index->_levels; ++level)
+            fillLevel(level);
         return _index.release();
     }
 
   private:
+    static constexpr UInt32 BlockSize = PrimitiveIndex::BlockSize;
     using Corner = Pnt3f[Rule::Corners];
 
-    // Counts the primitives, notes places and finds the box of the tame ones.
-    void survey()
+    // --- numbers and places of primitives ---
+
+    void count()
     {
-        UInt32 const places = countNotedPlaces();
-        _index->_noted = places > 0 ? MemArray<PrimitiveIndex::NotedPlace>(places)
-                                    : MemArray<PrimitiveIndex::NotedPlace>();
+        if(countList())
+            return;
+        UInt32 size = 0;
         for(PartCursor<Rule> cursor(_geometry); !cursor.atEnd(); cursor.next())
-        {
-            UInt32 const i = _index->_size++;
-            if(places > 0 && i % PrimitiveIndex::NotedPlaces == 0)
-                _index->_noted[i / PrimitiveIndex::NotedPlaces] = {
+            ++size;
+        constexpr UInt32 Step = PrimitiveIndex::NotedPlaces;
+        _index->_size = size;
+        _index->_noted = MemArray<PrimitiveIndex::NotedPlace>((size + Step - 1) / Step);
+        for(PartCursor<Rule> cursor(_geometry); !cursor.atEnd(); cursor.next())
+            if(cursor.getIndex() % Step == 0)
+                _index->_noted[cursor.getIndex() / Step] = {
                     cursor.getPlace().start, cursor.getPlace().primitive, cursor.getPlace().part};
-            Corner corners;
-            for(int c = 0; c < Rule::Corners; ++c)
-                corners[c] = cursor.getPosition(c);
-            if(!is_tame(corners))
-                continue;
-            if(_tame++ == 0)
-                _box.start(corners[0]);
-            for(Pnt3f const &corner : corners)
-                _box.add(corner);
-        }
     }
 
-    // 0 where the vertices of a primitive follow from its number.
-    UInt32 countNotedPlaces() const
+    // The usual case: no primitive shares a vertex with its neighbour, and all positions exist.
+    // The vertices of a primitive then follow from its number.
+    bool countList()
     {
-        PartCursor<Rule> cursor(_geometry);
-        bool follows = Rule::Corners > 1 || cursor.getView().primitiveCount() == 1;
-        UInt32 count = 0;
-        for(; !cursor.atEnd(); cursor.next(), ++count)
-            for(int c = 0; c < Rule::Corners && follows; ++c)
-                follows =
-                    cursor.getVertex(c) == UInt64(count) * Rule::Corners + static_cast<UInt32>(c);
-        return follows ? 0
-                       : (count + PrimitiveIndex::NotedPlaces - 1) / PrimitiveIndex::NotedPlaces;
+        PrimitiveView const view(_geometry);
+        if(Rule::Corners == 1 && view.primitiveCount() != 1)
+            return false;
+        UInt64 vertices = 0;
+        for(UInt32 i = 0; i < view.primitiveCount(); ++i)
+        {
+            if(!isList(view.type(i), view.length(i)))
+                return false;
+            vertices += view.length(i);
+        }
+        if(vertices > view.vertexCount())
+            return false;
+        UInt32 const used = static_cast<UInt32>(vertices);
+        if(view.positions.isIndexed())
+        {
+            UInt32 const *const words = view.positions.words(used);
+            if(words == nullptr)
+                return false;
+            UInt32 highest = 0;
+            for(UInt32 i = 0; i < used; ++i)
+                highest = std::max(highest, words[i]);
+            if(used > 0 && highest >= view.positions.size())
+                return false;
+        }
+        _index->_size = used / Rule::Corners;
+        return true;
+    }
+
+    static bool isList(UInt32 type, UInt32 length)
+    {
+        UInt32 const count = Rule::count(type, length, length);
+        if(UInt64(count) * Rule::Corners != length)
+            return false;
+        if(count == 0)
+            return true;
+        UInt32 vertex[Rule::Corners];
+        Rule::corners(type, length, count - 1, vertex);
+        for(UInt32 c = 0; c < Rule::Corners; ++c)
+            if(vertex[c] != length - Rule::Corners + c)
+                return false;
+        return true;
+    }
+
+    // --- order ---
+
+    // The boxes of the runs, that of all tame primitives, and whether runs are small.
+    void surveyRuns(MemArray<Box> &runs)
+    {
+        // How much larger a run may be than its primitives, all together.
+        constexpr Real64 LargestRun = 4;
+        PartReader<Rule> reader(*_index, _geometry);
+        Real64 sizes = 0;
+        Real64 runSizes = 0;
+        for(UInt32 begin = 0; begin < _index->_size; begin += BlockSize)
+        {
+            UInt32 const end = std::min(begin + BlockSize, _index->_size);
+            Box &run = runs[begin / BlockSize];
+            bool isEmpty = true;
+            for(UInt32 i = begin; i < end; ++i)
+            {
+                Corner corners;
+                reader.read(i, corners);
+                if(!is_tame(corners))
+                    continue;
+                Box const own(corners);
+                run = isEmpty ? own : run.with(own);
+                isEmpty = false;
+                sizes += own.size();
+                ++_tame;
+            }
+            if(isEmpty)
+                continue;
+            runSizes += run.size();
+            _box = _hasBox ? _box.with(run) : run;
+            _hasBox = true;
+        }
+        _areRunsGood = Rule::Corners == 1 || runSizes <= LargestRun * sizes;
+    }
+
+    void sortRuns(MemArray<Box> const &runs)
+    {
+        UInt32 const count = static_cast<UInt32>(runs.size());
+        SpaceOrder order(count, _box.getLow(), _box.getHigh());
+        for(UInt32 i = 0; i < count; ++i)
+            order.add(i, runs[i].getMiddle());
+        _index->_order = order.finish();
     }
 
     void sort()
@@ -133,26 +230,32 @@ class PrimitiveIndexBuilder
             Corner corners;
             reader.read(i, corners);
             if(is_tame(corners))
-                order.add(i, middle(corners));
+                order.add(i, Box(corners).getMiddle());
         }
-        MemArray<UInt32> sorted(size);
-        order.finish(sorted.data());
+        _index->_order = order.finish(size);
         UInt32 untamed = _tame;
         for(UInt32 i = 0; i < size && untamed < size; ++i)
         {
             Corner corners;
             reader.read(i, corners);
             if(!is_tame(corners))
-                sorted[untamed++] = i;
+                _index->_order[untamed++] = i;
         }
-        _index->_order = std::move(sorted);
     }
 
-    void buildTree()
+    static Box boxOf(PartReader<Rule> &reader, UInt32 i)
+    {
+        Corner corners;
+        reader.read(i, corners);
+        return Box(corners);
+    }
+
+    // --- tree ---
+
+    void makeRoom()
     {
         constexpr UInt32 Width = BoxNode::Width;
-        UInt32 below =
-            (_index->_inTree + PrimitiveIndex::BlockSize - 1) / PrimitiveIndex::BlockSize;
+        UInt32 below = (_index->_inTree + BlockSize - 1) / BlockSize;
         _index->_blocks = below;
         UInt32 nodes = 0;
         do
@@ -163,9 +266,17 @@ class PrimitiveIndexBuilder
         } while(below > 1);
         _index->_levelStart[_index->_levels] = nodes;
         _index->_nodes = MemArray<BoxNode>(nodes);
-        fillBlocks();
-        for(UInt32 level = 1; level < _index->_levels; ++level)
-            fillLevel(level);
+    }
+
+    void fillBlocksByRuns(MemArray<Box> const &runs)
+    {
+        BoxNode *const nodes = _index->_nodes.data();
+        for(UInt32 block = 0; block < _index->_blocks; ++block)
+        {
+            UInt32 const first = _index->primitiveAt(block * BlockSize);
+            put(nodes, block, runs[first / BlockSize], first, first + _index->blockSize(block) - 1);
+        }
+        clearRest(nodes, _index->_blocks);
     }
 
     void fillBlocks()
@@ -174,23 +285,18 @@ class PrimitiveIndexBuilder
         BoxNode *const nodes = _index->_nodes.data();
         for(UInt32 block = 0; block < _index->_blocks; ++block)
         {
-            UInt32 const at = block * PrimitiveIndex::BlockSize;
-            Box box;
-            UInt32 first = ~UInt32(0);
-            UInt32 last = 0;
-            for(UInt32 place = at; place < at + _index->blockSize(block); ++place)
+            UInt32 const at = block * BlockSize;
+            UInt32 first = _index->primitiveAt(at);
+            UInt32 last = first;
+            Box box = boxOf(reader, first);
+            for(UInt32 place = at + 1; place < at + _index->blockSize(block); ++place)
             {
                 UInt32 const i = _index->primitiveAt(place);
-                Corner corners;
-                reader.read(i, corners);
-                if(place == at)
-                    box.start(corners[0]);
-                for(Pnt3f const &corner : corners)
-                    box.add(corner);
+                box = box.with(boxOf(reader, i));
                 first = std::min(first, i);
                 last = std::max(last, i);
             }
-            put(nodes[block / BoxNode::Width], block % BoxNode::Width, box, first, last);
+            put(nodes, block, box, first, last);
         }
         clearRest(nodes, _index->_blocks);
     }
@@ -204,29 +310,34 @@ class PrimitiveIndexBuilder
         {
             BoxNode const &node = below[i];
             UInt32 const children = _index->childrenOf(level - 1, i);
-            Box box;
+            Box box = boxOf(node, 0);
             UInt32 first = node.first[0];
             UInt32 last = node.last[0];
-            box.start(corner(node, 0, 0));
-            for(UInt32 child = 0; child < BoxNode::Width && (children >> child & 1u) != 0; ++child)
+            for(UInt32 child = 1; child < BoxNode::Width && (children >> child & 1u) != 0; ++child)
             {
-                box.add(corner(node, child, 0));
-                box.add(corner(node, child, 3));
+                box = box.with(boxOf(node, child));
                 first = std::min(first, node.first[child]);
                 last = std::max(last, node.last[child]);
             }
-            put(nodes[i / BoxNode::Width], i % BoxNode::Width, box, first, last);
+            put(nodes, i, box, first, last);
         }
         clearRest(nodes, count);
     }
 
-    static Pnt3f corner(BoxNode const &node, UInt32 child, UInt32 row)
+    static Box boxOf(BoxNode const &node, UInt32 child)
     {
-        return Pnt3f(node.bound[row][child], node.bound[row + 1][child],
-                     node.bound[row + 2][child]);
+        Box box;
+        for(UInt32 axis = 0; axis < 3; ++axis)
+        {
+            box.low[axis] = node.bound[axis][child];
+            box.high[axis] = node.bound[axis + 3][child];
+        }
+        return box;
     }
-    static void put(BoxNode &node, UInt32 child, Box const &box, UInt32 first, UInt32 last)
+    static void put(BoxNode *nodes, UInt32 i, Box const &box, UInt32 first, UInt32 last)
     {
+        BoxNode &node = nodes[i / BoxNode::Width];
+        UInt32 const child = i % BoxNode::Width;
         for(UInt32 axis = 0; axis < 3; ++axis)
         {
             node.bound[axis][child] = box.low[axis];
@@ -239,26 +350,27 @@ class PrimitiveIndexBuilder
     static void clearRest(BoxNode *nodes, UInt32 count)
     {
         for(UInt32 i = count; i % BoxNode::Width != 0; ++i)
-            put(nodes[i / BoxNode::Width], i % BoxNode::Width, {}, 0, 0);
+            put(nodes, i, {}, 0, 0);
     }
 
     Geometry const &_geometry;
     std::unique_ptr<PrimitiveIndex> _index;
     UInt32 _tame = 0;
-    Box _box = {};
+    bool _areRunsGood = false;
+    Box _box; // of all tame primitives
+    bool _hasBox = false;
 };
 
-PrimitiveIndex *build_primitive_index(Geometry const &geometry, IndexedKind kind,
-                                      PrimitiveIndex::Order order)
+PrimitiveIndex *build_primitive_index(Geometry const &geometry, IndexedKind kind, bool isSorted)
 {
     switch(kind)
     {
     case IndexedKind::Triangles:
-        return PrimitiveIndexBuilder<TriangleRule>(geometry, kind).build(order);
+        return PrimitiveIndexBuilder<TriangleRule>(geometry, kind).build(isSorted);
     case IndexedKind::Lines:
-        return PrimitiveIndexBuilder<LineRule>(geometry, kind).build(order);
+        return PrimitiveIndexBuilder<LineRule>(geometry, kind).build(isSorted);
     default:
-        return PrimitiveIndexBuilder<PointRule>(geometry, kind).build(order);
+        return PrimitiveIndexBuilder<PointRule>(geometry, kind).build(isSorted);
     }
 }
 } // namespace OSG

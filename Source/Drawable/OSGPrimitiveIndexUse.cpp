@@ -54,108 +54,57 @@ bool have_open_edits(GeoProperty const *const (&inputs)[NumInputs])
 struct PrimitiveIndexState
 {
     std::atomic<PrimitiveIndex *> index = nullptr;
-    /// One that a better one has replaced. Searches may still read it.
-    std::atomic<PrimitiveIndex *> retired = nullptr;
-    std::atomic<UInt64> work = 0;        ///< since the last index was built
-    std::atomic<UInt32> users = 0;       ///< searches under way
-    std::atomic<bool> isClaimed = false; ///< somebody builds, or nobody will for these values
+    std::atomic<UInt64> work = 0;        ///< of plain loops
+    std::atomic<bool> isClaimed = false; ///< somebody builds or has built
 
     ~PrimitiveIndexState() { clear(); }
 
     void clear()
     {
         destroy_index(index.exchange(nullptr, Relaxed));
-        destroy_index(retired.exchange(nullptr, Relaxed));
         work.store(0, Relaxed);
         isClaimed.store(false, Relaxed);
     }
 
-    PrimitiveIndex const *enter()
+    /// Null for the plain loop. Builds where it is due.
+    PrimitiveIndex const *get(Geometry const &geometry, IndexedKind kind, UInt32 corners)
     {
-        users.fetch_add(1, std::memory_order_acq_rel);
         PrimitiveIndex const *const found = index.load(std::memory_order_acquire);
-        if(found == nullptr)
-            users.fetch_sub(1, std::memory_order_acq_rel);
+        if(found == nullptr && isDue(corners) &&
+           !isClaimed.exchange(true, std::memory_order_acq_rel))
+            return build(geometry, kind);
         return found;
     }
-    // A search that enters after the last one has left sees the new index only.
-    void leave()
-    {
-        if(users.fetch_sub(1, std::memory_order_acq_rel) == 1 && retired.load(Relaxed) != nullptr)
-            destroy_index(retired.exchange(nullptr, std::memory_order_acq_rel));
-    }
-
-    void buildIfDue(Geometry const &geometry, IndexedKind kind, UInt32 corners);
 
   private:
-    bool isDue(PrimitiveIndex const *now, UInt32 corners, PrimitiveIndex::Order &order) const;
-    static PrimitiveIndex *build(Geometry const &geometry, IndexedKind kind,
-                                 PrimitiveIndex::Order order);
-    void replace(PrimitiveIndex *better);
+    bool isDue(UInt32 corners) const
+    {
+        return !isClaimed.load(Relaxed) &&
+               (settings_now.building != PrimitiveIndexSettings::Building::Automatic ||
+                work.load(Relaxed) >= corners);
+    }
+    PrimitiveIndex const *build(Geometry const &geometry, IndexedKind kind);
 };
 
-bool PrimitiveIndexState::isDue(PrimitiveIndex const *now, UInt32 corners,
-                                PrimitiveIndex::Order &order) const
+PrimitiveIndex const *PrimitiveIndexState::build(Geometry const &geometry, IndexedKind kind)
 {
-    using Building = PrimitiveIndexSettings::Building;
-    using Order = PrimitiveIndex::Order;
-    order =
-        now == nullptr && settings_now.building != Building::Sorted ? Order::File : Order::Sorted;
-    if(settings_now.building != Building::Automatic)
-        return now == nullptr;
-    // Sorting takes the time of some plain loops.
-    UInt64 const due = now == nullptr ? corners : now->size();
-    return (now == nullptr || now->getOrder() == Order::File) && work.load(Relaxed) >= due;
-}
-
-void PrimitiveIndexState::buildIfDue(Geometry const &geometry, IndexedKind kind, UInt32 corners)
-{
-    PrimitiveIndex::Order order = PrimitiveIndex::Order::File;
-    PrimitiveIndex const *const now = index.load(std::memory_order_acquire);
-    if(!isDue(now, corners, order) || isClaimed.exchange(true, std::memory_order_acq_rel))
-        return;
-    // Another thread may have built between the two.
-    if(index.load(std::memory_order_acquire) != now)
-    {
-        isClaimed.store(false, std::memory_order_release);
-        return;
-    }
+    bool const isSorted = settings_now.building == PrimitiveIndexSettings::Building::Sorted;
     try
     {
-        PrimitiveIndex *made = build(geometry, kind, order);
-        if(made == nullptr && order == PrimitiveIndex::Order::File)
-            made = build(geometry, kind, PrimitiveIndex::Order::Sorted);
-        work.store(0, Relaxed);
+        PrimitiveIndex *const made = build_primitive_index(geometry, kind, isSorted);
         if(made == nullptr)
-            return; // nor will it be otherwise the next time
-        replace(made);
+            return nullptr; // nor will there be one for these values
+        counters.built.fetch_add(1, Relaxed);
+        counters.bytes.fetch_add(made->getBytes(), Relaxed);
+        index.store(made, std::memory_order_release);
+        return made;
     }
     catch(std::bad_alloc const &)
     {
         work.store(0, Relaxed); // the next try is as far away as this one was
+        isClaimed.store(false, std::memory_order_release);
+        return nullptr;
     }
-    isClaimed.store(false, std::memory_order_release);
-}
-
-PrimitiveIndex *PrimitiveIndexState::build(Geometry const &geometry, IndexedKind kind,
-                                           PrimitiveIndex::Order order)
-{
-    PrimitiveIndex *const made = build_primitive_index(geometry, kind, order);
-    if(made != nullptr)
-    {
-        counters.built.fetch_add(1, Relaxed);
-        counters.bytes.fetch_add(made->getBytes(), Relaxed);
-    }
-    return made;
-}
-
-// The one that built is a user itself until the old index is put aside, so that nobody else
-// finds it there before its searches have begun to end.
-void PrimitiveIndexState::replace(PrimitiveIndex *better)
-{
-    users.fetch_add(1, std::memory_order_acq_rel);
-    retired.store(index.exchange(better, std::memory_order_acq_rel), std::memory_order_release);
-    leave();
 }
 
 /// The indices of a geometry and the values that they were built of.
@@ -270,20 +219,15 @@ PrimitiveIndexUse::PrimitiveIndexUse(Geometry const &geometry, IndexedKind kind)
         return;
     record->check(inputs);
     _state = &record->getState(kind);
-    _state->buildIfDue(geometry, kind, _corners);
-    _index = _state->enter();
+    _index = _state->get(geometry, kind, _corners);
     if(_index != nullptr)
         counters.served.fetch_add(1, Relaxed);
 }
 
 PrimitiveIndexUse::~PrimitiveIndexUse()
 {
-    if(_state == nullptr)
-        return;
-    if(_work != 0)
+    if(_work != 0 && _state != nullptr)
         _state->work.fetch_add(_work, Relaxed);
-    if(_index != nullptr)
-        _state->leave();
 }
 
 PrimitiveIndexSettings PrimitiveIndexUse::getSettings() { return settings_now; }

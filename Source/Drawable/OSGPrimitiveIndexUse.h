@@ -16,11 +16,10 @@ struct PrimitiveIndexSettings
 {
     enum class Building : UInt8
     {
-        /// In file order once plain loops have taken about the time of one that goes through
-        /// everything, sorted once the searches in file order have taken about that time too.
+        /// Once plain loops have taken about the time of one that goes through everything.
         Automatic,
-        FileOrder, ///< before the first query, in file order where that is possible; for tests
-        Sorted     ///< before the first query, sorted; for tests
+        AtOnce, ///< before the first query; for tests
+        Sorted  ///< before the first query, each primitive at a place of its own; for tests
     };
 
     /// Geometries with fewer corners of triangles (lines, points) have none.
@@ -33,7 +32,7 @@ struct PrimitiveIndexSettings
 /// while no query runs.
 struct PrimitiveIndexStatistics
 {
-    UInt64 built;   ///< indices built, those that replaced one in file order included
+    UInt64 built;   ///< indices built
     UInt64 dropped; ///< indices destroyed
     UInt64 bytes;   ///< that indices hold now
     UInt64 served;  ///< geometries answered through an index
@@ -43,7 +42,7 @@ struct PrimitiveIndexStatistics
 ///
 ///   PrimitiveIndexUse use(geometry, IndexedKind::Triangles);
 ///   if(PrimitiveIndex const *const index = use.getIndex())
-///       ...search in it, then use.addWork(primitives tested)...
+///       ...search in it...
 ///   else
 ///       ...plain loop, then use.addWork(primitives tested) or use.addFullLoop()...
 ///
@@ -67,7 +66,7 @@ class OSG_DRAWABLE_API PrimitiveIndexUse
 
     /// The index to search in; null for the plain loop.
     PrimitiveIndex const *getIndex() const { return _index; }
-    /// Says how many primitives the search has tested.
+    /// Says how many primitives a plain loop has tested that ended early.
     void addWork(UInt32 primitives) { _work += primitives; }
     /// Says that a plain loop has gone through everything.
     void addFullLoop() { _work += _corners; }

@@ -14,7 +14,7 @@ SpaceOrder::SpaceOrder(UInt32 capacity, Pnt3f const &low, Pnt3f const &high)
 }
 
 // A radix sort from the lowest digit up: three passes for the 30 bits of a key.
-void SpaceOrder::finish(UInt32 *numbers)
+MemArray<UInt32> SpaceOrder::finish(UInt32 size)
 {
     constexpr UInt32 DigitBits = 10;
     constexpr UInt32 Digits = 1u << DigitBits;
@@ -32,8 +32,10 @@ void SpaceOrder::finish(UInt32 *numbers)
         std::swap(_entries, other);
     }
     other = MemArray<Entry>();
+    MemArray<UInt32> numbers(std::max(size, _size));
     for(UInt32 i = 0; i < _size; ++i)
         numbers[i] = _entries[i].number;
     _entries = MemArray<Entry>();
+    return numbers;
 }
 } // namespace OSG

@@ -19,8 +19,8 @@ class OSG_DRAWABLE_API SpaceOrder
     SpaceOrder(UInt32 capacity, Pnt3f const &low, Pnt3f const &high);
 
     void add(UInt32 number, Pnt3f const &point) { _entries[_size++] = {key(point), number}; }
-    /// Writes the numbers in order to `numbers`, then releases all memory.
-    void finish(UInt32 *numbers);
+    /// The numbers in order, in an array with room for at least `size`. Releases all other memory.
+    MemArray<UInt32> finish(UInt32 size = 0);
 
   private:
     struct Entry

@@ -23,7 +23,7 @@ using IndexPtr = std::unique_ptr<PrimitiveIndex>;
 
 IndexPtr build(Geometry const &geometry, IndexedKind kind, Order order)
 {
-    return IndexPtr(build_primitive_index(geometry, kind, order));
+    return IndexPtr(build_primitive_index(geometry, kind, order == Order::Sorted));
 }
 
 /// Primitives of all types, some of them with indices out of range.
@@ -143,7 +143,7 @@ TEST(PrimitiveIndex, HoldsEveryPrimitiveOnceWithinItsBoxes)
             parts.positions[random.below(static_cast<UInt32>(parts.positions.size()))][1] =
                 odd[random.below(3)];
         GeometryPtr const geometry = make_geometry(parts);
-        for(Order order : {Order::File, Order::Sorted})
+        for(Order order : {Order::Runs, Order::Sorted})
         {
             if(IndexPtr const index = build(*geometry, IndexedKind::Triangles, order))
             {
@@ -175,7 +175,7 @@ TEST(PrimitiveIndex, NumbersThePointsOfPointPrimitives)
     parts.index[1] = 99;
     LogCapture log;
     GeometryPtr const geometry = make_geometry(parts);
-    IndexPtr const index = build(*geometry, IndexedKind::Points, Order::File);
+    IndexPtr const index = build(*geometry, IndexedKind::Points, Order::Runs);
     ASSERT_EQ(index->size(), 42u);
     PartReader<PointRule> reader(*index, *geometry);
     Pnt3f point[1];
@@ -191,23 +191,50 @@ TEST(PrimitiveIndex, NumbersThePointsOfPointPrimitives)
 TEST(PrimitiveIndex, ThereIsNoneWithoutPrimitives)
 {
     GeometryPtr const geometry = make_geometry(one_primitive(LinesPrimitive, {{}, {1, 0, 0}}));
-    EXPECT_EQ(build(*geometry, IndexedKind::Triangles, Order::File), nullptr);
+    EXPECT_EQ(build(*geometry, IndexedKind::Triangles, Order::Runs), nullptr);
     EXPECT_EQ(build(*geometry, IndexedKind::Points, Order::Sorted), nullptr);
 }
 
-TEST(PrimitiveIndex, ThereIsNoneInFileOrderWithNumbersThatAreNotFinite)
+TEST(PrimitiveIndex, KeepsPrimitivesWithNumbersThatAreNotFiniteBesideTheTree)
 {
     GeometryParts parts = one_primitive(TrianglesPrimitive, {});
     for(int i = 0; i < 60; ++i)
         parts.positions.push_back(Pnt3f(Real32(i), Real32(i * i), 0));
     parts.positions[7][0] = std::numeric_limits<Real32>::quiet_NaN();
     parts.lengths = {60};
-    GeometryPtr const geometry = make_geometry(parts);
-    EXPECT_EQ(build(*geometry, IndexedKind::Triangles, Order::File), nullptr);
-    IndexPtr const sorted = build(*geometry, IndexedKind::Triangles, Order::Sorted);
-    ASSERT_NE(sorted, nullptr);
-    EXPECT_EQ(sorted->untamedBegin(), 19u);
-    EXPECT_EQ(sorted->primitiveAt(19), 2u);
+    IndexPtr const index = build(*make_geometry(parts), IndexedKind::Triangles, Order::Runs);
+    ASSERT_NE(index, nullptr);
+    EXPECT_EQ(index->getOrder(), Order::Sorted);
+    EXPECT_EQ(index->untamedBegin(), 19u);
+    EXPECT_EQ(index->primitiveAt(19), 2u);
+}
+
+TEST(PrimitiveIndex, ThereIsNoneWhereManyNumbersAreNotFinite)
+{
+    GeometryParts parts = one_primitive(TrianglesPrimitive, {});
+    for(int i = 0; i < 60; ++i)
+        parts.positions.push_back(Pnt3f(Real32(i), 1e30f, 0));
+    EXPECT_EQ(build(*make_geometry(parts), IndexedKind::Triangles, Order::Sorted), nullptr);
+}
+
+TEST(PrimitiveIndex, StandsInRunsOnlyWhereNeighboursInOrderAreNeighboursInSpace)
+{
+    RandomNumbers random(305);
+    GeometryParts parts = one_primitive(TrianglesPrimitive, {});
+    for(int i = 0; i < 300; ++i)
+        for(int corner = 0; corner < 3; ++corner)
+            parts.positions.push_back(Pnt3f(Real32(i), 0, 0) + random.vector());
+    parts.lengths = {900};
+    EXPECT_EQ(build(*make_geometry(parts), IndexedKind::Triangles, Order::Runs)->getOrder(),
+              Order::Runs);
+    for(UInt32 i = 0; i < 900; i += 3)
+    {
+        UInt32 const other = 3 * random.below(300);
+        for(UInt32 corner = 0; corner < 3; ++corner)
+            std::swap(parts.positions[i + corner], parts.positions[other + corner]);
+    }
+    EXPECT_EQ(build(*make_geometry(parts), IndexedKind::Triangles, Order::Runs)->getOrder(),
+              Order::Sorted);
 }
 
 // --- memory ---
@@ -233,7 +260,7 @@ GeometryPtr grid(UInt32 side)
 TEST(PrimitiveIndex, TakesAtMostFifteenBytesForATriangleAndTwiceThatWhileItIsBuilt)
 {
     GeometryPtr const geometry = grid(150);
-    for(Order order : {Order::File, Order::Sorted})
+    for(Order order : {Order::Runs, Order::Sorted})
     {
         UInt64 const before = get_mem_bytes();
         reset_mem_peak();
@@ -390,8 +417,8 @@ TEST(SpaceOrder, PutsNeighboursInSpaceSideBySide)
         points.push_back(random.point(-1.f, 1.f));
         order.add(i, points.back());
     }
-    std::vector<UInt32> numbers(Count);
-    order.finish(numbers.data());
+    MemArray<UInt32> const sorted = order.finish();
+    std::vector<UInt32> numbers(sorted.data(), sorted.data() + Count);
     double steps = 0;
     for(UInt32 i = 1; i < Count; ++i)
         steps += (points[numbers[i]] - points[numbers[i - 1]]).length();
@@ -407,9 +434,9 @@ TEST(SpaceOrder, KeepsTheOrderOfPointsAtOnePlace)
     SpaceOrder order(5, Pnt3f(2, 2, 2), Pnt3f(2, 2, 2));
     for(UInt32 i = 0; i < 5; ++i)
         order.add(i, Pnt3f(2, 2, 2));
-    UInt32 numbers[5];
-    order.finish(numbers);
-    EXPECT_THAT(numbers, testing::ElementsAre(0, 1, 2, 3, 4));
+    MemArray<UInt32> const numbers = order.finish();
+    for(UInt32 i = 0; i < 5; ++i)
+        EXPECT_EQ(numbers[i], i);
 }
 } // namespace
 } // namespace OSG::Test

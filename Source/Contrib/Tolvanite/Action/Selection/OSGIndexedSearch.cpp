@@ -83,7 +83,6 @@ struct Ground
     {
         UInt32 const begin = block * PrimitiveIndex::BlockSize;
         UInt32 const end = begin + index.blockSize(block);
-        tested += end - begin;
         for(UInt32 place = begin; place < end; ++place)
             if(!visit(index.primitiveAt(place), state))
                 return false;
@@ -98,8 +97,7 @@ struct Ground
     template <class Boxes, class Visit>
     void walkBlocks(Boxes &boxes, Visit visit)
     {
-        constexpr UInt32 WorkOfNode = 2;
-        tested += WorkOfNode * walk_boxes(index, AllPlanes, boxes, visit);
+        walk_boxes(index, AllPlanes, boxes, visit);
     }
 
     PrimitiveIndex const &index;
@@ -109,7 +107,6 @@ struct Ground
     BoxPlanes boxPlanes;
     PartReader<Rule> reader;
     UInt32 planesNearOrigin = 0; ///< those that the origin is not clearly inside of, as bits
-    UInt32 tested = 0;
 };
 
 /// The planes that box `child` is not clearly inside of, as bits.
@@ -265,7 +262,6 @@ class BlockReader
             for(UInt32 c = 0; c < 3; ++c)
                 _block.set(t, c, corners[c]);
         }
-        ground.tested += _size;
         grade_block(_block, ground.boxPlanes, state, grades);
     }
 
@@ -493,7 +489,6 @@ class TriangleSearch
             if(_near.isFound() && !_near.isContained())
                 point = _near.getPoint();
         }
-        _ground.tested += end;
         return point;
     }
 
@@ -616,16 +611,13 @@ class AnyBoxes
 } // namespace
 
 Extremes find_triangles(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                        Plane const &plane, UInt32 &tested)
+                        Plane const &plane)
 {
     TriangleGround ground(index, geometry, planes, plane);
-    Extremes const found = TriangleSearch(ground).find(geometry);
-    tested += ground.tested;
-    return found;
+    return TriangleSearch(ground).find(geometry);
 }
 
-bool has_triangle(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                  UInt32 &tested)
+bool has_triangle(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes)
 {
     TriangleGround ground(index, geometry, planes, planes[0]);
     AnyBoxes boxes(ground.boxPlanes);
@@ -643,7 +635,6 @@ bool has_triangle(PrimitiveIndex const &index, Geometry const &geometry, Plane c
     ground.visitUntamed(visit);
     if(!boxes.isFound)
         ground.walk(boxes, visit);
-    tested += ground.tested;
     return boxes.isFound;
 }
 
@@ -687,7 +678,7 @@ void complete_point(Ground<PointRule> &ground, Geometry const &geometry, Best co
 } // namespace
 
 Extremes find_lines(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                    Plane const &plane, UInt32 &tested)
+                    Plane const &plane)
 {
     Ground<LineRule> ground(index, geometry, planes, plane);
     NearBest near;
@@ -713,12 +704,11 @@ Extremes find_lines(PrimitiveIndex const &index, Geometry const &geometry, Plane
     Extremes result;
     complete_line(ground, geometry, near, result.near);
     complete_line(ground, geometry, far, result.far);
-    tested += ground.tested;
     return result;
 }
 
 Extremes find_points(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                     Plane const &plane, UInt32 &tested)
+                     Plane const &plane)
 {
     Ground<PointRule> ground(index, geometry, planes, plane);
     NearBest near;
@@ -739,7 +729,6 @@ Extremes find_points(PrimitiveIndex const &index, Geometry const &geometry, Plan
     Extremes result;
     complete_point(ground, geometry, near, result.near);
     complete_point(ground, geometry, far, result.far);
-    tested += ground.tested;
     return result;
 }
 } // namespace OSG::SelectionSearch::Indexed

@@ -13,13 +13,11 @@ namespace OSG::SelectionSearch::Indexed
 /// numbers are finite, and no normal is much longer than 1.
 bool can_search(Plane const *planes, Plane const &plane);
 
-/// Adds to `tested` how many primitives and boxes it has looked at.
 Extremes find_triangles(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                        Plane const &plane, UInt32 &tested);
+                        Plane const &plane);
 Extremes find_lines(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                    Plane const &plane, UInt32 &tested);
+                    Plane const &plane);
 Extremes find_points(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                     Plane const &plane, UInt32 &tested);
-bool has_triangle(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes,
-                  UInt32 &tested);
+                     Plane const &plane);
+bool has_triangle(PrimitiveIndex const &index, Geometry const &geometry, Plane const *planes);
 } // namespace OSG::SelectionSearch::Indexed

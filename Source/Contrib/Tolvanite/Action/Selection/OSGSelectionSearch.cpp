@@ -22,10 +22,7 @@ auto search(Geometry const &geometry, IndexedKind kind, Way *way, ByIndex byInde
     {
         if(way != nullptr)
             way->usedIndex = true;
-        UInt32 tested = 0;
-        auto const found = byIndex(*index, tested);
-        use.addWork(tested);
-        return found;
+        return byIndex(*index);
     }
     return byLoop(use);
 }
@@ -38,8 +35,7 @@ Extremes find(Geometry const &geometry, IndexedKind kind, Plane const *planes, P
         return byLoop(geometry, planes, plane);
     return search(
         geometry, kind, way,
-        [&](PrimitiveIndex const &index, UInt32 &tested)
-        { return byIndex(index, geometry, planes, plane, tested); },
+        [&](PrimitiveIndex const &index) { return byIndex(index, geometry, planes, plane); },
         [&](PrimitiveIndexUse &use)
         {
             use.addFullLoop();
@@ -73,8 +69,7 @@ bool has_triangle(Geometry const &geometry, Plane const *planes, Way *way)
         return Plain::has_triangle(geometry, planes, tested);
     return search(
         geometry, IndexedKind::Triangles, way,
-        [&](PrimitiveIndex const &index, UInt32 &work)
-        { return Indexed::has_triangle(index, geometry, planes, work); },
+        [&](PrimitiveIndex const &index) { return Indexed::has_triangle(index, geometry, planes); },
         [&](PrimitiveIndexUse &use)
         {
             bool const found = Plain::has_triangle(geometry, planes, tested);

@@ -139,7 +139,7 @@ TEST(IndexedSearch, GivesWhatThePlainLoopGivesBitForBit)
     LogCapture log;
     for(int round = 0; round < Geometries && !testing::Test::HasFailure(); ++round)
     {
-        IndexSettings::set(round % 2 == 0 ? Building::Sorted : Building::FileOrder);
+        IndexSettings::set(round % 2 == 0 ? Building::Sorted : Building::AtOnce);
         GeometryPtr const geometry = make_geometry(source.geometry());
         commit();
         for(int i = 0; i < VolumesForEach && !testing::Test::HasFailure(); ++i)
@@ -201,7 +201,7 @@ TEST(IndexedSearch, GivesTheHitsOfThePlainLoopBelowTransformsOfAllKinds)
     std::size_t hits = 0;
     for(int round = 0; round < Scenes && !testing::Test::HasFailure(); ++round)
     {
-        IndexSettings::set(round % 2 == 0 ? Building::Sorted : Building::FileOrder);
+        IndexSettings::set(round % 2 == 0 ? Building::Sorted : Building::AtOnce);
         GeometryPtr const shared = make_geometry(source.geometry());
         Children children;
         for(int i = 0; i < 3; ++i)
