@@ -73,7 +73,10 @@ void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)
     constexpr BitVector Extent =
         TypesFieldMask | LengthsFieldMask | PropertiesFieldMask | PropIndicesFieldMask;
     if((whichField & Extent) != 0)
+    {
+        _indexSlot.drop();
         invalidateVolume();
+    }
     GeometryBase::changed(whichField, origin, details);
 }
 
@@ -104,9 +107,8 @@ void Geometry::initMethod(TypeBase::InitPhase phase)
 
 void Geometry::reportOutOfRange() const
 {
-    if(_outOfRangeReported)
+    if(!_indexSlot.noteWarning())
         return;
-    _outOfRangeReported = true;
     char const *const name = getName(this);
     OSG_LOG_WARNING("Geometry %s: an index is out of range, what it belongs to is passed over\n",
                     name != nullptr ? name : "without a name");

@@ -3,6 +3,7 @@
 #include "OSGGeoIntegralProperty.h"
 #include "OSGGeoVectorProperty.h"
 #include "OSGGeometryBase.h"
+#include "OSGPrimitiveIndexSlot.h"
 
 namespace OSG
 {
@@ -21,6 +22,9 @@ class TriangleIterator;
 /// Setting an array or an index marks the volumes of the nodes that show the geometry at the next
 /// commit. Whoever writes into an array that is set already calls invalidateVolume() afterwards:
 /// arrays do not know their geometries.
+///
+/// Queries may build an index of the primitives, see PrimitiveIndexUse. Any number of threads may
+/// query a geometry at once while nobody edits it or its arrays.
 class OSG_DRAWABLE_API Geometry : public GeometryBase
 {
   public:
@@ -74,6 +78,9 @@ class OSG_DRAWABLE_API Geometry : public GeometryBase
     /// Warns that an index is out of range, the first time only. Whoever passes a primitive over
     /// for that reason calls it.
     void reportOutOfRange() const;
+    /// For PrimitiveIndexUse, which keeps the indices of this geometry's primitives here. They are
+    /// neither saved nor copied nor synchronised.
+    PrimitiveIndexSlot &getIndexSlot() const { return _indexSlot; }
 
     /// Extends `volume` by the positions of the triangles, lines and points that are delivered.
     void adjustVolume(Volume &volume) override;
@@ -93,6 +100,6 @@ class OSG_DRAWABLE_API Geometry : public GeometryBase
     friend Pattern;
 
   private:
-    mutable bool _outOfRangeReported = false;
+    mutable PrimitiveIndexSlot _indexSlot;
 };
 } // namespace OSG

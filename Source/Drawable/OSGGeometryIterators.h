@@ -8,7 +8,7 @@
 /// that are delivered, from 0, over the whole geometry. A missing normal or texture coordinate
 /// reads as zero.
 
-#include "OSGGeometryView.h"
+#include "OSGPartCursor.h"
 
 namespace OSG
 {
@@ -33,11 +33,7 @@ class OSG_DRAWABLE_API PrimitiveIterator
     /// Vertices that the primitive claims; see getAvailable().
     UInt32 getLength() const { return _view.length(_index); }
     /// How many of them exist, counted from the first.
-    UInt32 getAvailable() const
-    {
-        UInt64 const all = _view.vertexCount();
-        return _start >= all ? 0 : static_cast<UInt32>(std::min<UInt64>(getLength(), all - _start));
-    }
+    UInt32 getAvailable() const { return _view.available(_start, getLength()); }
 
     /// Vertex `i` of the primitive has a position.
     bool hasPosition(Int32 i) const { return getPositionIndex(i) < _view.positions.size(); }
@@ -50,8 +46,6 @@ class OSG_DRAWABLE_API PrimitiveIterator
 
   private:
     friend class Geometry;
-    template <class Rule>
-    friend class PartIterator;
 
     explicit PrimitiveIterator(Geometry const &geometry)
         : _view(geometry)
@@ -73,108 +67,53 @@ class PartIterator
 
     bool operator==(PartIterator const &other) const
     {
-        return _primitive == other._primitive && _part == other._part;
+        return _cursor.getPrimitive() == other._cursor.getPrimitive() &&
+               _cursor.getPart() == other._cursor.getPart();
     }
     bool operator!=(PartIterator const &other) const { return !(*this == other); }
     PartIterator &operator++()
     {
-        ++_part;
-        ++_index;
-        seek();
+        _cursor.next();
         return *this;
     }
 
     /// Running number of the part over the whole geometry.
-    Int32 getIndex() const { return _index; }
+    Int32 getIndex() const { return static_cast<Int32>(_cursor.getIndex()); }
     /// The primitive that the part belongs to.
-    UInt32 getPrimitiveIndex() const { return _primitive._index; }
+    UInt32 getPrimitiveIndex() const { return _cursor.getPrimitive(); }
 
     // --- corners, counted from 0 ---
-    Pnt3f getPosition(Int32 corner) const
-    {
-        return _primitive._view.positions.point(_element[corner]);
-    }
-    Vec3f getNormal(Int32 corner) const
-    {
-        return _primitive._view.normals.vector(getNormalIndex(corner));
-    }
+    Pnt3f getPosition(Int32 corner) const { return _cursor.getPosition(corner); }
+    Vec3f getNormal(Int32 corner) const { return _normals.vector(getNormalIndex(corner)); }
     /// Element of the position array; always in range.
-    UInt32 getPositionIndex(Int32 corner) const { return _element[corner]; }
+    UInt32 getPositionIndex(Int32 corner) const { return _cursor.getElement(corner); }
     /// Elements of the other arrays; beyond the array where there is none.
-    UInt32 getNormalIndex(Int32 corner) const { return _primitive.getNormalIndex(vertex(corner)); }
-    UInt32 getTexCoordsIndex(Int32 corner) const
-    {
-        return _primitive.getTexCoordsIndex(vertex(corner));
-    }
+    UInt32 getNormalIndex(Int32 corner) const { return _normals.elementOf(getVertex(corner)); }
+    UInt32 getTexCoordsIndex(Int32 corner) const { return _texCoords.elementOf(getVertex(corner)); }
     /// Running number of the corner's vertex in the geometry's sequence.
-    UInt64 getVertex(Int32 corner) const { return _primitive.vertex(vertex(corner)); }
+    UInt64 getVertex(Int32 corner) const { return _cursor.getVertex(corner); }
 
   private:
     friend class Geometry;
 
     explicit PartIterator(Geometry const &geometry)
-        : _primitive(geometry)
-        , _geometry(&geometry)
+        : _cursor(geometry)
+        , _normals(geometry.getNormals(), geometry.getIndex(Geometry::NormalsSlot))
+        , _texCoords(geometry.getTexCoords(), geometry.getIndex(Geometry::TexCoordsSlot))
     {
-        if(atEnd())
-            return;
-        enterPrimitive();
-        seek();
     }
 
     // The iterator behind the last part.
     static PartIterator end(Geometry const &geometry)
     {
         PartIterator it;
-        it._primitive._index =
-            geometry.getTypes() != nullptr ? geometry.getTypes()->getArray().size() : 0;
+        it._cursor = PartCursor<Rule>::endOf(geometry);
         return it;
     }
 
-    Int32 vertex(Int32 corner) const { return static_cast<Int32>(_vertex[corner]); }
-    bool atEnd() const { return _primitive._index >= _primitive._view.primitiveCount(); }
-
-    void enterPrimitive()
-    {
-        _part = 0;
-        _type = _primitive.getType();
-        _length = _primitive.getLength();
-        UInt32 const available = _primitive.getAvailable();
-        _parts = Rule::count(_type, _length, available);
-        if(available < _length && Rule::count(_type, _length, _length) != _parts)
-            _geometry->reportOutOfRange();
-    }
-
-    // Goes on to the next part whose corners exist, the current one included.
-    void seek()
-    {
-        for(;;)
-        {
-            for(; _part < _parts; ++_part)
-            {
-                Rule::corners(_type, _length, _part, _vertex);
-                if(_primitive._view.positions.findElements(_primitive._start, _vertex, _element))
-                    return;
-                _geometry->reportOutOfRange();
-            }
-            ++_primitive;
-            if(atEnd())
-                break;
-            enterPrimitive();
-        }
-        _part = 0;
-        _parts = 0;
-    }
-
-    PrimitiveIterator _primitive;
-    Geometry const *_geometry = nullptr;
-    UInt32 _type = 0;
-    UInt32 _length = 0;
-    UInt32 _part = 0;
-    UInt32 _parts = 0;
-    Int32 _index = 0;
-    UInt32 _vertex[Rule::Corners] = {};  // in the primitive
-    UInt32 _element[Rule::Corners] = {}; // in the position array
+    PartCursor<Rule> _cursor;
+    VertexChannel _normals;
+    VertexChannel _texCoords;
 };
 
 /// Triangles of triangles, strips, fans, quads, quad strips and polygons.

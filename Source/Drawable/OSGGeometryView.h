@@ -128,6 +128,12 @@ class PrimitiveView
     }
     /// Vertices that have a position entry; a primitive may claim more.
     UInt32 vertexCount() const { return positions.vertexCount(); }
+    /// How many of the `length` vertices from `start` on have a position entry.
+    UInt32 available(UInt64 start, UInt32 length) const
+    {
+        UInt64 const all = vertexCount();
+        return start >= all ? 0 : static_cast<UInt32>(std::min<UInt64>(length, all - start));
+    }
     /// Vertices that belong to a primitive: the sum of the lengths, at most vertexCount().
     UInt32 usedVertexCount() const
     {
@@ -256,5 +262,18 @@ struct LineRule
         if(type == LineLoopPrimitive && vertex[1] == length)
             vertex[1] = 0;
     }
+};
+
+/// The points of a primitive, in the same manner.
+struct PointRule
+{
+    static constexpr int Corners = 1;
+
+    static UInt32 count(UInt32 type, UInt32 length, UInt32 available)
+    {
+        return type == PointsPrimitive ? std::min(length, available) : 0;
+    }
+
+    static void corners(UInt32, UInt32, UInt32 t, UInt32 (&vertex)[1]) { vertex[0] = t; }
 };
 } // namespace OSG

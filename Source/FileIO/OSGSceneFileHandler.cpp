@@ -198,7 +198,27 @@ bool SceneFileHandlerBase::write(Node *node, std::ostream &out, char const *suff
                         shown_text(suffix != nullptr ? suffix : "").c_str());
         return false;
     }
-    return type->write(node, out, suffix);
+    return writeBy(*type, node, out, suffix);
+}
+
+bool SceneFileHandlerBase::writeBy(SceneFileType const &type, Node *node, std::ostream &out,
+                                   char const *name)
+{
+    struct WriteScope
+    {
+        bool &isWriting;
+        ~WriteScope() { isWriting = false; }
+    };
+    WriteScope const scope{_isWriting};
+    _unwrittenFiles.clear();
+    _isWriting = true;
+    return type.write(node, out, name);
+}
+
+void SceneFileHandlerBase::addUnwrittenFile(std::string const &fileName)
+{
+    if(_isWriting)
+        _unwrittenFiles.push_back(fileName);
 }
 
 bool SceneFileHandlerBase::write(Node *node, char const *fileName)
@@ -213,12 +233,13 @@ bool SceneFileHandlerBase::write(Node *node, char const *fileName)
         return false;
     }
     std::ofstream out(fileName, std::ios::binary);
+    out.imbue(std::locale::classic()); // a file is read on other machines too
     if(!out)
     {
         OSG_LOG_WARNING("Couldn't open '%s' for writing!\n", shown_text(fileName).c_str());
         return false;
     }
-    return type->write(node, out, fileName) && out.flush();
+    return writeBy(*type, node, out, fileName) && out.flush();
 }
 
 // --- what readers tell ---

@@ -41,6 +41,8 @@ class OSG_FILEIO_API SceneFileHandlerBase
     /// False, with a log line, where no type writes the suffix or the file cannot be written.
     bool write(Node *node, char const *fileName);
     bool write(Node *node, std::ostream &out, char const *suffix);
+    /// Files beside the scene's own, such as textures, that the last write could not write.
+    std::vector<std::string> const &getUnwrittenFiles() const { return _unwrittenFiles; }
 
     // --- types ---
     /// The type for a suffix that has all abilities of `flags`. Types that override are preferred
@@ -63,6 +65,10 @@ class OSG_FILEIO_API SceneFileHandlerBase
     void setReadIncomplete();
     /// The current line of the text that is being read, from 1. 0 where it is not known.
     UInt64 getReadLine() const { return _text != nullptr ? _text->lineNumber() : 0; }
+
+    // --- for writers; about the write that is under way; without one, nothing happens ---
+    /// Notes that a file beside the scene's own could not be written.
+    void addUnwrittenFile(std::string const &fileName);
 
     // --- progress of the innermost read that is under way; without one, nothing is reported ---
     /// `callback` is called with each new percentage, 0 to 100, in ascending order.
@@ -89,6 +95,7 @@ class OSG_FILEIO_API SceneFileHandlerBase
     void lookAtStream();
     TransitPtr<Node> readBy(SceneFileType const &type, std::istream &in, char const *name,
                             SceneFileType::Resolver const &resolver);
+    bool writeBy(SceneFileType const &type, Node *node, std::ostream &out, char const *name);
 
     std::vector<SceneFileType *> _types;
     PathHandler _ownPathHandler;
@@ -97,6 +104,8 @@ class OSG_FILEIO_API SceneFileHandlerBase
     ReadScope *_innermost = nullptr;
     ReadBuffer const *_text = nullptr;
     bool _lastReadComplete = false;
+    std::vector<std::string> _unwrittenFiles;
+    bool _isWriting = false;
     UInt32 _elements = 0;
 };
 

@@ -8,7 +8,7 @@ namespace OSG
 class OSG_STATE_API ChunkMaterial : public ChunkMaterialBase
 {
   public:
-    static constexpr Int32 AutoSlot = -1;
+    static constexpr Int32 AutoSlot = -2;
 
     /// Adds a chunk in `slot`; AutoSlot takes the first free slot. Returns false, and adds nothing,
     /// for null and where another chunk of the same type has the slot.

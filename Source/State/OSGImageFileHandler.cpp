@@ -6,6 +6,7 @@
 #include "OSGFileSuffix.h"
 #include "OSGImage.h"
 #include "OSGImageFileType.h"
+#include "OSGPathHandler.h"
 
 namespace OSG
 {
@@ -30,14 +31,23 @@ ImageFileType *ImageFileHandlerBase::getFileType(char const *suffix) const
     return find_file_type(_types, suffix);
 }
 
+// Empty where there is no such file.
+std::string ImageFileHandlerBase::findPicture(char const *fileName) const
+{
+    boost::system::error_code error;
+    if(boost::filesystem::is_regular_file(fileName, error))
+        return fileName;
+    bool const isSearched =
+        _pathHandler != nullptr && boost::filesystem::path(fileName).is_relative();
+    return isSearched ? _pathHandler->findFile(fileName) : std::string();
+}
+
 TransitPtr<Image> ImageFileHandlerBase::read(char const *fileName, char const *typeHint)
 {
-    if(fileName == nullptr)
+    std::string const path = fileName != nullptr ? findPicture(fileName) : std::string();
+    if(path.empty())
         return nullptr;
-    boost::system::error_code error;
-    if(!boost::filesystem::is_regular_file(fileName, error))
-        return nullptr;
-    std::ifstream in(fileName, std::ios::binary);
+    std::ifstream in(path, std::ios::binary);
     ImageFileType *const preferred =
         getFileType(typeHint != nullptr ? typeHint : file_suffix(fileName).c_str());
 
@@ -56,7 +66,7 @@ TransitPtr<Image> ImageFileHandlerBase::read(char const *fileName, char const *t
             image = attempt(_types[i]);
     }
     if(image)
-        image->setName(boost::filesystem::absolute(fileName).lexically_normal().string());
+        image->setName(boost::filesystem::absolute(path).lexically_normal().string());
     return image;
 }
 

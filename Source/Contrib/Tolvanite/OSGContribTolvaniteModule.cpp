@@ -12,13 +12,16 @@
 #include "OSGWalkConsoleAttachmentStatics.inl"
 
 // --- scene file types ---
+#include "OSGA3DSLibSceneFileType.h"
 #include "OSGOBJLibSceneFileTypeTN.h"
 
 namespace OSG
 {
-// The 3DS type comes first here.
+A3DSLibSceneFileType A3DSLibSceneFileType::_the(_suffixA, sizeof(_suffixA), true, 20,
+                                                IOFileTypeBase::ReadSupported);
 OBJSceneFileTypeTN OBJSceneFileTypeTN::_the(_suffixA, sizeof(_suffixA), true, 20,
-                                            IOFileTypeBase::ReadSupported);
+                                            IOFileTypeBase::ReadSupported |
+                                                IOFileTypeBase::WriteSupported);
 } // namespace OSG
 
 // --- element of the binary scene format ---

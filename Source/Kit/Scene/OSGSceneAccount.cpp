@@ -2,18 +2,11 @@
 
 #include <unordered_map>
 #include <unordered_set>
-#include <vector>
 
-#include "OSGChunkMaterial.h"
 #include "OSGGeometry.h"
 #include "OSGGeometryIterators.h"
-#include "OSGImage.h"
-#include "OSGMaterialChunkOverrideGroup.h"
-#include "OSGMaterialGroup.h"
+#include "OSGReachableMaterials.h"
 #include "OSGReachableNodes.h"
-#include "OSGSimpleTexturedMaterial.h"
-#include "OSGSwitchMaterial.h"
-#include "OSGTextureObjChunk.h"
 
 namespace OSG
 {
@@ -56,13 +49,14 @@ class Counter
     {
         ++_account.nodes;
         countCore(node->getCore());
+        _materials.add(node);
     }
 
     SceneAccount finish()
     {
         _account.geometries = _geometries.size();
-        _account.materials = _materials.size();
-        _account.images = _images.size();
+        _account.materials = _materials.getMaterials().size();
+        _account.images = _materials.getImages().size();
         return std::move(_account);
     }
 
@@ -74,10 +68,6 @@ class Counter
         ++_account.cores[core->getType().getCName()];
         if(auto *const geometry = dynamic_cast<Geometry *>(core))
             countGeometry(*geometry);
-        else if(auto *const group = dynamic_cast<MaterialGroup *>(core))
-            countMaterials(group->getMaterial());
-        else if(auto *const override = dynamic_cast<MaterialChunkOverrideGroup *>(core))
-            countMaterials(override->getMaterial());
     }
 
     void countGeometry(Geometry &geometry)
@@ -92,54 +82,16 @@ class Counter
             GeoVectorProperty *const positions = geometry.getPositions();
             if(positions != nullptr && _positions.insert(positions).second)
                 _account.vertices += positions->size();
-            countMaterials(geometry.getMaterial());
         }
         _account.triangles += parts.triangles;
         _account.lines += parts.lines;
         _account.points += parts.points;
     }
 
-    // Also counts the materials that a switch material switches between. They may refer to each
-    // other in a circle, which the set of counted materials ends.
-    void countMaterials(Material *first)
-    {
-        std::vector<Material *> open{first};
-        while(!open.empty())
-        {
-            Material *const material = open.back();
-            open.pop_back();
-            if(material == nullptr || !_materials.insert(material).second)
-                continue;
-            if(auto *const textured = dynamic_cast<SimpleTexturedMaterial *>(material))
-                countImage(textured->getImage());
-            else if(auto *const choice = dynamic_cast<SwitchMaterial *>(material))
-                open.insert(open.end(), choice->getMFMaterials()->begin(),
-                            choice->getMFMaterials()->end());
-            else if(auto *const chunks = dynamic_cast<ChunkMaterial *>(material))
-                countImages(*chunks);
-        }
-    }
-
-    void countImages(ChunkMaterial const &material)
-    {
-        for(StateChunk *chunk : *material.getMFChunks())
-        {
-            if(auto *const texture = dynamic_cast<TextureObjChunk *>(chunk))
-                countImage(texture->getImage());
-        }
-    }
-
-    void countImage(Image *image)
-    {
-        if(image != nullptr)
-            _images.insert(image);
-    }
-
     SceneAccount _account;
     std::unordered_map<Geometry *, Parts> _geometries;
     std::unordered_set<GeoVectorProperty *> _positions;
-    std::unordered_set<Material *> _materials;
-    std::unordered_set<Image *> _images;
+    ReachableMaterials _materials;
 };
 } // namespace
 

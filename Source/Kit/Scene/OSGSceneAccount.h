@@ -18,9 +18,8 @@ struct SceneAccount
     /// Nodes of the tree and of the trees that its cores show from elsewhere. Each node counts
     /// once.
     UInt64 nodes = 0;
-    /// Geometry cores, materials and images. Each object counts once, however many nodes share it.
-    /// Materials are those of geometries and of material groups, and those that a switch material
-    /// switches between. Images are those of the materials.
+    /// Geometry cores, materials and images (see ReachableMaterials). Each object counts once,
+    /// however many nodes share it.
     UInt64 geometries = 0;
     UInt64 materials = 0;
     UInt64 images = 0;

@@ -12,6 +12,7 @@
 namespace OSG
 {
 ChangeList *ChangeList::_all[MaxLists + 1] = {};
+constinit std::atomic<UInt32> ChangeList::_numDropped = 0;
 
 namespace
 {
@@ -47,7 +48,10 @@ void ChangeList::dropEdits()
     for(FieldContainer *container : _changed)
     {
         if(container != nullptr)
+        {
             container->takeChangeMask();
+            _numDropped.fetch_add(1, std::memory_order_relaxed);
+        }
     }
     _changed.clear();
 }

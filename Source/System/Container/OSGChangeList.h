@@ -3,6 +3,7 @@
 /// \file
 /// The edits of a thread since its last commit.
 
+#include <atomic>
 #include <vector>
 
 #include "OSGChangeLog.h"
@@ -72,6 +73,9 @@ class OSG_SYSTEM_API ChangeList
     /// Containers made since the last commit.
     UInt64 getNumCreated() const { return _numCreated; }
     bool hasOpenEdits() const { return !_changed.empty(); }
+    /// How often the end of a list has dropped open edits: such fields have new values that no
+    /// `changed` was told of. Any thread may ask.
+    static UInt32 getNumDropped() { return _numDropped.load(std::memory_order_relaxed); }
 
   protected:
     void doCommitChanges(UInt32 origin, UInt32 details);
@@ -93,6 +97,7 @@ class OSG_SYSTEM_API ChangeList
     }
 
     static ChangeList *_all[MaxLists + 1]; // by number
+    static std::atomic<UInt32> _numDropped;
 
     UInt64 _numCreated = 0;
     UInt32 _number;

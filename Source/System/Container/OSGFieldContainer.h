@@ -151,6 +151,9 @@ class OSG_SYSTEM_API FieldContainer : public ReflexiveContainer
     /// For the class that owns this container: the slot of its list in which it last put it.
     UInt32 getSlotHint() const { return _place.inOwner; }
     void setSlotHint(UInt32 slot) { _place.inOwner = slot; }
+    /// The same 32 bits, for a class of containers that nobody owns: a number of its own.
+    UInt32 getOwnNumber() const { return _place.inOwner; }
+    void setOwnNumber(UInt32 number) { _place.inOwner = number; }
 
     /// Whether something depends on this container that it has no link to. The class that sets the
     /// flag keeps a table of what that is.

@@ -1,6 +1,12 @@
+#include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 #include "OSGFileSuffix.h"
+#include "OSGImage.h"
+#include "OSGImageFileHandler.h"
+#include "OSGImageFileType.h"
+#include "OSGReachableMaterials.h"
 #include "OSGReachableNodes.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGShownText.h"
@@ -11,6 +17,8 @@
 
 namespace Tool
 {
+namespace fs = std::filesystem;
+
 namespace
 {
 struct ConvertOptions : SceneOptions
@@ -25,11 +33,52 @@ bool is_written(std::string const &suffix)
                suffix.c_str(), OSG::IOFileTypeBase::WriteSupported) != nullptr;
 }
 
-// Empty on success, otherwise the reason of the failure.
-std::string write_scene(OSG::Node *root, std::string const &target)
+// Whether the file is a picture that an image of the scene was read from. Writing it again would
+// only compress it once more.
+bool is_source_of_image(OSG::Node *root, fs::path const &file)
 {
-    return replace_file(target, [root](std::string const &path)
-                        { return OSG::SceneFileHandlerBase::the()->write(root, path.c_str()); });
+    OSG::ReachableMaterials const materials = OSG::materials_of(root);
+    auto const &images = materials.getImages();
+    return std::any_of(images.begin(), images.end(),
+                       [&file](OSG::Image const *image)
+                       {
+                           std::error_code error;
+                           fs::path const source(image->getName());
+                           return source.filename() == file.filename() &&
+                                  fs::equivalent(source, file, error);
+                       });
+}
+
+bool can_be_written(std::string const &file)
+{
+    std::string const suffix = OSG::file_suffix(file);
+    OSG::ImageFileType const *const type =
+        OSG::ImageFileHandlerBase::the()->getFileType(suffix.c_str());
+    return suffix == "mtl" || (type != nullptr && type->canWrite());
+}
+
+// A picture whose format nobody writes is named and left out. Every other failure ends the write.
+bool write_files(OSG::Node *root, std::string const &path, Streams streams)
+{
+    OSG::SceneFileHandlerBase &handler = *OSG::SceneFileHandlerBase::the();
+    if(!handler.write(root, path.c_str()))
+        return false;
+    for(std::string const &file : handler.getUnwrittenFiles())
+    {
+        if(can_be_written(file))
+            return false;
+        complain(streams, "cannot write " + fs::path(file).filename().string() +
+                              ": no format writes '" + OSG::file_suffix(file) + "'");
+    }
+    return true;
+}
+
+// Empty on success, otherwise the reason of the failure.
+std::string write_scene(OSG::Node *root, std::string const &target, Streams streams)
+{
+    return replace_file(
+        target, [&](std::string const &path) { return write_files(root, path, streams); },
+        [root](fs::path const &file) { return is_source_of_image(root, file); });
 }
 
 struct Outcome
@@ -76,7 +125,7 @@ int run_convert(ConvertOptions const &options, Streams streams)
     if(!operations.done)
         return Failed;
     outcome.nodesAfter = OSG::count_reachable_nodes(scene.root);
-    std::string const reason = write_scene(scene.root, options.target);
+    std::string const reason = write_scene(scene.root, options.target, streams);
     if(!reason.empty())
     {
         complain(streams, "cannot write " + options.target + ": " + reason);

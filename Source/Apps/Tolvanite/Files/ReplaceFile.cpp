@@ -3,8 +3,6 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "WorkFolder.h"
-
 namespace Tool
 {
 namespace fs = std::filesystem;
@@ -52,7 +50,8 @@ std::string reason_of(int number)
 }
 
 std::string write_and_move(fs::path const &target, std::string const &name,
-                           std::function<bool(std::string const &path)> const &write)
+                           std::function<bool(std::string const &path)> const &write,
+                           WorkFolder::Stays const &stays)
 {
     WorkFolder folder(target.parent_path());
     std::string const path = (folder.path() / name).string();
@@ -61,12 +60,13 @@ std::string write_and_move(fs::path const &target, std::string const &name,
         return reason_of(errno);
     copy_permissions(target, path);
     std::error_code error;
-    return folder.moveOut(name, target, error) ? std::string() : error.message();
+    return folder.moveOut(name, target, stays, error) ? std::string() : error.message();
 }
 } // namespace
 
 std::string replace_file(std::string const &target,
-                         std::function<bool(std::string const &path)> const &write)
+                         std::function<bool(std::string const &path)> const &write,
+                         WorkFolder::Stays const &stays)
 {
     fs::path const path = without_links(target);
     std::string const obstacle = obstacle_at(path);
@@ -74,7 +74,7 @@ std::string replace_file(std::string const &target,
         return obstacle;
     try
     {
-        return write_and_move(path, fs::path(target).filename().string(), write);
+        return write_and_move(path, fs::path(target).filename().string(), write, stays);
     }
     catch(fs::filesystem_error const &error)
     {

@@ -3,6 +3,7 @@
 #include <exception>
 #include <new>
 
+#include "OSGImageFileHandler.h"
 #include "OSGSceneFileHandler.h"
 #include "ProgressBar.h"
 #include "Stopwatch.h"
@@ -35,7 +36,10 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
     ReadProgress const progress(streams.err, ProgressBar::whereWanted(options.quiet));
     try
     {
-        return ScenePtr(OSG::SceneFileHandlerBase::the()->read(options.file.c_str()));
+        OSG::SceneFileHandlerBase &handler = *OSG::SceneFileHandlerBase::the();
+        // During a read the path handler knows the folder of the scene, where its pictures are.
+        OSG::ImageFileHandlerBase::the()->setPathHandler(handler.getPathHandler());
+        return ScenePtr(handler.read(options.file.c_str()));
     }
     catch(std::bad_alloc const &)
     {

@@ -108,15 +108,17 @@ void WorkFolder::remove()
         fs::remove_all(gone, error);
 }
 
-bool WorkFolder::moveOut(std::string const &name, fs::path const &target, std::error_code &error)
+bool WorkFolder::moveOut(std::string const &name, fs::path const &target, Stays const &stays,
+                         std::error_code &error)
 {
     std::lock_guard<std::mutex> const guard(_mutex);
     for(fs::directory_iterator entry(_path, error); !error && entry != fs::directory_iterator();
         entry.increment(error))
     {
         fs::path const other = entry->path();
-        if(other.filename() != name)
-            fs::rename(other, target.parent_path() / other.filename(), error);
+        fs::path const place = target.parent_path() / other.filename();
+        if(other.filename() != name && !stays(place))
+            fs::rename(other, place, error);
         if(error)
             return false;
     }

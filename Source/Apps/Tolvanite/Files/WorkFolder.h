@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <mutex>
 #include <thread>
 
@@ -25,9 +26,13 @@ class WorkFolder
 
     std::filesystem::path const &path() const { return _path; }
 
-    /// Moves the files of the folder to `parent`, and last the file `name` to `target`. No signal
-    /// interrupts this. False, with `error` set, where a file cannot be moved.
-    bool moveOut(std::string const &name, std::filesystem::path const &target,
+    /// Whether a file that exists stays as it is.
+    using Stays = std::function<bool(std::filesystem::path const &file)>;
+
+    /// Moves the files of the folder to `parent`, and last the file `name` to `target`. A file that
+    /// would replace one that stays is not moved. No signal interrupts this. False, with `error`
+    /// set, where a file cannot be moved.
+    bool moveOut(std::string const &name, std::filesystem::path const &target, Stays const &stays,
                  std::error_code &error);
 
   private:

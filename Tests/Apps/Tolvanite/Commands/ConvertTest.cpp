@@ -1,5 +1,6 @@
 // The files that `tolvanite convert` writes, and those that it must not change.
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -8,6 +9,11 @@
 
 #include "FileContent.h"
 #include "Keys.h"
+#include "OSGGeometry.h"
+#include "OSGImage.h"
+#include "OSGNode.h"
+#include "OSGSceneFileHandler.h"
+#include "OSGSimpleTexturedMaterial.h"
 #include "Program.h"
 #include "TempFolder.h"
 
@@ -140,6 +146,91 @@ TEST_F(Convert, WhoCouldNotReadTheOldFileCannotReadTheNewOne)
     fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(run_program({"convert", pavilion(), target}).status, 0);
     EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+// --- formats of several files ---
+
+/// A square with a texture, in the folder.
+class ConvertToObj : public Convert
+{
+  protected:
+    ConvertToObj()
+    {
+        OSG::UInt8 const pixels[] = {255, 0, 0, 0, 255, 0};
+        OSG::UnrecordedRefPtr<OSG::Image> const image(OSG::Image::create());
+        image->set(2, 1, 3, pixels);
+        image->write(folder.path("tiles.png").c_str());
+        folder.write("in.mtl", "newmtl tiled\nmap_Kd tiles.png\n");
+        folder.write("in.obj", "mtllib in.mtl\nusemtl tiled\nv 0 0 0\nv 1 0 0\nv 1 1 0\n"
+                               "v 0 1 0\nf 1 2 3 4\n");
+    }
+
+    std::string const source = folder.path("in.obj");
+};
+
+TEST_F(ConvertToObj, WritesTheLibraryAndTheImagesBesideTheTarget)
+{
+    fs::create_directory(folder.path("out"));
+    Outcome const outcome = run_program({"convert", source, folder.path("out/scene.obj")});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_NE(content_of(folder.path("out/scene.obj")).find("\nmtllib scene.mtl\n"),
+              std::string::npos);
+    EXPECT_NE(content_of(folder.path("out/scene.mtl")).find("    map_Kd tiles.png\n"),
+              std::string::npos);
+    EXPECT_GT(fs::file_size(folder.path("out/tiles.png")), 50u);
+}
+
+TEST_F(ConvertToObj, APictureThatTheSceneWasReadFromStaysAsItIs)
+{
+    fs::path const picture = folder.path("tiles.png");
+    fs::last_write_time(picture, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    auto const before = fs::last_write_time(picture);
+    EXPECT_EQ(run_program({"convert", source, folder.path("out.obj")}).status, 0);
+    EXPECT_EQ(fs::last_write_time(picture), before);
+    EXPECT_TRUE(fs::exists(folder.path("out.mtl")));
+}
+
+TEST_F(ConvertToObj, KeepsTheTrianglesOfTheModel)
+{
+    std::string const first = folder.path("first.obj");
+    std::string const second = folder.path("second.obj");
+    EXPECT_EQ(run_program({"convert", pavilion(), first}).status, 0);
+    EXPECT_EQ(run_program({"convert", first, second}).status, 0);
+    auto const triangles = [](std::string const &file) {
+        return Json::parse(run_program({"info", file, "--json"}).out)["triangles"];
+    };
+    EXPECT_EQ(triangles(first), triangles(pavilion()));
+    EXPECT_EQ(triangles(second), triangles(pavilion()));
+}
+
+TEST_F(ConvertToObj, ALibraryThatCannotBeReplacedIsAnErrorAndTheTargetIsNotWritten)
+{
+    fs::create_directory(folder.path("out.mtl"));
+    Outcome const outcome = run_program({"convert", source, folder.path("out.obj")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.err.find("tolvanite: cannot write "), std::string::npos);
+    EXPECT_FALSE(fs::exists(folder.path("out.obj")));
+}
+
+TEST_F(ConvertToObj, APictureInAFormatThatNobodyWritesIsNamedAndLeftOut)
+{
+    OSG::UInt8 const pixels[] = {1, 2, 3};
+    OSG::UnrecordedRefPtr<OSG::Image> const image(OSG::Image::create());
+    image->set(1, 1, 3, pixels);
+    image->setName("picture.unknown");
+    OSG::UnrecordedRefPtr<OSG::SimpleTexturedMaterial> const material(
+        OSG::SimpleTexturedMaterial::create());
+    material->setImage(image);
+    OSG::UnrecordedRefPtr<OSG::Geometry> const geometry(OSG::Geometry::create());
+    geometry->setMaterial(material);
+    OSG::UnrecordedRefPtr<OSG::Node> const root(OSG::Node::create());
+    root->setCore(geometry);
+    ASSERT_TRUE(OSG::SceneFileHandlerBase::the()->write(root, target.c_str()));
+    Outcome const outcome = run_program({"convert", target, folder.path("out.obj")});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "tolvanite: cannot write picture.unknown: no format writes 'unknown'\n");
+    EXPECT_TRUE(fs::exists(folder.path("out.mtl")));
 }
 } // namespace
 } // namespace Tool::Test

@@ -28,7 +28,7 @@ void FastSelectionFunctor::init()
 
 ActionBase::ResultE FastSelectionFunctor::enterGeometry(NodeCore *core, Action *action)
 {
-    auto const &selection = static_cast<SelectionAction const &>(*action);
+    auto &selection = static_cast<SelectionAction &>(*action);
     if(outside_frustum(selection))
         return ActionBase::Skip;
     if((getSelectionType() & SelectTriangles) != 0)
@@ -36,10 +36,15 @@ ActionBase::ResultE FastSelectionFunctor::enterGeometry(NodeCore *core, Action *
     return ActionBase::Continue;
 }
 
-void FastSelectionFunctor::triangles(SelectionAction const &action, Plane const &,
+void FastSelectionFunctor::triangles(SelectionAction &action, Plane const &,
                                      Geometry const *geometry)
 {
-    if(!SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data()))
+    SelectionSearch::Way way{action.getUsePrimitiveIndex()};
+    bool const isHit =
+        SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data(), &way);
+    if(way.usedIndex)
+        action.countIndexed();
+    if(!isHit)
         return;
     record_here(action);
     records().addFirst({0.f, -1, 0, false, Pnt3f(), Vec3f()});

@@ -29,6 +29,6 @@ class OSG_CONTRIBTOLVANITE_API FastSelectionFunctor : public SelectionHandlers
 
     ResultE enterGeometry(NodeCore *core, Action *action);
     /// `plane` is ignored.
-    void triangles(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
+    void triangles(SelectionAction &action, Plane const &plane, Geometry const *geometry);
 };
 } // namespace OSG

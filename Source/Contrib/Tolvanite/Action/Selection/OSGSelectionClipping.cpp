@@ -135,10 +135,12 @@ void ClippedTriangle::clip(Plane const &plane)
     ++_size;
 }
 
-void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes, ClippedTriangle &result)
+void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes, ClippedTriangle &result,
+                              UInt32 which)
 {
     result.reset(corners);
     for(int k = 0; k < 6 && !result.empty(); ++k)
-        result.clip(planes[k]);
+        if((which >> k & 1u) != 0)
+            result.clip(planes[k]);
 }
 } // namespace OSG::SelectionClipping

@@ -140,6 +140,8 @@ class ClippedTriangle
 
 /// Like clip_polygon_at_polytop for a triangle and six planes: the same segments in the same order
 /// and with the same bits, but without a list. For geometries with many triangles.
+/// `which` has the bits of the planes to clip at; the others are known to change nothing.
 OSG_CONTRIBTOLVANITE_API void clip_triangle_at_frustum(Pnt3f const *corners, Plane const *planes,
-                                                       ClippedTriangle &result);
+                                                       ClippedTriangle &result,
+                                                       UInt32 which = 0x3F);
 } // namespace OSG::SelectionClipping

@@ -32,17 +32,20 @@ void SimpleSelectionFunctor::init()
 
 ActionBase::ResultE SimpleSelectionFunctor::enterGeometry(NodeCore *core, Action *action)
 {
-    auto const &selection = static_cast<SelectionAction const &>(*action);
+    auto &selection = static_cast<SelectionAction &>(*action);
     if(outside_frustum(selection))
         return ActionBase::Skip;
     auto const *const geometry = static_cast<Geometry const *>(core);
     Plane const &plane = get_plane(selection);
+    SelectionSearch::Way way{selection.getUsePrimitiveIndex()};
     if((getSelectionType() & SelectTriangles) != 0)
-        triangles(selection, plane, geometry);
+        triangles(selection, plane, geometry, way);
     if((getSelectionType() & SelectLines) != 0)
-        lines(selection, plane, geometry);
+        lines(selection, plane, geometry, way);
     if((getSelectionType() & SelectPoints) != 0)
-        points(selection, plane, geometry);
+        points(selection, plane, geometry, way);
+    if(way.usedIndex)
+        selection.countIndexed();
     return ActionBase::Continue;
 }
 
@@ -67,21 +70,21 @@ SelectionRecords::Record record_of(SelectionAction const &action, Extreme const 
 } // namespace
 
 void SimpleSelectionFunctor::triangles(SelectionAction const &action, Plane const &plane,
-                                       Geometry const *geometry)
+                                       Geometry const *geometry, SelectionSearch::Way &way)
 {
-    record(action, SelectionSearch::find_triangles(*geometry, planes_of(action), plane));
+    record(action, SelectionSearch::find_triangles(*geometry, planes_of(action), plane, &way));
 }
 
 void SimpleSelectionFunctor::lines(SelectionAction const &action, Plane const &plane,
-                                   Geometry const *geometry)
+                                   Geometry const *geometry, SelectionSearch::Way &way)
 {
-    record(action, SelectionSearch::find_lines(*geometry, planes_of(action), plane));
+    record(action, SelectionSearch::find_lines(*geometry, planes_of(action), plane, &way));
 }
 
 void SimpleSelectionFunctor::points(SelectionAction const &action, Plane const &plane,
-                                    Geometry const *geometry)
+                                    Geometry const *geometry, SelectionSearch::Way &way)
 {
-    record(action, SelectionSearch::find_points(*geometry, planes_of(action), plane));
+    record(action, SelectionSearch::find_points(*geometry, planes_of(action), plane, &way));
 }
 
 void SimpleSelectionFunctor::record(SelectionAction const &action, Extremes const &extremes)

@@ -11,6 +11,7 @@ class Geometry;
 namespace SelectionSearch
 {
 struct Extremes;
+struct Way;
 } // namespace SelectionSearch
 
 /// Finds the corners that are nearest to the reference plane and farthest from it, for each
@@ -31,9 +32,12 @@ class OSG_CONTRIBTOLVANITE_API SimpleSelectionFunctor : public SelectionHandlers
     void init() override;
 
     ResultE enterGeometry(NodeCore *core, Action *action);
-    void triangles(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
-    void lines(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
-    void points(SelectionAction const &action, Plane const &plane, Geometry const *geometry);
+    void triangles(SelectionAction const &action, Plane const &plane, Geometry const *geometry,
+                   SelectionSearch::Way &way);
+    void lines(SelectionAction const &action, Plane const &plane, Geometry const *geometry,
+               SelectionSearch::Way &way);
+    void points(SelectionAction const &action, Plane const &plane, Geometry const *geometry,
+                SelectionSearch::Way &way);
     /// Records hits. Their points are transformed to the space of the root.
     void record(SelectionAction const &action, SelectionSearch::Extremes const &extremes);
 };

@@ -1,15 +1,19 @@
 #include "OSGOBJLibSceneFileTypeTN.h"
 
 #include <boost/filesystem.hpp>
+#include <fstream>
+#include <locale>
 #include <set>
 #include <vector>
 
 #include "OSGChangeList.h"
+#include "OSGImage.h"
 #include "OSGLog.h"
 #include "OSGNode.h"
 #include "OSGObjBuilder.h"
 #include "OSGObjMaterialLibrary.h"
 #include "OSGObjRecordReader.h"
+#include "OSGObjWriter.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGSimpleTexturedMaterial.h"
 #include "OSGThread.h"
@@ -111,6 +115,50 @@ void OBJSceneFileTypeTN::readText(std::istream &in, ObjVertexArrays arrays, ObjR
     reading.reportEarlyEnd(nullptr);
     text.finish();
 }
+
+namespace
+{
+constexpr char Header[] = "#\n"
+                          "# written by Orvexa CAD application from Tolvanite contributors, "
+                          "International\n"
+                          "# https://tolvanite.example\n"
+                          "#\n";
+
+void write_images(ObjWriter::Images const &images, boost::filesystem::path folder)
+{
+    if(folder.empty())
+        folder = boost::filesystem::current_path();
+    for(Image const *image : images)
+    {
+        boost::filesystem::path const file =
+            folder / boost::filesystem::path(image->getName()).filename();
+        if(!image->write(file.string().c_str()))
+            SceneFileHandlerBase::the()->addUnwrittenFile(file.string());
+    }
+}
+} // namespace
+
+bool OBJSceneFileTypeTN::write(Node *node, std::ostream &out, char const *fileName) const
+{
+    boost::filesystem::path const target(fileName != nullptr ? fileName : "");
+    boost::filesystem::path libraryPath(target);
+    libraryPath.replace_extension(".mtl");
+    std::ofstream library(libraryPath.string());
+    library.imbue(std::locale::classic());
+    library << Header;
+    WriteBuffer text(out);
+    text.put(Header).put("mtllib ").put(libraryPath.filename().string()).put("\no Geometry\n");
+    ObjWriter writer(text, library);
+    writer.write(node);
+    text.flush();
+    write_images(writer.getImages(), target.parent_path());
+    library.close();
+    if(!library)
+        SceneFileHandlerBase::the()->addUnwrittenFile(libraryPath.string());
+    return true;
+}
+
+// --- material libraries ---
 
 Int32 OBJSceneFileTypeTN::readMTL(char const *fileName, MaterialMap &materials) const
 {

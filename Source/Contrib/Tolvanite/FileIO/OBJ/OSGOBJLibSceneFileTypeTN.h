@@ -35,6 +35,15 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
     /// Commits the thread's changes.
     TransitPtr<Node> read(std::istream &in, char const *fileNameOrExtension,
                           Resolver resolver) const override;
+    /// Writes triangles in the space of the tree's root; the numbers have the format of the stream.
+    /// `fileName` is the real name of the target: the material library and the textures are written
+    /// beside it, and replace files of their names. The library has the target's name with the
+    /// suffix "mtl". A null node is an empty scene.
+    ///
+    /// Always true, as the state of `out` tells of the text. The scene file handler knows which of
+    /// the other files could not be written. Each geometry has a material entry of its own, but a
+    /// "usemtl" line only where a group above it has a material.
+    bool write(Node *node, std::ostream &out, char const *fileName) const override;
 
   protected:
     OBJSceneFileTypeTN(char const *suffixes[], UInt16 sizeInBytes, bool override,

@@ -6,8 +6,8 @@
 
 #include <vector>
 
+#include "OSGGeoArrayPool.h"
 #include "OSGNode.h"
-#include "OSGObjArrayPool.h"
 #include "OSGObjIndexMask.h"
 #include "OSGObjRecords.h"
 #include "OSGSimpleTexturedMaterial.h"
@@ -62,9 +62,9 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     UnrecordedRefPtr<GeoVec2fProperty> _texCoords;
     UnrecordedRefPtr<GeoVec3fProperty> _normals;
     UnrecordedRefPtr<SimpleTexturedMaterial> _defaultMaterial;
-    ObjArrayPool<GeoUInt8Property> _types;
-    ObjArrayPool<GeoUInt32Property> _lengths;
-    ObjArrayPool<GeoUInt32Property> _indices;
-    ObjArrayPool<GeoUInt32Property> _normalIndices;
+    GeoArrayPool<GeoUInt8Property> _types;
+    GeoArrayPool<GeoUInt32Property> _lengths;
+    GeoArrayPool<GeoUInt32Property> _indices;
+    GeoArrayPool<GeoUInt32Property> _normalIndices;
 };
 } // namespace OSG

@@ -6,9 +6,7 @@
 // Neither reads a material library.
 
 #include <fstream>
-#include <istream>
 #include <sstream>
-#include <streambuf>
 
 #include <benchmark/benchmark.h>
 
@@ -19,6 +17,7 @@
 #include "OSGSceneFileHandler.h"
 #include "SceneGraph.h"
 #include "TerrainObj.h"
+#include "TextStream.h"
 
 #ifdef BENCHMARK_WITH_TINYOBJLOADER
 #include <tiny_obj_loader.h>
@@ -28,36 +27,6 @@ namespace OSG::Bench
 {
 namespace
 {
-/// A stream over a text that it does not own.
-class TextStream : private std::streambuf, public std::istream
-{
-  public:
-    explicit TextStream(std::string const &text)
-        : std::istream(this)
-    {
-        char *const begin = const_cast<char *>(text.data());
-        setg(begin, begin, begin + text.size());
-    }
-
-  private:
-    std::streambuf::pos_type seekoff(std::streambuf::off_type offset, std::ios::seekdir from,
-                                     std::ios::openmode) override
-    {
-        char *const base = from == std::ios::beg   ? eback()
-                           : from == std::ios::cur ? gptr()
-                                                   : egptr();
-        if(offset < eback() - base || offset > egptr() - base)
-            return -1;
-        setg(eback(), base + offset, egptr());
-        return gptr() - eback();
-    }
-    std::streambuf::pos_type seekpos(std::streambuf::pos_type place,
-                                     std::ios::openmode mode) override
-    {
-        return seekoff(place, std::ios::beg, mode);
-    }
-};
-
 std::string const &terrain()
 {
     static std::string const text = terrain_obj(1000000, TerrainCorners::Full);

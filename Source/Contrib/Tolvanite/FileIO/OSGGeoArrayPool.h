@@ -16,7 +16,7 @@ namespace OSG
 /// A pool has a fixed number of places, chosen by a hash. A new array replaces the one at its
 /// place, so arrays that never repeat use no memory. Long arrays are not kept.
 template <class Property>
-class OSG_CONTRIBTOLVANITE_API ObjArrayPool
+class OSG_CONTRIBTOLVANITE_API GeoArrayPool
 {
   public:
     using Pointer = UnrecordedRefPtr<Property>;
@@ -24,8 +24,8 @@ class OSG_CONTRIBTOLVANITE_API ObjArrayPool
 
     static constexpr std::size_t LongestKept = 1024;
 
-    ObjArrayPool();
-    ~ObjArrayPool();
+    GeoArrayPool();
+    ~GeoArrayPool();
 
     /// A property with these values. `values` is moved from.
     Pointer get(Values &&values);
@@ -36,6 +36,6 @@ class OSG_CONTRIBTOLVANITE_API ObjArrayPool
     std::vector<Pointer, MemAllocator<Pointer>> _places; // by hash; empty until first used
 };
 
-extern template class ObjArrayPool<GeoUInt8Property>;
-extern template class ObjArrayPool<GeoUInt32Property>;
+extern template class GeoArrayPool<GeoUInt8Property>;
+extern template class GeoArrayPool<GeoUInt32Property>;
 } // namespace OSG

@@ -1,4 +1,4 @@
-#include "OSGObjArrayPool.h"
+#include "OSGGeoArrayPool.h"
 
 #include <utility>
 
@@ -19,13 +19,13 @@ UInt64 hash_of(Values const &values)
 } // namespace
 
 template <class Property>
-ObjArrayPool<Property>::ObjArrayPool() = default;
+GeoArrayPool<Property>::GeoArrayPool() = default;
 
 template <class Property>
-ObjArrayPool<Property>::~ObjArrayPool() = default;
+GeoArrayPool<Property>::~GeoArrayPool() = default;
 
 template <class Property>
-typename ObjArrayPool<Property>::Pointer ObjArrayPool<Property>::get(Values &&values)
+typename GeoArrayPool<Property>::Pointer GeoArrayPool<Property>::get(Values &&values)
 {
     Pointer *place = nullptr;
     if(values.size() <= LongestKept)
@@ -43,6 +43,6 @@ typename ObjArrayPool<Property>::Pointer ObjArrayPool<Property>::get(Values &&va
     return made;
 }
 
-template class ObjArrayPool<GeoUInt8Property>;
-template class ObjArrayPool<GeoUInt32Property>;
+template class GeoArrayPool<GeoUInt8Property>;
+template class GeoArrayPool<GeoUInt32Property>;
 } // namespace OSG

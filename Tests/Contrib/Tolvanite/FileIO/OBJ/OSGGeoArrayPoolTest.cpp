@@ -1,4 +1,4 @@
-#include "OSGObjArrayPool.h"
+#include "OSGGeoArrayPool.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,9 @@ namespace OSG::Test
 {
 namespace
 {
-TEST(ObjArrayPool, GivesEqualArraysAsOne)
+TEST(GeoArrayPool, GivesEqualArraysAsOne)
 {
-    ObjArrayPool<GeoUInt32Property> pool;
+    GeoArrayPool<GeoUInt32Property> pool;
     GeoUInt32Ptr const first = pool.get({0, 1, 2});
     EXPECT_EQ(pool.get({0, 1, 2}), first);
     EXPECT_NE(pool.get({0, 1, 3}), first);
@@ -16,9 +16,9 @@ TEST(ObjArrayPool, GivesEqualArraysAsOne)
     EXPECT_EQ(first->getValues(), (MField<UInt32>{0, 1, 2}));
 }
 
-TEST(ObjArrayPool, EveryArrayHasItsValuesHoweverManyThereAre)
+TEST(GeoArrayPool, EveryArrayHasItsValuesHoweverManyThereAre)
 {
-    ObjArrayPool<GeoUInt32Property> pool;
+    GeoArrayPool<GeoUInt32Property> pool;
     for(UInt32 i = 0; i < 20000; ++i)
     {
         UInt32 const value = i % 5000 * 4096;
@@ -26,16 +26,16 @@ TEST(ObjArrayPool, EveryArrayHasItsValuesHoweverManyThereAre)
     }
 }
 
-TEST(ObjArrayPool, KeepsNoLongArrays)
+TEST(GeoArrayPool, KeepsNoLongArrays)
 {
-    ObjArrayPool<GeoUInt8Property> pool;
-    MField<UInt8> const values(ObjArrayPool<GeoUInt8Property>::LongestKept + 1, UInt8(9));
+    GeoArrayPool<GeoUInt8Property> pool;
+    MField<UInt8> const values(GeoArrayPool<GeoUInt8Property>::LongestKept + 1, UInt8(9));
     EXPECT_NE(pool.get(MField<UInt8>(values)), pool.get(MField<UInt8>(values)));
 }
 
-TEST(ObjArrayPool, AnEmptyArrayIsOneToo)
+TEST(GeoArrayPool, AnEmptyArrayIsOneToo)
 {
-    ObjArrayPool<GeoUInt8Property> pool;
+    GeoArrayPool<GeoUInt8Property> pool;
     EXPECT_EQ(pool.get({})->size(), 0u);
 }
 } // namespace

@@ -1,0 +1,62 @@
+#include "OSGTriangleBlock.h"
+
+#if defined(__SSE__)
+#include <xmmintrin.h>
+#endif
+
+namespace OSG
+{
+namespace
+{
+using Lanes = Real32 __attribute__((vector_size(16), aligned(4), may_alias));
+
+Lanes row(Real32 const *values, UInt32 c)
+{
+    return *reinterpret_cast<Lanes const *>(values + 4 * c);
+}
+
+Lanes distance(TriangleBlock const &block, UInt32 c, BoxPlanes::Entry const &plane)
+{
+    return plane.normal[0] * row(block.x, c) + plane.normal[1] * row(block.y, c) +
+           plane.normal[2] * row(block.z, c) - plane.distance;
+}
+
+template <class Mask>
+UInt32 bits(Mask const &mask)
+{
+#if defined(__SSE__)
+    return static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128>(mask)));
+#else
+    return (mask[0] & 1u) | (mask[1] & 2u) | (mask[2] & 4u) | (mask[3] & 8u);
+#endif
+}
+} // namespace
+
+void grade_block(TriangleBlock const &block, BoxPlanes const &planes, UInt32 mask,
+                 BlockGrades &grades)
+{
+    for(UInt32 rest = mask; rest != 0; rest &= rest - 1)
+    {
+        UInt32 const k = static_cast<UInt32>(__builtin_ctz(rest));
+        BoxPlanes::Entry const &plane = planes.planes[k];
+        Lanes const a = distance(block, 0, plane);
+        Lanes const b = distance(block, 1, plane);
+        Lanes const c = distance(block, 2, plane);
+        Real32 const margin = plane.margin;
+        auto const outA = a < 0.f;
+        auto const outB = b < 0.f;
+        auto const outC = c < 0.f;
+        grades.outside |= bits(outA & outB & outC);
+        grades.crossing |= bits(outA | outB | outC);
+        auto const clearA = a > margin;
+        auto const clearB = b > margin;
+        auto const clearC = c > margin;
+        grades.unclear[k] = ~bits(clearA & clearB & clearC) & 0xFu;
+        grades.touching |=
+            ~bits((clearA | (a < -margin)) & (clearB | (b < -margin)) & (clearC | (c < -margin))) &
+            0xFu;
+    }
+    for(UInt32 c = 0; c < 3; ++c)
+        *reinterpret_cast<Lanes *>(grades.distance + 4 * c) = distance(block, c, planes.planes[6]);
+}
+} // namespace OSG

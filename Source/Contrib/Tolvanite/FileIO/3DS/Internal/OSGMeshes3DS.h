@@ -1,0 +1,87 @@
+#pragma once
+
+/// \file
+/// Makes geometries of the meshes of a 3DS file.
+
+#include <unordered_map>
+#include <vector>
+
+#include "OSGChunkMaterial.h"
+#include "OSGGeoArrayPool.h"
+#include "OSGGeometry.h"
+#include "OSGMatrix.h"
+#include "OSGMemManager.h"
+#include "OSGNode.h"
+#include "lib3ds.h"
+
+namespace OSG
+{
+/// A new node with a Group.
+UnrecordedRefPtr<Node> make_group_node();
+
+/// The faces of a mesh by material and smoothing group.
+class MeshParts3DS
+{
+  public:
+    /// Faces of one material and one smoothing group, in the order of the file.
+    struct Part
+    {
+        Int32 material; ///< -1 for none
+        UInt32 smoothing;
+        UInt32 begin; ///< in faces()
+        UInt32 end;
+    };
+    template <class T>
+    using List = std::vector<T, MemAllocator<T>>;
+
+    explicit MeshParts3DS(Lib3dsMesh const &mesh);
+
+    /// By material, those without one last, then by smoothing group.
+    List<Part> const &parts() const { return _parts; }
+    /// Numbers of faces, part after part.
+    List<UInt32> const &faces() const { return _faces; }
+
+  private:
+    List<UInt32> partOfEachFace(Lib3dsMesh const &mesh);
+    List<UInt32> sortParts();
+
+    List<Part> _parts;
+    List<UInt32> _faces;
+};
+
+/// Converts the meshes of one file. A mesh may be shown several times, each time at another place.
+class Meshes3DS
+{
+  public:
+    using NodePtr = UnrecordedRefPtr<Node>;
+
+    /// Keeps pointers to the meshes.
+    explicit Meshes3DS(Lib3dsFile const &file);
+    /// In the order of the file, before the first mesh is converted.
+    void addMaterial(ChunkMaterial *material) { _materials.emplace_back(material); }
+
+    /// Nodes that convert() makes for the mesh.
+    UInt64 countNodes(Lib3dsMesh const *mesh) const;
+    /// A Group with a Group for each material and one for faces without. Each of these has a
+    /// Geometry for each smoothing group. `matrix` takes the vertices to their place; null leaves
+    /// them where they are.
+    NodePtr convert(Lib3dsMesh *mesh, Matrix const *matrix);
+
+  private:
+    using Numbers = std::vector<UInt32, MemAllocator<UInt32>>;
+    struct Normal
+    {
+        float at[3];
+    };
+    using Normals = std::vector<Normal, MemAllocator<Normal>>;
+    class PartBuilder;
+
+    Normals faceNormals(Lib3dsMesh *mesh, Matrix const *matrix) const;
+
+    UInt32 _materialCount;
+    std::vector<UnrecordedRefPtr<ChunkMaterial>> _materials; // by the index in the file
+    std::unordered_map<Lib3dsMesh const *, MeshParts3DS> _parts;
+    GeoArrayPool<GeoUInt8Property> _types;
+    GeoArrayPool<GeoUInt32Property> _lengths;
+};
+} // namespace OSG

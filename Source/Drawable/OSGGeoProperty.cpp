@@ -1,0 +1,40 @@
+#include "OSGGeoProperty.h"
+
+#include <atomic>
+
+namespace OSG
+{
+// A copy of values that are still being edited may differ from any other copy.
+GeoProperty::GeoProperty(GeoProperty const &source)
+    : GeoPropertyBase(source)
+{
+    if(source.getChangeMask() == 0)
+        setOwnNumber(source.getStamp());
+    else
+        renewStamp();
+}
+
+GeoProperty::~GeoProperty() = default;
+
+void GeoProperty::renewStamp()
+{
+    constinit static std::atomic<UInt32> last = 0;
+    UInt32 stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
+    if(stamp == 0)
+        stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
+    setOwnNumber(stamp);
+}
+
+void GeoProperty::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    renewStamp();
+    GeoPropertyBase::changed(whichField, origin, details);
+}
+
+void GeoProperty::execSync(GeoPropertyBase *from, BitVector whichField, AspectOffsets &offsets,
+                           BitVector syncMode, UInt32 syncInfo)
+{
+    GeoPropertyBase::execSync(from, whichField, offsets, syncMode, syncInfo);
+    renewStamp();
+}
+} // namespace OSG
