@@ -56,8 +56,12 @@ HitList const &SelectionFunctor::hits(HitType type) const
     if(results.isMade)
         return results.hits;
     HitList made;
-    for(UInt32 place : orderOf(known))
-        fill(made.emplace_back(), place);
+    SelectionRecords::Order const order = orderOf(known);
+    for(std::size_t i = 0; i < order.size(); ++i)
+    {
+        _records.fetchAhead(order, i);
+        fill(made.emplace_back(), order[i]);
+    }
     results.hits.swap(made);
     results.isMade = _isStopped; // else more hits may follow
     return results.hits;
