@@ -61,7 +61,10 @@ struct PrimitiveBox
         both.high = larger(high, other.high);
         return both;
     }
-    PrimitiveBounds getBounds() const { return {{low[0], low[1], low[2]}, {high[0], high[1], high[2]}}; }
+    PrimitiveBounds getBounds() const
+    {
+        return {{low[0], low[1], low[2]}, {high[0], high[1], high[2]}};
+    }
     Pnt3f getLow() const { return Pnt3f(low[0], low[1], low[2]); }
     Pnt3f getHigh() const { return Pnt3f(high[0], high[1], high[2]); }
     Pnt3f getMiddle() const
