@@ -5,6 +5,7 @@
 
 #include <malloc.h>
 
+#include "OSGSmallBlocks.h"
 #include "OSGSoleThread.h"
 
 namespace OSG
@@ -23,6 +24,21 @@ std::size_t standard_block_size(void *block)
 // Everything is constant-initialised, because a static object of any library may ask for a block
 // before this source's initialisers run.
 constinit MemBackEnd back_end = {&std::malloc, &std::free, &standard_block_size};
+
+// The sanitizers find blocks that are used after their end only where they allocate each block.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define OSG_SANITIZED_BLOCKS
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) ||                         \
+    __has_feature(memory_sanitizer)
+#define OSG_SANITIZED_BLOCKS
+#endif
+#endif
+#ifdef OSG_SANITIZED_BLOCKS
+constinit bool pools_small_blocks = false;
+#else
+constinit bool pools_small_blocks = true;
+#endif
 constinit std::atomic<bool> in_use{false};
 constinit std::atomic<UInt64> bytes_out{0};
 constinit std::atomic<UInt64> bytes_peak{0};
@@ -72,6 +88,39 @@ bool within_limit(UInt64 size, UInt64 limit)
     return size <= limit && bytes_out.load(std::memory_order_relaxed) <= limit - size &&
            take_block();
 }
+
+struct Block
+{
+    void *address;
+    std::size_t size;
+    bool isPooled;
+};
+
+// The back end serves where the pool has no memory.
+Block allocate(std::size_t size)
+{
+    if(pools_small_blocks && size <= MostSmallBytes)
+    {
+        if(void *const address = take_small_block(size))
+            return {address, small_block_room(size), true};
+    }
+    void *const address = back_end.allocate(size);
+    return {address, address != nullptr ? back_end.blockSize(address) : 0, false};
+}
+
+Block block_at(void *address)
+{
+    std::size_t const pooled = pools_small_blocks ? small_block_size(address) : 0;
+    return {address, pooled != 0 ? pooled : back_end.blockSize(address), pooled != 0};
+}
+
+void release(Block const &block)
+{
+    if(block.isPooled)
+        give_small_block(block.address, block.size);
+    else
+        back_end.release(block.address);
+}
 } // namespace
 
 void *MemMalloc(std::size_t size) noexcept
@@ -81,27 +130,27 @@ void *MemMalloc(std::size_t size) noexcept
     UInt64 const limit = bytes_limit.load(std::memory_order_relaxed);
     if(!within_limit(size, limit))
         return nullptr;
-    void *const block = back_end.allocate(size != 0 ? size : 1);
-    if(block == nullptr)
+    Block const block = allocate(size != 0 ? size : 1);
+    if(block.address == nullptr)
         return nullptr;
-    UInt64 const block_size = back_end.blockSize(block);
-    UInt64 const now = add_bytes(block_size);
+    UInt64 const now = add_bytes(block.size);
     if(limit != 0 && now > limit)
     {
-        add_bytes(UInt64(0) - block_size);
-        back_end.release(block);
+        add_bytes(UInt64(0) - block.size);
+        release(block);
         return nullptr;
     }
     raise_peak(now);
-    return block;
+    return block.address;
 }
 
-void MemFree(void *block) noexcept
+void MemFree(void *address) noexcept
 {
-    if(block == nullptr)
+    if(address == nullptr)
         return;
-    add_bytes(UInt64(0) - back_end.blockSize(block));
-    back_end.release(block);
+    Block const block = block_at(address);
+    add_bytes(UInt64(0) - block.size);
+    release(block);
 }
 
 void *mem_malloc_or_throw(std::size_t size)
@@ -117,6 +166,7 @@ bool set_mem_back_end(MemBackEnd const &backEnd)
     if(in_use.load())
         return false;
     back_end = backEnd;
+    pools_small_blocks = false;
     return true;
 }
 

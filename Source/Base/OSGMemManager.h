@@ -2,6 +2,16 @@
 
 /// \file
 /// The allocator of all scene objects, properties and internal containers.
+///
+/// Blocks of at most 256 bytes come from a pool, other blocks from the back end. Each thread keeps
+/// up to 8 KiB of free blocks of a size; they become free for other threads when the thread ends.
+/// The child of a fork does not get those of the other threads. The pool takes memory from the
+/// system in pieces of 2 MiB. Of the pieces without blocks it keeps 64 MiB for the next scene, and
+/// gives the memory of the others back. A piece in which one block is left stays as a whole.
+///
+/// The pool is off under the address and thread sanitizers, and where the back end was replaced. A
+/// host that looks for faults with another tool therefore sets malloc, free and malloc_usable_size
+/// as its back end.
 
 #include <cstddef>
 #include <new>
@@ -18,7 +28,7 @@ OSG_BASE_API void MemFree(void *block) noexcept;
 /// Like MemMalloc, but raises std::bad_alloc instead of returning null.
 OSG_BASE_API void *mem_malloc_or_throw(std::size_t size);
 
-/// The functions that MemMalloc and MemFree call. `blockSize` gives the size of a block in bytes.
+/// Where MemMalloc takes its blocks from. `blockSize` gives the size of a block in bytes.
 struct MemBackEnd
 {
     void *(*allocate)(std::size_t size);
@@ -26,10 +36,11 @@ struct MemBackEnd
     std::size_t (*blockSize)(void *block);
 };
 /// Replaces the back end. Possible only before the first block is allocated: afterwards the result
-/// is false and nothing changes.
+/// is false and nothing changes. A back end that was set serves all blocks, small ones too.
 OSG_BASE_API bool set_mem_back_end(MemBackEnd const &backEnd);
 
-/// The bytes that are allocated now, and the largest number so far, by the back end's block sizes.
+/// The bytes that are allocated now, and the largest number so far. A block of the pool counts with
+/// its size rounded up to a multiple of 16, another one with the back end's size of it.
 OSG_BASE_API UInt64 get_mem_bytes();
 OSG_BASE_API UInt64 get_mem_peak_bytes();
 /// Sets the peak to the bytes that are allocated now.

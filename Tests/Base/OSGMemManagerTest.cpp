@@ -1,7 +1,9 @@
 #include "OSGMemManager.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -70,6 +72,58 @@ TEST(MemManager, LimitRefusesWithNullAndCountsNothing)
     EXPECT_EQ(huge, nullptr);
     EXPECT_EQ(after, before);
     EXPECT_LE(get_mem_peak_bytes(), before + 10000);
+}
+
+TEST(MemManager, LimitRefusesTheFirstSmallBlockBeyondIt)
+{
+    LimitGuard const guard;
+    UInt64 const before = get_mem_bytes();
+    void *blocks[11] = {MemMalloc(112)};
+    UInt64 const bytes = get_mem_bytes() - before;
+    set_mem_limit(before + 10 * bytes);
+    for(int i = 1; i < 11; ++i)
+        blocks[i] = MemMalloc(112);
+    set_mem_limit(0);
+    EXPECT_NE(blocks[9], nullptr);
+    EXPECT_EQ(blocks[10], nullptr);
+    EXPECT_EQ(get_mem_bytes(), before + 10 * bytes);
+    for(void *block : blocks)
+        MemFree(block);
+    EXPECT_EQ(get_mem_bytes(), before);
+}
+
+TEST(MemManager, BlockLimitCountsSmallBlocksAndLargeOnes)
+{
+    LimitGuard const guard;
+    set_mem_block_limit(2);
+    void *const small = MemMalloc(16);
+    void *const large = MemMalloc(5000);
+    void *const third = MemMalloc(16);
+    set_mem_limit(0);
+    EXPECT_NE(small, nullptr);
+    EXPECT_NE(large, nullptr);
+    EXPECT_EQ(third, nullptr);
+    MemFree(small);
+    MemFree(large);
+}
+
+TEST(MemManager, BytesFallBackWhereThreadsFreeTheBlocksOfOneAnother)
+{
+    UInt64 const before = get_mem_bytes();
+    {
+        std::vector<void *> taken(20000, nullptr);
+        auto const work = [&taken](std::size_t first)
+        {
+            for(std::size_t i = first; i < taken.size(); i += 2)
+                taken[i] = MemMalloc(i % 700);
+        };
+        std::thread even(work, 0);
+        std::thread odd(work, 1);
+        even.join();
+        odd.join();
+        std::thread([&taken] { std::for_each(taken.begin(), taken.end(), &MemFree); }).join();
+    }
+    EXPECT_EQ(get_mem_bytes(), before);
 }
 
 TEST(MemManager, ExhaustionRaisesTheStandardFailure)

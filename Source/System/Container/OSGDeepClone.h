@@ -21,6 +21,7 @@
 /// The choices apply to what is reached; the container itself is always copied. Depth costs heap,
 /// not stack. Without a source the result is null.
 
+#include <deque>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -121,8 +122,10 @@ class OSG_SYSTEM_API DeepCloner
     Choice _share;
     Choice _ignore;
     FieldContainer const *_onlyStart = nullptr; // of the first call; null in later ones
-    List<Copy> _copies;                         // in the order in which they were made
-    std::size_t _numLinked = 0;                 // of these, those that have their pointers
+    // In the order in which they were made. A large scene has so many that an array would be moved
+    // again and again into memory that the system has to fetch.
+    std::deque<Copy, MemAllocator<Copy>> _copies;
+    std::size_t _numLinked = 0; // of these, those that have their pointers
     /// Where a further way may lead to the source. The others are entered when somebody looks.
     Map<FieldContainer const *, FieldContainer *> _bySource;
     std::size_t _numKnown = 0; // of all copies, those that have been entered for lookers

@@ -1,6 +1,8 @@
 #include "VolumeOptions.h"
 
 #include <cmath>
+#include <limits>
+#include <sstream>
 
 #include "Arguments.h"
 
@@ -13,37 +15,61 @@ namespace
     throw CLI::ValidationError(option, reason);
 }
 
-Triple triple(char const *option, std::string const &text)
-{
-    Triple result;
-    if(!parse_triple(text, result))
-        refuse(option, text + " is not x,y,z");
-    return result;
-}
-
 OSG::Pnt3f point(char const *option, std::string const &text)
 {
-    Triple const read = triple(option, text);
+    Triple read;
+    if(!parse_triple(text, read))
+        refuse(option, text + " is not x,y,z");
     return OSG::Pnt3f(read.x, read.y, read.z);
 }
 
-OSG::Frustum frustum_of(std::vector<std::string> const &texts)
+template <std::size_t N>
+std::optional<std::array<OSG::Pnt3f, N>> points(char const *option,
+                                                std::vector<std::string> const &texts)
 {
-    OSG::Pnt3f corners[8];
-    for(std::size_t i = 0; i < 8; ++i)
-        corners[i] = point("--corners", texts[i]);
-    return OSG::Frustum(corners);
+    if(texts.empty())
+        return std::nullopt;
+    std::array<OSG::Pnt3f, N> result;
+    for(std::size_t i = 0; i < N; ++i)
+        result[i] = point(option, texts[i]);
+    return result;
+}
+
+template <std::size_t N>
+std::optional<std::array<float, N>> numbers(char const *option, std::string const &text,
+                                            char const *form)
+{
+    std::array<float, N> result;
+    if(text.empty())
+        return std::nullopt;
+    if(!parse_numbers(text, result))
+        refuse(option, text + " is not " + form);
+    return result;
+}
+
+std::optional<OSG::Pnt3f> point_if_given(char const *option, std::string const &text)
+{
+    return text.empty() ? std::nullopt : std::optional(point(option, text));
+}
+
+// A number as people write it.
+std::string shown(double number)
+{
+    std::ostringstream text;
+    text.precision(9);
+    text << number;
+    return text.str();
 }
 
 // The near side of a box is the side with the larger z.
-OSG::Frustum box_of(std::vector<std::string> const &texts)
+OSG::Frustum box_of(std::array<OSG::Pnt3f, 2> const &box)
 {
-    OSG::Pnt3f const min = point("--box", texts[0]);
-    OSG::Pnt3f const max = point("--box", texts[1]);
+    auto const &[min, max] = box;
     for(int axis = 0; axis < 3; ++axis)
     {
         if(min[axis] > max[axis])
-            refuse("--box", texts[0] + " is not the smaller corner");
+            refuse("--box", shown(min[0]) + ',' + shown(min[1]) + ',' + shown(min[2]) +
+                                " is not the smaller corner");
     }
     OSG::Pnt3f const corners[8] = {{min[0], min[1], max[2]}, {max[0], min[1], max[2]},
                                    {max[0], max[1], max[2]}, {min[0], max[1], max[2]},
@@ -52,23 +78,59 @@ OSG::Frustum box_of(std::vector<std::string> const &texts)
     return OSG::Frustum(corners);
 }
 
-OSG::PixelArea area_of(VolumeOptions const &options)
+/// An option and whether it was given.
+struct Given
 {
-    if(!options.pixel.empty())
+    char const *name;
+    bool isThere;
+};
+
+// Each of the parts of a view needs the others.
+void check_parts(VolumeValues const &values)
+{
+    Given const from = {"--from", values.from.has_value()};
+    Given const parts[] = {{"--at", values.at.has_value()},
+                           {"--up", values.up.has_value()},
+                           {"--fov", values.fieldOfView.has_value()},
+                           {"--size", values.size.has_value()}};
+    for(Given const &part : parts)
     {
-        float at[2];
-        if(!parse_numbers(options.pixel, at))
-            refuse("--pixel", options.pixel + " is not X,Y");
-        return OSG::pixel_square(at[0], at[1], options.radius);
+        if(from.isThere && !part.isThere)
+            throw CLI::RequiresError(from.name, part.name);
+        if(part.isThere && !from.isThere)
+            throw CLI::RequiresError(part.name, from.name);
     }
-    float corners[4];
-    if(!parse_numbers(options.rectangle, corners))
-        refuse("--rect", options.rectangle + " is not X0,Y0,X1,Y1");
-    return OSG::pixel_rectangle(corners[0], corners[1], corners[2], corners[3]);
+    if(values.pixel && !from.isThere)
+        throw CLI::RequiresError("--pixel", from.name);
+    if(values.rectangle && !from.isThere)
+        throw CLI::RequiresError("--rect", from.name);
+    if(values.radius && !values.pixel)
+        throw CLI::RequiresError("--radius", "--pixel");
+}
+
+void check_choice(VolumeValues const &values)
+{
+    if(values.box && values.corners)
+        throw CLI::ExcludesError("--box", "--corners");
+    if(values.from && values.corners)
+        throw CLI::ExcludesError("--from", "--corners");
+    if(values.from && values.box)
+        throw CLI::ExcludesError("--from", "--box");
+    if(values.rectangle && values.pixel)
+        throw CLI::ExcludesError("--rect", "--pixel");
+    if(!values.corners && !values.box && !values.from)
+        refuse("VOLUME", "--corners, --box or --from is required");
+    if(values.from && !values.pixel && !values.rectangle)
+        refuse("VOLUME", "--from requires --pixel or --rect");
+}
+
+bool is_size(double number)
+{
+    return number >= 1 && number <= std::numeric_limits<int>::max() && number == std::floor(number);
 }
 } // namespace
 
-void add_volume_options(CLI::App &command, VolumeOptions &options)
+void add_volume_options(CLI::App &command, VolumeOptions &options, CLI::Option *queries)
 {
     auto *const corners = command.add_option("--corners", options.corners,
                                              "Eight points x,y,z: nlb nrb nrt nlt flb frb frt flt");
@@ -88,8 +150,8 @@ void add_volume_options(CLI::App &command, VolumeOptions &options)
     auto *const pixel = command.add_option("--pixel", options.pixel, "Pixel X,Y to pick at");
     auto *const rectangle =
         command.add_option("--rect", options.rectangle, "Rectangle X0,Y0,X1,Y1 to pick in");
-    auto *const radius =
-        command.add_option("--radius", options.radius, "Pixels to add on each side of the pixel");
+    command.add_option("--radius", options.radius, "Pixels to add on each side of the pixel")
+        ->default_str(shown(OSG::DefaultPickRadius));
     from->excludes(corners)->excludes(box);
     for(auto *part : {at, up, angle, size})
     {
@@ -98,40 +160,74 @@ void add_volume_options(CLI::App &command, VolumeOptions &options)
     }
     pixel->needs(from);
     rectangle->needs(from)->excludes(pixel);
-    radius->needs(pixel)->capture_default_str();
+    for(auto *option : {corners, box, from, at, up, angle, size, pixel, rectangle})
+        queries->excludes(option);
 }
 
-VolumeChoice::VolumeChoice(VolumeOptions const &options)
+VolumeValues values_of(VolumeOptions const &options)
 {
-    if(!options.corners.empty())
-        _solid = frustum_of(options.corners);
-    else if(!options.box.empty())
-        _solid = box_of(options.box);
-    else
-        takeView(options);
-}
-
-void VolumeChoice::takeView(VolumeOptions const &options)
-{
-    if(options.from.empty())
-        refuse("VOLUME", "--corners, --box or --from is required");
-    if(options.pixel.empty() && options.rectangle.empty())
-        refuse("VOLUME", "--from requires --pixel or --rect");
+    VolumeValues values;
+    values.corners = points<8>("--corners", options.corners);
+    values.box = points<2>("--box", options.box);
+    values.from = point_if_given("--from", options.from);
+    values.at = point_if_given("--at", options.at);
+    values.up = point_if_given("--up", options.up);
+    if(values.from)
+        values.fieldOfView = options.fieldOfView;
     Pair size;
-    if(!parse_pair(options.size, 'x', size) || size.first < 1 || size.second < 1)
+    if(!options.size.empty() && !parse_pair(options.size, 'x', size))
         refuse("--size", options.size + " is not WxH");
-    if(!(options.fieldOfView > 0 && options.fieldOfView < 180))
-        refuse("--fov", "an angle between 0 and 180 is required");
-    Triple const up = triple("--up", options.up);
-    _view = {point("--from", options.from),        point("--at", options.at),
-             OSG::Vec3f(up.x, up.y, up.z),         options.fieldOfView,
-             static_cast<OSG::UInt32>(size.first), static_cast<OSG::UInt32>(size.second)};
-    if(!(options.radius > 0) || !std::isfinite(options.radius))
+    if(!options.size.empty())
+        values.size = {double(size.first), double(size.second)};
+    values.pixel = numbers<2>("--pixel", options.pixel, "X,Y");
+    values.rectangle = numbers<4>("--rect", options.rectangle, "X0,Y0,X1,Y1");
+    values.radius = options.radius;
+    return values;
+}
+
+void check_radius(float radius)
+{
+    if(!(radius > 0) || !std::isfinite(radius))
         refuse("--radius", "a number above 0 is required");
-    _radius = options.radius;
+}
+
+VolumeChoice::VolumeChoice(VolumeValues const &values, float radius)
+{
+    check_parts(values);
+    check_choice(values);
+    if(values.corners)
+        _solid = OSG::Frustum(values.corners->data());
+    else if(values.box)
+        _solid = box_of(*values.box);
+    else
+        takeView(values, radius);
+}
+
+void VolumeChoice::takeView(VolumeValues const &values, float radius)
+{
+    auto const [width, height] = *values.size;
+    if(!is_size(width) || !is_size(height))
+        refuse("--size", shown(width) + 'x' + shown(height) + " is not WxH");
+    if(!(*values.fieldOfView > 0 && *values.fieldOfView < 180))
+        refuse("--fov", "an angle between 0 and 180 is required");
+    OSG::Pnt3f const &up = *values.up;
+    _view = {*values.from,
+             *values.at,
+             OSG::Vec3f(up[0], up[1], up[2]),
+             *values.fieldOfView,
+             static_cast<OSG::UInt32>(width),
+             static_cast<OSG::UInt32>(height)};
+    _radius = values.radius.value_or(radius);
+    check_radius(_radius);
     if(!OSG::is_view(_view))
         refuse("--from", "no view along --at with that --up");
-    _area = area_of(options);
+    if(values.pixel)
+        _area = OSG::pixel_square((*values.pixel)[0], (*values.pixel)[1], _radius);
+    else
+    {
+        auto const &[x0, y0, x1, y1] = *values.rectangle;
+        _area = OSG::pixel_rectangle(x0, y0, x1, y1);
+    }
 }
 
 std::optional<OSG::Frustum> VolumeChoice::inScene(OSG::BoxVolume const &bounds) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,7 +12,7 @@
 
 namespace Tool
 {
-/// The options for the volume to select in: corners, a box, or a part of a view.
+/// The volume to select in as the command line has it: corners, a box, or a part of a view.
 struct VolumeOptions
 {
     std::vector<std::string> corners;
@@ -19,16 +20,37 @@ struct VolumeOptions
     std::string from, at, up, size;
     float fieldOfView = 0;
     std::string pixel, rectangle;
-    float radius = OSG::DefaultPickRadius;
+    std::optional<float> radius;
 };
 
-void add_volume_options(CLI::App &command, VolumeOptions &options);
+/// Adds the options of the volume. --radius stands for itself, the others exclude `queries`.
+void add_volume_options(CLI::App &command, VolumeOptions &options, CLI::Option *queries);
 
-/// Makes the volume of its options. Raises CLI::ParseError if they are wrong.
+/// The same in numbers. What was not given has no value.
+struct VolumeValues
+{
+    std::optional<std::array<OSG::Pnt3f, 8>> corners;
+    std::optional<std::array<OSG::Pnt3f, 2>> box;
+    std::optional<OSG::Pnt3f> from, at, up;
+    std::optional<float> fieldOfView;
+    std::optional<std::array<double, 2>> size;
+    std::optional<std::array<float, 2>> pixel;
+    std::optional<std::array<float, 4>> rectangle;
+    std::optional<float> radius;
+};
+
+/// Raises CLI::ParseError if a text is not of the form that its option asks for.
+VolumeValues values_of(VolumeOptions const &options);
+
+/// Raises CLI::ParseError if the radius is no length.
+void check_radius(float radius);
+
+/// Makes the volume of its values.
 class VolumeChoice
 {
   public:
-    explicit VolumeChoice(VolumeOptions const &options);
+    /// `radius` serves where the values have none. Raises CLI::ParseError if they are wrong.
+    explicit VolumeChoice(VolumeValues const &values, float radius = OSG::DefaultPickRadius);
 
     /// The volume for a scene with these bounds. Nothing if no part of the bounds is in the view.
     std::optional<OSG::Frustum> inScene(OSG::BoxVolume const &bounds) const;
@@ -36,7 +58,7 @@ class VolumeChoice
     std::optional<OSG::Pnt3f> eye() const;
 
   private:
-    void takeView(VolumeOptions const &options);
+    void takeView(VolumeValues const &values, float radius);
 
     std::optional<OSG::Frustum> _solid; // set for a volume without a view
     OSG::PickView _view{};

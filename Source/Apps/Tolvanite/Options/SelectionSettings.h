@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "OSGSelectionFunctor.h"
+
+namespace Tool
+{
+/// What a selection looks for in its volume.
+struct SelectionSettings
+{
+    OSG::UInt32 kinds = OSG::SelectionFunctor::SelectTriangles;
+    OSG::SelectionFunctor::PlaneType plane = OSG::SelectionFunctor::NearPlane;
+    OSG::SelectionFunctor::HitType hits = OSG::SelectionFunctor::FrontHits;
+    bool fast = false;
+};
+
+/// Adds --kinds, --plane, --hits and --fast.
+void add_selection_options(CLI::App &command, SelectionSettings &settings);
+
+/// Each function sets one setting by the word of its option, and raises CLI::ParseError, with the
+/// option's name, for a word that it does not know.
+void set_kinds(SelectionSettings &settings, std::string const &names);
+void set_plane(SelectionSettings &settings, std::string const &name);
+void set_hits(SelectionSettings &settings, std::string const &name);
+} // namespace Tool
