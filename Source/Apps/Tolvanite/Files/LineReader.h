@@ -7,8 +7,8 @@
 
 namespace Tool
 {
-/// Reads the lines of a file, a pipe or a terminal, and holds no more of it than a block and the line
-/// that is being read.
+/// Reads the lines of a file, a pipe or a terminal, and holds no more of it than a block and the
+/// line that is being read.
 class LineReader
 {
   public:

@@ -48,7 +48,10 @@ constexpr Key Keys[] = {{"corners", Form::Points, 8, "a list of eight points"},
 constexpr std::size_t NumKeys = std::size(Keys);
 constexpr std::size_t MostNumbers = 24; // of the eight corners
 
-[[noreturn]] void refuse(std::string const &reason) { throw CLI::ParseError(reason, CLI::ExitCodes::ValidationError); }
+[[noreturn]] void refuse(std::string const &reason)
+{
+    throw CLI::ParseError(reason, CLI::ExitCodes::ValidationError);
+}
 
 OSG::Pnt3f point_at(float const *numbers) { return {numbers[0], numbers[1], numbers[2]}; }
 
@@ -144,8 +147,8 @@ bool QueryReader::key(std::string &name)
 bool QueryReader::start_array(std::size_t)
 {
     bool const isPoints = _key != nullptr && _key->form == Form::Points;
-    bool const isList = isPoints || (_key != nullptr && (_key->form == Form::Point ||
-                                                         _key->form == Form::Numbers));
+    bool const isList =
+        isPoints || (_key != nullptr && (_key->form == Form::Point || _key->form == Form::Numbers));
     if(!isList || _depth == (isPoints ? 2u : 1u))
         refuseValue();
     ++_depth;

@@ -109,8 +109,9 @@ void QueryAnswers::flush()
 
 void QueryAnswers::logTimes(double allSeconds) const
 {
-    OSG_LOG_PROGRESS("%zu queries in %.3f s: read in %.3f s, answered in %.3f s, printed in %.3f s\n",
-                     _number, allSeconds, _readSeconds, _answerSeconds, _printSeconds);
+    OSG_LOG_PROGRESS(
+        "%zu queries in %.3f s: read in %.3f s, answered in %.3f s, printed in %.3f s\n", _number,
+        allSeconds, _readSeconds, _answerSeconds, _printSeconds);
 }
 } // namespace
 
@@ -125,8 +126,8 @@ int answer_queries(LineReader &lines, QueryDefaults const &defaults, Selector &s
     answers.flush();
     answers.logTimes(all.seconds());
     if(lines.error() != 0)
-        complain(streams, "cannot read the queries: " +
-                              std::generic_category().message(lines.error()));
+        complain(streams,
+                 "cannot read the queries: " + std::generic_category().message(lines.error()));
     return answers.hasBadLines() || lines.error() != 0 ? Failed : Success;
 }
 } // namespace Tool

@@ -18,7 +18,8 @@ ActionPtr new_action(bool usesIndex)
 }
 } // namespace
 
-// A functor registers its handlers with its action, so each kind of functor has an action of its own.
+// A functor registers its handlers with its action, so each kind of functor has an action of its
+// own.
 struct Selector::Functors
 {
     explicit Functors(bool usesIndex)
