@@ -117,9 +117,7 @@ bool BoxVolume::intersect(Line const &line, Real32 &enter, Real32 &exit) const
     exit = std::numeric_limits<Real32>::infinity();
     if(isEmpty() || isInfinite())
         return isInfinite();
-    // The slab method. Rounding up the exit by two ulps keeps hits in a face of the box (Ize,
-    // Robust BVH Ray Traversal, 2013).
-    constexpr Real32 Safety = 1.f + 4.f * std::numeric_limits<Real32>::epsilon();
+    // The slab method.
     for(int axis = 0; axis < 3; ++axis)
     {
         Real32 const position = line.getPosition()[axis];
@@ -133,7 +131,7 @@ bool BoxVolume::intersect(Line const &line, Real32 &enter, Real32 &exit) const
         Real32 const toMin = (_min[axis] - position) / direction;
         Real32 const toMax = (_max[axis] - position) / direction;
         Real32 const nearest = direction > 0.f ? toMin : toMax;
-        Real32 const farthest = (direction > 0.f ? toMax : toMin) * Safety;
+        Real32 const farthest = (direction > 0.f ? toMax : toMin) * ExitSafety;
         if(nearest > enter)
             enter = nearest;
         if(farthest < exit)

@@ -3,6 +3,8 @@
 /// \file
 /// Axis-aligned box, the bounding volume of nodes.
 
+#include <limits>
+
 #include "OSGLine.h"
 #include "OSGVolume.h"
 
@@ -31,6 +33,10 @@ class OSG_BASE_API BoxVolume : public Volume
 
     void getCenter(Pnt3f &center) const override;
     void getBounds(Pnt3f &min, Pnt3f &max) const override;
+
+    /// What the distance of a ray's exit is multiplied by: rounding up by two ulps keeps hits in a
+    /// face of the box (Ize, Robust BVH Ray Traversal, 2013).
+    static constexpr Real32 ExitSafety = 1.f + 4.f * std::numeric_limits<Real32>::epsilon();
 
     /// Two boxes that touch intersect. For a frustum see intersectFrustum. An infinite box
     /// intersects every volume that is not empty. An empty box intersects nothing.

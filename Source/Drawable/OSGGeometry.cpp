@@ -101,7 +101,8 @@ void Geometry::initMethod(TypeBase::InitPhase phase)
 {
     GeometryBase::initMethod(phase);
     if(phase == TypeBase::SystemPost)
-        IntersectAction::registerEnterDefault(getClassType(), &intersect_geometry);
+        IntersectAction::registerEnterDefault(getClassType(), &intersect_geometry,
+                                              Action::HandlerPromise::GatedByBox);
 }
 
 void Geometry::reportOutOfRange() const

@@ -27,7 +27,7 @@ ActionBase::ResultE leave_space(NodeCore *, Action *action)
 
 void register_intersect_space(FieldContainerType const &type)
 {
-    IntersectAction::registerEnterDefault(type, &enter_space);
-    IntersectAction::registerLeaveDefault(type, &leave_space);
+    IntersectAction::registerEnterDefault(type, &enter_space, Action::HandlerPromise::GatedByBox);
+    IntersectAction::registerLeaveDefault(type, &leave_space, Action::HandlerPromise::KeepsScene);
 }
 } // namespace OSG

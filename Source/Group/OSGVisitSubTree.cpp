@@ -48,6 +48,7 @@ void VisitSubTree::initMethod(TypeBase::InitPhase phase)
 {
     VisitSubTreeBase::initMethod(phase);
     if(phase == TypeBase::SystemPost)
-        IntersectAction::registerEnterDefault(getClassType(), &intersect_other_tree);
+        IntersectAction::registerEnterDefault(getClassType(), &intersect_other_tree,
+                                              Action::HandlerPromise::KeepsScene);
 }
 } // namespace OSG

@@ -8,6 +8,7 @@
 #include <boost/function.hpp>
 
 #include "OSGActionBase.h"
+#include "OSGChildIndex.h"
 #include "OSGFieldContainerType.h"
 #include "OSGRefCountPtr.h"
 
@@ -25,11 +26,24 @@ class NodeCore;
 /// the ones walked below this node, in place of its children. A node that is added below itself,
 /// below 1,024 added levels, or behind 1,048,576 added nodes is passed over with one warning; an
 /// added child of the current node counts for none of the three.
+///
+/// Where no function but those that keep their HandlerPromise is in the action, a walk leaves out
+/// children that it would find nothing at; see ChildIndex.
 class OSG_SYSTEM_API Action : public ActionBase
 {
   public:
     using Functor = boost::function<ResultE(NodeCore *, Action *)>;
     using FunctorStore = std::vector<Functor>; ///< by type id
+
+    /// What a function promises to walks, so that they may leave out what nobody would miss.
+    enum class HandlerPromise : UInt8
+    {
+        Nothing,    ///< it may do anything, also edit the scene: the walk takes every node
+        KeepsScene, ///< it edits no scene
+        GatedByBox ///< likewise, and where the action's findMissed() finds the node's box, which is
+                   ///< valid, missed, it does nothing and returns Skip
+    };
+    using PromiseStore = std::vector<HandlerPromise>; ///< by type id
 
     // --- running ---
     /// start(), the walk, stop(). Null walks nothing between the two.
@@ -38,8 +52,10 @@ class OSG_SYSTEM_API Action : public ActionBase
     virtual ResultE apply(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end);
 
     // --- functions of this action; a later one replaces the earlier one of its type ---
-    void registerEnterFunction(FieldContainerType const &type, Functor const &function);
-    void registerLeaveFunction(FieldContainerType const &type, Functor const &function);
+    void registerEnterFunction(FieldContainerType const &type, Functor const &function,
+                               HandlerPromise promise = HandlerPromise::Nothing);
+    void registerLeaveFunction(FieldContainerType const &type, Functor const &function,
+                               HandlerPromise promise = HandlerPromise::Nothing);
     static ResultE _defaultEnterFunction(NodeCore *core, Action *action);
     static ResultE _defaultLeaveFunction(NodeCore *core, Action *action);
 
@@ -82,17 +98,41 @@ class OSG_SYSTEM_API Action : public ActionBase
     virtual FunctorStore *getDefaultEnterFunctors();
     virtual FunctorStore *getDefaultLeaveFunctors();
 
-    FunctorStore _enterFunctors;
-    FunctorStore _leaveFunctors;
+    /// Sets a bit of `missed` for each box that a handler which is GatedByBox would skip. The boxes
+    /// of nodes that it would not skip are never missed, nor is a box around one.
+    virtual void findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const;
+
+    /// Takes the place of all functions. Functions without a promise have that of Nothing.
+    void takeEnterFunctions(FunctorStore const &functions, PromiseStore const &promises = {});
+    void takeLeaveFunctions(FunctorStore const &functions, PromiseStore const &promises = {});
+
     Node *_actNode = nullptr;
     UInt32 _travMask = 0xFFFFFFFF;
 
   private:
     struct Visitor;
 
-    ResultE call(FunctorStore const &functors, Node *node);
-    void walk(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end);
+    /// Functions of one kind by type id.
+    struct Functions
+    {
+        FunctorStore functors;
+        PromiseStore promises; // of the first types; the others promise nothing
 
+        HandlerPromise promiseOf(std::size_t type) const;
+        bool isDefault(std::size_t type, ResultE (*passing)(NodeCore *, Action *)) const;
+    };
+
+    ResultE call(Functions const &functions, Node *node);
+    void walk(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end);
+    void put(Functions &functions, FieldContainerType const &type, Functor const &function,
+             HandlerPromise promise, Functor const &filler);
+    WalkRoles const *findRoles() const;
+    bool takeUnmissed(std::vector<Node *> &nodes) const;
+
+    Functions _enter;
+    Functions _leave;
+    WalkRoles const *_roles = nullptr; // null where every node is walked
+    bool _rolesKnown = false;
     std::vector<Node *> _newList;
     bool _useNewList = false;
     bool _usePrimitiveIndex = true;

@@ -1,5 +1,6 @@
 #include "OSGIntersectAction.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "OSGNode.h"
@@ -17,8 +18,12 @@ struct DefaultFunctors
 {
     Action::FunctorStore registeredEnter;
     Action::FunctorStore registeredLeave;
+    Action::PromiseStore registeredEnterPromises;
+    Action::PromiseStore registeredLeavePromises;
     Action::FunctorStore enter;
     Action::FunctorStore leave;
+    Action::PromiseStore enterPromises;
+    Action::PromiseStore leavePromises;
     UInt32 typesSeen = 0; // 0 asks for a new resolution
 };
 DefaultFunctors *defaults = nullptr;
@@ -45,6 +50,19 @@ Action::Functor find_functor(Action::FunctorStore const &store, UInt32 id)
     return id < store.size() ? store[id] : Action::Functor();
 }
 
+Action::HandlerPromise find_promise(Action::PromiseStore const &store, UInt32 id)
+{
+    return id < store.size() ? store[id] : Action::HandlerPromise::Nothing;
+}
+
+void put_promise(Action::PromiseStore &store, FieldContainerType const &type,
+                 Action::HandlerPromise promise)
+{
+    if(type.getId() >= store.size())
+        store.resize(type.getId() + 1, Action::HandlerPromise::Nothing);
+    store[type.getId()] = promise;
+}
+
 Action::Functor or_default(Action::Functor const &functor, Action::Functor const &fallback)
 {
     return functor.empty() ? fallback : functor;
@@ -62,6 +80,8 @@ void resolve_type(DefaultFunctors &functors, UInt32 id)
             continue;
         functors.enter[id] = or_default(enter, &Action::_defaultEnterFunction);
         functors.leave[id] = or_default(leave, &Action::_defaultLeaveFunction);
+        functors.enterPromises[id] = find_promise(functors.registeredEnterPromises, type->getId());
+        functors.leavePromises[id] = find_promise(functors.registeredLeavePromises, type->getId());
         return;
     }
 }
@@ -74,6 +94,8 @@ DefaultFunctors &resolved_defaults()
         return functors;
     functors.enter.assign(types, &Action::_defaultEnterFunction);
     functors.leave.assign(types, &Action::_defaultLeaveFunction);
+    functors.enterPromises.assign(types, Action::HandlerPromise::Nothing);
+    functors.leavePromises.assign(types, Action::HandlerPromise::Nothing);
     for(UInt32 id = 0; id < types; ++id)
         resolve_type(functors, id);
     functors.typesSeen = types;
@@ -81,15 +103,19 @@ DefaultFunctors &resolved_defaults()
 }
 } // namespace
 
-void IntersectAction::registerEnterDefault(FieldContainerType const &type, Functor const &function)
+void IntersectAction::registerEnterDefault(FieldContainerType const &type, Functor const &function,
+                                           HandlerPromise promise)
 {
     put_functor(get_defaults().registeredEnter, type, function, Functor());
+    put_promise(get_defaults().registeredEnterPromises, type, promise);
     get_defaults().typesSeen = 0;
 }
 
-void IntersectAction::registerLeaveDefault(FieldContainerType const &type, Functor const &function)
+void IntersectAction::registerLeaveDefault(FieldContainerType const &type, Functor const &function,
+                                           HandlerPromise promise)
 {
     put_functor(get_defaults().registeredLeave, type, function, Functor());
+    put_promise(get_defaults().registeredLeavePromises, type, promise);
     get_defaults().typesSeen = 0;
 }
 
@@ -107,8 +133,9 @@ Action::FunctorStore *IntersectAction::getDefaultLeaveFunctors()
 
 IntersectAction::IntersectAction()
 {
-    _enterFunctors = *IntersectAction::getDefaultEnterFunctors();
-    _leaveFunctors = *IntersectAction::getDefaultLeaveFunctors();
+    DefaultFunctors const &functors = resolved_defaults();
+    takeEnterFunctions(functors.enter, functors.enterPromises);
+    takeLeaveFunctions(functors.leave, functors.leavePromises);
 }
 
 IntersectAction::~IntersectAction() = default;
@@ -173,6 +200,60 @@ bool IntersectAction::passesVolume() const
     Real32 enter;
     Real32 exit;
     return volume.isValid() && !volume.intersect(_line, enter, exit);
+}
+
+namespace
+{
+bool is_finite(Line const &line)
+{
+    bool finite = true;
+    for(int axis = 0; axis < 3; ++axis)
+        finite = finite && std::isfinite(line.getPosition()[axis]) &&
+                 std::isfinite(line.getDirection()[axis]);
+    return finite;
+}
+} // namespace
+
+// The test of BoxVolume::intersect, in which rounding is monotone: a ray that misses a box misses
+// the boxes in it. A ray that is not finite misses nothing.
+void IntersectAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const
+{
+    using Row = BoxLanes::Row;
+    constexpr Real32 Far = std::numeric_limits<Real32>::infinity();
+    if(!is_finite(_line))
+    {
+        std::fill_n(missed, count, UInt8(0));
+        return;
+    }
+    for(std::size_t i = 0; i < count; ++i)
+    {
+        Row enter{};
+        Row exit = Row{} + Far;
+        for(int axis = 0; axis < 3; ++axis)
+        {
+            Real32 const position = _line.getPosition()[axis];
+            Real32 const direction = _line.getDirection()[axis];
+            Row const &min = boxes[i].min[axis];
+            Row const &max = boxes[i].max[axis];
+            Row nearest;
+            Row farthest;
+            if(direction == 0.f)
+            {
+                nearest = Row{};
+                farthest = (position < min) | (position > max) ? Row{} - Far : Row{} + Far;
+            }
+            else
+            {
+                Row const toMin = (min - position) / direction;
+                Row const toMax = (max - position) / direction;
+                nearest = direction > 0.f ? toMin : toMax;
+                farthest = (direction > 0.f ? toMax : toMin) * BoxVolume::ExitSafety;
+            }
+            enter = nearest > enter ? nearest : enter;
+            exit = farthest < exit ? farthest : exit;
+        }
+        missed[i] = BoxLanes::bitsOf(enter > exit);
+    }
 }
 
 bool IntersectAction::pushSpace(Matrix const &toParent)

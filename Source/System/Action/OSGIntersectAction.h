@@ -38,8 +38,10 @@ class OSG_SYSTEM_API IntersectAction : public Action
 
     // --- functions that every action made from now on begins with ---
     /// A type gets the functions of the nearest type, itself or above it, that has any.
-    static void registerEnterDefault(FieldContainerType const &type, Functor const &function);
-    static void registerLeaveDefault(FieldContainerType const &type, Functor const &function);
+    static void registerEnterDefault(FieldContainerType const &type, Functor const &function,
+                                     HandlerPromise promise = HandlerPromise::Nothing);
+    static void registerLeaveDefault(FieldContainerType const &type, Functor const &function,
+                                     HandlerPromise promise = HandlerPromise::Nothing);
 
     // --- the ray; during a walk that of the current space ---
     /// A point at `maxDist` still counts. Hits stay as they are.
@@ -65,7 +67,8 @@ class OSG_SYSTEM_API IntersectAction : public Action
 
     // --- for the functions, during a walk ---
     /// Whether the ray certainly passes the box of the current node. Both are in the space of the
-    /// node's parent. A box that is not up to date is never passed.
+    /// node's parent. A box that is not up to date is never passed. A function that begins with it,
+    /// and skips the node then, is GatedByBox.
     bool passesVolume() const;
     /// Enters the space that `toParent` leads out of. False, and nothing changed, where there is
     /// none: the matrix has no inverse (which is logged) or leaves the ray no direction.
@@ -91,6 +94,7 @@ class OSG_SYSTEM_API IntersectAction : public Action
 
     FunctorStore *getDefaultEnterFunctors() override;
     FunctorStore *getDefaultLeaveFunctors() override;
+    void findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const override;
 
   private:
     void forgetHit();

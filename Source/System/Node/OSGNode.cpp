@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "OSGChildIndex.h"
 #include "OSGFieldOperations.h"
 #include "OSGLog.h"
 #include "OSGName.h"
@@ -18,6 +19,7 @@ Node::Node()
 
 Node::~Node()
 {
+    ChildIndex::forget(this);
     orphanChildren();
     leaveCore();
     forgetViewers();
@@ -61,9 +63,16 @@ void Node::onCreate(Node const *source)
 
 void Node::resolveLinks()
 {
+    ChildIndex::drop(this);
     orphanChildren();
     leaveCore();
     NodeBase::resolveLinks();
+}
+
+void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
+{
+    ChildIndex::drop(this);
+    NodeBase::copyFromBin(handler, mask);
 }
 
 // --- other aspects ---
@@ -73,6 +82,7 @@ void Node::execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets
                     BitVector syncMode, UInt32 syncInfo)
 {
     constexpr BitVector Links = CoreFieldMask | ChildrenFieldMask;
+    ChildIndex::drop(this);
     NodeBase::execSync(from, whichField & ~Links, offsets, syncMode, syncInfo);
     Node const &source = static_cast<Node const &>(*from);
     if(&source == this)

@@ -41,7 +41,8 @@ class OSG_SYSTEM_API Node : public NodeBase
     // --- bounding volume ---
     /// Box of the subtree in the parent's coordinates. It may be out of date, see updateVolume().
     BoxVolume const &getVolume() const { return _sfVolume.getValue(); }
-    /// For hosts that set a box of their own; it stays until the next invalidateVolume().
+    /// For hosts that set a box of their own; it stays until the next invalidateVolume(). What is
+    /// returned may be written to until the next commit.
     BoxVolume &editVolume();
     /// Brings the boxes of the subtree up to date where they are not.
     void updateVolume();
@@ -67,6 +68,7 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// Appends this node to the children of a node.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
     void resolveLinks() override;
+    void copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask) override;
     void execSync(NodeBase *from, BitVector whichField, AspectOffsets &offsets, BitVector syncMode,
                   UInt32 syncInfo);
 
@@ -87,6 +89,8 @@ class OSG_SYSTEM_API Node : public NodeBase
     void leaveCore();
     void takeOut(UInt32 index);
     struct Invalidation;
+    class VolumeUpdate;
+    void setUpdatedVolume(BoxVolume const &volume);
     void invalidateUpwards(Invalidation &work);
     void forgetViewers();
     void orphanChildren();

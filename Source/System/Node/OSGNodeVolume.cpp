@@ -3,6 +3,7 @@
 #include <new>
 #include <vector>
 
+#include "OSGChildIndex.h"
 #include "OSGNode.h"
 #include "OSGNodeViewers.h"
 #include "OSGNodeWalker.h"
@@ -11,8 +12,15 @@ namespace OSG
 {
 BoxVolume &Node::editVolume()
 {
+    ChildIndex::handOutBox(this);
     markEdited(VolumeFieldMask);
     return _sfVolume.getValue();
+}
+
+void Node::setUpdatedVolume(BoxVolume const &volume)
+{
+    markEdited(VolumeFieldMask);
+    _sfVolume.getValue() = volume;
 }
 
 /// Nodes that are shown elsewhere wait here until their viewers are told. They are chained through
@@ -29,6 +37,7 @@ struct Node::Invalidation
 // a half marked path would break that rule.
 void Node::invalidateUpwards(Invalidation &work)
 {
+    ChildIndex::drop(this);
     for(Node *node = this; node != nullptr && node->getVolume().isValid(); node = node->_parent)
     {
         node->_sfVolume.getValue().setValid(false);
@@ -101,12 +110,10 @@ void Node::forgetViewers()
     NodeViewers::the().forget(this);
 }
 
-namespace
-{
 /// Computes boxes from the leaves upwards. The walk cuts a branch where trees show one another in a
 /// circle, or are nested too deep. What such a branch holds is not known, so the box above it is
 /// infinite.
-class VolumeUpdate
+class Node::VolumeUpdate
 {
   public:
     bool enter(Node *node)
@@ -140,7 +147,7 @@ class VolumeUpdate
             _cut.pop_back();
         }
         volume.setValid(true);
-        node->editVolume() = volume;
+        node->setUpdatedVolume(volume);
     }
 
   private:
@@ -162,7 +169,6 @@ class VolumeUpdate
     BoxVolume _leafBox;
     std::vector<Node *> _cut; // open nodes, innermost last
 };
-} // namespace
 
 void Node::updateVolume()
 {

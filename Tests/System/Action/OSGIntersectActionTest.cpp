@@ -332,4 +332,98 @@ TEST(IntersectAction, FindsTheNearestOfAllTrianglesInWorldSpace)
     }
     EXPECT_GT(hits, 300);
 }
+
+// --- many children ---
+
+struct OpenRay : IntersectAction
+{
+    OpenRay() = default;
+    OpenRay(OpenRay const &) = default;
+    ~OpenRay() override = default;
+    using IntersectAction::findMissed;
+};
+
+TEST(IntersectAction, MissesTheBoxesThatTheTestOfOneBoxMisses)
+{
+    RandomNumbers random(8);
+    int missed = 0;
+    for(int round = 0; round < 2000; ++round)
+    {
+        // Coordinates on a grid make rays that lie in faces of boxes, or are parallel to them.
+        auto const place = [&]
+        {
+            return Pnt3f(static_cast<Real32>(random.below(4)), static_cast<Real32>(random.below(4)),
+                         static_cast<Real32>(random.below(4)));
+        };
+        Pnt3f const from = place();
+        Line const line(from, round % 2 == 0 ? place() - from : random.vector());
+        OpenRay ray;
+        ray.setLine(line);
+        BoxLanes lanes;
+        BoxVolume boxes[8];
+        for(std::size_t i = 0; i < 8; ++i)
+        {
+            Pnt3f const min = place();
+            boxes[i].setBounds(min, min + (place() - Pnt3f()) * 0.5f);
+            for(int axis = 0; axis < 3; ++axis)
+            {
+                lanes.min[axis][i] = boxes[i].getMin()[axis];
+                lanes.max[axis][i] = boxes[i].getMax()[axis];
+            }
+        }
+        UInt8 bits;
+        ray.findMissed(&lanes, 1, &bits);
+        for(std::size_t i = 0; i < 8; ++i)
+        {
+            Real32 enter, exit;
+            ASSERT_EQ((bits >> i & 1) != 0, !boxes[i].intersect(line, enter, exit));
+            missed += bits >> i & 1;
+        }
+    }
+    EXPECT_GT(missed, 5000);
+    EXPECT_LT(missed, 15900);
+}
+
+TEST(IntersectAction, LaterRaysThroughNodesOfManyChildrenHitWhatTheFirstWouldHaveHit)
+{
+    RandomNumbers random(9);
+    NodePtr const root = make_group();
+    for(int i = 0; i < 12; ++i)
+    {
+        NodePtr const group = make_group();
+        for(int k = 0; k < 12; ++k)
+        {
+            Vec3f const by = random.vector() * 6.f;
+            group->addChild(
+                make_transform(translation(by[0], by[1], by[2]) * scaling(0.2f, 0.3f, 0.1f),
+                               {wall(random.real(-1, 1))}));
+        }
+        root->addChild(group);
+    }
+    root->updateVolume();
+    int hits = 0;
+    RayPtr const indexed(IntersectAction::create());
+    RayPtr const plain(IntersectAction::create());
+    plain->registerEnterFunction(Switch::getClassType(),
+                                 [](NodeCore *, Action *) { return ActionBase::Continue; });
+    for(int i = 0; i < 500; ++i)
+    {
+        Pnt3f const from = random.point(-8, 8);
+        Line const line(from, random.point(-4, 4) - from);
+        for(RayPtr const &ray : {indexed, plain})
+        {
+            ray->setLine(line);
+            ray->apply(root);
+        }
+        ASSERT_EQ(indexed->didHit(), plain->didHit());
+        if(!plain->didHit())
+            continue;
+        ++hits;
+        ASSERT_EQ(indexed->getHitObject(), plain->getHitObject());
+        ASSERT_EQ(indexed->getHitDistance(), plain->getHitDistance());
+        ASSERT_EQ(indexed->getHitTriangle(), plain->getHitTriangle());
+        ASSERT_EQ(indexed->getHitNormal(), plain->getHitNormal());
+    }
+    EXPECT_GT(hits, 100);
+}
 } // namespace

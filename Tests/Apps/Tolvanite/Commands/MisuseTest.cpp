@@ -68,6 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
     Convert, Misused,
     testing::Values(Misuse{"NoTarget", {"convert", "FILE"}},
                     Misuse{"MissingFile", {"convert", "missing.obj", "out.osb"}},
+                    Misuse{"AFormatThatNobodyWrites", {"convert", "FILE", "out.3ds"}},
                     Misuse{"AnUnknownFormat", {"convert", "FILE", "out.xyz"}},
                     Misuse{"NoSuffix", {"convert", "FILE", "out"}},
                     Misuse{"AnUnknownOperation", {"convert", "FILE", "out.osb", "--op", "Shrink"}}),

@@ -40,9 +40,13 @@ void FastSelectionFunctor::triangles(SelectionAction &action, Plane const &,
                                      Geometry const *geometry)
 {
     SelectionSearch::Way way{action.getUsePrimitiveIndex()};
-    if(SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data(), &way))
-        addFirstHit(hit_here(action));
+    bool const isHit =
+        SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data(), &way);
     if(way.usedIndex)
         action.countIndexed();
+    if(!isHit)
+        return;
+    record_here(action);
+    records().addFirst({0.f, -1, 0, false, Pnt3f(), Vec3f()});
 }
 } // namespace OSG

@@ -28,9 +28,9 @@ SelectionAction::~SelectionAction() = default;
 void SelectionAction::takeDefaults()
 {
     if(_defaultEnterFunctors != nullptr)
-        _enterFunctors = *_defaultEnterFunctors;
+        takeEnterFunctions(*_defaultEnterFunctors);
     if(_defaultLeaveFunctors != nullptr)
-        _leaveFunctors = *_defaultLeaveFunctors;
+        takeLeaveFunctions(*_defaultLeaveFunctors);
 }
 
 TransitPtr<SelectionAction> SelectionAction::create()
@@ -91,30 +91,29 @@ Action::FunctorStore *SelectionAction::getDefaultLeaveFunctors() { return _defau
 
 void SelectionAction::reinitialize()
 {
-    std::deque<Frustum>().swap(_frustumStack);
-    std::deque<Node *>().swap(_nodeStack);
-    std::deque<Matrix>().swap(_matrixStack);
+    _frustumStack.release();
+    _nodeStack.release();
+    _matrixStack.release();
 }
 
 void SelectionAction::pushFrustum(Frustum const &frustum)
 {
-    _frustumStack.push_back(frustum);
-    _frustumVolume = frustum.Volume();
+    Level const level{frustum, frustum.Volume()};
+    _frustumStack.push(level);
+    _frustumVolume = level.volume;
 }
 
 void SelectionAction::popFrustum()
 {
-    _frustumStack.pop_back();
-    _frustumVolume = _frustumStack.empty() ? FrustumVolume() : _frustumStack.back().Volume();
+    _frustumStack.pop();
+    _frustumVolume = _frustumStack.empty() ? FrustumVolume() : _frustumStack.top().volume;
 }
 
 ActionBase::ResultE SelectionAction::start()
 {
-    while(!_nodeStack.empty())
-        _nodeStack.pop_back();
-    while(!_matrixStack.empty())
-        _matrixStack.pop_back();
-    _matrixStack.push_back(Matrix());
+    _nodeStack.clear();
+    _matrixStack.clear();
+    _matrixStack.push(Matrix());
     _frustaOfHost = _frustumStack.size();
     _visitsOfHost = _visitSubTreeNodes.size();
     assert(_actor != nullptr);
@@ -134,6 +133,27 @@ void SelectionAction::cancel()
     _visitSubTreeNodes.resize(_visitsOfHost);
     while(_frustumStack.size() > _frustaOfHost)
         popFrustum();
+}
+
+// The test of BoxVolume::intersectFrustum, in which rounding is monotone: where all corners of a
+// box are outside a plane, so are those of the boxes in it. NaN misses nothing.
+void SelectionAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const
+{
+    using Row = BoxLanes::Row;
+    for(std::size_t i = 0; i < count; ++i)
+    {
+        BoxLanes::Mask outside{};
+        for(Plane const &plane : _frustumVolume.getPlanes())
+        {
+            Vec3f const &n = plane.getNormal();
+            Row const &x = n[0] >= 0.f ? boxes[i].max[0] : boxes[i].min[0];
+            Row const &y = n[1] >= 0.f ? boxes[i].max[1] : boxes[i].min[1];
+            Row const &z = n[2] >= 0.f ? boxes[i].max[2] : boxes[i].min[2];
+            Row const distance = n[0] * x + n[1] * y + n[2] * z - plane.getDistanceFromOrigin();
+            outside |= distance < 0.f;
+        }
+        missed[i] = BoxLanes::bitsOf(outside);
+    }
 }
 
 bool SelectionAction::operator<(SelectionAction const &other) const

@@ -3,12 +3,12 @@
 /// \file
 /// The action that finds what lies inside a frustum.
 
-#include <deque>
 #include <vector>
 
 #include "OSGAction.h"
 #include "OSGContribTolvaniteApi.h"
 #include "OSGFrustum.h"
+#include "OSGLevelStack.h"
 
 namespace OSG
 {
@@ -56,29 +56,29 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     SelectionFunctor *getActor() const { return _actor; }
     void setActor(SelectionFunctor *actor) { _actor = actor; }
 
-    /// Empties the stacks of frusta, nodes and matrices and frees their memory. frustumVolume()
-    /// does not change until the next frustum is pushed.
+    /// Empties the stacks of frusta, nodes and matrices and frees their memory but for the first
+    /// levels, which need none. frustumVolume() does not change until the next frustum is pushed.
     void reinitialize();
 
     // --- frusta, in the space of the visited node; the top of an empty stack is undefined
     void pushFrustum(Frustum const &frustum);
     void popFrustum();
-    Frustum const &topFrustum() const { return _frustumStack.back(); }
+    Frustum const &topFrustum() const { return _frustumStack.top().frustum; }
     bool emptyFrustum() const { return _frustumStack.empty(); }
     /// The planes of the top frustum. Six planes with the normal zero once the last frustum has
     /// been popped.
     FrustumVolume const &frustumVolume() const { return _frustumVolume; }
 
     // --- matrices from local space to the space of the root ---
-    void pushMatrix(Matrix const &matrix) { _matrixStack.push_back(matrix); }
-    void popMatrix() { _matrixStack.pop_back(); }
-    Matrix const &topMatrix() const { return _matrixStack.back(); }
+    void pushMatrix(Matrix const &matrix) { _matrixStack.push(matrix); }
+    void popMatrix() { _matrixStack.pop(); }
+    Matrix const &topMatrix() const { return _matrixStack.top(); }
     bool emptyMatrix() const { return _matrixStack.empty(); }
 
     // --- nodes of the transforms that the walk has entered; not counted ---
-    void pushNode(Node *node) { _nodeStack.push_back(node); }
-    void popNode() { _nodeStack.pop_back(); }
-    Node const *topNode() const { return _nodeStack.back(); }
+    void pushNode(Node *node) { _nodeStack.push(node); }
+    void popNode() { _nodeStack.pop(); }
+    Node const *topNode() const { return _nodeStack.top(); }
     bool emptyNode() const { return _nodeStack.empty(); }
 
     // --- `VisitSubTree` nodes that the walk has entered, outermost first; not counted ---
@@ -113,6 +113,7 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
 
     FunctorStore *getDefaultEnterFunctors() override;
     FunctorStore *getDefaultLeaveFunctors() override;
+    void findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const override;
 
   private:
     void takeDefaults();
@@ -121,12 +122,20 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     static FunctorStore *_defaultLeaveFunctors;
     static SelectionAction *_prototype;
 
-    std::deque<Frustum> _frustumStack;
-    std::deque<Node *> _nodeStack;
+    /// A frustum and its planes, which are needed again when the levels above have gone.
+    struct Level
+    {
+        Frustum frustum;
+        FrustumVolume volume;
+    };
+    static constexpr std::size_t FixedLevels = 16; // deeper scenes use the heap
+
+    LevelStack<Level, FixedLevels> _frustumStack;
+    LevelStack<Node *, FixedLevels> _nodeStack;
     std::vector<Node *> _visitSubTreeNodes;
     std::size_t _frustaOfHost = 0; // number of frusta when the walk began
     std::size_t _visitsOfHost = 0; // number of visiting nodes then
-    std::deque<Matrix> _matrixStack;
+    LevelStack<Matrix, FixedLevels> _matrixStack;
     FrustumVolume _frustumVolume;
     SelectionFunctor *_actor = nullptr;
 };

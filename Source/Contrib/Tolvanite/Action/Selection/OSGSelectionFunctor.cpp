@@ -1,8 +1,6 @@
 #include "OSGSelectionFunctor.h"
 
-#include <algorithm>
 #include <cassert>
-#include <unordered_set>
 
 #include "OSGSelectionAction.h"
 
@@ -53,63 +51,68 @@ Plane const &SelectionFunctor::get_plane(SelectionAction const &action) const
 
 HitList const &SelectionFunctor::hits(HitType type) const
 {
-    switch(type)
-    {
-    case FrontHits:
-        return _frontHits;
-    case BackHits:
-        return _backHits;
-    default:
-        return _allHits;
-    }
+    HitType const known = type == FrontHits || type == BackHits ? type : AllHits;
+    Results &results = _results[known];
+    if(results.isMade)
+        return results.hits;
+    HitList made;
+    for(UInt32 place : orderOf(known))
+        made.push_back(hitAt(place));
+    results.hits.swap(made);
+    results.isMade = _isStopped; // else more hits may follow
+    return results.hits;
+}
+
+// All sorts are stable and no order depends on addresses, so hits of equal distance have the same
+// order in every run. A walk that was broken off leaves its hits as they were recorded.
+SelectionRecords::Order SelectionFunctor::orderOf(HitType type) const
+{
+    if(type == FrontHits)
+        return _isStopped ? _records.nearestOfNodes() : SelectionRecords::Order();
+    if(type == BackHits)
+        return _isStopped ? _records.farthestOfNodes() : SelectionRecords::Order();
+    return _isStopped ? _records.sorted() : _records.recorded();
+}
+
+SelectionFunctor::HitT SelectionFunctor::hitAt(UInt32 place) const
+{
+    SelectionRecords::Record const &record = _records.record(place);
+    SelectionRecords::Visit const &visit = _records.visitOf(record);
+    HitT hit;
+    hit.selectionType = visit.selectionType;
+    hit.point = record.point;
+    hit.normal = record.normal;
+    hit.node = visit.node;
+    hit.index = record.index;
+    hit.hasPoint = record.hasPoint;
+    hit.distance = record.distance;
+    hit.matrix = visit.matrix;
+    hit.visitSubTreeNodes = _records.pathOf(visit);
+    return hit;
+}
+
+void SelectionFunctor::Results::clear()
+{
+    constexpr std::size_t KeptHits = 64;
+    isMade = false;
+    if(hits.size() > KeptHits)
+        HitList().swap(hits);
+    else
+        hits.clear();
 }
 
 void SelectionFunctor::start()
 {
-    HitList().swap(_allHits);
-    HitList().swap(_frontHits);
-    HitList().swap(_backHits);
+    for(Results &results : _results)
+        results.clear();
+    _records.clear();
+    _isStopped = false;
 }
 
-namespace
-{
-using HitPointers = std::vector<SelectionFunctor::HitT const *>;
-
-/// The first hit of each node in the range, in the order of the range.
-template <class Iterator>
-HitPointers first_of_each_node(Iterator begin, Iterator end)
-{
-    HitPointers result;
-    std::unordered_set<Node const *, std::hash<Node const *>, std::equal_to<>,
-                       MemAllocator<Node const *>>
-        known;
-    for(Iterator hit = begin; hit != end; ++hit)
-    {
-        if(known.insert(hit->node).second)
-            result.push_back(&*hit);
-    }
-    return result;
-}
-
-void copy_to(HitList &list, HitPointers const &hits)
-{
-    for(SelectionFunctor::HitT const *hit : hits)
-        list.push_back(*hit);
-}
-} // namespace
-
-// All sorts are stable and no order depends on addresses, so hits of equal distance have the same
-// order in every run.
 void SelectionFunctor::stop()
 {
-    std::stable_sort(_allHits.begin(), _allHits.end(),
-                     [](HitT const &a, HitT const &b) { return a.distance < b.distance; });
-    copy_to(_frontHits, first_of_each_node(_allHits.begin(), _allHits.end()));
-
-    HitPointers farthest = first_of_each_node(_allHits.rbegin(), _allHits.rend());
-    std::reverse(farthest.begin(), farthest.end());
-    std::stable_sort(farthest.begin(), farthest.end(),
-                     [](HitT const *a, HitT const *b) { return a->distance > b->distance; });
-    copy_to(_backHits, farthest);
+    for(Results &results : _results)
+        results.clear();
+    _isStopped = true;
 }
 } // namespace OSG

@@ -12,6 +12,7 @@
 #include "OSGMatrix.h"
 #include "OSGMemManager.h"
 #include "OSGSelectionClipping.h"
+#include "OSGSelectionRecords.h"
 
 namespace OSG
 {
@@ -105,10 +106,14 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
 
     // --- results ---
     /// The list of `type`; AllHits for an unknown value. Must not be called during a walk.
+    ///
+    /// A list is made when it is first asked for, and kept until the next walk starts. The call
+    /// writes to the functor although it is const: one functor belongs to one thread. Without
+    /// memory it throws std::bad_alloc, and may be called again.
     std::deque<HitT> const &hits(HitType type) const;
     /// Clears the three lists. Called by the action.
     void start();
-    /// Makes the three lists from the recorded hits. Called by the action.
+    /// From now on the lists hold the recorded hits in order. Called by the action.
     void stop();
 
   protected:
@@ -121,9 +126,8 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     Plane const &get_plane() const;
     Plane const &get_plane(SelectionAction const &action) const;
 
-    /// Records a hit before or after those that are recorded already.
-    void addFirstHit(HitT &&hit) { _allHits.push_front(std::move(hit)); }
-    void addLastHit(HitT &&hit) { _allHits.push_back(std::move(hit)); }
+    /// Hits of the geometry that is visited are recorded here. start() empties it.
+    SelectionRecords &records() { return _records; }
 
     // --- tests of points, segments and polygons against a polytope; see SelectionClipping ---
     using Segment = SelectionClipping::Segment;
@@ -153,12 +157,24 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     }
 
   private:
+    /// A list, and whether it has been made since the walk ended.
+    struct Results
+    {
+        std::deque<HitT> hits;
+        bool isMade = false;
+
+        void clear();
+    };
+
+    SelectionRecords::Order orderOf(HitType type) const;
+    HitT hitAt(UInt32 place) const;
+
     SelectionAction *_action;
     UInt32 _selectionType;
     PlaneType _planeType;
-    std::deque<HitT> _allHits;
-    std::deque<HitT> _frontHits;
-    std::deque<HitT> _backHits;
+    SelectionRecords _records;
+    mutable Results _results[3]; // by type
+    bool _isStopped = false;
     bool _continueOnEmptyMultiSwitchChoices = true;
 };
 } // namespace OSG

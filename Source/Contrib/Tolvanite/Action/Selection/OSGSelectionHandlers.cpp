@@ -68,13 +68,16 @@ SelectionHandlers::~SelectionHandlers() = default;
 void SelectionHandlers::registerHandlers(Action::Functor const &enterGeometry)
 {
     using Self = SelectionHandlers;
+    using HandlerPromise = Action::HandlerPromise;
     using Handler = ResultE (Self::*)(NodeCore *, Action *);
     struct Row
     {
         FieldContainerType const &type;
         Action::Functor enter;
         Action::Functor leave;
+        HandlerPromise promise; // of enter
     };
+    constexpr HandlerPromise Gated = HandlerPromise::GatedByBox;
     auto const own = [this](Handler handler) -> Action::Functor
     {
         using namespace boost::placeholders;
@@ -85,41 +88,38 @@ void SelectionHandlers::registerHandlers(Action::Functor const &enterGeometry)
     Action::Functor const enterAccumulate = own(&Self::enterAccumulateTransform);
     Action::Functor const leaveAccumulate = own(&Self::leaveAccumulateTransform);
     Row const rows[] = {
-        {Transform::getClassType(), enter, leave},
-        {ComponentTransform::getClassType(), enter, leave},
-        {MoveManipulator::getClassType(), enter, leave},
-        {RotateManipulator::getClassType(), enter, leave},
-        {ScaleManipulator::getClassType(), enter, leave},
-        {InverseTransform::getClassType(), enterAccumulate, leaveAccumulate},
-        {Billboard::getClassType(), enterAccumulate, leaveAccumulate},
-        {ConstSizeTransform::getClassType(), enterAccumulate, leaveAccumulate},
-        {ConstantSizeTransform::getClassType(), enterAccumulate, leaveAccumulate},
-        {Geometry::getClassType(), enterGeometry, own(&Self::leaveGeometry)},
-        {MultiSwitch::getClassType(), own(&Self::enterMultiSwitch), own(&Self::leaveMultiSwitch)},
-        {VisitSubTree::getClassType(), own(&Self::enterVisitSubTree),
-         own(&Self::leaveVisitSubTree)},
+        {Transform::getClassType(), enter, leave, Gated},
+        {ComponentTransform::getClassType(), enter, leave, Gated},
+        {MoveManipulator::getClassType(), enter, leave, Gated},
+        {RotateManipulator::getClassType(), enter, leave, Gated},
+        {ScaleManipulator::getClassType(), enter, leave, Gated},
+        {InverseTransform::getClassType(), enterAccumulate, leaveAccumulate, Gated},
+        {Billboard::getClassType(), enterAccumulate, leaveAccumulate, Gated},
+        {ConstSizeTransform::getClassType(), enterAccumulate, leaveAccumulate, Gated},
+        {ConstantSizeTransform::getClassType(), enterAccumulate, leaveAccumulate, Gated},
+        {Geometry::getClassType(), enterGeometry, own(&Self::leaveGeometry), Gated},
+        {MultiSwitch::getClassType(), own(&Self::enterMultiSwitch), own(&Self::leaveMultiSwitch),
+         HandlerPromise::KeepsScene},
+        {VisitSubTree::getClassType(), own(&Self::enterVisitSubTree), own(&Self::leaveVisitSubTree),
+         Gated},
     };
     for(Row const &row : rows)
     {
-        getAction()->registerEnterFunction(row.type, row.enter);
-        getAction()->registerLeaveFunction(row.type, row.leave);
+        getAction()->registerEnterFunction(row.type, row.enter, row.promise);
+        getAction()->registerLeaveFunction(row.type, row.leave, HandlerPromise::KeepsScene);
     }
 }
 
 bool SelectionHandlers::outside_frustum(SelectionAction const &action)
 {
     BoxVolume const &volume = action.getActNode()->getVolume();
-    return volume.isValid() && !volume.intersect(action.frustumVolume());
+    return volume.isValid() && !volume.intersectFrustum(action.frustumVolume());
 }
 
-SelectionFunctor::HitT SelectionHandlers::hit_here(SelectionAction const &action) const
+void SelectionHandlers::record_here(SelectionAction const &action)
 {
-    HitT hit;
-    hit.selectionType = getSelectionType();
-    hit.node = action.getActNode();
-    hit.matrix = action.topMatrix();
-    hit.visitSubTreeNodes = action.getVisitSubTreeNodes();
-    return hit;
+    records().addVisit(action.getActNode(), getSelectionType(), action.topMatrix(),
+                       action.getVisitSubTreeNodes());
 }
 
 // --- transforms ---

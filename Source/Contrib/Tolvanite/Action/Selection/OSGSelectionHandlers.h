@@ -26,8 +26,8 @@ class OSG_CONTRIBTOLVANITE_API SelectionHandlers : public SelectionFunctor
     /// True if the box of the visited node certainly misses the frustum. Both are in the parent's
     /// space. False for a box that is not valid.
     static bool outside_frustum(SelectionAction const &action);
-    /// A hit at the visited node, without point, normal and index.
-    HitT hit_here(SelectionAction const &action) const;
+    /// The next hits are recorded at the visited node.
+    void record_here(SelectionAction const &action);
 
   private:
     // --- handlers; after Skip no leave handler is called, so pushes and pops match ---

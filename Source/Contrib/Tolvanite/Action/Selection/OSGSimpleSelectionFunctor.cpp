@@ -60,6 +60,13 @@ Plane const *planes_of(SelectionAction const &action)
 {
     return action.frustumVolume().getPlanes().data();
 }
+
+SelectionRecords::Record record_of(SelectionAction const &action, Extreme const &extreme)
+{
+    Pnt3f point;
+    action.topMatrix().multFull(extreme.point, point);
+    return {extreme.distance, extreme.index, 0, extreme.hasPoint, point, extreme.normal};
+}
 } // namespace
 
 void SimpleSelectionFunctor::triangles(SelectionAction const &action, Plane const &plane,
@@ -82,22 +89,14 @@ void SimpleSelectionFunctor::points(SelectionAction const &action, Plane const &
 
 void SimpleSelectionFunctor::record(SelectionAction const &action, Extremes const &extremes)
 {
-    bool const samePlace = extremes.near.point.equals(extremes.far.point, SamePlaceEpsilon);
-    if(extremes.near.index > -1)
-        addFirstHit(hit_at(action, extremes.near));
-    if(extremes.far.index > -1 && !samePlace)
-        addLastHit(hit_at(action, extremes.far));
-}
-
-SelectionFunctor::HitT SimpleSelectionFunctor::hit_at(SelectionAction const &action,
-                                                      Extreme const &extreme) const
-{
-    HitT hit = hit_here(action);
-    action.topMatrix().multFull(extreme.point, hit.point);
-    hit.hasPoint = extreme.hasPoint;
-    hit.normal = extreme.normal;
-    hit.index = extreme.index;
-    hit.distance = extreme.distance;
-    return hit;
+    bool const hasNear = extremes.near.index > -1;
+    bool const hasFar = extremes.far.index > -1 &&
+                        !extremes.near.point.equals(extremes.far.point, SamePlaceEpsilon);
+    if(hasNear || hasFar)
+        record_here(action);
+    if(hasNear)
+        records().addFirst(record_of(action, extremes.near));
+    if(hasFar)
+        records().addLast(record_of(action, extremes.far));
 }
 } // namespace OSG

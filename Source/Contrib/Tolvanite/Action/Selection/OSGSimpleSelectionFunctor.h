@@ -10,7 +10,6 @@ namespace OSG
 class Geometry;
 namespace SelectionSearch
 {
-struct Extreme;
 struct Extremes;
 struct Way;
 } // namespace SelectionSearch
@@ -41,6 +40,5 @@ class OSG_CONTRIBTOLVANITE_API SimpleSelectionFunctor : public SelectionHandlers
                 SelectionSearch::Way &way);
     /// Records hits. Their points are transformed to the space of the root.
     void record(SelectionAction const &action, SelectionSearch::Extremes const &extremes);
-    HitT hit_at(SelectionAction const &action, SelectionSearch::Extreme const &extreme) const;
 };
 } // namespace OSG

@@ -1,5 +1,6 @@
 #include "OSGSelectionAction.h"
 
+#include <cmath>
 #include <type_traits>
 
 #include <gmock/gmock.h>
@@ -7,6 +8,7 @@
 #include "MathPrinters.h"
 #include "OSGMemManager.h"
 #include "OSGSwitch.h"
+#include "RandomNumbers.h"
 #include "SelectionScenes.h"
 
 namespace OSG::Test
@@ -27,6 +29,7 @@ struct OpenAction : SelectionAction
     OpenAction(OpenAction const &) = default;
     ~OpenAction() override = default;
 
+    using SelectionAction::findMissed;
     using SelectionAction::getDefaultEnterFunctors;
     using SelectionAction::getDefaultLeaveFunctors;
     using SelectionAction::start;
@@ -440,6 +443,46 @@ TEST_F(SelectionActionStatics, TerminatedTablesAreGone)
     OpenAction action;
     EXPECT_EQ(action.getDefaultEnterFunctors(), nullptr);
     EXPECT_EQ(action.getDefaultLeaveFunctors(), nullptr);
+}
+
+// --- eight boxes at a time ---
+
+TEST(SelectionAction, MissesTheBoxesThatTheTestOfOneBoxMisses)
+{
+    RandomNumbers random(7);
+    int missed = 0;
+    for(int round = 0; round < 2000; ++round)
+    {
+        Frustum frustum = box_frustum();
+        frustum.multFull(rotation(Vec3f(0.6f, 0, 0.8f), random.real(-3.f, 3.f)));
+        OpenAction const action(frustum);
+        BoxLanes lanes[2];
+        std::vector<BoxVolume> boxes;
+        for(std::size_t i = 0; i < 16; ++i)
+        {
+            // Many faces lie in planes of the frustum before it is turned a little.
+            Pnt3f min = random.point(-3.f, 3.f);
+            if(round % 2 == 0)
+                min = Pnt3f(std::round(min[0]), std::round(min[1]), std::round(min[2]));
+            boxes.emplace_back(min, min + random.vector() + Vec3f(1, 1, 1));
+            for(int axis = 0; axis < 3; ++axis)
+            {
+                lanes[i / 8].min[axis][i % 8] = boxes[i].getMin()[axis];
+                lanes[i / 8].max[axis][i % 8] = boxes[i].getMax()[axis];
+            }
+        }
+        UInt8 bits[2];
+        action.findMissed(lanes, 2, bits);
+        for(std::size_t i = 0; i < 16; ++i)
+        {
+            bool const isMissed = (bits[i / 8] >> i % 8 & 1) != 0;
+            ASSERT_EQ(isMissed, !boxes[i].intersect(action.frustumVolume()));
+            ASSERT_EQ(isMissed, !boxes[i].intersectFrustum(action.frustumVolume()));
+            missed += isMissed ? 1 : 0;
+        }
+    }
+    EXPECT_GT(missed, 5000);
+    EXPECT_LT(missed, 30000);
 }
 } // namespace
 } // namespace OSG::Test

@@ -35,11 +35,8 @@ struct OpenFunctor : SelectionFunctor
 
     void add(Node *node, Real32 distance, Int32 index = 0)
     {
-        HitT hit;
-        hit.node = node;
-        hit.distance = distance;
-        hit.index = index;
-        addLastHit(std::move(hit));
+        records().addVisit(node, getSelectionType(), Matrix(), {});
+        records().addLast({distance, index, 0, false, Pnt3f(), Vec3f()});
     }
 };
 
@@ -225,44 +222,76 @@ TEST_F(SelectionFunctorTest, NodesAtEqualDistancesStandAsInAllHitsWhateverTheirA
     }
 }
 
+/// Adds random hits and compares the three lists with an obvious way to make them.
+void compare_with_slow_lists(OpenFunctor &functor, std::vector<NodePtr> const &many, UInt32 count,
+                             RandomNumbers &random)
+{
+    functor.start();
+    std::vector<HitT> expected;
+    for(UInt32 i = 0; i < count; ++i)
+    {
+        HitT hit;
+        hit.node = many[random.below(static_cast<UInt32>(many.size()))];
+        hit.distance = static_cast<Real32>(random.below(count / 4 + 20)) - 3.f;
+        hit.index = static_cast<Int32>(i);
+        functor.add(hit.node, hit.distance, hit.index);
+        expected.push_back(hit);
+    }
+    functor.stop();
+    auto const key = [](HitT const &hit) { return std::pair(hit.distance, hit.index); };
+    std::sort(expected.begin(), expected.end(),
+              [&](HitT const &x, HitT const &y) { return key(x) < key(y); });
+    std::vector<Int32> expectedAll, expectedFront;
+    std::vector<HitT> farthest;
+    for(std::size_t i = 0; i < expected.size(); ++i)
+    {
+        auto const same = [&](HitT const &hit) { return hit.node == expected[i].node; };
+        expectedAll.push_back(expected[i].index);
+        if(std::none_of(expected.begin(), expected.begin() + static_cast<long>(i), same))
+            expectedFront.push_back(expected[i].index);
+        if(std::none_of(expected.begin() + static_cast<long>(i) + 1, expected.end(), same))
+            farthest.push_back(expected[i]);
+    }
+    std::sort(farthest.begin(), farthest.end(),
+              [](HitT const &x, HitT const &y)
+              { return std::pair(-x.distance, x.index) < std::pair(-y.distance, y.index); });
+    ASSERT_EQ(indices(functor.hits(SelectionFunctor::AllHits)), expectedAll);
+    ASSERT_EQ(indices(functor.hits(SelectionFunctor::FrontHits)), expectedFront);
+    ASSERT_EQ(indices(functor.hits(SelectionFunctor::BackHits)),
+              indices(Hits(farthest.begin(), farthest.end())));
+}
+
+std::vector<NodePtr> make_groups(int count)
+{
+    std::vector<NodePtr> groups;
+    for(int i = 0; i < count; ++i)
+        groups.push_back(make_group());
+    return groups;
+}
+
 TEST_F(SelectionFunctorTest, TheListsEqualASlowWayOnRandomHits)
 {
     RandomNumbers random(81);
-    std::vector<NodePtr> many;
-    for(int i = 0; i < 30; ++i)
-        many.push_back(make_group());
+    std::vector<NodePtr> const many = make_groups(30);
     for(int round = 0; round < 200; ++round)
-    {
-        functor.start();
-        std::vector<HitT> expected;
-        for(UInt32 i = 0; i < random.below(100); ++i)
-        {
-            functor.add(many[random.below(30)], static_cast<Real32>(random.below(20)),
-                        static_cast<Int32>(i));
-            expected.push_back(all().back());
-        }
-        functor.stop();
-        auto const key = [](HitT const &hit) { return std::pair(hit.distance, hit.index); };
-        std::sort(expected.begin(), expected.end(),
-                  [&](HitT const &x, HitT const &y) { return key(x) < key(y); });
-        std::vector<Int32> expectedAll, expectedFront;
-        std::vector<HitT> farthest;
-        for(std::size_t i = 0; i < expected.size(); ++i)
-        {
-            auto const same = [&](HitT const &hit) { return hit.node == expected[i].node; };
-            expectedAll.push_back(expected[i].index);
-            if(std::none_of(expected.begin(), expected.begin() + static_cast<long>(i), same))
-                expectedFront.push_back(expected[i].index);
-            if(std::none_of(expected.begin() + static_cast<long>(i) + 1, expected.end(), same))
-                farthest.push_back(expected[i]);
-        }
-        std::sort(farthest.begin(), farthest.end(),
-                  [](HitT const &x, HitT const &y)
-                  { return std::pair(-x.distance, x.index) < std::pair(-y.distance, y.index); });
-        ASSERT_EQ(indices(all()), expectedAll);
-        ASSERT_EQ(indices(front()), expectedFront);
-        ASSERT_EQ(indices(back()), indices(Hits(farthest.begin(), farthest.end())));
-    }
+        compare_with_slow_lists(functor, many, random.below(100), random);
+}
+
+TEST_F(SelectionFunctorTest, TheListsOfVeryManyHitsEqualTheSlowWayToo)
+{
+    RandomNumbers random(82);
+    std::vector<NodePtr> const many = make_groups(1000);
+    for(UInt32 count : {2047u, 2048u, 5000u})
+        compare_with_slow_lists(functor, many, count, random);
+}
+
+TEST_F(SelectionFunctorTest, BothZerosAreTheSameDistance)
+{
+    functor.add(a, 0.f, 1);
+    functor.add(b, -0.f, 2);
+    functor.stop();
+    EXPECT_THAT(indices(all()), ElementsAre(1, 2));
+    EXPECT_THAT(indices(back()), ElementsAre(1, 2));
 }
 
 TEST_F(SelectionFunctorTest, StartClearsTheListsAndReleasesTheirMemory)

@@ -38,11 +38,15 @@ void ConstSizeTransform::initMethod(TypeBase::InitPhase phase)
     if(phase != TypeBase::SystemPost)
         return;
     IntersectAction::registerEnterDefault(
-        getClassType(), [](NodeCore *core, Action *action)
-        { return static_cast<ConstSizeTransform *>(core)->intersectEnter(action); });
+        getClassType(),
+        [](NodeCore *core, Action *action)
+        { return static_cast<ConstSizeTransform *>(core)->intersectEnter(action); },
+        Action::HandlerPromise::KeepsScene);
     IntersectAction::registerLeaveDefault(
-        getClassType(), [](NodeCore *core, Action *action)
-        { return static_cast<ConstSizeTransform *>(core)->intersectLeave(action); });
+        getClassType(),
+        [](NodeCore *core, Action *action)
+        { return static_cast<ConstSizeTransform *>(core)->intersectLeave(action); },
+        Action::HandlerPromise::KeepsScene);
 }
 
 ActionBase::ResultE ConstSizeTransform::intersectEnter(Action *action)

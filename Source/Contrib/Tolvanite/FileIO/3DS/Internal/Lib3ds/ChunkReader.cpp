@@ -127,12 +127,10 @@ std::size_t OutermostChunk::readMore(std::size_t bytes)
     return got;
 }
 
-// The length of a damaged file may be anything. Memory grows with the bytes that are there.
 OutermostChunk::OutermostChunk(Lib3dsIo const &io, Messages const &messages)
     : _io(io)
     , _messages(messages)
 {
-    constexpr std::size_t Block = 1024 * 1024;
     if(readMore(Chunk::HeaderSize) < Chunk::HeaderSize)
         _messages.fail("There is no chunk");
     Chunk header(0, _bytes.data(), _bytes.data() + _bytes.size(), _messages);
@@ -140,21 +138,23 @@ OutermostChunk::OutermostChunk(Lib3dsIo const &io, Messages const &messages)
     std::uint32_t const length = header.dword();
     if(length < Chunk::HeaderSize)
         _messages.fail("Chunk " + hex(_kind) + " is shorter than its header");
-    std::size_t const size = length - Chunk::HeaderSize;
+    _size = length - Chunk::HeaderSize;
+}
+
+// The length of a damaged file may be anything. Memory grows with the bytes that are there.
+Chunk OutermostChunk::read()
+{
+    constexpr std::size_t Block = 1024 * 1024;
     _bytes.clear();
-    while(_bytes.size() < size)
+    while(_bytes.size() < _size)
     {
-        std::size_t const wanted = std::min(std::max(Block, _bytes.size()), size - _bytes.size());
+        std::size_t const wanted = std::min(std::max(Block, _bytes.size()), _size - _bytes.size());
         if(readMore(wanted) < wanted)
         {
             _messages.warn("Chunk " + hex(_kind) + " is longer than the file and is cut");
             break;
         }
     }
-}
-
-Chunk OutermostChunk::chunk() const
-{
     return Chunk(_kind, _bytes.data(), _bytes.data() + _bytes.size(), _messages);
 }
 } // namespace OSG::Lib3ds

@@ -95,10 +95,12 @@ class Chunk
 class OutermostChunk
 {
   public:
-    /// Reads from where the stream stands.
+    /// Reads the header from where the stream stands.
     OutermostChunk(Lib3dsIo const &io, Messages const &messages);
 
-    Chunk chunk() const;
+    unsigned kind() const { return _kind; }
+    /// Reads what stands in the chunk, which the object keeps.
+    Chunk read();
 
   private:
     std::size_t readMore(std::size_t bytes);
@@ -106,6 +108,7 @@ class OutermostChunk
     Lib3dsIo const &_io;
     Messages const &_messages;
     unsigned _kind = 0;
+    std::size_t _size = 0; // as the header has it, without the header
     std::vector<unsigned char, MemAllocator<unsigned char>> _bytes; // without the header
 };
 } // namespace OSG::Lib3ds

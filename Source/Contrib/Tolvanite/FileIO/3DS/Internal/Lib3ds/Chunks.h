@@ -60,7 +60,7 @@ enum ChunkKind : unsigned
 };
 
 /// Reads the whole file into `file`, and links its nodes. Raises DamagedFile.
-void read_file(OutermostChunk const &outermost, File &file);
+void read_file(OutermostChunk &outermost, Messages const &messages, File &file);
 
 void read_material(Chunk chunk, File &file);
 /// Reads a named object, which holds meshes or what nobody reads.

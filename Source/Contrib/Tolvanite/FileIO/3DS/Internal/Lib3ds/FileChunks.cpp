@@ -33,23 +33,22 @@ void read_sections(Chunk chunk, File &file)
 }
 } // namespace
 
-void read_file(OutermostChunk const &outermost, File &file)
+void read_file(OutermostChunk &outermost, Messages const &messages, File &file)
 {
-    Chunk const chunk = outermost.chunk();
-    switch(chunk.kind())
+    switch(outermost.kind())
     {
     case MainChunk:
     case LibraryChunk:
     case ProjectChunk:
-        read_sections(chunk, file);
+        read_sections(outermost.read(), file);
         break;
     case EditorChunk:
-        read_editor(chunk, file);
+        read_editor(outermost.read(), file);
         break;
     default:
-        chunk.messages().fail("Chunk " + hex(chunk.kind()) + " does not begin a 3DS file");
+        messages.fail("Chunk " + hex(outermost.kind()) + " does not begin a 3DS file");
     }
-    link_nodes(file, chunk.messages());
+    link_nodes(file, messages);
     file.publish();
 }
 } // namespace OSG::Lib3ds

@@ -15,7 +15,7 @@ constexpr std::size_t SmallestKey = 6; // frame and flags
 
 void read_key(Chunk &chunk, int numbers, Key &key)
 {
-    key.frame = static_cast<int>(chunk.dword());
+    key.frame = static_cast<float>(static_cast<std::int32_t>(chunk.dword()));
     unsigned const flags = chunk.word();
     float unused = 0; // easing to and from
     float *const shapes[] = {&key.tension, &key.continuity, &key.bias, &unused, &unused};
@@ -45,21 +45,43 @@ void Track::read(Chunk &chunk, int numbers)
 
 float Track::wrapped(float t) const
 {
-    float const first = static_cast<float>(_keys.front().frame);
-    float const length = static_cast<float>(_keys.back().frame) - first;
+    float const first = _keys.front().frame;
+    float const length = _keys.back().frame - first;
     return (_flags & Repeats) != 0 && length != 0.f ? std::fmod(t - first, length) + first : t;
 }
 
 std::size_t Track::segmentEnd(float t) const
 {
-    if(t <= static_cast<float>(_keys.front().frame))
+    if(t <= _keys.front().frame)
         return 0;
-    if(t >= static_cast<float>(_keys.back().frame))
+    if(t >= _keys.back().frame)
         return _keys.size();
     std::size_t end = 1;
-    while(t > static_cast<float>(_keys[end].frame))
+    while(t > _keys[end].frame)
         ++end;
     return end;
+}
+
+std::optional<Key> Track::keyBefore(std::size_t end) const
+{
+    if(end >= 2)
+        return _keys[end - 2];
+    if((_flags & IsSmooth) == 0)
+        return std::nullopt;
+    Key key = _keys[_keys.size() - 2];
+    key.frame -= _keys.back().frame - _keys.front().frame;
+    return key;
+}
+
+std::optional<Key> Track::keyBehind(std::size_t end) const
+{
+    if(end + 1 < _keys.size())
+        return _keys[end + 1];
+    if((_flags & IsSmooth) == 0)
+        return std::nullopt;
+    Key key = _keys[1];
+    key.frame += _keys.back().frame - _keys.front().frame;
+    return key;
 }
 
 namespace
@@ -94,18 +116,15 @@ TangentWeights weights_of(Key const &key, float before, float behind)
     return {{minus * early, plus * late}, {plus * early, minus * late}};
 }
 
-float frames_between(Key const &a, Key const &b)
-{
-    return static_cast<float>(b.frame) - static_cast<float>(a.frame);
-}
+float frames_between(Key const &a, Key const &b) { return b.frame - a.frame; }
 
-/// A tangent of component `i` at a key. A neighbour that is null does not count.
-float tangent(Key const *before, Key const &key, Key const *behind, int i,
-              Weights TangentWeights::*side)
+/// A tangent of component `i` at a key. A neighbour that is not there does not count.
+float tangent(std::optional<Key> const &before, Key const &key, std::optional<Key> const &behind,
+              int i, Weights TangentWeights::*side)
 {
-    float const from = before != nullptr ? key.value[i] - before->value[i] : 0.f;
-    float const to = behind != nullptr ? behind->value[i] - key.value[i] : 0.f;
-    if(before == nullptr || behind == nullptr)
+    float const from = before ? key.value[i] - before->value[i] : 0.f;
+    float const to = behind ? behind->value[i] - key.value[i] : 0.f;
+    if(!before || !behind)
         return from + to;
     Weights const weights =
         weights_of(key, frames_between(*before, key), frames_between(key, *behind)).*side;
@@ -136,12 +155,12 @@ void Track::evaluate(float t, float (&value)[3]) const
     }
     Key const &a = _keys[end - 1];
     Key const &b = _keys[end];
-    Key const *const before = end >= 2 ? &_keys[end - 2] : nullptr;
-    Key const *const behind = end + 1 < _keys.size() ? &_keys[end + 1] : nullptr;
-    float const u = (at - static_cast<float>(a.frame)) / frames_between(a, b);
+    std::optional<Key> const before = keyBefore(end);
+    std::optional<Key> const behind = keyBehind(end);
+    float const u = (at - a.frame) / frames_between(a, b);
     for(int i = 0; i < 3; ++i)
-        value[i] = cubic(a.value[i], tangent(before, a, &b, i, &TangentWeights::outgoing),
-                         tangent(&a, b, behind, i, &TangentWeights::incoming), b.value[i], u);
+        value[i] = cubic(a.value[i], tangent(before, a, b, i, &TangentWeights::outgoing),
+                         tangent(a, b, behind, i, &TangentWeights::incoming), b.value[i], u);
 }
 
 // --- rotations ---
@@ -228,12 +247,10 @@ Quaternion4 Track::rotation(float t) const
         return {};
     float const at = wrapped(t);
     std::size_t const end = segmentEnd(at);
-    Quaternion4 before;
     Quaternion4 a;
     Quaternion4 b = relative_rotation(_keys.front());
     for(std::size_t i = 1; i < _keys.size() && i <= end; ++i)
     {
-        before = a;
         a = b;
         b = relative_rotation(_keys[i]) * b;
     }
@@ -244,14 +261,13 @@ Quaternion4 Track::rotation(float t) const
     Quaternion4 controlA = a;
     Quaternion4 controlB = b;
     float const length = frames_between(keyA, keyB);
-    if(end >= 2)
-        controlA = control_point(
-            before, a, b, weights_of(keyA, frames_between(_keys[end - 2], keyA), length).outgoing);
-    if(end + 1 < _keys.size())
-        controlB =
-            control_point(a, b, relative_rotation(_keys[end + 1]) * b,
-                          weights_of(keyB, length, frames_between(keyB, _keys[end + 1])).incoming);
-    float const u = (at - static_cast<float>(keyA.frame)) / length;
+    if(std::optional<Key> const before = keyBefore(end))
+        controlA = control_point(conjugate(relative_rotation(keyA)) * a, a, b,
+                                 weights_of(keyA, frames_between(*before, keyA), length).outgoing);
+    if(std::optional<Key> const behind = keyBehind(end))
+        controlB = control_point(a, b, relative_rotation(*behind) * b,
+                                 weights_of(keyB, length, frames_between(keyB, *behind)).incoming);
+    float const u = (at - keyA.frame) / length;
     return slerp(slerp(a, b, u), slerp(controlA, controlB, u), 2 * u * (1 - u));
 }
 } // namespace OSG::Lib3ds

@@ -3,6 +3,7 @@
 /// \file
 /// Keys over time, and the values between them.
 
+#include <optional>
 #include <vector>
 
 #include "OSGMemManager.h"
@@ -44,12 +45,17 @@ class Track
     Quaternion4 rotation(float t) const;
 
   private:
-    static constexpr unsigned Repeats = 2;
+    static constexpr unsigned Repeats = 1;
+    static constexpr unsigned IsSmooth = 2; ///< the curve goes on from the last key to the first
 
     float wrapped(float t) const;
     /// The key at the end of the segment that `t` lies in. 0 up to the first key, the number of
     /// keys from the last key on.
     std::size_t segmentEnd(float t) const;
+    /// The keys before and behind a segment. On a smooth track they are those of the round before
+    /// and of the next round where the segment is the first or the last one.
+    std::optional<Key> keyBefore(std::size_t end) const;
+    std::optional<Key> keyBehind(std::size_t end) const;
 
     unsigned _flags = 0;
     std::vector<Key, MemAllocator<Key>> _keys;

@@ -76,8 +76,8 @@ int lib3ds_file_read(Lib3dsFile *file, Lib3dsIo *io)
     try
     {
         Messages const messages(*io);
-        OutermostChunk const outermost(*io, messages);
-        read_file(outermost, file_of(file));
+        OutermostChunk outermost(*io, messages);
+        read_file(outermost, messages, file_of(file));
         return 1;
     }
     catch(DamagedFile const &)
