@@ -35,7 +35,7 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     /// How primitives come to stand in the tree, where neighbours in space stand side by side.
     enum class Order : UInt8
     {
-        Runs,  ///< each block holds primitives that follow one another in the geometry
+        Runs,  ///< each block holds up to four primitives that follow one another in the geometry
         Sorted ///< each primitive has a place of its own; 3 bytes more per primitive
     };
 
@@ -62,7 +62,9 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     /// Number of primitives in a block.
     UInt32 blockSize(UInt32 block) const
     {
-        UInt32 const left = _inTree - (_isInRuns ? _order[block] : block) * BlockSize;
+        if(_isInRuns)
+            return _order[block] % BlockSize + 1;
+        UInt32 const left = _inTree - block * BlockSize;
         return left < BlockSize ? left : BlockSize;
     }
 
@@ -72,7 +74,7 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     // --- places; the blockSize(b) places of block b begin at b * BlockSize ---
     UInt32 primitiveAt(UInt32 place) const
     {
-        return _isInRuns ? _order[place / BlockSize] * BlockSize + place % BlockSize
+        return _isInRuns ? _order[place / BlockSize] / BlockSize + place % BlockSize
                          : _order[place];
     }
     /// Places from here to size() stand in no block: their primitives have a coordinate that is not
@@ -106,7 +108,8 @@ class OSG_DRAWABLE_API PrimitiveIndex : public MemObject
     Pnt3f _largest;
     MemArray<BoxNode> _nodes;
     bool _isInRuns = false;
-    MemArray<UInt32> _order; // of runs, or of primitives
+    // The first primitive of each run times BlockSize, plus its size less one; or primitives.
+    MemArray<UInt32> _order;
     MemArray<NotedPlace> _noted;
 };
 

@@ -80,27 +80,26 @@ class PrimitiveIndexBuilder
     PrimitiveIndex *build(bool isSorted)
     {
         count();
-        MemArray<Box> runs((_index->_size + BlockSize - 1) / BlockSize);
-        surveyRuns(runs);
+        Runs runs(_index->_size / FewestInRun + 1);
+        bool const inRuns = findRuns(runs) && !isSorted;
+        if(!inRuns)
+            runs.release();
         if(_tame == 0 || _index->_size - _tame > _index->_size / UntamedShare)
             return nullptr;
         _index->_inTree = _tame;
+        _index->_isInRuns = inRuns;
         for(UInt32 axis = 0; axis < 3; ++axis)
             _index->_largest[axis] = std::max(std::abs(_box.low[axis]), std::abs(_box.high[axis]));
-        _index->_isInRuns = !isSorted && _tame == _index->_size && _areRunsGood;
-        if(!_index->_isInRuns)
-        {
-            runs = MemArray<Box>();
-            sort();
-        }
-        else
+        if(inRuns)
             sortRuns(runs);
-        makeRoom();
-        if(_index->_isInRuns)
+        else
+            sort();
+        makeRoom(inRuns ? runs.count : (_tame + BlockSize - 1) / BlockSize);
+        if(inRuns)
             fillBlocksByRuns(runs);
         else
             fillBlocks();
-        runs = MemArray<Box>();
+        runs.release();
         for(UInt32 level = 1; level < _index->_levels; ++level)
             fillLevel(level);
         return _index.release();
@@ -108,7 +107,30 @@ class PrimitiveIndexBuilder
 
   private:
     static constexpr UInt32 BlockSize = PrimitiveIndex::BlockSize;
+    // Where runs hold fewer on average, sorting the primitives takes hardly more memory.
+    static constexpr UInt32 FewestInRun = 3;
+    // Of a primitive in a run, whose number shares 32 bits with the size of the run.
+    static constexpr UInt32 LargestNumber = ~UInt32(0) / BlockSize;
     using Corner = Pnt3f[Rule::Corners];
+
+    struct Runs
+    {
+        explicit Runs(UInt32 capacity)
+            : boxes(capacity)
+            , places(capacity)
+        {
+        }
+        void release()
+        {
+            boxes = MemArray<Box>();
+            places = MemArray<UInt32>();
+        }
+
+        MemArray<Box> boxes;
+        MemArray<UInt32> places; // as the index has them
+        MemArray<UInt32> order;
+        UInt32 count = 0;
+    };
 
     // --- numbers and places of primitives ---
 
@@ -177,47 +199,59 @@ class PrimitiveIndexBuilder
 
     // --- order ---
 
-    // The boxes of the runs, that of all tame primitives, and whether runs are small.
-    void surveyRuns(MemArray<Box> &runs)
+    // Divides the primitives into runs that are little larger than what they hold, and finds the
+    // box of all tame ones. False where there are untamed ones, or where runs would be short.
+    bool findRuns(Runs &runs)
     {
-        // How much larger a run may be than its primitives, all together.
-        constexpr Real64 LargestRun = 4;
         PartReader<Rule> reader(*_index, _geometry);
-        Real64 sizes = 0;
-        Real64 runSizes = 0;
-        for(UInt32 begin = 0; begin < _index->_size; begin += BlockSize)
+        bool areGood = _index->_size <= LargestNumber;
+        UInt32 inRun = 0;
+        Box run;
+        for(UInt32 i = 0; i < _index->_size; ++i)
         {
-            UInt32 const end = std::min(begin + BlockSize, _index->_size);
-            Box &run = runs[begin / BlockSize];
-            bool isEmpty = true;
-            for(UInt32 i = begin; i < end; ++i)
+            Corner corners;
+            reader.read(i, corners);
+            if(!is_tame(corners))
             {
-                Corner corners;
-                reader.read(i, corners);
-                if(!is_tame(corners))
-                    continue;
-                Box const own(corners);
-                run = isEmpty ? own : run.with(own);
-                isEmpty = false;
-                sizes += own.size();
-                ++_tame;
-            }
-            if(isEmpty)
+                areGood = false;
                 continue;
-            runSizes += run.size();
-            _box = _hasBox ? _box.with(run) : run;
-            _hasBox = true;
+            }
+            Box const own(corners);
+            Box const both = run.with(own);
+            ++_tame;
+            if(inRun > 0 && inRun < BlockSize && both.size() <= 2 * (run.size() + own.size()))
+            {
+                run = both;
+                ++inRun;
+                continue;
+            }
+            areGood = closeRun(runs, run, i - inRun, inRun) && areGood;
+            run = own;
+            inRun = 1;
         }
-        _areRunsGood = Rule::Corners == 1 || runSizes <= LargestRun * sizes;
+        return closeRun(runs, run, _index->_size - inRun, inRun) && areGood;
     }
 
-    void sortRuns(MemArray<Box> const &runs)
+    // False where there is no room for so many runs.
+    bool closeRun(Runs &runs, Box const &box, UInt32 first, UInt32 size)
     {
-        UInt32 const count = static_cast<UInt32>(runs.size());
-        SpaceOrder order(count, _box.getLow(), _box.getHigh());
-        for(UInt32 i = 0; i < count; ++i)
-            order.add(i, runs[i].getMiddle());
-        _index->_order = order.finish();
+        if(size == 0)
+            return true;
+        _box = _hasBox ? _box.with(box) : box;
+        _hasBox = true;
+        if(runs.count >= runs.boxes.size())
+            return false;
+        runs.boxes[runs.count] = box;
+        runs.places[runs.count++] = first * BlockSize + size - 1;
+        return true;
+    }
+
+    void sortRuns(Runs &runs)
+    {
+        SpaceOrder order(runs.count, _box.getLow(), _box.getHigh());
+        for(UInt32 i = 0; i < runs.count; ++i)
+            order.add(i, runs.boxes[i].getMiddle());
+        runs.order = order.finish();
     }
 
     void sort()
@@ -252,11 +286,11 @@ class PrimitiveIndexBuilder
 
     // --- tree ---
 
-    void makeRoom()
+    void makeRoom(UInt32 blocks)
     {
         constexpr UInt32 Width = BoxNode::Width;
-        UInt32 below = (_index->_inTree + BlockSize - 1) / BlockSize;
-        _index->_blocks = below;
+        UInt32 below = blocks;
+        _index->_blocks = blocks;
         UInt32 nodes = 0;
         do
         {
@@ -268,15 +302,19 @@ class PrimitiveIndexBuilder
         _index->_nodes = MemArray<BoxNode>(nodes);
     }
 
-    void fillBlocksByRuns(MemArray<Box> const &runs)
+    void fillBlocksByRuns(Runs &runs)
     {
         BoxNode *const nodes = _index->_nodes.data();
-        for(UInt32 block = 0; block < _index->_blocks; ++block)
+        for(UInt32 block = 0; block < runs.count; ++block)
         {
-            UInt32 const first = _index->primitiveAt(block * BlockSize);
-            put(nodes, block, runs[first / BlockSize], first, first + _index->blockSize(block) - 1);
+            UInt32 &entry = runs.order[block];
+            UInt32 const place = runs.places[entry];
+            UInt32 const first = place / BlockSize;
+            put(nodes, block, runs.boxes[entry], first, first + place % BlockSize);
+            entry = place;
         }
-        clearRest(nodes, _index->_blocks);
+        clearRest(nodes, runs.count);
+        _index->_order = std::move(runs.order);
     }
 
     void fillBlocks()
@@ -356,7 +394,6 @@ class PrimitiveIndexBuilder
     Geometry const &_geometry;
     std::unique_ptr<PrimitiveIndex> _index;
     UInt32 _tame = 0;
-    bool _areRunsGood = false;
     Box _box; // of all tame primitives
     bool _hasBox = false;
 };

@@ -41,10 +41,11 @@ void find_inputs(Geometry const &geometry, GeoProperty const *(&inputs)[NumInput
     inputs[3] = geometry.getIndex(Geometry::PositionsSlot);
 }
 
+// A stamp of 0 does not tell one array from another.
 bool have_open_edits(GeoProperty const *const (&inputs)[NumInputs])
 {
     for(GeoProperty const *input : inputs)
-        if(input != nullptr && input->getChangeMask() != 0)
+        if(input != nullptr && (input->getChangeMask() != 0 || input->getStamp() == 0))
             return true;
     return false;
 }

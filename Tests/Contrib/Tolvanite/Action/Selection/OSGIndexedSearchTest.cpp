@@ -273,5 +273,46 @@ TEST(IndexedSearch, TheNearPointIsFoundWhereItTakesManyLooks)
         EXPECT_EQ(counts.earlierPoints, beginsWithACrossingOne ? 1 : 0);
     }
 }
+
+// --- threads ---
+
+TEST(IndexedSearch, TwoThreadsMaySelectInOneGeometryAtOnceWhileItsIndexIsBuilt)
+{
+    IndexSettings const settings(Building::Automatic);
+    RandomGeometries source(403);
+    LogCapture log;
+    for(int round = 0; round < 40; ++round)
+    {
+        GeometryPtr const geometry = make_geometry(source.geometry());
+        std::vector<PlaneArray> volumes;
+        for(int i = 0; i < 6; ++i)
+            volumes.push_back(source.volume().Volume().getPlanes());
+        // An index of values that are no more, which both threads find in the way.
+        if(round % 2 == 0)
+        {
+            commit();
+            IndexSettings::set(Building::AtOnce);
+            SelectionSearch::has_triangle(*geometry, volumes[0].data());
+            edit(geometry, source);
+            IndexSettings::set(Building::Automatic);
+        }
+        commit();
+        std::vector<Extremes> found[2];
+        auto const select = [&](std::vector<Extremes> &into)
+        {
+            for(PlaneArray const &planes : volumes)
+                for(Find find : Finds)
+                    into.push_back(find(*geometry, planes.data(), planes[0], nullptr));
+        };
+        std::thread other([&] { select(found[1]); });
+        select(found[0]);
+        other.join();
+        for(std::size_t i = 0; i < found[0].size(); ++i)
+        {
+            expect_same(found[1][i].near, found[0][i].near);
+            expect_same(found[1][i].far, found[0][i].far);
+        }
+    }
+}
 } // namespace
 } // namespace OSG::Test
