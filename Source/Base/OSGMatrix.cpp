@@ -43,9 +43,9 @@ struct RowPairMinors
 };
 
 // The cofactor of the element in column a, row r takes one product for each of the other three
-// columns: the element of that column in the other row of r's pair of rows, times the minor of the
-// opposite pair of rows for the two columns that remain. Others[a] lists these columns, Pairs[a]
-// their minors.
+// columns: the element of that column in the other row of r's pair of rows (its partner), times the
+// minor of the opposite pair of rows for the two columns that remain. Others[a] lists these
+// columns, Pairs[a] their minors.
 constexpr int Others[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
 constexpr int Pairs[4][3] = {{5, 4, 3}, {5, 2, 1}, {4, 2, 0}, {3, 1, 0}};
 } // namespace
@@ -92,19 +92,27 @@ bool TransformationMatrix<T>::invertFrom(TransformationMatrix const &source)
         setIdentity();
         return false;
     }
+    // The cofactors of a column are computed at once, row by row in the same order.
+    using Rows = double __attribute__((vector_size(32)));
+    Rows partners[4];
+    for(int c = 0; c < 4; ++c)
+        partners[c] = Rows{double(source[c][1]), double(source[c][0]), double(source[c][3]),
+                           double(source[c][2])};
+    // Rows 0 and 1 take the minors of the lower rows, rows 2 and 3 those of the upper ones.
+    Rows opposite[6];
+    for(int pair = 0; pair < 6; ++pair)
+        opposite[pair] =
+            Rows{minors.lower[pair], minors.lower[pair], minors.upper[pair], minors.upper[pair]};
     TransformationMatrix inverse;
     for(int a = 0; a < 4; ++a)
     {
+        Rows cofactor = partners[Others[a][0]] * opposite[Pairs[a][0]] -
+                        partners[Others[a][1]] * opposite[Pairs[a][1]] +
+                        partners[Others[a][2]] * opposite[Pairs[a][2]];
+        Rows const signs = (a & 1) != 0 ? Rows{-1, 1, -1, 1} : Rows{1, -1, 1, -1};
+        cofactor = cofactor * signs / determinant;
         for(int r = 0; r < 4; ++r)
-        {
-            double const *const opposite = r < 2 ? minors.lower : minors.upper;
-            int const partner = r ^ 1;
-            double const cofactor = source[Others[a][0]][partner] * opposite[Pairs[a][0]] -
-                                    source[Others[a][1]][partner] * opposite[Pairs[a][1]] +
-                                    source[Others[a][2]][partner] * opposite[Pairs[a][2]];
-            bool const negative = ((a + r) & 1) != 0;
-            inverse[r][a] = static_cast<T>((negative ? -cofactor : cofactor) / determinant);
-        }
+            inverse[r][a] = static_cast<T>(cofactor[r]);
     }
     *this = inverse;
     return true;

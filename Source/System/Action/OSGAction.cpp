@@ -131,7 +131,10 @@ bool Action::takeUnmissed(std::vector<Node *> &nodes) const
                     node->getChild(begin + static_cast<UInt32>(std::countr_zero(left))));
         }
     }
-    return true;
+    if(nodes.size() != index->getNChildren())
+        return true;
+    nodes.clear();
+    return false;
 }
 
 // --- walking ---

@@ -169,8 +169,8 @@ class ChildIndexBuilder
         BoxLanes lanes;
         for(std::size_t axis = 0; axis < 3; ++axis)
         {
-            lanes.min[axis] = BoxLanes::Row{} + NoBounds.min[axis];
-            lanes.max[axis] = BoxLanes::Row{} + NoBounds.max[axis];
+            std::fill_n(lanes.min[axis], BoxLanes::Lanes, NoBounds.min[axis]);
+            std::fill_n(lanes.max[axis], BoxLanes::Lanes, NoBounds.max[axis]);
         }
         return lanes;
     }

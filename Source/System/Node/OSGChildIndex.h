@@ -46,30 +46,38 @@ using WalkRoles = std::vector<WalkRole, MemAllocator<WalkRole>>;
 /// very many tables are in use already.
 OSG_SYSTEM_API WalkRoles const *shared_roles(WalkRoles const &roles);
 
-/// Eight boxes by coordinates. A box without points has min above max, one without end infinite
-/// coordinates.
+/// Eight boxes by coordinates, to be tested four at a time. A box without points has min above max,
+/// one without end infinite coordinates.
 struct BoxLanes
 {
     static constexpr UInt32 Lanes = 8;
-    using Row = Real32 __attribute__((vector_size(32), aligned(16)));
-    using Mask = Int32 __attribute__((vector_size(32), aligned(16)));
+    static constexpr UInt32 Quads = 2;
+    using Quad = Real32 __attribute__((vector_size(16)));
+    using Mask = Int32 __attribute__((vector_size(16)));
 
-    Row min[3];
-    Row max[3];
+    alignas(Quad) Real32 min[3][Lanes];
+    alignas(Quad) Real32 max[3][Lanes];
 
-    /// A bit for each lane that is set.
-    static UInt8 bitsOf(Mask const &mask)
+    /// Coordinates of four boxes along an axis.
+    Quad minOf(int axis, UInt32 quad) const { return load(&min[axis][4 * quad]); }
+    Quad maxOf(int axis, UInt32 quad) const { return load(&max[axis][4 * quad]); }
+
+    /// A bit for each lane that is set, at the place of the lane among the eight.
+    static UInt8 bitsOf(Mask const &mask, UInt32 quad)
     {
 #if defined(__SSE__)
-        auto const *const halves = reinterpret_cast<__m128 const *>(&mask);
-        return static_cast<UInt8>(_mm_movemask_ps(halves[0]) | _mm_movemask_ps(halves[1]) << 4);
+        UInt32 const bits =
+            static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128 const &>(mask)));
 #else
         UInt32 bits = 0;
-        for(UInt32 lane = 0; lane < Lanes; ++lane)
+        for(UInt32 lane = 0; lane < 4; ++lane)
             bits |= (static_cast<UInt32>(mask[lane]) & 1u) << lane;
-        return static_cast<UInt8>(bits);
 #endif
+        return static_cast<UInt8>(bits << 4 * quad);
     }
+
+  private:
+    static Quad load(Real32 const *numbers) { return *reinterpret_cast<Quad const *>(numbers); }
 };
 
 class OSG_SYSTEM_API ChildIndex : public MemObject

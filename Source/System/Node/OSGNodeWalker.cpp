@@ -4,18 +4,6 @@
 
 namespace OSG
 {
-// The innermost frame's nodes stand at the end of the list.
-Node *NodeWalker::nextAddedOf(Frame &frame)
-{
-    while(frame.next < _added.size())
-    {
-        Node *const node = _added[frame.next++];
-        if(node != nullptr)
-            return node;
-    }
-    return nullptr;
-}
-
 bool NodeWalker::mayEnterAdded(Node *node)
 {
     for(; _counted < _frames.size(); ++_counted)

@@ -88,29 +88,58 @@ class OSG_SYSTEM_API NodeWalker
         UInt32 const count = frame.node->getNChildren();
         if(frame.next >= count)
             return nullptr;
-        fetchAhead(*frame.node, frame.next, count);
+        Node const &node = *frame.node;
+        fetchAhead(frame.next, count, [&node](UInt32 i) { return node.getChild(i); });
         return frame.node->getChild(frame.next++);
     }
-    Node *nextAddedOf(Frame &frame);
-    // Scenes are larger than caches: siblings come out of memory while earlier ones are walked, and
-    // so does, once they are there, what they have first below them.
-    static void fetchAhead(Node const &node, UInt32 next, UInt32 count)
+    // The innermost frame's nodes stand at the end of the list.
+    Node *nextAddedOf(Frame &frame)
     {
-        constexpr UInt32 Far = 5;
+        UInt32 const first = frame.firstAdded;
+        UInt32 const count = static_cast<UInt32>(_added.size()) - first;
+        while(frame.next - first < count)
+        {
+            fetchAhead(frame.next - first, count, [&](UInt32 i) { return _added[first + i]; });
+            Node *const node = _added[frame.next++];
+            if(node != nullptr)
+                return node;
+        }
+        return nullptr;
+    }
+    // Scenes are larger than caches: siblings come out of memory while earlier ones are walked, and
+    // so do, once they are there, their cores and what they have first below them.
+    template <class NodeAt>
+    static void fetchAhead(UInt32 next, UInt32 count, NodeAt nodeAt)
+    {
+        constexpr UInt32 Far = 6;
+        constexpr UInt32 Middle = 4;
         constexpr UInt32 Near = 2;
         if(next == 0)
         {
             for(UInt32 i = 1; i < std::min(Far + 1, count); ++i)
-                node.getChild(i)->prefetch();
+                fetch(nodeAt(i));
             return;
         }
         if(next + Far < count)
-            node.getChild(next + Far)->prefetch();
-        if(next + Near >= count)
+            fetch(nodeAt(next + Far));
+        if(next + Middle < count && nodeAt(next + Middle) != nullptr)
+            fetchBelow(*nodeAt(next + Middle));
+        if(next + Near >= count || nodeAt(next + Near) == nullptr)
             return;
-        Node const *const sibling = node.getChild(next + Near);
-        if(sibling->getNChildren() != 0)
-            sibling->getChild(0)->prefetch();
+        Node const &sibling = *nodeAt(next + Near);
+        if(sibling.getNChildren() != 0)
+            __builtin_prefetch(sibling.getChild(0)->getCore());
+    }
+    static void fetch(Node const *node)
+    {
+        if(node != nullptr)
+            node->prefetch();
+    }
+    static void fetchBelow(Node const &node)
+    {
+        __builtin_prefetch(node.getCore());
+        if(node.getNChildren() != 0)
+            node.getChild(0)->prefetch();
     }
 
     template <class Visitor, class TakeAdded>

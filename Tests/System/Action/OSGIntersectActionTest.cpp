@@ -343,10 +343,11 @@ struct OpenRay : IntersectAction
     using IntersectAction::findMissed;
 };
 
-TEST(IntersectAction, MissesTheBoxesThatTheTestOfOneBoxMisses)
+TEST(IntersectAction, MissesAtOnceOnlyBoxesThatTheTestOfOneBoxMisses)
 {
     RandomNumbers random(8);
     int missed = 0;
+    int expected = 0;
     for(int round = 0; round < 2000; ++round)
     {
         // Coordinates on a grid make rays that lie in faces of boxes, or are parallel to them.
@@ -376,12 +377,14 @@ TEST(IntersectAction, MissesTheBoxesThatTheTestOfOneBoxMisses)
         for(std::size_t i = 0; i < 8; ++i)
         {
             Real32 enter, exit;
-            ASSERT_EQ((bits >> i & 1) != 0, !boxes[i].intersect(line, enter, exit));
+            bool const isMissed = !boxes[i].intersect(line, enter, exit);
+            ASSERT_TRUE(isMissed || (bits >> i & 1) == 0);
             missed += bits >> i & 1;
+            expected += isMissed ? 1 : 0;
         }
     }
-    EXPECT_GT(missed, 5000);
-    EXPECT_LT(missed, 15900);
+    EXPECT_GT(missed, expected * 99 / 100) << "boxes that are nearly met need not be missed";
+    EXPECT_GT(expected, 5000);
 }
 
 TEST(IntersectAction, LaterRaysThroughNodesOfManyChildrenHitWhatTheFirstWouldHaveHit)

@@ -62,11 +62,15 @@ class BoxAction : public Action
     {
         for(std::size_t i = 0; i < count; ++i)
         {
-            BoxLanes::Mask outside{};
-            for(int axis = 0; axis < 3; ++axis)
-                outside |= (boxes[i].min[axis] > query.getMax()[axis]) |
-                           (boxes[i].max[axis] < query.getMin()[axis]);
-            missed[i] = BoxLanes::bitsOf(outside);
+            missed[i] = 0;
+            for(UInt32 quad = 0; quad < BoxLanes::Quads; ++quad)
+            {
+                BoxLanes::Mask outside{};
+                for(int axis = 0; axis < 3; ++axis)
+                    outside |= (boxes[i].minOf(axis, quad) > query.getMax()[axis]) |
+                               (boxes[i].maxOf(axis, quad) < query.getMin()[axis]);
+                missed[i] |= BoxLanes::bitsOf(outside, quad);
+            }
         }
     }
 

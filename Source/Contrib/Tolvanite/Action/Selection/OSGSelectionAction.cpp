@@ -139,20 +139,24 @@ void SelectionAction::cancel()
 // box are outside a plane, so are those of the boxes in it. NaN misses nothing.
 void SelectionAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const
 {
-    using Row = BoxLanes::Row;
     for(std::size_t i = 0; i < count; ++i)
     {
-        BoxLanes::Mask outside{};
-        for(Plane const &plane : _frustumVolume.getPlanes())
+        missed[i] = 0;
+        for(UInt32 quad = 0; quad < BoxLanes::Quads; ++quad)
         {
-            Vec3f const &n = plane.getNormal();
-            Row const &x = n[0] >= 0.f ? boxes[i].max[0] : boxes[i].min[0];
-            Row const &y = n[1] >= 0.f ? boxes[i].max[1] : boxes[i].min[1];
-            Row const &z = n[2] >= 0.f ? boxes[i].max[2] : boxes[i].min[2];
-            Row const distance = n[0] * x + n[1] * y + n[2] * z - plane.getDistanceFromOrigin();
-            outside |= distance < 0.f;
+            BoxLanes::Mask outside{};
+            for(Plane const &plane : _frustumVolume.getPlanes())
+            {
+                Vec3f const &n = plane.getNormal();
+                auto const farthest = [&](int axis) {
+                    return n[axis] >= 0.f ? boxes[i].maxOf(axis, quad) : boxes[i].minOf(axis, quad);
+                };
+                BoxLanes::Quad const distance = n[0] * farthest(0) + n[1] * farthest(1) +
+                                                n[2] * farthest(2) - plane.getDistanceFromOrigin();
+                outside |= distance < 0.f;
+            }
+            missed[i] |= BoxLanes::bitsOf(outside, quad);
         }
-        missed[i] = BoxLanes::bitsOf(outside);
     }
 }
 

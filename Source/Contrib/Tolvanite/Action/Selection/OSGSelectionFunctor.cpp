@@ -56,8 +56,12 @@ HitList const &SelectionFunctor::hits(HitType type) const
     if(results.isMade)
         return results.hits;
     HitList made;
-    for(UInt32 place : orderOf(known))
-        made.push_back(hitAt(place));
+    SelectionRecords::Order const order = orderOf(known);
+    for(std::size_t i = 0; i < order.size(); ++i)
+    {
+        _records.fetchAhead(order, i);
+        fill(made.emplace_back(), order[i]);
+    }
     results.hits.swap(made);
     results.isMade = _isStopped; // else more hits may follow
     return results.hits;
@@ -74,11 +78,10 @@ SelectionRecords::Order SelectionFunctor::orderOf(HitType type) const
     return _isStopped ? _records.sorted() : _records.recorded();
 }
 
-SelectionFunctor::HitT SelectionFunctor::hitAt(UInt32 place) const
+void SelectionFunctor::fill(HitT &hit, UInt32 place) const
 {
     SelectionRecords::Record const &record = _records.record(place);
     SelectionRecords::Visit const &visit = _records.visitOf(record);
-    HitT hit;
     hit.selectionType = visit.selectionType;
     hit.point = record.point;
     hit.normal = record.normal;
@@ -87,8 +90,8 @@ SelectionFunctor::HitT SelectionFunctor::hitAt(UInt32 place) const
     hit.hasPoint = record.hasPoint;
     hit.distance = record.distance;
     hit.matrix = visit.matrix;
-    hit.visitSubTreeNodes = _records.pathOf(visit);
-    return hit;
+    if(visit.path != 0)
+        hit.visitSubTreeNodes = _records.pathOf(visit);
 }
 
 void SelectionFunctor::Results::clear()

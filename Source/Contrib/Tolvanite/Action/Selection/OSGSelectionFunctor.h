@@ -167,7 +167,7 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     };
 
     SelectionRecords::Order orderOf(HitType type) const;
-    HitT hitAt(UInt32 place) const;
+    void fill(HitT &hit, UInt32 place) const;
 
     SelectionAction *_action;
     UInt32 _selectionType;

@@ -56,6 +56,20 @@ class OSG_CONTRIBTOLVANITE_API SelectionRecords
     Visit const &visitOf(Record const &record) const { return _visits[record.visit]; }
     Path const &pathOf(Visit const &visit) const { return _paths[visit.path]; }
 
+    /// Asks the processor for what will be read soon by a reader that is at `i` of an order.
+    void fetchAhead(Order const &order, std::size_t i) const
+    {
+        constexpr std::size_t Far = 16;
+        constexpr std::size_t Near = 8;
+        if(i + Far < order.size())
+            __builtin_prefetch(&_records[order[i + Far]]);
+        if(i + Near >= order.size())
+            return;
+        Visit const *const visit = &visitOf(_records[order[i + Near]]);
+        __builtin_prefetch(visit);
+        __builtin_prefetch(&visit->matrix[3]);
+    }
+
     // --- orders ---
     /// Unsorted.
     Order recorded() const;

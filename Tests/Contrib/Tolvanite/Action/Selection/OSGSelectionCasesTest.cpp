@@ -41,8 +41,8 @@ class SelectionCases : public testing::TestWithParam<bool>
 
 TEST_P(SelectionCases, AVolumeWhollyInsideOneLargeTriangleFindsIt)
 {
-    NodePtr const shape = make_node(
-        make_geometry(triangle({-50, -40, -0.5f}, {60, -40, -0.5f}, {0, 90, -0.5f})));
+    NodePtr const shape =
+        make_node(make_geometry(triangle({-50, -40, -0.5f}, {60, -40, -0.5f}, {0, 90, -0.5f})));
     EXPECT_THAT(select(shape), ElementsAre(shape.get()));
     EXPECT_THAT(fastFound, ElementsAre(shape.get()));
 }
@@ -50,8 +50,8 @@ TEST_P(SelectionCases, AVolumeWhollyInsideOneLargeTriangleFindsIt)
 TEST_P(SelectionCases, ABandThatMissesTheCentreOfANodeFindsIt)
 {
     // Its box is around (10, 10, -10); only a corner of it reaches into the volume.
-    NodePtr const shape = make_node(
-        make_geometry(triangle({0.9f, 0.9f, -0.9f}, {20, 19, -20}, {19, 20, -20})));
+    NodePtr const shape =
+        make_node(make_geometry(triangle({0.9f, 0.9f, -0.9f}, {20, 19, -20}, {19, 20, -20})));
     EXPECT_THAT(select(shape), ElementsAre(shape.get()));
     EXPECT_THAT(fastFound, ElementsAre(shape.get()));
 }
@@ -90,8 +90,8 @@ TEST_P(SelectionCases, LinesThroughTheVolumeWithBothEndsOutsideAreFound)
 {
     NodePtr const through = make_node(
         make_geometry(one_primitive(LinesPrimitive, {{-5, 0.5f, -0.5f}, {5, 0.4f, -0.6f}})));
-    NodePtr const past =
-        make_node(make_geometry(one_primitive(LinesPrimitive, {{-1, 0.5f, -0.5f}, {0.5f, 3, -0.5f}})));
+    NodePtr const past = make_node(
+        make_geometry(one_primitive(LinesPrimitive, {{-1, 0.5f, -0.5f}, {0.5f, 3, -0.5f}})));
     NodePtr const root = make_group({past, through});
     EXPECT_THAT(select(root, SelectionFunctor::SelectLines), ElementsAre(through.get()));
     EXPECT_THAT(fastFound, IsEmpty());
