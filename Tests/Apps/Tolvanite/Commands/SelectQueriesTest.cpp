@@ -68,10 +68,11 @@ Words view_and(Words const &more)
 
 TEST(SelectQueries, EachLineIsAnsweredAsTheCommandLineIs)
 {
-    Answers const answers = ask("{" + ViewKeys + ",\"pixel\":[640,330]}\n{" + ViewKeys +
-                                ",\"rect\":[420,300,760,460],\"hits\":\"all\",\"plane\":\"left\"}\n"
-                                "{\"box\":[[-1,0,-1],[1,1,1]],\"fast\":true}\n{" +
-                                ViewKeys + ",\"pixel\":[640,330],\"radius\":40,\"hits\":\"back\"}\n");
+    Answers const answers =
+        ask("{" + ViewKeys + ",\"pixel\":[640,330]}\n{" + ViewKeys +
+            ",\"rect\":[420,300,760,460],\"hits\":\"all\",\"plane\":\"left\"}\n"
+            "{\"box\":[[-1,0,-1],[1,1,1]],\"fast\":true}\n{" +
+            ViewKeys + ",\"pixel\":[640,330],\"radius\":40,\"hits\":\"back\"}\n");
     EXPECT_EQ(answers.status, 0) << answers.err;
     EXPECT_EQ(answers.err, "");
     ASSERT_EQ(answers.lines.size(), 4u);
@@ -92,10 +93,9 @@ TEST(SelectQueries, EachLineIsAnsweredAsTheCommandLineIs)
 TEST(SelectQueries, OptionsBesideTheFileAreTheDefaultsOfItsLines)
 {
     std::string const pixel = "{" + ViewKeys + ",\"pixel\":[640,330]";
-    Answers const answers =
-        ask(pixel + "}\n" + pixel + ",\"radius\":2,\"hits\":\"front\"}\n{" + ViewKeys +
-                ",\"rect\":[620,310,660,350]}\n",
-            {"--radius", "20", "--hits", "all", "--json"});
+    Answers const answers = ask(pixel + "}\n" + pixel + ",\"radius\":2,\"hits\":\"front\"}\n{" +
+                                    ViewKeys + ",\"rect\":[620,310,660,350]}\n",
+                                {"--radius", "20", "--hits", "all", "--json"});
     EXPECT_EQ(answers.status, 0) << answers.err;
     ASSERT_EQ(answers.lines.size(), 3u);
     Json const wide = single(view_and({"--pixel", "640,330", "--radius", "20", "--hits", "all"}));
@@ -151,7 +151,8 @@ TEST(SelectQueries, WithoutTheIndexTheAnswersAreTheSame)
 {
     std::string queries;
     for(int x = 200; x < 1100; x += 50)
-        queries += "{" + ViewKeys + ",\"pixel\":[" + std::to_string(x) + ",330],\"hits\":\"all\"}\n";
+        queries +=
+            "{" + ViewKeys + ",\"pixel\":[" + std::to_string(x) + ",330],\"hits\":\"all\"}\n";
     queries += queries;
     Answers const with = ask(queries);
     Answers const plain = ask(queries, {"--no-index"});
@@ -185,7 +186,8 @@ TEST(SelectQueries, AFileThatIsNotThereIsMisuseBeforeTheSceneIsRead)
     Outcome const outcome = run_program({"select", no_scene.path(), "--queries", "/missing/file"});
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err, "tolvanite: --queries: cannot read /missing/file: No such file or directory\n");
+    EXPECT_EQ(outcome.err,
+              "tolvanite: --queries: cannot read /missing/file: No such file or directory\n");
 }
 
 TEST(SelectQueries, ASceneThatCannotBeReadGivesNoLine)

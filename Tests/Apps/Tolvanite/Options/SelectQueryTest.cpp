@@ -24,11 +24,11 @@ std::string const View = R"("from":[7,3,9],"at":[0,1,0],"up":[0,1,0],"fov":45)";
 
 TEST(SelectQuery, EachKeyIsTheOptionOfItsName)
 {
-    SelectQuery const query = parse_query(
-        "{" + View +
-            R"(,"size":[640,480],"pixel":[1.5,-2],"radius":3,"kinds":"lines,points",)"
-            R"("plane":"far","hits":"all","fast":true})",
-        {});
+    SelectQuery const query =
+        parse_query("{" + View +
+                        R"(,"size":[640,480],"pixel":[1.5,-2],"radius":3,"kinds":"lines,points",)"
+                        R"("plane":"far","hits":"all","fast":true})",
+                    {});
     EXPECT_EQ(query.volume.from, OSG::Pnt3f(7, 3, 9));
     EXPECT_EQ(query.volume.at, OSG::Pnt3f(0, 1, 0));
     EXPECT_EQ(query.volume.up, OSG::Pnt3f(0, 1, 0));
@@ -150,8 +150,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"{" VIEW R"(,"size":[1,1]})", "VOLUME: --from requires --pixel or --rect"},
         BadLine{"{" VIEW R"(,"size":[1,0],"pixel":[0,0]})", "--size: 1x0 is not WxH"},
         BadLine{"{" VIEW R"(,"size":[1.5,1],"pixel":[0,0]})", "--size: 1.5x1 is not WxH"},
-        BadLine{"{" VIEW R"(,"size":[1,3000000000],"pixel":[0,0]})",
-                "--size: 1x3e+09 is not WxH"},
+        BadLine{"{" VIEW R"(,"size":[1,3000000000],"pixel":[0,0]})", "--size: 1x3e+09 is not WxH"},
         BadLine{"{" VIEW R"(,"size":[1,1],"pixel":[0,0],"radius":0})",
                 "--radius: a number above 0 is required"}));
 } // namespace
