@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 HWY_BEFORE_NAMESPACE();
 namespace OSG::HWY_NAMESPACE
@@ -27,14 +26,15 @@ HWY_INLINE UInt32 bits_of(hn::Mask<Lanes> mask)
     return bits[0];
 }
 
-void CastAtBoxes(BoxNode const &node, BoxRay const &ray, BoxRayTimes &times)
+void CastAtBoxes(BoxNode const &node, BoxRay const &ray, Real32 limit, BoxRayTimes &times)
 {
     Lanes const lanes;
     times.missed = 0;
     for(std::size_t lane = 0; lane < BoxNode::Width; lane += hn::Lanes(lanes))
     {
         auto enter = hn::Zero(lanes);
-        auto exit = hn::Set(lanes, std::numeric_limits<Real32>::max());
+        auto exit = hn::Set(lanes, limit);
+        auto outside = hn::Gt(enter, exit);
         for(UInt32 axis = 0; axis < 3; ++axis)
         {
             auto const position = hn::Set(lanes, ray.position[axis]);
@@ -44,9 +44,8 @@ void CastAtBoxes(BoxNode const &node, BoxRay const &ray, BoxRayTimes &times)
                 hn::Sub(hn::LoadU(lanes, node.bound[ray.exit[axis]] + lane), position);
             if(ray.isAcross[axis])
             {
-                auto const outside = hn::Or(hn::Gt(toEntry, hn::Set(lanes, ray.room)),
-                                            hn::Lt(toExit, hn::Set(lanes, -ray.room)));
-                times.missed |= bits_of(outside) << lane;
+                outside = hn::Or(outside, hn::Or(hn::Gt(toEntry, hn::Set(lanes, ray.room)),
+                                                 hn::Lt(toExit, hn::Set(lanes, -ray.room))));
                 continue;
             }
             auto const inverse = hn::Set(lanes, ray.inverse[axis]);
@@ -54,7 +53,7 @@ void CastAtBoxes(BoxNode const &node, BoxRay const &ray, BoxRayTimes &times)
             enter = hn::Max(enter, hn::Sub(hn::Mul(toEntry, inverse), widening));
             exit = hn::Min(exit, hn::Add(hn::Mul(toExit, inverse), widening));
         }
-        times.missed |= bits_of(hn::Gt(enter, exit)) << lane;
+        times.missed |= bits_of(hn::Or(outside, hn::Gt(enter, exit))) << lane;
         hn::StoreU(enter, lanes, times.enter + lane);
     }
 }
@@ -67,18 +66,18 @@ namespace OSG
 {
 HWY_EXPORT(CastAtBoxes);
 
-void cast_at_boxes(BoxNode const &node, BoxRay const &ray, BoxRayTimes &times)
+void cast_at_boxes(BoxNode const &node, BoxRay const &ray, Real32 limit, BoxRayTimes &times)
 {
-    HWY_DYNAMIC_DISPATCH(CastAtBoxes)(node, ray, times);
+    HWY_DYNAMIC_DISPATCH(CastAtBoxes)(node, ray, limit, times);
 }
 
-void cast_at_boxes_slowly(BoxNode const &node, BoxRay const &ray, BoxRayTimes &times)
+void cast_at_boxes_slowly(BoxNode const &node, BoxRay const &ray, Real32 limit, BoxRayTimes &times)
 {
     times.missed = 0;
     for(UInt32 box = 0; box < BoxNode::Width; ++box)
     {
         Real32 enter = 0.f;
-        Real32 exit = std::numeric_limits<Real32>::max();
+        Real32 exit = limit;
         bool isOutside = false;
         for(UInt32 axis = 0; axis < 3; ++axis)
         {

@@ -167,20 +167,22 @@ class RayBoxes
     void test(BoxNode const &node, UInt32, BoxChoices &choices) const
     {
         BoxRayTimes times;
-        cast_at_boxes(node, _ray, times);
+        cast_at_boxes(node, _ray, limit(), times);
         choices.wanted &= ~times.missed;
-        for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
-        {
-            auto const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.key[child] = times.enter[child];
-            choices.state[child] = 0;
-            if(!wants(times.enter[child], 0))
-                choices.wanted &= ~(1u << child);
-        }
+        std::copy_n(times.enter, BoxNode::Width, choices.key);
+        std::fill_n(choices.state, BoxNode::Width, 0u);
     }
     bool wants(Real32 key, UInt32) const { return key <= _cast.getBest(); }
 
   private:
+    /// Not less than the best distance.
+    Real32 limit() const
+    {
+        constexpr Real32 Up = 1.f + 0x1p-22f;
+        constexpr Real32 Smallest = 1e-37f;
+        return static_cast<Real32>(_cast.getBest()) * Up + Smallest;
+    }
+
     BoxRay _ray;
     RayCast const &_cast;
 };

@@ -35,10 +35,11 @@ TEST(BoxRay, EveryInstructionSetGivesTheSameBits)
                 direction[random.below(3)] = 0.f;
             BoxRay ray;
             ray.set(Line(random.point(-4.f, 4.f), direction), 1e-5f);
+            Real32 const limit = random.below(2) == 0 ? random.real(-1.f, 5.f) : INFINITY;
             BoxRayTimes fast;
             BoxRayTimes slow;
-            cast_at_boxes(node, ray, fast);
-            cast_at_boxes_slowly(node, ray, slow);
+            cast_at_boxes(node, ray, limit, fast);
+            cast_at_boxes_slowly(node, ray, limit, slow);
             ASSERT_EQ(fast.missed, slow.missed) << hwy::TargetName(target);
             for(UInt32 box = 0; box < BoxNode::Width; ++box)
                 ASSERT_TRUE(std::memcmp(&fast.enter[box], &slow.enter[box], sizeof(Real32)) == 0);
@@ -59,12 +60,14 @@ TEST(BoxRay, MissesAndEntersBoxesWithTheirRoom)
     BoxRayTimes times;
     BoxRay ray;
     ray.set(Line(Pnt3f(0.5f, 1.25f, 3.5f), Vec3f(0, 0, 1)), 0.25f);
-    cast_at_boxes(node, ray, times);
+    cast_at_boxes(node, ray, INFINITY, times);
     EXPECT_EQ(times.missed, 0x07u); // those behind
     EXPECT_EQ(times.enter[3], 0.f);
     EXPECT_EQ(times.enter[5], 1.25f);
+    cast_at_boxes(node, ray, 1.25f, times);
+    EXPECT_EQ(times.missed, 0xC7u);
     ray.set(Line(Pnt3f(0.5f, 1.25f, 3.5f), Vec3f(0, 0, 1)), 0.125f);
-    cast_at_boxes(node, ray, times);
+    cast_at_boxes(node, ray, INFINITY, times);
     EXPECT_EQ(times.missed, 0xFFu);
 }
 } // namespace

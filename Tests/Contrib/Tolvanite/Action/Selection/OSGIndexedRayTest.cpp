@@ -162,10 +162,9 @@ class RandomRays
         switch(_random.below(6))
         {
         case 0: // that of the hit, or just below
-            return nearest.triangle < 0 ? 0.
-                   : _random.below(2) == 0
-                       ? nearest.distance
-                       : std::nextafter(nearest.distance, -INFINITY);
+            return nearest.triangle < 0    ? 0.
+                   : _random.below(2) == 0 ? nearest.distance
+                                           : std::nextafter(nearest.distance, -INFINITY);
         case 1:
             return Real64(_random.real(0.f, 8.f)) * _source.scale();
         case 2:
@@ -260,8 +259,7 @@ TEST(IndexedRay, GivesWhatThePlainLoopAndTheObviousComputationGiveBitForBit)
         for(int i = 0; i < RaysForEach && !testing::Test::HasFailure(); ++i)
         {
             Line const ray = rays.ray();
-            Real64 const reach =
-                rays.reach(obvious_nearest(*geometry, ray, INFINITY).hit);
+            Real64 const reach = rays.reach(obvious_nearest(*geometry, ray, INFINITY).hit);
             expect_same_hits(*geometry, indices, ray, reach, counts);
         }
         log.clear();
@@ -291,8 +289,7 @@ TEST(IndexedRay, OfEqualDistancesTheFirstTriangleStaysWhereverItStandsInTheTree)
     GeometryPtr const geometry = make_geometry(parts);
     for(bool const isSorted : {false, true})
     {
-        IndexPtr const index(
-            build_primitive_index(*geometry, IndexedKind::Triangles, isSorted));
+        IndexPtr const index(build_primitive_index(*geometry, IndexedKind::Triangles, isSorted));
         Line const down(Pnt3f(0, 0, 5), Vec3f(0, 0, -1));
         EXPECT_EQ(nearest_triangle_by_index(*index, *geometry, down, 100).triangle, 1);
         EXPECT_EQ(nearest_triangle_by_index(*index, *geometry, down, 5).triangle, 1);
@@ -302,8 +299,8 @@ TEST(IndexedRay, OfEqualDistancesTheFirstTriangleStaysWhereverItStandsInTheTree)
 
 TEST(IndexedRay, RaysThatAreNotTameAreLeftToThePlainLoop)
 {
-    GeometryPtr const geometry = make_geometry(
-        one_primitive(TrianglesPrimitive, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
+    GeometryPtr const geometry =
+        make_geometry(one_primitive(TrianglesPrimitive, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
     IndexPtr const index(build_primitive_index(*geometry, IndexedKind::Triangles));
     ASSERT_NE(index, nullptr);
     EXPECT_TRUE(can_cast(*index, Line(Pnt3f(0, 0, 5), Vec3f(0, 0, -1))));
@@ -346,7 +343,8 @@ NodePtr random_scene(RandomGeometries &source)
     {
         GeometryPtr const geometry = make_geometry(source.geometry());
         Matrix const turned = rotation(Vec3f(0, 0, 1), random.real(-3.f, 3.f));
-        Matrix const scaled = scaling(random.real(-2.f, 2.f), 1.f, random.below(8) == 0 ? 0.f : 2.f);
+        Matrix const scaled =
+            scaling(random.real(-2.f, 2.f), 1.f, random.below(8) == 0 ? 0.f : 2.f);
         children.push_back(make_transform(turned, {make_transform(scaled, {make_node(geometry)})}));
         children.push_back(make_node(geometry));
     }
@@ -386,8 +384,8 @@ TEST(IndexedRay, ScenesAnswerAlikeWithAndWithoutIndices)
 TEST(IndexedRay, AnEditIsSeenByTheNextRay)
 {
     IndexSettings const settings(IndexSettings::Building::AtOnce);
-    GeometryPtr const geometry = make_geometry(
-        one_primitive(TrianglesPrimitive, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
+    GeometryPtr const geometry =
+        make_geometry(one_primitive(TrianglesPrimitive, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}));
     NodePtr const root = make_node(geometry);
     commit();
     root->updateVolume();
