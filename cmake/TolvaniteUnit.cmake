@@ -91,13 +91,18 @@ function(osg_generate_containers NAME descriptions generated_dir result)
         get_filename_component(base ${description} NAME_WE)
         set(outputs ${generated_dir}/${base}Base.h ${generated_dir}/${base}Statics.inl)
         file(STRINGS ${description} header REGEX "^ *header=")
-        if(NOT header AND NOT EXISTS ${folder}/${base}.h)
+        set(own_header)
+        if(EXISTS ${folder}/${base}.h)
+            # A header that was generated before this one was written would be found first.
+            file(REMOVE ${generated_dir}/${base}.h)
+            set(own_header ${folder}/${base}.h)
+        elseif(NOT header)
             list(APPEND outputs ${generated_dir}/${base}.h)
         endif()
         add_custom_command(OUTPUT ${outputs}
             COMMAND Python3::Interpreter ${generator} --api OSG_${upper}_API
                 --api-header OSG${NAME}Api.h --out ${generated_dir} ${description}
-            DEPENDS ${generator} ${description}
+            DEPENDS ${generator} ${description} ${own_header}
             COMMENT "Container ${base}" VERBATIM)
         list(APPEND made ${outputs})
     endforeach()
