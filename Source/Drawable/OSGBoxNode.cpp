@@ -40,21 +40,25 @@ HWY_INLINE UInt32 bits_of(hn::Mask<Lanes> mask)
 void GradeBoxes(BoxNode const &node, BoxPlanes const &planes, UInt32 mask, BoxGrades &grades)
 {
     Lanes const lanes;
+    hn::RebindToUnsigned<Lanes> const words;
     auto const zero = hn::Zero(lanes);
     grades.outside = 0;
-    for(UInt32 &crossing : grades.crossing)
-        crossing = 0;
     for(std::size_t lane = 0; lane < BoxNode::Width; lane += hn::Lanes(lanes))
     {
+        auto outside = hn::Lt(zero, zero);
+        auto crossed = hn::Zero(words);
         for(UInt32 rest = mask; rest != 0; rest &= rest - 1)
         {
             UInt32 const k = static_cast<UInt32>(hwy::Num0BitsBelowLS1Bit_Nonzero32(rest));
             BoxPlanes::Entry const &plane = planes.planes[k];
             auto const low = corner_distance(node, plane, plane.low, lane);
             auto const high = corner_distance(node, plane, plane.high, lane);
-            grades.crossing[k] |= bits_of(hn::Lt(low, hn::Set(lanes, plane.margin))) << lane;
-            grades.outside |= bits_of(hn::Lt(high, zero)) << lane;
+            auto const crosses = hn::RebindMask(words, hn::Lt(low, hn::Set(lanes, plane.margin)));
+            crossed = hn::Or(crossed, hn::IfThenElseZero(crosses, hn::Set(words, 1u << k)));
+            outside = hn::Or(outside, hn::Lt(high, zero));
         }
+        grades.outside |= bits_of(outside) << lane;
+        hn::StoreU(crossed, words, grades.crossed + lane);
         BoxPlanes::Entry const &reference = planes.planes[6];
         hn::StoreU(corner_distance(node, reference, reference.low, lane), lanes,
                    grades.nearest + lane);
@@ -93,7 +97,7 @@ void grade_boxes_slowly(BoxNode const &node, BoxPlanes const &planes, UInt32 mas
             BoxPlanes::Entry const &plane = planes.planes[k];
             if((mask >> k & 1u) == 0)
                 continue;
-            grades.crossing[k] |= UInt32(distance(plane, plane.low) < plane.margin) << box;
+            grades.crossed[box] |= UInt32(distance(plane, plane.low) < plane.margin) << k;
             grades.outside |= UInt32(distance(plane, plane.high) < 0.f) << box;
         }
         BoxPlanes::Entry const &reference = planes.planes[6];

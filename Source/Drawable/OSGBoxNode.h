@@ -54,8 +54,10 @@ struct BoxPlanes
 /// How eight boxes lie to some planes. Bit i and place i stand for box i.
 struct BoxGrades
 {
-    UInt32 outside;     ///< wholly outside one of the planes
-    UInt32 crossing[6]; ///< by plane: not inside by its margin; 0 for planes not asked for
+    UInt32 outside; ///< wholly outside one of the planes
+    /// The planes, as bits, that the box is not inside of by their margins; none that were not
+    /// asked for.
+    UInt32 crossed[BoxNode::Width];
     Real32 nearest[BoxNode::Width];  ///< smallest distance of a corner from plane 6
     Real32 farthest[BoxNode::Width]; ///< largest distance
 };

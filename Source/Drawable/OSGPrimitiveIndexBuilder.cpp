@@ -14,56 +14,72 @@ constexpr Real32 LargestTame = 1e18f;
 // An index with more untamed primitives than one in this many is not worth its memory.
 constexpr UInt32 UntamedShare = 8;
 
+using Lanes = Real32 __attribute__((vector_size(16)));
+
+Lanes smaller(Lanes a, Lanes b) { return a < b ? a : b; }
+Lanes larger(Lanes a, Lanes b) { return a > b ? a : b; }
+
+/// A box as it is kept.
+struct Bounds
+{
+    Real32 low[3];
+    Real32 high[3];
+};
+
+/// A box as it is computed, three numbers side by side.
 struct Box
 {
-    Real32 low[3] = {};
-    Real32 high[3] = {};
+    Lanes low = {};
+    Lanes high = {};
 
     Box() = default;
-    template <std::size_t Corners>
-    explicit Box(Pnt3f const (&corners)[Corners])
+    explicit Box(Bounds const &bounds)
+        : low{bounds.low[0], bounds.low[1], bounds.low[2], 0.f}
+        , high{bounds.high[0], bounds.high[1], bounds.high[2], 0.f}
     {
-        for(UInt32 axis = 0; axis < 3; ++axis)
-        {
-            low[axis] = high[axis] = corners[0][axis];
-            for(std::size_t c = 1; c < Corners; ++c)
-            {
-                low[axis] = std::min(low[axis], corners[c][axis]);
-                high[axis] = std::max(high[axis], corners[c][axis]);
-            }
-        }
     }
+    /// The corners of a primitive. `isTame` becomes false where one of them is not.
+    template <std::size_t Corners>
+    Box(Pnt3f const (&corners)[Corners], bool &isTame)
+    {
+        constexpr Real32 Most = LargestTame;
+        Lanes const first = {corners[0][0], corners[0][1], corners[0][2], 0.f};
+        low = first;
+        high = first;
+        auto tame = (first <= Most) & (first >= -Most); // NaN is not
+        for(std::size_t c = 1; c < Corners; ++c)
+        {
+            Lanes const corner = {corners[c][0], corners[c][1], corners[c][2], 0.f};
+            tame &= (corner <= Most) & (corner >= -Most);
+            low = smaller(low, corner);
+            high = larger(high, corner);
+        }
+        isTame = (tame[0] & tame[1] & tame[2]) != 0;
+    }
+
     /// The box of both.
     Box with(Box const &other) const
     {
         Box both;
-        for(UInt32 axis = 0; axis < 3; ++axis)
-        {
-            both.low[axis] = std::min(low[axis], other.low[axis]);
-            both.high[axis] = std::max(high[axis], other.high[axis]);
-        }
+        both.low = smaller(low, other.low);
+        both.high = larger(high, other.high);
         return both;
     }
+    Bounds getBounds() const { return {{low[0], low[1], low[2]}, {high[0], high[1], high[2]}}; }
     Pnt3f getLow() const { return Pnt3f(low[0], low[1], low[2]); }
     Pnt3f getHigh() const { return Pnt3f(high[0], high[1], high[2]); }
     Pnt3f getMiddle() const
     {
-        return Pnt3f((low[0] + high[0]) * 0.5f, (low[1] + high[1]) * 0.5f,
-                     (low[2] + high[2]) * 0.5f);
+        Lanes const middle = (low + high) * 0.5f;
+        return Pnt3f(middle[0], middle[1], middle[2]);
     }
     /// The sum of the lengths of three edges.
-    Real32 size() const { return high[0] - low[0] + (high[1] - low[1]) + (high[2] - low[2]); }
+    Real32 size() const
+    {
+        Lanes const extent = high - low;
+        return extent[0] + extent[1] + extent[2];
+    }
 };
-
-template <std::size_t Corners>
-bool is_tame(Pnt3f const (&corners)[Corners])
-{
-    for(Pnt3f const &corner : corners)
-        for(UInt32 axis = 0; axis < 3; ++axis)
-            if(!(std::abs(corner[axis]) <= LargestTame)) // NaN is not
-                return false;
-    return true;
-}
 } // namespace
 
 template <class Rule>
@@ -111,7 +127,6 @@ class PrimitiveIndexBuilder
     static constexpr UInt32 FewestInRun = 3;
     // Of a primitive in a run, whose number shares 32 bits with the size of the run.
     static constexpr UInt32 LargestNumber = ~UInt32(0) / BlockSize;
-    using Corner = Pnt3f[Rule::Corners];
 
     struct Runs
     {
@@ -122,11 +137,11 @@ class PrimitiveIndexBuilder
         }
         void release()
         {
-            boxes = MemArray<Box>();
+            boxes = MemArray<Bounds>();
             places = MemArray<UInt32>();
         }
 
-        MemArray<Box> boxes;
+        MemArray<Bounds> boxes;
         MemArray<UInt32> places; // as the index has them
         MemArray<UInt32> order;
         UInt32 count = 0;
@@ -209,14 +224,13 @@ class PrimitiveIndexBuilder
         Box run;
         for(UInt32 i = 0; i < _index->_size; ++i)
         {
-            Corner corners;
-            reader.read(i, corners);
-            if(!is_tame(corners))
+            bool isTame = true;
+            Box const own = boxOf(reader, i, isTame);
+            if(!isTame)
             {
                 areGood = false;
                 continue;
             }
-            Box const own(corners);
             Box const both = run.with(own);
             ++_tame;
             if(inRun > 0 && inRun < BlockSize && both.size() <= 2 * (run.size() + own.size()))
@@ -241,7 +255,7 @@ class PrimitiveIndexBuilder
         _hasBox = true;
         if(runs.count >= runs.boxes.size())
             return false;
-        runs.boxes[runs.count] = box;
+        runs.boxes[runs.count] = box.getBounds();
         runs.places[runs.count++] = first * BlockSize + size - 1;
         return true;
     }
@@ -250,7 +264,7 @@ class PrimitiveIndexBuilder
     {
         SpaceOrder order(runs.count, _box.getLow(), _box.getHigh());
         for(UInt32 i = 0; i < runs.count; ++i)
-            order.add(i, runs.boxes[i].getMiddle());
+            order.add(i, Box(runs.boxes[i]).getMiddle());
         runs.order = order.finish();
     }
 
@@ -261,27 +275,27 @@ class PrimitiveIndexBuilder
         UInt32 const size = _index->_size;
         for(UInt32 i = 0; i < size; ++i)
         {
-            Corner corners;
-            reader.read(i, corners);
-            if(is_tame(corners))
-                order.add(i, Box(corners).getMiddle());
+            bool isTame = true;
+            Box const box = boxOf(reader, i, isTame);
+            if(isTame)
+                order.add(i, box.getMiddle());
         }
         _index->_order = order.finish(size);
         UInt32 untamed = _tame;
         for(UInt32 i = 0; i < size && untamed < size; ++i)
         {
-            Corner corners;
-            reader.read(i, corners);
-            if(!is_tame(corners))
+            bool isTame = true;
+            boxOf(reader, i, isTame);
+            if(!isTame)
                 _index->_order[untamed++] = i;
         }
     }
 
-    static Box boxOf(PartReader<Rule> &reader, UInt32 i)
+    static Box boxOf(PartReader<Rule> &reader, UInt32 i, bool &isTame)
     {
-        Corner corners;
+        Pnt3f corners[Rule::Corners];
         reader.read(i, corners);
-        return Box(corners);
+        return Box(corners, isTame);
     }
 
     // --- tree ---
@@ -310,7 +324,7 @@ class PrimitiveIndexBuilder
             UInt32 &entry = runs.order[block];
             UInt32 const place = runs.places[entry];
             UInt32 const first = place / BlockSize;
-            put(nodes, block, runs.boxes[entry], first, first + place % BlockSize);
+            put(nodes, block, Box(runs.boxes[entry]), first, first + place % BlockSize);
             entry = place;
         }
         clearRest(nodes, runs.count);
@@ -326,11 +340,12 @@ class PrimitiveIndexBuilder
             UInt32 const at = block * BlockSize;
             UInt32 first = _index->primitiveAt(at);
             UInt32 last = first;
-            Box box = boxOf(reader, first);
+            bool isTame = true; // they all are
+            Box box = boxOf(reader, first, isTame);
             for(UInt32 place = at + 1; place < at + _index->blockSize(block); ++place)
             {
                 UInt32 const i = _index->primitiveAt(place);
-                box = box.with(boxOf(reader, i));
+                box = box.with(boxOf(reader, i, isTame));
                 first = std::min(first, i);
                 last = std::max(last, i);
             }
@@ -364,13 +379,9 @@ class PrimitiveIndexBuilder
 
     static Box boxOf(BoxNode const &node, UInt32 child)
     {
-        Box box;
-        for(UInt32 axis = 0; axis < 3; ++axis)
-        {
-            box.low[axis] = node.bound[axis][child];
-            box.high[axis] = node.bound[axis + 3][child];
-        }
-        return box;
+        Real32 const(&b)[6][BoxNode::Width] = node.bound;
+        return Box(Bounds{{b[0][child], b[1][child], b[2][child]},
+                          {b[3][child], b[4][child], b[5][child]}});
     }
     static void put(BoxNode *nodes, UInt32 i, Box const &box, UInt32 first, UInt32 last)
     {
@@ -388,7 +399,7 @@ class PrimitiveIndexBuilder
     static void clearRest(BoxNode *nodes, UInt32 count)
     {
         for(UInt32 i = count; i % BoxNode::Width != 0; ++i)
-            put(nodes, i, {}, 0, 0);
+            put(nodes, i, Box(), 0, 0);
     }
 
     Geometry const &_geometry;

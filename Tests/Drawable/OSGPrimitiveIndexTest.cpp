@@ -325,7 +325,7 @@ void fill(RandomNumbers &random, BoxNode &node, BoxPlanes &planes)
 void expect_same_bits(BoxGrades const &grades, BoxGrades const &expected)
 {
     ASSERT_EQ(grades.outside, expected.outside);
-    ASSERT_EQ(std::memcmp(grades.crossing, expected.crossing, sizeof(grades.crossing)), 0);
+    ASSERT_EQ(std::memcmp(grades.crossed, expected.crossed, sizeof(grades.crossed)), 0);
     ASSERT_EQ(std::memcmp(grades.nearest, expected.nearest, sizeof(grades.nearest)), 0);
     ASSERT_EQ(std::memcmp(grades.farthest, expected.farthest, sizeof(grades.farthest)), 0);
 }
@@ -394,7 +394,7 @@ TEST(BoxGrades, SpeakForEveryPointInABox)
             ASSERT_FALSE(isInside);
             ++outside;
         }
-        else if((grades.crossing[0] >> child & 1u) == 0)
+        else if(grades.crossed[child] == 0)
         {
             ASSERT_GE(distance(planes.planes[0]), planes.planes[0].margin);
             ++inside;

@@ -109,15 +109,6 @@ struct Ground
     UInt32 planesNearOrigin = 0; ///< those that the origin is not clearly inside of, as bits
 };
 
-/// The planes that box `child` is not clearly inside of, as bits.
-UInt32 crossed_planes(BoxGrades const &grades, UInt32 child)
-{
-    UInt32 state = 0;
-    for(UInt32 k = 0; k < 6; ++k)
-        state |= (grades.crossing[k] >> child & 1u) << k;
-    return state;
-}
-
 /// What widens the distances of boxes, for primitives that are clipped.
 struct Margins
 {
@@ -141,7 +132,7 @@ class ExtremeBoxes
     {
     }
 
-    void test(BoxNode const &node, UInt32 state, BoxChoices &choices) const
+    void test(BoxNode const &node, UInt32 state, BoxChoices &choices)
     {
         BoxGrades grades;
         grade_boxes(node, _planes, state, grades);
@@ -149,7 +140,7 @@ class ExtremeBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            UInt32 const crossed = crossed_planes(grades, child);
+            UInt32 const crossed = grades.crossed[child];
             Real32 const key = Best::key(grades.nearest[child], grades.farthest[child]);
             choices.state[child] = crossed;
             choices.key[child] =
@@ -158,13 +149,21 @@ class ExtremeBoxes
                 choices.wanted &= ~(1u << child);
         }
     }
-    bool wants(Real32 key, UInt32 last) const { return _best.wants(key, last); }
+    bool wants(Real32 key, UInt32 last)
+    {
+        bool const isWanted = _best.wants(key, last);
+        _hasRefused = _hasRefused || !isWanted;
+        return isWanted;
+    }
+    /// Whether it has turned down a box that was not outside.
+    bool hasRefused() const { return _hasRefused; }
 
   private:
     BoxPlanes const &_planes;
     Best const &_best;
     Margins _margins;
     Real32 _other;
+    bool _hasRefused = false;
 };
 
 /// Chooses boxes that cross the volume's border, and so may hold a crossing triangle before
@@ -190,7 +189,7 @@ class CrossingBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.state[child] = crossed_planes(grades, child);
+            choices.state[child] = grades.crossed[child];
             choices.key[child] = std::min(grades.nearest[child], _other) - _margin;
             if(choices.state[child] == 0 || node.first[child] >= _end ||
                !wants(choices.key[child], node.last[child]))
@@ -227,7 +226,7 @@ class FirstBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.state[child] = crossed_planes(grades, child);
+            choices.state[child] = grades.crossed[child];
             choices.key[child] = static_cast<Real32>(node.first[child]);
             if(!(grades.nearest[child] < _limit) || node.first[child] >= _first)
                 choices.wanted &= ~(1u << child);
@@ -338,22 +337,24 @@ class TriangleSearch
                 offer(i);
                 return true;
             });
-        // A block that was looked at for the nearest corner has also offered its farthest one.
+        // A block that was looked at for the nearest corner has also offered its farthest one. So
+        // the second walk is left out where the first one has passed nothing over.
         SeenBlocks seen;
-        walkFor(_near,
-                [&](UInt32 block, UInt32 state)
-                {
-                    seen.add(block);
-                    offerBlock(block, state);
-                    return true;
-                });
-        walkFor(_far,
-                [&](UInt32 block, UInt32 state)
-                {
-                    if(!seen.has(block))
-                        offerBlock(block, state);
-                    return true;
-                });
+        bool const hasRefused = walkFor(_near,
+                                        [&](UInt32 block, UInt32 state)
+                                        {
+                                            seen.add(block);
+                                            offerBlock(block, state);
+                                            return true;
+                                        });
+        if(hasRefused)
+            walkFor(_far,
+                    [&](UInt32 block, UInt32 state)
+                    {
+                        if(!seen.has(block))
+                            offerBlock(block, state);
+                        return true;
+                    });
         Extremes result;
         complete(geometry, _near, result.near);
         complete(geometry, _far, result.far);
@@ -363,12 +364,15 @@ class TriangleSearch
     }
 
   private:
+    /// Walks for the nearest or the farthest corner. True where boxes were passed over that were
+    /// not outside.
     template <class Best, class Visit>
-    void walkFor(Best const &best, Visit visit)
+    bool walkFor(Best const &best, Visit visit)
     {
         ExtremeBoxes<Best> boxes(_ground.boxPlanes, best, {0.f, _margin},
                                  Best::key(_origin, _origin));
         _ground.walkBlocks(boxes, visit);
+        return boxes.hasRefused();
     }
 
     void offerBlock(UInt32 block, UInt32 state)
@@ -595,7 +599,7 @@ class AnyBoxes
         for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
         {
             UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            UInt32 const crossed = crossed_planes(grades, child);
+            UInt32 const crossed = grades.crossed[child];
             choices.state[child] = crossed;
             choices.key[child] = static_cast<Real32>(__builtin_popcount(crossed));
             isFound = isFound || crossed == 0;

@@ -4,6 +4,7 @@
 /// The triangles of a block of an index, tested side by side against the planes of a frustum.
 
 #include "OSGBoxNode.h"
+#include "OSGContribTolvaniteApi.h"
 #include "OSGVector.h"
 
 namespace OSG
@@ -44,6 +45,6 @@ struct BlockGrades
 /// Grades the triangles against those of the planes 0 to 5 whose bits are set in `mask`, and
 /// measures the distances of their corners from plane 6. Distances have the bits of
 /// Plane::distance.
-void grade_block(TriangleBlock const &block, BoxPlanes const &planes, UInt32 mask,
-                 BlockGrades &grades);
+OSG_CONTRIBTOLVANITE_API void grade_block(TriangleBlock const &block, BoxPlanes const &planes,
+                                          UInt32 mask, BlockGrades &grades);
 } // namespace OSG

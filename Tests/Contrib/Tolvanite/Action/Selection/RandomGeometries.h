@@ -124,7 +124,9 @@ class RandomGeometries
             UInt32 const type = manner == 0   ? UInt32(TrianglesPrimitive)
                                 : manner == 1 ? oneType
                                               : _random.below(10);
-            UInt32 const length = _random.below(manner < 2 ? 400 : 12);
+            // A few have so many that their trees are some levels high.
+            UInt32 const longest = _random.below(30) == 0 ? 9000 : 400;
+            UInt32 const length = _random.below(manner < 2 ? longest : 12);
             parts.types.push_back(type);
             parts.lengths.push_back(manner == 0 ? length / 3 * 3 : length);
             _vertices += parts.lengths.back();
