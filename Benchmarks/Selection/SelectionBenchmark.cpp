@@ -20,6 +20,7 @@
 #include "Contenders.h"
 #include "OSGChangeList.h"
 #include "OSGGeometry.h"
+#include "OSGPrimitiveIndexUse.h"
 #include "OSGThread.h"
 #include "OSGTypedGeoProperties.h"
 
@@ -177,6 +178,68 @@ void add_cold(SceneName scene, bool useIndex)
     benchmark::RegisterBenchmark(name.c_str(), run)->UseManualTime()->MinTime(MinSeconds);
 }
 
+// --- the index itself ---
+
+using Building = PrimitiveIndexSettings::Building;
+
+/// Settings that are put back at the end.
+class IndexSettings
+{
+  public:
+    explicit IndexSettings(Building building)
+        : _before(PrimitiveIndexUse::getSettings())
+    {
+        PrimitiveIndexSettings settings = _before;
+        settings.building = building;
+        PrimitiveIndexUse::setSettings(settings);
+    }
+    ~IndexSettings() { PrimitiveIndexUse::setSettings(_before); }
+
+  private:
+    PrimitiveIndexSettings _before;
+};
+
+/// The time of a pick that has to build the index first, and the bytes that the index takes.
+void add_our_build(SceneName scene, Building building, std::string const &contender)
+{
+    std::string const name = text_of(scene);
+    auto const run = [=](benchmark::State &state)
+    {
+        IndexSettings const settings(building);
+        auto const picks = our_volumes(scene, VolumeQuery::Q1, Mode::Exact, true);
+        for([[maybe_unused]] auto _ : state)
+        {
+            touch_positions(scene);
+            auto const begin = std::chrono::steady_clock::now();
+            benchmark::DoNotOptimize(picks->ask(0));
+            state.SetIterationTime(
+                std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        }
+    };
+    auto const weigh = [=](benchmark::State &state)
+    {
+        UInt64 before = 0;
+        {
+            // The first query drops the index of the values before.
+            IndexSettings const settings(Building::Automatic);
+            touch_positions(scene);
+            our_volumes(scene, VolumeQuery::Q1, Mode::Exact, true)->ask(0);
+            before = PrimitiveIndexUse::getStatistics().bytes;
+        }
+        IndexSettings const settings(building);
+        for([[maybe_unused]] auto _ : state)
+            our_volumes(scene, VolumeQuery::Q1, Mode::Exact, true)->ask(0);
+        state.counters["bytes"] =
+            static_cast<double>(PrimitiveIndexUse::getStatistics().bytes - before) /
+            (scene == SceneName::S2 ? 1e7 : 1e6);
+    };
+    benchmark::RegisterBenchmark((name + " build/" + contender).c_str(), run)
+        ->UseManualTime()
+        ->MinTime(MinSeconds);
+    benchmark::RegisterBenchmark((name + " index per triangle/" + contender).c_str(), weigh)
+        ->Iterations(1);
+}
+
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
 void add_build(SceneName scene)
 {
@@ -209,6 +272,11 @@ bool add_all()
     {
         add_cold(scene, true);
         add_cold(scene, false);
+    }
+    for(SceneName scene : {SceneName::S1, SceneName::S1r, SceneName::S2})
+    {
+        add_our_build(scene, Building::AtOnce, "ours");
+        add_our_build(scene, Building::Sorted, "ours-sorted");
     }
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
     add_build(SceneName::S1);

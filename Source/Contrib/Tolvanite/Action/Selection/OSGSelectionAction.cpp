@@ -3,6 +3,7 @@
 #include <cassert>
 #include <functional>
 
+#include "OSGLog.h"
 #include "OSGSelectionFunctor.h"
 #include "OSGSystemHooks.h"
 
@@ -133,6 +134,14 @@ void SelectionAction::cancel()
     _visitSubTreeNodes.resize(_visitsOfHost);
     while(_frustumStack.size() > _frustaOfHost)
         popFrustum();
+}
+
+void SelectionAction::reportInvalidBox()
+{
+    if(!_invalidBoxReported)
+        OSG_LOG_WARNING("SelectionAction: a node's volume is out of date and hides nothing; call "
+                        "updateVolume after commitChanges\n");
+    _invalidBoxReported = true;
 }
 
 // The test of BoxVolume::intersectFrustum, in which rounding is monotone: where all corners of a

@@ -30,8 +30,9 @@ class SelectionFunctor;
 /// `apply` needs an actor and a frustum, and checks neither. It does not update volumes. After an
 /// edit the host first commits and then calls Node::updateVolume. The commit marks the volumes that
 /// the edit touched as invalid, and an invalid volume is not used for culling. In the other order
-/// the answers are the same but take longer. During a selection an action and its functor belong to
-/// one thread. The static data below belong to the thread that calls startUp.
+/// the answers are the same but take longer, and the action says so in one warning. During a
+/// selection an action and its functor belong to one thread. The static data below belong to the
+/// thread that calls startUp.
 class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
 {
   public:
@@ -86,6 +87,9 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     void popVisitSubTreeNode() { _visitSubTreeNodes.pop_back(); }
     std::vector<Node *> const &getVisitSubTreeNodes() const { return _visitSubTreeNodes; }
 
+    /// For handlers that find a box that is not valid: the first call logs a warning.
+    void reportInvalidBox();
+
     // --- order; no action equals another or itself ---
     bool operator==(SelectionAction const &) const { return false; }
     bool operator!=(SelectionAction const &) const { return true; }
@@ -138,5 +142,6 @@ class OSG_CONTRIBTOLVANITE_API SelectionAction : public Action
     LevelStack<Matrix, FixedLevels> _matrixStack;
     FrustumVolume _frustumVolume;
     SelectionFunctor *_actor = nullptr;
+    bool _invalidBoxReported = false;
 };
 } // namespace OSG

@@ -110,10 +110,13 @@ void SelectionHandlers::registerHandlers(Action::Functor const &enterGeometry)
     }
 }
 
-bool SelectionHandlers::outside_frustum(SelectionAction const &action)
+bool SelectionHandlers::outside_frustum(SelectionAction &action)
 {
     BoxVolume const &volume = action.getActNode()->getVolume();
-    return volume.isValid() && !volume.intersectFrustum(action.frustumVolume());
+    if(volume.isValid())
+        return !volume.intersectFrustum(action.frustumVolume());
+    action.reportInvalidBox();
+    return false;
 }
 
 void SelectionHandlers::record_here(SelectionAction const &action)

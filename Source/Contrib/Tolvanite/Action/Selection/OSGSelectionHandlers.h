@@ -24,8 +24,8 @@ class OSG_CONTRIBTOLVANITE_API SelectionHandlers : public SelectionFunctor
     void registerHandlers(Action::Functor const &enterGeometry);
 
     /// True if the box of the visited node certainly misses the frustum. Both are in the parent's
-    /// space. False for a box that is not valid.
-    static bool outside_frustum(SelectionAction const &action);
+    /// space. False for a box that is not valid, which the action reports once.
+    static bool outside_frustum(SelectionAction &action);
     /// The next hits are recorded at the visited node.
     void record_here(SelectionAction const &action);
 

@@ -1,4 +1,6 @@
 #include "OSGSelectionHandlers.h"
+#include "OSGChangeList.h"
+#include "OSGThread.h"
 
 #include <limits>
 
@@ -30,6 +32,18 @@ std::string const Singular = "TransformationMatrix<>::calcInverse: Singular matr
 std::string const ZeroW = "TransformationMatrix<>::multFull(Pnt3, Pnt3): w == 0.0\n";
 std::string const Cycle = "Traversal: a subtree is added below itself or too deep, it ends here\n";
 Real32 const Nan = std::numeric_limits<Real32>::quiet_NaN();
+
+std::string const StaleBox =
+    "SelectionAction: a node's volume is out of date and hides nothing; call "
+    "updateVolume after commitChanges\n";
+
+/// What else a selection warns of in a scene whose boxes nobody has computed.
+std::vector<std::string> other_warnings(LogCapture const &log)
+{
+    std::vector<std::string> texts = log.texts(LOG_WARNING);
+    EXPECT_EQ(std::erase(texts, StaleBox), 1u);
+    return texts;
+}
 
 NodePtr inner_shape() { return make_node(make_geometry(inner_triangle())); }
 NodePtr far_shape()
@@ -147,7 +161,7 @@ TEST(SelectionHandlers, ASingularTransformLeavesTheFrustumAndSaysSo)
     NodePtr const root = make_transform(scaling(1, 1, 0), {shape});
     Selection selection;
     Hits const &hits = selection.of(root);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular));
+    EXPECT_THAT(other_warnings(log), ElementsAre(Singular));
     ASSERT_THAT(nodes(hits), ElementsAre(shape.get(), shape.get()));
     EXPECT_EQ(hits[1].point[2], 0.f); // the matrix flattens the point all the same
     EXPECT_TRUE(selection.action->emptyNode());
@@ -162,7 +176,7 @@ TEST(SelectionHandlers, ATransformThatIsNoNumberLeavesTheFrustumAndSaysSo)
     NodePtr const root = make_group({make_transform(matrix, {shape}), inner_shape()});
     Selection selection;
     Hits const &hits = selection.of(root);
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular));
+    EXPECT_THAT(other_warnings(log), ElementsAre(Singular));
     EXPECT_THAT(hits, SizeIs(4));
     for(HitT const &hit : hits)
         EXPECT_EQ(hit.distance, hit.distance);
@@ -180,7 +194,7 @@ TEST(SelectionHandlers, AHitPointOfZeroWStaysUndividedAndWarns)
     Hits const &hits = selection.of(root);
     ASSERT_THAT(hits, SizeIs(1));
     EXPECT_EQ(hits[0].point, Pnt3f(0.25f, 0.5f, -0.5f));
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Singular, ZeroW));
+    EXPECT_THAT(other_warnings(log), ElementsAre(Singular, ZeroW));
 }
 
 // --- culling ---
@@ -194,6 +208,20 @@ TEST(SelectionHandlers, AGeometryWithoutAValidBoxIsTested)
     put_aside(root);
     root->editVolume().setValid(false);
     EXPECT_THAT(selection.of(root), SizeIs(2));
+}
+
+TEST(SelectionHandlers, BoxesThatACommitHasMadeInvalidAreNamedInOneWarning)
+{
+    LogCapture log;
+    NodePtr const root = inner_shape();
+    root->updateVolume();
+    Selection selection;
+    EXPECT_THAT(selection.of(root), SizeIs(2));
+    EXPECT_THAT(log.texts(LOG_WARNING), IsEmpty());
+    Thread::getCurrentChangeList()->commitChanges(); // of the new geometry
+    EXPECT_THAT(selection.of(root), SizeIs(2));
+    EXPECT_THAT(selection.of(root), SizeIs(2));
+    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(StaleBox));
 }
 
 TEST(SelectionHandlers, BoxesAreTakenAsTheyStand)
@@ -387,7 +415,7 @@ TEST(SelectionHandlers, AVisitOfNothingShowsNothing)
     Selection selection;
     EXPECT_THAT(nodes(selection.of(root)), ElementsAre(after.get(), after.get()));
     EXPECT_THAT(selection.action->getVisitSubTreeNodes(), IsEmpty());
-    EXPECT_THAT(log.texts(), IsEmpty());
+    EXPECT_THAT(other_warnings(log), IsEmpty());
 }
 
 TEST(SelectionHandlers, ATreeThatVisitsItselfEndsWithOneWarning)
@@ -400,7 +428,7 @@ TEST(SelectionHandlers, ATreeThatVisitsItselfEndsWithOneWarning)
     root->addChild(make_visit(root));
     Selection selection;
     EXPECT_THAT(nodes(selection.of(root)), ElementsAre(shape.get(), shape.get()));
-    EXPECT_THAT(log.texts(LOG_WARNING), ElementsAre(Cycle));
+    EXPECT_THAT(other_warnings(log), ElementsAre(Cycle));
     EXPECT_THAT(selection.action->getVisitSubTreeNodes(), IsEmpty());
     static_cast<VisitSubTree *>(visit->getCore())->setSubTreeRoot(nullptr);
     static_cast<VisitSubTree *>(root->getChild(2)->getCore())->setSubTreeRoot(nullptr);
