@@ -7,6 +7,7 @@
 #include "OSGIntersectAction.h"
 #include "OSGLog.h"
 #include "OSGName.h"
+#include "OSGPrimitiveIndexUse.h"
 
 namespace OSG
 {
@@ -84,13 +85,28 @@ void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)
 
 namespace
 {
+RayHit cast_ray(Geometry const &geometry, IntersectAction &ray)
+{
+    Line const &line = ray.getLine();
+    if(!ray.getUsePrimitiveIndex())
+        return nearest_triangle(geometry, line, ray.getReach());
+    PrimitiveIndexUse use(geometry, IndexedKind::Triangles);
+    PrimitiveIndex const *const index = use.getIndex();
+    if(index == nullptr)
+        use.addFullLoop();
+    if(index == nullptr || !can_cast(*index, line))
+        return nearest_triangle(geometry, line, ray.getReach());
+    ray.countIndexed();
+    return nearest_triangle_by_index(*index, geometry, line, ray.getReach());
+}
+
 ActionBase::ResultE intersect_geometry(NodeCore *core, Action *action)
 {
     IntersectAction &ray = static_cast<IntersectAction &>(*action);
     if(ray.passesVolume())
         return ActionBase::Skip;
     Geometry const &geometry = static_cast<Geometry const &>(*core);
-    RayHit const hit = nearest_triangle(geometry, ray.getLine(), ray.getReach());
+    RayHit const hit = cast_ray(geometry, ray);
     if(hit.triangle >= 0)
         ray.setHit(hit.distance, hit.triangle, hit.normal);
     return ActionBase::Continue;

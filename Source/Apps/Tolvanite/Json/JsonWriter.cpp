@@ -1,5 +1,6 @@
 #include "JsonWriter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -20,12 +21,22 @@ std::string shortest(T number)
     auto const end = std::to_chars(digits, digits + sizeof(digits), number).ptr;
     return {digits, end};
 }
+
+// Whether a text stands in JSON as it is, as nearly all keys and paths do.
+bool is_plain(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c >= ' ' && c < 0x7F && c != '"' && c != '\\'; });
+}
 } // namespace
 
 JsonWriter &JsonWriter::key(std::string_view name)
 {
     separate();
-    _out << nlohmann::json(name) << ':';
+    if(is_plain(name))
+        _out << '"' << name << "\":";
+    else
+        _out << nlohmann::json(name) << ':';
     _afterKey = true;
     return *this;
 }
@@ -38,6 +49,12 @@ JsonWriter &JsonWriter::value(bool truth) { return raw(truth ? "true" : "false")
 
 JsonWriter &JsonWriter::value(std::string_view text)
 {
+    if(is_plain(text))
+    {
+        separate();
+        _out << '"' << text << '"';
+        return *this;
+    }
     using Json = nlohmann::json;
     return raw(Json(text).dump(-1, ' ', false, Json::error_handler_t::replace));
 }

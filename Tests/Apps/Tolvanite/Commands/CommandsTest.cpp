@@ -181,7 +181,7 @@ TEST(Help, OfACommandIsItsOwn)
 TEST(Help, NamesTheDefaults)
 {
     std::string const help = run_program({"help", "select"}).out;
-    for(std::string const option : {"=triangles ", "=near\n", "=front\n", "=2 "})
+    for(std::string const option : {"=triangles ", "=near ", "=front ", "=2 "})
         EXPECT_NE(help.find(option), std::string::npos) << option << help;
 }
 } // namespace

@@ -67,7 +67,7 @@ Words corners_of(OSG::Frustum const &volume)
 TEST(Select, HasTheseKeysInThisOrder)
 {
     Json const result = select({"--box", "-1,0,-1", "1,1,1"});
-    EXPECT_EQ(keys_of(result), "file hits count seconds complete");
+    EXPECT_EQ(keys_of(result), "file hits count seconds complete indexed");
     EXPECT_EQ(result["count"], result["hits"].size());
     ASSERT_GT(result["hits"].size(), 0u);
     for(Json const &hit : result["hits"])

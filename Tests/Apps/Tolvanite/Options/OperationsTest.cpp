@@ -120,7 +120,7 @@ TEST(SelectWithOperations, HasWhatTheyDidBehindTheHits)
 {
     Json const select =
         json_of({"select", pavilion(), "--box", "-1,0,-1", "1,1,1", "--op", "GrpMerge"});
-    EXPECT_EQ(keys_of(select), "file hits count seconds complete operations");
+    EXPECT_EQ(keys_of(select), "file hits count seconds complete indexed operations");
     EXPECT_EQ(keys_of(select["operations"][0]), AccountKeys);
 }
 

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include "IndexSettings.h"
 #include "LogCapture.h"
 #include "OSGChangeList.h"
 #include "OSGFastSelectionFunctor.h"
@@ -25,25 +26,6 @@ using SelectionSearch::Extremes;
 using SelectionSearch::Way;
 
 void commit() { Thread::getCurrentChangeList()->commitChanges(); }
-
-/// Settings for geometries of any size until it ends.
-class IndexSettings
-{
-  public:
-    explicit IndexSettings(Building building)
-        : _before(PrimitiveIndexUse::getSettings())
-    {
-        set(building);
-    }
-    ~IndexSettings() { PrimitiveIndexUse::setSettings(_before); }
-    IndexSettings(IndexSettings const &) = delete;
-    IndexSettings &operator=(IndexSettings const &) = delete;
-
-    static void set(Building building) { PrimitiveIndexUse::setSettings({1, 1, building}); }
-
-  private:
-    PrimitiveIndexSettings _before;
-};
 
 template <class T>
 bool same_bits(T const &a, T const &b)
