@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <list>
 #include <mutex>
@@ -45,9 +46,11 @@ struct NodeTable
     std::atomic<UInt32> nHandedOut = 0;
     std::atomic<UInt32> built = 0;
 
+    /// Takes no memory, because ends of nodes ask for it. It is never destroyed.
     static NodeTable &the()
     {
-        static NodeTable *const table = new NodeTable;
+        alignas(NodeTable) static std::byte place[sizeof(NodeTable)];
+        static NodeTable *const table = new(place) NodeTable;
         return *table;
     }
 

@@ -29,6 +29,7 @@ TEST(ModuleStartUp, TheLibraryComesUpInItsOrder)
         {"CommandNameAttachment", "ForeignFileAttachment", "GeoToEntityAttachment",
          "HighlightMaterialAttachment", "WalkConsoleAttachment"})
         add_types(expected, name);
+    expected.push_back({StartUpKind::FileType, "3ds"});
     expected.push_back({StartUpKind::FileType, "obj"});
     expected.push_back({StartUpKind::SceneElement, "GeoToEntAttachment"});
     for(char const *operation : {"GrpMerge", "Mrg", "SimplifyRenderEngine"})
