@@ -37,7 +37,8 @@ HWY_INLINE UInt32 bits_of(hn::Mask<Lanes> mask)
     return bits[0];
 }
 
-void GradeBoxes(BoxNode const &node, BoxPlanes const &planes, UInt32 mask, BoxGrades &grades)
+void grade_boxes_in_lanes(BoxNode const &node, BoxPlanes const &planes, UInt32 mask,
+                          BoxGrades &grades)
 {
     Lanes const lanes;
     hn::RebindToUnsigned<Lanes> const words;
@@ -73,11 +74,11 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace OSG
 {
-HWY_EXPORT(GradeBoxes);
+HWY_EXPORT(grade_boxes_in_lanes);
 
 void grade_boxes(BoxNode const &node, BoxPlanes const &planes, UInt32 mask, BoxGrades &grades)
 {
-    HWY_DYNAMIC_DISPATCH(GradeBoxes)(node, planes, mask, grades);
+    HWY_DYNAMIC_DISPATCH(grade_boxes_in_lanes)(node, planes, mask, grades);
 }
 
 void grade_boxes_slowly(BoxNode const &node, BoxPlanes const &planes, UInt32 mask,

@@ -26,7 +26,8 @@ HWY_INLINE UInt32 bits_of(hn::Mask<Lanes> mask)
     return bits[0];
 }
 
-void CastAtBoxes(BoxNode const &node, BoxRay const &ray, Real32 limit, BoxRayTimes &times)
+void cast_at_boxes_in_lanes(BoxNode const &node, BoxRay const &ray, Real32 limit,
+                            BoxRayTimes &times)
 {
     Lanes const lanes;
     times.missed = 0;
@@ -64,11 +65,11 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace OSG
 {
-HWY_EXPORT(CastAtBoxes);
+HWY_EXPORT(cast_at_boxes_in_lanes);
 
 void cast_at_boxes(BoxNode const &node, BoxRay const &ray, Real32 limit, BoxRayTimes &times)
 {
-    HWY_DYNAMIC_DISPATCH(CastAtBoxes)(node, ray, limit, times);
+    HWY_DYNAMIC_DISPATCH(cast_at_boxes_in_lanes)(node, ray, limit, times);
 }
 
 void cast_at_boxes_slowly(BoxNode const &node, BoxRay const &ray, Real32 limit, BoxRayTimes &times)

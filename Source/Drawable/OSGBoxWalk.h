@@ -37,7 +37,7 @@ void walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf &&
         UInt32 last;
         UInt32 level; // plus 1; 0 is a block
     };
-    auto const is_better = [](Entry const &a, Entry const &b)
+    auto const isBetter = [](Entry const &a, Entry const &b)
     { return a.key < b.key || (a.key == b.key && a.last > b.last); };
     Entry stack[PrimitiveIndex::MaxLevels * BoxNode::Width];
     if(index.levelCount() == 0)
@@ -69,7 +69,7 @@ void walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf &&
                                            entry.node * BoxNode::Width + child, node.last[child],
                                            level};
                     UInt32 at = open++;
-                    for(; at > begin && is_better(stack[at - 1], entered); --at)
+                    for(; at > begin && isBetter(stack[at - 1], entered); --at)
                         stack[at] = stack[at - 1];
                     stack[at] = entered;
                 }

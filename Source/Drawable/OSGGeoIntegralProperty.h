@@ -25,6 +25,7 @@ class IntegralArray
     /// The elements where they have 32 bits; null where they have 8, or none are there.
     UInt32 const *wide() const { return _wide; }
     /// `i` is below size().
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): without values size() is 0
     UInt32 operator[](UInt64 i) const { return _wide != nullptr ? _wide[i] : _narrow[i]; }
 
   private:

@@ -24,7 +24,7 @@ class OSG_DRAWABLE_API PrimitiveIndexSlot
     bool noteWarning() { return (_word.fetch_or(Warned, std::memory_order_relaxed) & Warned) == 0; }
 
     /// The record; null where no query has asked for one.
-    PrimitiveIndexRecord *find() const { return to_record(_word.load(std::memory_order_acquire)); }
+    PrimitiveIndexRecord *find() const { return toRecord(_word.load(std::memory_order_acquire)); }
     /// The record, made where there is none. Null without memory.
     PrimitiveIndexRecord *obtain();
     /// Destroys record and indices. While this is called nobody queries the geometry.
@@ -37,7 +37,7 @@ class OSG_DRAWABLE_API PrimitiveIndexSlot
   private:
     static constexpr std::uintptr_t Warned = 1;
 
-    static PrimitiveIndexRecord *to_record(std::uintptr_t word)
+    static PrimitiveIndexRecord *toRecord(std::uintptr_t word)
     {
         return reinterpret_cast<PrimitiveIndexRecord *>(word & ~Warned);
     }

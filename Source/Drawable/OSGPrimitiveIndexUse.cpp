@@ -127,10 +127,10 @@ class PrimitiveIndexRecord : public MemObject
         bool same = _numDropped.load(Acquire) == ChangeList::getNumDropped();
         for(std::size_t i = 0; i < NumInputs; ++i)
             same = same && _inputs[i].load(Acquire) == inputs[i] &&
-                   _stamps[i].load(Acquire) == stamp_of(inputs[i]);
+                   _stamps[i].load(Acquire) == stampOf(inputs[i]);
         return same;
     }
-    static UInt32 stamp_of(GeoProperty const *input)
+    static UInt32 stampOf(GeoProperty const *input)
     {
         return input != nullptr ? input->getStamp() : 0;
     }
@@ -148,7 +148,7 @@ class PrimitiveIndexRecord : public MemObject
         for(std::size_t i = 0; i < NumInputs; ++i)
         {
             _inputs[i].store(inputs[i], std::memory_order_release);
-            _stamps[i].store(stamp_of(inputs[i]), std::memory_order_release);
+            _stamps[i].store(stampOf(inputs[i]), std::memory_order_release);
         }
         _numDropped.store(ChangeList::getNumDropped(), std::memory_order_release);
     }
@@ -164,24 +164,24 @@ class PrimitiveIndexRecord : public MemObject
 PrimitiveIndexRecord *PrimitiveIndexSlot::obtain()
 {
     std::uintptr_t word = _word.load(std::memory_order_acquire);
-    if(to_record(word) != nullptr)
-        return to_record(word);
+    if(toRecord(word) != nullptr)
+        return toRecord(word);
     std::unique_ptr<PrimitiveIndexRecord> made;
     try
     {
-        made.reset(new PrimitiveIndexRecord);
+        made = std::make_unique<PrimitiveIndexRecord>();
     }
     catch(std::bad_alloc const &)
     {
         return nullptr;
     }
-    while(to_record(word) == nullptr)
+    while(toRecord(word) == nullptr)
     {
         std::uintptr_t const wanted = reinterpret_cast<std::uintptr_t>(made.get()) | word;
         if(_word.compare_exchange_weak(word, wanted, std::memory_order_acq_rel))
             return made.release();
     }
-    return to_record(word);
+    return toRecord(word);
 }
 
 void PrimitiveIndexSlot::destroy()

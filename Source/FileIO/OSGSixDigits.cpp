@@ -1,5 +1,6 @@
 #include "OSGSixDigits.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -80,7 +81,7 @@ char *write_decimal(char *to, Decimal const &decimal)
         --last;
     if(whole <= 0)
     {
-        std::memcpy(to, "0.0000", 6);
+        std::copy_n("0.0000", 6, to);
         std::memcpy(to + 2 - whole, digits, Digits);
         return to + 2 - whole + last;
     }

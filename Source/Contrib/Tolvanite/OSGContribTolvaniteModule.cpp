@@ -57,10 +57,10 @@ bool register_prototype()
     return true;
 }
 
-StaticInitFuncWrapper const grp_merge(&register_prototype<GrpMergeGraphOp>, "GrpMerge");
-StaticInitFuncWrapper const mrg(&register_prototype<MrgGraphOp>, "Mrg");
-StaticInitFuncWrapper const simplify(&register_prototype<SimplifyRenderEngineGraphOp>,
-                                     "SimplifyRenderEngine");
+StaticInitFuncWrapper const GrpMergePrototype(&register_prototype<GrpMergeGraphOp>, "GrpMerge");
+StaticInitFuncWrapper const MrgPrototype(&register_prototype<MrgGraphOp>, "Mrg");
+StaticInitFuncWrapper const SimplifyPrototype(&register_prototype<SimplifyRenderEngineGraphOp>,
+                                              "SimplifyRenderEngine");
 } // namespace
 } // namespace OSG
 

@@ -1,5 +1,6 @@
 #include "OSGOSBSceneFileType.h"
 
+#include "OSGChangeList.h"
 #include "OSGLog.h"
 #include "OSGNode.h"
 #include "OSGOSBElementFactory.h"
@@ -7,6 +8,7 @@
 #include "OSGOSBReader.h"
 #include "OSGOSBStreams.h"
 #include "OSGOSBWriter.h"
+#include "OSGThread.h"
 
 namespace OSG
 {
@@ -34,7 +36,9 @@ TransitPtr<Node> OSBSceneFileType::read(std::istream &in, char const *, Resolver
     try
     {
         OSBInput handler(in);
-        return OSBReader(handler).read();
+        TransitPtr<Node> root = OSBReader(handler).read();
+        Thread::getCurrentChangeList()->commitChanges(0, 0);
+        return root;
     }
     catch(ExceptionBinaryDataHandler::ReadError const &error)
     {

@@ -12,7 +12,7 @@ namespace OSG
 /// Records of unknown types and fields that a container does not have are skipped with a warning.
 /// Memory grows with the bytes of the stream, never with the sizes that it claims. Writing stores
 /// all containers that counted pointers reach from the node. An uncounted pointer (a light's
-/// beacon) is stored where its target is one of them.
+/// beacon) is stored where its target is one of them. A read commits the thread's changes.
 class OSG_FILEIO_API OSBSceneFileType : public SceneFileType
 {
   public:

@@ -255,21 +255,21 @@ template <std::size_t I>
 void ContainerPattern<X, XBase, Parent>::describeRow(FieldContainerType &type)
 {
     constexpr UInt32 FieldFlags = 256;
-    constexpr auto row = std::get<I>(XBase::fieldRows());
-    using Field = typename decltype(row)::FieldT;
+    constexpr auto Row = std::get<I>(XBase::fieldRows());
+    using Field = typename decltype(Row)::FieldT;
     type.addInitialDesc(FieldDescription::createFieldDescription(
-        Field::getClassType(), row.name, row.prose, row.id, row.mask(), row.visibility, FieldFlags,
+        Field::getClassType(), Row.name, Row.prose, Row.id, Row.mask(), Row.visibility, FieldFlags,
         [](FieldContainer const &container)
         {
-            constexpr auto own = std::get<I>(XBase::fieldRows());
+            constexpr auto Own = std::get<I>(XBase::fieldRows());
             auto const &object = static_cast<XBase const &>(container);
-            return object.makeGetHandle(object.*own.member, own.id);
+            return object.makeGetHandle(object.*Own.member, Own.id);
         },
         [](FieldContainer &container)
         {
-            constexpr auto own = std::get<I>(XBase::fieldRows());
+            constexpr auto Own = std::get<I>(XBase::fieldRows());
             auto &object = static_cast<XBase &>(container);
-            return object.makeEditHandle(object.*own.member, own.id);
+            return object.makeEditHandle(object.*Own.member, Own.id);
         },
         pointer_access<XBase, I>()));
 }

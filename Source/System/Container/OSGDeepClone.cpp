@@ -228,14 +228,14 @@ namespace
 {
 NameList names_in(std::string const &text)
 {
-    constexpr char const *separators = " ,\t\n\r";
+    constexpr char const *Separators = " ,\t\n\r";
     NameList names;
-    std::size_t begin = text.find_first_not_of(separators);
+    std::size_t begin = text.find_first_not_of(Separators);
     while(begin != std::string::npos)
     {
-        std::size_t const end = std::min(text.find_first_of(separators, begin), text.size());
+        std::size_t const end = std::min(text.find_first_of(Separators, begin), text.size());
         names.push_back(text.substr(begin, end - begin));
-        begin = text.find_first_not_of(separators, end);
+        begin = text.find_first_not_of(Separators, end);
     }
     return names;
 }

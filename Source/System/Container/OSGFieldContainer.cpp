@@ -20,18 +20,18 @@ constexpr char const *PointerNames[9] = {
     "FieldContainerPtr",        "SFRecFieldContainerPtr",    "SFUnrecFieldContainerPtr",
     "SFWeakFieldContainerPtr",  "SFUnrefdFieldContainerPtr", "MFRecFieldContainerPtr",
     "MFUnrecFieldContainerPtr", "MFWeakFieldContainerPtr",   "MFUnrefdFieldContainerPtr"};
-PointerTypeFamily const pointer_types(PointerNames, nullptr, FieldContainer::_type);
+PointerTypeFamily const PointerTypes(PointerNames, nullptr, FieldContainer::_type);
 } // namespace
 
 DataType const &FieldTraits<FieldContainer *, 0>::getType()
 {
-    return pointer_types.getPointerType();
+    return PointerTypes.getPointerType();
 }
 
 FieldType const &PointerFieldTypesOf<FieldContainer>::getFieldType(int policy,
                                                                    FieldCardinality cardinality)
 {
-    return pointer_types.getFieldType(policy, cardinality);
+    return PointerTypes.getFieldType(policy, cardinality);
 }
 
 // --- life and death ---

@@ -43,6 +43,17 @@ TEST(OSBSceneFileType, ANodeWithoutAnythingComesBack)
     EXPECT_EQ(back->getRefCount(), 1);
 }
 
+TEST(OSBSceneFileType, AReadSceneHasNoOpenEdits)
+{
+    NodePtr const back = through_osb(make_node(make_geometry(one_primitive(
+        TrianglesPrimitive, {Pnt3f(0.f, 0.f, 0.f), Pnt3f(1.f, 0.f, 0.f), Pnt3f(0.f, 1.f, 0.f)}))));
+    ASSERT_NE(back, nullptr);
+    Geometry const &geometry = dynamic_cast<Geometry const &>(*back->getCore());
+    EXPECT_EQ(back->getChangeMask(), 0u);
+    EXPECT_EQ(geometry.getChangeMask(), 0u);
+    EXPECT_EQ(geometry.getPositions()->getChangeMask(), 0u);
+}
+
 TEST(OSBSceneFileType, ChildrenKeepTheirOrderAndNames)
 {
     NodePtr const root = make_group({make_group(), make_group({make_group()}), make_group()});

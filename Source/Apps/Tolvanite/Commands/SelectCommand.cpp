@@ -52,8 +52,8 @@ void print_selection(std::ostream &out, Selection const &selection, OSG::Node co
     out << std::left << std::setw(14) << "distance" << std::setw(10) << "index" << std::setw(36)
         << "point"
         << "node\n";
-    static Hits const None;
-    Hits const &hits = selection.hits != nullptr ? *selection.hits : None;
+    static Hits const none;
+    Hits const &hits = selection.hits != nullptr ? *selection.hits : none;
     for(SelectionFunctor::HitT const &hit : hits)
     {
         out << std::setw(14) << hit.distance << std::setw(10) << hit.index << std::setw(36)

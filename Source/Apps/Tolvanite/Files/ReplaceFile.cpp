@@ -69,7 +69,7 @@ std::string replace_file(std::string const &target,
                          WorkFolder::Stays const &stays)
 {
     fs::path const path = without_links(target);
-    std::string const obstacle = obstacle_at(path);
+    std::string obstacle = obstacle_at(path);
     if(!obstacle.empty())
         return obstacle;
     try

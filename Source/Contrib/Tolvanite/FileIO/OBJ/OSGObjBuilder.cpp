@@ -141,7 +141,7 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
 
     addPrimitives(geometry, faces);
     // A missing index is -1. It becomes the largest number, which is out of range of every array.
-    auto const index_of = [&faces](ObjIndexKind kind)
+    auto const indexOf = [&faces](ObjIndexKind kind)
     {
         MField<UInt32> entries;
         entries.reserve(faces.tiePointCount());
@@ -154,17 +154,17 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
     };
     if(mask.singleIndex)
     {
-        GeoUInt32Ptr const index = _indices.get(index_of(ObjPositionIndex));
+        GeoUInt32Ptr const index = _indices.get(indexOf(ObjPositionIndex));
         geometry.setIndex(index, Geometry::PositionsSlot);
         geometry.setIndex(index, Geometry::NormalsSlot);
         geometry.setIndex(index, Geometry::TexCoordsSlot);
         return;
     }
     // createSharedIndex joins these into one index, so the pool of arrays is not asked for them.
-    geometry.setIndex(make_index(index_of(ObjPositionIndex)), Geometry::PositionsSlot);
+    geometry.setIndex(make_index(indexOf(ObjPositionIndex)), Geometry::PositionsSlot);
     if(hasNormals)
-        geometry.setIndex(make_index(index_of(ObjNormalIndex)), Geometry::NormalsSlot);
+        geometry.setIndex(make_index(indexOf(ObjNormalIndex)), Geometry::NormalsSlot);
     if(hasTexCoords)
-        geometry.setIndex(make_index(index_of(ObjTexCoordIndex)), Geometry::TexCoordsSlot);
+        geometry.setIndex(make_index(indexOf(ObjTexCoordIndex)), Geometry::TexCoordsSlot);
 }
 } // namespace OSG

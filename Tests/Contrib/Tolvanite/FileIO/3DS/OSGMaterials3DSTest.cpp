@@ -38,7 +38,7 @@ class Materials3DS : public testing::Test
         return *chunk_of<MaterialChunk>(read(parts));
     }
 
-    static std::vector<std::string> types_of(ChunkMaterial const &material)
+    static std::vector<std::string> typesOf(ChunkMaterial const &material)
     {
         std::vector<std::string> names;
         for(StateChunk const *chunk : *material.getMFChunks())
@@ -98,12 +98,12 @@ TEST_F(Materials3DS, TakesColoursAndAlphaAndScalesTheSpecularColourWithItsAlpha)
 TEST_F(Materials3DS, BlendsWhereItIsTransparent)
 {
     ChunkMaterial const &material = read(percent_3ds(Transparency, 1));
-    EXPECT_THAT(types_of(material), ElementsAre("BlendChunk", "MaterialChunk"));
+    EXPECT_THAT(typesOf(material), ElementsAre("BlendChunk", "MaterialChunk"));
     BlendChunk const &blend = *chunk_of<BlendChunk>(material);
     EXPECT_EQ(blend.getSrcFactor(), 0x302u);
     EXPECT_EQ(blend.getDestFactor(), 0x303u);
-    EXPECT_THAT(types_of(read(percent_3ds(Transparency, 0))), ElementsAre("MaterialChunk"));
-    EXPECT_THAT(types_of(read(percent_3ds(Transparency, -100))), ElementsAre("MaterialChunk"));
+    EXPECT_THAT(typesOf(read(percent_3ds(Transparency, 0))), ElementsAre("MaterialChunk"));
+    EXPECT_THAT(typesOf(read(percent_3ds(Transparency, -100))), ElementsAre("MaterialChunk"));
 }
 
 TEST_F(Materials3DS, PercentagesBeyondTheirRangePassThrough)
@@ -155,7 +155,7 @@ TEST_F(Materials3DS, ATextureReplacesTheColoursByGreyAndComesBeforeThem)
     ChunkMaterial const &material =
         read(color_3ds(Diffuse, {1, 0, 0}) + percent_3ds(Strength, 100) +
              map_3ds(Texture1, picture("t.png"), 0));
-    EXPECT_THAT(types_of(material),
+    EXPECT_THAT(typesOf(material),
                 ElementsAre("TextureObjChunk", "TextureEnvChunk", "MaterialChunk"));
     MaterialChunk const &chunk = *chunk_of<MaterialChunk>(material);
     EXPECT_EQ(chunk.getAmbient(), Color4f(0.2f, 0.2f, 0.2f, 1));
@@ -182,7 +182,7 @@ TEST_F(Materials3DS, ABumpMapIsOneMoreTextureAndKeepsTheColours)
     std::string const name = picture("t.png");
     ChunkMaterial const &material = read(color_3ds(Diffuse, {1, 0, 0}) + map_3ds(Bump, name) +
                                          map_3ds(Texture2, name) + map_3ds(Texture1, name));
-    EXPECT_THAT(types_of(material),
+    EXPECT_THAT(typesOf(material),
                 ElementsAre("TextureObjChunk", "TextureEnvChunk", "TextureObjChunk",
                             "TextureEnvChunk", "TextureObjChunk", "TextureEnvChunk",
                             "MaterialChunk"));
@@ -200,16 +200,16 @@ TEST_F(Materials3DS, AnAlphaSourceBlendsAndKeepsTheColoursWhereItsPictureIsRead)
 {
     std::string const red = color_3ds(Diffuse, {1, 0, 0});
     ChunkMaterial const &material = read(red + map_3ds(Texture1, picture("t.png"), 0x40));
-    EXPECT_THAT(types_of(material),
+    EXPECT_THAT(typesOf(material),
                 ElementsAre("TextureObjChunk", "TextureEnvChunk", "BlendChunk", "MaterialChunk"));
     EXPECT_EQ(chunk_of<MaterialChunk>(material)->getDiffuse(), Color4f(1, 0, 0, 1));
-    EXPECT_THAT(types_of(read(map_3ds(Texture1, "missing.png", 0x40))),
+    EXPECT_THAT(typesOf(read(map_3ds(Texture1, "missing.png", 0x40))),
                 ElementsAre("MaterialChunk"));
 }
 
 TEST_F(Materials3DS, OtherMapsAreNotUsed)
 {
-    EXPECT_THAT(types_of(read(map_3ds(Opacity, picture("t.png")))), ElementsAre("MaterialChunk"));
+    EXPECT_THAT(typesOf(read(map_3ds(Opacity, picture("t.png")))), ElementsAre("MaterialChunk"));
 }
 
 TEST_F(Materials3DS, APictureInTheOtherCaseIsFoundWithAWarningAndItsFolderKeepsItsCase)
@@ -226,7 +226,7 @@ TEST_F(Materials3DS, AMissingPictureIsOneWarningAndLeavesTheTextureOut)
 {
     ChunkMaterial const &material =
         read(color_3ds(Diffuse, {1, 0, 0}) + map_3ds(Texture1, "a\\No1.jpg"));
-    EXPECT_THAT(types_of(material), ElementsAre("MaterialChunk"));
+    EXPECT_THAT(typesOf(material), ElementsAre("MaterialChunk"));
     EXPECT_EQ(chunk_of<MaterialChunk>(material)->getDiffuse(), Color4f(1, 0, 0, 1));
     EXPECT_THAT(scene.log, ElementsAre("2: Couldn't load image 'a\\No1.jpg', trying case reversed "
                                        "version 'a\\nO1.JPG'! \n"));
@@ -234,8 +234,8 @@ TEST_F(Materials3DS, AMissingPictureIsOneWarningAndLeavesTheTextureOut)
 
 TEST_F(Materials3DS, AMapWithoutANameIsNone)
 {
-    EXPECT_THAT(types_of(read(map_3ds(Texture1, ""))), ElementsAre("MaterialChunk"));
-    EXPECT_THAT(types_of(read(chunk(Texture1))), ElementsAre("MaterialChunk"));
+    EXPECT_THAT(typesOf(read(map_3ds(Texture1, ""))), ElementsAre("MaterialChunk"));
+    EXPECT_THAT(typesOf(read(chunk(Texture1))), ElementsAre("MaterialChunk"));
     EXPECT_THAT(scene.log, IsEmpty());
 }
 

@@ -51,14 +51,14 @@ class ObjWriting : public testing::Test
 template <class Group>
 NodePtr make_material_group(Material *material, Children const &children)
 {
-    NodePtr const node = make<Group>(children);
+    NodePtr node = make<Group>(children);
     core_of<Group>(node)->setMaterial(material);
     return node;
 }
 
 inline NodePtr make_switch(Int32 choice, Children const &children)
 {
-    NodePtr const node = make<Switch>(children);
+    NodePtr node = make<Switch>(children);
     core_of<Switch>(node)->setChoice(choice);
     return node;
 }

@@ -104,7 +104,7 @@ class Writer
         faces(geometry);
     }
 
-    static UInt32 size_of(GeoVectorProperty const *property)
+    static UInt32 sizeOf(GeoVectorProperty const *property)
     {
         return property != nullptr ? property->size() : 0;
     }
@@ -112,19 +112,19 @@ class Writer
     void vertices(Geometry const &geometry, Matrix const &matrix)
     {
         Real32 p[4] = {};
-        for(UInt32 i = 0; i < size_of(geometry.getPositions()); ++i)
+        for(UInt32 i = 0; i < sizeOf(geometry.getPositions()); ++i)
         {
             geometry.getPositions()->getValue(p, i);
             Pnt3f const at = matrix * Pnt3f(p[0], p[1], p[2]);
             scene << "v " << at[0] << " " << at[1] << " " << at[2] << "\n";
         }
-        for(UInt32 i = 0; i < size_of(geometry.getNormals()); ++i)
+        for(UInt32 i = 0; i < sizeOf(geometry.getNormals()); ++i)
         {
             geometry.getNormals()->getValue(p, i);
             Vec3f const at = matrix * Vec3f(p[0], p[1], p[2]);
             scene << "vn " << at[0] << " " << at[1] << " " << at[2] << "\n";
         }
-        for(UInt32 i = 0; i < size_of(geometry.getTexCoords()); ++i)
+        for(UInt32 i = 0; i < sizeOf(geometry.getTexCoords()); ++i)
         {
             geometry.getTexCoords()->getValue(p, i);
             scene << "vt " << p[0] << " " << p[1] << "\n";
@@ -133,8 +133,8 @@ class Writer
 
     void faces(Geometry const &geometry)
     {
-        UInt32 const normals = size_of(geometry.getNormals());
-        UInt32 const places = size_of(geometry.getTexCoords());
+        UInt32 const normals = sizeOf(geometry.getNormals());
+        UInt32 const places = sizeOf(geometry.getTexCoords());
         for(TriangleIterator it = geometry.beginTriangles(); it != geometry.endTriangles(); ++it)
         {
             scene << "f";
@@ -150,7 +150,7 @@ class Writer
             }
             scene << "\n";
         }
-        _position += size_of(geometry.getPositions());
+        _position += sizeOf(geometry.getPositions());
         _normal += normals;
         _place += places;
     }

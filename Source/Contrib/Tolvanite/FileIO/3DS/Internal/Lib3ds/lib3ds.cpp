@@ -112,7 +112,7 @@ Lib3dsMesh *lib3ds_file_mesh_for_node(Lib3dsFile *file, Lib3dsNode *node)
     return found != meshes.end() ? found->second : nullptr;
 }
 
-void lib3ds_mesh_calculate_face_normals(Lib3dsMesh *mesh, float (*face_normals)[3])
+void lib3ds_mesh_calculate_face_normals(Lib3dsMesh *mesh, float (*faceNormals)[3])
 {
     constexpr float ShortestNormal = 1e-5f;
     for(unsigned i = 0; i < mesh->nfaces; ++i)
@@ -123,7 +123,7 @@ void lib3ds_mesh_calculate_face_normals(Lib3dsMesh *mesh, float (*face_normals)[
         float const *const c = mesh->vertices[index[2]];
         float const p[3] = {c[0] - b[0], c[1] - b[1], c[2] - b[2]};
         float const q[3] = {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-        float(&normal)[3] = face_normals[i];
+        float(&normal)[3] = faceNormals[i];
         normal[0] = p[1] * q[2] - p[2] * q[1];
         normal[1] = p[2] * q[0] - p[0] * q[2];
         normal[2] = p[0] * q[1] - p[1] * q[0];

@@ -156,5 +156,5 @@ extern "C"
     /// One unit normal for each face. Seen from its tip the corners are counter-clockwise. A face
     /// whose normal would be shorter than 1e-5 before it is normalised gets the axis of the largest
     /// component.
-    void lib3ds_mesh_calculate_face_normals(Lib3dsMesh *mesh, float (*face_normals)[3]);
+    void lib3ds_mesh_calculate_face_normals(Lib3dsMesh *mesh, float (*faceNormals)[3]);
 }
