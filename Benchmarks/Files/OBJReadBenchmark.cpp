@@ -15,6 +15,7 @@
 #include "OSGNode.h"
 #include "OSGNodeWalker.h"
 #include "OSGSceneFileHandler.h"
+#include "PeerReaders.h"
 #include "SceneGraph.h"
 #include "TerrainObj.h"
 #include "TextStream.h"
@@ -140,6 +141,48 @@ BENCHMARK(faceted_by_peer)
     ->Name("read faceted terrain of 1,000,000 triangles/tinyobjloader")
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(bunny_by_peer)->Name("read bunny/tinyobjloader")->Unit(benchmark::kMillisecond);
+#endif
+
+// The whole read of a scene by libraries that make scenes too.
+#ifdef BENCHMARK_WITH_ASSIMP
+void time_assimp(benchmark::State &state, std::string const &text)
+{
+    for([[maybe_unused]] auto _ : state)
+    {
+        if(read_by_assimp(text, "obj") == 0)
+            state.SkipWithError("nothing was read");
+    }
+}
+void terrain_by_assimp(benchmark::State &state) { time_assimp(state, terrain()); }
+void faceted_by_assimp(benchmark::State &state) { time_assimp(state, faceted_terrain()); }
+BENCHMARK(terrain_by_assimp)
+    ->Name("read terrain of 1,000,000 triangles/assimp")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(faceted_by_assimp)
+    ->Name("read faceted terrain of 1,000,000 triangles/assimp")
+    ->Unit(benchmark::kMillisecond);
+#endif
+
+#ifdef BENCHMARK_WITH_OPENSCENEGRAPH
+void time_openscenegraph(benchmark::State &state, std::string const &text)
+{
+    for([[maybe_unused]] auto _ : state)
+    {
+        if(read_by_openscenegraph(text, "obj") == 0)
+            state.SkipWithError("nothing was read");
+    }
+}
+void terrain_by_openscenegraph(benchmark::State &state) { time_openscenegraph(state, terrain()); }
+void faceted_by_openscenegraph(benchmark::State &state)
+{
+    time_openscenegraph(state, faceted_terrain());
+}
+BENCHMARK(terrain_by_openscenegraph)
+    ->Name("read terrain of 1,000,000 triangles/OpenSceneGraph")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(faceted_by_openscenegraph)
+    ->Name("read faceted terrain of 1,000,000 triangles/OpenSceneGraph")
+    ->Unit(benchmark::kMillisecond);
 #endif
 
 void terrain_by_us(benchmark::State &state) { read_by_us(state, terrain()); }

@@ -16,7 +16,7 @@ class Chunk;
 /// splines with local tension, continuity, and bias control, 1984). Easing is not used.
 struct Key
 {
-    int frame = 0;
+    float frame = 0; ///< a whole number in the file
     float tension = 0;
     float continuity = 0;
     float bias = 0;
