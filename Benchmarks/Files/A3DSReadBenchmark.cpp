@@ -114,8 +114,6 @@ BENCHMARK(squares_by_openscenegraph)
 #endif
 
 void squares_by_us(benchmark::State &state) { read_squares(state, &read_by_us); }
-BENCHMARK(squares_by_us)
-    ->Name("read 3DS of 409,600 triangles/ours")
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(squares_by_us)->Name("read 3DS of 409,600 triangles/ours")->Unit(benchmark::kMillisecond);
 } // namespace
 } // namespace OSG::Bench
