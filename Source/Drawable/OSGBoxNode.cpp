@@ -2,7 +2,8 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "OSGBoxNode.cpp"
 #include <hwy/foreach_target.h>
-#include <hwy/highway.h>
+// Behind foreach_target.h: it is read for each set.
+#include "OSGBoxLanes-inl.h"
 
 #include "OSGBoxNode.h"
 
@@ -11,10 +12,6 @@ namespace OSG::HWY_NAMESPACE
 {
 namespace
 {
-namespace hn = hwy::HWY_NAMESPACE;
-
-using Lanes = hn::CappedTag<Real32, BoxNode::Width>;
-
 /// The distance of eight corners from a plane; `rows` names the bounds that make up the corners.
 HWY_INLINE hn::Vec<Lanes> corner_distance(BoxNode const &node, BoxPlanes::Entry const &plane,
                                           UInt8 const *rows, std::size_t lane)
@@ -27,14 +24,6 @@ HWY_INLINE hn::Vec<Lanes> corner_distance(BoxNode const &node, BoxPlanes::Entry 
                             hn::Mul(hn::Set(lanes, plane.normal[1]), y));
     auto const xyz = hn::Add(xy, hn::Mul(hn::Set(lanes, plane.normal[2]), z));
     return hn::Sub(xyz, hn::Set(lanes, plane.distance));
-}
-
-HWY_INLINE UInt32 bits_of(hn::Mask<Lanes> mask)
-{
-    Lanes const lanes;
-    UInt8 bits[8] = {};
-    hn::StoreMaskBits(lanes, mask, bits);
-    return bits[0];
 }
 
 void grade_boxes_in_lanes(BoxNode const &node, BoxPlanes const &planes, UInt32 mask,

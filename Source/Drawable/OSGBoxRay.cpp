@@ -2,7 +2,8 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "OSGBoxRay.cpp"
 #include <hwy/foreach_target.h>
-#include <hwy/highway.h>
+// Behind foreach_target.h: it is read for each set.
+#include "OSGBoxLanes-inl.h"
 
 #include "OSGBoxRay.h"
 
@@ -14,18 +15,6 @@ namespace OSG::HWY_NAMESPACE
 {
 namespace
 {
-namespace hn = hwy::HWY_NAMESPACE;
-
-using Lanes = hn::CappedTag<Real32, BoxNode::Width>;
-
-HWY_INLINE UInt32 bits_of(hn::Mask<Lanes> mask)
-{
-    Lanes const lanes;
-    UInt8 bits[8] = {};
-    hn::StoreMaskBits(lanes, mask, bits);
-    return bits[0];
-}
-
 void cast_at_boxes_in_lanes(BoxNode const &node, BoxRay const &ray, Real32 limit,
                             BoxRayTimes &times)
 {

@@ -32,9 +32,8 @@ struct BoxRayTimes
 };
 
 /// Computes these for the boxes of `node`, each grown by `room`. A box that the ray enters beyond
-/// `limit` counts as missed. Rounding is not more than 1e-6 of
-/// the largest distance along an axis from the ray's position to a box. The result has the same
-/// bits with every instruction set.
+/// `limit` counts as missed. Rounding is not more than 1e-6 of the largest distance along an axis
+/// from the ray's position to a box. The result has the same bits with every instruction set.
 OSG_DRAWABLE_API void cast_at_boxes(BoxNode const &node, BoxRay const &ray, Real32 limit,
                                     BoxRayTimes &times);
 /// The same without vector instructions, to compare with.

@@ -2,14 +2,11 @@
 
 #include <cstdint>
 
+#include "OSGDesktop.h"
 #include "OSGWIN32WindowBase.h"
 
 namespace OSG
 {
-/// The desktop's handle of a window: an HWND on Windows, the number of a window on X11. Null stands
-/// for no window.
-using NativeWindow = void *;
-
 /// A window of the desktop. The host creates and destroys the native window; this class only stores
 /// its handle.
 class OSG_WINDOWWIN32_API WIN32Window : public WIN32WindowBase

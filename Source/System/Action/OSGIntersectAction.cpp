@@ -221,22 +221,21 @@ struct RayAxis
     {
     }
 
-    void clip(BoxLanes::Quad const &min, BoxLanes::Quad const &max, BoxLanes::Quad &enter,
-              BoxLanes::Quad &exit) const
+    void clip(FourReal32 const &min, FourReal32 const &max, FourReal32 &enter,
+              FourReal32 &exit) const
     {
         if(!isUsable)
             return;
         if(direction == 0.f)
         {
-            BoxLanes::Quad const outside =
-                BoxLanes::Quad{} - std::numeric_limits<Real32>::infinity();
+            FourReal32 const outside = FourReal32{} - std::numeric_limits<Real32>::infinity();
             exit = (position < min) | (position > max) ? outside : exit;
             return;
         }
-        BoxLanes::Quad const toMin = (min - position) * inverse;
-        BoxLanes::Quad const toMax = (max - position) * inverse;
-        BoxLanes::Quad const nearest = direction > 0.f ? toMin : toMax;
-        BoxLanes::Quad const farthest = direction > 0.f ? toMax : toMin;
+        FourReal32 const toMin = (min - position) * inverse;
+        FourReal32 const toMax = (max - position) * inverse;
+        FourReal32 const nearest = direction > 0.f ? toMin : toMax;
+        FourReal32 const farthest = direction > 0.f ? toMax : toMin;
         enter = nearest > enter ? nearest : enter;
         exit = farthest < exit ? farthest : exit;
     }
@@ -248,23 +247,19 @@ struct RayAxis
 // the last place, which the margin covers along with the one of the other test.
 void IntersectAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const
 {
-    using Quad = BoxLanes::Quad;
     constexpr Real32 Margin =
         BoxVolume::ExitSafety * (1.f + 16.f * std::numeric_limits<Real32>::epsilon());
     RayAxis const axes[3] = {RayAxis(_line, 0), RayAxis(_line, 1), RayAxis(_line, 2)};
-    for(std::size_t i = 0; i < count; ++i)
-    {
-        missed[i] = 0;
-        for(UInt32 quad = 0; quad < BoxLanes::Quads; ++quad)
-        {
-            Quad enter{};
-            Quad exit = Quad{} + std::numeric_limits<Real32>::infinity();
-            for(int axis = 0; axis < 3; ++axis)
-                axes[axis].clip(boxes[i].minOf(axis, quad), boxes[i].maxOf(axis, quad), enter,
-                                exit);
-            missed[i] |= BoxLanes::bitsOf(enter > exit * Margin, quad);
-        }
-    }
+    find_missed(boxes, count, missed,
+                [&axes](BoxLanes const &lanes, UInt32 quad)
+                {
+                    FourReal32 enter{};
+                    FourReal32 exit = FourReal32{} + std::numeric_limits<Real32>::infinity();
+                    for(int axis = 0; axis < 3; ++axis)
+                        axes[axis].clip(lanes.minOf(axis, quad), lanes.maxOf(axis, quad), enter,
+                                        exit);
+                    return enter > exit * Margin;
+                });
 }
 
 bool IntersectAction::pushSpace(Matrix const &toParent)

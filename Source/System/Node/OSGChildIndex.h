@@ -21,10 +21,7 @@
 #include <memory>
 #include <vector>
 
-#if defined(__SSE__)
-#include <xmmintrin.h>
-#endif
-
+#include "OSGFourLanes.h"
 #include "OSGMemManager.h"
 #include "OSGSystemApi.h"
 
@@ -52,33 +49,34 @@ struct BoxLanes
 {
     static constexpr UInt32 Lanes = 8;
     static constexpr UInt32 Quads = 2;
-    using Quad = Real32 __attribute__((vector_size(16)));
-    using Mask = Int32 __attribute__((vector_size(16)));
 
-    alignas(Quad) Real32 min[3][Lanes];
-    alignas(Quad) Real32 max[3][Lanes];
+    alignas(FourReal32) Real32 min[3][Lanes];
+    alignas(FourReal32) Real32 max[3][Lanes];
 
     /// Coordinates of four boxes along an axis.
-    Quad minOf(int axis, UInt32 quad) const { return load(&min[axis][4 * quad]); }
-    Quad maxOf(int axis, UInt32 quad) const { return load(&max[axis][4 * quad]); }
-
-    /// A bit for each lane that is set, at the place of the lane among the eight.
-    static UInt8 bitsOf(Mask const &mask, UInt32 quad)
-    {
-#if defined(__SSE__)
-        UInt32 const bits =
-            static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128 const &>(mask)));
-#else
-        UInt32 bits = 0;
-        for(UInt32 lane = 0; lane < 4; ++lane)
-            bits |= (static_cast<UInt32>(mask[lane]) & 1u) << lane;
-#endif
-        return static_cast<UInt8>(bits << 4 * quad);
-    }
+    FourReal32 minOf(int axis, UInt32 quad) const { return load(&min[axis][4 * quad]); }
+    FourReal32 maxOf(int axis, UInt32 quad) const { return load(&max[axis][4 * quad]); }
 
   private:
-    static Quad load(Real32 const *numbers) { return *reinterpret_cast<Quad const *>(numbers); }
+    static FourReal32 load(Real32 const *numbers)
+    {
+        return *reinterpret_cast<FourReal32 const *>(numbers);
+    }
 };
+
+/// Sets a bit of `missed` for each box that `misses(BoxLanes const &boxes, UInt32 quad)` sets a
+/// lane for.
+template <class Misses>
+void find_missed(BoxLanes const *boxes, std::size_t count, UInt8 *missed, Misses misses)
+{
+    for(std::size_t i = 0; i < count; ++i)
+    {
+        UInt32 bits = 0;
+        for(UInt32 quad = 0; quad < BoxLanes::Quads; ++quad)
+            bits |= lane_bits(misses(boxes[i], quad)) << 4 * quad;
+        missed[i] = static_cast<UInt8>(bits);
+    }
+}
 
 class OSG_SYSTEM_API ChildIndex : public MemObject
 {

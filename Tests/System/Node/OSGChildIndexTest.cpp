@@ -60,18 +60,15 @@ class BoxAction : public Action
   protected:
     void findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const override
     {
-        for(std::size_t i = 0; i < count; ++i)
-        {
-            missed[i] = 0;
-            for(UInt32 quad = 0; quad < BoxLanes::Quads; ++quad)
-            {
-                BoxLanes::Mask outside{};
-                for(int axis = 0; axis < 3; ++axis)
-                    outside |= (boxes[i].minOf(axis, quad) > query.getMax()[axis]) |
-                               (boxes[i].maxOf(axis, quad) < query.getMin()[axis]);
-                missed[i] |= BoxLanes::bitsOf(outside, quad);
-            }
-        }
+        find_missed(boxes, count, missed,
+                    [this](BoxLanes const &lanes, UInt32 quad)
+                    {
+                        FourMask outside{};
+                        for(int axis = 0; axis < 3; ++axis)
+                            outside |= (lanes.minOf(axis, quad) > query.getMax()[axis]) |
+                                       (lanes.maxOf(axis, quad) < query.getMin()[axis]);
+                        return outside;
+                    });
     }
 
   private:

@@ -3,10 +3,7 @@
 /// \file
 /// The planes of a frustum in vector registers, for tests of very many points.
 
-#if defined(__SSE__)
-#include <xmmintrin.h>
-#endif
-
+#include "OSGFourLanes.h"
 #include "OSGPlane.h"
 
 namespace OSG
@@ -57,24 +54,17 @@ class FrustumLanes
     }
 
   private:
-    using Lanes = Real32 __attribute__((vector_size(16)));
-
     struct Half
     {
-        Lanes x{};
-        Lanes y{};
-        Lanes z{};
-        Lanes d{};
+        FourReal32 x{};
+        FourReal32 y{};
+        FourReal32 z{};
+        FourReal32 d{};
 
         UInt32 inside(Pnt3f const &point) const
         {
-            Lanes const distance = x * point[0] + y * point[1] + z * point[2] - d;
-            auto const in = distance >= 0.f;
-#if defined(__SSE__)
-            return static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128>(in)));
-#else
-            return (in[0] & 1u) | (in[1] & 2u) | (in[2] & 4u) | (in[3] & 8u);
-#endif
+            FourReal32 const distance = x * point[0] + y * point[1] + z * point[2] - d;
+            return lane_bits(distance >= 0.f);
         }
     };
 

@@ -148,25 +148,22 @@ void SelectionAction::reportInvalidBox()
 // box are outside a plane, so are those of the boxes in it. NaN misses nothing.
 void SelectionAction::findMissed(BoxLanes const *boxes, std::size_t count, UInt8 *missed) const
 {
-    for(std::size_t i = 0; i < count; ++i)
-    {
-        missed[i] = 0;
-        for(UInt32 quad = 0; quad < BoxLanes::Quads; ++quad)
+    find_missed(
+        boxes, count, missed,
+        [this](BoxLanes const &lanes, UInt32 quad)
         {
-            BoxLanes::Mask outside{};
+            FourMask outside{};
             for(Plane const &plane : _frustumVolume.getPlanes())
             {
                 Vec3f const &n = plane.getNormal();
-                auto const farthest = [&](int axis) {
-                    return n[axis] >= 0.f ? boxes[i].maxOf(axis, quad) : boxes[i].minOf(axis, quad);
-                };
-                BoxLanes::Quad const distance = n[0] * farthest(0) + n[1] * farthest(1) +
-                                                n[2] * farthest(2) - plane.getDistanceFromOrigin();
+                auto const farthest = [&](int axis)
+                { return n[axis] >= 0.f ? lanes.maxOf(axis, quad) : lanes.minOf(axis, quad); };
+                FourReal32 const distance = n[0] * farthest(0) + n[1] * farthest(1) +
+                                            n[2] * farthest(2) - plane.getDistanceFromOrigin();
                 outside |= distance < 0.f;
             }
-            missed[i] |= BoxLanes::bitsOf(outside, quad);
-        }
-    }
+            return outside;
+        });
 }
 
 bool SelectionAction::operator<(SelectionAction const &other) const

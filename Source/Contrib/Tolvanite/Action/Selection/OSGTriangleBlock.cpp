@@ -1,8 +1,6 @@
 #include "OSGTriangleBlock.h"
 
-#if defined(__SSE__)
-#include <xmmintrin.h>
-#endif
+#include "OSGFourLanes.h"
 
 namespace OSG
 {
@@ -20,16 +18,6 @@ Lanes distance(TriangleBlock const &block, UInt32 c, BoxPlanes::Entry const &pla
     return plane.normal[0] * row(block.x, c) + plane.normal[1] * row(block.y, c) +
            plane.normal[2] * row(block.z, c) - plane.distance;
 }
-
-template <class Mask>
-UInt32 bits(Mask const &mask)
-{
-#if defined(__SSE__)
-    return static_cast<UInt32>(_mm_movemask_ps(reinterpret_cast<__m128>(mask)));
-#else
-    return (mask[0] & 1u) | (mask[1] & 2u) | (mask[2] & 4u) | (mask[3] & 8u);
-#endif
-}
 } // namespace
 
 void grade_block(TriangleBlock const &block, BoxPlanes const &planes, UInt32 mask,
@@ -46,15 +34,15 @@ void grade_block(TriangleBlock const &block, BoxPlanes const &planes, UInt32 mas
         auto const outA = a < 0.f;
         auto const outB = b < 0.f;
         auto const outC = c < 0.f;
-        grades.outside |= bits(outA & outB & outC);
-        grades.crossing |= bits(outA | outB | outC);
+        grades.outside |= lane_bits(outA & outB & outC);
+        grades.crossing |= lane_bits(outA | outB | outC);
         auto const clearA = a > margin;
         auto const clearB = b > margin;
         auto const clearC = c > margin;
-        grades.unclear[k] = ~bits(clearA & clearB & clearC) & 0xFu;
-        grades.touching |=
-            ~bits((clearA | (a < -margin)) & (clearB | (b < -margin)) & (clearC | (c < -margin))) &
-            0xFu;
+        grades.unclear[k] = ~lane_bits(clearA & clearB & clearC) & 0xFu;
+        grades.touching |= ~lane_bits((clearA | (a < -margin)) & (clearB | (b < -margin)) &
+                                      (clearC | (c < -margin))) &
+                           0xFu;
     }
     for(UInt32 c = 0; c < 3; ++c)
         *reinterpret_cast<Lanes *>(grades.distance + 4 * c) = distance(block, c, planes.planes[6]);
