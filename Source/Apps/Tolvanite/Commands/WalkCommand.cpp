@@ -7,6 +7,7 @@
 #include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
+#include "VolumeOptions.h"
 #include "WalkResult.h"
 #include "WalkScriptFile.h"
 
@@ -28,14 +29,6 @@ struct WalkOptions : SceneOptions
     std::string within;
     std::string plot;
 };
-
-OSG::Pnt3f place_of(char const *option, std::string const &text)
-{
-    Triple read;
-    if(!parse_triple(text, read))
-        throw CLI::ValidationError(option, text + " is not x,y,z");
-    return OSG::Pnt3f(read.x, read.y, read.z);
-}
 
 float number_of(char const *option, std::string const &text)
 {
@@ -77,8 +70,7 @@ void apply_settings(OSG::WalkPlayer &player, WalkOptions const &options)
 {
     player.setFrameMilliseconds(frame_of(options.frameMilliseconds));
     if(!options.motionFactor.empty())
-        player.getNavigator().setMotionFactor(
-            number_of("--motion-factor", options.motionFactor));
+        player.getNavigator().setMotionFactor(number_of("--motion-factor", options.motionFactor));
     if(!options.rotationAngle.empty())
         player.getNavigator().setRotationAngle(
             number_of("--rotation-angle", options.rotationAngle));
@@ -91,7 +83,7 @@ std::optional<WalkGoal> goal_of(WalkOptions const &options)
     if(options.goal.empty())
         return std::nullopt;
     WalkGoal goal;
-    goal.place = place_of("--goal", options.goal);
+    goal.place = point_of("--goal", options.goal);
     if(!options.within.empty())
         goal.within = number_of("--within", options.within);
     if(goal.within < 0)
@@ -108,8 +100,8 @@ struct Start
 
 Start start_of(WalkOptions const &options)
 {
-    return {place_of("--from", options.from), place_of("--at", options.at),
-            place_of("--up", options.up).subZero()};
+    return {point_of("--from", options.from), point_of("--at", options.at),
+            point_of("--up", options.up).subZero()};
 }
 
 // Empty on success, otherwise the reason of the failure.
@@ -162,9 +154,8 @@ int run_walk(WalkOptions const &options, Streams streams)
     if(goal)
         result.goal = judge_goal(*goal, start.from, player.getPoses());
 
-    std::string const reason = options.plot.empty()
-                                   ? std::string()
-                                   : write_plot(options.plot, scene.root, start, player);
+    std::string const reason =
+        options.plot.empty() ? std::string() : write_plot(options.plot, scene.root, start, player);
     if(!reason.empty())
     {
         complain(streams, "cannot write " + options.plot + ": " + reason);
