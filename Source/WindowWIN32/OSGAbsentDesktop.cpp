@@ -11,53 +11,29 @@ AbsentDesktop::AbsentDesktop(char const *reason)
 
 AbsentDesktop::~AbsentDesktop() = default;
 
-bool AbsentDesktop::isDown(Int16)
-{
-    return false;
-}
+bool AbsentDesktop::isDown(Int16) { return false; }
 
-bool AbsentDesktop::isFocused(NativeWindow)
-{
-    return false;
-}
+bool AbsentDesktop::isFocused(NativeWindow) { return false; }
 
-NativeWindow AbsentDesktop::getCapture()
-{
-    return nullptr;
-}
+NativeWindow AbsentDesktop::getCapture() { return nullptr; }
 
 void AbsentDesktop::setCapture(NativeWindow) {}
 
 void AbsentDesktop::releaseCapture() {}
 
-Desktop::Point AbsentDesktop::getPointer()
-{
-    return {};
-}
+Desktop::Point AbsentDesktop::getPointer() { return {}; }
 
 void AbsentDesktop::setPointer(Point) {}
 
 void AbsentDesktop::showPointer(bool) {}
 
-Desktop::Size AbsentDesktop::getClientSize(NativeWindow)
-{
-    return {};
-}
+Desktop::Size AbsentDesktop::getClientSize(NativeWindow) { return {}; }
 
-Desktop::Point AbsentDesktop::toScreen(NativeWindow, Point client)
-{
-    return client;
-}
+Desktop::Point AbsentDesktop::toScreen(NativeWindow, Point client) { return client; }
 
-Int64 AbsentDesktop::getTicksPerSecond()
-{
-    return SteadyTicksPerSecond;
-}
+Int64 AbsentDesktop::getTicksPerSecond() { return SteadyTicksPerSecond; }
 
-Int64 AbsentDesktop::getTicks()
-{
-    return steady_ticks();
-}
+Int64 AbsentDesktop::getTicks() { return steady_ticks(); }
 
 std::shared_ptr<Desktop> make_wayland_desktop()
 {

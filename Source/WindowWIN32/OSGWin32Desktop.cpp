@@ -19,38 +19,23 @@ Int64 ask_frequency()
 
 Int64 const TimerFrequency = ask_frequency();
 
-HWND handle_of(NativeWindow window)
-{
-    return static_cast<HWND>(window);
-}
+HWND handle_of(NativeWindow window) { return static_cast<HWND>(window); }
 } // namespace
 
 Win32Desktop::~Win32Desktop() = default;
 
-bool Win32Desktop::isDown(Int16 code)
-{
-    return GetAsyncKeyState(code) < 0;
-}
+bool Win32Desktop::isDown(Int16 code) { return GetAsyncKeyState(code) < 0; }
 
 bool Win32Desktop::isFocused(NativeWindow window)
 {
     return window != nullptr && GetFocus() == handle_of(window);
 }
 
-NativeWindow Win32Desktop::getCapture()
-{
-    return GetCapture();
-}
+NativeWindow Win32Desktop::getCapture() { return GetCapture(); }
 
-void Win32Desktop::setCapture(NativeWindow window)
-{
-    SetCapture(handle_of(window));
-}
+void Win32Desktop::setCapture(NativeWindow window) { SetCapture(handle_of(window)); }
 
-void Win32Desktop::releaseCapture()
-{
-    ReleaseCapture();
-}
+void Win32Desktop::releaseCapture() { ReleaseCapture(); }
 
 Desktop::Point Win32Desktop::getPointer()
 {
@@ -58,15 +43,9 @@ Desktop::Point Win32Desktop::getPointer()
     return GetCursorPos(&position) != 0 ? Point{position.x, position.y} : Point{};
 }
 
-void Win32Desktop::setPointer(Point position)
-{
-    SetCursorPos(position.x, position.y);
-}
+void Win32Desktop::setPointer(Point position) { SetCursorPos(position.x, position.y); }
 
-void Win32Desktop::showPointer(bool visible)
-{
-    ShowCursor(visible ? TRUE : FALSE);
-}
+void Win32Desktop::showPointer(bool visible) { ShowCursor(visible ? TRUE : FALSE); }
 
 Desktop::Size Win32Desktop::getClientSize(NativeWindow window)
 {
@@ -79,13 +58,11 @@ Desktop::Size Win32Desktop::getClientSize(NativeWindow window)
 Desktop::Point Win32Desktop::toScreen(NativeWindow window, Point client)
 {
     POINT position{client.x, client.y};
-    return ClientToScreen(handle_of(window), &position) != 0 ? Point{position.x, position.y} : client;
+    return ClientToScreen(handle_of(window), &position) != 0 ? Point{position.x, position.y}
+                                                             : client;
 }
 
-Int64 Win32Desktop::getTicksPerSecond()
-{
-    return TimerFrequency;
-}
+Int64 Win32Desktop::getTicksPerSecond() { return TimerFrequency; }
 
 Int64 Win32Desktop::getTicks()
 {
@@ -100,10 +77,7 @@ Int64 Win32Desktop::getTicks()
     return static_cast<Int64>(static_cast<UInt64>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
 }
 
-void Win32Desktop::writeDebugText(char const *text)
-{
-    OutputDebugStringA(text);
-}
+void Win32Desktop::writeDebugText(char const *text) { OutputDebugStringA(text); }
 } // namespace OSG
 
 #endif

@@ -1,8 +1,8 @@
 #include "OSGX11Desktop.h"
 
 #ifdef OSG_WITH_XCB
-#include "OSGX11Server.h"
 #include "OSGSteadyClock.h"
+#include "OSGX11Server.h"
 #endif
 
 namespace OSG
@@ -27,7 +27,8 @@ class ConnectedDesktop : public X11Desktop
 
     char const *missing() const override
     {
-        return _server.canHidePointer() ? nullptr : "X11 without XFixes: the pointer cannot be hidden";
+        return _server.canHidePointer() ? nullptr
+                                        : "X11 without XFixes: the pointer cannot be hidden";
     }
     void forgetConnection() override { _server.forget(); }
 
@@ -86,9 +87,6 @@ std::shared_ptr<X11Desktop> X11Desktop::create(xcb_connection_t *connection)
     return std::make_shared<ConnectedDesktop>(connection);
 }
 #else
-std::shared_ptr<X11Desktop> X11Desktop::create(xcb_connection_t *)
-{
-    return nullptr;
-}
+std::shared_ptr<X11Desktop> X11Desktop::create(xcb_connection_t *) { return nullptr; }
 #endif
 } // namespace OSG

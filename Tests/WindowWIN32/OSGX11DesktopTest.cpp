@@ -116,9 +116,19 @@ TEST_F(X11DesktopTest, KeysAreDownFromTheirPressToTheirRelease)
         char const *key;
         Int16 code;
     };
-    for(Case const &row : {Case{"w", 'W'}, {"y", 'Y'}, {"3", '3'}, {"Up", 38}, {"Next", 34},
-                           {"Prior", 33}, {"End", 35}, {"Delete", 46}, {"Shift_R", 16},
-                           {"Control_L", 17}, {"space", 32}, {"Escape", 27}, {"F8", 119}})
+    for(Case const &row : {Case{"w", 'W'},
+                           {"y", 'Y'},
+                           {"3", '3'},
+                           {"Up", 38},
+                           {"Next", 34},
+                           {"Prior", 33},
+                           {"End", 35},
+                           {"Delete", 46},
+                           {"Shift_R", 16},
+                           {"Control_L", 17},
+                           {"space", 32},
+                           {"Escape", 27},
+                           {"F8", 119}})
     {
         EXPECT_FALSE(isDown(row.code)) << row.key;
         ASSERT_TRUE(server.act({"keydown", row.key}));

@@ -69,10 +69,7 @@ XServer::XServer()
         _display = ":" + number;
 }
 
-XServer::~XServer()
-{
-    kill();
-}
+XServer::~XServer() { kill(); }
 
 void XServer::kill()
 {
@@ -104,8 +101,7 @@ int XServer::brightest(int x, int y, int side) const
     constexpr std::size_t BytesPerLineWord = 12;
     constexpr std::size_t ColourCountWord = 19;
     constexpr std::size_t BytesPerColour = 12;
-    std::size_t const pixels =
-        word_at(dump, 0) + word_at(dump, ColourCountWord) * BytesPerColour;
+    std::size_t const pixels = word_at(dump, 0) + word_at(dump, ColourCountWord) * BytesPerColour;
     std::size_t const line = word_at(dump, BytesPerLineWord);
     int result = 0;
     for(int row = y; row < y + side; ++row)
@@ -114,8 +110,9 @@ int XServer::brightest(int x, int y, int side) const
         for(int byte = 0; byte < 4 * side; ++byte)
         {
             if(byte % 4 != 3) // not a colour
-                result = std::max<int>(result, static_cast<unsigned char>(dump.at(
-                                                   begin + static_cast<std::size_t>(4 * x + byte))));
+                result =
+                    std::max<int>(result, static_cast<unsigned char>(dump.at(
+                                              begin + static_cast<std::size_t>(4 * x + byte))));
         }
     }
     return result;

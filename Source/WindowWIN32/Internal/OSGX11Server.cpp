@@ -121,7 +121,8 @@ void X11Server::refreshLayout()
     if(mapping != nullptr)
     {
         xcb_keysym_t const *const first = xcb_get_keyboard_mapping_keysyms(mapping.get());
-        _layout.symbols.assign(first, first + xcb_get_keyboard_mapping_keysyms_length(mapping.get()));
+        _layout.symbols.assign(first,
+                               first + xcb_get_keyboard_mapping_keysyms_length(mapping.get()));
         _layout.perKey = mapping->keysyms_per_keycode;
         _layout.firstCode = setup->min_keycode;
     }
@@ -204,9 +205,8 @@ bool X11Server::isViewable(UInt32 window)
 {
     if(!serves())
         return false;
-    auto const attributes =
-        answer(_connection, xcb_get_window_attributes(_connection, window),
-               xcb_get_window_attributes_reply);
+    auto const attributes = answer(_connection, xcb_get_window_attributes(_connection, window),
+                                   xcb_get_window_attributes_reply);
     return attributes != nullptr && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
@@ -216,14 +216,14 @@ bool X11Server::grabPointer(UInt32 window)
 {
     if(!serves())
         return false;
-    constexpr UInt16 Events = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                              XCB_EVENT_MASK_POINTER_MOTION;
+    constexpr UInt16 Events =
+        XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
     constexpr UInt8 OnlyToThisWindow = 0;
-    auto const grab = answer(_connection,
-                             xcb_grab_pointer(_connection, OnlyToThisWindow, window, Events,
-                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE,
-                                              XCB_NONE, XCB_CURRENT_TIME),
-                             xcb_grab_pointer_reply);
+    auto const grab =
+        answer(_connection,
+               xcb_grab_pointer(_connection, OnlyToThisWindow, window, Events, XCB_GRAB_MODE_ASYNC,
+                                XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+               xcb_grab_pointer_reply);
     return grab != nullptr && grab->status == XCB_GRAB_STATUS_SUCCESS;
 }
 

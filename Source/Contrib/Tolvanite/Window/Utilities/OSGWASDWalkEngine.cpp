@@ -160,8 +160,7 @@ WASDWalkEngine::MoveResult WASDWalkEngine::view_dir_move_imp(Real32 step, Real32
 }
 
 WASDWalkEngine::MoveResult WASDWalkEngine::horizontal_move_imp(Real32 step, Real32 jump,
-                                                               Vec3f const &back,
-                                                               Vec3f const &left,
+                                                               Vec3f const &back, Vec3f const &left,
                                                                Vec3f const &upDir)
 {
     return motion().tryStep(WalkStep::Direction::Sideways, step, jump, {back, left, upDir});
@@ -255,8 +254,7 @@ void WASDWalkEngine::rotate(Real32 yaw, Real32 pitch) { take(rotate_imp(yaw, pit
 void WASDWalkEngine::rotate_horizont(Real32 fraction)
 {
     constexpr Real32 Smallest = 1e-6f;
-    Real32 const pitch =
-        WalkLook::pitch_to_horizon(_pose.from(), _pose.at(), _pose.up(), fraction);
+    Real32 const pitch = WalkLook::pitch_to_horizon(_pose.from(), _pose.at(), _pose.up(), fraction);
     if(std::abs(pitch) > Smallest)
         rotate(0.f, pitch);
 }

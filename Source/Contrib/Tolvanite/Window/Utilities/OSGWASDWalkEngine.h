@@ -280,7 +280,7 @@ class OSG_CONTRIBTOLVANITE_API WASDWalkEngine : public UserNavigatorEngine
     Navigator *_navigator = nullptr; // of the last event, not owned
     WalkObserver *_observer = nullptr;
     Int64 _ticksPerSecond;
-    Int64 _lastTime;   // end of the last evaluate()
+    Int64 _lastTime;  // end of the last evaluate()
     Int16 _lastX = 0; // the pointer at the last event
     Int16 _lastY = 0;
     Int16 _prevX = 0; // and where the next look begins

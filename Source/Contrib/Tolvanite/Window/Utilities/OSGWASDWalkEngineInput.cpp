@@ -58,8 +58,8 @@ void WASDWalkEngine::center_cursor(Int16 x, Int16 y)
     Viewport const *const view = viewport();
     if(view == nullptr)
         return;
-    bool const isInside = x >= 0 && y >= 0 && view->calcPixelWidth() - x >= 0 &&
-                          view->calcPixelHeight() - y >= 0;
+    bool const isInside =
+        x >= 0 && y >= 0 && view->calcPixelWidth() - x >= 0 && view->calcPixelHeight() - y >= 0;
     if(isInside || window() == nullptr)
         return;
     // The look begins anew in the middle, so that the wrap is no turn.
@@ -165,8 +165,7 @@ void WASDWalkEngine::keyPress(Int16 key, Int16 x, Int16 y, Navigator *navigator)
     keyPressEx(key, 0, x, y, navigator);
 }
 
-void WASDWalkEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16 x, Int16 y,
-                                Navigator *navigator)
+void WASDWalkEngine::keyPressEx(Int16 key, UInt16 modifiers, Int16 x, Int16 y, Navigator *navigator)
 {
     if(_silent || !check_focus())
         return;
@@ -285,8 +284,8 @@ void WASDWalkEngine::onUpdateCameraTransformation(Navigator *navigator)
         followFieldOfView(*navigator);
 }
 
-// An angle of view that equals what stands is not written again: the way to degrees and back rounds,
-// so that the difference may stay, and every write invalidates what depends on the camera.
+// An angle of view that equals what stands is not written again: the way to degrees and back
+// rounds, so that the difference may stay, and every write invalidates what depends on the camera.
 void WASDWalkEngine::followFieldOfView(Navigator const &navigator) const
 {
     constexpr Real32 Tolerance = 1e-6f; // degrees

@@ -28,21 +28,44 @@ struct KeyRow
     Int16 logical;
 };
 
-constexpr KeyRow MotionRows[] = {
-    {Forward, Forward},        {UpArrowCode, Forward},     {LeftButtonCode, Forward},
-    {Backward, Backward},      {DownArrowCode, Backward},  {RightButtonCode, Backward},
-    {StepLeft, StepLeft},      {LeftArrowCode, StepLeft},  {StepRight, StepRight},
-    {RightArrowCode, StepRight}, {TurnLeft, TurnLeft},     {DeleteCode, TurnLeft},
-    {TurnRight, TurnRight},    {EndCode, TurnRight},       {Down, Down},
-    {PageDownCode, Down},      {Up, Up},                   {PageUpCode, Up},
-    {Level, Level}};
+constexpr KeyRow MotionRows[] = {{Forward, Forward},
+                                 {UpArrowCode, Forward},
+                                 {LeftButtonCode, Forward},
+                                 {Backward, Backward},
+                                 {DownArrowCode, Backward},
+                                 {RightButtonCode, Backward},
+                                 {StepLeft, StepLeft},
+                                 {LeftArrowCode, StepLeft},
+                                 {StepRight, StepRight},
+                                 {RightArrowCode, StepRight},
+                                 {TurnLeft, TurnLeft},
+                                 {DeleteCode, TurnLeft},
+                                 {TurnRight, TurnRight},
+                                 {EndCode, TurnRight},
+                                 {Down, Down},
+                                 {PageDownCode, Down},
+                                 {Up, Up},
+                                 {PageUpCode, Up},
+                                 {Level, Level}};
 
 // The digit 3 is a second F3.
-constexpr KeyRow OptionRows[] = {
-    {Escape, Escape}, {Shift, Shift},   {Ctrl, Ctrl},     {Space, Space},   {F2, F2},
-    {F3, F3},         {F7, F7},         {F8, F8},         {Digit1, Digit1}, {Digit2, Digit2},
-    {Digit3Code, F3}, {Digit5, Digit5}, {Digit6, Digit6}, {Star, Star},     {Plus, Plus},
-    {Minus, Minus},   {Underscore, Underscore}};
+constexpr KeyRow OptionRows[] = {{Escape, Escape},
+                                 {Shift, Shift},
+                                 {Ctrl, Ctrl},
+                                 {Space, Space},
+                                 {F2, F2},
+                                 {F3, F3},
+                                 {F7, F7},
+                                 {F8, F8},
+                                 {Digit1, Digit1},
+                                 {Digit2, Digit2},
+                                 {Digit3Code, F3},
+                                 {Digit5, Digit5},
+                                 {Digit6, Digit6},
+                                 {Star, Star},
+                                 {Plus, Plus},
+                                 {Minus, Minus},
+                                 {Underscore, Underscore}};
 
 template <std::size_t N>
 KeyMap map_of(KeyRow const (&rows)[N])

@@ -51,8 +51,8 @@ Pnt3f turned(Pnt3f const &from, Pnt3f const &at, Vec3f const &up, Real32 yaw, Re
     if(!(steepness > SteepestView))
         return pitched;
     Vec3f const side = unit(horizon.cross(upward));
-    Vec3f const bent = unit(std::cos(SteepestView) * horizon + view.dot(side) * side +
-                            view.dot(upward) * upward);
+    Vec3f const bent =
+        unit(std::cos(SteepestView) * horizon + view.dot(side) * side + view.dot(upward) * upward);
     return from + way.length() * bent;
 }
 

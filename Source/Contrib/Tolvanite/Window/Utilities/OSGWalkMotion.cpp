@@ -89,8 +89,9 @@ WalkMotion::Move WalkMotion::tryStep(Direction direction, Real32 step, Real32 ju
     Pnt3f const top = _pose.from() + lift;
     Pnt3f newTop = top + step * way.axis;
     Pnt3f newAt = _pose.at() + lift + step * way.axis;
-    if(!_settings.godMode && !isFree(way.type, way.plane, top, frame,
-                                     way.halfBody + _settings.wallDistance, (newTop - top).length()))
+    if(!_settings.godMode &&
+       !isFree(way.type, way.plane, top, frame, way.halfBody + _settings.wallDistance,
+               (newTop - top).length()))
         return boost::none;
     if(_settings.walkMode)
         setDown(newTop, newAt, frame);

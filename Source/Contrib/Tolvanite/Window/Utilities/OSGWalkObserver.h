@@ -13,7 +13,7 @@ class Node;
 /// A triangle that is in the way of a step.
 struct WalkObstacle
 {
-    Node *node = nullptr; ///< the node that shows the geometry; not counted
+    Node *node = nullptr;                  ///< the node that shows the geometry; not counted
     std::vector<Node *> visitSubTreeNodes; ///< `VisitSubTree` nodes on the path; not counted
     Real32 distance = 0;                   ///< from the person, in the geometry's space
     Vec3f normal;                          ///< in the geometry's space

@@ -15,17 +15,17 @@ struct OSG_CONTRIBTOLVANITE_API WalkSettings
 
     // --- the person ---
     Real32 height = 1.75f;
-    Real32 heightEye = 1.6f;  ///< of the eye above the feet
-    Real32 width = 0.5f;      ///< of the shoulders
-    Real32 fatness = 0.2f;    ///< from the back to the chest
-    Vec3f normal{1.f, 0, 0};  ///< kept for the host; no motion reads it
-    Real32 groundDistance = 0.05f; ///< kept free below the feet
-    Real32 wallDistance = 0.1f;    ///< kept free before the body
+    Real32 heightEye = 1.6f;             ///< of the eye above the feet
+    Real32 width = 0.5f;                 ///< of the shoulders
+    Real32 fatness = 0.2f;               ///< from the back to the chest
+    Vec3f normal{1.f, 0, 0};             ///< kept for the host; no motion reads it
+    Real32 groundDistance = 0.05f;       ///< kept free below the feet
+    Real32 wallDistance = 0.1f;          ///< kept free before the body
     Real32 jumpStaircaseStrength = 0.3f; ///< the highest step of a stair, as a part of `height`
     Real32 jumpStrength = 1.5f;          ///< the highest jump, as a part of `height`
     bool walkMode = true;                ///< the feet stay on the floor
     bool godMode = false;                ///< walls do not stop the person
-    bool staircaseMode = true; ///< false for one step along the view, which may jump
+    bool staircaseMode = true;           ///< false for one step along the view, which may jump
 
     // --- steps and turns ---
     Real32 motionFactor = 0.2f;
