@@ -18,8 +18,7 @@ char const *name_of(WalkEvent::Kind kind)
     return "blocked";
 }
 
-void append_walk_events(WalkStep const &step, Real32 groundDistance,
-                        std::vector<WalkEvent> &events)
+void append_walk_events(WalkStep const &step, Real32 groundDistance, std::vector<WalkEvent> &events)
 {
     // Raised steps on a level floor end higher or lower by some rounding.
     constexpr Real32 LeastClimb = 1e-4f;

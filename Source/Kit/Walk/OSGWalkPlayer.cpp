@@ -66,8 +66,7 @@ void WalkPlayer::play(WalkScriptLine const &line)
     constexpr Int16 StepKeys[] = {'W', 'S', 'A', 'D', 'X', 'Y'};
     bool const steps = std::any_of(std::begin(StepKeys), std::end(StepKeys),
                                    [&line](Int16 key) { return line.holds(key); });
-    UInt64 const frames =
-        (UInt64(line.milliseconds) + _frameMilliseconds - 1) / _frameMilliseconds;
+    UInt64 const frames = (UInt64(line.milliseconds) + _frameMilliseconds - 1) / _frameMilliseconds;
     for(UInt64 frame = 0; frame < frames; ++frame)
         playFrame(steps);
 }

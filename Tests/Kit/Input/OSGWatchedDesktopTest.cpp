@@ -32,9 +32,8 @@ NodePtr make_maze()
         Vec3f const along(random.real(-4, 4), 0, random.real(-4, 4));
         Real32 const height = random.real(0.1f, 3);
         Pnt3f const other = foot + along;
-        corners.insert(corners.end(),
-                       {foot, other, other + Vec3f(0, height, 0), foot, foot + Vec3f(0, height, 0),
-                        other + Vec3f(0, height, 0)});
+        corners.insert(corners.end(), {foot, other, other + Vec3f(0, height, 0), foot,
+                                       foot + Vec3f(0, height, 0), other + Vec3f(0, height, 0)});
     }
     return make_group({make_node(make_geometry(one_primitive(TrianglesPrimitive, corners)))});
 }
@@ -61,7 +60,8 @@ class Host
     /// One random thing that a user or the system does.
     void act(RandomNumbers &random)
     {
-        static constexpr Int16 Keys[] = {'W', 'W', 'W', 'S', 'A', 'D', 'Q', 'E', 'C', 16, 17, 1, 38};
+        static constexpr Int16 Keys[] = {'W', 'W', 'W', 'S', 'A', 'D', 'Q',
+                                         'E', 'C', 16,  17,  1,   38};
         auto const x = static_cast<Int16>(static_cast<Int32>(random.below(700)) - 30);
         auto const y = static_cast<Int16>(200 + random.below(80));
         switch(random.below(8))
@@ -148,7 +148,8 @@ void record_and_play(Int64 ticksPerSecond, bool isUnderWay)
     NodePtr const maze = make_maze();
     RandomNumbers random(static_cast<UInt32>(7 + ticksPerSecond % 100));
     Host host(maze, ticksPerSecond);
-    // Before the recording the host has walked; a replay knows the pose alone, so no setting changes.
+    // Before the recording the host has walked; a replay knows the pose alone, so no setting
+    // changes.
     if(isUnderWay)
     {
         host.navigator().idle(-1, 320, 240);
@@ -156,7 +157,8 @@ void record_and_play(Int64 ticksPerSecond, bool isUnderWay)
         for(int i = 0; i < 20; ++i)
             host.frame();
     }
-    InputRecorder const recorder(host.navigator(), [] { return 0.0; }, host.watched);
+    InputRecorder const recorder(
+        host.navigator(), [] { return 0.0; }, host.watched);
     std::vector<CameraPose> seen;
     for(int i = 0; i < 600; ++i)
     {
@@ -177,20 +179,14 @@ void record_and_play(Int64 ticksPerSecond, bool isUnderWay)
 }
 } // namespace
 
-TEST(InputRecorder, AWalkPlaysToTheSameBits)
-{
-    record_and_play(1000000, false);
-}
+TEST(InputRecorder, AWalkPlaysToTheSameBits) { record_and_play(1000000, false); }
 
 TEST(InputRecorder, AWalkWithAClockWithoutAFrequencyPlaysToTheSameBits)
 {
     record_and_play(0, false);
 }
 
-TEST(InputRecorder, AWalkUnderWayPlaysToTheSameBits)
-{
-    record_and_play(1000000, true);
-}
+TEST(InputRecorder, AWalkUnderWayPlaysToTheSameBits) { record_and_play(1000000, true); }
 
 TEST(InputRecorder, WritesAKeyBeforeTheFrameThatAskedForIt)
 {
@@ -198,7 +194,8 @@ TEST(InputRecorder, WritesAKeyBeforeTheFrameThatAskedForIt)
     Host host(maze);
     host.inner->perQuestion = 0;
     Real64 now = 0;
-    InputRecorder const recorder(host.navigator(), [&now] { return now; }, host.watched);
+    InputRecorder const recorder(
+        host.navigator(), [&now] { return now; }, host.watched);
     now = 1;
     host.inner->setKey('W', true);
     host.inner->setKey(200, true); // nobody asks for it

@@ -77,8 +77,7 @@ void apply_settings(OSG::WalkPlayer &player, WalkOptions const &options)
 {
     player.setFrameMilliseconds(frame_of(options.frameMilliseconds));
     if(!options.motionFactor.empty())
-        player.getNavigator().setMotionFactor(
-            number_of("--motion-factor", options.motionFactor));
+        player.getNavigator().setMotionFactor(number_of("--motion-factor", options.motionFactor));
     if(!options.rotationAngle.empty())
         player.getNavigator().setRotationAngle(
             number_of("--rotation-angle", options.rotationAngle));
@@ -162,9 +161,8 @@ int run_walk(WalkOptions const &options, Streams streams)
     if(goal)
         result.goal = judge_goal(*goal, start.from, player.getPoses());
 
-    std::string const reason = options.plot.empty()
-                                   ? std::string()
-                                   : write_plot(options.plot, scene.root, start, player);
+    std::string const reason =
+        options.plot.empty() ? std::string() : write_plot(options.plot, scene.root, start, player);
     if(!reason.empty())
     {
         complain(streams, "cannot write " + options.plot + ": " + reason);
