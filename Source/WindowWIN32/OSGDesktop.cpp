@@ -40,10 +40,7 @@ std::shared_ptr<Desktop> &the_current()
 
 Desktop::~Desktop() = default;
 
-std::shared_ptr<Desktop> Desktop::current()
-{
-    return the_current();
-}
+std::shared_ptr<Desktop> Desktop::current() { return the_current(); }
 
 void Desktop::setCurrent(std::shared_ptr<Desktop> desktop)
 {
