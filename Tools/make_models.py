@@ -37,8 +37,8 @@ class Obj:
         self.runs[-1][2].append([(self.index("v", p), self.index("vt", t), self.index("vn", n))
                                  for p, t, n in corners])
 
-    def text(self, title, library):
-        lines = [f"# {title}; made by Tools/make_models.py", f"mtllib {library}"]
+    def text(self, title, library, script="Tools/make_models.py"):
+        lines = [f"# {title}; made by {script}", f"mtllib {library}"]
         for kind, table in self.tables.items():
             lines += [f"{kind} " + " ".join(f"{x:.4f}".rstrip("0").rstrip(".") for x in values)
                       for values in table]

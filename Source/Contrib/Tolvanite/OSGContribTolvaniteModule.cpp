@@ -67,7 +67,8 @@ StaticInitFuncWrapper const SimplifyPrototype(&register_prototype<SimplifyRender
 // --- viewport ---
 #include "OSGEnhPassiveViewportStatics.inl"
 
-// --- timer frequency: its place, before the containers below ---
+// --- timer frequency: the desktop of Windows asks for it when its library is loaded, so earlier
+// ---
 
 // --- node core ---
 #include "OSGConstSizeTransformStatics.inl"
