@@ -9,8 +9,8 @@
 
 namespace OSG::Bench
 {
-/// The size of a room from wall to wall and from its floor to the next one, and the distance from one
-/// room to the next. A room has a floor and four walls.
+/// The size of a room from wall to wall and from its floor to the next one, and the distance from
+/// one room to the next. A room has a floor and four walls.
 inline Vec3f const RoomSize(5.f, 3.f, 4.f);
 inline Vec3f const RoomPitch(5.2f, 3.3f, 4.2f);
 
@@ -68,10 +68,9 @@ inline NodePtr building(UInt32 triangles)
         for(UInt32 number = 0; number < Rooms; ++number)
         {
             UInt32 const column = storey / MostStoreys * Columns + number % Columns;
-            floor->addChild(
-                room(Pnt3f(static_cast<Real32>(column) * RoomPitch[0],
-                           static_cast<Real32>(storey % MostStoreys) * RoomPitch[1],
-                           -static_cast<Real32>(number / Columns) * RoomPitch[2])));
+            floor->addChild(room(Pnt3f(static_cast<Real32>(column) * RoomPitch[0],
+                                       static_cast<Real32>(storey % MostStoreys) * RoomPitch[1],
+                                       -static_cast<Real32>(number / Columns) * RoomPitch[2])));
         }
         root->addChild(floor);
     }

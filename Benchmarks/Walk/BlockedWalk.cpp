@@ -125,10 +125,7 @@ BlockedWalk::BlockedWalk(UInt32 triangles)
     settle(p.beacon);
 }
 
-BlockedWalk::~BlockedWalk()
-{
-    _parts->navigator.setEngine(nullptr);
-}
+BlockedWalk::~BlockedWalk() { _parts->navigator.setEngine(nullptr); }
 
 bool BlockedWalk::frame()
 {
