@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// A person who stands before a wall in a room of the building and holds the forward key after Space.
-/// Each frame tries the step ten times on its level and ten times raised. The ceiling is lower than a
-/// jump, so that each raise is found by ten tries.
+/// A person who stands before a wall in a room of the building and holds the forward key after
+/// Space. Each frame tries the step ten times on its level and ten times raised. The ceiling is
+/// lower than a jump, so that each raise is found by ten tries.
 
 #include <memory>
 #include <vector>

@@ -1,6 +1,6 @@
 // One frame of a walk whose step stays blocked through all its tries, some 120 box queries, in a
-// building of 200,000 triangles in 500 geometries. The peer answers the same box queries and does no
-// more; ours is the whole frame. The same building of more and fewer triangles shows how a frame
+// building of 200,000 triangles in 500 geometries. The peer answers the same box queries and does
+// no more; ours is the whole frame. The same building of more and fewer triangles shows how a frame
 // grows. Before a peer is measured, its answers are held against ours.
 
 #include <string>
@@ -29,9 +29,9 @@ void run_ours(benchmark::State &state, UInt32 triangles)
     for([[maybe_unused]] auto _ : state)
         stays = walk.frame() && stays;
     if(!stays || walk.queries() != ExpectedQueries)
-        state.SkipWithError(("the step is not blocked by 120 queries but took " +
-                             std::to_string(walk.queries()))
-                                .c_str());
+        state.SkipWithError(
+            ("the step is not blocked by 120 queries but took " + std::to_string(walk.queries()))
+                .c_str());
 }
 
 void add(std::string const &name, std::function<void(benchmark::State &)> const &run)

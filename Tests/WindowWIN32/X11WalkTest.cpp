@@ -1,5 +1,5 @@
-// A person at a real window: a toolkit's window on a real server runs the loop of a host, and keys and
-// motion come from outside of the process.
+// A person at a real window: a toolkit's window on a real server runs the loop of a host, and keys
+// and motion come from outside of the process.
 
 #include <chrono>
 #include <future>
@@ -39,10 +39,7 @@ Real64 milliseconds(Moment from, Moment to)
     return std::chrono::duration<Real64, std::milli>(to - from).count();
 }
 
-Int16 short_of(double pixel)
-{
-    return static_cast<Int16>(pixel);
-}
+Int16 short_of(double pixel) { return static_cast<Int16>(pixel); }
 
 /// A floor of 100 by 100 metres.
 NodePtr make_floor()
@@ -215,15 +212,16 @@ class X11WalkTest : public testing::Test
     Real64 longestFrame = 0;
 };
 
-/// Metres in a millisecond, with the settings as they are at first: 1 times 0.001 times 10 times 0.2.
+/// Metres in a millisecond, with the settings as they are at first: 1 times 0.001 times 10 times
+/// 0.2.
 constexpr Real64 Speed = 0.002;
 } // namespace
 
 TEST_F(X11WalkTest, WHeldForASecondWalksForwardByTheFormula)
 {
     longestFrame = 0;
-    Held const held =
-        hold(std::vector<std::string>{"keydown", "w"}, std::vector<std::string>{"keyup", "w"}, 1000);
+    Held const held = hold(std::vector<std::string>{"keydown", "w"},
+                           std::vector<std::string>{"keyup", "w"}, 1000);
     Real64 const walked = -walk->getFrom()[2];
     RecordProperty("bounds", std::to_string(Speed * (held.least - longestFrame)) + " to " +
                                  std::to_string(Speed * (held.most + longestFrame)));
@@ -249,7 +247,8 @@ TEST_F(X11WalkTest, AMouseButtonWalksWhileItIsHeld)
 
 TEST_F(X11WalkTest, NoKeyWalksWithoutTheFocus)
 {
-    ASSERT_TRUE(server.act({"windowfocus", std::to_string(DefaultRootWindow(glfwGetX11Display()))}));
+    ASSERT_TRUE(
+        server.act({"windowfocus", std::to_string(DefaultRootWindow(glfwGetX11Display()))}));
     hold(std::vector<std::string>{"keydown", "w"}, std::vector<std::string>{"keyup", "w"}, 100);
     EXPECT_EQ(walk->getFrom(), Pnt3f(0, 1.65f, 0));
 }
