@@ -7,6 +7,7 @@
 #include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
+#include "VolumeOptions.h"
 #include "WalkResult.h"
 #include "WalkScriptFile.h"
 
@@ -28,14 +29,6 @@ struct WalkOptions : SceneOptions
     std::string within;
     std::string plot;
 };
-
-OSG::Pnt3f place_of(char const *option, std::string const &text)
-{
-    Triple read;
-    if(!parse_triple(text, read))
-        throw CLI::ValidationError(option, text + " is not x,y,z");
-    return OSG::Pnt3f(read.x, read.y, read.z);
-}
 
 float number_of(char const *option, std::string const &text)
 {
@@ -90,7 +83,7 @@ std::optional<WalkGoal> goal_of(WalkOptions const &options)
     if(options.goal.empty())
         return std::nullopt;
     WalkGoal goal;
-    goal.place = place_of("--goal", options.goal);
+    goal.place = point_of("--goal", options.goal);
     if(!options.within.empty())
         goal.within = number_of("--within", options.within);
     if(goal.within < 0)
@@ -107,8 +100,8 @@ struct Start
 
 Start start_of(WalkOptions const &options)
 {
-    return {place_of("--from", options.from), place_of("--at", options.at),
-            place_of("--up", options.up).subZero()};
+    return {point_of("--from", options.from), point_of("--at", options.at),
+            point_of("--up", options.up).subZero()};
 }
 
 // Empty on success, otherwise the reason of the failure.
