@@ -53,24 +53,25 @@ inline NodePtr room(Pnt3f const &corner)
     return shape(room.positions, room.index);
 }
 
-/// A storey has 50 rooms and 20,000 triangles, a building at most ten storeys; what is more stands
-/// beside it in further buildings. `triangles` is a multiple of 20,000.
+/// Ten storeys of equally many rooms: five rows of ten rooms, and beside them as many rows again.
+/// `triangles` is a multiple of 4,000.
 inline NodePtr building(UInt32 triangles)
 {
-    constexpr UInt32 TrianglesOfStorey = 20000;
-    constexpr UInt32 MostStoreys = 10;
+    constexpr UInt32 Storeys = 10;
+    constexpr UInt32 TrianglesOfRoom = 400;
     constexpr UInt32 Columns = 10;
-    constexpr UInt32 Rooms = 50;
+    constexpr UInt32 Rows = 5;
     NodePtr root = group();
-    for(UInt32 storey = 0; storey < triangles / TrianglesOfStorey; ++storey)
+    for(UInt32 storey = 0; storey < Storeys; ++storey)
     {
         NodePtr const floor = group();
-        for(UInt32 number = 0; number < Rooms; ++number)
+        for(UInt32 number = 0; number < triangles / TrianglesOfRoom / Storeys; ++number)
         {
-            UInt32 const column = storey / MostStoreys * Columns + number % Columns;
+            UInt32 const column = number / (Columns * Rows) * Columns + number % Columns;
+            UInt32 const row = number / Columns % Rows;
             floor->addChild(room(Pnt3f(static_cast<Real32>(column) * RoomPitch[0],
-                                       static_cast<Real32>(storey % MostStoreys) * RoomPitch[1],
-                                       -static_cast<Real32>(number / Columns) * RoomPitch[2])));
+                                       static_cast<Real32>(storey) * RoomPitch[1],
+                                       -static_cast<Real32>(row) * RoomPitch[2])));
         }
         root->addChild(floor);
     }

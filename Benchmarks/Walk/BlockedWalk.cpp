@@ -20,9 +20,8 @@ namespace
 constexpr Int64 MillisecondsOfFrame = 16;
 constexpr Real32 StepOfFrame = 0.032f;
 
-// In the middle of a room of the ground floor, nearer to its back wall than a person may come.
-Pnt3f const From(0.5f * RoomSize[0] + 2 * RoomPitch[0], 1.65f,
-                 -2 * RoomPitch[2] - RoomSize[2] + 0.15f);
+// In the third room of the ground floor, nearer to its back wall than a person may come.
+Pnt3f const From(0.5f * RoomSize[0] + 2 * RoomPitch[0], 1.65f, -RoomSize[2] + 0.15f);
 Pnt3f const At = From + Vec3f(0, 0, -1);
 Vec3f const Up(0, 1, 0);
 

@@ -103,7 +103,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"MissingEvents", replay_with("FILE", "missing.events")},
                     Misuse{"MissingFile", replay_with("replay", "missing.obj")},
                     Misuse{"NoEngine", replay_with("--engine", "")},
-                    Misuse{"UnknownEngine", replay_with("--engine", "walk")},
+                    Misuse{"UnknownEngine", replay_with("--engine", "run")},
                     Misuse{"NoSize", replay_with("--size", "")},
                     Misuse{"SizeOfOneNumber", replay_with("--size", "640")},
                     Misuse{"SizeOfNothing", replay_with("--size", "0x480")},
