@@ -217,6 +217,38 @@ TEST_F(Input, TimeWithoutFocusCountsIntoTheNextStep)
     EXPECT_EQ(log.steps[1].step, expected_step(1, 16, 1000, 0.2f));
 }
 
+/// Time passes while a frame is computed.
+struct SlowFrames : ScriptedDesktop
+{
+    Int64 getTicks() override
+    {
+        advance(isSlow ? 1000 : 0);
+        return ScriptedDesktop::getTicks();
+    }
+    bool isSlow = false;
+};
+
+TEST(WalkTime, TheTimeThatAFrameTakesIsNotWalked)
+{
+    auto const desktop = std::make_shared<SlowFrames>();
+    WalkedView view;
+    WalkPtr const walk = make_walk(desktop);
+    StepLog log;
+    walk->setWalkObserver(&log);
+    view.navigator.setEngine(walk);
+    view.navigator.moveTo(0, 0);
+    desktop->setFocus(view.native);
+    desktop->setKey('S', true);
+    desktop->isSlow = true;
+    view.navigator.updateCameraTransformation(); // asks at 1000, and at 2000 when it is done
+    desktop->isSlow = false;
+    desktop->advance(16);
+    view.navigator.updateCameraTransformation();
+    ASSERT_EQ(log.steps.size(), 2u);
+    EXPECT_EQ(log.steps[0].step, expected_step(1, 1000, 1000, 0.2f));
+    EXPECT_EQ(log.steps[1].step, expected_step(1, 16, 1000, 0.2f));
+}
+
 // --- focus ---
 
 TEST_F(Input, WithoutAnEventThereIsNoNavigatorAndNothingHappens)
