@@ -13,10 +13,7 @@ origin, the upper floor at y = 3. What a person of 1.75 m meets:
 
 Like the textures, the helpers are those of make_models.py.
 """
-import pathlib
-import sys
-
-from make_models import Obj, box, rectangle
+from make_models import Obj, box, material_library, rectangle, write_models
 
 HALF_X, HALF_Z, WALL = 6.0, 4.0, 0.2
 STOREY, SLAB = 3.0, 0.2
@@ -129,57 +126,10 @@ def building():
     return obj.text("A house to walk in", "building.mtl", "Tools/make_building.py")
 
 
-MATERIALS = """\
-# Materials of building.obj; made by Tools/make_building.py
-
-newmtl grass
-Ka 0.1 0.15 0.08
-Kd 0.42 0.55 0.3
-Ks 0 0 0
-Ns 1
-
-newmtl tiles
-Ka 0.2 0.2 0.2
-Kd 0.9 0.9 0.9
-Ks 0.3 0.3 0.3
-Ns 40
-map_Kd textures/tiles.png
-
-newmtl stone
-Ka 0.18 0.18 0.17
-Kd 0.62 0.6 0.56
-Ks 0.05 0.05 0.05
-Ns 5
-
-newmtl plaster
-Ka 0.2 0.2 0.2
-Kd 0.95 0.93 0.88
-Ks 0 0 0
-Ns 1
-map_Kd textures/plaster.tga
-
-newmtl wood
-Ka 0.15 0.12 0.1
-Kd 0.7 0.55 0.4
-Ks 0.15 0.15 0.15
-Ns 20
-map_Kd textures/wood.png
-
-newmtl iron
-Ka 0.05 0.05 0.05
-Kd 0.12 0.12 0.13
-Ks 0.4 0.4 0.4
-Ns 30
-"""
-
-
 def main():
-    default = pathlib.Path(__file__).resolve().parent.parent / "Models"
-    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else default
-    folder.mkdir(parents=True, exist_ok=True)
-    for name, text in (("building.obj", building()), ("building.mtl", MATERIALS)):
-        (folder / name).write_bytes(text.encode())
-        print(f"{len(text.encode()):8} {name}")
+    materials = material_library("Materials of building.obj; made by Tools/make_building.py",
+                                 ("grass", "tiles", "stone", "plaster", "wood", "iron"))
+    write_models({"building.obj": building().encode(), "building.mtl": materials.encode()})
 
 
 if __name__ == "__main__":

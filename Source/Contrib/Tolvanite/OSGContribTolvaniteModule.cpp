@@ -12,7 +12,7 @@
 #include "OSGWalkConsoleAttachmentStatics.inl"
 
 // --- scene file types ---
-#include "OSGA3DSLibSceneFileType.h"
+#include "OSG3DSLibLoader.h"
 #include "OSGOBJLibSceneFileTypeTN.h"
 
 namespace OSG

@@ -129,8 +129,5 @@ TEST_F(Player, WithoutASceneThereIsNoViewAndThePersonStays)
     EXPECT_EQ(from(), Pnt3f(0, 1.65f, 0));
 }
 
-TEST_F(Player, LeavesTheDesktopOfTheHost)
-{
-    EXPECT_STRNE(Desktop::current()->missing(), nullptr);
-}
+TEST_F(Player, LeavesTheDesktopOfTheHost) { EXPECT_STRNE(Desktop::current()->missing(), nullptr); }
 } // namespace

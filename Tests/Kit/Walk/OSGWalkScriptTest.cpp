@@ -33,10 +33,12 @@ TEST(WalkScript, ALineHoldsKeysForItsTime)
 TEST(WalkScript, EveryOtherLineIsNone)
 {
     for(char const *text :
-        {"W", "100", "W 100 200", "W -1", "W +1", "W 1.5", "W 1e3", "W 0x10", "W 4294967296",
-         "W ten", "w 100", "shift 100", "SPACE 1", "None 100", "none+W 100", "W+none 100",
-         "W+ 100", "+W 100", "W++S 100", "W,S 100", "F2 100", "W + S 100", "W 100ms", "W\v100",
-         "W 100 # forwards", "\xC3\x84 100"})
+        {"W",           "100",       "W 100 200", "W -1",         "W +1",
+         "W 1.5",       "W 1e3",     "W 0x10",    "W 4294967296", "W ten",
+         "w 100",       "shift 100", "SPACE 1",   "None 100",     "none+W 100",
+         "W+none 100",  "W+ 100",    "+W 100",    "W++S 100",     "W,S 100",
+         "F2 100",      "W + S 100", "W 100ms",   "W\v100",       "W 100 # forwards",
+         "\xC3\x84 100"})
         EXPECT_FALSE(parse_walk_line(text)) << text;
 }
 

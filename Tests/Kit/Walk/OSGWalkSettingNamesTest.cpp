@@ -54,7 +54,8 @@ TEST(WalkSettingNames, BadValuesAreNotTaken)
         char const *name;
         std::vector<std::string> values;
     } const rows[] = {
-        {"height", {"", "1,5", "1.5 ", " 1", "one", "0x1", "1e50", "NaN", "infinity", "nan(1)", "+1"}},
+        {"height",
+         {"", "1,5", "1.5 ", " 1", "one", "0x1", "1e50", "NaN", "infinity", "nan(1)", "+1"}},
         {"god_mode", {"", "yes", "True", "2", "on", "-1"}},
         {"num_step_loop", {"", "-1", "1.5", "4294967296", "nan"}},
         {"normal", {"", "1", "1,2", "1,2,3,4", "1, 2,3", "nan,0,0", "inf,0,0", ",,"}}};

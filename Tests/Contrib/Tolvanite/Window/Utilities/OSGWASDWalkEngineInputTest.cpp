@@ -47,11 +47,11 @@ struct KeyRow
 };
 using enum WalkStep::Direction;
 KeyRow const StepKeys[] = {
-    {"W", 87, AlongView, -1},          {"Up", 38, AlongView, -1},   {"LeftButton", 1, AlongView, -1},
-    {"S", 83, AlongView, 1},           {"Down", 40, AlongView, 1},  {"RightButton", 2, AlongView, 1},
-    {"A", 65, Sideways, 1},            {"Left", 37, Sideways, 1},   {"D", 68, Sideways, -1},
-    {"Right", 39, Sideways, -1},       {"X", 88, Vertical, 1},      {"PageUp", 33, Vertical, 1},
-    {"Y", 89, Vertical, -1},           {"PageDown", 34, Vertical, -1}};
+    {"W", 87, AlongView, -1},    {"Up", 38, AlongView, -1},     {"LeftButton", 1, AlongView, -1},
+    {"S", 83, AlongView, 1},     {"Down", 40, AlongView, 1},    {"RightButton", 2, AlongView, 1},
+    {"A", 65, Sideways, 1},      {"Left", 37, Sideways, 1},     {"D", 68, Sideways, -1},
+    {"Right", 39, Sideways, -1}, {"X", 88, Vertical, 1},        {"PageUp", 33, Vertical, 1},
+    {"Y", 89, Vertical, -1},     {"PageDown", 34, Vertical, -1}};
 
 TEST_F(Input, EachMotionKeySteps)
 {
@@ -128,9 +128,9 @@ TEST_F(Input, KeysActInTheOrderOfTheirCodes)
     std::vector<WalkStep::Direction> directions;
     for(WalkStep const &step : log.steps)
         directions.push_back(step.direction);
-    EXPECT_EQ(directions, (std::vector<WalkStep::Direction>{AlongView, AlongView, Sideways, Sideways,
-                                                            AlongView, AlongView, Vertical,
-                                                            Vertical}));
+    EXPECT_EQ(directions,
+              (std::vector<WalkStep::Direction>{AlongView, AlongView, Sideways, Sideways, AlongView,
+                                                AlongView, Vertical, Vertical}));
 }
 
 // --- time ---
@@ -394,9 +394,12 @@ struct Settings
 {
     explicit Settings(OpenWalk const &walk)
         : numbers{walk.motion_factor(), walk.rot_factor(), walk.camera_field_of_view()}
-        , truths{walk.walk_mode(),      walk.god_mode(),
-                 walk.staircase_mode(), walk.out_of_camera_console(),
-                 walk.god_perspecitve_console(), walk.wasd_walk_console(),
+        , truths{walk.walk_mode(),
+                 walk.god_mode(),
+                 walk.staircase_mode(),
+                 walk.out_of_camera_console(),
+                 walk.god_perspecitve_console(),
+                 walk.wasd_walk_console(),
                  walk.rotate_on_idle()}
     {
     }

@@ -85,8 +85,8 @@ TEST(WalkMotion, WhereTheBoxBelowFindsNothingTheLineStands)
     Walked walked({make_floor(-3)});
     walked.walk->width(-0.5f);
     walked.walk->god_mode(true);
-    auto const below = walked.walk->intersection(
-        SlowWalk(*walked.walk).box(4, walked.from(), 5), SelectionFunctor::TopPlane);
+    auto const below = walked.walk->intersection(SlowWalk(*walked.walk).box(4, walked.from(), 5),
+                                                 SelectionFunctor::TopPlane);
     EXPECT_FALSE(below);
     walked.forwards(0.5f);
     EXPECT_NEAR(walked.from()[1], Eye - 3, 1e-5);
@@ -475,8 +475,8 @@ TEST(WalkMotion, EveryMoveIsThatOfTheSlowWalkToTheBit)
     {
         Walked walked({random_rooms(random)});
         OpenWalk &walk = *walked.walk;
-        walk.setPersonDimensions(random.real(1, 2), random.real(0.9f, 1.8f), random.real(0.1f, 0.8f),
-                                 random.real(0.1f, 0.5f));
+        walk.setPersonDimensions(random.real(1, 2), random.real(0.9f, 1.8f),
+                                 random.real(0.1f, 0.8f), random.real(0.1f, 0.5f));
         walk.num_step_loop(random.below(7));
         Vec3f up(random.real(-0.1f, 0.1f), random.real(0.5f, 2), random.real(-0.1f, 0.1f));
         for(int i = 0; i < 30; ++i)

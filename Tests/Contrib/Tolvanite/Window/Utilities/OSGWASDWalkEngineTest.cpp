@@ -122,7 +122,7 @@ TEST(WASDWalkEngine, TheFieldOfViewIsLimitedInItsAbsoluteValue)
     EXPECT_EQ(walk->getFieldOfViewFac(), 1.2f);
     EXPECT_EQ(walk->getFieldOfViewMax(), 120.f);
     EXPECT_EQ(walk->getFieldOfViewMin(), 30.f);
-    std::pair<Real32, Real32> const rows[] = {{60, 60},     {-45, -45},  {120, 120}, {-120, -120},
+    std::pair<Real32, Real32> const rows[] = {{60, 60},      {-45, -45},  {120, 120},  {-120, -120},
                                               {120.5f, 120}, {-121, 120}, {29.5f, 30}, {-2, 30}};
     for(auto const &[given, stored] : rows)
     {

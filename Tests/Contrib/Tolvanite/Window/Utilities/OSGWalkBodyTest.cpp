@@ -56,12 +56,10 @@ TEST_F(Body, AFaceThatDistancesCountFromGoesThroughThePerson)
     {
         UInt32 plane;
         Vec3f inwards;
-    } const rows[] = {{SelectionFunctor::FarPlane, {0, 0, -1}},
-                      {SelectionFunctor::FarPlane, {0, 0, 1}},
-                      {SelectionFunctor::NearPlane, {-1, 0, 0}},
-                      {SelectionFunctor::NearPlane, {1, 0, 0}},
-                      {SelectionFunctor::TopPlane, {0, -1, 0}},
-                      {SelectionFunctor::TopPlane, {0, 1, 0}}};
+    } const rows[] = {
+        {SelectionFunctor::FarPlane, {0, 0, -1}},  {SelectionFunctor::FarPlane, {0, 0, 1}},
+        {SelectionFunctor::NearPlane, {-1, 0, 0}}, {SelectionFunctor::NearPlane, {1, 0, 0}},
+        {SelectionFunctor::TopPlane, {0, -1, 0}},  {SelectionFunctor::TopPlane, {0, 1, 0}}};
     for(int type = 0; type < 6; ++type)
     {
         Plane const plane = box(type, 10).Volume().getPlane(rows[type].plane);
@@ -95,10 +93,10 @@ TEST(WalkBody, CornersAreSumsInTheOrderBackLeftUp)
         Real32 const distance = random.real(-1, 10);
         for(int type = 0; type < 7; ++type)
         {
-            EXPECT_EQ(corners_of(view.walk->getFrustum(
-                          static_cast<OpenWalk::FrustumType>(type), from, slow.back, slow.left,
-                          slow.up, distance)),
-                      corners_of(slow.box(type, from, distance)))
+            EXPECT_EQ(
+                corners_of(view.walk->getFrustum(static_cast<OpenWalk::FrustumType>(type), from,
+                                                 slow.back, slow.left, slow.up, distance)),
+                corners_of(slow.box(type, from, distance)))
                 << type;
         }
     }

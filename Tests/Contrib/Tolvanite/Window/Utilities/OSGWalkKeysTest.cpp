@@ -24,10 +24,10 @@ std::map<Int16, Int16> logical_keys(WalkKeys::KeyMap const &keys)
 
 TEST(WalkKeys, MotionKeysHaveTheirLogicalKeys)
 {
-    std::map<Int16, Int16> const expected = {
-        {87, 'W'}, {38, 'W'}, {1, 'W'},  {83, 'S'}, {40, 'S'}, {2, 'S'},  {65, 'A'},
-        {37, 'A'}, {68, 'D'}, {39, 'D'}, {81, 'Q'}, {46, 'Q'}, {69, 'E'}, {35, 'E'},
-        {89, 'Y'}, {34, 'Y'}, {88, 'X'}, {33, 'X'}, {67, 'C'}};
+    std::map<Int16, Int16> const expected = {{87, 'W'}, {38, 'W'}, {1, 'W'},  {83, 'S'}, {40, 'S'},
+                                             {2, 'S'},  {65, 'A'}, {37, 'A'}, {68, 'D'}, {39, 'D'},
+                                             {81, 'Q'}, {46, 'Q'}, {69, 'E'}, {35, 'E'}, {89, 'Y'},
+                                             {34, 'Y'}, {88, 'X'}, {33, 'X'}, {67, 'C'}};
     EXPECT_EQ(logical_keys(WalkKeys::motion_keys()), expected);
 }
 
@@ -56,8 +56,8 @@ TEST(WalkKeys, APollAsksForEveryKeyOnce)
     desktop.setKey(114, true);
     WalkKeys::KeyMap keys = WalkKeys::motion_keys();
     WalkKeys::poll(keys, desktop);
-    EXPECT_EQ(desktop.codes, (std::vector<Int16>{1,  2,  33, 34, 35, 37, 38, 39, 40, 46,
-                                                 65, 67, 68, 69, 81, 83, 87, 88, 89}));
+    EXPECT_EQ(desktop.codes, (std::vector<Int16>{1, 2, 33, 34, 35, 37, 38, 39, 40, 46, 65, 67, 68,
+                                                 69, 81, 83, 87, 88, 89}));
     EXPECT_TRUE(WalkKeys::is_pressed(keys, 38));
     EXPECT_FALSE(WalkKeys::is_pressed(keys, 87));
     EXPECT_FALSE(WalkKeys::is_pressed(keys, 114));

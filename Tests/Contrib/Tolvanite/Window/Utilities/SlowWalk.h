@@ -122,9 +122,9 @@ class SlowWalk
             Real32 const margin =
                 (sideways ? walk.width() : walk.fatness()) * 0.5f + walk.wall_distance();
             int const type = sideways ? (step >= 0 ? 2 : 3) : (step >= 0 ? 1 : 0);
-            auto const hit =
-                walk.intersection(box(type, top, margin + length),
-                                  sideways ? SelectionFunctor::NearPlane : SelectionFunctor::FarPlane);
+            auto const hit = walk.intersection(box(type, top, margin + length),
+                                               sideways ? SelectionFunctor::NearPlane
+                                                        : SelectionFunctor::FarPlane);
             if(hit)
                 ok = !(margin >= hit->first - length);
         }
@@ -190,8 +190,7 @@ class SlowWalk
         auto const ray = walk.intersection(Line(from, -up));
         if(!ray)
             return boost::none;
-        auto const floor =
-            walk.intersection(box(4, from, ray->first), SelectionFunctor::TopPlane);
+        auto const floor = walk.intersection(box(4, from, ray->first), SelectionFunctor::TopPlane);
         Real32 const limit = walk.ground_distance() + walk.height();
         if(!floor || !(floor->first > limit))
             return boost::none;

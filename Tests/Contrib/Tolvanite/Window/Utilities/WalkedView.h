@@ -93,10 +93,9 @@ inline NodePtr make_block(Pnt3f const &min, Pnt3f const &max)
     std::vector<Pnt3f> corners;
     for(int const side : {0, 1})
     {
-        int const faces[3][4][3] = {
-            {{side, 0, 0}, {side, 1, 0}, {side, 1, 1}, {side, 0, 1}},
-            {{0, side, 0}, {1, side, 0}, {1, side, 1}, {0, side, 1}},
-            {{0, 0, side}, {1, 0, side}, {1, 1, side}, {0, 1, side}}};
+        int const faces[3][4][3] = {{{side, 0, 0}, {side, 1, 0}, {side, 1, 1}, {side, 0, 1}},
+                                    {{0, side, 0}, {1, side, 0}, {1, side, 1}, {0, side, 1}},
+                                    {{0, 0, side}, {1, 0, side}, {1, 1, side}, {0, 1, side}}};
         for(auto const &face : faces)
         {
             for(auto const &place : face)

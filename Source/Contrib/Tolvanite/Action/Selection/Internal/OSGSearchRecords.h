@@ -8,9 +8,6 @@
 
 namespace OSG::SelectionSearch
 {
-inline bool passes_near(Extreme const &near, Real32 distance) { return near.distance >= distance; }
-inline bool passes_far(Extreme const &far, Real32 distance) { return distance >= far.distance; }
-
 /// The geometry's normal at a vertex of its sequence; zero where there is none.
 inline Vec3f normal_at(Geometry const &geometry, UInt64 vertex)
 {

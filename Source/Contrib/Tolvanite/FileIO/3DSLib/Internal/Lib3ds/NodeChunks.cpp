@@ -55,7 +55,7 @@ bool read_instance_part(Chunk &part, Node &node)
     }
 }
 
-void read_part(Chunk part, Node &node)
+bool read_part(Chunk &part, Node &node)
 {
     bool const isAmbient = node.base.type == LIB3DS_NODE_AMBIENT_COLOR;
     bool const isInstance = node.base.type == LIB3DS_NODE_MESH_INSTANCE;
@@ -65,8 +65,9 @@ void read_part(Chunk part, Node &node)
         read_header(part, node);
     else if(part.kind() == PositionTrackChunk && !isAmbient)
         node.position.read(part, 3);
-    else if(!isInstance || !read_instance_part(part, node))
-        part.messages().passOver(part.kind());
+    else
+        return isInstance && read_instance_part(part, node);
+    return true;
 }
 
 /// The trees that have been put together so far, each known by the node at its top (Galler,
@@ -135,22 +136,19 @@ void sort_by_level(File &file)
 
 void read_keyframer(Chunk chunk, File &file)
 {
-    while(chunk.hasChild())
-    {
-        Chunk part = chunk.child();
-        auto const *const kind =
-            std::find_if(std::begin(NodeKinds), std::end(NodeKinds),
-                         [&](NodeKind const &k) { return k.chunk == part.kind(); });
-        if(kind == std::end(NodeKinds))
+    chunk.readChildren(
+        [&file](Chunk &part)
         {
-            chunk.messages().passOver(part.kind());
-            continue;
-        }
-        Node &node = file.nodeStore.emplace_back(
-            kind->type, static_cast<unsigned short>(file.nodeStore.size()));
-        while(part.hasChild())
-            read_part(part.child(), node);
-    }
+            auto const *const kind =
+                std::find_if(std::begin(NodeKinds), std::end(NodeKinds),
+                             [&](NodeKind const &k) { return k.chunk == part.kind(); });
+            if(kind == std::end(NodeKinds))
+                return false;
+            Node &node = file.nodeStore.emplace_back(
+                kind->type, static_cast<unsigned short>(file.nodeStore.size()));
+            part.readChildren([&node](Chunk &p) { return read_part(p, node); });
+            return true;
+        });
 }
 
 void link_nodes(File &file, Messages const &messages)

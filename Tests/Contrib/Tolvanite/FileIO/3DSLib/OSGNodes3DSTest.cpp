@@ -284,21 +284,33 @@ TEST(Nodes3DS, HalfWayBetweenTwoRotationsIsHalfTheTurn)
     EXPECT_TRUE(place_of_corner(track_3ds(Rotation, keys)).equals(Pnt3f(half, -half, 0), 1e-6f));
 }
 
-TEST(Nodes3DS, KeysOutOfOrderAndShapesThatAreNotANumberDoNoHarm)
+TEST(Nodes3DS, KeysOutOfOrderKeepTheMeshAtAFinitePlace)
+{
+    std::vector<Key3DS> const keys{
+        {UInt32(-9), {1, 0, 0}}, {50, {2, 0, 0}}, {UInt32(-5), {3, 0, 0}}, {7, {4, 0, 0}}};
+    for(unsigned const kind : {Position, Scale})
+    {
+        Pnt3f const place = place_of_corner(track_3ds(kind, keys));
+        EXPECT_TRUE(std::isfinite(place[0]) && place[0] >= 1 && place[0] <= 5) << place[0];
+        EXPECT_EQ(place[1], 0);
+        EXPECT_EQ(place[2], 0);
+    }
+}
+
+TEST(Nodes3DS, ShapesThatAreNotANumberMoveCornersAndLoseNone)
 {
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
-    for(std::vector<Key3DS> const &keys :
-        {std::vector<Key3DS>{{UInt32(-9), {1, 0, 0}},
-                             {50, {2, 0, 0}},
-                             {UInt32(-5), {3, 0, 0}},
-                             {UInt32(7), {4, 0, 0}}},
-         std::vector<Key3DS>{{UInt32(-9), {1, 0, 0}, 31, {nan, nan, nan, nan, nan}},
-                             {UInt32(-2), {1, 0, 0}, 31, {nan, nan, nan, nan, nan}},
-                             {9, {4, 0, 0}, 31, {nan, nan, nan, nan, nan}},
-                             {19, {4, 0, 0}}}})
+    std::vector<float> const shape(5, nan);
+    std::vector<Key3DS> const keys{{UInt32(-9), {1, 0, 0}, 31, shape},
+                                   {UInt32(-2), {1, 0, 0}, 31, shape},
+                                   {9, {4, 0, 0}, 31, shape},
+                                   {19, {4, 0, 0}}};
+    for(unsigned const kind : {Position, Scale})
     {
-        for(unsigned const kind : {Position, Scale})
-            place_of_corner(track_3ds(kind, keys));
+        Scene3DS const scene =
+            read_3ds(file_3ds(Triangle, instance_3ds(0, "t", NoParent3DS, track_3ds(kind, keys))));
+        ASSERT_EQ(scene.describe(), "[[t1]]");
+        EXPECT_EQ(positions_of(*scene.geometries().at(0)).size(), 3u);
     }
 }
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "OSGGeometryView.h"
 #include "OSGGroup.h"
+#include "OSGMakeNode.h"
 #include "OSGName.h"
 #include "OSGTypedGeoProperties.h"
 
@@ -79,10 +80,7 @@ MeshParts3DS::List<UInt32> MeshParts3DS::sortParts()
 
 UnrecordedRefPtr<Node> make_group_node()
 {
-    UnrecordedRefPtr<Group> const group(Group::create());
-    UnrecordedRefPtr<Node> node(Node::create());
-    node->setCore(group);
-    return node;
+    return make_node(UnrecordedRefPtr<Group>(Group::create()));
 }
 
 /// Makes the geometries of one mesh. The vertices of a part are numbered in the order of their
@@ -114,8 +112,7 @@ class Meshes3DS::PartBuilder
         geometry->setTypes(_meshes._types.get(MField<UInt8>(count, UInt8(TrianglesPrimitive))));
         for(UInt32 vertex : _used)
             _numbers[vertex] = Unused;
-        NodePtr node(Node::create());
-        node->setCore(geometry);
+        NodePtr node(make_node(geometry));
         setName(node, _mesh.name);
         return node;
     }

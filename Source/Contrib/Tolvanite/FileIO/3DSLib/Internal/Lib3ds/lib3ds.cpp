@@ -3,24 +3,13 @@
 #include <cmath>
 
 #include "Chunks.h"
-#include "OSGMatrix.h"
+#include "OSGMatrix3DS.h"
 
 using namespace OSG::Lib3ds;
 
 namespace
 {
 File &file_of(Lib3dsFile *file) { return static_cast<File &>(*file); }
-
-OSG::Matrix as_matrix(float const (&matrix)[4][4])
-{
-    OSG::Matrix result;
-    for(int c = 0; c < 4; ++c)
-    {
-        for(int r = 0; r < 4; ++r)
-            result[c][r] = matrix[c][r];
-    }
-    return result;
-}
 
 OSG::Matrix rotation_matrix(Quaternion4 const &q)
 {
@@ -92,7 +81,7 @@ void lib3ds_file_eval(Lib3dsFile *file, float t)
     {
         OSG::Matrix world;
         if(node->base.parent != nullptr)
-            world = as_matrix(node->base.parent->matrixNode);
+            world = OSG::as_matrix(node->base.parent->matrixNode);
         if(node->base.type != LIB3DS_NODE_AMBIENT_COLOR)
             world.mult(own_matrix(*node, t));
         for(int c = 0; c < 4; ++c)

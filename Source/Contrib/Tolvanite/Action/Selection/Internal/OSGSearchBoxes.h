@@ -20,6 +20,24 @@ struct Margins
 
 inline constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
 
+/// Asks `choose(child, grades)` for each box that is not outside the volume. It sets the box's key
+/// and says whether the box is wanted.
+template <class Choose>
+void choose_boxes(BoxNode const &node, BoxPlanes const &planes, UInt32 state, BoxChoices &choices,
+                  Choose choose)
+{
+    BoxGrades grades;
+    grade_boxes(node, planes, state, grades);
+    choices.wanted &= ~grades.outside;
+    for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
+    {
+        UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
+        choices.state[child] = grades.crossed[child];
+        if(!choose(child, grades))
+            choices.wanted &= ~(1u << child);
+    }
+}
+
 /// Chooses boxes that may hold a nearer (farther) corner than `best`, the nearest first.
 template <class Best>
 class ExtremeBoxes
@@ -36,20 +54,16 @@ class ExtremeBoxes
 
     void test(BoxNode const &node, UInt32 state, BoxChoices &choices)
     {
-        BoxGrades grades;
-        grade_boxes(node, _planes, state, grades);
-        choices.wanted &= ~grades.outside;
-        for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
-        {
-            UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            UInt32 const crossed = grades.crossed[child];
-            Real32 const key = Best::key(grades.nearest[child], grades.farthest[child]);
-            choices.state[child] = crossed;
-            choices.key[child] =
-                crossed == 0 ? key - _margins.contained : std::min(key, _other) - _margins.crossing;
-            if(!wants(choices.key[child], node.last[child]))
-                choices.wanted &= ~(1u << child);
-        }
+        choose_boxes(node, _planes, state, choices,
+                     [&](UInt32 child, BoxGrades const &grades)
+                     {
+                         Real32 const key =
+                             Best::key(grades.nearest[child], grades.farthest[child]);
+                         choices.key[child] = grades.crossed[child] == 0
+                                                  ? key - _margins.contained
+                                                  : std::min(key, _other) - _margins.crossing;
+                         return wants(choices.key[child], node.last[child]);
+                     });
     }
     bool wants(Real32 key, UInt32 last)
     {
@@ -85,18 +99,13 @@ class CrossingBoxes
 
     void test(BoxNode const &node, UInt32 state, BoxChoices &choices) const
     {
-        BoxGrades grades;
-        grade_boxes(node, _planes, state, grades);
-        choices.wanted &= ~grades.outside;
-        for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
-        {
-            UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.state[child] = grades.crossed[child];
-            choices.key[child] = std::min(grades.nearest[child], _other) - _margin;
-            if(choices.state[child] == 0 || node.first[child] >= _end ||
-               !wants(choices.key[child], node.last[child]))
-                choices.wanted &= ~(1u << child);
-        }
+        choose_boxes(node, _planes, state, choices,
+                     [&](UInt32 child, BoxGrades const &grades)
+                     {
+                         choices.key[child] = std::min(grades.nearest[child], _other) - _margin;
+                         return grades.crossed[child] != 0 && node.first[child] < _end &&
+                                wants(choices.key[child], node.last[child]);
+                     });
     }
     bool wants(Real32 key, UInt32 last) const { return _best.wants(key, last); }
 
@@ -122,17 +131,12 @@ class FirstBoxes
 
     void test(BoxNode const &node, UInt32 state, BoxChoices &choices) const
     {
-        BoxGrades grades;
-        grade_boxes(node, _planes, state, grades);
-        choices.wanted &= ~grades.outside;
-        for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
-        {
-            UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            choices.state[child] = grades.crossed[child];
-            choices.key[child] = static_cast<Real32>(node.first[child]);
-            if(!(grades.nearest[child] < _limit) || node.first[child] >= _first)
-                choices.wanted &= ~(1u << child);
-        }
+        choose_boxes(node, _planes, state, choices,
+                     [&](UInt32 child, BoxGrades const &grades)
+                     {
+                         choices.key[child] = static_cast<Real32>(node.first[child]);
+                         return grades.nearest[child] < _limit && node.first[child] < _first;
+                     });
     }
     // The key is rounded, which keeps the order.
     bool wants(Real32 key, UInt32) const { return key <= static_cast<Real32>(_first); }
@@ -155,17 +159,14 @@ class AnyBoxes
 
     void test(BoxNode const &node, UInt32 state, BoxChoices &choices)
     {
-        BoxGrades grades;
-        grade_boxes(node, _planes, state, grades);
-        choices.wanted &= ~grades.outside;
-        for(UInt32 rest = choices.wanted; rest != 0; rest &= rest - 1)
-        {
-            UInt32 const child = static_cast<UInt32>(__builtin_ctz(rest));
-            UInt32 const crossed = grades.crossed[child];
-            choices.state[child] = crossed;
-            choices.key[child] = static_cast<Real32>(__builtin_popcount(crossed));
-            isFound = isFound || crossed == 0;
-        }
+        choose_boxes(node, _planes, state, choices,
+                     [&](UInt32 child, BoxGrades const &grades)
+                     {
+                         UInt32 const crossed = grades.crossed[child];
+                         choices.key[child] = static_cast<Real32>(__builtin_popcount(crossed));
+                         isFound = isFound || crossed == 0;
+                         return true;
+                     });
     }
     bool wants(Real32, UInt32) const { return !isFound; }
 

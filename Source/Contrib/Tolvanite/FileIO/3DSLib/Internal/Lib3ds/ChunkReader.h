@@ -6,11 +6,11 @@
 /// A chunk is a header of six bytes, two for its kind and four for its length with the header, and
 /// what stands in it. Numbers are little-endian.
 
+#include <bit>
 #include <cstdint>
 #include <string>
-#include <vector>
 
-#include "OSGMemManager.h"
+#include "OSGMemArray.h"
 #include "lib3ds.h"
 
 namespace OSG::Lib3ds
@@ -65,10 +65,18 @@ class Chunk
     Messages const &messages() const { return _messages; }
 
     // --- values ---
-    unsigned short word();
-    std::uint32_t dword();
-    float real();
-    unsigned char byte();
+    unsigned short word()
+    {
+        unsigned char const *const bytes = take(2);
+        return static_cast<unsigned short>(bytes[0] | bytes[1] << 8);
+    }
+    std::uint32_t dword()
+    {
+        std::uint32_t const low = word();
+        return low | std::uint32_t(word()) << 16;
+    }
+    float real() { return std::bit_cast<float>(dword()); }
+    unsigned char byte() { return *take(1); }
     void reals(float *values, std::size_t count);
     /// Makes sure that `count` parts of `size` bytes are there.
     void require(std::uint64_t count, std::size_t size) const;
@@ -80,10 +88,29 @@ class Chunk
     bool hasChild() const { return left() >= HeaderSize; }
     /// Takes the next one. One that is longer than what is left is cut, with a warning.
     Chunk child();
+    /// Takes all that are left. `read(Chunk &child)` is false for a chunk that it does not know,
+    /// which is passed over.
+    template <class Read>
+    void readChildren(Read read)
+    {
+        while(hasChild())
+        {
+            Chunk part = child();
+            if(!read(part))
+                _messages.passOver(part.kind());
+        }
+    }
 
   private:
     [[noreturn]] void failShort() const;
-    unsigned char const *take(std::size_t bytes);
+    unsigned char const *take(std::size_t bytes)
+    {
+        if(bytes > left())
+            failShort();
+        unsigned char const *const taken = _next;
+        _next += bytes;
+        return taken;
+    }
 
     unsigned _kind;
     unsigned char const *_next;
@@ -103,12 +130,13 @@ class OutermostChunk
     Chunk read();
 
   private:
-    std::size_t readMore(std::size_t bytes);
+    std::size_t bytesAhead() const;
+    std::size_t read(unsigned char *to, std::size_t bytes) const;
 
     Lib3dsIo const &_io;
     Messages const &_messages;
     unsigned _kind = 0;
-    std::size_t _size = 0; // as the header has it, without the header
-    std::vector<unsigned char, MemAllocator<unsigned char>> _bytes; // without the header
+    std::size_t _size = 0;          // as the header has it, without the header
+    MemArray<unsigned char> _bytes; // without the header
 };
 } // namespace OSG::Lib3ds

@@ -1,7 +1,6 @@
 #include "ChunkReader.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdio>
 #include <cstring>
 
@@ -48,31 +47,6 @@ void Chunk::require(std::uint64_t count, std::size_t size) const
         failShort();
 }
 
-unsigned char const *Chunk::take(std::size_t bytes)
-{
-    if(bytes > left())
-        failShort();
-    unsigned char const *const taken = _next;
-    _next += bytes;
-    return taken;
-}
-
-unsigned char Chunk::byte() { return *take(1); }
-
-unsigned short Chunk::word()
-{
-    unsigned char const *const bytes = take(2);
-    return static_cast<unsigned short>(bytes[0] | bytes[1] << 8);
-}
-
-std::uint32_t Chunk::dword()
-{
-    std::uint32_t const low = word();
-    return low | std::uint32_t(word()) << 16;
-}
-
-float Chunk::real() { return std::bit_cast<float>(dword()); }
-
 void Chunk::reals(float *values, std::size_t count)
 {
     require(count, 4);
@@ -118,22 +92,14 @@ Chunk Chunk::child()
     return Chunk(kind, begin, begin + size, _messages);
 }
 
-std::size_t OutermostChunk::readMore(std::size_t bytes)
-{
-    std::size_t const before = _bytes.size();
-    _bytes.resize(before + bytes);
-    std::size_t const got = std::min(_io.read_func(_io.self, _bytes.data() + before, bytes), bytes);
-    _bytes.resize(before + got);
-    return got;
-}
-
 OutermostChunk::OutermostChunk(Lib3dsIo const &io, Messages const &messages)
     : _io(io)
     , _messages(messages)
 {
-    if(readMore(Chunk::HeaderSize) < Chunk::HeaderSize)
+    unsigned char bytes[Chunk::HeaderSize];
+    if(read(bytes, sizeof bytes) < sizeof bytes)
         _messages.fail("There is no chunk");
-    Chunk header(0, _bytes.data(), _bytes.data() + _bytes.size(), _messages);
+    Chunk header(0, bytes, bytes + sizeof bytes, _messages);
     _kind = header.word();
     std::uint32_t const length = header.dword();
     if(length < Chunk::HeaderSize)
@@ -141,20 +107,42 @@ OutermostChunk::OutermostChunk(Lib3dsIo const &io, Messages const &messages)
     _size = length - Chunk::HeaderSize;
 }
 
+std::size_t OutermostChunk::read(unsigned char *to, std::size_t bytes) const
+{
+    return std::min(_io.read_func(_io.self, to, bytes), bytes);
+}
+
+// 0 where the stream does not know. A stream that cannot tell where it is is not asked to seek,
+// since that would end it.
+std::size_t OutermostChunk::bytesAhead() const
+{
+    long const here = _io.tell_func(_io.self);
+    if(here < 0 || _io.seek_func(_io.self, 0, LIB3DS_SEEK_END) != 0)
+        return 0;
+    long const end = _io.tell_func(_io.self);
+    _io.seek_func(_io.self, here, LIB3DS_SEEK_SET);
+    return end > here ? static_cast<std::size_t>(end - here) : 0;
+}
+
 // The length of a damaged file may be anything. Memory grows with the bytes that are there.
 Chunk OutermostChunk::read()
 {
     constexpr std::size_t Block = 1024 * 1024;
-    _bytes.clear();
-    while(_bytes.size() < _size)
+    std::size_t const ahead = bytesAhead();
+    std::size_t const size = ahead != 0 ? std::min(_size, ahead) : _size;
+    std::size_t count = 0;
+    for(std::size_t wanted = ahead != 0 ? size : std::min(size, Block); count < size;
+        wanted = std::min(size, 2 * wanted))
     {
-        std::size_t const wanted = std::min(std::max(Block, _bytes.size()), _size - _bytes.size());
-        if(readMore(wanted) < wanted)
-        {
-            _messages.warn("Chunk " + hex(_kind) + " is longer than the file and is cut");
+        MemArray<unsigned char> longer(wanted);
+        std::copy_n(_bytes.data(), count, longer.data());
+        _bytes = std::move(longer);
+        count += read(_bytes.data() + count, wanted - count);
+        if(count < wanted)
             break;
-        }
     }
-    return Chunk(_kind, _bytes.data(), _bytes.data() + _bytes.size(), _messages);
+    if(count < _size)
+        _messages.warn("Chunk " + hex(_kind) + " is longer than the file and is cut");
+    return Chunk(_kind, _bytes.data(), _bytes.data() + count, _messages);
 }
 } // namespace OSG::Lib3ds

@@ -80,4 +80,26 @@ void walk_boxes(PrimitiveIndex const &index, UInt32 state, Boxes &boxes, Leaf &&
         entry = stack[--open];
     }
 }
+
+/// Calls `visit(primitive)` with each primitive that stands in no block, until it is false.
+template <class Visit>
+void visit_untamed(PrimitiveIndex const &index, Visit visit)
+{
+    for(UInt32 place = index.untamedBegin(); place < index.size(); ++place)
+        if(!visit(index.primitiveAt(place)))
+            return;
+}
+
+/// Calls `visit(primitive)` with each primitive of a block. It ends, with false, where that is
+/// false.
+template <class Visit>
+bool visit_block(PrimitiveIndex const &index, UInt32 block, Visit visit)
+{
+    UInt32 const begin = block * PrimitiveIndex::BlockSize;
+    UInt32 const end = begin + index.blockSize(block);
+    for(UInt32 place = begin; place < end; ++place)
+        if(!visit(index.primitiveAt(place)))
+            return false;
+    return true;
+}
 } // namespace OSG

@@ -1,6 +1,7 @@
 #include "OSGMaterials3DS.h"
 
 #include "OSGBlendChunk.h"
+#include "OSGGLNames.h"
 #include "OSGImageFileHandler.h"
 #include "OSGLog.h"
 #include "OSGMaterialChunk.h"
@@ -13,14 +14,6 @@ namespace OSG
 {
 namespace
 {
-constexpr UInt32 Clamp = 0x2900;
-constexpr UInt32 Repeat = 0x2901;
-constexpr UInt32 Modulate = 0x2100;
-constexpr UInt32 LinearMipmapLinear = 0x2703;
-constexpr UInt32 Linear = 0x2601;
-constexpr UInt32 SourceAlpha = 0x302;
-constexpr UInt32 OneMinusSourceAlpha = 0x303;
-
 char with_other_case(char c)
 {
     bool const isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -52,15 +45,15 @@ bool add_map(ChunkMaterial &material, Lib3dsTextureMap const &map)
         return false;
     image->setForceAlphaBinary(image->calcIsAlphaBinary());
     UnrecordedRefPtr<TextureObjChunk> const texture(TextureObjChunk::create());
-    UInt32 const wrap = (map.flags & LIB3DS_TEXTURE_NO_TILE) != 0 ? Clamp : Repeat;
+    UInt32 const wrap = (map.flags & LIB3DS_TEXTURE_NO_TILE) != 0 ? GLName::Clamp : GLName::Repeat;
     texture->setImage(image);
     texture->setWrapS(wrap);
     texture->setWrapT(wrap);
     texture->setWrapR(wrap);
-    texture->setMinFilter(LinearMipmapLinear);
-    texture->setMagFilter(Linear);
+    texture->setMinFilter(GLName::LinearMipmapLinear);
+    texture->setMagFilter(GLName::Linear);
     UnrecordedRefPtr<TextureEnvChunk> const environment(TextureEnvChunk::create());
-    environment->setEnvMode(Modulate);
+    environment->setEnvMode(GLName::Modulate);
     material.addChunk(texture, ChunkMaterial::AutoSlot);
     material.addChunk(environment, ChunkMaterial::AutoSlot);
     return true;
@@ -87,8 +80,8 @@ Marks add_maps(ChunkMaterial &material, Lib3dsMaterial const &source)
 void add_blending(ChunkMaterial &material)
 {
     UnrecordedRefPtr<BlendChunk> const blend(BlendChunk::create());
-    blend->setSrcFactor(SourceAlpha);
-    blend->setDestFactor(OneMinusSourceAlpha);
+    blend->setSrcFactor(GLName::SourceAlpha);
+    blend->setDestFactor(GLName::OneMinusSourceAlpha);
     material.addChunk(blend, ChunkMaterial::AutoSlot);
 }
 

@@ -48,30 +48,22 @@ struct Ground
         return sum * Units + Smallest;
     }
 
-    /// Calls `visit` with each primitive that stands in no box, until it is false.
+    /// Calls `visit(primitive, state)` with each primitive that stands in no box, until it is
+    /// false.
     template <class Visit>
     void visitUntamed(Visit visit)
     {
-        for(UInt32 place = index.untamedBegin(); place < index.size(); ++place)
-            if(!visit(index.primitiveAt(place), AllPlanes))
-                return;
+        visit_untamed(index, [&](UInt32 primitive) { return visit(primitive, AllPlanes); });
     }
-    /// Calls `visit(primitive, state)` with those of a block until it is false.
-    template <class Visit>
-    bool visitBlock(UInt32 block, UInt32 state, Visit visit)
-    {
-        UInt32 const begin = block * PrimitiveIndex::BlockSize;
-        UInt32 const end = begin + index.blockSize(block);
-        for(UInt32 place = begin; place < end; ++place)
-            if(!visit(index.primitiveAt(place), state))
-                return false;
-        return true;
-    }
+    /// Calls `visit(primitive, state)` with those of the boxes' blocks, until it is false.
     template <class Boxes, class Visit>
     void walk(Boxes &boxes, Visit visit)
     {
         walkBlocks(boxes,
-                   [&](UInt32 block, UInt32 state) { return visitBlock(block, state, visit); });
+                   [&](UInt32 block, UInt32 state) {
+                       return visit_block(
+                           index, block, [&](UInt32 primitive) { return visit(primitive, state); });
+                   });
     }
     template <class Boxes, class Visit>
     void walkBlocks(Boxes &boxes, Visit visit)

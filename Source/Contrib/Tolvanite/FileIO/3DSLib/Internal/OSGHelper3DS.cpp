@@ -6,6 +6,7 @@
 #include "OSGChangeList.h"
 #include "OSGLog.h"
 #include "OSGMaterials3DS.h"
+#include "OSGMatrix3DS.h"
 #include "OSGMeshes3DS.h"
 #include "OSGName.h"
 #include "OSGSceneFileHandler.h"
@@ -161,17 +162,6 @@ namespace
 {
 // Numbers that differ by no more than this are the same.
 constexpr Real32 SameEpsilon = 1e-6f;
-
-Matrix as_matrix(float const (&columns)[4][4])
-{
-    Matrix matrix;
-    for(UInt32 c = 0; c < 4; ++c)
-    {
-        for(UInt32 r = 0; r < 4; ++r)
-            matrix[c][r] = columns[c][r];
-    }
-    return matrix;
-}
 
 Lib3dsMeshInstanceNode const *as_instance(Lib3dsNode const *node)
 {

@@ -211,27 +211,19 @@ RayHit nearest_triangle_by_index(PrimitiveIndex const &index, Geometry const &ge
 {
     RayCast cast(ray, reach);
     PartReader<TriangleRule> reader(index, geometry);
-    auto const test = [&](UInt32 place)
+    auto const test = [&](UInt32 triangle)
     {
-        UInt32 const triangle = index.primitiveAt(place);
         Pnt3f corners[3];
         reader.read(triangle, corners);
         cast.test(corners, triangle);
+        return true;
     };
-    for(UInt32 place = index.untamedBegin(); place < index.size(); ++place)
-        test(place);
+    visit_untamed(index, test);
     if(index.levelCount() == 0)
         return cast.result();
     RayBoxes boxes(index, ray, cast);
     walk_boxes(index, 0, boxes,
-               [&](UInt32 block, UInt32)
-               {
-                   UInt32 const begin = block * PrimitiveIndex::BlockSize;
-                   UInt32 const end = begin + index.blockSize(block);
-                   for(UInt32 place = begin; place < end; ++place)
-                       test(place);
-                   return true;
-               });
+               [&](UInt32 block, UInt32) { return visit_block(index, block, test); });
     return cast.result();
 }
 } // namespace OSG

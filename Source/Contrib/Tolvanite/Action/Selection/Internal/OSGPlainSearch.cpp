@@ -14,6 +14,9 @@ using SelectionClipping::ClippedTriangle;
 
 namespace
 {
+bool passes_near(Extreme const &near, Real32 distance) { return near.distance >= distance; }
+bool passes_far(Extreme const &far, Real32 distance) { return distance >= far.distance; }
+
 using TriangleCursor = PartCursor<TriangleRule>;
 
 /// Takes the corner if it is the nearest or the farthest so far. `vertex` is the one whose normal

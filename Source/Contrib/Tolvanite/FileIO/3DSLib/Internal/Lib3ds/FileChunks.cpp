@@ -6,30 +6,32 @@ namespace
 {
 void read_editor(Chunk chunk, File &file)
 {
-    while(chunk.hasChild())
-    {
-        Chunk const part = chunk.child();
-        if(part.kind() == MaterialChunk)
-            read_material(part, file);
-        else if(part.kind() == ObjectChunk)
-            read_object(part, file);
-        else
-            chunk.messages().passOver(part.kind());
-    }
+    chunk.readChildren(
+        [&file](Chunk const &part)
+        {
+            if(part.kind() == MaterialChunk)
+                read_material(part, file);
+            else if(part.kind() == ObjectChunk)
+                read_object(part, file);
+            else
+                return false;
+            return true;
+        });
 }
 
 void read_sections(Chunk chunk, File &file)
 {
-    while(chunk.hasChild())
-    {
-        Chunk const section = chunk.child();
-        if(section.kind() == EditorChunk)
-            read_editor(section, file);
-        else if(section.kind() == KeyframerChunk)
-            read_keyframer(section, file);
-        else
-            chunk.messages().passOver(section.kind());
-    }
+    chunk.readChildren(
+        [&file](Chunk const &section)
+        {
+            if(section.kind() == EditorChunk)
+                read_editor(section, file);
+            else if(section.kind() == KeyframerChunk)
+                read_keyframer(section, file);
+            else
+                return false;
+            return true;
+        });
 }
 } // namespace
 

@@ -1,4 +1,4 @@
-#include "OSGA3DSLibSceneFileType.h"
+#include "OSG3DSLibLoader.h"
 
 #include <istream>
 

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "Chunks.h"
-#include "OSGMatrix.h"
+#include "OSGMatrix3DS.h"
 
 namespace OSG::Lib3ds
 {
@@ -66,16 +66,19 @@ void read_faces(Chunk chunk, Mesh &mesh, File const &file)
             index = chunk.word();
         face.flags = chunk.word();
     }
-    while(count != 0 && chunk.hasChild())
-    {
-        Chunk const part = chunk.child();
-        if(part.kind() == FaceMaterialChunk)
-            read_face_materials(part, mesh, file);
-        else if(part.kind() == SmoothingChunk)
-            read_smoothing(part, mesh);
-        else
-            chunk.messages().passOver(part.kind());
-    }
+    if(count == 0)
+        return;
+    chunk.readChildren(
+        [&](Chunk const &part)
+        {
+            if(part.kind() == FaceMaterialChunk)
+                read_face_materials(part, mesh, file);
+            else if(part.kind() == SmoothingChunk)
+                read_smoothing(part, mesh);
+            else
+                return false;
+            return true;
+        });
 }
 
 void read_matrix(Chunk chunk, Mesh &mesh)
@@ -84,20 +87,24 @@ void read_matrix(Chunk chunk, Mesh &mesh)
         chunk.reals(column, 3);
 }
 
-void read_part(Chunk const &part, Mesh &mesh, File const &file)
+bool read_part(Chunk const &part, Mesh &mesh, File const &file)
 {
     switch(part.kind())
     {
     case PointsChunk:
-        return read_points(part, mesh);
+        read_points(part, mesh);
+        return true;
     case TexCoordsChunk:
-        return read_tex_coords(part, mesh);
+        read_tex_coords(part, mesh);
+        return true;
     case FacesChunk:
-        return read_faces(part, mesh, file);
+        read_faces(part, mesh, file);
+        return true;
     case MeshMatrixChunk:
-        return read_matrix(part, mesh);
+        read_matrix(part, mesh);
+        return true;
     default:
-        part.messages().passOver(part.kind());
+        return false;
     }
 }
 
@@ -116,12 +123,7 @@ void drop_bad_faces(Mesh &mesh, Messages const &messages)
 // The vertices are brought to the other side, and the matrix stays.
 void mirror_vertices(Mesh &mesh)
 {
-    TransformationMatrix<Real64> matrix;
-    for(int c = 0; c < 4; ++c)
-    {
-        for(int r = 0; r < 3; ++r)
-            matrix[c][r] = mesh.matrix[c][r];
-    }
+    TransformationMatrix<Real64> const matrix = as_matrix<Real64>(mesh.matrix);
     constexpr Real64 Singular = 1e-30;
     if(!(matrix.determinant() <= -Singular))
         return;
@@ -142,8 +144,7 @@ void read_mesh(Chunk chunk, char const (&name)[Chunk::NameSize], File &file)
 {
     Mesh mesh;
     std::memcpy(mesh.name, name, sizeof name);
-    while(chunk.hasChild())
-        read_part(chunk.child(), mesh, file);
+    chunk.readChildren([&](Chunk const &part) { return read_part(part, mesh, file); });
     drop_bad_faces(mesh, chunk.messages());
     mirror_vertices(mesh);
     file.addMesh(std::move(mesh));
@@ -154,13 +155,13 @@ void read_object(Chunk chunk, File &file)
 {
     char name[Chunk::NameSize];
     chunk.name(name);
-    while(chunk.hasChild())
-    {
-        Chunk const part = chunk.child();
-        if(part.kind() == MeshChunk)
+    chunk.readChildren(
+        [&](Chunk const &part)
+        {
+            if(part.kind() != MeshChunk)
+                return false;
             read_mesh(part, name, file);
-        else
-            chunk.messages().passOver(part.kind());
-    }
+            return true;
+        });
 }
 } // namespace OSG::Lib3ds
