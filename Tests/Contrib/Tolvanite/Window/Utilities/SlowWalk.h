@@ -15,12 +15,12 @@ class SlowWalk
     using Pair = std::pair<Pnt3f, Pnt3f>;
 
     explicit SlowWalk(OpenWalk &engine)
-        : walk(engine)
+        : _walk(engine)
     {
-        from = walk.getFrom();
-        at = walk.getAt();
+        from = _walk.getFrom();
+        at = _walk.getAt();
         Vec3f b = normal(from - at);
-        up = normal(walk.getUp());
+        up = normal(_walk.getUp());
         back = normal(b - (b[0] * up[0] + b[1] * up[1] + b[2] * up[2]) * up);
         left = normal(Vec3f(back[1] * up[2] - back[2] * up[1], back[2] * up[0] - back[0] * up[2],
                             back[0] * up[1] - back[1] * up[0]));
@@ -28,32 +28,56 @@ class SlowWalk
 
     Frustum box(int type, Pnt3f const &p, Real32 d) const
     {
-        Vec3f const w = 0.5f * walk.width() * left;
-        Vec3f const f = 0.5f * walk.fatness() * back;
-        Vec3f const h = walk.height() * up;
-        Vec3f const F = 1.2f * d * back;
-        Vec3f const R = 1.2f * d * left;
-        Vec3f const U = 1.2f * d * up;
+        Vec3f const w = 0.5f * _walk.width() * left;
+        Vec3f const f = 0.5f * _walk.fatness() * back;
+        Vec3f const h = _walk.height() * up;
+        Vec3f const deepBack = 1.2f * d * back;
+        Vec3f const deepLeft = 1.2f * d * left;
+        Vec3f const deepUp = 1.2f * d * up;
         switch(type)
         {
         case 0:
-            return {p - F - w - h, p - F + w - h, p - F + w, p - F - w,
-                    p - w - h,     p + w - h,     p + w,     p - w};
+            return {p - deepBack - w - h,
+                    p - deepBack + w - h,
+                    p - deepBack + w,
+                    p - deepBack - w,
+                    p - w - h,
+                    p + w - h,
+                    p + w,
+                    p - w};
         case 1:
-            return {p + F + w - h, p + F - w - h, p + F - w, p + F + w,
-                    p + w - h,     p - w - h,     p - w,     p + w};
+            return {p + deepBack + w - h,
+                    p + deepBack - w - h,
+                    p + deepBack - w,
+                    p + deepBack + w,
+                    p + w - h,
+                    p - w - h,
+                    p - w,
+                    p + w};
         case 2:
-            return {p + f - h,     p - f - h,     p - f,     p + f,
-                    p + f + R - h, p - f + R - h, p - f + R, p + f + R};
+            return {p + f - h,
+                    p - f - h,
+                    p - f,
+                    p + f,
+                    p + f + deepLeft - h,
+                    p - f + deepLeft - h,
+                    p - f + deepLeft,
+                    p + f + deepLeft};
         case 3:
-            return {p - f - h,     p + f - h,     p + f,     p - f,
-                    p - f - R - h, p + f - R - h, p + f - R, p - f - R};
+            return {p - f - h,
+                    p + f - h,
+                    p + f,
+                    p - f,
+                    p - f - deepLeft - h,
+                    p + f - deepLeft - h,
+                    p + f - deepLeft,
+                    p - f - deepLeft};
         case 4:
-            return {p - f - w - U, p - f + w - U, p - f + w, p - f - w,
-                    p + f - w - U, p + f + w - U, p + f + w, p + f - w};
+            return {p - f - w - deepUp, p - f + w - deepUp, p - f + w, p - f - w,
+                    p + f - w - deepUp, p + f + w - deepUp, p + f + w, p + f - w};
         case 5:
-            return {p - f + w + U, p - f - w + U, p - f - w, p - f + w,
-                    p + f + w + U, p + f - w + U, p + f - w, p + f + w};
+            return {p - f + w + deepUp, p - f - w + deepUp, p - f - w, p - f + w,
+                    p + f + w + deepUp, p + f - w + deepUp, p + f - w, p + f + w};
         default:
             return {};
         }
@@ -61,18 +85,18 @@ class SlowWalk
 
     Move vertical(Real32 step) const
     {
-        Real32 const head = walk.height() - walk.height_eye();
+        Real32 const head = _walk.height() - _walk.height_eye();
         Pnt3f const top = from + head * up;
         Pnt3f const topAt = at + head * up;
         Pnt3f const newTop = top + step * up;
         Pnt3f const newAt = topAt + step * up;
-        if(!walk.god_mode())
+        if(!_walk.god_mode())
         {
             Real32 const length = (newTop - top).length();
             Real32 const margin =
-                step >= 0 ? walk.wall_distance() : walk.ground_distance() + walk.height();
-            auto const hit = walk.intersection(box(step >= 0 ? 5 : 4, top, margin + length),
-                                               SelectionFunctor::TopPlane);
+                step >= 0 ? _walk.wall_distance() : _walk.ground_distance() + _walk.height();
+            auto const hit = _walk.intersection(box(step >= 0 ? 5 : 4, top, margin + length),
+                                                SelectionFunctor::TopPlane);
             if(hit && margin >= hit->first - length)
                 return boost::none;
         }
@@ -84,7 +108,7 @@ class SlowWalk
         if(jump < 1e-6f)
             return jump;
         Real32 found = 0, half = jump, value = jump;
-        for(UInt32 i = 0; i < walk.num_step_loop(); ++i)
+        for(UInt32 i = 0; i < _walk.num_step_loop(); ++i)
         {
             bool const works = vertical(value).has_value();
             half = half * 0.5f;
@@ -110,36 +134,36 @@ class SlowWalk
         if(!rise)
             return boost::none;
         Vec3f const axis = sideways ? left : back;
-        Real32 const head = walk.height() - walk.height_eye();
+        Real32 const head = _walk.height() - _walk.height_eye();
         Pnt3f const top = from + (*rise + head) * up;
         Pnt3f const topAt = at + (*rise + head) * up;
         Pnt3f newTop = top + step * axis;
         Pnt3f newAt = topAt + step * axis;
         bool ok = true;
-        if(!walk.god_mode())
+        if(!_walk.god_mode())
         {
             Real32 const length = (newTop - top).length();
             Real32 const margin =
-                (sideways ? walk.width() : walk.fatness()) * 0.5f + walk.wall_distance();
+                (sideways ? _walk.width() : _walk.fatness()) * 0.5f + _walk.wall_distance();
             int const type = sideways ? (step >= 0 ? 2 : 3) : (step >= 0 ? 1 : 0);
-            auto const hit = walk.intersection(box(type, top, margin + length),
-                                               sideways ? SelectionFunctor::NearPlane
-                                                        : SelectionFunctor::FarPlane);
+            auto const hit = _walk.intersection(box(type, top, margin + length),
+                                                sideways ? SelectionFunctor::NearPlane
+                                                         : SelectionFunctor::FarPlane);
             if(hit)
                 ok = !(margin >= hit->first - length);
         }
-        if(walk.walk_mode())
+        if(_walk.walk_mode())
         {
             if(!ok)
                 return boost::none;
-            auto below = walk.intersection(Line(newTop, -up));
+            auto below = _walk.intersection(Line(newTop, -up));
             if(below)
             {
                 auto const footprint =
-                    walk.intersection(box(4, newTop, below->first), SelectionFunctor::TopPlane);
+                    _walk.intersection(box(4, newTop, below->first), SelectionFunctor::TopPlane);
                 if(footprint)
                     below = footprint;
-                Real32 const limit = walk.ground_distance() + walk.height();
+                Real32 const limit = _walk.ground_distance() + _walk.height();
                 if(below->first > limit)
                 {
                     newTop = newTop - (below->first - limit) * up;
@@ -155,14 +179,14 @@ class SlowWalk
     /// All tries of a step.
     Move steps(bool sideways, Real32 length) const
     {
-        for(UInt32 i = 0; i < walk.num_step_loop(); ++i)
+        for(UInt32 i = 0; i < _walk.num_step_loop(); ++i)
         {
-            if(auto const move = step(sideways, length, 0))
+            if(auto move = step(sideways, length, 0))
                 return move;
-            Real32 const strength = sideways || walk.staircase_mode()
-                                        ? walk.jump_staircase_strength()
-                                        : walk.jump_strength();
-            if(auto const move = step(sideways, length, walk.height() * strength))
+            Real32 const strength = sideways || _walk.staircase_mode()
+                                        ? _walk.jump_staircase_strength()
+                                        : _walk.jump_strength();
+            if(auto move = step(sideways, length, _walk.height() * strength))
                 return move;
             length = length * 0.5f;
         }
@@ -171,11 +195,11 @@ class SlowWalk
 
     Move verticalSteps(Real32 length) const
     {
-        if(walk.walk_mode())
+        if(_walk.walk_mode())
             return boost::none;
-        for(UInt32 i = 0; i < walk.num_step_loop(); ++i)
+        for(UInt32 i = 0; i < _walk.num_step_loop(); ++i)
         {
-            if(auto const move = vertical(length))
+            if(auto move = vertical(length))
                 return move;
             length = length * 0.5f;
         }
@@ -184,14 +208,14 @@ class SlowWalk
 
     Move fall() const
     {
-        Real32 const head = walk.height() - walk.height_eye();
+        Real32 const head = _walk.height() - _walk.height_eye();
         Pnt3f const top = from + head * up;
         Pnt3f const topAt = at + head * up;
-        auto const ray = walk.intersection(Line(from, -up));
+        auto const ray = _walk.intersection(Line(from, -up));
         if(!ray)
             return boost::none;
-        auto const floor = walk.intersection(box(4, from, ray->first), SelectionFunctor::TopPlane);
-        Real32 const limit = walk.ground_distance() + walk.height();
+        auto const floor = _walk.intersection(box(4, from, ray->first), SelectionFunctor::TopPlane);
+        Real32 const limit = _walk.ground_distance() + _walk.height();
         if(!floor || !(floor->first > limit))
             return boost::none;
         Real32 const d = floor->first - limit;
@@ -208,6 +232,6 @@ class SlowWalk
         return length < 1e-6f ? v : v * (1 / length);
     }
 
-    OpenWalk &walk;
+    OpenWalk &_walk;
 };
 } // namespace OSG::Test
