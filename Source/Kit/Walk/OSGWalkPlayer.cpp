@@ -14,7 +14,7 @@ UnrecordedRefPtr<WASDWalkEngine> make_engine(std::shared_ptr<Desktop> const &des
 {
     std::shared_ptr<Desktop> const before = Desktop::current();
     Desktop::setCurrent(desktop);
-    UnrecordedRefPtr<WASDWalkEngine> const engine(WASDWalkEngine::create());
+    UnrecordedRefPtr<WASDWalkEngine> engine(WASDWalkEngine::create());
     Desktop::setCurrent(before);
     if(engine == nullptr)
         throw std::bad_alloc();

@@ -161,4 +161,19 @@ struct WalkedView
     CameraPtr<PerspectiveCamera> const camera = make_perspective(0.8f, 0.1f, 1000.f);
     Navigator navigator;
 };
+
+/// A world of these parts, with a log of the steps.
+struct Walked : WalkedView
+{
+    explicit Walked(Children const &parts)
+        : WalkedView(make_group(parts))
+    {
+        walk->setWalkObserver(&log);
+    }
+    Pnt3f const &from() { return walk->getFrom(); }
+    void forwards(Real32 step) { walk->view_dir_move(-step, 0, 0); }
+    WalkStep const &last() const { return log.steps.back(); }
+
+    StepLog log;
+};
 } // namespace OSG::Test
