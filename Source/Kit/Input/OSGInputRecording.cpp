@@ -72,7 +72,7 @@ class Words
     {
         if(empty())
             complain("something is missing at the end");
-        std::size_t const length = std::min(_rest.find_first_of(blanks), _rest.size());
+        std::size_t const length = std::min(_rest.find_first_of(Blanks), _rest.size());
         std::string_view const word = _rest.substr(0, length);
         _rest.remove_prefix(length);
         skipBlanks();
@@ -119,11 +119,11 @@ class Words
     }
 
   private:
-    static constexpr char const *blanks = " \t\r";
+    static constexpr char const *Blanks = " \t\r";
 
     void skipBlanks()
     {
-        _rest.remove_prefix(std::min(_rest.find_first_not_of(blanks), _rest.size()));
+        _rest.remove_prefix(std::min(_rest.find_first_not_of(Blanks), _rest.size()));
     }
 
     std::string_view _rest;

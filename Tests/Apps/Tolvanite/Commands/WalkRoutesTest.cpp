@@ -22,11 +22,9 @@ Walked walk(std::string const &script, std::string const &from, std::string cons
             std::vector<std::string> const &more = {})
 {
     TextFile const file("route.walk", script);
-    std::vector<std::string> words = {"walk",     TEST_SOURCE_DIR "/Models/building.obj",
-                                      "--from",   from,
-                                      "--at",     at,
-                                      "--json",   "--script",
-                                      file.path()};
+    std::string const model = TEST_SOURCE_DIR "/Models/building.obj";
+    std::vector<std::string> words = {"walk", model,    "--from",   from,       "--at",
+                                      at,     "--json", "--script", file.path()};
     words.insert(words.end(), more.begin(), more.end());
     Outcome const outcome = run_program(words);
     EXPECT_EQ(outcome.err, outcome.status == 0 ? "" : "tolvanite: the goal was not reached\n");
