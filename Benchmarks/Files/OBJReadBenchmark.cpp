@@ -71,35 +71,22 @@ std::size_t arrays_by_us(std::string const &path)
     AnyMaterial client;
     ReadBuffer text(in);
     ObjRecordReader(text, elements, builder.arrays(), records, client).read();
-    builder.trimArrays();
     std::vector<MField<UInt32>> kept;
-    std::size_t faces = 0;
+    std::size_t count = 0;
     for(; records.meshCount() > 0; records.dropNewestMesh())
     {
-        ObjFaces const run = records.faces(0);
-        faces += run.size();
-        ObjIndexMask const mask = derive_index_mask(run);
-        MField<UInt32> lengths;
-        lengths.reserve(run.size());
-        for(std::span<ObjTiePoint const> face : run)
-            lengths.push_back(static_cast<UInt32>(face.size()));
-        kept.push_back(std::move(lengths));
-        for(UInt32 kind = 0; kind < (mask.singleIndex ? 1u : 3u); ++kind)
+        ObjFaces faces = records.faces(0);
+        count += faces.size();
+        ObjIndexMask const mask = derive_index_mask(faces);
+        for(ObjIndexKind kind : {ObjNormalIndex, ObjTexCoordIndex, ObjPositionIndex})
         {
-            if((mask.mask & 1u << kind) == 0)
-                continue;
-            MField<UInt32> entries;
-            entries.reserve(run.tiePointCount());
-            for(std::span<ObjTiePoint const> face : run)
-            {
-                for(ObjTiePoint const &corner : face)
-                    entries.push_back(static_cast<UInt32>(corner.index[kind]));
-            }
-            kept.push_back(std::move(entries));
+            if((mask.mask & 1u << kind) != 0 && (kind == ObjPositionIndex || !mask.singleIndex))
+                faces.takeIndices(kind, kept.emplace_back());
         }
+        faces.appendSizes(kept.emplace_back());
     }
     benchmark::DoNotOptimize(kept.data());
-    return faces;
+    return count;
 }
 
 // --- floors ---

@@ -1,0 +1,86 @@
+#include "OSGObjPackedNumbers.h"
+
+#include <algorithm>
+
+namespace OSG
+{
+namespace
+{
+// The compiler turns a loop over so many numbers into vector instructions. It does not do so where
+// the number of rounds is unknown.
+constexpr std::size_t Block = 16;
+
+template <class Take>
+inline void in_blocks(std::size_t count, Take take)
+{
+    std::size_t i = 0;
+    for(; i + Block <= count; i += Block)
+    {
+        for(std::size_t j = 0; j < Block; ++j)
+            take(i + j);
+    }
+    for(; i < count; ++i)
+        take(i);
+}
+
+UInt32 width_for(UInt32 difference)
+{
+    return difference == 0 ? 0 : difference < 0x100 ? 1 : difference < 0x10000 ? 2 : 4;
+}
+} // namespace
+
+ObjPackedNumbers::ObjPackedNumbers(std::span<Int32 const> numbers)
+{
+    if(numbers.empty())
+        return;
+    Int32 least = numbers[0];
+    Int32 greatest = numbers[0];
+    for(Int32 number : numbers)
+    {
+        least = std::min(least, number);
+        greatest = std::max(greatest, number);
+    }
+    _least = least;
+    _greatest = greatest;
+    // Differences wrap around where they do not fit into a signed number.
+    _width = width_for(static_cast<UInt32>(greatest) - static_cast<UInt32>(least));
+    if(_width == 1)
+        store<UInt8>(numbers);
+    else if(_width == 2)
+        store<UInt16>(numbers);
+    else if(_width == 4)
+        store<UInt32>(numbers);
+}
+
+void ObjPackedNumbers::unpack(std::size_t first, std::span<Int32> to) const
+{
+    if(_width == 0)
+        std::fill(to.begin(), to.end(), _least);
+    else if(_width == 1)
+        load<UInt8>(first, to);
+    else if(_width == 2)
+        load<UInt16>(first, to);
+    else
+        load<UInt32>(first, to);
+}
+
+template <class Word>
+void ObjPackedNumbers::store(std::span<Int32 const> numbers)
+{
+    _bytes = MemArray<unsigned char>(numbers.size() * sizeof(Word));
+    Word *__restrict const to = reinterpret_cast<Word *>(_bytes.data());
+    Int32 const *__restrict const from = numbers.data();
+    UInt32 const least = static_cast<UInt32>(_least);
+    in_blocks(numbers.size(), [=](std::size_t i)
+              { to[i] = static_cast<Word>(static_cast<UInt32>(from[i]) - least); });
+}
+
+template <class Word>
+void ObjPackedNumbers::load(std::size_t first, std::span<Int32> numbers) const
+{
+    Word const *__restrict const from = reinterpret_cast<Word const *>(_bytes.data()) + first;
+    Int32 *__restrict const to = numbers.data();
+    UInt32 const least = static_cast<UInt32>(_least);
+    in_blocks(numbers.size(), [=](std::size_t i) { to[i] = static_cast<Int32>(least + from[i]); });
+}
+} // namespace OSG
