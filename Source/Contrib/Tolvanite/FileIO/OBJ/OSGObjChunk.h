@@ -33,13 +33,33 @@ struct ObjTiePoint
 using ObjTiePointVector = std::vector<ObjTiePoint, MemAllocator<ObjTiePoint>>;
 using ObjNumberVector = std::vector<Int32, MemAllocator<Int32>>;
 
+/// Corners as they are collected: the indices of each kind in an array of their own. Corners beyond
+/// `count` are room.
+struct OSG_CONTRIBTOLVANITE_API ObjOpenCorners
+{
+    MemArray<Int32> indices[ObjIndexKindCount];
+    std::size_t count = 0;
+
+    void add(ObjTiePoint const &corner)
+    {
+        if(count == indices[0].size())
+            grow();
+        indices[0][count] = corner.index[0];
+        indices[1][count] = corner.index[1];
+        indices[2][count] = corner.index[2];
+        ++count;
+    }
+    /// Room for the first thousands is made at once.
+    void grow();
+};
+
 /// Some thousand corners of whole faces, in the order of the file, packed. Texture coordinates and
 /// normals with the same indices as the positions take no memory.
 class OSG_CONTRIBTOLVANITE_API ObjChunk
 {
   public:
     /// Takes the sizes of the faces and their corners.
-    ObjChunk(std::span<Int32 const> sizes, std::span<ObjTiePoint const> corners);
+    ObjChunk(std::span<Int32 const> sizes, ObjOpenCorners const &corners);
 
     std::size_t faceCount() const { return _faceCount; }
     std::size_t cornerCount() const { return _cornerCount; }

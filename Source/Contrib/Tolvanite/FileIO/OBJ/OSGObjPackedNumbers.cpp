@@ -1,6 +1,7 @@
 #include "OSGObjPackedNumbers.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace OSG
 {
@@ -23,6 +24,42 @@ inline void in_blocks(std::size_t count, Take take)
         take(i);
 }
 
+/// Four numbers in a vector register.
+using FourInt32 = Int32 __attribute__((vector_size(16)));
+
+struct Limits
+{
+    Int32 least;
+    Int32 greatest;
+};
+
+Limits limits_of(std::span<Int32 const> numbers)
+{
+    FourInt32 least = FourInt32{} + numbers[0];
+    FourInt32 greatest = least;
+    Int32 const *number = numbers.data();
+    Int32 const *const end = number + numbers.size();
+    for(; end - number >= 4; number += 4)
+    {
+        FourInt32 four;
+        std::memcpy(&four, number, sizeof four);
+        least = four < least ? four : least;
+        greatest = four > greatest ? four : greatest;
+    }
+    Limits limits = {numbers[0], numbers[0]};
+    for(int lane = 0; lane < 4; ++lane)
+    {
+        limits.least = std::min<Int32>(limits.least, least[lane]);
+        limits.greatest = std::max<Int32>(limits.greatest, greatest[lane]);
+    }
+    for(; number != end; ++number)
+    {
+        limits.least = std::min(limits.least, *number);
+        limits.greatest = std::max(limits.greatest, *number);
+    }
+    return limits;
+}
+
 UInt32 width_for(UInt32 difference)
 {
     return difference == 0 ? 0 : difference < 0x100 ? 1 : difference < 0x10000 ? 2 : 4;
@@ -33,17 +70,11 @@ ObjPackedNumbers::ObjPackedNumbers(std::span<Int32 const> numbers)
 {
     if(numbers.empty())
         return;
-    Int32 least = numbers[0];
-    Int32 greatest = numbers[0];
-    for(Int32 number : numbers)
-    {
-        least = std::min(least, number);
-        greatest = std::max(greatest, number);
-    }
-    _least = least;
-    _greatest = greatest;
+    Limits const limits = limits_of(numbers);
+    _least = limits.least;
+    _greatest = limits.greatest;
     // Differences wrap around where they do not fit into a signed number.
-    _width = width_for(static_cast<UInt32>(greatest) - static_cast<UInt32>(least));
+    _width = width_for(static_cast<UInt32>(_greatest) - static_cast<UInt32>(_least));
     if(_width == 1)
         store<UInt8>(numbers);
     else if(_width == 2)

@@ -172,16 +172,16 @@ ObjRecords::ObjRecords()
 
 void ObjRecords::closeChunk()
 {
-    if(_open.sizes.empty())
+    if(_openSizes.empty())
         return;
-    _chunks.push_back({_packedFaces, _packedCorners, ObjChunk(_open.sizes, _open.corners)});
-    _packedFaces += _open.sizes.size();
-    _packedCorners += _open.corners.size();
-    _open.sizes.clear();
-    // A face may be very long; its room is not kept.
-    if(_open.corners.size() > 4 * ChunkSize)
-        _open.corners = ObjTiePointVector();
-    _open.corners.clear();
+    _chunks.push_back({_packedFaces, _packedCorners, ObjChunk(_openSizes, _open)});
+    _packedFaces += _openSizes.size();
+    _packedCorners += _open.count;
+    _openSizes.clear();
+    // A face may be very long. Its room is not kept.
+    if(_open.count > 4 * ChunkSize)
+        _open = ObjOpenCorners();
+    _open.count = 0;
     _faceBegin = 0;
 }
 
@@ -194,6 +194,7 @@ void ObjRecords::startMesh()
 ObjFaces ObjRecords::faces(std::size_t mesh)
 {
     closeChunk();
+    _open = ObjOpenCorners();
     Mesh const &first = stored(mesh);
     std::size_t const faceEnd = mesh == 0 ? _packedFaces : stored(mesh - 1).firstFace;
     std::size_t const cornerEnd = mesh == 0 ? _packedCorners : stored(mesh - 1).firstCorner;

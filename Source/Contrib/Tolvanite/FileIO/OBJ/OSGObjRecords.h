@@ -133,13 +133,17 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
     ObjRecords();
 
     // --- collecting ---
-    void addTiePoint(ObjTiePoint const &tiePoint) { _open.corners.push_back(tiePoint); }
+    void addTiePoint(ObjTiePoint const &tiePoint) { _open.add(tiePoint); }
+    /// Corners of the face that is being collected and of others that are not packed yet.
+    std::size_t openTiePoints() const { return _open.count; }
+    /// Takes corners away that were added since there were so many.
+    void dropOpenTiePoints(std::size_t count) { _open.count = count; }
     /// Makes a face of the corners that were added since the last face. It may be empty.
     void endFace()
     {
-        _open.sizes.push_back(static_cast<Int32>(_open.corners.size() - _faceBegin));
-        _faceBegin = _open.corners.size();
-        if(_faceBegin >= ChunkSize || _open.sizes.size() >= ChunkSize)
+        _openSizes.push_back(static_cast<Int32>(_open.count - _faceBegin));
+        _faceBegin = _open.count;
+        if(_faceBegin >= ChunkSize || _openSizes.size() >= ChunkSize)
             closeChunk();
     }
     /// Starts another mesh, unless the current mesh has no face.
@@ -176,13 +180,14 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
 
     Mesh const &stored(std::size_t mesh) const { return _meshes[_meshes.size() - 1 - mesh]; }
     void closeChunk();
-    std::size_t faceCount() const { return _packedFaces + _open.sizes.size(); }
-    std::size_t cornerCount() const { return _packedCorners + _open.corners.size(); }
+    std::size_t faceCount() const { return _packedFaces + _openSizes.size(); }
+    std::size_t cornerCount() const { return _packedCorners + _open.count; }
 
     std::vector<PlacedChunk, MemAllocator<PlacedChunk>> _chunks;
     std::size_t _packedFaces = 0; ///< in chunks
     std::size_t _packedCorners = 0;
-    ObjPlainFaces _open;        ///< not packed yet
+    ObjNumberVector _openSizes; ///< of faces that are not packed yet
+    ObjOpenCorners _open;       ///< their corners, and those of the face that is being collected
     std::size_t _faceBegin = 0; ///< first corner of the face that is being collected
     std::vector<Mesh, MemAllocator<Mesh>> _meshes;
 };
