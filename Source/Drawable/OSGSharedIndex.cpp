@@ -163,7 +163,8 @@ Range range_of(Array const &positions, UInt32 vertices)
 /// Combinations lie in chains, like those of a hash table. At first a chain holds the combinations
 /// of one position: vertices that are neighbours in a mesh then use neighbouring memory. That is
 /// given up where the positions lie farther apart than the geometry has vertices for, or where many
-/// combinations share a position and chains grow long; a chain then holds those of a hash value.
+/// combinations share a position and chains grow long; a chain then holds those of a hash value. So
+/// it does in small geometries, whose table is near in any order and has the shorter chains.
 class CombinationTable
 {
   public:
@@ -175,7 +176,7 @@ class CombinationTable
     {
         Range const range = range_of(arrays.front(), vertices);
         _firstPosition = range.first;
-        if(range.size() / 8 <= vertices)
+        if(vertices > FewForHash && range.size() / 8 <= vertices)
             _chains.assign(range.size(), None);
         else
             chainByHash();
@@ -226,20 +227,18 @@ class CombinationTable
 
     std::size_t hash() const
     {
+        // Multiplicative hashing (Knuth): the upper half of the product depends on all bits.
         UInt64 sum = 0;
         for(UInt32 element : _elements)
-        {
-            sum = (sum ^ element) * 0x9E3779B97F4A7C15u;
-            sum ^= sum >> 32;
-        }
-        return static_cast<std::size_t>(sum);
+            sum = (sum + element) * 0x9E3779B97F4A7C15u;
+        return static_cast<std::size_t>(sum >> 32);
     }
 
     void chainByHash()
     {
         _byHash = true;
         std::size_t chains = 16;
-        while(chains < _vertices)
+        while(chains < (_vertices > FewForHash ? _vertices : 2 * _vertices))
             chains *= 2;
         _chains.assign(chains, None);
         for(UInt32 number = 0; number < _combinations.size(); ++number)
@@ -256,6 +255,7 @@ class CombinationTable
     // first few vertices may not decide that.
     static constexpr UInt64 LongChain = 16;
     static constexpr UInt64 FewVertices = 64;
+    static constexpr UInt32 FewForHash = 2048;
 
     bool _byHash = false;
     UInt64 _steps = 0;

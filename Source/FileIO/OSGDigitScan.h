@@ -44,12 +44,6 @@ inline UInt32 other_than_digits_16(char const *p)
 #endif
 }
 
-/// The same for 32 bytes.
-inline UInt32 other_than_digits_32(char const *p)
-{
-    return other_than_digits_16(p) | other_than_digits_16(p + 16) << 16;
-}
-
 /// The number that `count` digits make, at most DigitsAtOnce.
 inline UInt32 number_of_digits(char const *p, UInt32 count)
 {

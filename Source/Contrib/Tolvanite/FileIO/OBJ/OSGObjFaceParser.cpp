@@ -56,10 +56,10 @@ inline Int32 plain_index(char const *p, UInt32 count)
 
 /// Reads a corner in one of the four usual forms, with up to eight digits a number, followed by
 /// white space or the end of the line. Null for any other corner, which is then read number by
-/// number. The ends of all three numbers come from one comparison, so none waits for another.
+/// number. The ends of the numbers come from one comparison, so none waits for another.
 inline char const *scan_plain_corner(char const *p, ObjTiePoint &corner)
 {
-    UInt32 others = other_than_digits_32(p);
+    UInt32 others = other_than_digits_16(p) | 1u << 16;
     UInt32 const first = static_cast<UInt32>(std::countr_zero(others));
     if(first - 1 >= DigitsAtOnce)
         return nullptr;
@@ -69,6 +69,8 @@ inline char const *scan_plain_corner(char const *p, ObjTiePoint &corner)
     UInt32 end = first;
     if(p[first] == '/')
     {
+        others ^= 1u << 16;
+        others |= other_than_digits_16(p + 16) << 16;
         others &= others - 1;
         end = static_cast<UInt32>(std::countr_zero(others));
         UInt32 const second = end - first - 1;

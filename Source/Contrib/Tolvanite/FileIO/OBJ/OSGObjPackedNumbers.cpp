@@ -7,23 +7,6 @@ namespace OSG
 {
 namespace
 {
-// The compiler turns a loop over so many numbers into vector instructions. It does not do so where
-// the number of rounds is unknown.
-constexpr std::size_t Block = 16;
-
-template <class Take>
-inline void in_blocks(std::size_t count, Take take)
-{
-    std::size_t i = 0;
-    for(; i + Block <= count; i += Block)
-    {
-        for(std::size_t j = 0; j < Block; ++j)
-            take(i + j);
-    }
-    for(; i < count; ++i)
-        take(i);
-}
-
 /// Four numbers in a vector register.
 using FourInt32 = Int32 __attribute__((vector_size(16)));
 
@@ -95,23 +78,64 @@ void ObjPackedNumbers::unpack(std::size_t first, std::span<Int32> to) const
         load<UInt32>(first, to);
 }
 
+namespace
+{
+// Eight numbers at a time, as vectors that the compiler lays on the registers of the machine.
+constexpr std::size_t Lanes = 8;
+using Numbers = UInt32 __attribute__((vector_size(Lanes * sizeof(UInt32))));
+template <class Word>
+struct Packed;
+template <>
+struct Packed<UInt8>
+{
+    using Words = UInt8 __attribute__((vector_size(Lanes)));
+};
+template <>
+struct Packed<UInt16>
+{
+    using Words = UInt16 __attribute__((vector_size(Lanes * sizeof(UInt16))));
+};
+template <>
+struct Packed<UInt32>
+{
+    using Words = Numbers;
+};
+} // namespace
+
 template <class Word>
 void ObjPackedNumbers::store(std::span<Int32 const> numbers)
 {
+    using Words = typename Packed<Word>::Words;
     _bytes = MemArray<unsigned char>(numbers.size() * sizeof(Word));
-    Word *__restrict const to = reinterpret_cast<Word *>(_bytes.data());
-    Int32 const *__restrict const from = numbers.data();
+    Word *const to = reinterpret_cast<Word *>(_bytes.data());
     UInt32 const least = static_cast<UInt32>(_least);
-    in_blocks(numbers.size(), [=](std::size_t i)
-              { to[i] = static_cast<Word>(static_cast<UInt32>(from[i]) - least); });
+    std::size_t i = 0;
+    for(; i + Lanes <= numbers.size(); i += Lanes)
+    {
+        Numbers eight;
+        std::memcpy(&eight, &numbers[i], sizeof eight);
+        Words const words = __builtin_convertvector(eight - least, Words);
+        std::memcpy(to + i, &words, sizeof words);
+    }
+    for(; i < numbers.size(); ++i)
+        to[i] = static_cast<Word>(static_cast<UInt32>(numbers[i]) - least);
 }
 
 template <class Word>
 void ObjPackedNumbers::load(std::size_t first, std::span<Int32> numbers) const
 {
-    Word const *__restrict const from = reinterpret_cast<Word const *>(_bytes.data()) + first;
-    Int32 *__restrict const to = numbers.data();
+    using Words = typename Packed<Word>::Words;
+    Word const *const from = reinterpret_cast<Word const *>(_bytes.data()) + first;
     UInt32 const least = static_cast<UInt32>(_least);
-    in_blocks(numbers.size(), [=](std::size_t i) { to[i] = static_cast<Int32>(least + from[i]); });
+    std::size_t i = 0;
+    for(; i + Lanes <= numbers.size(); i += Lanes)
+    {
+        Words words;
+        std::memcpy(&words, from + i, sizeof words);
+        Numbers const eight = __builtin_convertvector(words, Numbers) + least;
+        std::memcpy(&numbers[i], &eight, sizeof eight);
+    }
+    for(; i < numbers.size(); ++i)
+        numbers[i] = static_cast<Int32>(least + from[i]);
 }
 } // namespace OSG

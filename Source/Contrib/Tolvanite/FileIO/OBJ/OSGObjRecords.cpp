@@ -88,10 +88,10 @@ namespace
 {
 using Words = std::vector<UInt32, MemAllocator<UInt32>>;
 
-/// Appends faces of `Size` corners in the reverse order. A size that the compiler knows makes a
+/// Writes faces of `Size` corners in the reverse order. A size that the compiler knows makes a
 /// loop of plain copies.
 template <std::size_t Size>
-void append_reversed(std::span<Int32 const> corners, UInt32 *to)
+void put_reversed(std::span<Int32 const> corners, UInt32 *to)
 {
     for(std::size_t at = corners.size(); at > 0; to += Size)
     {
@@ -101,7 +101,7 @@ void append_reversed(std::span<Int32 const> corners, UInt32 *to)
     }
 }
 
-void append_reversed(std::span<Int32 const> corners, std::span<Int32 const> sizes, UInt32 *to)
+void put_reversed(std::span<Int32 const> corners, std::span<Int32 const> sizes, UInt32 *to)
 {
     std::size_t behind = corners.size();
     for(std::size_t face = sizes.size(); face-- > 0;)
@@ -116,7 +116,7 @@ void append_reversed(std::span<Int32 const> corners, std::span<Int32 const> size
 
 void ObjFaces::appendSizes(Words &to) const
 {
-    ObjNumberVector sizes;
+    ObjNumberVector &sizes = _records._roomForSizes;
     to.reserve(to.size() + size());
     for(ObjPiece piece = newestPiece(); piece.chunk != nullptr; piece = pieceBefore(piece))
     {
@@ -133,31 +133,31 @@ void ObjFaces::appendSizes(Words &to) const
 
 void ObjFaces::takeIndices(ObjIndexKind kind, Words &to)
 {
-    ObjNumberVector corners;
-    ObjNumberVector sizes;
-    Words reversed;
+    // Runs may be small and many, so that room of their own would take longer than the indices.
+    ObjNumberVector &corners = _records._roomForCorners;
+    ObjNumberVector &sizes = _records._roomForSizes;
     to.reserve(to.size() + tiePointCount());
     for(ObjPiece piece = newestPiece(); piece.chunk != nullptr; piece = pieceBefore(piece))
     {
         ObjChunk &chunk = *piece.chunk;
         corners.resize(piece.cornerCount);
-        reversed.resize(piece.cornerCount);
         chunk.unpack(kind, piece.firstCorner, corners);
+        to.resize(to.size() + piece.cornerCount);
+        UInt32 *const reversed = to.data() + to.size() - piece.cornerCount;
         if(chunk.hasOneSize() && chunk.leastSize() == 3)
         {
-            append_reversed<3>(corners, reversed.data());
+            put_reversed<3>(corners, reversed);
         }
         else if(chunk.hasOneSize() && chunk.leastSize() == 4)
         {
-            append_reversed<4>(corners, reversed.data());
+            put_reversed<4>(corners, reversed);
         }
         else
         {
             sizes.resize(piece.faceCount);
             chunk.unpackSizes(piece.firstFace, sizes);
-            append_reversed(corners, sizes, reversed.data());
+            put_reversed(corners, sizes, reversed);
         }
-        to.insert(to.end(), reversed.begin(), reversed.end());
         if(piece.isWhole())
             chunk.release(kind);
     }

@@ -190,5 +190,7 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
     ObjOpenCorners _open;       ///< their corners, and those of the face that is being collected
     std::size_t _faceBegin = 0; ///< first corner of the face that is being collected
     std::vector<Mesh, MemAllocator<Mesh>> _meshes;
+    ObjNumberVector _roomForCorners; ///< of a chunk that is being unpacked
+    ObjNumberVector _roomForSizes;
 };
 } // namespace OSG
