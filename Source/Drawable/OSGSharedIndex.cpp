@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <utility>
 
 #include "OSGGeometryView.h"
@@ -54,19 +55,29 @@ class Array
         TransitPtr<GeoVectorProperty> gathered = dynamic_transit_cast<GeoVectorProperty>(
             static_cast<FieldContainerType const &>(_property->getType()).createContainer());
         gathered->resize(combinations.size());
-        UInt32 const dimension = _values.dimension();
-        Real32 *to = gathered->editArray();
-        for(UInt32 number = 0; number < combinations.size(); ++number)
-        {
-            UInt32 const element = elementOf(combinations[number].first);
-            for(UInt32 i = 0; element != None && i < dimension; ++i)
-                to[i] = _values[element][i];
-            to += dimension;
-        }
+        if(_values.dimension() == 3)
+            gatherInto<3>(gathered->editArray(), combinations);
+        else if(_values.dimension() == 2)
+            gatherInto<2>(gathered->editArray(), combinations);
+        else
+            gatherInto<0>(gathered->editArray(), combinations);
         return gathered;
     }
 
   private:
+    /// Where `Dimension` is not 0, it is known to the compiler. `to` is zero.
+    template <UInt32 Dimension, class Combinations>
+    void gatherInto(Real32 *to, Combinations const &combinations) const
+    {
+        UInt32 const dimension = Dimension != 0 ? Dimension : _values.dimension();
+        for(UInt32 number = 0; number < combinations.size(); ++number, to += dimension)
+        {
+            UInt32 const element = elementOf(combinations[number].first);
+            if(element != None)
+                std::memcpy(to, _values[element], dimension * sizeof(Real32));
+        }
+    }
+
     UInt16 _slot;
     GeoVectorProperty *_property;
     VectorArray _values;
