@@ -77,7 +77,6 @@ TEST(ObjPackedNumbers, AnyPartCanBeUnpacked)
 
 TEST(ObjPackedNumbers, ReleasedNumbersKeepTheirLimits)
 {
-    UInt64 const before = get_mem_bytes();
     std::vector<Int32> numbers(1000);
     std::iota(numbers.begin(), numbers.end(), 0);
     UInt64 const plain = get_mem_bytes();
@@ -86,5 +85,4 @@ TEST(ObjPackedNumbers, ReleasedNumbersKeepTheirLimits)
     packed.release();
     EXPECT_EQ(get_mem_bytes(), plain);
     EXPECT_EQ(packed.greatest(), 999);
-    EXPECT_GT(plain, before);
 }
