@@ -37,8 +37,8 @@ class Obj:
         self.runs[-1][2].append([(self.index("v", p), self.index("vt", t), self.index("vn", n))
                                  for p, t, n in corners])
 
-    def text(self, title, library):
-        lines = [f"# {title}; made by Tools/make_models.py", f"mtllib {library}"]
+    def text(self, title, library, script="Tools/make_models.py"):
+        lines = [f"# {title}; made by {script}", f"mtllib {library}"]
         for kind, table in self.tables.items():
             lines += [f"{kind} " + " ".join(f"{x:.4f}".rstrip("0").rstrip(".") for x in values)
                       for values in table]
@@ -227,75 +227,97 @@ def pavilion():
     return obj.text("A pavilion to look at and to walk through", "pavilion.mtl")
 
 
-PAVILION_MATERIALS = """\
-# Materials of pavilion.obj; made by Tools/make_models.py
-
-newmtl tiles
+# What stands behind newmtl in a material library.
+MATERIALS = {
+    "tiles": """\
 Ka 0.2 0.2 0.2
 Kd 0.9 0.9 0.9
 Ks 0.3 0.3 0.3
 Ns 40
 map_Kd textures/tiles.png
-
-newmtl stone
+""",
+    "stone": """\
 Ka 0.18 0.18 0.17
 Kd 0.62 0.6 0.56
 Ks 0.05 0.05 0.05
 Ns 5
-
-newmtl plaster
+""",
+    "plaster": """\
 Ka 0.2 0.2 0.2
 Kd 0.95 0.93 0.88
 Ks 0 0 0
 Ns 1
 map_Kd textures/plaster.tga
-
-newmtl glass
+""",
+    "glass": """\
 Ka 0.05 0.05 0.05
 Kd 0.7 0.85 0.9
 Ks 0.9 0.9 0.9
 Ns 90
 d 0.3
-
-newmtl wood
+""",
+    "wood": """\
 Ka 0.15 0.12 0.1
 Kd 0.7 0.55 0.4
 Ks 0.15 0.15 0.15
 Ns 20
 map_Kd textures/wood.png
-
-newmtl marble
+""",
+    "marble": """\
 Ka 0.2 0.2 0.2
 Kd 0.88 0.87 0.85
 Ks 0.6 0.6 0.6
 Ns 60
-
-newmtl lattice
+""",
+    "lattice": """\
 Ka 0.2 0.2 0.2
 Kd 0.4 0.3 0.2
 Ks 0 0 0
 Ns 1
 map_Kd textures/lattice.png
-
-newmtl fabric
+""",
+    "fabric": """\
 Ka 0.2 0.1 0.1
 Kd 0.7 0.2 0.2
 Ks 0 0 0
 Ns 1
 map_Kd textures/fabric.bmp
-
-newmtl iron
+""",
+    "iron": """\
 Ka 0.05 0.05 0.05
 Kd 0.12 0.12 0.13
 Ks 0.4 0.4 0.4
 Ns 30
-
-newmtl fruit
+""",
+    "grass": """\
+Ka 0.1 0.15 0.08
+Kd 0.42 0.55 0.3
+Ks 0 0 0
+Ns 1
+""",
+    "fruit": """\
 Ka 0.2 0.1 0
 Kd 0.95 0.55 0.1
 Ks 0.3 0.3 0.3
 Ns 25
-"""
+""",
+}
+
+
+def material_library(title, names):
+    """The text of a library with these of MATERIALS."""
+    return "".join([f"# {title}\n"] + [f"\nnewmtl {name}\n{MATERIALS[name]}" for name in names])
+
+
+def write_models(files):
+    """Writes {name: bytes} into the folder that the command line names, else into Models."""
+    default = pathlib.Path(__file__).resolve().parent.parent / "Models"
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else default
+    for name, content in files.items():
+        path = folder / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+        print(f"{len(content):8} {path.name}")
 
 
 # --- images -------------------------------------------------------------------------------------
@@ -388,22 +410,16 @@ def bmp(rows):
 
 
 def main():
-    default = pathlib.Path(__file__).resolve().parent.parent / "Models"
-    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else default
-    files = {
+    write_models({
         "pavilion.obj": pavilion().encode(),
-        "pavilion.mtl": PAVILION_MATERIALS.encode(),
+        "pavilion.mtl": material_library("Materials of pavilion.obj; made by Tools/make_models.py",
+                                         [name for name in MATERIALS if name != "grass"]).encode(),
         "textures/tiles.png": png(tiles()),
         "textures/plaster.tga": tga(plaster()),
         "textures/wood.png": png(wood()),
         "textures/fabric.bmp": bmp(fabric()),
         "textures/lattice.png": png(lattice()),
-    }
-    for name, content in files.items():
-        path = folder / name
-        path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_bytes(content)
-        print(f"{len(content):8} {path.name}")
+    })
 
 
 if __name__ == "__main__":

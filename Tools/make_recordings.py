@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the recordings of input events under Models/, one per navigation engine and a second one
-for the trackball on an orthographic camera.
+"""Makes the recordings of input under Models/, one per navigation engine and a second one for the
+trackball on an orthographic camera.
 
     make_recordings.py [FOLDER]
 
@@ -13,14 +13,17 @@ import sys
 LEFT, MIDDLE, RIGHT, NEARER, FARTHER = range(5)
 KEY_DOWN, KEY_UP, VIRTUAL = 0x08, 0x10, 0x20
 ARROW_UP, ARROW_DOWN, RETURN, SPACE = 38, 40, 13, 32
+ESCAPE, SHIFT, CTRL, F3 = 27, 16, 17, 114
+A, C, D, E, Q, S, W = (ord(letter) for letter in "ACDEQSW")
 
 
 class Recording:
     """Lines of events. The clock ticks 60 times a second; a pause is a quarter of a second."""
 
-    def __init__(self, title, camera, pose, motion, angle, center="off", no_intersect="off"):
+    def __init__(self, title, camera, pose, motion, angle, center="off", no_intersect="off",
+                 version=1):
         self.lines = [f"# {title}; made by Tools/make_recordings.py, for 640x480",
-                      "tolvanite-events 1", f"camera {camera}",
+                      f"tolvanite-events {version}", f"camera {camera}",
                       *(f"{name} {point}" for name, point in zip(("from", "at", "up"), pose)),
                       f"motion-factor {motion}", f"rotation-angle {angle}",
                       f"click-center {center}", f"no-intersect {no_intersect}"]
@@ -72,6 +75,16 @@ class Recording:
     def tick(self, count, button=-1):
         for _ in range(count):
             self.event(f"idle {button} {self.here()}")
+
+    def walk(self, keys, frames):
+        """Frames of a recording of the second version with a millisecond clock, `keys` down."""
+        for key in keys:
+            self.event(f"down {key}", 0)
+        for _ in range(frames):
+            self.event(f"idle -1 {self.here()}", 0)
+            self.event(f"frame {self.ticks * 1000 // 60}")
+        for key in keys:
+            self.event(f"up {key}", 0)
 
     def text(self):
         return "\n".join(self.lines) + "\n"
@@ -165,11 +178,46 @@ def copter():
     return recording
 
 
+def walk():
+    """From the terrace through the door, past the table and up the stairs to the gallery."""
+    recording = Recording("a walk", "perspective 45", ("0 1.5 6.6", "0 1.5 0", "0 1 0"), 1, 0.05,
+                          version=2)
+    recording.lines.append("clock 1000")
+    recording.event("hover 320 240")
+    recording.walk([W], 110)  # in, as far as the bench
+    recording.walk([D], 125)  # to the side, in front of the stairs
+    recording.event("focus off")
+    recording.walk([W], 5)  # without the focus nothing moves; the time counts afterwards
+    recording.event("focus on")
+    recording.walk([W, SHIFT], 25)
+    recording.walk([S, CTRL], 20)
+    # The pointer looks around: in game mode, where it is put back when it leaves the view, and
+    # while a key is down.
+    recording.virtual_key(F3)
+    recording.path("hover", 400, 250, 6)
+    recording.walk([], 4)
+    recording.path("hover", 660, 250, 4)
+    recording.at(320, 240).walk([], 2)
+    recording.virtual_key(ESCAPE)
+    recording.walk([Q], 30)
+    recording.at(300, 200).walk([E], 20)
+    recording.walk([C], 60)
+    # Slower by the wheel, faster by a character, then a jump against the wall.
+    recording.wheel(NEARER, 3)
+    recording.key(ord("+"), KEY_DOWN)
+    recording.walk([ARROW_UP], 30)
+    recording.virtual_key(SPACE)
+    recording.walk([A], 10)
+    recording.event("blur")
+    recording.walk([], 3)
+    return recording
+
+
 def main():
     default = pathlib.Path(__file__).resolve().parent.parent / "Models"
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else default
     for name, recording in {"cad": cad(), "cad-orthographic": cad_orthographic(), "fly": fly(),
-                            "copter": copter()}.items():
+                            "copter": copter(), "walk": walk()}.items():
         content = recording.text().encode()
         (folder / f"{name}.events").write_bytes(content)
         print(f"{len(content):8} {name}.events")

@@ -7,51 +7,17 @@
 #include <random>
 #include <vector>
 
+#include "Building.h"
 #include "OSGChangeList.h"
-#include "OSGGeometry.h"
-#include "OSGGroup.h"
 #include "OSGQuaternion.h"
 #include "OSGThread.h"
 #include "OSGTransform.h"
-#include "OSGTypedGeoProperties.h"
 #include "SceneGraph.h"
 
 namespace OSG::Bench
 {
 namespace
 {
-using NodePtr = UnrecordedRefPtr<Node>;
-using Positions = std::vector<Pnt3f>;
-using Index = std::vector<UInt32>;
-
-template <class Property>
-UnrecordedRefPtr<Property> property_of(auto const &values)
-{
-    UnrecordedRefPtr<Property> property(Property::create());
-    property->editValues().assign(values.begin(), values.end());
-    return property;
-}
-
-NodePtr node_of(NodeCore *core)
-{
-    NodePtr node(Node::create());
-    node->setCore(core);
-    return node;
-}
-
-NodePtr group() { return node_of(UnrecordedRefPtr<Group>(Group::create())); }
-
-NodePtr shape(Positions const &positions, Index const &index)
-{
-    UnrecordedRefPtr<Geometry> const geometry(Geometry::create());
-    geometry->setTypes(property_of<GeoUInt8Property>(std::array<UInt8, 1>{4}));
-    geometry->setLengths(
-        property_of<GeoUInt32Property>(std::array{static_cast<UInt32>(index.size())}));
-    geometry->setPositions(property_of<GeoPnt3fProperty>(positions));
-    geometry->setIndex(property_of<GeoUInt32Property>(index), Geometry::PositionsSlot);
-    return node_of(geometry);
-}
-
 // --- terrains ---
 
 constexpr Real32 CellSize = 0.25f;
@@ -167,62 +133,6 @@ NodePtr boxes()
     return root;
 }
 
-// --- the building ---
-
-struct RoomBuilder
-{
-    Positions positions;
-    Index index;
-
-    // 8 by 5 cells of two triangles.
-    void addFace(Pnt3f const &corner, Vec3f const &right, Vec3f const &up)
-    {
-        constexpr UInt32 Columns = 8;
-        constexpr UInt32 Rows = 5;
-        UInt32 const first = static_cast<UInt32>(positions.size());
-        for(UInt32 i = 0; i < (Columns + 1) * (Rows + 1); ++i)
-            positions.push_back(corner +
-                                right * (static_cast<Real32>(i % (Columns + 1)) / Columns) +
-                                up * (static_cast<Real32>(i / (Columns + 1)) / Rows));
-        for(UInt32 i = 0; i < Columns * Rows; ++i)
-        {
-            UInt32 const a = first + i / Columns * (Columns + 1) + i % Columns;
-            UInt32 const above = a + Columns + 1;
-            index.insert(index.end(), {a, a + 1, above, a + 1, above + 1, above});
-        }
-    }
-};
-
-NodePtr room(UInt32 storey, UInt32 number)
-{
-    Vec3f const size(5.f, 3.f, 4.f);
-    Pnt3f const corner(static_cast<Real32>(number % 10) * 5.2f, static_cast<Real32>(storey) * 3.3f,
-                       -static_cast<Real32>(number / 10) * 4.2f);
-    Vec3f const x(size[0], 0, 0);
-    Vec3f const y(0, size[1], 0);
-    Vec3f const z(0, 0, -size[2]);
-    RoomBuilder room;
-    room.addFace(corner, x, z);
-    room.addFace(corner, x, y);
-    room.addFace(corner + z, x, y);
-    room.addFace(corner, z, y);
-    room.addFace(corner + x, z, y);
-    return shape(room.positions, room.index);
-}
-
-NodePtr building()
-{
-    NodePtr root = group();
-    for(UInt32 storey = 0; storey < 10; ++storey)
-    {
-        NodePtr const floor = group();
-        for(UInt32 number = 0; number < 50; ++number)
-            floor->addChild(room(storey, number));
-        root->addChild(floor);
-    }
-    return root;
-}
-
 NodePtr make(SceneName name)
 {
     switch(name)
@@ -236,7 +146,7 @@ NodePtr make(SceneName name)
     case SceneName::S3:
         return boxes();
     default:
-        return building();
+        return building(200000);
     }
 }
 } // namespace

@@ -14,14 +14,17 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "Contenders.h"
 #include "OSGChangeList.h"
 #include "OSGGeometry.h"
+#include "OSGNodeWalker.h"
 #include "OSGPrimitiveIndexUse.h"
 #include "OSGThread.h"
+#include "OSGTransform.h"
 #include "OSGTypedGeoProperties.h"
 
 namespace OSG::Bench
@@ -148,14 +151,19 @@ void add_rays(SceneName scene, RayQuery query)
 
 // --- the first picks after an edit ---
 
+void bring_up_to_date(SceneName name)
+{
+    scene(name)->updateVolume();
+    Thread::getCurrentChangeList()->commitChanges();
+}
+
 void touch_positions(SceneName name)
 {
     auto *const geometry = dynamic_cast<Geometry *>(terrain_of(name));
     auto *const positions = dynamic_cast<GeoPnt3fProperty *>(geometry->getPositions());
     positions->editValues();
     Thread::getCurrentChangeList()->commitChanges();
-    scene(name)->updateVolume();
-    Thread::getCurrentChangeList()->commitChanges();
+    bring_up_to_date(name);
 }
 
 /// Two picks on a geometry without an index; without the use of indices, two plain loops.
@@ -176,6 +184,56 @@ void add_cold(SceneName scene, bool useIndex)
         }
     };
     benchmark::RegisterBenchmark(name.c_str(), run)->UseManualTime()->MinTime(MinSeconds);
+}
+
+// --- edits ---
+
+std::vector<Transform *> transforms_of(SceneName name)
+{
+    struct Collector
+    {
+        std::vector<Transform *> found;
+
+        bool enter(Node *node)
+        {
+            if(auto *const transform = dynamic_cast<Transform *>(node->getCore()))
+                found.push_back(transform);
+            return true;
+        }
+        void leave(Node *) {}
+    };
+    Collector collector;
+    walk_children(scene(name), collector);
+    return collector.found;
+}
+
+/// The time of an edit of a transform and its commit: in a scene of which no child index is left,
+/// and in one that was picked in before, so that the edit has one to drop.
+void add_edits(SceneName scene, bool picksBefore)
+{
+    std::string const name = std::string(text_of(scene)) + " edit of a transform/" +
+                             (picksBefore ? "ours-after-picks" : "ours");
+    auto const run = [=](benchmark::State &state)
+    {
+        constexpr std::size_t Edits = 1000;
+        std::vector<Transform *> const transforms = transforms_of(scene);
+        auto const picks = our_volumes(scene, VolumeQuery::Q3, Mode::Fast, true);
+        for([[maybe_unused]] auto _ : state)
+        {
+            for(std::size_t i = 0; picksBefore && i < 3; ++i)
+                picks->ask(0);
+            auto const begin = std::chrono::steady_clock::now();
+            for(std::size_t i = 0; i < Edits; ++i)
+            {
+                transforms[i * (transforms.size() / Edits)]->editMatrix();
+                Thread::getCurrentChangeList()->commitChanges();
+            }
+            std::chrono::duration<double> const seconds = std::chrono::steady_clock::now() - begin;
+            state.SetIterationTime(seconds.count() / Edits);
+            bring_up_to_date(scene);
+        }
+    };
+    benchmark::RegisterBenchmark(name.c_str(), run)->UseManualTime()->Iterations(5);
 }
 
 // --- the index itself ---
@@ -278,6 +336,8 @@ bool add_all()
         add_our_build(scene, Building::AtOnce, "ours");
         add_our_build(scene, Building::Sorted, "ours-sorted");
     }
+    add_edits(SceneName::S3, false);
+    add_edits(SceneName::S3, true);
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
     add_build(SceneName::S1);
     add_build(SceneName::S2);

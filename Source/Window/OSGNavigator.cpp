@@ -1,5 +1,7 @@
 #include "OSGNavigator.h"
 
+#include <utility>
+
 #include "OSGTransform.h"
 
 namespace OSG
@@ -102,7 +104,9 @@ void Navigator::process(NavigatorEvent const &event, KeyCall keyCall)
         trackButtons(event);
     if(isReady() && !(disturbsDrag && event.kind == NavigatorEvent::ButtonRelease))
     {
+        bool const wasPassing = std::exchange(_isPassing, true);
         pass(event, keyCall);
+        _isPassing = wasPassing;
         poseCamera();
     }
     if(!disturbsDrag)
@@ -194,6 +198,8 @@ bool Navigator::calcFromTo(Int16 x, Int16 y, Real32 &fromX, Real32 &fromY, Real3
 
 void Navigator::updateCameraTransformation()
 {
+    if(_observer != nullptr && !_isPassing)
+        _observer->observeFrame();
     if(_engine == nullptr)
         return;
     UnrecordedRefPtr<NavigatorEngine> const engine = _engine;

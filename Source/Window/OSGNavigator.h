@@ -78,8 +78,9 @@ class OSG_WINDOW_API Navigator
     void killFocus();
     /// Handles any of the events above. A key goes to the engine's keyPressEx.
     void handle(NavigatorEvent const &event);
-    /// The observer sees every event before it is handled. Null stands for no observer. The
-    /// navigator does not own the observer, which has to take itself out before it is destroyed.
+    /// The observer sees every event before it is handled, and every frame. Null stands for no
+    /// observer. The navigator does not own the observer, which has to take itself out before it is
+    /// destroyed.
     void setEventObserver(NavigatorObserver *observer) { _observer = observer; }
     NavigatorObserver *getEventObserver() const { return _observer; }
 
@@ -130,6 +131,7 @@ class OSG_WINDOW_API Navigator
     bool _clickCenter = false;
     bool _clickNoIntersect = false;
     bool _moved = false;
-    bool _held = false; // setLastPosition holds the last position
+    bool _held = false;      // setLastPosition holds the last position
+    bool _isPassing = false; // the engine handles an event
 };
 } // namespace OSG

@@ -3,4 +3,6 @@
 namespace OSG
 {
 NavigatorObserver::~NavigatorObserver() = default;
+
+void NavigatorObserver::observeFrame() {}
 } // namespace OSG

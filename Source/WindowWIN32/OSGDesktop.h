@@ -4,7 +4,8 @@
 /// What an engine asks the desktop for: keys, focus, pointer, client area and clock.
 ///
 /// A port without policy. The rules of hiding, capturing and wrapping belong to its callers. This
-/// header needs Base alone, so that an implementation can include it beside the headers of a system.
+/// header needs Base alone, so that an implementation can include it beside the headers of a
+/// system.
 
 #include <memory>
 #include <optional>
@@ -19,7 +20,8 @@ namespace OSG
 using NativeWindow = void *;
 
 /// All calls come from the thread of the window. No call throws, and none ends the process when the
-/// server of the desktop is gone: it then answers as though nothing were pressed, focused or captured.
+/// server of the desktop is gone: it then answers as though nothing were pressed, focused or
+/// captured.
 class OSG_WINDOWWIN32_API Desktop
 {
   public:

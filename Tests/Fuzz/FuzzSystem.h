@@ -36,6 +36,8 @@ class FuzzBounds
     }
     FuzzBounds(FuzzBounds const &) = delete;
     FuzzBounds &operator=(FuzzBounds const &) = delete;
+    /// For what the scene shows several times.
+    void allowMore(UInt64 bytes) { _mostBytes += bytes; }
     ~FuzzBounds()
     {
         if(get_mem_peak_bytes() - _bytes > _mostBytes)

@@ -46,6 +46,8 @@ class NotingEngine : public NavigatorEngine
         note("press " + std::to_string(button), x, y, navigator);
         if(holdsAtPress)
             navigator->setLastPosition(320, 240);
+        if(updatesAtPress)
+            navigator->updateCameraTransformation();
     }
     void buttonRelease(Int16 button, Int16 x, Int16 y, Navigator *navigator) override
     {
@@ -75,6 +77,7 @@ class NotingEngine : public NavigatorEngine
     Vec3f up{0, 1, 0};
     Matrix matrix;
     bool holdsAtPress = false;
+    bool updatesAtPress = false;
 
   private:
     /// The event, the position of the one before it, and whether the pointer has moved.
@@ -218,6 +221,26 @@ TEST_F(NavigatorOfView, ShowsEventsToAnObserver)
 }
 
 // --- buttons that no engine knows ---
+
+TEST_F(NavigatorOfView, ShowsTheFramesOfTheHostToAnObserver)
+{
+    struct Witness : NavigatorObserver
+    {
+        void observe(NavigatorEvent const &) override {}
+        void observeFrame() override { ++frames; }
+        int frames = 0;
+    } witness;
+    navigator.setEventObserver(&witness);
+    navigator.updateCameraTransformation();
+    EXPECT_EQ(witness.frames, 1);
+    // One that the engine makes comes again with the event in a replay.
+    engine->updatesAtPress = true;
+    navigator.buttonPress(0, 1, 1);
+    EXPECT_EQ(witness.frames, 1);
+    navigator.updateCameraTransformation();
+    EXPECT_EQ(witness.frames, 2);
+    navigator.setEventObserver(nullptr);
+}
 
 TEST_F(NavigatorOfView, AnotherButtonDuringADragChangesNothing)
 {

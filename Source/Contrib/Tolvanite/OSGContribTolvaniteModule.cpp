@@ -12,7 +12,7 @@
 #include "OSGWalkConsoleAttachmentStatics.inl"
 
 // --- scene file types ---
-#include "OSGA3DSLibSceneFileType.h"
+#include "OSG3DSLibLoader.h"
 #include "OSGOBJLibSceneFileTypeTN.h"
 
 namespace OSG
@@ -67,7 +67,8 @@ StaticInitFuncWrapper const SimplifyPrototype(&register_prototype<SimplifyRender
 // --- viewport ---
 #include "OSGEnhPassiveViewportStatics.inl"
 
-// --- timer frequency: its place, before the containers below ---
+// --- timer frequency: the desktop of Windows asks for it when its library is loaded, so earlier
+// ---
 
 // --- node core ---
 #include "OSGConstSizeTransformStatics.inl"

@@ -1,6 +1,7 @@
 #include "OSGInputPlayer.h"
 
 #include <numbers>
+#include <utility>
 
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
@@ -39,11 +40,12 @@ UnrecordedRefPtr<Node> make_beacon()
 } // namespace
 
 InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engine, Node *scene,
-                         UInt16 width, UInt16 height)
+                         UInt16 width, UInt16 height, std::shared_ptr<ScriptedDesktop> desktop)
     : _recording(recording)
     , _beacon(make_beacon())
     , _viewport(Viewport::create())
-    , _window(Window::create())
+    , _window(WIN32Window::create())
+    , _desktop(std::move(desktop))
 {
     UnrecordedRefPtr<Camera> const camera = camera_of(recording);
     camera->setNear(recording.near);
@@ -56,12 +58,20 @@ InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engin
     if(scene != nullptr)
         scene->updateVolume();
 
-    _navigator.setViewport(_viewport);
+    if(_desktop != nullptr)
+    {
+        NativeWindow const native = this; // any that nobody else has
+        _window->setHwnd(native);
+        _desktop->setWindow(native, {0, 0}, {width, height});
+        _desktop->setFocus(native);
+    }
+
     _navigator.setMotionFactor(recording.motionFactor);
     _navigator.setRotationAngle(recording.rotationAngle);
     _navigator.setClickCenter(recording.clickCenter);
     _navigator.setClickNoIntersect(recording.noIntersect);
     _navigator.setEngine(engine);
+    _navigator.setViewport(_viewport); // tells the engine too
     engine->set(recording.from, recording.at, recording.up);
     _navigator.updateCameraTransformation();
 }
@@ -72,8 +82,31 @@ bool InputPlayer::step()
 {
     if(_position >= _recording.events.size())
         return false;
-    _navigator.handle(_recording.events[_position].event);
+    play(_recording.events[_position]);
     ++_position;
     return true;
+}
+
+void InputPlayer::play(InputRecording::TimedEvent const &timed)
+{
+    switch(timed.what)
+    {
+    case InputRecording::What::Event:
+        _navigator.handle(timed.event);
+        break;
+    case InputRecording::What::Key:
+        if(_desktop != nullptr)
+            _desktop->setKey(timed.code, timed.isOn);
+        break;
+    case InputRecording::What::Focus:
+        if(_desktop != nullptr)
+            _desktop->setFocus(timed.isOn ? _window->getHwnd() : nullptr);
+        break;
+    case InputRecording::What::Frame:
+        if(_desktop != nullptr)
+            _desktop->setTicks(timed.ticks);
+        _navigator.updateCameraTransformation();
+        break;
+    }
 }
 } // namespace OSG

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <set>
+
 #include <boost/function.hpp>
 
 #include "OSGInputRecording.h"
 #include "OSGNavigator.h"
+#include "OSGWatchedDesktop.h"
 
 namespace OSG
 {
@@ -18,11 +21,17 @@ namespace OSG
 /// may round it, and records the place of the pointer as a first event, a hover. Settings of the
 /// engine other than its pose are not recorded. A replay uses an engine as `create` makes it.
 ///
+/// With the desktop that the engine was made with, the recording also holds frames and what the
+/// engine asked: keys, focus and time. The engine's clock then stands still between the begin of
+/// one frame and that of the next, and it is told once that no key is down and handles a hover and
+/// an idle event when the recording begins, so that it begins as the engine of a replay does.
+///
 /// Events hold pixels of the window. The viewport has to cover its window, because a replay shows
 /// the view in a window of its own.
 ///
-/// The recorder is the navigator's observer until it is destroyed or another observer is set.
-class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver
+/// The recorder is the navigator's observer, and the desktop's watcher, until it is destroyed or
+/// another one is set.
+class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver, private WatchedDesktop::Watcher
 {
   public:
     /// Gives the seconds since a fixed moment. They must not decrease.
@@ -30,22 +39,37 @@ class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver
 
     /// The navigator must have an engine and a viewport with a perspective or an orthographic
     /// camera. It must live longer than the recorder.
-    InputRecorder(Navigator &navigator, Clock clock);
+    InputRecorder(Navigator &navigator, Clock clock,
+                  std::shared_ptr<WatchedDesktop> desktop = nullptr);
     InputRecorder(InputRecorder const &) = delete;
     InputRecorder &operator=(InputRecorder const &) = delete;
     ~InputRecorder() override;
 
     void observe(NavigatorEvent const &event) override;
+    void observeFrame() override;
 
     InputRecording const &getRecording() const { return _recording; }
 
   private:
+    bool takeKey(Int16 code, bool isDown) override;
+    bool takeFocus(bool isFocused) override;
+    Int64 takeTicks(Int64 ticks) override;
+
     void takeCamera();
     void takePose();
+    void beginWithDesktop();
+    void handleFirst(NavigatorEvent::Kind kind, Int16 code);
+    void insertChange(InputRecording::TimedEvent const &change);
 
     Navigator &_navigator;
     Clock _clock;
     Real64 _begin;
     InputRecording _recording;
+    std::shared_ptr<WatchedDesktop> _desktop;
+    std::set<Int16> _keysDown;
+    bool _hasFocus = true;
+    bool _isBeginning = false; // the engine is told that it has the focus and no key is down
+    Int64 _beginTicks = 0;
+    Int64 _frameTicks = 0; // since the begin
 };
 } // namespace OSG

@@ -16,7 +16,10 @@ namespace OSG
 namespace
 {
 constexpr char const *Signature = "tolvanite-events";
-constexpr int Version = 1;
+constexpr int PlainVersion = 1;
+constexpr int DesktopVersion = 2;
+// Two of these differ by less than the greatest 64-bit number.
+constexpr Int64 GreatestTicks = 4'000'000'000'000'000'000;
 
 struct EventWord
 {
@@ -69,7 +72,7 @@ class Words
     {
         if(empty())
             complain("something is missing at the end");
-        std::size_t const length = std::min(_rest.find_first_of(blanks), _rest.size());
+        std::size_t const length = std::min(_rest.find_first_of(Blanks), _rest.size());
         std::string_view const word = _rest.substr(0, length);
         _rest.remove_prefix(length);
         skipBlanks();
@@ -116,11 +119,11 @@ class Words
     }
 
   private:
-    static constexpr char const *blanks = " \t\r";
+    static constexpr char const *Blanks = " \t\r";
 
     void skipBlanks()
     {
-        _rest.remove_prefix(std::min(_rest.find_first_not_of(blanks), _rest.size()));
+        _rest.remove_prefix(std::min(_rest.find_first_not_of(Blanks), _rest.size()));
     }
 
     std::string_view _rest;
@@ -157,8 +160,10 @@ class Reader
     {
         if(words.take() != Signature)
             complain("this is no recording of events");
-        if(words.number<int>() != Version)
+        int const version = words.number<int>();
+        if(version != PlainVersion && version != DesktopVersion)
             complain("this version of the format is not known");
+        _hasDesktop = version == DesktopVersion;
         _signed = true;
     }
 
@@ -193,8 +198,17 @@ class Reader
             _recording.clickCenter = words.truth();
         else if(name == "no-intersect")
             _recording.noIntersect = words.truth();
+        else if(name == "clock" && _hasDesktop)
+            takeClock(words);
         else
             complain(shown(name) + " is not known");
+    }
+
+    void takeClock(Words &words)
+    {
+        _recording.ticksPerSecond = words.number<Int64>();
+        if(*_recording.ticksPerSecond < 0)
+            complain("a clock cannot run like that");
     }
 
     void takeCamera(Words &words)
@@ -237,6 +251,8 @@ class Reader
             if(_seen.count(name) == 0)
                 complain(shown(name) + " is missing");
         }
+        if(_hasDesktop && !_recording.ticksPerSecond)
+            complain("clock is missing");
     }
 
     void takeEvent(Words &words)
@@ -246,12 +262,39 @@ class Reader
         std::vector<InputRecording::TimedEvent> &events = _recording.events;
         if(seconds < (events.empty() ? 0 : events.back().seconds))
             complain("time runs backwards");
-        events.push_back({seconds, eventOf(words)});
+        std::string_view const name = words.take();
+        InputRecording::TimedEvent timed{seconds};
+        if(!_hasDesktop || !takeDesktop(name, words, timed))
+            timed.event = eventOf(name, words);
+        events.push_back(timed);
     }
 
-    static NavigatorEvent eventOf(Words &words)
+    /// False if `name` is no word of the desktop.
+    static bool takeDesktop(std::string_view name, Words &words, InputRecording::TimedEvent &timed)
     {
-        std::string_view const name = words.take();
+        if(name == "down" || name == "up")
+        {
+            timed.what = InputRecording::What::Key;
+            timed.code = words.number<Int16>();
+            timed.isOn = name == "down";
+        }
+        else if(name == "focus")
+        {
+            timed.what = InputRecording::What::Focus;
+            timed.isOn = words.truth();
+        }
+        else if(name == "frame")
+        {
+            timed.what = InputRecording::What::Frame;
+            timed.ticks = words.number<Int64>();
+            if(timed.ticks > GreatestTicks || timed.ticks < -GreatestTicks)
+                complain("a frame is too far away");
+        }
+        return timed.what != InputRecording::What::Event;
+    }
+
+    static NavigatorEvent eventOf(std::string_view name, Words &words)
+    {
         for(EventWord const &row : EventWords)
         {
             if(name != row.word)
@@ -270,6 +313,7 @@ class Reader
     InputRecording _recording;
     std::set<std::string> _seen;
     bool _signed = false;
+    bool _hasDesktop = false; // the second version
 };
 
 // --- writing ---
@@ -287,22 +331,41 @@ std::string spaced(Tuple const &values)
     return shortest(values[0]) + ' ' + shortest(values[1]) + ' ' + shortest(values[2]);
 }
 
-void write_event(std::ostream &out, InputRecording::TimedEvent const &timed)
+void write_event(std::ostream &out, NavigatorEvent const &event)
 {
-    NavigatorEvent const &event = timed.event;
     for(EventWord const &row : EventWords)
     {
         if(row.kind != event.kind)
             continue;
-        out << shortest(timed.seconds) << ' ' << row.word;
+        out << row.word;
         if(row.hasCode)
             out << ' ' << shortest(event.code);
         if(row.hasModifiers)
             out << ' ' << shortest(event.modifiers);
         if(row.hasPointer)
             out << ' ' << shortest(event.x) << ' ' << shortest(event.y);
-        out << '\n';
     }
+}
+
+void write_line(std::ostream &out, InputRecording::TimedEvent const &timed)
+{
+    out << shortest(timed.seconds) << ' ';
+    switch(timed.what)
+    {
+    case InputRecording::What::Event:
+        write_event(out, timed.event);
+        break;
+    case InputRecording::What::Key:
+        out << (timed.isOn ? "down " : "up ") << shortest(timed.code);
+        break;
+    case InputRecording::What::Focus:
+        out << (timed.isOn ? "focus on" : "focus off");
+        break;
+    case InputRecording::What::Frame:
+        out << "frame " << shortest(timed.ticks);
+        break;
+    }
+    out << '\n';
 }
 
 // Like std::getline, but with a limit. A file that is not a recording may have no line break at
@@ -345,7 +408,7 @@ RecordingResult read_recording(std::istream &in)
 void write_recording(std::ostream &out, InputRecording const &recording)
 {
     bool const perspective = recording.projection == InputRecording::Projection::Perspective;
-    out << Signature << ' ' << Version << '\n'
+    out << Signature << ' ' << (recording.ticksPerSecond ? DesktopVersion : PlainVersion) << '\n'
         << "camera " << (perspective ? "perspective " : "orthographic ")
         << shortest(recording.opening) << '\n'
         << "depth " << shortest(recording.near) << ' ' << shortest(recording.far) << '\n'
@@ -356,7 +419,9 @@ void write_recording(std::ostream &out, InputRecording const &recording)
         << "rotation-angle " << shortest(recording.rotationAngle) << '\n'
         << "click-center " << (recording.clickCenter ? "on" : "off") << '\n'
         << "no-intersect " << (recording.noIntersect ? "on" : "off") << '\n';
+    if(recording.ticksPerSecond)
+        out << "clock " << shortest(*recording.ticksPerSecond) << '\n';
     for(InputRecording::TimedEvent const &timed : recording.events)
-        write_event(out, timed);
+        write_line(out, timed);
 }
 } // namespace OSG

@@ -18,6 +18,9 @@
 ///     0.516 move 324 240
 ///     0.533 release 0 324 240
 ///
+/// The second version also holds what an engine asked the desktop: keys, focus, and the time of
+/// each frame.
+///
 /// Numbers are written so that reading them gives the same bits again.
 
 #include <iosfwd>
@@ -40,10 +43,23 @@ struct InputRecording
         Orthographic
     };
 
+    /// What a line of the recording holds.
+    enum class What : UInt8
+    {
+        Event, ///< `event`
+        Key,   ///< the key `code` goes down or up, for those who poll it
+        Focus, ///< the window gets or loses the focus, for those who ask for it
+        Frame  ///< Navigator::updateCameraTransformation at the time `ticks`
+    };
+
     struct TimedEvent
     {
         Real64 seconds; ///< since the recording began; not less than that of the event before
-        NavigatorEvent event;
+        NavigatorEvent event{};
+        What what = What::Event;
+        Int16 code = 0;    ///< a virtual-key code
+        bool isOn = false; ///< down, or focused
+        Int64 ticks = 0;   ///< of the desktop's clock, since the recording began
     };
 
     Projection projection = Projection::Perspective;
@@ -59,6 +75,10 @@ struct InputRecording
     Real32 rotationAngle = 0.05f; ///< radians
     bool clickCenter = false;
     bool noIntersect = false;
+    /// Of the desktop's clock, see Desktop::getTicksPerSecond. Only a recording that has it may
+    /// hold keys, focus and frames; it is written in the second version of the format, others in
+    /// the first.
+    std::optional<Int64> ticksPerSecond;
     std::vector<TimedEvent> events;
 };
 

@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <map>
+#include <optional>
 #include <ostream>
 
 #include "OSGBoxVolume.h"
@@ -123,6 +125,12 @@ class EdgeCollector
     std::vector<Segment> _boxes;
 };
 
+constexpr char const *StyleSheet = "<style>.scene{stroke:#b0b0b0;stroke-width:.6;fill:none}"
+                                   ".path{stroke:#c02020;stroke-width:1.5;fill:none}"
+                                   ".look{stroke:#2040c0;stroke-width:1;fill:none}"
+                                   ".mark{stroke:#fff;stroke-width:.6}"
+                                   ".legend{font:12px sans-serif}</style>\n";
+
 /// Width of the sheet and of its margins, in units of the sheet.
 constexpr Real64 SheetWidth = 800;
 constexpr Real64 Margin = 10;
@@ -150,6 +158,55 @@ std::string text_of(Real64 value)
     return text;
 }
 
+/// Height of the line of text that tells the kinds of marks, in units of the sheet.
+constexpr Real64 LegendHeight = 24;
+
+/// The colours of the kinds of marks.
+class Palette
+{
+  public:
+    explicit Palette(std::vector<PathMark> const &marks)
+    {
+        for(PathMark const &mark : marks)
+        {
+            if(std::find(_kinds.begin(), _kinds.end(), mark.kind) == _kinds.end())
+                _kinds.push_back(mark.kind);
+        }
+    }
+
+    std::vector<std::string> const &getKinds() const { return _kinds; }
+    /// Of the line of text that tells them, in units of the sheet.
+    Real64 height() const { return _kinds.empty() ? 0 : LegendHeight; }
+    char const *colorOf(std::string const &kind) const
+    {
+        constexpr char const *Colors[] = {"#e08000", "#209040", "#8030a0", "#00a0c0", "#806040"};
+        auto const place = std::find(_kinds.begin(), _kinds.end(), kind) - _kinds.begin();
+        return Colors[static_cast<std::size_t>(place) % std::size(Colors)];
+    }
+
+  private:
+    std::vector<std::string> _kinds; // in the order of their first marks
+};
+
+std::string dot_of(Real64 x, Real64 y, char const *color, std::string const &kind)
+{
+    return "<circle class=\"mark\" cx=\"" + text_of(x) + "\" cy=\"" + text_of(y) +
+           "\" r=\"3.5\" fill=\"" + color + "\"><title>" + kind + "</title></circle>\n";
+}
+
+void write_legend(std::ostream &out, Palette const &palette, Real64 bottom)
+{
+    constexpr Real64 ColumnWidth = 110;
+    Real64 x = 2 * Margin;
+    for(std::string const &kind : palette.getKinds())
+    {
+        out << dot_of(x, bottom - LegendHeight / 2, palette.colorOf(kind), kind)
+            << "<text class=\"legend\" x=\"" << text_of(x + Margin) << "\" y=\""
+            << text_of(bottom - LegendHeight / 2 + 4) << "\">" << kind << "</text>\n";
+        x += ColumnWidth;
+    }
+}
+
 class Sheet
 {
   public:
@@ -163,10 +220,7 @@ class Sheet
     {
         _out << "<path class=\"scene\" d=\"";
         for(Segment const &segment : segments)
-        {
-            if(is_finite(segment.a) && is_finite(segment.b))
-                _out << 'M' << pair(segment.a) << 'L' << pair(segment.b);
-        }
+            _out << 'M' << pair(segment.a) << 'L' << pair(segment.b);
         _out << "\"/>\n";
     }
 
@@ -178,15 +232,47 @@ class Sheet
         for(PathPoint const &point : points)
             _out << pair(point.from) << ' ';
         _out << "\"/>\n<path class=\"look\" d=\"";
+        std::optional<Stroke> last;
         for(PathPoint const &point : points)
-            stroke(point);
+        {
+            Stroke const next = strokeOf(point);
+            if(last && isNear(last->begin, next.begin) && isNear(last->end, next.end))
+                continue;
+            _out << 'M' << text(next.begin) << 'L' << text(next.end);
+            last = next;
+        }
         _out << "\"/>\n";
         auto const first = _panel.place(points.front().from);
         _out << "<circle class=\"path\" cx=\"" << text_of(first[0]) << "\" cy=\""
              << text_of(first[1]) << "\" r=\"5\"/>\n";
     }
 
+    void marks(std::vector<PathMark> const &marks, Palette const &palette)
+    {
+        std::string last;
+        for(PathMark const &mark : marks)
+        {
+            auto const place = _panel.place(mark.place);
+            std::string const dot =
+                dot_of(place[0], place[1], palette.colorOf(mark.kind), mark.kind);
+            if(dot != last)
+                _out << dot;
+            last = dot;
+        }
+    }
+
   private:
+    using Place = std::array<Real64, 2>;
+    struct Stroke
+    {
+        Place begin, end;
+    };
+
+    static bool isNear(Place const &a, Place const &b)
+    {
+        constexpr Real64 Near = 3;
+        return std::hypot(a[0] - b[0], a[1] - b[1]) < Near;
+    }
     static std::string text(std::array<Real64, 2> const &place)
     {
         return text_of(place[0]) + ',' + text_of(place[1]);
@@ -195,70 +281,93 @@ class Sheet
 
     // The stroke is 12 units of the sheet long if the camera looks along the sheet. It is shorter
     // if the camera looks into the sheet or out of it.
-    void stroke(PathPoint const &point)
+    Stroke strokeOf(PathPoint const &point) const
     {
         constexpr Real64 Length = 12;
         Real64 look[3];
         for(int axis = 0; axis < 3; ++axis)
             look[axis] = Real64(point.at[axis]) - point.from[axis];
         Real64 const distance = std::hypot(look[0], look[1], look[2]);
-        std::array<Real64, 2> end = _panel.place(point.from);
+        Place const begin = _panel.place(point.from);
+        Place end = begin;
         if(distance > 0)
         {
             end[0] += look[0] / distance * Length;
             end[1] += look[_panel.down] / distance * _panel.sign * Length;
         }
-        _out << 'M' << pair(point.from) << 'L' << text(end);
+        return {begin, end};
     }
 
     std::ostream &_out;
     Panel _panel;
 };
-} // namespace
-
-void write_path_plot(std::ostream &out, Node *scene, std::vector<PathPoint> const &path)
+/// What is drawn: all of it is finite.
+struct Drawing
 {
-    std::vector<PathPoint> points;
-    BoxVolume bounds;
-    for(PathPoint const &point : path)
-    {
-        if(!is_finite(point.from) || !is_finite(point.at))
-            continue;
-        points.push_back(point);
-        bounds.extendBy(point.from);
-    }
+    std::vector<PathPoint> path;
+    std::vector<PathMark> marks;
+    std::vector<Segment> edges;
+    Pnt3f min, max; // of all
+};
+
+std::vector<Segment> edges_of(Node *scene)
+{
     EdgeCollector collector;
     if(scene != nullptr)
         walk_children(scene, collector);
-    std::vector<Segment> const edges = collector.finish();
-    for(Segment const &edge : edges)
+    std::vector<Segment> edges = collector.finish();
+    std::erase_if(edges,
+                  [](Segment const &edge) { return !is_finite(edge.a) || !is_finite(edge.b); });
+    return edges;
+}
+
+Drawing drawing_of(Node *scene, std::vector<PathPoint> const &path,
+                   std::vector<PathMark> const &marks)
+{
+    Drawing drawing{path, marks, edges_of(scene), {}, {}};
+    std::erase_if(drawing.path, [](PathPoint const &point)
+                  { return !is_finite(point.from) || !is_finite(point.at); });
+    std::erase_if(drawing.marks, [](PathMark const &mark) { return !is_finite(mark.place); });
+    BoxVolume bounds;
+    for(PathPoint const &point : drawing.path)
+        bounds.extendBy(point.from);
+    for(PathMark const &mark : drawing.marks)
+        bounds.extendBy(mark.place);
+    for(Segment const &edge : drawing.edges)
     {
-        if(!is_finite(edge.a) || !is_finite(edge.b))
-            continue;
         bounds.extendBy(edge.a);
         bounds.extendBy(edge.b);
     }
-    Pnt3f min, max;
-    bounds.getBounds(min, max);
+    bounds.getBounds(drawing.min, drawing.max);
+    return drawing;
+}
+} // namespace
+
+void write_path_plot(std::ostream &out, Node *scene, std::vector<PathPoint> const &path,
+                     std::vector<PathMark> const &marks)
+{
+    Drawing const drawing = drawing_of(scene, path, marks);
+    Palette const palette(drawing.marks);
+    Pnt3f const &min = drawing.min;
+    Pnt3f const &max = drawing.max;
     auto const extent = [&min, &max](int axis) { return Real64(max[axis]) - min[axis]; };
     constexpr Real64 SmallestExtent = 1e-3; // a scene of one point needs a scale, too
     Real64 const scale =
         (SheetWidth - 2 * Margin) / std::max({extent(0), extent(2), SmallestExtent});
     Real64 const plan = extent(2) * scale + 3 * Margin; // its margins, and one between the views
-    Real64 const height = plan + extent(1) * scale + 2 * Margin;
+    Real64 const height = plan + extent(1) * scale + 2 * Margin + palette.height();
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << SheetWidth << "\" height=\""
-        << text_of(height)
-        << "\">\n<style>.scene{stroke:#b0b0b0;stroke-width:.6;fill:none}"
-           ".path{stroke:#c02020;stroke-width:1.5;fill:none}"
-           ".look{stroke:#2040c0;stroke-width:1;fill:none}</style>\n"
-           "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
+        << text_of(height) << "\">\n"
+        << StyleSheet << "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
     for(Panel const &panel :
         {Panel{2, 1, min[0], min[2], 0, scale}, Panel{1, -1, min[0], -Real64(max[1]), plan, scale}})
     {
         Sheet sheet(out, panel);
-        sheet.edges(edges);
-        sheet.path(points);
+        sheet.edges(drawing.edges);
+        sheet.path(drawing.path);
+        sheet.marks(drawing.marks, palette);
     }
+    write_legend(out, palette, height);
     out << "</svg>\n";
 }
 } // namespace OSG

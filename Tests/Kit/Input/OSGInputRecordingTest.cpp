@@ -84,6 +84,46 @@ TEST(InputRecording, ReadsEveryKindOfEvent)
     }
 }
 
+std::string second_version(std::string const &clock)
+{
+    std::string text = Head;
+    text.replace(text.find(" 1\n"), 3, " 2\n");
+    return text + clock;
+}
+
+TEST(InputRecording, ReadsKeysFocusAndFramesOfTheSecondVersion)
+{
+    EXPECT_FALSE(good(Head).ticksPerSecond);
+    InputRecording const recording = good(second_version("clock 1000\n") + "0 down 87\n"
+                                                                           "0 focus off\n"
+                                                                           "0.5 frame -16\n"
+                                                                           "1 up 87\n"
+                                                                           "1 focus on\n"
+                                                                           "1 hover 3 4\n");
+    EXPECT_EQ(recording.ticksPerSecond, 1000);
+    ASSERT_EQ(recording.events.size(), 6u);
+    using What = InputRecording::What;
+    What const whats[] = {What::Key, What::Focus, What::Frame, What::Key, What::Focus, What::Event};
+    for(std::size_t i = 0; i < 6; ++i)
+        EXPECT_EQ(recording.events[i].what, whats[i]) << i;
+    EXPECT_EQ(recording.events[0].code, 87);
+    EXPECT_TRUE(recording.events[0].isOn);
+    EXPECT_FALSE(recording.events[1].isOn);
+    EXPECT_EQ(recording.events[2].ticks, -16);
+    EXPECT_FALSE(recording.events[3].isOn);
+    EXPECT_TRUE(recording.events[4].isOn);
+    EXPECT_EQ(recording.events[5].event, (NavigatorEvent{NavigatorEvent::Hover, 0, 0, 3, 4}));
+}
+
+TEST(InputRecording, IsWrittenInTheFirstVersionThatHoldsIt)
+{
+    InputRecording recording = good(Head);
+    EXPECT_EQ(text_of(recording).rfind("tolvanite-events 1\n", 0), 0u);
+    recording.ticksPerSecond = 0;
+    EXPECT_EQ(text_of(recording).rfind("tolvanite-events 2\n", 0), 0u);
+    EXPECT_EQ(good(text_of(recording)).ticksPerSecond, 0);
+}
+
 TEST(InputRecording, TakesCommentsBlanksAndLineEndsAsTheyCome)
 {
     std::string text = std::string("# a comment\n\n \t\n") + Head;
@@ -140,7 +180,7 @@ std::string without(std::string const &word)
 BadText const BadTexts[] = {
     {"Empty", "", "line 0: this is no recording of events"},
     {"OtherFile", "v 0 0 0\n", "line 1: this is no recording of events"},
-    {"OtherVersion", "tolvanite-events 2\n", "line 1: this version of the format is not known"},
+    {"OtherVersion", "tolvanite-events 3\n", "line 1: this version of the format is not known"},
     {"NoVersion", "tolvanite-events\n", "line 1: something is missing at the end"},
     {"NoCamera", without("camera"), "line 8: camera is missing"},
     {"NoPose", without("up") + "0 blur\n", "line 9: up is missing"},
@@ -172,6 +212,17 @@ BadText const BadTexts[] = {
     {"HalfAPixel", with("1 move 4.5 4"), "line 10: 4.5 is not a number here"},
     {"NoPointer", with("1 move 4"), "line 10: something is missing at the end"},
     {"NegativeModifiers", with("1 key 65 -1 4 4"), "line 10: -1 is not a number here"},
+    {"FrameInTheFirstVersion", with("1 frame 16"), "line 10: frame is no event"},
+    {"KeyInTheFirstVersion", with("1 down 87"), "line 10: down is no event"},
+    {"ClockInTheFirstVersion", with("clock 1000"), "line 10: clock is not known"},
+    {"NoClock", second_version("") + "0 frame 0\n", "line 10: clock is missing"},
+    {"ClockBackwards", second_version("clock -1\n"), "line 10: a clock cannot run like that"},
+    {"FrameTooFar", second_version("clock 1\n") + "0 frame 4000000000000000001\n",
+     "line 11: a frame is too far away"},
+    {"KeyWithoutCode", second_version("clock 1\n") + "0 down\n",
+     "line 11: something is missing at the end"},
+    {"HalfAFocus", second_version("clock 1\n") + "0 focus maybe\n",
+     "line 11: maybe is neither on nor off"},
     {"TimeAlone", with("1"), "line 10: something is missing at the end"},
     {"Binary", with(std::string("1 \x01\x02\xff 3 4", 10)), "line 10: \\x01\\x02\xff is no event"},
     {"VeryLong", with("1 " + std::string(100000, 'x')), "line 10: more than 4096 characters"},
@@ -210,6 +261,9 @@ TEST(InputRecording, ReadsBackToTheSameBits)
         recording.rotationAngle = random.real(-1, 1);
         recording.clickCenter = random.below(2) == 0;
         recording.noIntersect = random.below(2) == 0;
+        bool const hasDesktop = random.below(2) == 0;
+        if(hasDesktop)
+            recording.ticksPerSecond = random.below(1000);
         Real64 seconds = 0;
         for(int i = 0; i < 20; ++i)
         {
@@ -220,7 +274,14 @@ TEST(InputRecording, ReadsBackToTheSameBits)
             event.y = static_cast<Int16>(random.below(65536));
             event.code = static_cast<Int16>(random.below(65536));
             event.modifiers = static_cast<UInt16>(random.below(65536));
-            recording.events.push_back({seconds, event});
+            InputRecording::TimedEvent timed{seconds, event};
+            if(hasDesktop)
+                timed.what = InputRecording::What(random.below(4));
+            timed.code = static_cast<Int16>(random.below(65536));
+            timed.isOn = random.below(2) == 0;
+            timed.ticks =
+                Int64(random.below(1u << 31)) * Int64(random.below(1u << 30)) - 1000000000;
+            recording.events.push_back(timed);
         }
         std::string const text = text_of(recording);
         InputRecording const again = good(text);
@@ -232,9 +293,9 @@ TEST(InputRecording, ReadsBackToTheSameBits)
     }
 }
 
-TEST(InputRecording, SurvivesAnyDamage)
+void survives_any_damage(std::string const &file)
 {
-    std::ifstream in(TEST_SOURCE_DIR "/Models/fly.events");
+    std::ifstream in(TEST_SOURCE_DIR "/Models/" + file);
     std::string const whole((std::istreambuf_iterator<char>(in)), {});
     ASSERT_FALSE(whole.empty());
     int refused = 0;
@@ -251,5 +312,11 @@ TEST(InputRecording, SurvivesAnyDamage)
         RecordingResult const result = read(text);
         EXPECT_EQ(result.recording.has_value(), result.complaint.empty());
     }
+}
+
+TEST(InputRecording, SurvivesAnyDamage)
+{
+    survives_any_damage("fly.events");
+    survives_any_damage("walk.events");
 }
 } // namespace

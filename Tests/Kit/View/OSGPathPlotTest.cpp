@@ -137,4 +137,38 @@ TEST(PathPlot, ShowsBoxesOfLargeScenes)
     std::string const svg = plot(scene, {});
     EXPECT_EQ(count(value_of(svg, " d", svg.find("class=\"scene\"")), "M"), 12u);
 }
+TEST(PathPlot, MarksHaveAColourAKindAndALegend)
+{
+    std::ostringstream out;
+    write_path_plot(out, square(), {{{5, 1, 0}, {5, 1, -1}}},
+                    {{{5, 1, -5}, "blocked"},
+                     {{5, 1, -5}, "blocked"},
+                     {{5, 1, -6}, "climbed"},
+                     {{5, NAN, -6}, "lost"},
+                     {{5, 1, -7}, "blocked"}});
+    std::string const svg = out.str();
+    // In both views and in the legend.
+    EXPECT_EQ(count(svg, "<title>blocked</title>"), 5u);
+    EXPECT_EQ(count(svg, "<title>climbed</title>"), 3u);
+    EXPECT_EQ(count(svg, "lost"), 0u);
+    EXPECT_EQ(count(svg, ">blocked</text>"), 1u);
+    std::size_t const mark = svg.find("class=\"mark\"");
+    EXPECT_EQ(value_of(svg, "cx", mark), "400.0");
+    EXPECT_EQ(value_of(svg, "cy", mark), "400.0");
+    EXPECT_NE(value_of(svg, "fill", mark), value_of(svg, "fill", svg.find("climbed") - 90));
+    EXPECT_EQ(count(plot(square(), {}), "legend\""), 0u);
+}
+
+TEST(PathPlot, OfStrokesThatNearlyLieUponEachOtherOneIsDrawn)
+{
+    // 78 units of the sheet for one of the scene.
+    std::vector<PathPoint> path;
+    for(int i = 0; i < 100; ++i)
+        path.push_back({{5, 1, -5 - 0.01f * i}, {5, 1, -9}});
+    std::string const svg = plot(square(), path);
+    std::string const strokes = value_of(svg, " d", svg.find("class=\"look\""));
+    EXPECT_GT(count(strokes, "M"), 15u);
+    EXPECT_LT(count(strokes, "M"), 30u);
+    EXPECT_EQ(count(value_of(svg, "points", svg.find("<polyline")), ","), 100u);
+}
 } // namespace

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <vector>
 
 #include "OSGFileSuffix.h"
 #include "OSGImage.h"
@@ -33,21 +34,32 @@ bool is_written(std::string const &suffix)
                suffix.c_str(), OSG::IOFileTypeBase::WriteSupported) != nullptr;
 }
 
-// Whether the file is a picture that an image of the scene was read from. Writing it again would
-// only compress it once more.
-bool is_source_of_image(OSG::Node *root, fs::path const &file)
+/// The pictures that the images of a scene were read from. Writing one again would only compress it
+/// once more.
+class SourcePictures
 {
-    OSG::ReachableMaterials const materials = OSG::materials_of(root);
-    auto const &images = materials.getImages();
-    return std::any_of(images.begin(), images.end(),
-                       [&file](OSG::Image const *image)
-                       {
-                           std::error_code error;
-                           fs::path const source(image->getName());
-                           return source.filename() == file.filename() &&
-                                  fs::equivalent(source, file, error);
-                       });
-}
+  public:
+    explicit SourcePictures(OSG::Node *root)
+    {
+        OSG::ReachableMaterials const materials = OSG::materials_of(root);
+        for(OSG::Image const *const image : materials.getImages())
+            _files.emplace_back(image->getName());
+    }
+
+    bool contains(fs::path const &file) const
+    {
+        return std::any_of(_files.begin(), _files.end(),
+                           [&file](fs::path const &source)
+                           {
+                               std::error_code error;
+                               return source.filename() == file.filename() &&
+                                      fs::equivalent(source, file, error);
+                           });
+    }
+
+  private:
+    std::vector<fs::path> _files;
+};
 
 bool can_be_written(std::string const &file)
 {
@@ -76,9 +88,10 @@ bool write_files(OSG::Node *root, std::string const &path, Streams streams)
 // Empty on success, otherwise the reason of the failure.
 std::string write_scene(OSG::Node *root, std::string const &target, Streams streams)
 {
+    SourcePictures const pictures(root);
     return replace_file(
         target, [&](std::string const &path) { return write_files(root, path, streams); },
-        [root](fs::path const &file) { return is_source_of_image(root, file); });
+        [&pictures](fs::path const &file) { return pictures.contains(file); });
 }
 
 struct Outcome

@@ -13,6 +13,7 @@
 #include "OSGOrthographicCamera.h"
 #include "OSGPathPlot.h"
 #include "OSGWASDFlyEngine.h"
+#include "OSGWASDWalkEngine.h"
 #include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "ValueJson.h"
@@ -35,9 +36,10 @@ struct ReplayOptions : SceneOptions
 EnginePtr make_cad() { return EnginePtr(OSG::CadTrackballEngine::create(0.8f)); }
 EnginePtr make_fly() { return EnginePtr(OSG::WASDFlyEngine::create()); }
 EnginePtr make_copter() { return EnginePtr(OSG::CopterFlyEngine::create()); }
+EnginePtr make_walk() { return EnginePtr(OSG::WASDWalkEngine::create()); }
 
 std::map<std::string, EnginePtr (*)()> const Engines = {
-    {"cad", make_cad}, {"copter", make_copter}, {"fly", make_fly}};
+    {"cad", make_cad}, {"copter", make_copter}, {"fly", make_fly}, {"walk", make_walk}};
 
 /// The pose of the camera after an event.
 struct Pose : CameraPose
@@ -68,9 +70,13 @@ OSG::RecordingResult read_events(std::string const &file)
 std::vector<Pose> play(OSG::InputRecording const &recording, std::string const &engine,
                        OSG::Node *scene, Pair const &size)
 {
+    constexpr OSG::Int64 Milliseconds = 1000; // where no frame is recorded, any will do
+    auto const desktop =
+        std::make_shared<OSG::ScriptedDesktop>(recording.ticksPerSecond.value_or(Milliseconds));
+    OSG::Desktop::setCurrent(desktop); // an engine takes it when it is made
     OSG::InputPlayer player(recording, Engines.at(engine)(), scene,
                             static_cast<OSG::UInt16>(size.first),
-                            static_cast<OSG::UInt16>(size.second));
+                            static_cast<OSG::UInt16>(size.second), desktop);
     auto const *camera = dynamic_cast<OSG::OrthographicCamera const *>(&player.getCamera());
     std::vector<Pose> poses;
     while(player.step())
@@ -183,7 +189,8 @@ void add_replay_command(CLI::App &program, ChosenCommand &chosen)
     for(auto const &entry : Engines)
         names.insert(entry.first);
     command
-        .add_option("--engine", options->engine, "Engine that moves the camera: cad, fly or copter")
+        .add_option("--engine", options->engine,
+                    "Engine that moves the camera: cad, fly, copter or walk")
         ->required()
         ->check(CLI::IsMember(names));
     command.add_option("--size", options->size, "Size of the view in pixels, WxH")->required();

@@ -15,14 +15,6 @@ namespace
     throw CLI::ValidationError(option, reason);
 }
 
-OSG::Pnt3f point(char const *option, std::string const &text)
-{
-    Triple read;
-    if(!parse_triple(text, read))
-        refuse(option, text + " is not x,y,z");
-    return OSG::Pnt3f(read.x, read.y, read.z);
-}
-
 template <std::size_t N>
 std::optional<std::array<OSG::Pnt3f, N>> points(char const *option,
                                                 std::vector<std::string> const &texts)
@@ -31,7 +23,7 @@ std::optional<std::array<OSG::Pnt3f, N>> points(char const *option,
         return std::nullopt;
     std::array<OSG::Pnt3f, N> result;
     for(std::size_t i = 0; i < N; ++i)
-        result[i] = point(option, texts[i]);
+        result[i] = point_of(option, texts[i]);
     return result;
 }
 
@@ -49,7 +41,7 @@ std::optional<std::array<float, N>> numbers(char const *option, std::string cons
 
 std::optional<OSG::Pnt3f> point_if_given(char const *option, std::string const &text)
 {
-    return text.empty() ? std::nullopt : std::optional(point(option, text));
+    return text.empty() ? std::nullopt : std::optional(point_of(option, text));
 }
 
 // A number as people write it.
@@ -129,6 +121,14 @@ bool is_size(double number)
     return number >= 1 && number <= std::numeric_limits<int>::max() && number == std::floor(number);
 }
 } // namespace
+
+OSG::Pnt3f point_of(char const *option, std::string const &text)
+{
+    Triple read;
+    if(!parse_triple(text, read))
+        refuse(option, text + " is not x,y,z");
+    return OSG::Pnt3f(read.x, read.y, read.z);
+}
 
 void add_volume_options(CLI::App &command, VolumeOptions &options, CLI::Option *queries)
 {

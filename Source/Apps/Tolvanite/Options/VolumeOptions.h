@@ -12,6 +12,10 @@
 
 namespace Tool
 {
+/// The point that the text of an option stands for. Raises CLI::ValidationError where it is not
+/// x,y,z.
+OSG::Pnt3f point_of(char const *option, std::string const &text);
+
 /// The volume to select in as the command line has it: corners, a box, or a part of a view.
 struct VolumeOptions
 {

@@ -103,12 +103,56 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"MissingEvents", replay_with("FILE", "missing.events")},
                     Misuse{"MissingFile", replay_with("replay", "missing.obj")},
                     Misuse{"NoEngine", replay_with("--engine", "")},
-                    Misuse{"UnknownEngine", replay_with("--engine", "walk")},
+                    Misuse{"UnknownEngine", replay_with("--engine", "run")},
                     Misuse{"NoSize", replay_with("--size", "")},
                     Misuse{"SizeOfOneNumber", replay_with("--size", "640")},
                     Misuse{"SizeOfNothing", replay_with("--size", "0x480")},
                     Misuse{"NegativeSize", replay_with("--size", "640x-480")},
                     Misuse{"SizeBeyondThePixels", replay_with("--size", "640x32768")}),
+    name_of);
+
+// A correct walk, and more words.
+std::vector<std::string> walk_and(std::vector<std::string> const &more)
+{
+    std::vector<std::string> words = {"walk", "FILE",  "--from",   "0,1,5",
+                                      "--at", "0,1,0", "--script", "/dev/null"};
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Walk, Misused,
+    testing::Values(
+        Misuse{"NoFile", {"walk", "--from", "0,1,5", "--at", "0,1,0", "--script", "/dev/null"}},
+        Misuse{"NoFrom", {"walk", "FILE", "--at", "0,1,0", "--script", "/dev/null"}},
+        Misuse{"NoAt", {"walk", "FILE", "--from", "0,1,5", "--script", "/dev/null"}},
+        Misuse{"NoScript", {"walk", "FILE", "--from", "0,1,5", "--at", "0,1,0"}},
+        Misuse{"MissingScript",
+               {"walk", "FILE", "--from", "0,1,5", "--at", "0,1,0", "--script", "missing.walk"}},
+        Misuse{"AFolderForAScript",
+               {"walk", "FILE", "--from", "0,1,5", "--at", "0,1,0", "--script", "/"}},
+        Misuse{"FromOfTwoNumbers",
+               {"walk", "FILE", "--from", "0,1", "--at", "0,1,0", "--script", "/dev/null"}},
+        Misuse{"UpOfWords", walk_and({"--up", "north"})},
+        Misuse{"SetWithoutAValue", walk_and({"--set", "height"})},
+        Misuse{"SetOfAnUnknownName", walk_and({"--set", "hight=1"})},
+        Misuse{"SetOfABadNumber", walk_and({"--set", "height=tall"})},
+        Misuse{"SetOfABadTruth", walk_and({"--set", "god_mode=yes"})},
+        Misuse{"SetOfABadCount", walk_and({"--set", "num_step_loop=-1"})},
+        Misuse{"SetOfAVectorThatIsNone", walk_and({"--set", "normal=nan,0,0"})},
+        Misuse{"NoSet", walk_and({"--set"})},
+        Misuse{"FramesOfNoTime", walk_and({"--step-ms", "0"})},
+        Misuse{"FramesOfAFraction", walk_and({"--step-ms", "16.5"})},
+        Misuse{"FramesBackInTime", walk_and({"--step-ms", "-1"})},
+        Misuse{"AMotionFactorThatIsNone", walk_and({"--motion-factor", "nan"})},
+        Misuse{"ARotationAngleOfWords", walk_and({"--rotation-angle", "right"})},
+        Misuse{"AGoalOfTwoNumbers", walk_and({"--goal", "1,2"})},
+        Misuse{"WithinWithoutAGoal", walk_and({"--within", "1"})},
+        Misuse{"ANegativeWithin", walk_and({"--goal", "1,2,3", "--within", "-1"})},
+        Misuse{"AnEndlessWithin", walk_and({"--goal", "1,2,3", "--within", "inf"})},
+        Misuse{
+            "MissingFile",
+            {"walk", "missing.obj", "--from", "0,1,5", "--at", "0,1,0", "--script", "/dev/null"}}),
     name_of);
 
 // A correct view, of which the cases replace parts.

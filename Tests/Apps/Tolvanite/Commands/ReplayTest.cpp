@@ -30,8 +30,11 @@ struct Recorded
 
 void PrintTo(Recorded const &row, std::ostream *out) { *out << row.name; }
 
-Recorded const Recordings[] = {
-    {"cad", "cad"}, {"cad-orthographic", "cad"}, {"fly", "fly"}, {"copter", "copter"}};
+Recorded const Recordings[] = {{"cad", "cad"},
+                               {"cad-orthographic", "cad"},
+                               {"fly", "fly"},
+                               {"copter", "copter"},
+                               {"walk", "walk"}};
 
 std::string events_of(std::string const &name)
 {

@@ -3,6 +3,7 @@
 #include <boost/filesystem.hpp>
 #include <fstream>
 
+#include "OSGGLNames.h"
 #include "OSGImage.h"
 #include "OSGImageFileHandler.h"
 #include "OSGLog.h"
@@ -17,9 +18,6 @@ namespace OSG
 namespace
 {
 constexpr UInt32 NoColorMaterial = 0;
-constexpr UInt32 Modulate = 0x2100;
-constexpr UInt32 LinearMipmapLinear = 0x2703;
-constexpr UInt32 Nearest = 0x2600;
 
 class LibraryMaterials : public MtlHandler
 {
@@ -33,9 +31,9 @@ class LibraryMaterials : public MtlHandler
     {
         _current = SimpleTexturedMaterial::create();
         _current->setColorMaterial(NoColorMaterial);
-        _current->setEnvMode(Modulate);
-        _current->setMinFilter(LinearMipmapLinear);
-        _current->setMagFilter(Nearest);
+        _current->setEnvMode(GLName::Modulate);
+        _current->setMinFilter(GLName::LinearMipmapLinear);
+        _current->setMagFilter(GLName::Nearest);
         _current->setEnvMap(false);
         _current->setLit(true);
         _materials[name] = _current;

@@ -2,6 +2,7 @@
 
 #include "OSGGroup.h"
 #include "OSGGroupingStage.h"
+#include "OSGMakeNode.h"
 #include "OSGMultiSwitch.h"
 #include "OSGSwitch.h"
 
@@ -16,9 +17,7 @@ class ChosenGroup
     explicit ChosenGroup(Node &node)
         : _node(node)
     {
-        UnrecordedRefPtr<Node> const made(Node::create());
-        UnrecordedRefPtr<Group> const core(Group::create());
-        made->setCore(core);
+        UnrecordedRefPtr<Node> const made(make_node(UnrecordedRefPtr<Group>(Group::create())));
         node.addChild(made);
         _group = made;
     }

@@ -31,8 +31,7 @@ void EyePose::move(Vec3f const &by) { set(_from + by, _at + by, _up); }
 void EyePose::turn(Real32 yaw, Real32 pitch, Real32 roll)
 {
     Pnt3f const yawed = rotate_around(_at, _from, _up, yaw);
-    Vec3f const side = unit(unit(yawed - _from).cross(_up));
-    Pnt3f const pitched = rotate_around(yawed, _from, side, pitch);
+    Pnt3f const pitched = pitch_around(yawed, _from, _up, pitch);
     Vec3f const rolled = rotation_about(unit(pitched - _from), roll) * _up;
     set(_from, pitched, rolled);
 }

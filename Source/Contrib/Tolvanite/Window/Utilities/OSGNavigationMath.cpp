@@ -26,6 +26,12 @@ Pnt3f rotate_around(Pnt3f const &point, Pnt3f const &center, Vec3f const &axis, 
     return center + rotation_about(axis, angle) * (point - center);
 }
 
+Pnt3f pitch_around(Pnt3f const &at, Pnt3f const &from, Vec3f const &up, Real32 angle)
+{
+    Vec3f const side = unit(unit(at - from).cross(up));
+    return rotate_around(at, from, side, angle);
+}
+
 // Bell's trackball, as it is described in Henriksen, Sporring, Hornbaek: Virtual Trackballs
 // Revisited, 2004. At a distance of radius / sqrt(2) from the middle, sphere and hyperbola have the
 // same height and the same slope, so that a drag across this circle does not jump.

@@ -59,6 +59,10 @@ OSG_CONTRIBTOLVANITE_API Matrix rotation_about(Vec3f const &axis, Real32 angle);
 /// `point` rotated about an axis through `center`.
 OSG_CONTRIBTOLVANITE_API Pnt3f rotate_around(Pnt3f const &point, Pnt3f const &center,
                                              Vec3f const &axis, Real32 angle);
+/// `at` rotated about `from` by `angle` around the axis to the right of the view: positive angles
+/// look up.
+OSG_CONTRIBTOLVANITE_API Pnt3f pitch_around(Pnt3f const &at, Pnt3f const &from, Vec3f const &up,
+                                            Real32 angle);
 
 /// The height of a ball above the place (x, y) of the picture. The ball is a sphere of that radius
 /// around the middle of the picture. Farther out than radius / sqrt(2) its surface continues as a

@@ -16,6 +16,7 @@
 #include "OSGIntersectAction.h"
 #include "OSGThread.h"
 #include "RandomGeometries.h"
+#include "SameBits.h"
 
 namespace OSG::Test
 {
@@ -105,12 +106,6 @@ Obvious obvious_nearest(Geometry const &geometry, Line const &ray, Real64 reach)
 }
 
 // --- random rays ---
-
-template <class T>
-bool same_bits(T const &a, T const &b)
-{
-    return std::memcmp(&a, &b, sizeof(T)) == 0;
-}
 
 void expect_same(RayHit const &found, RayHit const &expected)
 {

@@ -14,6 +14,7 @@
 #include "OSGSelectionSearch.h"
 #include "OSGThread.h"
 #include "RandomGeometries.h"
+#include "SameBits.h"
 #include "SelectionScenes.h"
 
 namespace OSG::Test
@@ -26,12 +27,6 @@ using SelectionSearch::Extremes;
 using SelectionSearch::Way;
 
 void commit() { Thread::getCurrentChangeList()->commitChanges(); }
-
-template <class T>
-bool same_bits(T const &a, T const &b)
-{
-    return std::memcmp(&a, &b, sizeof(T)) == 0;
-}
 
 void expect_same(Extreme const &found, Extreme const &expected)
 {

@@ -137,6 +137,7 @@ TEST_F(ObjMaterialEntry, PassesOverAnImageThatCannotBeWrittenWithoutAMessage)
     EXPECT_THAT(write(with_material(make_triangle(), make_textured(image))).library,
                 HasSubstr("map_Kd picture.unknown\n"));
     EXPECT_FALSE(std::filesystem::exists(folder.path("picture.unknown")));
+    EXPECT_THAT(log.messages(), IsEmpty());
 }
 
 TEST_F(ObjMaterialEntry, TheHandlerNamesTheFilesThatCouldNotBeWritten)

@@ -11,6 +11,7 @@
 #include "OSGCopterFlyEngine.h"
 #include "OSGMemManager.h"
 #include "OSGWASDFlyEngine.h"
+#include "OSGWASDWalkEngine.h"
 
 using namespace OSG;
 using namespace OSG::Test;
@@ -31,6 +32,7 @@ EngineRow const EngineRows[] = {
     {"Cad", [] { return EnginePtr(CadTrackballEngine::create(0.8f)); }},
     {"Fly", [] { return EnginePtr(WASDFlyEngine::create()); }},
     {"Copter", [] { return EnginePtr(CopterFlyEngine::create()); }},
+    {"Walk", [] { return EnginePtr(WASDWalkEngine::create()); }},
 };
 
 class AnyEngine : public ::testing::TestWithParam<EngineRow>
@@ -58,6 +60,7 @@ TEST(UserNavigatorEngine, EveryEngineHasItsOwnName)
     EXPECT_STREQ(CadTrackballEngine::getClassname(), "CadTrackballEngine");
     EXPECT_STREQ(WASDFlyEngine::getClassname(), "WASDFlyEngine");
     EXPECT_STREQ(CopterFlyEngine::getClassname(), "CopterFlyEngine");
+    EXPECT_STREQ(WASDWalkEngine::getClassname(), "WASDWalkEngine");
 }
 
 /// The slot of a virtual function in the table of its class. In the C++ ABI of this system a
@@ -165,7 +168,8 @@ TEST_P(AnyEngine, HoversAndLostFocusMoveNothing)
 TEST(EyeEngine, StartsInTheOriginLookingAlongZ)
 {
     EnginePtr const engines[] = {EnginePtr(WASDFlyEngine::create().get()),
-                                 EnginePtr(CopterFlyEngine::create().get())};
+                                 EnginePtr(CopterFlyEngine::create().get()),
+                                 EnginePtr(WASDWalkEngine::create().get())};
     for(EnginePtr const &engine : engines)
     {
         EXPECT_EQ(engine->getFrom(), Pnt3f(0, 0, 0));

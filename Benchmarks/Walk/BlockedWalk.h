@@ -1,0 +1,48 @@
+#pragma once
+
+/// \file
+/// A person who stands before a wall in a room of the building and holds the forward key after
+/// Space. Each frame tries the step ten times on its level and ten times raised. The ceiling is
+/// lower than a jump, so that each raise is found by ten tries.
+
+#include <memory>
+#include <vector>
+
+#include "OSGFrustum.h"
+#include "OSGNode.h"
+#include "OSGSelectionFunctor.h"
+
+namespace OSG::Bench
+{
+/// A building of `triangles` triangles, up to date and committed. It stays until the program ends.
+Node *building_of(UInt32 triangles);
+
+/// A box query of the person, and whether it has a hit.
+struct BoxQuery
+{
+    Frustum box;
+    SelectionFunctor::PlaneType plane = SelectionFunctor::NearPlane;
+    bool hasHit = false;
+};
+/// The queries of one frame in their order.
+std::vector<BoxQuery> queries_of_frame(UInt32 triangles);
+
+/// The frames of a host: the navigator, the engine and a desktop on which the key is down.
+class BlockedWalk
+{
+  public:
+    explicit BlockedWalk(UInt32 triangles);
+    BlockedWalk(BlockedWalk const &) = delete;
+    BlockedWalk &operator=(BlockedWalk const &) = delete;
+    ~BlockedWalk();
+
+    /// False where the person has moved.
+    bool frame();
+    /// Queries of the last frame.
+    UInt32 queries() const;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> _parts;
+};
+} // namespace OSG::Bench

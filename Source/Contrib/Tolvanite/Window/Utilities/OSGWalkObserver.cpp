@@ -1,0 +1,6 @@
+#include "OSGWalkObserver.h"
+
+namespace OSG
+{
+WalkObserver::~WalkObserver() = default;
+} // namespace OSG
