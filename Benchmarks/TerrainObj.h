@@ -15,6 +15,7 @@ enum class TerrainCorners
 {
     Positions, ///< 7
     Full,      ///< 7/7/7
+    Separate,  ///< 7/3/9: texture coordinates and normals in other orders, one for each position
     Faceted    ///< 7/3/9: texture coordinates in another order, a normal for each face
 };
 
@@ -52,16 +53,31 @@ inline std::string terrain_obj(std::uint32_t triangles, TerrainCorners corners)
         text += line;
     }
     std::uint32_t normal = 0;
+    std::uint32_t const count = side * side;
+    auto const separate = [&](std::uint32_t a)
+    {
+        std::snprintf(line, sizeof line, " %u/%u/%u", a, count + 1 - a,
+                      a + side <= count ? a + side : a + side - count);
+        text += line;
+    };
     auto const face = [&](std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
-        normal = normal % (side * side) + 1;
+        normal = normal % count + 1;
+        if(corners == TerrainCorners::Separate)
+        {
+            text += 'f';
+            separate(a);
+            separate(b);
+            separate(c);
+            text += '\n';
+            return;
+        }
         if(corners == TerrainCorners::Full)
             std::snprintf(line, sizeof line, "f %u/%u/%u %u/%u/%u %u/%u/%u\n", a, a, a, b, b, b, c,
                           c, c);
         else if(corners == TerrainCorners::Faceted)
-            std::snprintf(line, sizeof line, "f %u/%u/%u %u/%u/%u %u/%u/%u\n", a,
-                          side * side + 1 - a, normal, b, side * side + 1 - b, normal, c,
-                          side * side + 1 - c, normal);
+            std::snprintf(line, sizeof line, "f %u/%u/%u %u/%u/%u %u/%u/%u\n", a, count + 1 - a,
+                          normal, b, count + 1 - b, normal, c, count + 1 - c, normal);
         else
             std::snprintf(line, sizeof line, "f %u %u %u\n", a, b, c);
         text += line;

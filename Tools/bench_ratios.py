@@ -22,13 +22,15 @@ MODIFIERS = re.compile(r"(/(iterations|repeats|min_time|min_warmup_time|real_tim
 
 
 def quantity(entry):
-    """The result of a repetition: bytes, or a time in nanoseconds."""
+    """The result of a repetition: bytes, or a time in nanoseconds, of the processor where a
+    benchmark measures that."""
     if "bytes" in entry:
         return entry["bytes"], "bytes"
     if "items_per_second" in entry:
         return 1e9 / entry["items_per_second"], "time"
     scale = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}[entry["time_unit"]]
-    return entry["real_time"] * scale, "time"
+    clock = "cpu_time" if "/process_time" in entry["run_name"] else "real_time"
+    return entry[clock] * scale, "time"
 
 
 def run(program, options):

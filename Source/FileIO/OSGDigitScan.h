@@ -1,14 +1,19 @@
 #pragma once
 
 /// \file
-/// Parses decimal digits, eight at a time.
+/// Parses decimal digits, many at a time.
 ///
-/// The end of a loop over digits costs one mispredicted branch per number. Taking eight characters
-/// as one 64-bit number finds the end without a branch. The method is called SWAR parsing (D.
-/// Lemire, "Quickly parsing eight digits", 2018).
+/// The end of a loop over digits costs one mispredicted branch per number, and each number waits
+/// for the end of the one before. Comparing many characters at once finds the ends of all numbers
+/// among them without a branch. Eight digits are converted as one 64-bit number, which is called
+/// SWAR parsing (D. Lemire, "Quickly parsing eight digits", 2018).
 
 #include <bit>
 #include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "OSGBaseTypes.h"
 
@@ -16,11 +21,52 @@ namespace OSG
 {
 /// This number of bytes from the beginning of a scan must be readable. Their content does not
 /// matter.
-constexpr std::size_t DigitScanReach = 8;
+constexpr std::size_t DigitScanReach = 32;
+/// The most digits that are converted at once.
+constexpr UInt32 DigitsAtOnce = 8;
 
 constexpr bool is_decimal_digit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
 
-/// The number that the digits at a place make, and their count, 0 to 8.
+/// Bit i is set where the byte at `p` + i is no digit, for 16 bytes.
+inline UInt32 other_than_digits_16(char const *p)
+{
+#if defined(__SSE2__)
+    __m128i text;
+    std::memcpy(&text, p, sizeof text);
+    __m128i const digits = _mm_sub_epi8(text, _mm_set1_epi8('0'));
+    __m128i const atLeastTen = _mm_cmpeq_epi8(_mm_max_epu8(digits, _mm_set1_epi8(10)), digits);
+    return static_cast<UInt32>(_mm_movemask_epi8(atLeastTen));
+#else
+    UInt32 others = 0;
+    for(UInt32 i = 0; i < 16; ++i)
+        others |= static_cast<UInt32>(!is_decimal_digit(p[i])) << i;
+    return others;
+#endif
+}
+
+/// The number that `count` digits make, at most DigitsAtOnce.
+inline UInt32 number_of_digits(char const *p, UInt32 count)
+{
+    if constexpr(std::endian::native == std::endian::little)
+    {
+        if(count == 0)
+            return 0;
+        UInt64 text;
+        std::memcpy(&text, p, sizeof text);
+        // Leading zeros pad the number to eight digits.
+        UInt64 digits = (text & 0x0f0f0f0f0f0f0f0f) << (64 - 8 * count);
+        digits = (digits * (1 + (UInt64(10) << 8))) >> 8;
+        digits = ((digits & 0x00ff00ff00ff00ff) * (1 + (UInt64(100) << 16))) >> 16;
+        digits = ((digits & 0x0000ffff0000ffff) * (1 + (UInt64(10000) << 32))) >> 32;
+        return static_cast<UInt32>(digits);
+    }
+    UInt32 number = 0;
+    for(UInt32 i = 0; i < count; ++i)
+        number = number * 10 + static_cast<UInt32>(p[i] - '0');
+    return number;
+}
+
+/// The number that the digits at a place make, and their count, 0 to DigitsAtOnce.
 struct DigitScan
 {
     UInt32 number;
@@ -29,30 +75,8 @@ struct DigitScan
 
 inline DigitScan scan_eight_digits(char const *p)
 {
-    if constexpr(std::endian::native == std::endian::little)
-    {
-        UInt64 text;
-        std::memcpy(&text, p, sizeof text);
-        // A byte is a digit if its upper half is 3, and still is 3 after 6 is added. A carry of the
-        // addition can only reach bytes behind the first byte that is no digit, which do not
-        // matter.
-        UInt64 const upper = 0xf0f0f0f0f0f0f0f0;
-        UInt64 const three = 0x3030303030303030;
-        UInt64 const carried = text + 0x0606060606060606;
-        UInt64 const other = ((text & upper) ^ three) | ((carried & upper) ^ three);
-        UInt32 const count = static_cast<UInt32>(std::countr_zero(other)) / 8;
-        if(count == 0)
-            return {0, 0};
-        // Leading zeros pad the number to eight digits.
-        UInt64 digits = (text & ~upper) << (64 - 8 * count);
-        digits = digits * 10 + (digits >> 8);
-        digits = (digits & 0x00ff00ff00ff00ff) * 100 + (digits >> 16 & 0x00ff00ff00ff00ff);
-        digits = (digits & 0x0000ffff0000ffff) * 10000 + (digits >> 32 & 0x0000ffff0000ffff);
-        return {static_cast<UInt32>(digits), count};
-    }
-    DigitScan scan = {0, 0};
-    for(; scan.count < 8 && is_decimal_digit(p[scan.count]); ++scan.count)
-        scan.number = scan.number * 10 + static_cast<UInt32>(p[scan.count] - '0');
-    return scan;
+    UInt32 const others = other_than_digits_16(p) | 1u << DigitsAtOnce;
+    UInt32 const count = static_cast<UInt32>(std::countr_zero(others));
+    return {number_of_digits(p, count), count};
 }
 } // namespace OSG

@@ -5,8 +5,6 @@
 #include <istream>
 #include <streambuf>
 
-#include "OSGStreamNumber.h"
-
 namespace OSG
 {
 namespace
@@ -24,21 +22,25 @@ struct GetArea : std::streambuf
     }
 };
 
-// Counts eight bytes at a time, because all blocks are counted although few readers ask for the
-// line.
+// All blocks are counted although few readers ask for the line. The compiler turns the loops of
+// fixed length into vector instructions.
 UInt64 count_line_breaks(char const *begin, char const *end)
 {
-    constexpr UInt64 Ones = 0x0101010101010101;
-    constexpr UInt64 LowBits = 0x7F * Ones;
+    constexpr std::size_t Lanes = 16;
+    constexpr std::size_t Rows = 255; // as many as a byte can count
     UInt64 count = 0;
-    for(; end - begin >= 8; begin += 8)
+    while(end - begin >= static_cast<std::ptrdiff_t>(Lanes))
     {
-        UInt64 bytes;
-        std::memcpy(&bytes, begin, sizeof(bytes));
-        bytes ^= '\n' * Ones; // a line break becomes a zero byte
-        UInt64 const others = ((bytes & LowBits) + LowBits) | bytes;
-        // One bit is set for each zero byte. The product adds the bits up in its highest byte.
-        count += (((~others >> 7) & Ones) * Ones) >> 56;
+        UInt8 sums[Lanes] = {};
+        std::size_t const rows =
+            std::min<std::size_t>(Rows, static_cast<std::size_t>(end - begin) / Lanes);
+        for(std::size_t row = 0; row < rows; ++row, begin += Lanes)
+        {
+            for(std::size_t i = 0; i < Lanes; ++i)
+                sums[i] = static_cast<UInt8>(sums[i] + (begin[i] == '\n'));
+        }
+        for(UInt8 sum : sums)
+            count += sum;
     }
     return count + static_cast<UInt64>(std::count(begin, end, '\n'));
 }
@@ -138,26 +140,17 @@ inline bool ReadBuffer::enterBehindSpace()
     return enter();
 }
 
-std::string_view ReadBuffer::token()
+/// A token that may continue in the next block, or that is not there.
+std::string_view ReadBuffer::tokenAtBorder()
 {
     if(!enterBehindSpace())
         return {};
-    char *p = _pos;
-    while(!is_stream_space(*p))
-        ++p;
-    if(p == _end)
-        return splitToken(p);
-    std::string_view const result(_pos, static_cast<std::size_t>(p - _pos));
-    _pos = p;
-    return result;
-}
-
-/// Collects a token that continues in the next block. `scanned` is the end of this one.
-std::string_view ReadBuffer::splitToken(char const *scanned)
-{
     _split.clear();
-    for(char const *p = scanned;;)
+    for(;;)
     {
+        char const *p = _pos;
+        while(!is_stream_space(*p))
+            ++p;
         std::size_t const length = static_cast<std::size_t>(p - _pos);
         _split.append(_pos, std::min(length, TokenLimit - _split.size()));
         _pos += length;
@@ -168,14 +161,11 @@ std::string_view ReadBuffer::splitToken(char const *scanned)
             noteSourceEnd();
             break;
         }
-        p = _pos;
-        while(!is_stream_space(*p))
-            ++p;
     }
     return _split;
 }
 
-inline bool ReadBuffer::readNextReal32(Real32 &value)
+bool ReadBuffer::readReal32(Real32 &value)
 {
     value = 0;
     if(!enterBehindSpace())
@@ -186,15 +176,6 @@ inline bool ReadBuffer::readNextReal32(Real32 &value)
         return true;
     }
     return readLongReal32(value);
-}
-
-bool ReadBuffer::readReal32(Real32 &value) { return readNextReal32(value); }
-
-bool ReadBuffer::readReal32s(Real32 *values, std::size_t count)
-{
-    for(std::size_t i = 0; i < count; ++i)
-        readNextReal32(values[i]);
-    return !fail();
 }
 
 bool ReadBuffer::readLongReal32(Real32 &value)

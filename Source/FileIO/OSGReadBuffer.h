@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "OSGBaseTypes.h"
-#include "OSGDigitScan.h"
 #include "OSGFileIOApi.h"
 #include "OSGMemManager.h"
+#include "OSGStreamNumber.h"
 
 namespace OSG
 {
@@ -63,14 +63,47 @@ class OSG_FILEIO_API ReadBuffer
     // --- formatted: white space before is skipped ---
     /// The characters up to the next white space. Empty, with failbit set, if there are none. The
     /// view is valid until the next operation.
-    std::string_view token();
+    std::string_view token()
+    {
+        if(good())
+        {
+            char *const begin = behindSpace();
+            char *p = begin;
+            while(!is_stream_space(*p))
+                ++p;
+            if(p != _end)
+            {
+                _pos = p;
+                return std::string_view(begin, static_cast<std::size_t>(p - begin));
+            }
+        }
+        return tokenAtBorder();
+    }
     /// Reads a float. Sets `value` to 0 and failbit where there is no number or a float cannot hold
     /// it. The characters of the number are taken from the stream even then; see OSGStreamNumber.h.
     bool readReal32(Real32 &value);
     /// Reads `count` floats. Those after a failure are 0.
-    bool readReal32s(Real32 *values, std::size_t count);
+    bool readReal32s(Real32 *values, std::size_t count)
+    {
+        for(std::size_t i = 0; i < count; ++i)
+        {
+            char *const begin = behindSpace();
+            char const *const behind =
+                good() && begin != _end ? scan_short_real32(begin, _end, values[i]) : nullptr;
+            if(behind != nullptr)
+                _pos = begin + (behind - begin);
+            else
+                readReal32(values[i]);
+        }
+        return !fail();
+    }
 
     // --- unformatted ---
+    /// The unread characters that are in memory, possibly none. A line break stands behind them,
+    /// and DigitScanReach bytes from there can be read. Valid until the next operation.
+    std::string_view atHand() const { return {_pos, static_cast<std::size_t>(_end - _pos)}; }
+    /// Takes characters that are at hand. The state must be good.
+    void takeAtHand(std::size_t count) { _pos += count; }
     /// The rest of the line, at most LineLimit characters. The line break is not taken. Fails if
     /// there is no character. The view is valid until the next operation. The character behind it
     /// is a line break or a zero byte, and DigitScanReach bytes from there can be read.
@@ -115,8 +148,15 @@ class OSG_FILEIO_API ReadBuffer
     void noteSourceEnd();
     bool enter();
     bool enterBehindSpace();
-    std::string_view splitToken(char const *scanned);
-    bool readNextReal32(Real32 &value);
+    /// The first character at hand that is no white space, or the end of what is at hand.
+    char *behindSpace() const
+    {
+        char *p = _pos;
+        while(is_stream_space(*p) && p != _end)
+            ++p;
+        return p;
+    }
+    std::string_view tokenAtBorder();
     bool readLongReal32(Real32 &value);
 
     std::istream &_in;

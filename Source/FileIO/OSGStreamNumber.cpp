@@ -1,11 +1,8 @@
 #include "OSGStreamNumber.h"
 
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <limits>
-
-#include "OSGDigitScan.h"
 
 namespace OSG
 {
@@ -19,14 +16,9 @@ constexpr Real64 PowerOfTen[] = {1e-22, 1e-21, 1e-20, 1e-19, 1e-18, 1e-17, 1e-16
                                  1e-4,  1e-3,  1e-2,  1e-1,  1e0,   1e1,   1e2,   1e3,   1e4,
                                  1e5,   1e6,   1e7,   1e8,   1e9,   1e10,  1e11,  1e12,  1e13,
                                  1e14,  1e15,  1e16,  1e17,  1e18,  1e19,  1e20,  1e21,  1e22};
-// All integers up to this one are exact in a double.
-constexpr UInt64 ExactIntegerLimit = UInt64(1) << 53;
 // The mantissa of a short number fits into 64 bits. Its exponent is far from overflowing an int.
 constexpr std::ptrdiff_t ShortDigitLimit = 19;
 constexpr std::ptrdiff_t ShortExponentLimit = 4;
-
-constexpr UInt64 IntegerPowersOfTen[] = {1,      10,      100,      1000,     10000,
-                                         100000, 1000000, 10000000, 100000000};
 
 char const *scan_more_digits(char const *p, UInt64 &number)
 {
@@ -40,7 +32,7 @@ char const *scan_more_digits(char const *p, UInt64 &number)
 inline char const *scan_digits(char const *p, UInt64 &number)
 {
     DigitScan const scan = scan_eight_digits(p);
-    number = number * IntegerPowersOfTen[scan.count] + scan.number;
+    number = number * StreamNumberTables::PowersOfTen[scan.count] + scan.number;
     p += scan.count;
     return scan.count < 8 ? p : scan_more_digits(p, number);
 }
@@ -61,12 +53,10 @@ char const *scan_exponent(char const *p, int &exponent)
 }
 
 /// The fast path of Clinger (How to Read Floating Point Numbers Accurately, 1990), adapted to
-/// floats. Computes `mantissa` * 10^`exponent` in double precision and rounds the double to a
-/// float, where this is sure to give the same result as rounding once. The integer is exact. A
+/// floats. Computes `mantissa` * 10^`exponent` in double precision. The integer is exact. A
 /// positive power is exact too; a negative one is a rounded reciprocal, which saves the slow
-/// division. So the double is off by at most one and a half units in its last place. If it is
-/// farther than that from every midpoint of two floats, it lies on the right side of all of them.
-/// False where it may not, or where the fast path does not apply.
+/// division. So the double is off by at most one and a half units in its last place. False where
+/// that is not enough, or where the fast path does not apply.
 bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
 {
     if(mantissa == 0)
@@ -74,22 +64,15 @@ bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
         value = 0;
         return true;
     }
-    if(mantissa > ExactIntegerLimit || exponent < -ExactPowerLimit || exponent > ExactPowerLimit)
+    if(mantissa > StreamNumberTables::ExactIntegerLimit || exponent < -ExactPowerLimit ||
+       exponent > ExactPowerLimit)
         return false;
-    Real64 const wide = static_cast<Real64>(mantissa) * PowerOfTen[exponent + ExactPowerLimit];
-    // A double has 29 more bits of mantissa than a float. Halfway between two floats only the
-    // highest of these bits is set. The margin is above the error of one and a half units.
-    constexpr UInt64 BelowFloat = (UInt64(1) << 29) - 1;
-    constexpr UInt64 Midpoint = UInt64(1) << 28;
-    constexpr UInt64 Margin = 2;
-    if((std::bit_cast<UInt64>(wide) & BelowFloat) - (Midpoint - Margin) <= 2 * Margin)
-        return false;
-    value = static_cast<Real32>(wide);
-    return true;
+    return round_safely(static_cast<Real64>(mantissa) * PowerOfTen[exponent + ExactPowerLimit],
+                        value);
 }
 } // namespace
 
-char const *scan_short_real32(char const *begin, char const *end, Real32 &value)
+char const *scan_any_short_real32(char const *begin, char const *end, Real32 &value)
 {
     char const *p = begin;
     bool const negative = *p == '-';

@@ -64,6 +64,9 @@ void expect_short_agrees(std::string const &text)
         return;
     expect_same({std::bit_cast<UInt32>(value), true, static_cast<std::size_t>(behind - begin)},
                 extracted(text), text);
+    Real32 general = 0;
+    EXPECT_EQ(scan_any_short_real32(begin, begin + text.size() + 1, general), behind) << text;
+    EXPECT_EQ(std::bit_cast<UInt32>(general), std::bit_cast<UInt32>(value)) << text;
 }
 
 void expect_as_extracted(std::string const &text)
@@ -158,16 +161,17 @@ TEST(StreamNumber, ShortFormsNeedNoAccumulator)
 {
     for(char const *text : {"1", "-0.5", "12.345678", "+3", "1e5", "-1.5E-7", "0.000001", "100000"})
     {
-        std::string const closed = std::string(text) + "          ";
+        std::string const closed = std::string(text) + ' ' + std::string(DigitScanReach, ' ');
+        char const *const end = closed.data() + closed.size() - DigitScanReach;
         Real32 value;
-        EXPECT_NE(scan_short_real32(closed.data(), closed.data() + closed.size(), value), nullptr)
-            << text;
+        EXPECT_NE(scan_short_real32(closed.data(), end, value), nullptr) << text;
+        EXPECT_NE(scan_any_short_real32(closed.data(), end, value), nullptr) << text;
     }
 }
 
 TEST(StreamNumber, ShortFormsThatReachTheEndAreLeftOpen)
 {
-    std::string const text = "12\n        ";
+    std::string const text = "12\n" + std::string(DigitScanReach, ' ');
     Real32 value;
     EXPECT_EQ(scan_short_real32(text.data(), text.data() + 2, value), nullptr);
 }

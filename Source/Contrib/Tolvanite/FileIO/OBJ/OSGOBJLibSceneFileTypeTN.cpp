@@ -98,7 +98,6 @@ TransitPtr<Node> OBJSceneFileTypeTN::read(std::istream &in, char const *, Resolv
         // Vertices go straight into the arrays of the builder's properties. Everything else goes
         // into records.
         readText(in, builder.arrays(), records, client);
-        builder.trimArrays();
         root = builder.build(records, client.slots());
     }
     SceneFileHandlerBase::the()->updateReadProgress(100);

@@ -25,14 +25,6 @@ ObjVertexArrays ObjBuilder::arrays()
     return {_positions->editValues(), _texCoords->editValues(), _normals->editValues()};
 }
 
-void ObjBuilder::trimArrays()
-{
-    ObjVertexArrays const full = arrays();
-    full.positions.shrink_to_fit();
-    full.texCoords.shrink_to_fit();
-    full.normals.shrink_to_fit();
-}
-
 namespace
 {
 constexpr std::size_t MeshesPerCommit = 4096; // keeps the change list short
@@ -74,7 +66,7 @@ TransitPtr<Node> ObjBuilder::buildNewest(ObjRecords &records, ObjMaterialSlots c
     return geometry != nullptr ? node_of(geometry) : nullptr;
 }
 
-TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces const &faces, Material *material,
+TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces faces, Material *material,
                                                Arrays afterwards)
 {
     if(faces.empty())
@@ -124,14 +116,12 @@ Material *ObjBuilder::defaultMaterial()
 void ObjBuilder::addPrimitives(Geometry &geometry, ObjFaces const &faces)
 {
     MField<UInt32> lengths;
-    lengths.reserve(faces.size());
-    for(std::span<ObjTiePoint const> face : faces)
-        lengths.push_back(static_cast<UInt32>(face.size()));
+    faces.appendSizes(lengths);
     geometry.setTypes(_types.get(MField<UInt8>(faces.size(), PolygonPrimitive)));
     geometry.setLengths(_lengths.get(std::move(lengths)));
 }
 
-void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask)
+void ObjBuilder::addFaces(Geometry &geometry, ObjFaces &faces, ObjIndexMask const &mask)
 {
     bool const hasTexCoords = (mask.mask & ObjTexCoordBit) != 0 && _texCoords->size() != 0;
     bool const hasNormals = (mask.mask & ObjNormalBit) != 0 && _normals->size() != 0;
@@ -139,17 +129,11 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
     geometry.setTexCoords(hasTexCoords ? _texCoords.get() : nullptr);
     geometry.setNormals(hasNormals ? _normals.get() : nullptr);
 
-    addPrimitives(geometry, faces);
     // A missing index is -1. It becomes the largest number, which is out of range of every array.
     auto const indexOf = [&faces](ObjIndexKind kind)
     {
         MField<UInt32> entries;
-        entries.reserve(faces.tiePointCount());
-        for(std::span<ObjTiePoint const> face : faces)
-        {
-            for(ObjTiePoint const &tiePoint : face)
-                entries.push_back(static_cast<UInt32>(tiePoint.index[kind]));
-        }
+        faces.takeIndices(kind, entries);
         return entries;
     };
     if(mask.singleIndex)
@@ -158,13 +142,18 @@ void ObjBuilder::addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMas
         geometry.setIndex(index, Geometry::PositionsSlot);
         geometry.setIndex(index, Geometry::NormalsSlot);
         geometry.setIndex(index, Geometry::TexCoordsSlot);
-        return;
     }
-    // createSharedIndex joins these into one index, so the pool of arrays is not asked for them.
-    geometry.setIndex(make_index(indexOf(ObjPositionIndex)), Geometry::PositionsSlot);
-    if(hasNormals)
-        geometry.setIndex(make_index(indexOf(ObjNormalIndex)), Geometry::NormalsSlot);
-    if(hasTexCoords)
-        geometry.setIndex(make_index(indexOf(ObjTexCoordIndex)), Geometry::TexCoordsSlot);
+    else
+    {
+        // createSharedIndex joins these into one index, so the pool of arrays is not asked for
+        // them.
+        if(hasNormals)
+            geometry.setIndex(make_index(indexOf(ObjNormalIndex)), Geometry::NormalsSlot);
+        if(hasTexCoords)
+            geometry.setIndex(make_index(indexOf(ObjTexCoordIndex)), Geometry::TexCoordsSlot);
+        geometry.setIndex(make_index(indexOf(ObjPositionIndex)), Geometry::PositionsSlot);
+    }
+    // Last, when the faces have given back most of their memory.
+    addPrimitives(geometry, faces);
 }
 } // namespace OSG

@@ -28,8 +28,6 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
 
     /// The arrays of the shared properties, which a reader fills.
     ObjVertexArrays arrays();
-    /// Frees the unused capacity of the arrays. To be called when all vertices have been read.
-    void trimArrays();
 
     /// Makes a geometry for each mesh, in the reverse order of the file. A single mesh becomes the
     /// root. Several meshes become children of a Group. Meshes that fail are left out. Null where
@@ -51,10 +49,9 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
         Keep,
         LetGo
     };
-    TransitPtr<Geometry> buildGeometry(ObjFaces const &faces, Material *material,
-                                       Arrays afterwards);
+    TransitPtr<Geometry> buildGeometry(ObjFaces faces, Material *material, Arrays afterwards);
     void addPrimitives(Geometry &geometry, ObjFaces const &faces);
-    void addFaces(Geometry &geometry, ObjFaces const &faces, ObjIndexMask const &mask);
+    void addFaces(Geometry &geometry, ObjFaces &faces, ObjIndexMask const &mask);
     /// The material of meshes without one.
     Material *defaultMaterial();
 

@@ -1,6 +1,7 @@
 #include "OSGObjFaceParser.h"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 
 #include "OSGStreamNumber.h"
@@ -47,32 +48,49 @@ Int32 index_of(Int32 number, std::size_t count)
     Int64 const index = static_cast<Int64>(count) + number;
     return static_cast<Int32>(std::min<Int64>(index, std::numeric_limits<Int32>::max()));
 }
-/// Reads a number without sign of up to eight digits and moves `p` behind it. A ninth digit is left
-/// there, so the corner does not count as plain. False if there is no digit.
-inline bool scan_plain_number(char const *&p, Int32 &index)
+/// The zero-based index that `count` digits make; -1 where there are none.
+inline Int32 plain_index(char const *p, UInt32 count)
 {
-    DigitScan const scan = scan_eight_digits(p);
-    p += scan.count;
-    index = static_cast<Int32>(scan.number) - 1;
-    return scan.count != 0;
+    return static_cast<Int32>(number_of_digits(p, count)) - 1;
 }
 
-/// Reads a corner in one of the four usual forms, followed by white space or the end of the line.
-/// Null for any other corner, which is then read number by number.
+/// Reads a corner in one of the four usual forms, with up to eight digits a number, followed by
+/// white space or the end of the line. Null for any other corner, which is then read number by
+/// number. The ends of the numbers come from one comparison, so none waits for another.
 inline char const *scan_plain_corner(char const *p, ObjTiePoint &corner)
 {
-    corner = ObjTiePoint();
-    if(!scan_plain_number(p, corner.index[ObjPositionIndex]))
+    UInt32 others = other_than_digits_16(p) | 1u << 16;
+    UInt32 const first = static_cast<UInt32>(std::countr_zero(others));
+    if(first - 1 >= DigitsAtOnce)
         return nullptr;
-    if(*p == '/')
+    corner.index[ObjPositionIndex] = plain_index(p, first);
+    corner.index[ObjTexCoordIndex] = -1;
+    corner.index[ObjNormalIndex] = -1;
+    UInt32 end = first;
+    if(p[first] == '/')
     {
-        ++p;
-        if(*p != '/' && !scan_plain_number(p, corner.index[ObjTexCoordIndex]))
+        others ^= 1u << 16;
+        others |= other_than_digits_16(p + 16) << 16;
+        others &= others - 1;
+        end = static_cast<UInt32>(std::countr_zero(others));
+        UInt32 const second = end - first - 1;
+        if(second > DigitsAtOnce)
             return nullptr;
-        if(*p == '/' && !scan_plain_number(++p, corner.index[ObjNormalIndex]))
+        corner.index[ObjTexCoordIndex] = plain_index(p + first + 1, second);
+        bool const hasThird = p[end] == '/';
+        if(second == 0 && !hasThird)
             return nullptr;
+        if(hasThird)
+        {
+            others &= others - 1;
+            UInt32 const begin = end + 1;
+            end = static_cast<UInt32>(std::countr_zero(others));
+            if(end - begin - 1 >= DigitsAtOnce)
+                return nullptr;
+            corner.index[ObjNormalIndex] = plain_index(p + begin, end - begin);
+        }
     }
-    return is_line_end(*p) || is_blank(*p) ? p : nullptr;
+    return is_line_end(p[end]) || is_blank(p[end]) ? p + end : nullptr;
 }
 
 char const *skip_blanks(char const *p)
@@ -85,10 +103,34 @@ char const *skip_blanks(char const *p)
 
 void ObjFaceParser::parse(ObjElementCounts const &counts)
 {
+    if(!takePlainLine())
+        parseLines(counts);
+    _records.endFace();
+}
+
+/// Takes a line that is in memory as a whole and has plain corners alone. Otherwise nothing
+/// changes.
+bool ObjFaceParser::takePlainLine()
+{
+    std::string_view const text = _text.atHand();
+    std::size_t const before = _records.openTiePoints();
+    char const *const end = takePlainCorners(text.data());
+    std::size_t const length = static_cast<std::size_t>(end - text.data());
+    if(_text.good() && *end == '\n' && length > 0 && length < text.size() &&
+       length < ReadBuffer::LineLimit)
+    {
+        _text.takeAtHand(length);
+        return true;
+    }
+    _records.dropOpenTiePoints(before);
+    return false;
+}
+
+void ObjFaceParser::parseLines(ObjElementCounts const &counts)
+{
     while(parseLine(_text.lineRest().data(), counts) == LineEnd::Continued)
         _text.ignoreChar();
     closeCorner();
-    _records.endFace();
 }
 
 ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts const &counts)

@@ -1,5 +1,7 @@
 #include "OSGObjIndexMask.h"
 
+#include <optional>
+
 namespace OSG
 {
 namespace
@@ -28,28 +30,75 @@ FaceMask mask_of(std::span<ObjTiePoint const> face)
     }
     return result;
 }
+
+/// The mask of all faces of a chunk, if it is certain that they have one.
+std::optional<FaceMask> common_mask(ObjPiece const &piece)
+{
+    ObjChunk const &chunk = *piece.chunk;
+    if(chunk.leastSize() == 0)
+        return std::nullopt;
+    FaceMask result;
+    for(ObjIndexKind kind : {ObjPositionIndex, ObjTexCoordIndex, ObjNormalIndex})
+    {
+        if(chunk.greatest(kind) < 0)
+            continue;
+        if(chunk.least(kind) < 0)
+            return std::nullopt;
+        result.mask |= 1u << kind;
+        result.singleIndex &= chunk.equalsPositions(kind);
+    }
+    // Other indices may all lie in the faces of another run.
+    if(!result.singleIndex && !piece.isWhole())
+        return std::nullopt;
+    return result;
+}
+
+/// False where the run becomes unusable.
+bool add_face(ObjIndexMask &result, FaceMask const &own)
+{
+    result.singleIndex &= own.singleIndex;
+    if(result.mask == 0)
+    {
+        result.mask = own.mask;
+    }
+    else if(own.mask != result.mask)
+    {
+        result.unmatch = (own.mask & ObjPositionBit) == 0;
+        result.mask &= own.mask;
+    }
+    return !result.unmatch;
+}
+
+bool add_piece(ObjIndexMask &result, ObjPiece const &piece, ObjPlainFaces &plain)
+{
+    if(std::optional<FaceMask> const common = common_mask(piece))
+    {
+        // A second equal face may change the result once more, where the first one left nothing in
+        // common. A third one does not.
+        return add_face(result, *common) && (piece.faceCount < 2 || add_face(result, *common));
+    }
+    plain.unpack(piece);
+    ObjTiePoint const *behind = plain.corners.data() + plain.corners.size();
+    for(std::size_t face = plain.sizes.size(); face-- > 0;)
+    {
+        std::size_t const size = static_cast<std::size_t>(plain.sizes[face]);
+        behind -= size;
+        if(!add_face(result, mask_of({behind, size})))
+            return false;
+    }
+    return true;
+}
 } // namespace
 
 ObjIndexMask derive_index_mask(ObjFaces const &faces)
 {
     ObjIndexMask result;
-    for(std::span<ObjTiePoint const> face : faces)
+    ObjPlainFaces plain;
+    for(ObjPiece piece = faces.newestPiece(); piece.chunk != nullptr;
+        piece = faces.pieceBefore(piece))
     {
-        FaceMask const own = mask_of(face);
-        result.singleIndex &= own.singleIndex;
-        if(result.mask == 0)
-        {
-            result.mask = own.mask;
-        }
-        else if(own.mask != result.mask)
-        {
-            if((own.mask & ObjPositionBit) == 0)
-            {
-                result.unmatch = true;
-                return result;
-            }
-            result.mask &= own.mask;
-        }
+        if(!add_piece(result, piece, plain))
+            break;
     }
     return result;
 }

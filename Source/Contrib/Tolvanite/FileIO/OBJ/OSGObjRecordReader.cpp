@@ -21,6 +21,14 @@ ObjRecordReader::ObjRecordReader(ReadBuffer &text, ObjElementMap const &elements
 
 void ObjRecordReader::read()
 {
+    readElements();
+    _positions.moveTo(_arrays.positions);
+    _texCoords.moveTo(_arrays.texCoords);
+    _normals.moveTo(_arrays.normals);
+}
+
+void ObjRecordReader::readElements()
+{
     for(;;)
     {
         std::string_view const word = _text.token();
@@ -68,26 +76,26 @@ void ObjRecordReader::readVertex()
 {
     Real32 values[3];
     _text.readReal32s(values, 3);
-    _arrays.positions.emplace_back(values);
+    _positions.add() = Pnt3f(values);
 }
 
 void ObjRecordReader::readTexCoord()
 {
     Real32 values[2];
     _text.readReal32s(values, 2);
-    _arrays.texCoords.emplace_back(values);
+    _texCoords.add() = Vec2f(values);
 }
 
 void ObjRecordReader::readNormal()
 {
     Real32 values[3];
     _text.readReal32s(values, 3);
-    _arrays.normals.emplace_back(values);
+    _normals.add() = Vec3f(values);
 }
 
 void ObjRecordReader::readFace()
 {
-    _faces.parse({{_arrays.positions.size(), _arrays.texCoords.size(), _arrays.normals.size()}});
+    _faces.parse({{_positions.size(), _texCoords.size(), _normals.size()}});
 }
 
 void ObjRecordReader::readLibrary()

@@ -8,6 +8,7 @@
 #include "OSGObjElements.h"
 #include "OSGObjFaceParser.h"
 #include "OSGObjRecords.h"
+#include "OSGObjValueList.h"
 #include "OSGReadBuffer.h"
 
 namespace OSG
@@ -42,10 +43,12 @@ class OSG_CONTRIBTOLVANITE_API ObjRecordReader
     ObjRecordReader(ReadBuffer &text, ObjElementMap const &elements, ObjVertexArrays arrays,
                     ObjRecords &records, ObjReadClient &client);
 
-    /// Reads the whole text. Afterwards `text` has failed or is at its end.
+    /// Reads the whole text. Afterwards `text` has failed or is at its end. The vertices are
+    /// appended to the arrays at the end.
     void read();
 
   private:
+    void readElements();
     void readElement(ObjElement element, std::string_view word);
     void readVertex();
     void readTexCoord();
@@ -58,6 +61,9 @@ class OSG_CONTRIBTOLVANITE_API ObjRecordReader
     ReadBuffer &_text;
     ObjElementFinder _elements;
     ObjVertexArrays _arrays;
+    ObjValueList<Pnt3f> _positions;
+    ObjValueList<Vec2f> _texCoords;
+    ObjValueList<Vec3f> _normals;
     ObjRecords &_records;
     ObjReadClient &_client;
     ObjFaceParser _faces;

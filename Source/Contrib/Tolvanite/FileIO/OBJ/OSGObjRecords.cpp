@@ -1,50 +1,216 @@
 #include "OSGObjRecords.h"
 
+#include <algorithm>
+
 namespace OSG
 {
+// --- pieces and faces ---
+
+void ObjPlainFaces::unpack(ObjPiece const &piece)
+{
+    sizes.resize(piece.faceCount);
+    piece.chunk->unpackSizes(piece.firstFace, sizes);
+    corners.resize(piece.cornerCount);
+    ObjNumberVector indices(piece.cornerCount);
+    for(ObjIndexKind kind : {ObjPositionIndex, ObjTexCoordIndex, ObjNormalIndex})
+    {
+        piece.chunk->unpack(kind, piece.firstCorner, indices);
+        for(std::size_t i = 0; i < indices.size(); ++i)
+            corners[i].index[kind] = indices[i];
+    }
+}
+
+ObjFaces::Iterator::Iterator(ObjFaces const &faces)
+    : _faces(faces)
+    , _piece(faces.newestPiece())
+{
+    unpack();
+}
+
+void ObjFaces::Iterator::unpack()
+{
+    _atEnd = _piece.chunk == nullptr;
+    if(_atEnd)
+        return;
+    _plain.unpack(_piece);
+    _face = _piece.faceCount - 1;
+    _behind = _piece.cornerCount;
+}
+
+ObjFaces::Iterator &ObjFaces::Iterator::operator++()
+{
+    _behind -= static_cast<std::size_t>(_plain.sizes[_face]);
+    if(_face-- == 0)
+    {
+        _piece = _faces.pieceBefore(_piece);
+        unpack();
+    }
+    return *this;
+}
+
+ObjPiece ObjFaces::newestPiece() const
+{
+    if(empty())
+        return {};
+    auto const &chunks = _records._chunks;
+    // Runs are taken newest first, so the last chunk is mostly the one.
+    if(chunks.back().firstFace < _faceEnd)
+        return pieceOf(chunks.size() - 1, _faceEnd, _cornerEnd);
+    auto const behind = std::partition_point(chunks.begin(), chunks.end(),
+                                             [this](ObjRecords::PlacedChunk const &chunk)
+                                             { return chunk.firstFace < _faceEnd; });
+    return pieceOf(static_cast<std::size_t>(behind - chunks.begin()) - 1, _faceEnd, _cornerEnd);
+}
+
+ObjPiece ObjFaces::pieceBefore(ObjPiece const &piece) const
+{
+    ObjRecords::PlacedChunk const &chunk = _records._chunks[piece.place];
+    return chunk.firstFace > _faceBegin
+               ? pieceOf(piece.place - 1, chunk.firstFace, chunk.firstCorner)
+               : ObjPiece();
+}
+
+/// The faces of a chunk that are not before the run. The others end where they are told to.
+ObjPiece ObjFaces::pieceOf(std::size_t place, std::size_t faceEnd, std::size_t cornerEnd) const
+{
+    ObjRecords::PlacedChunk &chunk = _records._chunks[place];
+    std::size_t const face = std::max(_faceBegin, chunk.firstFace);
+    std::size_t const corner = std::max(_cornerBegin, chunk.firstCorner);
+    return {&chunk.faces,
+            place,
+            face - chunk.firstFace,
+            faceEnd - face,
+            corner - chunk.firstCorner,
+            cornerEnd - corner};
+}
+
+namespace
+{
+using Words = std::vector<UInt32, MemAllocator<UInt32>>;
+
+/// Writes faces of `Size` corners in the reverse order. A size that the compiler knows makes a
+/// loop of plain copies.
+template <std::size_t Size>
+void put_reversed(std::span<Int32 const> corners, UInt32 *to)
+{
+    for(std::size_t at = corners.size(); at > 0; to += Size)
+    {
+        at -= Size;
+        for(std::size_t i = 0; i < Size; ++i)
+            to[i] = static_cast<UInt32>(corners[at + i]);
+    }
+}
+
+void put_reversed(std::span<Int32 const> corners, std::span<Int32 const> sizes, UInt32 *to)
+{
+    std::size_t behind = corners.size();
+    for(std::size_t face = sizes.size(); face-- > 0;)
+    {
+        std::size_t const size = static_cast<std::size_t>(sizes[face]);
+        behind -= size;
+        for(std::size_t i = 0; i < size; ++i)
+            *to++ = static_cast<UInt32>(corners[behind + i]);
+    }
+}
+} // namespace
+
+void ObjFaces::appendSizes(Words &to) const
+{
+    ObjNumberVector &sizes = _records._roomForSizes;
+    to.reserve(to.size() + size());
+    for(ObjPiece piece = newestPiece(); piece.chunk != nullptr; piece = pieceBefore(piece))
+    {
+        if(piece.chunk->hasOneSize())
+        {
+            to.insert(to.end(), piece.faceCount, static_cast<UInt32>(piece.chunk->leastSize()));
+            continue;
+        }
+        sizes.resize(piece.faceCount);
+        piece.chunk->unpackSizes(piece.firstFace, sizes);
+        to.insert(to.end(), sizes.rbegin(), sizes.rend());
+    }
+}
+
+void ObjFaces::takeIndices(ObjIndexKind kind, Words &to)
+{
+    // Runs may be small and many, so that room of their own would take longer than the indices.
+    ObjNumberVector &corners = _records._roomForCorners;
+    ObjNumberVector &sizes = _records._roomForSizes;
+    to.reserve(to.size() + tiePointCount());
+    for(ObjPiece piece = newestPiece(); piece.chunk != nullptr; piece = pieceBefore(piece))
+    {
+        ObjChunk &chunk = *piece.chunk;
+        corners.resize(piece.cornerCount);
+        chunk.unpack(kind, piece.firstCorner, corners);
+        to.resize(to.size() + piece.cornerCount);
+        UInt32 *const reversed = to.data() + to.size() - piece.cornerCount;
+        if(chunk.hasOneSize() && chunk.leastSize() == 3)
+        {
+            put_reversed<3>(corners, reversed);
+        }
+        else if(chunk.hasOneSize() && chunk.leastSize() == 4)
+        {
+            put_reversed<4>(corners, reversed);
+        }
+        else
+        {
+            sizes.resize(piece.faceCount);
+            chunk.unpackSizes(piece.firstFace, sizes);
+            put_reversed(corners, sizes, reversed);
+        }
+        if(piece.isWhole())
+            chunk.release(kind);
+    }
+}
+
+// --- records ---
+
 ObjRecords::ObjRecords()
     : _meshes(1)
 {
 }
 
-void ObjRecords::endFace()
+void ObjRecords::closeChunk()
 {
-    _faceSizes.push_back(static_cast<UInt32>(_tiePoints.size() - _faceBegin));
-    _faceBegin = _tiePoints.size();
+    if(_openSizes.empty())
+        return;
+    _chunks.push_back({_packedFaces, _packedCorners, ObjChunk(_openSizes, _open)});
+    _packedFaces += _openSizes.size();
+    _packedCorners += _open.count;
+    _openSizes.clear();
+    // A face may be very long. Its room is not kept.
+    if(_open.count > 4 * ChunkSize)
+        _open = ObjOpenCorners();
+    _open.count = 0;
+    _faceBegin = 0;
 }
 
 void ObjRecords::startMesh()
 {
-    if(_meshes.back().firstFace < _faceSizes.size())
-        _meshes.push_back({_faceSizes.size(), _tiePoints.size(), NoMaterial});
+    if(_meshes.back().firstFace < faceCount())
+        _meshes.push_back({faceCount(), cornerCount(), NoMaterial});
 }
 
-namespace
+ObjFaces ObjRecords::faces(std::size_t mesh)
 {
-// Frees memory once only a quarter of the capacity is used. The copies then add up to less than the
-// largest size that the array ever had.
-template <class Vector>
-void cut(Vector &values, std::size_t size)
-{
-    values.erase(values.begin() + static_cast<std::ptrdiff_t>(size), values.end());
-    if(size < values.capacity() / 4)
-        values.shrink_to_fit();
+    closeChunk();
+    _open = ObjOpenCorners();
+    Mesh const &first = stored(mesh);
+    std::size_t const faceEnd = mesh == 0 ? _packedFaces : stored(mesh - 1).firstFace;
+    std::size_t const cornerEnd = mesh == 0 ? _packedCorners : stored(mesh - 1).firstCorner;
+    return ObjFaces(*this, first.firstFace, faceEnd, first.firstCorner, cornerEnd);
 }
-} // namespace
 
 void ObjRecords::dropNewestMesh()
 {
-    cut(_tiePoints, _meshes.back().firstTiePoint);
-    cut(_faceSizes, _meshes.back().firstFace);
-    cut(_meshes, _meshes.size() - 1);
-}
-
-ObjFaces ObjRecords::faces(std::size_t mesh) const
-{
-    Mesh const &first = stored(mesh);
-    std::size_t const faceEnd = mesh == 0 ? _faceSizes.size() : stored(mesh - 1).firstFace;
-    std::size_t const tiePointEnd = mesh == 0 ? _tiePoints.size() : stored(mesh - 1).firstTiePoint;
-    return ObjFaces({_faceSizes.data() + first.firstFace, faceEnd - first.firstFace},
-                    {_tiePoints.data() + first.firstTiePoint, tiePointEnd - first.firstTiePoint});
+    closeChunk();
+    _packedFaces = _meshes.back().firstFace;
+    _packedCorners = _meshes.back().firstCorner;
+    while(!_chunks.empty() && _chunks.back().firstFace >= _packedFaces)
+        _chunks.pop_back();
+    _meshes.pop_back();
+    // The copies add up to less than the largest size that the list ever had.
+    if(_meshes.size() < _meshes.capacity() / 4)
+        _meshes.shrink_to_fit();
 }
 } // namespace OSG

@@ -287,6 +287,24 @@ TEST_F(ObjBuilderTest, ComputedNormalsOfFlatFacesAreZero)
         EXPECT_EQ(normal, row({0, 0, 0}));
 }
 
+TEST_F(ObjBuilderTest, ComputedNormalsOfFacesWhoseCornersLieOnALineAreZero)
+{
+    for(Real32 scale : {1e-30f, 1.f, 1e18f})
+    {
+        std::size_t const first = _builder.arrays().positions.size();
+        std::vector<ObjTiePoint> corners;
+        for(int i = 0; i < 4; ++i)
+        {
+            _builder.arrays().positions.emplace_back(i * scale, 0, i * scale);
+            corners.push_back({{static_cast<Int32>(first) + i, -1, -1}});
+        }
+        addFace(corners);
+    }
+    Geometry const &geometry = buildGeometry();
+    for(std::vector<Real32> const &normal : vertex_values(geometry, Geometry::NormalsSlot))
+        EXPECT_EQ(normal, row({0, 0, 0}));
+}
+
 // --- materials ---
 
 TEST_F(ObjBuilderTest, MeshesWithoutMaterialGetOneOfLightGrey)

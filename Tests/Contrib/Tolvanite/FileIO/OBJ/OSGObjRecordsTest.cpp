@@ -32,7 +32,7 @@ std::vector<std::vector<Int32>> positions(ObjFaces const &faces)
 
 TEST(ObjRecords, StartWithOneMeshWithoutFacesOrMaterial)
 {
-    ObjRecords const records;
+    ObjRecords records;
     EXPECT_EQ(records.meshCount(), 1u);
     EXPECT_TRUE(records.faces(0).empty());
     EXPECT_EQ(records.material(0), ObjRecords::NoMaterial);

@@ -57,7 +57,7 @@ class RecordingClient : public ObjReadClient
     ObjOutcome &_outcome;
 };
 
-void copy_meshes(ObjRecords const &records, ObjOutcome &outcome)
+void copy_meshes(ObjRecords &records, ObjOutcome &outcome)
 {
     for(std::size_t mesh = 0; mesh < records.meshCount(); ++mesh)
     {
