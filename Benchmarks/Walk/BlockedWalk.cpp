@@ -80,10 +80,29 @@ std::vector<BoxQuery> queries_of_frame(UInt32 triangles)
     WalkSettings const settings;
     EyePose pose;
     pose.set(From, At, Up);
-    WalkMotion(settings, pose, space)
-        .step(WalkStep::Direction::AlongView, -StepOfFrame,
-              settings.height * settings.jumpStrength);
+    WalkMotion motion(settings, pose, space);
+    WalkFrame const frame = motion.frame();
+    Real32 step = -StepOfFrame;
+    for(UInt32 pass = 0; pass < settings.numStepLoop; ++pass, step *= 0.5f)
+    {
+        for(Real32 const jump : {0.f, settings.height * settings.jumpStrength})
+            motion.tryStep(WalkStep::Direction::AlongView, step, jump, frame);
+    }
     return std::move(space.queries);
+}
+
+OurQueries::OurQueries(UInt32 triangles)
+    : _queries(queries_of_frame(triangles))
+{
+    _scene.setWorld(building_of(triangles));
+}
+
+std::size_t OurQueries::frame()
+{
+    std::size_t hits = 0;
+    for(BoxQuery const &query : _queries)
+        hits += _scene.box(query.box, query.plane) ? 1 : 0;
+    return hits;
 }
 
 struct BlockedWalk::Parts

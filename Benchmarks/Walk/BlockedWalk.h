@@ -3,7 +3,7 @@
 /// \file
 /// A person who stands before a wall in a room of the building and holds the forward key after
 /// Space. Each frame tries the step ten times on its level and ten times raised. The ceiling is
-/// lower than a jump, so that each raise is found by ten tries.
+/// lower than a jump, so that the raise is found by ten tries, once for all passes.
 
 #include <memory>
 #include <vector>
@@ -11,6 +11,7 @@
 #include "OSGFrustum.h"
 #include "OSGNode.h"
 #include "OSGSelectionFunctor.h"
+#include "OSGWalkScene.h"
 
 namespace OSG::Bench
 {
@@ -24,8 +25,21 @@ struct BoxQuery
     SelectionFunctor::PlaneType plane = SelectionFunctor::NearPlane;
     bool hasHit = false;
 };
-/// The queries of one frame in their order.
+/// The queries of one frame in their order, where every raised try looks for its raise.
 std::vector<BoxQuery> queries_of_frame(UInt32 triangles);
+
+/// Answers these as the engine does.
+class OurQueries
+{
+  public:
+    explicit OurQueries(UInt32 triangles);
+    /// Number of queries with a hit.
+    std::size_t frame();
+
+  private:
+    std::vector<BoxQuery> _queries;
+    WalkScene _scene;
+};
 
 /// The frames of a host: the navigator, the engine and a desktop on which the key is down.
 class BlockedWalk

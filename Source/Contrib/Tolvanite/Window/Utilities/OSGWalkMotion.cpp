@@ -79,13 +79,17 @@ Way way_of(WalkStep::Direction direction, Real32 step, WalkFrame const &frame,
 WalkMotion::Move WalkMotion::tryStep(Direction direction, Real32 step, Real32 jump,
                                      WalkFrame const &frame)
 {
-    _refusal.reset();
     boost::optional<Real32> const raise = findRaise(jump);
     if(!raise)
         return boost::none;
-    _raise = *raise;
+    return tryRaised(direction, step, *raise, frame);
+}
+
+WalkMotion::Move WalkMotion::tryRaised(Direction direction, Real32 step, Real32 raise,
+                                       WalkFrame const &frame)
+{
     Way const way = way_of(direction, step, frame, _settings);
-    Vec3f const lift = (*raise + _settings.head()) * frame.up;
+    Vec3f const lift = (raise + _settings.head()) * frame.up;
     Pnt3f const top = _pose.from() + lift;
     Pnt3f newTop = top + step * way.axis;
     Pnt3f newAt = _pose.at() + lift + step * way.axis;
@@ -209,21 +213,29 @@ WalkMotion::Result WalkMotion::step(Direction direction, Real32 step, Real32 jum
     WalkFrame const own = frame();
     Result result = begin(direction, step);
     UInt32 const queriesBefore = _queries;
+    // The person has not moved between the tries, so all raised ones have the same raise.
+    boost::optional<Real32> raise;
+    bool isRaiseKnown = false;
     for(UInt32 pass = 0; pass < _settings.numStepLoop; ++pass)
     {
         result.step.step = step;
-        result.move = tryStep(direction, step, 0.f, own);
+        _refusal.reset();
+        result.move = tryRaised(direction, step, 0.f, own);
         result.step.obstacle = std::move(_refusal);
         if(result.move)
         {
             result.step.outcome = WalkStep::Outcome::Level;
             break;
         }
-        result.move = tryStep(direction, step, jump, own);
+        if(!isRaiseKnown)
+            raise = findRaise(jump);
+        isRaiseKnown = true;
+        if(raise)
+            result.move = tryRaised(direction, step, *raise, own);
         if(result.move)
         {
             result.step.outcome = WalkStep::Outcome::Raised;
-            result.step.raise = _raise;
+            result.step.raise = *raise;
             break;
         }
         if(!halve(step))

@@ -52,6 +52,8 @@ class OSG_CONTRIBTOLVANITE_API WalkMotion
     Result stepVertically(Real32 step);
 
   private:
+    /// A step with the head raised by exactly `raise`.
+    Move tryRaised(Direction direction, Real32 step, Real32 raise, WalkFrame const &frame);
     bool isFree(WalkBody::FrustumType type, SelectionFunctor::PlaneType plane, Pnt3f const &top,
                 WalkFrame const &frame, Real32 margin, Real32 length);
     void setDown(Pnt3f &top, Pnt3f &at, WalkFrame const &frame);
@@ -67,7 +69,6 @@ class OSG_CONTRIBTOLVANITE_API WalkMotion
     EyePose const &_pose;
     WalkSpace &_space;
     std::optional<WalkObstacle> _refusal; // of the last try
-    Real32 _raise = 0;                    // of the last try
     UInt32 _queries = 0;
 };
 } // namespace OSG
