@@ -70,8 +70,8 @@ bool register_cases()
     std::string const blocked = "blocked frame in 200,000 triangles/";
     add(blocked + "ours", [](auto &state) { run_ours(state, UsualTriangles); });
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
-    add(blocked + "openscenegraph", [](auto &state) { run_peer(state, false); });
-    add(blocked + "openscenegraph-kdtree", [](auto &state) { run_peer(state, true); });
+    add(blocked + "openscenegraph-120-queries", [](auto &state) { run_peer(state, false); });
+    add(blocked + "openscenegraph-kdtree-120-queries", [](auto &state) { run_peer(state, true); });
 #endif
     std::string const queries = "120 box queries in 200,000 triangles/";
     add(queries + "ours", &run_our_queries);

@@ -321,10 +321,43 @@ std::vector<Segment> edges_of(Node *scene)
     return edges;
 }
 
+/// Turns a direction of length 1 to +y, the short way (Rodrigues' formula).
+Matrix turn_upright(Vec3f const &up)
+{
+    Matrix turn;
+    Real32 const cosine = up[1];
+    if(cosine < -0.9999f)
+    {
+        turn.setScale(1, -1, -1); // half a turn about x
+        return turn;
+    }
+    // The axis times the sine is up x (0, 1, 0) = (-up.z, 0, up.x).
+    Real32 const x = -up[2];
+    Real32 const z = up[0];
+    Real32 const rest = 1 / (1 + cosine);
+    turn[0] = {1 - rest * z * z, z, rest * x * z, 0};
+    turn[1] = {-z, cosine, x, 0};
+    turn[2] = {rest * x * z, -x, 1 - rest * x * x, 0};
+    return turn;
+}
+
+void turn_all(Drawing &drawing, Matrix const &turn)
+{
+    for(PathPoint &point : drawing.path)
+        point = {turn * point.from, turn * point.at};
+    for(PathMark &mark : drawing.marks)
+        mark.place = turn * mark.place;
+    for(Segment &edge : drawing.edges)
+        edge = {turn * edge.a, turn * edge.b};
+}
+
 Drawing drawing_of(Node *scene, std::vector<PathPoint> const &path,
-                   std::vector<PathMark> const &marks)
+                   std::vector<PathMark> const &marks, Vec3f const &up)
 {
     Drawing drawing{path, marks, edges_of(scene), {}, {}};
+    Vec3f const upward = NavigationMath::unit(up);
+    if(is_finite(upward) && upward != Vec3f() && upward != Vec3f(0, 1, 0))
+        turn_all(drawing, turn_upright(upward));
     std::erase_if(drawing.path, [](PathPoint const &point)
                   { return !is_finite(point.from) || !is_finite(point.at); });
     std::erase_if(drawing.marks, [](PathMark const &mark) { return !is_finite(mark.place); });
@@ -344,16 +377,18 @@ Drawing drawing_of(Node *scene, std::vector<PathPoint> const &path,
 } // namespace
 
 void write_path_plot(std::ostream &out, Node *scene, std::vector<PathPoint> const &path,
-                     std::vector<PathMark> const &marks)
+                     std::vector<PathMark> const &marks, Vec3f const &up)
 {
-    Drawing const drawing = drawing_of(scene, path, marks);
+    Drawing const drawing = drawing_of(scene, path, marks, up);
     Palette const palette(drawing.marks);
     Pnt3f const &min = drawing.min;
     Pnt3f const &max = drawing.max;
     auto const extent = [&min, &max](int axis) { return Real64(max[axis]) - min[axis]; };
-    constexpr Real64 SmallestExtent = 1e-3; // a scene of one point needs a scale, too
+    constexpr Real64 SmallestExtent = 1e-3;       // a scene of one point needs a scale, too
+    constexpr Real64 MostHeight = 2 * SheetWidth; // of the view from the front
     Real64 const scale =
-        (SheetWidth - 2 * Margin) / std::max({extent(0), extent(2), SmallestExtent});
+        std::min((SheetWidth - 2 * Margin) / std::max({extent(0), extent(2), SmallestExtent}),
+                 MostHeight / std::max(extent(1), SmallestExtent));
     Real64 const plan = extent(2) * scale + 3 * Margin; // its margins, and one between the views
     Real64 const height = plan + extent(1) * scale + 2 * Margin + palette.height();
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << SheetWidth << "\" height=\""

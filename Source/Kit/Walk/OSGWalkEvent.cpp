@@ -31,7 +31,7 @@ void append_walk_events(WalkStep const &step, Real32 groundDistance, std::vector
     Real32 const rise = (step.after - step.before).dot(step.up);
     if(step.outcome == WalkStep::Outcome::Raised)
     {
-        if(step.mayJump)
+        if(step.isAfterSpace)
             events.push_back({Kind::Jumped, 0, {}, 0, {}});
         else if(rise > LeastClimb)
             events.push_back({Kind::Climbed, 0, {}, rise, {}});

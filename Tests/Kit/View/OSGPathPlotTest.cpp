@@ -72,6 +72,25 @@ TEST(PathPlot, HasFiniteNumbersWhateverTheSceneHas)
     EXPECT_EQ(count(svg, "<polyline"), 2u);
 }
 
+TEST(PathPlot, ASceneWithZUpGivesThePlanOfItsCopyWithYUp)
+{
+    auto const plan = [](std::vector<PathPoint> const &path, Vec3f const &up)
+    {
+        std::ostringstream out;
+        write_path_plot(out, nullptr, path, {}, up);
+        return out.str();
+    };
+    std::string const upright = plan({{{0, 1, 0}, {1, 1, 0}}, {{4, 2, -3}, {4, 2, -4}}}, {0, 1, 0});
+    EXPECT_EQ(plan({{{0, 0, 1}, {1, 0, 1}}, {{4, 3, 2}, {4, 4, 2}}}, {0, 0, 2}), upright);
+    EXPECT_EQ(plan({{{0, -1, 0}, {1, -1, 0}}, {{4, -2, 3}, {4, -2, 4}}}, {0, -1, 0}), upright);
+}
+
+TEST(PathPlot, IsNoTallerThanThreeSheetsAreWide)
+{
+    std::string const svg = plot(nullptr, {{{0, 0, 0}, {1, 0, 0}}, {{0, 100, 0}, {1, 100, 0}}});
+    EXPECT_LT(std::stod(value_of(svg, "height", 0)), 2400);
+}
+
 TEST(PathPlot, LeavesOutEdgesWithinAPlane)
 {
     std::string const svg = plot(square(), {});

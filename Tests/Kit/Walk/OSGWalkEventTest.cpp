@@ -9,11 +9,11 @@ namespace
 using Kind = WalkEvent::Kind;
 using Outcome = WalkStep::Outcome;
 
-WalkStep step_by(Outcome outcome, Real32 rise, bool mayJump = false)
+WalkStep step_by(Outcome outcome, Real32 rise, bool isAfterSpace = false)
 {
     WalkStep step;
     step.outcome = outcome;
-    step.mayJump = mayJump;
+    step.isAfterSpace = isAfterSpace;
     step.before = {1, 2, 3};
     step.after = {4, 2 + rise, 5};
     step.up = {0, 1, 0};

@@ -1,12 +1,13 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
 #include <map>
 #include <set>
-#include <sstream>
 #include <vector>
 
 #include "Arguments.h"
+#include "NumberText.h"
 #include "OSGCadTrackballEngine.h"
 #include "OSGCopterFlyEngine.h"
 #include "OSGInputPlayer.h"
@@ -84,6 +85,14 @@ std::vector<Pose> play(OSG::InputRecording const &recording, std::string const &
     return poses;
 }
 
+bool has_frames(OSG::InputRecording const &recording)
+{
+    using Recording = OSG::InputRecording;
+    return std::any_of(recording.events.begin(), recording.events.end(),
+                       [](Recording::TimedEvent const &event)
+                       { return event.what == Recording::What::Frame; });
+}
+
 void write_poses(JsonWriter &json, ReplayOptions const &options, std::vector<Pose> const &poses)
 {
     json.beginObject().member("file", options.file).member("engine", options.engine);
@@ -102,27 +111,19 @@ void write_poses(JsonWriter &json, ReplayOptions const &options, std::vector<Pos
     json.endArray().endObject();
 }
 
-template <class Tuple>
-std::string spaced(Tuple const &values)
-{
-    std::ostringstream text;
-    text << values[0] << ' ' << values[1] << ' ' << values[2];
-    return text.str();
-}
-
 void print_poses(std::ostream &out, std::vector<Pose> const &poses)
 {
     bool const orthographic = !poses.empty() && poses.front().verticalSize != 0;
-    out << std::left << std::setw(8) << "event" << std::setw(30) << "from" << std::setw(30) << "at"
-        << std::setw(34) << "up" << std::setw(12) << "distance"
-        << (orthographic ? "height\n" : "\n");
+    out << std::left << std::setw(7) << "event" << ' ' << std::setw(29) << "from" << ' '
+        << std::setw(29) << "at" << ' ' << std::setw(33) << "up" << ' ' << std::setw(11)
+        << "distance" << (orthographic ? " height\n" : "\n");
     for(std::size_t i = 0; i < poses.size(); ++i)
     {
-        out << std::setw(8) << i << std::setw(30) << spaced(poses[i].from) << std::setw(30)
-            << spaced(poses[i].at) << std::setw(34) << spaced(poses[i].up) << std::setw(12)
-            << poses[i].distance;
+        out << std::setw(7) << i << ' ' << std::setw(29) << spaced(poses[i].from) << ' '
+            << std::setw(29) << spaced(poses[i].at) << ' ' << std::setw(33) << spaced(poses[i].up)
+            << ' ' << std::setw(11) << poses[i].distance;
         if(orthographic)
-            out << poses[i].verticalSize;
+            out << ' ' << poses[i].verticalSize;
         out << '\n';
     }
 }
@@ -152,6 +153,8 @@ int run_replay(ReplayOptions const &options, Streams streams)
         complain(streams, options.events + ": " + events.complaint);
         return Failed;
     }
+    if(options.engine == "walk" && !has_frames(*events.recording))
+        complain(streams, options.events + " holds no frames, so the walk engine takes no step");
     Scene const scene = read_scene(options, streams);
     if(scene.root == nullptr)
         return Failed;

@@ -1,5 +1,7 @@
 #include <charconv>
+#include <filesystem>
 #include <fstream>
+#include <optional>
 
 #include "Arguments.h"
 #include "OSGPathPlot.h"
@@ -23,11 +25,11 @@ struct WalkOptions : SceneOptions
     std::vector<std::string> settings; ///< NAME=VALUE, in order
     std::string script;
     std::string frameMilliseconds = "16";
-    std::string motionFactor;
-    std::string rotationAngle;
-    std::string goal;
-    std::string within;
-    std::string plot;
+    std::optional<std::string> motionFactor;
+    std::optional<std::string> rotationAngle;
+    std::optional<std::string> goal;
+    std::optional<std::string> within;
+    std::optional<std::string> plot;
 };
 
 float number_of(char const *option, std::string const &text)
@@ -69,25 +71,25 @@ void apply_setting(OSG::WASDWalkEngine &engine, std::string const &text)
 void apply_settings(OSG::WalkPlayer &player, WalkOptions const &options)
 {
     player.setFrameMilliseconds(frame_of(options.frameMilliseconds));
-    if(!options.motionFactor.empty())
-        player.getNavigator().setMotionFactor(number_of("--motion-factor", options.motionFactor));
-    if(!options.rotationAngle.empty())
+    if(options.motionFactor)
+        player.getNavigator().setMotionFactor(number_of("--motion-factor", *options.motionFactor));
+    if(options.rotationAngle)
         player.getNavigator().setRotationAngle(
-            number_of("--rotation-angle", options.rotationAngle));
+            number_of("--rotation-angle", *options.rotationAngle));
     for(std::string const &setting : options.settings)
         apply_setting(player.getEngine(), setting);
 }
 
 std::optional<WalkGoal> goal_of(WalkOptions const &options)
 {
-    if(options.goal.empty())
+    if(!options.goal)
         return std::nullopt;
     WalkGoal goal;
-    goal.place = point_of("--goal", options.goal);
-    if(!options.within.empty())
-        goal.within = number_of("--within", options.within);
+    goal.place = point_of("--goal", *options.goal);
+    if(options.within)
+        goal.within = number_of("--within", *options.within);
     if(goal.within < 0)
-        throw CLI::ValidationError("--within", options.within + " is negative");
+        throw CLI::ValidationError("--within", *options.within + " is negative");
     return goal;
 }
 
@@ -115,10 +117,10 @@ std::string write_plot(std::string const &target, OSG::Node *scene, Start const 
     for(OSG::WalkEvent const &event : player.getEvents())
         marks.push_back({event.position, OSG::name_of(event.kind)});
     return replace_file(target,
-                        [scene, &path, &marks](std::string const &name)
+                        [scene, &path, &marks, &up = start.up](std::string const &name)
                         {
                             std::ofstream out(name, std::ios::binary);
-                            OSG::write_path_plot(out, scene, path, marks);
+                            OSG::write_path_plot(out, scene, path, marks, up);
                             return bool(out.flush());
                         });
 }
@@ -135,8 +137,20 @@ void print_result(WalkOptions const &options, WalkResult const &result, std::ost
     out << '\n';
 }
 
+// A plot in the place of what is read would be the end of it.
+void check_plot(WalkOptions const &options)
+{
+    std::error_code error;
+    for(std::string const *const source : {&options.file, &options.script})
+    {
+        if(options.plot && std::filesystem::equivalent(*options.plot, *source, error))
+            throw CLI::ValidationError("--plot", *options.plot + " is read by this command");
+    }
+}
+
 int run_walk(WalkOptions const &options, Streams streams)
 {
+    check_plot(options);
     OSG::WalkPlayer player;
     apply_settings(player, options);
     std::optional<WalkGoal> const goal = goal_of(options);
@@ -155,10 +169,10 @@ int run_walk(WalkOptions const &options, Streams streams)
         result.goal = judge_goal(*goal, start.from, player.getPoses());
 
     std::string const reason =
-        options.plot.empty() ? std::string() : write_plot(options.plot, scene.root, start, player);
+        options.plot ? write_plot(*options.plot, scene.root, start, player) : std::string();
     if(!reason.empty())
     {
-        complain(streams, "cannot write " + options.plot + ": " + reason);
+        complain(streams, "cannot write " + *options.plot + ": " + reason);
         return Failed;
     }
     print_result(options, result, streams.out);

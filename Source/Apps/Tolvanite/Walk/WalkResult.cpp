@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "NodePath.h"
+#include "NumberText.h"
 #include "OSGName.h"
 #include "OSGNode.h"
 #include "OSGShownText.h"
@@ -67,13 +68,6 @@ void write_goal(JsonWriter &json, WalkGoalResult const &goal)
     json.member("nearest", goal.nearest).endObject();
 }
 
-std::string spaced(OSG::Pnt3f const &place)
-{
-    std::ostringstream text;
-    text << place[0] << ' ' << place[1] << ' ' << place[2];
-    return text.str();
-}
-
 // The height of a climb or a drop, or what was in the way.
 std::string remark_of(WalkEvent const &event, OSG::Node const *scene)
 {
@@ -90,6 +84,32 @@ std::string remark_of(WalkEvent const &event, OSG::Node const *scene)
         text << " at " << event.obstacle->distance;
     }
     return text.str();
+}
+
+/// A line of the table: an event, or several that are the same but for the time.
+struct EventLine
+{
+    std::string times;
+    std::string rest;
+    std::size_t count = 1;
+    OSG::UInt64 last = 0;
+};
+
+std::vector<EventLine> lines_of(WalkResult const &result)
+{
+    std::vector<EventLine> lines;
+    for(WalkEvent const &event : result.player.getEvents())
+    {
+        std::ostringstream rest;
+        rest << std::left << std::setw(9) << OSG::name_of(event.kind) << ' ' << std::setw(33)
+             << spaced(event.position) << ' ' << remark_of(event, result.scene);
+        if(lines.empty() || lines.back().rest != rest.str())
+            lines.push_back({std::to_string(event.milliseconds), rest.str()});
+        else
+            ++lines.back().count;
+        lines.back().last = event.milliseconds;
+    }
+    return lines;
 }
 } // namespace
 
@@ -111,12 +131,16 @@ void write_walk(JsonWriter &json, WalkResult const &result)
 
 void print_walk(std::ostream &out, WalkResult const &result)
 {
-    out << std::left << std::setw(10) << "t" << std::setw(10) << "event" << std::setw(34)
-        << "position"
-        << "height or obstacle\n";
-    for(WalkEvent const &event : result.player.getEvents())
-        out << std::setw(10) << event.milliseconds << std::setw(10) << OSG::name_of(event.kind)
-            << std::setw(34) << spaced(event.position) << remark_of(event, result.scene) << '\n';
+    out << std::left << std::setw(9) << "t" << ' ' << std::setw(9) << "event" << ' '
+        << std::setw(33) << "position"
+        << " height or obstacle\n";
+    for(EventLine const &line : lines_of(result))
+    {
+        out << std::setw(9) << line.times << ' ' << line.rest;
+        if(line.count > 1)
+            out << " (" << line.count << " times, until " << line.last << ')';
+        out << '\n';
+    }
     auto const &poses = result.player.getPoses();
     out << poses.size() << (poses.size() == 1 ? " frame" : " frames");
     if(!poses.empty())

@@ -112,6 +112,14 @@ TEST_P(ReplayOf, ShowsALineForEachEvent)
     EXPECT_EQ(outcome.out.rfind("event   from ", 0), 0u);
 }
 
+TEST(Replay, TheWalkEngineIsToldOfARecordingWithoutFrames)
+{
+    Outcome const outcome = replay(events_of("fly"), "walk", {});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "tolvanite: " + events_of("fly") +
+                               " holds no frames, so the walk engine takes no step\n");
+}
+
 TEST(Replay, HasItsKeysInTheirOrder)
 {
     Json const result = Json::parse(replay(events_of("fly"), "fly", {"--json"}).out);

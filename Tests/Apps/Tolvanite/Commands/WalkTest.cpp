@@ -190,6 +190,16 @@ TEST(Walk, AGoalOnTheWayIsReached)
     EXPECT_LT(result["goal"]["nearest"].get<float>(), 0.02f);
 }
 
+TEST(Walk, EmptyValuesAreBadValues)
+{
+    for(char const *option : {"--goal", "--motion-factor", "--rotation-angle"})
+    {
+        Outcome const outcome = walk("0,1.6,8", "0,1.6,0", "W 16\n", {option, ""});
+        EXPECT_EQ(outcome.status, 2) << option;
+        EXPECT_EQ(outcome.out, "");
+    }
+}
+
 // --- tables, scripts, plots ---
 
 TEST(Walk, ShowsEventsAndASummary)
@@ -200,6 +210,26 @@ TEST(Walk, ShowsEventsAndASummary)
     EXPECT_NE(outcome.out.find("blocked"), std::string::npos);
     EXPECT_NE(outcome.out.find("100 frames to "), std::string::npos);
     EXPECT_NE(outcome.out.find("goal reached at 0, nearest 0\n"), std::string::npos);
+}
+
+TEST(Walk, EqualEventsStandInOneLine)
+{
+    Outcome const outcome = walk("0,1.65,0", "0,1.65,-9", "W 3200\n", {});
+    EXPECT_EQ(outcome.status, 0);
+    std::size_t const lines =
+        static_cast<std::size_t>(std::count(outcome.out.begin(), outcome.out.end(), '\n'));
+    EXPECT_LT(lines, 10u) << outcome.out;
+    EXPECT_NE(outcome.out.find(" times, until 3200)\n"), std::string::npos) << outcome.out;
+}
+
+TEST(Walk, APlotNeverTakesThePlaceOfWhatIsRead)
+{
+    TextFile const script("route.walk", "W 16\n");
+    Outcome const outcome = run_program({"walk", building(), "--from", "0,1.6,8", "--at", "0,1.6,0",
+                                         "--script", script.path(), "--plot", script.path()});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tolvanite: --plot: " + script.path() + " is read by this command\n");
+    EXPECT_EQ(content_of(script.path()), "W 16\n");
 }
 
 TEST(Walk, ALineThatIsNoneIsNamedByItsNumber)

@@ -221,7 +221,7 @@ void WASDWalkEngine::view_dir_move(Real32 step, Int16 x, Int16 y)
     rotate_move(step, x, y);
     WalkMotion::Result result =
         motion().step(WalkStep::Direction::AlongView, step, _settings.jump());
-    result.step.mayJump = !_settings.staircaseMode;
+    result.step.isAfterSpace = !_settings.staircaseMode;
     _settings.staircaseMode = true;
     take(result);
 }
@@ -229,8 +229,10 @@ void WASDWalkEngine::view_dir_move(Real32 step, Int16 x, Int16 y)
 void WASDWalkEngine::horizontal_move(Real32 step, Int16 x, Int16 y)
 {
     rotate_move(step, x, y);
-    take(motion().step(WalkStep::Direction::Sideways, step,
-                       _settings.height * _settings.jumpStaircaseStrength));
+    WalkMotion::Result result = motion().step(WalkStep::Direction::Sideways, step,
+                                              _settings.height * _settings.jumpStaircaseStrength);
+    result.step.isAfterSpace = !_settings.staircaseMode;
+    take(result);
 }
 
 void WASDWalkEngine::vertical_move(Real32 step, Int16 x, Int16 y)

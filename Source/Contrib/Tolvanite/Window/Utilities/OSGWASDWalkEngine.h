@@ -42,8 +42,8 @@ class WIN32Window;
 ///
 /// There is no velocity and no gravity: a step is tried, then tried raised, then both with half the
 /// length, up to `num_step_loop` times, and the person is set down on the floor at once. Turns are
-/// not tested against the scene. A setting is stored as it is given; a motion whose result is not
-/// finite is not made.
+/// not tested against the scene. A setting is stored as it is given. A pose that is not finite is
+/// not taken, nor is a motion whose result is not finite.
 class OSG_CONTRIBTOLVANITE_API WASDWalkEngine : public UserNavigatorEngine
 {
   public:

@@ -1,5 +1,7 @@
 // How a walk takes events, keys and the time: input and modes of WASDWalkEngine.
 
+#include <cmath>
+
 #include "OSGLog.h"
 #include "OSGNavigator.h"
 #include "OSGPerspectiveCamera.h"
@@ -298,7 +300,7 @@ void WASDWalkEngine::followFieldOfView(Navigator const &navigator) const
     if(!(std::abs(degrees - _settings.cameraFieldOfView) > Tolerance))
         return;
     Real32 const radians = _settings.cameraFieldOfView / 360.f * 2.f * 3.1415927f;
-    if(radians != camera->getFov())
+    if(std::isfinite(radians) && radians != camera->getFov())
         camera->setFov(radians);
 }
 

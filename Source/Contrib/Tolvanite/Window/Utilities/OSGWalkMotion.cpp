@@ -38,14 +38,30 @@ std::optional<WalkObstacle> WalkMotion::askDown(Pnt3f const &position, WalkFrame
     return _space.ray(Line(position, -frame.up));
 }
 
-// The box also holds what is nearer to the person than `margin` before it moves.
-bool WalkMotion::isFree(FrustumType type, PlaneType plane, Pnt3f const &top, WalkFrame const &frame,
-                        Real32 margin, Real32 length)
+namespace
 {
-    std::optional<WalkObstacle> hit = askBox(type, plane, top, frame, margin + length);
+bool is_finite_box(Frustum const &box)
+{
+    return is_finite(box.nlb()) && is_finite(box.nrb()) && is_finite(box.nrt()) &&
+           is_finite(box.nlt()) && is_finite(box.flb()) && is_finite(box.frb()) &&
+           is_finite(box.frt()) && is_finite(box.flt());
+}
+} // namespace
+
+// The box also holds what is nearer to the person than `margin` before it moves. A box that is not
+// finite would find nothing, whatever is in the way.
+bool WalkMotion::isFree(FrustumType type, PlaneType plane, Pnt3f const &top, WalkFrame const &frame,
+                        Real32 margin, Real32 length, Refusal *refusal)
+{
+    Frustum const way = WalkBody::box(type, top, frame, _settings, margin + length);
+    if(!is_finite_box(way))
+        return false;
+    ++_queries;
+    std::optional<WalkObstacle> hit = _space.box(way, plane);
     if(!hit || !(margin >= hit->distance - length))
         return true;
-    _refusal = std::move(hit);
+    if(refusal != nullptr)
+        *refusal = std::move(hit);
     return false;
 }
 
@@ -86,7 +102,7 @@ WalkMotion::Move WalkMotion::tryStep(Direction direction, Real32 step, Real32 ju
 }
 
 WalkMotion::Move WalkMotion::tryRaised(Direction direction, Real32 step, Real32 raise,
-                                       WalkFrame const &frame)
+                                       WalkFrame const &frame, Refusal *refusal)
 {
     Way const way = way_of(direction, step, frame, _settings);
     Vec3f const lift = (raise + _settings.head()) * frame.up;
@@ -95,7 +111,7 @@ WalkMotion::Move WalkMotion::tryRaised(Direction direction, Real32 step, Real32 
     Pnt3f newAt = _pose.at() + lift + step * way.axis;
     if(!_settings.godMode &&
        !isFree(way.type, way.plane, top, frame, way.halfBody + _settings.wallDistance,
-               (newTop - top).length()))
+               (newTop - top).length(), refusal))
         return boost::none;
     if(_settings.walkMode)
         setDown(newTop, newAt, frame);
@@ -128,7 +144,7 @@ WalkMotion::Move WalkMotion::atEye(Pnt3f const &top, Pnt3f const &at, WalkFrame 
     return result;
 }
 
-WalkMotion::Move WalkMotion::tryVertical(Real32 step, WalkFrame const &frame)
+WalkMotion::Move WalkMotion::tryVertical(Real32 step, WalkFrame const &frame, Refusal *refusal)
 {
     Vec3f const head = _settings.head() * frame.up;
     Pnt3f const top = _pose.from() + head;
@@ -137,7 +153,8 @@ WalkMotion::Move WalkMotion::tryVertical(Real32 step, WalkFrame const &frame)
     bool const rises = step >= 0.f;
     if(!_settings.godMode &&
        !isFree(rises ? WalkBody::UpFrustum : WalkBody::DownFrustum, SelectionFunctor::TopPlane, top,
-               frame, rises ? _settings.wallDistance : floorLimit(), (newTop - top).length()))
+               frame, rises ? _settings.wallDistance : floorLimit(), (newTop - top).length(),
+               refusal))
         return boost::none;
     return atEye(newTop, newAt, frame);
 }
@@ -219,9 +236,8 @@ WalkMotion::Result WalkMotion::step(Direction direction, Real32 step, Real32 jum
     for(UInt32 pass = 0; pass < _settings.numStepLoop; ++pass)
     {
         result.step.step = step;
-        _refusal.reset();
-        result.move = tryRaised(direction, step, 0.f, own);
-        result.step.obstacle = std::move(_refusal);
+        result.step.obstacle.reset();
+        result.move = tryRaised(direction, step, 0.f, own, &result.step.obstacle);
         if(result.move)
         {
             result.step.outcome = WalkStep::Outcome::Level;
@@ -253,9 +269,8 @@ WalkMotion::Result WalkMotion::stepVertically(Real32 step)
     for(UInt32 pass = 0; pass < _settings.numStepLoop; ++pass)
     {
         result.step.step = step;
-        _refusal.reset();
-        result.move = tryVertical(step, own);
-        result.step.obstacle = std::move(_refusal);
+        result.step.obstacle.reset();
+        result.move = tryVertical(step, own, &result.step.obstacle);
         if(result.move)
         {
             result.step.outcome = WalkStep::Outcome::Level;

@@ -21,6 +21,7 @@ class OSG_CONTRIBTOLVANITE_API WalkMotion
     /// The new eye and the new point that is looked at. Nothing for a move that is refused.
     using Move = boost::optional<std::pair<Pnt3f, Pnt3f>>;
     using Direction = WalkStep::Direction;
+    using Refusal = std::optional<WalkObstacle>;
 
     /// Keeps references to all three.
     WalkMotion(WalkSettings const &settings, EyePose const &pose, WalkSpace &space);
@@ -32,8 +33,8 @@ class OSG_CONTRIBTOLVANITE_API WalkMotion
     /// raised by as much as there is room, at most `jump`. With `walkMode` the person is set down
     /// onto the floor; it is never lifted onto one.
     Move tryStep(Direction direction, Real32 step, Real32 jump, WalkFrame const &frame);
-    /// A step up, or down for a negative one.
-    Move tryVertical(Real32 step, WalkFrame const &frame);
+    /// A step up, or down for a negative one. What refuses it goes to `refusal`.
+    Move tryVertical(Real32 step, WalkFrame const &frame, Refusal *refusal = nullptr);
     /// Down to the floor below the eye. Eye and box take the head's part: the eye then stands
     /// higher than after a step.
     Move tryFall(WalkFrame const &frame);
@@ -53,9 +54,10 @@ class OSG_CONTRIBTOLVANITE_API WalkMotion
 
   private:
     /// A step with the head raised by exactly `raise`.
-    Move tryRaised(Direction direction, Real32 step, Real32 raise, WalkFrame const &frame);
+    Move tryRaised(Direction direction, Real32 step, Real32 raise, WalkFrame const &frame,
+                   Refusal *refusal = nullptr);
     bool isFree(WalkBody::FrustumType type, SelectionFunctor::PlaneType plane, Pnt3f const &top,
-                WalkFrame const &frame, Real32 margin, Real32 length);
+                WalkFrame const &frame, Real32 margin, Real32 length, Refusal *refusal);
     void setDown(Pnt3f &top, Pnt3f &at, WalkFrame const &frame);
     Move atEye(Pnt3f const &top, Pnt3f const &at, WalkFrame const &frame) const;
     Result begin(Direction direction, Real32 step) const;
@@ -68,7 +70,6 @@ class OSG_CONTRIBTOLVANITE_API WalkMotion
     WalkSettings const &_settings;
     EyePose const &_pose;
     WalkSpace &_space;
-    std::optional<WalkObstacle> _refusal; // of the last try
     UInt32 _queries = 0;
 };
 } // namespace OSG

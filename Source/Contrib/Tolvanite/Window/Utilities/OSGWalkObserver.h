@@ -37,12 +37,12 @@ struct WalkStep
 
     Direction direction = Direction::AlongView;
     Outcome outcome = Outcome::Refused;
-    bool mayJump = false; ///< the raised tries were as high as a jump, not as a stair
-    Real32 step = 0;      ///< the length of the try that has succeeded, or of the last one
-    Real32 raise = 0;     ///< how far the head was raised; 0 for another outcome than Raised
-    Pnt3f before;         ///< the eye before the step
-    Pnt3f after;          ///< and after it
-    Vec3f up;             ///< the direction up, of length 1
+    bool isAfterSpace = false; ///< `staircase_mode` was false
+    Real32 step = 0;           ///< the length of the try that has succeeded, or of the last one
+    Real32 raise = 0;          ///< how far the head was raised; 0 for another outcome than Raised
+    Pnt3f before;              ///< the eye before the step
+    Pnt3f after;               ///< and after it
+    Vec3f up;                  ///< the direction up, of length 1
     /// What refused the last try on the person's own height. Nothing where that try succeeded, or
     /// where no query refused it.
     std::optional<WalkObstacle> obstacle;

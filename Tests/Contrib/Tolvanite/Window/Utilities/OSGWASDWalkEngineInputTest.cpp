@@ -318,8 +318,8 @@ TEST_F(Input, SpaceLetsTheNextStepJump)
     EXPECT_FALSE(walk.staircase_mode());
     view.frame({'W'}, 16);
     EXPECT_TRUE(walk.staircase_mode());
-    EXPECT_FALSE(log.steps.at(0).mayJump);
-    EXPECT_TRUE(log.steps.at(1).mayJump);
+    EXPECT_TRUE(log.steps.at(0).isAfterSpace);
+    EXPECT_TRUE(log.steps.at(1).isAfterSpace);
 }
 
 TEST_F(Input, F7AndF8ChangeTheFieldOfView)

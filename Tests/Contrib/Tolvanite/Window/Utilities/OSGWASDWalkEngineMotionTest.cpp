@@ -145,6 +145,51 @@ TEST(WalkMotion, UnderALowCeilingABlockedStepSearchesForRoomOnce)
     EXPECT_EQ(walked.last().queries, 30u);
 }
 
+TEST(WalkMotion, ABoxThatIsNotFiniteIsNoWayThroughAWall)
+{
+    using Setter = void (*)(OpenWalk &, Real32);
+    Setter const setters[] = {[](OpenWalk &walk, Real32 value) { walk.wall_distance(value); },
+                              [](OpenWalk &walk, Real32 value) { walk.width(value); },
+                              [](OpenWalk &walk, Real32 value) { walk.fatness(value); },
+                              [](OpenWalk &walk, Real32 value) { walk.height(value); }};
+    for(Setter const set : setters)
+    {
+        for(Real32 const value : {3e38f, INFINITY, -INFINITY, NAN})
+        {
+            Walked walked({make_floor(0), make_wall(-1)});
+            set(*walked.walk, value);
+            walked.forwards(3);
+            walked.walk->staircase_mode(false);
+            walked.forwards(3);
+            EXPECT_GT(walked.from()[2], -1.f) << value;
+        }
+    }
+}
+
+TEST(WalkMotion, AStepOfAnyLengthStaysBeforeTheWall)
+{
+    for(Real32 const step : {1e3f, 1e18f, 1e20f, 1e30f, 3e38f})
+    {
+        Walked walked({make_floor(0), make_wall(-1)});
+        walked.walk->num_step_loop(200);
+        walked.forwards(step);
+        EXPECT_GT(walked.from()[2], -1.f) << step;
+        EXPECT_LT(walked.from()[2], 0.f) << step;
+    }
+}
+
+TEST(WalkMotion, AStepToTheSideLeavesTheJumpToTheNextStepAlongTheView)
+{
+    Walked walked({make_floor(0)});
+    walked.walk->staircase_mode(false);
+    walked.walk->horizontal_move(0.1f, 0, 0);
+    EXPECT_TRUE(walked.last().isAfterSpace);
+    EXPECT_FALSE(walked.walk->staircase_mode());
+    walked.forwards(0.1f);
+    EXPECT_TRUE(walked.last().isAfterSpace);
+    EXPECT_TRUE(walked.walk->staircase_mode());
+}
+
 TEST(WalkMotion, AnObserverIsToldTheVisitedTreesOfAnObstacle)
 {
     NodePtr const wall = make_wall(-0.21f);
@@ -199,7 +244,7 @@ TEST(WalkMotion, AStepIsClimbedByTheRaisedTry)
     walked.forwards(1);
     EXPECT_TRUE(walked.from().equals(Pnt3f(0, Eye + 0.2f, -1), 1e-5f));
     EXPECT_EQ(walked.last().outcome, WalkStep::Outcome::Raised);
-    EXPECT_FALSE(walked.last().mayJump);
+    EXPECT_FALSE(walked.last().isAfterSpace);
     EXPECT_EQ(walked.last().raise, 1.75f * 0.3f);
     ASSERT_TRUE(walked.last().obstacle);
     EXPECT_EQ(walked.last().obstacle->node, walked.root->getChild(1));
@@ -251,13 +296,13 @@ TEST(WalkMotion, AJumpIsSpentByOneStepAlongTheView)
     EXPECT_TRUE(walked.walk->staircase_mode());
     EXPECT_NEAR(walked.from()[1], Eye, 1e-5);
     EXPECT_EQ(walked.last().outcome, WalkStep::Outcome::Level);
-    EXPECT_TRUE(walked.last().mayJump);
+    EXPECT_TRUE(walked.last().isAfterSpace);
     walked.walk->staircase_mode(false);
     walked.forwards(1.4f);
     EXPECT_NEAR(walked.from()[1], Eye + 2, 1e-4);
     EXPECT_TRUE(walked.walk->staircase_mode());
     EXPECT_EQ(walked.last().outcome, WalkStep::Outcome::Raised);
-    EXPECT_TRUE(walked.last().mayJump);
+    EXPECT_TRUE(walked.last().isAfterSpace);
     EXPECT_EQ(walked.last().raise, 1.75f * 1.5f);
 }
 

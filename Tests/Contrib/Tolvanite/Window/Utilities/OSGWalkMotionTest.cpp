@@ -134,13 +134,25 @@ TEST_F(Motion, AResultThatIsNotFiniteIsARefusalWithoutAnObstacle)
     }
 }
 
-// A step that is too long for finite numbers becomes one by halving.
+// A step that is too long for finite numbers becomes one by halving. No box is asked for, since it
+// would not be finite.
 TEST_F(Motion, ARefusalForItsSizeGoesOnToTheNextPass)
 {
+    settings.godMode = true;
     pose.set({0, 3e38f, 0}, {0, 3e38f, -1}, {0, 1, 0});
     WalkMotion::Result const result = motion.stepVertically(3e38f);
     ASSERT_TRUE(result.move);
     EXPECT_EQ(result.step.step, 3e38f / 8);
+}
+
+TEST_F(Motion, AStepWhoseBoxIsNotFiniteIsRefusedWithoutAQuery)
+{
+    settings.walkMode = false;
+    settings.numStepLoop = 3;
+    WalkMotion::Result const result = motion.stepVertically(1e25f);
+    EXPECT_FALSE(result.move);
+    EXPECT_EQ(result.step.queries, 0u);
+    EXPECT_FALSE(result.step.obstacle);
 }
 
 TEST_F(Motion, ARefusedLevelTryAndARaisedOneTellTheObstacle)

@@ -8,6 +8,7 @@
 #include "OSGGeometryView.h"
 #include "OSGGroup.h"
 #include "OSGLog.h"
+#include "OSGMakeNode.h"
 #include "OSGSharedIndex.h"
 #include "OSGThread.h"
 
@@ -28,13 +29,6 @@ ObjVertexArrays ObjBuilder::arrays()
 namespace
 {
 constexpr std::size_t MeshesPerCommit = 4096; // keeps the change list short
-
-TransitPtr<Node> node_of(NodeCore *core)
-{
-    TransitPtr<Node> node = Node::create();
-    node->setCore(core);
-    return node;
-}
 } // namespace
 
 TransitPtr<Node> ObjBuilder::build(ObjRecords &records, ObjMaterialSlots const &materials)
@@ -50,7 +44,7 @@ TransitPtr<Node> ObjBuilder::build(ObjRecords &records, ObjMaterialSlots const &
         if(!node)
             continue;
         if(!root)
-            root = node_of(UnrecordedRefPtr<Group>(Group::create()));
+            root = make_node(UnrecordedRefPtr<Group>(Group::create()));
         root->addChild(node.get());
     }
     return root;
@@ -63,7 +57,7 @@ TransitPtr<Node> ObjBuilder::buildNewest(ObjRecords &records, ObjMaterialSlots c
         records.faces(0), slot != ObjRecords::NoMaterial ? materials[slot].get() : nullptr,
         records.meshCount() == 1 ? Arrays::LetGo : Arrays::Keep));
     records.dropNewestMesh();
-    return geometry != nullptr ? node_of(geometry) : nullptr;
+    return geometry != nullptr ? make_node(geometry) : nullptr;
 }
 
 TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces faces, Material *material,

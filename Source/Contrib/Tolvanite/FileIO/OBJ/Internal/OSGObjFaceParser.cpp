@@ -48,6 +48,7 @@ Int32 index_of(Int32 number, std::size_t count)
     Int64 const index = static_cast<Int64>(count) + number;
     return static_cast<Int32>(std::min<Int64>(index, std::numeric_limits<Int32>::max()));
 }
+
 /// The zero-based index that `count` digits make; -1 where there are none.
 inline Int32 plain_index(char const *p, UInt32 count)
 {
