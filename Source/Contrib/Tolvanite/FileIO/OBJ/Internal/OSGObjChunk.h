@@ -3,6 +3,8 @@
 /// \file
 /// Faces of an OBJ file as they are kept until the geometries are made.
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 #include <vector>
 
@@ -27,7 +29,10 @@ struct ObjTiePoint
 {
     Int32 index[ObjIndexKindCount] = {-1, -1, -1};
 
-    bool operator==(ObjTiePoint const &) const = default;
+    bool operator==(ObjTiePoint const &other) const
+    {
+        return std::equal(std::begin(index), std::end(index), std::begin(other.index));
+    }
 };
 
 using ObjTiePointVector = std::vector<ObjTiePoint, MemAllocator<ObjTiePoint>>;
