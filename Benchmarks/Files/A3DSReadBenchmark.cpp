@@ -3,9 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include "Chunks3DS.h"
-#include "OSGGeometryIterators.h"
+#include "FaceCount.h"
 #include "OSGNode.h"
-#include "OSGNodeWalker.h"
 #include "OSGSceneFileHandler.h"
 #include "PeerReaders.h"
 #include "SceneGraph.h"
@@ -59,26 +58,11 @@ std::string const &squares()
     return bytes;
 }
 
-struct TriangleCounter
-{
-    std::size_t count = 0;
-
-    bool enter(Node *node)
-    {
-        if(auto const *const geometry = dynamic_cast<Geometry *>(node->getCore()))
-            count += geometry->getLengths()->size();
-        return true;
-    }
-    void leave(Node *) {}
-};
-
 std::size_t read_by_us(std::string const &bytes)
 {
     TextStream in(bytes);
     UnrecordedRefPtr<Node> const scene(SceneFileHandlerBase::the()->read(in, "3ds"));
-    TriangleCounter counter;
-    walk_children(scene, counter);
-    return counter.count;
+    return count_faces(scene);
 }
 
 template <class Read>

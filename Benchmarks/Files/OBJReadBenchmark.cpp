@@ -17,9 +17,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
-#include "OSGGeometry.h"
+#include "FaceCount.h"
 #include "OSGNode.h"
-#include "OSGNodeWalker.h"
 #include "OSGObjBuilder.h"
 #include "OSGObjRecordReader.h"
 #include "OSGSceneFileHandler.h"
@@ -33,25 +32,10 @@ namespace
 {
 // --- ours ---
 
-struct FaceCounter
-{
-    std::size_t count = 0;
-
-    bool enter(Node *node)
-    {
-        if(auto const *const geometry = dynamic_cast<Geometry *>(node->getCore()))
-            count += geometry->getLengths()->size();
-        return true;
-    }
-    void leave(Node *) {}
-};
-
 std::size_t scene_by_us(std::string const &path)
 {
     UnrecordedRefPtr<Node> const scene(SceneFileHandlerBase::the()->read(path.c_str()));
-    FaceCounter counter;
-    walk_children(scene, counter);
-    return counter.count;
+    return count_faces(scene);
 }
 
 struct AnyMaterial : ObjReadClient

@@ -1,5 +1,7 @@
 #include "OSGScriptedDesktop.h"
 
+#include "OSGWIN32Window.h"
+
 namespace OSG
 {
 ScriptedDesktop::ScriptedDesktop(Int64 ticksPerSecond)
@@ -22,6 +24,14 @@ void ScriptedDesktop::releaseAllKeys() { _keysDown.clear(); }
 void ScriptedDesktop::setWindow(NativeWindow window, Point corner, Size size)
 {
     _windows[window] = {corner, size};
+}
+
+void ScriptedDesktop::show(WIN32Window &window)
+{
+    NativeWindow const native = &window;
+    window.setHwnd(native);
+    setWindow(native, {0, 0}, {window.getWidth(), window.getHeight()});
+    setFocus(native);
 }
 
 Desktop::Size ScriptedDesktop::getClientSize(NativeWindow window)

@@ -8,6 +8,8 @@
 
 namespace OSG
 {
+class WIN32Window;
+
 /// A desktop without a system behind it: a host or a test says which keys are down, which window
 /// has the focus, where the pointer is and what time it is. It has one screen without edges.
 ///
@@ -34,6 +36,9 @@ class OSG_WINDOWWIN32_API ScriptedDesktop : public Desktop
     /// The client area of a window: its left top corner on the screen, and its size. A window that
     /// was never set lies at (0, 0) and has no size.
     void setWindow(NativeWindow window, Point corner, Size size);
+    /// Puts a window of the scene graph, with its size and the focus, into the corner of the
+    /// screen. Its own address becomes its handle: nothing looks behind it.
+    void show(WIN32Window &window);
     /// As the system takes the capture away.
     void loseCapture() { _capture = nullptr; }
     void setTicks(Int64 ticks) { _ticks = ticks; }

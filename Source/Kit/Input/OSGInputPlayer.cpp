@@ -3,6 +3,7 @@
 #include <numbers>
 #include <utility>
 
+#include "OSGMakeNode.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
 #include "OSGTransform.h"
@@ -30,19 +31,12 @@ UnrecordedRefPtr<Camera> camera_of(InputRecording const &recording)
     return camera.get();
 }
 
-UnrecordedRefPtr<Node> make_beacon()
-{
-    UnrecordedRefPtr<Transform> const core(Transform::create());
-    UnrecordedRefPtr<Node> beacon(Node::create());
-    beacon->setCore(core);
-    return beacon;
-}
 } // namespace
 
 InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engine, Node *scene,
                          UInt16 width, UInt16 height, std::shared_ptr<ScriptedDesktop> desktop)
     : _recording(recording)
-    , _beacon(make_beacon())
+    , _beacon(make_node(UnrecordedRefPtr<Transform>(Transform::create())))
     , _viewport(Viewport::create())
     , _window(WIN32Window::create())
     , _desktop(std::move(desktop))
@@ -59,12 +53,7 @@ InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engin
         scene->updateVolume();
 
     if(_desktop != nullptr)
-    {
-        NativeWindow const native = this; // any that nobody else has
-        _window->setHwnd(native);
-        _desktop->setWindow(native, {0, 0}, {width, height});
-        _desktop->setFocus(native);
-    }
+        _desktop->show(*_window);
 
     _navigator.setMotionFactor(recording.motionFactor);
     _navigator.setRotationAngle(recording.rotationAngle);

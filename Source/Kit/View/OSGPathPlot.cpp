@@ -321,24 +321,12 @@ std::vector<Segment> edges_of(Node *scene)
     return edges;
 }
 
-/// Turns a direction of length 1 to +y, the short way (Rodrigues' formula).
+/// Turns a direction to +y, the short way; -y by half a turn about x.
 Matrix turn_upright(Vec3f const &up)
 {
-    Matrix turn;
-    Real32 const cosine = up[1];
-    if(cosine < -0.9999f)
-    {
-        turn.setScale(1, -1, -1); // half a turn about x
-        return turn;
-    }
-    // The axis times the sine is up x (0, 1, 0) = (-up.z, 0, up.x).
-    Real32 const x = -up[2];
-    Real32 const z = up[0];
-    Real32 const rest = 1 / (1 + cosine);
-    turn[0] = {1 - rest * z * z, z, rest * x * z, 0};
-    turn[1] = {-z, cosine, x, 0};
-    turn[2] = {rest * x * z, -x, 1 - rest * x * x, 0};
-    return turn;
+    Vec3f const axis = up.cross(Vec3f(0, 1, 0));
+    Real32 const angle = std::atan2(axis.length(), up[1]);
+    return NavigationMath::rotation_about(axis != Vec3f() ? axis : Vec3f(1, 0, 0), angle);
 }
 
 void turn_all(Drawing &drawing, Matrix const &turn)

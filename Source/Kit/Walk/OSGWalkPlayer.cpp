@@ -28,13 +28,9 @@ WalkPlayer::WalkPlayer()
     , _viewport(Viewport::create())
     , _window(WIN32Window::create())
 {
-    // The window is known by its own address; nothing looks behind it.
-    NativeWindow const native = _window.get();
-    _window->setHwnd(native);
     _window->setSize(Width, Height);
     _window->addPort(_viewport);
-    _desktop->setWindow(native, {0, 0}, {Width, Height});
-    _desktop->setFocus(native);
+    _desktop->show(*_window);
     UnrecordedRefPtr<PerspectiveCamera> const camera(PerspectiveCamera::create());
     _viewport->setCamera(camera);
     _navigator.setEngine(_engine);
