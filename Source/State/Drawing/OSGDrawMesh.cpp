@@ -1,6 +1,8 @@
 #include "OSGDrawMesh.h"
 
+#include "OSGDrawEpochs.h"
+
 namespace OSG
 {
-DrawShape::~DrawShape() = default;
+DrawShape::~DrawShape() { DrawEpochs::noteEndOfShape(); }
 } // namespace OSG
