@@ -18,8 +18,8 @@ class EglContext;
 /// bits.
 ///
 /// The constructor makes everything and leaves nothing current. A context belongs to the thread in
-/// which it is current, so one thread draws at a time. A host that has a context of EGL current gets
-/// it back from release(). One of GLX has to be put aside by the host itself.
+/// which it is current, so one thread draws at a time. A host that has a context of EGL current
+/// gets it back from release(). One of GLX has to be put aside by the host itself.
 class OSG_TOLVANITEKIT_API OffscreenContext
 {
   public:
@@ -34,8 +34,9 @@ class OSG_TOLVANITEKIT_API OffscreenContext
     /// in either case; without a context they do nothing.
     std::string const &missing() const { return _missing; }
 
-    /// Makes the context current in the calling thread, with the picture as the frame buffer and the
-    /// OpenGL viewport over the whole of it. False without a context, and where the driver refuses.
+    /// Makes the context current in the calling thread, with the picture as the frame buffer and
+    /// the OpenGL viewport over the whole of it. False without a context, and where the driver
+    /// refuses.
     [[nodiscard]] bool makeCurrent();
     /// Makes current again what was before makeCurrent.
     void release();
@@ -45,8 +46,8 @@ class OSG_TOLVANITEKIT_API OffscreenContext
     /// Who draws, by the driver's own name. Empty without a context.
     std::string const &getRenderer() const { return _renderer; }
 
-    /// The picture: 3 bytes a pixel, red first, rows without padding, the top row first. The context
-    /// has to be current. Empty without a context. Raises std::bad_alloc.
+    /// The picture: 3 bytes a pixel, red first, rows without padding, the top row first. The
+    /// context has to be current. Empty without a context. Raises std::bad_alloc.
     std::vector<UInt8> readPixels() const;
 
   private:

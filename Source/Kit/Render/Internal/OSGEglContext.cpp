@@ -27,7 +27,8 @@ std::string missing_library()
 std::string with_error(char const *text)
 {
     char error[32];
-    std::snprintf(error, sizeof(error), " (EGL error 0x%04X)", static_cast<unsigned>(eglGetError()));
+    std::snprintf(error, sizeof(error), " (EGL error 0x%04X)",
+                  static_cast<unsigned>(eglGetError()));
     return std::string(text) + error;
 }
 

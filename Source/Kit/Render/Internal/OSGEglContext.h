@@ -6,8 +6,8 @@ namespace OSG
 {
 /// An OpenGL context of EGL that draws into no window.
 ///
-/// It asks for a context without a surface, then for one with a pbuffer of one pixel. The profile is
-/// the compatibility one, in the highest version that the driver has.
+/// It asks for a context without a surface, then for one with a pbuffer of one pixel. The profile
+/// is the compatibility one, in the highest version that the driver has.
 class EglContext
 {
   public:
@@ -20,9 +20,9 @@ class EglContext
     /// Why there is no context; empty where there is one.
     std::string const &missing() const { return _missing; }
 
-    /// Makes the context current in the calling thread, and remembers the one of EGL that was. False
-    /// where EGL refuses, as it does while the context is current in another thread, or a context of
-    /// GLX in this one.
+    /// Makes the context current in the calling thread, and remembers the one of EGL that was.
+    /// False where EGL refuses, as it does while the context is current in another thread, or a
+    /// context of GLX in this one.
     bool makeCurrent();
     /// Makes current what was before makeCurrent. Does nothing where the context is not current.
     void release();
