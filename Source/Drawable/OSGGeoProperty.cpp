@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include "OSGDrawEpochs.h"
+
 namespace OSG
 {
 // A copy of values that are still being edited may differ from any other copy.
@@ -23,6 +25,14 @@ void GeoProperty::renewStamp()
     if(stamp == 0)
         stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
     setOwnNumber(stamp);
+    DrawEpochs::noteMesh();
+}
+
+void GeoProperty::initMethod(TypeBase::InitPhase phase)
+{
+    GeoPropertyBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Mesh);
 }
 
 void GeoProperty::changed(BitVector whichField, UInt32 origin, BitVector details)

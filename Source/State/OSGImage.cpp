@@ -1,10 +1,24 @@
 #include "OSGImage.h"
 
+#include "OSGDrawEpochs.h"
 #include "OSGImageFileHandler.h"
 
 namespace OSG
 {
 Image::~Image() = default;
+
+void Image::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    DrawEpochs::noteMaterial();
+    ImageBase::changed(whichField, origin, details);
+}
+
+void Image::initMethod(TypeBase::InitPhase phase)
+{
+    ImageBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Material);
+}
 
 bool Image::set(UInt32 width, UInt32 height, UInt32 channels, UInt8 const *data)
 {

@@ -8,6 +8,8 @@ namespace OSG
 class OSG_STATE_API Image : public ImageBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     /// Replaces the picture. `data` holds width * height * channels bytes, the bottom row first.
     /// Null fills the picture with zeros. Returns false and changes nothing where there is no
     /// pixel, or where the number of channels is not 1 to 4.
@@ -24,10 +26,14 @@ class OSG_STATE_API Image : public ImageBase
     /// False where no type writes the suffix or the file cannot be written.
     bool write(char const *fileName) const;
 
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
+
   protected:
     Image() = default;
     Image(Image const &) = default;
     ~Image() override;
+
+    static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
 };

@@ -194,6 +194,13 @@ void RenderAction::cancel()
 
 // --- for the functions ---
 
+Matrix RenderAction::getToRoot() const
+{
+    return _recorder != nullptr ? _recorder->getToRoot()
+                                : Matrix(Matrix4d(getDrawEnv().getCameraToWorld()) *
+                                         Matrix4d(_partition.getCurrentMatrix().matrix));
+}
+
 void RenderAction::addShape(DrawShape const *shape, Material const *material)
 {
     if(_recorder != nullptr)

@@ -56,6 +56,8 @@ class OSG_STATE_API RenderAction : public RenderActionBase
     ResultE apply(std::vector<Node *>::iterator begin, std::vector<Node *>::iterator end) override;
 
     // --- for functions that repeat, at the current node ---
+    /// From the current node's space, that of its parent, to that of the root.
+    Matrix getToRoot() const;
     /// Has the shape drawn. `material` is its own; null stands for none.
     void addShape(DrawShape const *shape, Material const *material);
     /// What follows holds below the node, until the leave function calls pop().

@@ -29,6 +29,7 @@ class OSG_STATE_API SceneRecorder
     void leave();
 
     // --- for the node entered last ---
+    Matrix const &getToRoot() const { return _current.toRoot; }
     /// Has it walked anew for each view.
     void addOpen();
     void addShape(DrawShape const *shape, Material const *material);
