@@ -22,7 +22,9 @@ void Light::initMethod(TypeBase::InitPhase phase)
     LightBase::initMethod(phase);
     if(phase == TypeBase::SystemPost)
         register_render_scope(
-            getClassType(), [](NodeCore &core, RenderAction &action)
-            { action.pushLight(static_cast<Light *>(&core)); }, Action::HandlerPromise::Repeats);
+            getClassType(),
+            [](NodeCore &core, RenderAction &action)
+            { action.pushLight(static_cast<Light *>(&core)); },
+            Action::HandlerPromise::Repeats);
 }
 } // namespace OSG

@@ -114,10 +114,10 @@ void BoxPyramid::update(UInt32 first, UInt32 end)
             BoxLanes &above = _levels[level + 1][i / Lanes];
             for(int axis = 0; axis < 3; ++axis)
             {
-                above.min[axis][i % Lanes] = *std::min_element(block.min[axis],
-                                                               block.min[axis] + Lanes);
-                above.max[axis][i % Lanes] = *std::max_element(block.max[axis],
-                                                               block.max[axis] + Lanes);
+                above.min[axis][i % Lanes] =
+                    *std::min_element(block.min[axis], block.min[axis] + Lanes);
+                above.max[axis][i % Lanes] =
+                    *std::max_element(block.max[axis], block.max[axis] + Lanes);
             }
         }
     }

@@ -19,10 +19,7 @@ constexpr std::size_t MaxLights = 8; // that fixed-function OpenGL has at least
 
 // In double precision, rounded once: neighbours far from the origin keep their places to one
 // another.
-Matrix product(Matrix4d const &left, Matrix const &right)
-{
-    return Matrix(left * Matrix4d(right));
-}
+Matrix product(Matrix4d const &left, Matrix const &right) { return Matrix(left * Matrix4d(right)); }
 
 UInt32 count_of_bits(std::vector<UInt64> const &words)
 {
@@ -148,8 +145,9 @@ void FrameCollector::pop()
 bool FrameCollector::isAsBefore(bool headlight) const
 {
     DrawEnv const &env = _partition.getDrawEnv();
-    return _hasList && _found.empty() && _listHeadlight == headlight && _cacheNumber == _cache.getNumber() &&
-           _listViewing == env.getCameraViewing() && _listProjection == env.getCameraProjection();
+    return _hasList && _found.empty() && _listHeadlight == headlight &&
+           _cacheNumber == _cache.getNumber() && _listViewing == env.getCameraViewing() &&
+           _listProjection == env.getCameraProjection();
 }
 
 void FrameCollector::finish(bool headlight)
@@ -240,8 +238,8 @@ void FrameCollector::makeOpaque()
                          return;
                      SceneRecord::Item const &item = record.items[_cache.getOrder()[place]];
                      DrawItem const drawn = itemOf(item);
-                     for(; next != found.end() && keyOf(itemOf(**next), (*next)->state) <
-                                                      keyOf(drawn, item.state);
+                     for(; next != found.end() &&
+                           keyOf(itemOf(**next), (*next)->state) < keyOf(drawn, item.state);
                          ++next)
                          _list.opaque.push_back(itemOf(**next));
                      _list.opaque.push_back(drawn);
@@ -280,10 +278,10 @@ void FrameCollector::makeTransparent()
     }
     // A depth that is NaN would not be ordered: it counts as the nearest.
     for(Depth &depth : _depths)
-        depth.depth = depth.depth == depth.depth ? depth.depth : -std::numeric_limits<Real32>::max();
+        depth.depth =
+            depth.depth == depth.depth ? depth.depth : -std::numeric_limits<Real32>::max();
     std::sort(_depths.begin(), _depths.end(),
-              [](Depth const &a, Depth const &b)
-              {
+              [](Depth const &a, Depth const &b) {
                   return std::tie(b.depth, a.entry, a.place) < std::tie(a.depth, b.entry, b.place);
               });
     _list.transparent.clear();
@@ -298,8 +296,7 @@ void FrameCollector::useSpace(UInt32 space)
         return;
     _spaceUse[space] = _frame;
     SceneRecord::Space const &recorded = _cache.getRecord().spaces[space];
-    _list.spaces[space] = {product(_viewing, recorded.toRoot),
-                           recorded.isMirrored != _isMirrored};
+    _list.spaces[space] = {product(_viewing, recorded.toRoot), recorded.isMirrored != _isMirrored};
 }
 
 // Only those that are used in this frame.
@@ -342,8 +339,10 @@ void FrameCollector::makeLights(bool headlight)
     if(headlight)
         return;
 
-    auto const sourceOf = [&](UInt32 light)
-    { return light < recorded ? record.lights[light].source : _foundLights[light - recorded].source; };
+    auto const sourceOf = [&](UInt32 light) {
+        return light < recorded ? record.lights[light].source
+                                : _foundLights[light - recorded].source;
+    };
     std::vector<Candidate> shining;
     for(UInt32 light = 0; light < count; ++light)
     {
@@ -370,7 +369,7 @@ void FrameCollector::makeLights(bool headlight)
             continue;
         LightSource const &source = *sourceOf(light);
         Node const *const place = source.findPlace();
-        Matrix const toEye = place != nullptr     ? product(_viewing, place->getToWorld())
+        Matrix const toEye = place != nullptr   ? product(_viewing, place->getToWorld())
                              : light < recorded ? spaceToEye(record.lights[light].space)
                                                 : _foundLights[light - recorded].toEye;
         LightSet set = _list.lights[outerSet];

@@ -64,7 +64,7 @@ TransitPtr<RenderAction> RenderAction::create()
 // --- walking ---
 
 /// Walks for the record: stops at the nodes whose functions are called for each view.
-class RenderAction::Recording : public SceneCache::Walk
+class RenderAction::Recording
 {
   public:
     explicit Recording(RenderAction &action)
@@ -72,7 +72,7 @@ class RenderAction::Recording : public SceneCache::Walk
     {
     }
 
-    void operator()(SceneRecorder &recorder, Node *node) override
+    void operator()(SceneRecorder &recorder, Node *node)
     {
         _action._recorder = &recorder;
         Visitor visitor{{_action}, recorder, *this};
@@ -155,10 +155,7 @@ ActionBase::ResultE RenderAction::apply(std::vector<Node *>::iterator begin,
 }
 
 // Functions and the mask decide what a walk finds.
-UInt64 RenderAction::walkKey() const
-{
-    return UInt64(getFunctionsNumber()) << 32 | getTravMask();
-}
+UInt64 RenderAction::walkKey() const { return UInt64(getFunctionsNumber()) << 32 | getTravMask(); }
 
 void RenderAction::collect(std::vector<Node *> const &roots)
 {
@@ -167,8 +164,7 @@ void RenderAction::collect(std::vector<Node *> const &roots)
         if(root != nullptr)
             root->updateVolume();
     }
-    Recording recording(*this);
-    _cache.update(roots, walkKey(), recording);
+    _cache.update(roots, walkKey(), Recording(*this));
     _collector->begin();
     // A function that is called for the view may edit what it stands on, but not the record.
     SceneRecord const &record = _cache.getRecord();

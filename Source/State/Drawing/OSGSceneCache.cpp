@@ -4,6 +4,7 @@
 #include <bit>
 #include <tuple>
 
+#include "OSGChangeList.h"
 #include "OSGDrawEpochs.h"
 #include "OSGNode.h"
 #include "OSGThread.h"
@@ -132,7 +133,7 @@ void note_open_edits()
 
 // --- walking ---
 
-void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk &walk)
+void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk const &walk)
 {
     try
     {
@@ -156,7 +157,7 @@ void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk &walk
     }
 }
 
-void SceneCache::recordAll(std::vector<Node *> const &roots, Walk &walk)
+void SceneCache::recordAll(std::vector<Node *> const &roots, Walk const &walk)
 {
     clear();
     _journal = std::make_unique<EditJournal::Follower>();
@@ -179,7 +180,7 @@ void SceneCache::recordAll(std::vector<Node *> const &roots, Walk &walk)
     _isSorted = false;
 }
 
-bool SceneCache::recordAgain(std::vector<UInt32> &entries, Walk &walk)
+bool SceneCache::recordAgain(std::vector<UInt32> &entries, Walk const &walk)
 {
     std::sort(entries.begin(), entries.end());
     UInt32 end = 0; // of what has been walked already
@@ -194,14 +195,14 @@ bool SceneCache::recordAgain(std::vector<UInt32> &entries, Walk &walk)
     return true;
 }
 
-bool SceneCache::recordPart(UInt32 entry, Walk &walk)
+bool SceneCache::recordPart(UInt32 entry, Walk const &walk)
 {
     SceneRecorder recorder(_part, _shapes, _states);
     recorder.beginPart(_record, entry);
     walk(recorder, _record.entries[entry].node);
     UInt32 const first = _record.entries[entry].starts.item;
-    std::vector<SceneRecord::Item> const items(
-        _record.items.begin() + first, _record.items.begin() + _record.endsOf(entry).item);
+    std::vector<SceneRecord::Item> const items(_record.items.begin() + first,
+                                               _record.items.begin() + _record.endsOf(entry).item);
     std::vector<SceneRecord::Entry> const entries(
         _record.entries.begin() + entry, _record.entries.begin() + _record.entries[entry].end);
     if(!_record.replace(entry, _part))

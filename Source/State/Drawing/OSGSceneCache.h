@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "OSGBoxPyramid.h"
@@ -18,20 +19,13 @@ namespace OSG
 class OSG_STATE_API SceneCache
 {
   public:
-    /// Walks from a node with the recorder in place.
-    class Walk
-    {
-      public:
-        virtual void operator()(SceneRecorder &recorder, Node *node) = 0;
+    /// Walks from a node and tells the recorder what it finds.
+    using Walk = std::function<void(SceneRecorder &, Node *)>;
 
-      protected:
-        ~Walk() = default;
-    };
-
-    /// Brings the record up to date with the trees of `roots`, whose volumes are valid. `key` stands
-    /// for what else the walk depends on: another key walks everything. An exception leaves the
-    /// cache cleared.
-    void update(std::vector<Node *> const &roots, UInt64 key, Walk &walk);
+    /// Brings the record up to date with the trees of `roots`, whose volumes are valid. `key`
+    /// stands for what else the walk depends on: another key walks everything. An exception leaves
+    /// the cache cleared.
+    void update(std::vector<Node *> const &roots, UInt64 key, Walk const &walk);
     void clear();
 
     SceneRecord const &getRecord() const { return _record; }
@@ -53,9 +47,9 @@ class OSG_STATE_API SceneCache
 
     bool findEdited(std::vector<UInt32> &entries);
     bool addEntriesOf(Node const *node, std::vector<UInt32> &entries);
-    void recordAll(std::vector<Node *> const &roots, Walk &walk);
-    bool recordAgain(std::vector<UInt32> &entries, Walk &walk);
-    bool recordPart(UInt32 entry, Walk &walk);
+    void recordAll(std::vector<Node *> const &roots, Walk const &walk);
+    bool recordAgain(std::vector<UInt32> &entries, Walk const &walk);
+    bool recordPart(UInt32 entry, Walk const &walk);
     void renumberShapes();
     void refreshStates();
     void sort();

@@ -46,9 +46,10 @@ bool SceneRecord::replace(UInt32 entry, SceneRecord const &part)
     Starts const starts = entries[entry].starts;
     Starts const ends = endsOf(entry);
     Starts const counts = part.ends();
-    if(count_of(part.entries) != entries[entry].end - entry || starts.item + counts.item != ends.item ||
-       starts.space + counts.space != ends.space || starts.scope + counts.scope != ends.scope ||
-       starts.light + counts.light != ends.light || starts.open + counts.open != ends.open)
+    if(count_of(part.entries) != entries[entry].end - entry ||
+       starts.item + counts.item != ends.item || starts.space + counts.space != ends.space ||
+       starts.scope + counts.scope != ends.scope || starts.light + counts.light != ends.light ||
+       starts.open + counts.open != ends.open)
         return false;
     put(entries, entry, part.entries);
     put(items, starts.item, part.items);

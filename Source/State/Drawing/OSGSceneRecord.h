@@ -93,8 +93,9 @@ struct SceneRecord
     /// Where what is below the entry ends.
     Starts endsOf(UInt32 entry) const;
     void clear();
-    /// Puts `part`, which was recorded with the starts of `entry`, in the place of that entry and of
-    /// what is below it. False, and nothing changed, where a list of the part has another length.
+    /// Puts `part`, which was recorded with the starts of `entry`, in the place of that entry and
+    /// of what is below it. False, and nothing changed, where a list of the part has another
+    /// length.
     bool replace(UInt32 entry, SceneRecord const &part);
 };
 } // namespace OSG

@@ -34,7 +34,8 @@ class OSG_STATE_API ViewPlanes
 
     /// An infinite box may always be seen, an empty one never.
     Sight test(BoxVolume const &box) const;
-    /// Four boxes at once: lanes are set where a box is missed, or where it is inside of all planes.
+    /// Four boxes at once: lanes are set where a box is missed, or where it is inside of all
+    /// planes.
     void test(BoxLanes const &boxes, UInt32 quad, FourMask &missed, FourMask &inside) const;
 
   private:

@@ -40,10 +40,10 @@ class OSG_SYSTEM_API Action : public ActionBase
     {
         Nothing,    ///< it may do anything, also edit the scene: the walk takes every node
         KeepsScene, ///< it edits no scene
-        GatedByBox, ///< likewise, and where the action's findMissed() finds the node's box, which is
-                    ///< valid, missed, it does nothing and returns Skip
-        Repeats     ///< likewise, and what it tells the action is the same as long as neither the
-                    ///< node, its core nor what is above them is edited, whatever else changes
+        GatedByBox, ///< likewise, and where the action's findMissed() finds the node's box, which
+                    ///< is valid, missed, it does nothing and returns Skip
+        Repeats ///< likewise, and what it tells the action is the same as long as neither the
+                ///< node, its core nor what is above them is edited, whatever else changes
     };
     using PromiseStore = std::vector<HandlerPromise>; ///< by type id
 

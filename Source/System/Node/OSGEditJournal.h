@@ -14,9 +14,9 @@ namespace OSG
 class Node;
 
 /// The nodes that were told of an edit of theirs or of their core's, those whose box was said to be
-/// out of date, and those that have ended, in the order in which that was so. It is written only while somebody follows, and holds the last
-/// Capacity entries. The nodes are keys: any of them may have ended since. Any thread may write and
-/// read.
+/// out of date, and those that have ended, in the order in which that was so. It is written only
+/// while somebody follows, and holds the last Capacity entries. The nodes are keys: any of them may
+/// have ended since. Any thread may write and read.
 class OSG_SYSTEM_API EditJournal
 {
   public:
@@ -38,8 +38,8 @@ class OSG_SYSTEM_API EditJournal
         Follower(Follower const &) = delete;
         Follower &operator=(Follower const &) = delete;
 
-        /// Appends what was written since the last call. False, and nothing appended, where that was
-        /// more than the journal holds.
+        /// Appends what was written since the last call. False, and nothing appended, where that
+        /// was more than the journal holds.
         bool read(std::vector<Entry> &entries);
 
       private:
