@@ -1,6 +1,6 @@
 #include "OSGGeoProperty.h"
 
-#include <atomic>
+#include "OSGCommitStamp.h"
 
 namespace OSG
 {
@@ -16,14 +16,7 @@ GeoProperty::GeoProperty(GeoProperty const &source)
 
 GeoProperty::~GeoProperty() = default;
 
-void GeoProperty::renewStamp()
-{
-    constinit static std::atomic<UInt32> last = 0;
-    UInt32 stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
-    if(stamp == 0)
-        stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
-    setOwnNumber(stamp);
-}
+void GeoProperty::renewStamp() { setOwnNumber(new_commit_stamp()); }
 
 void GeoProperty::changed(BitVector whichField, UInt32 origin, BitVector details)
 {

@@ -1,6 +1,8 @@
 #include "OSGDrawMesh.h"
 
+#include "OSGGLObjectStore.h"
+
 namespace OSG
 {
-DrawShape::~DrawShape() = default;
+DrawShape::~DrawShape() { GLObjectStore::forget(*this); }
 } // namespace OSG
