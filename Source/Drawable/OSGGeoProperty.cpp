@@ -1,6 +1,7 @@
 #include "OSGGeoProperty.h"
 
 #include "OSGCommitStamp.h"
+#include "OSGDrawEpochs.h"
 
 namespace OSG
 {
@@ -16,7 +17,18 @@ GeoProperty::GeoProperty(GeoProperty const &source)
 
 GeoProperty::~GeoProperty() = default;
 
-void GeoProperty::renewStamp() { setOwnNumber(new_commit_stamp()); }
+void GeoProperty::renewStamp()
+{
+    setOwnNumber(new_commit_stamp());
+    DrawEpochs::noteMesh();
+}
+
+void GeoProperty::initMethod(TypeBase::InitPhase phase)
+{
+    GeoPropertyBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Mesh);
+}
 
 void GeoProperty::changed(BitVector whichField, UInt32 origin, BitVector details)
 {

@@ -8,7 +8,7 @@ namespace OSG
 class OSG_STATE_API Image : public ImageBase
 {
   public:
-    static constexpr Replaced Replaces = Replaced::ExecSync;
+    static constexpr Replaced Replaces = Replaced::InitMethod | Replaced::ExecSync;
 
     /// Changes with each commit of an edit and with each synchronisation. As long as it is the same
     /// and no edit is open (getChangeMask() is 0), the picture is the same. 0 for one that was
@@ -39,6 +39,8 @@ class OSG_STATE_API Image : public ImageBase
     Image() = default;
     Image(Image const &) = default;
     ~Image() override;
+
+    static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
 };

@@ -1,8 +1,13 @@
 #include "OSGDrawMesh.h"
 
+#include "OSGDrawEpochs.h"
 #include "OSGGLObjectStore.h"
 
 namespace OSG
 {
-DrawShape::~DrawShape() { GLObjectStore::forget(*this); }
+DrawShape::~DrawShape()
+{
+    DrawEpochs::noteEndOfShape();
+    GLObjectStore::forget(*this);
+}
 } // namespace OSG
