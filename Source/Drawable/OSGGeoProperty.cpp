@@ -1,7 +1,6 @@
 #include "OSGGeoProperty.h"
 
-#include <atomic>
-
+#include "OSGCommitStamp.h"
 #include "OSGDrawEpochs.h"
 
 namespace OSG
@@ -20,11 +19,7 @@ GeoProperty::~GeoProperty() = default;
 
 void GeoProperty::renewStamp()
 {
-    constinit static std::atomic<UInt32> last = 0;
-    UInt32 stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
-    if(stamp == 0)
-        stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
-    setOwnNumber(stamp);
+    setOwnNumber(new_commit_stamp());
     DrawEpochs::noteMesh();
 }
 

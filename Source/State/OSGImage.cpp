@@ -1,16 +1,31 @@
 #include "OSGImage.h"
 
+#include "OSGCommitStamp.h"
 #include "OSGDrawEpochs.h"
+#include "OSGGLObjectStore.h"
 #include "OSGImageFileHandler.h"
 
 namespace OSG
 {
-Image::~Image() = default;
+Image::~Image() { GLObjectStore::forget(*this); }
+
+void Image::renewStamp()
+{
+    setOwnNumber(new_commit_stamp());
+    DrawEpochs::noteMaterial();
+}
 
 void Image::changed(BitVector whichField, UInt32 origin, BitVector details)
 {
-    DrawEpochs::noteMaterial();
+    renewStamp();
     ImageBase::changed(whichField, origin, details);
+}
+
+void Image::execSync(ImageBase *from, BitVector whichField, AspectOffsets &offsets,
+                     BitVector syncMode, UInt32 syncInfo)
+{
+    ImageBase::execSync(from, whichField, offsets, syncMode, syncInfo);
+    renewStamp();
 }
 
 void Image::initMethod(TypeBase::InitPhase phase)

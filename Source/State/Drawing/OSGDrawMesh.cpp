@@ -1,8 +1,13 @@
 #include "OSGDrawMesh.h"
 
 #include "OSGDrawEpochs.h"
+#include "OSGGLObjectStore.h"
 
 namespace OSG
 {
-DrawShape::~DrawShape() { DrawEpochs::noteEndOfShape(); }
+DrawShape::~DrawShape()
+{
+    DrawEpochs::noteEndOfShape();
+    GLObjectStore::forget(*this);
+}
 } // namespace OSG
