@@ -66,8 +66,8 @@ std::string write_picture(std::string const &target, std::vector<OSG::UInt8> con
                           PictureChoice const &choice)
 {
     ImagePtr const image = image_of(pixels, choice);
-    std::string const reason = replace_file(
-        target, [&image](std::string const &path) { return image->write(path.c_str()); });
+    std::string const reason = replace_file(target, [&image](std::string const &path)
+                                            { return image->write(path.c_str()); });
     return reason.empty() ? reason : "cannot write " + target + ": " + reason;
 }
 
@@ -125,9 +125,8 @@ int make_picture(RenderOptions const &options, PictureChoice const &choice, Stre
     if(!operations.done)
         return Failed;
     Stopwatch const watch;
-    OSG::Picture const picture =
-        OSG::draw_picture(context, scene.root, choice.inScene(OSG::bounds_of(scene.root)),
-                          choice.background());
+    OSG::Picture const picture = OSG::draw_picture(
+        context, scene.root, choice.inScene(OSG::bounds_of(scene.root)), choice.background());
     if(!picture.missing.empty())
         return no_picture(picture.missing, streams);
     std::string const reason = write_picture(options.picture.target, picture.pixels, choice);

@@ -65,12 +65,12 @@ void add_picture_options(CLI::App &command, PictureOptions &options)
         ->capture_default_str();
     auto *const from = command.add_option("--from", options.from, "Eye of the view, x,y,z");
     auto *const at = command.add_option("--at", options.at, "Point in the middle of the view");
-    auto *const up = command.add_option("--up", options.up, "Direction that is upwards in the view")
-                         ->capture_default_str();
-    auto *const angle = command
-                            .add_option("--fov", options.fieldOfView,
-                                        "Vertical angle of the view in degrees")
-                            ->capture_default_str();
+    auto *const up =
+        command.add_option("--up", options.up, "Direction that is upwards in the view")
+            ->capture_default_str();
+    auto *const angle =
+        command.add_option("--fov", options.fieldOfView, "Vertical angle of the view in degrees")
+            ->capture_default_str();
     from->needs(at);
     for(auto *part : {at, up, angle})
         part->needs(from);

@@ -205,8 +205,7 @@ TEST_F(Render, WithoutLibrariesIsNone)
     }
     Variable const shim("LD_PRELOAD", MISSING_LIBRARY_SHIM);
     Variable const names("MISSING_LIBRARIES", "libGL.so.1 libOpenGL.so.0");
-    expectNone(render(pavilion(), {}),
-               "this machine has neither libOpenGL.so.0 nor libGL.so.1\n");
+    expectNone(render(pavilion(), {}), "this machine has neither libOpenGL.so.0 nor libGL.so.1\n");
 }
 
 TEST_F(Render, IntoAFolderThatIsNotThereIsNone)

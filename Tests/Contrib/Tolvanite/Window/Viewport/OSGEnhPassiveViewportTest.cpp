@@ -127,10 +127,9 @@ TEST_F(PassiveViewport, NamesTheFirstThatIsMissingAndKeepsItsEdges)
     viewport->render(nullptr);
     viewport->setCamera(nullptr);
     viewport->render(nullptr);
-    EXPECT_THAT(log.lines(),
-                ElementsAre(testing::EndsWith("Viewport::render: no root!"),
-                            testing::EndsWith("Viewport::render: no background!"),
-                            testing::EndsWith("Viewport::render: no camera!")));
+    EXPECT_THAT(log.lines(), ElementsAre(testing::EndsWith("Viewport::render: no root!"),
+                                         testing::EndsWith("Viewport::render: no background!"),
+                                         testing::EndsWith("Viewport::render: no camera!")));
     EXPECT_EQ(log.texts(LOG_WARNING).size(), 3u);
     EXPECT_THAT(edges(), ElementsAre(0, 0, 1, 1));
     context.release();

@@ -1,6 +1,9 @@
 #include "OSGConstSizeTransform.h"
 
+#include <cmath>
+
 #include "OSGIntersectAction.h"
+#include "OSGRenderAction.h"
 
 namespace OSG
 {
@@ -19,6 +22,51 @@ void carry_ray(IntersectAction &action, Matrix const &matrix)
         direction[i] = matrix[0][i] * d[0] + matrix[1][i] * d[1] + matrix[2][i] * d[2];
     action.setLine(Line(position, direction), action.getMaxDist());
     action.scale(direction.length());
+}
+
+/// Below this, lengths and differences of matrices count as none.
+constexpr Real32 Epsilon = 1e-6f;
+
+bool is_orthographic(Matrix const &projection)
+{
+    return std::abs(projection[2][3]) < Epsilon && std::abs(projection[3][3] - 1) < Epsilon;
+}
+
+// The length in normalised coordinates of one unit of the world that lies along the screen's x
+// axis.
+Real32 unit_without_perspective(Matrix const &worldToScreen)
+{
+    Matrix screenToWorld;
+    screenToWorld.invertFrom(worldToScreen);
+    Vec3f unit;
+    screenToWorld.multFull(Vec3f(1, 0, 0), unit);
+    unit.normalize();
+    Vec3f onScreen;
+    worldToScreen.multFull(unit, onScreen);
+    return onScreen.length();
+}
+
+// The same for a unit that begins at `origin` and lies across the line of sight, towards the
+// camera's x axis.
+Real32 unit_with_perspective(DrawEnv const &env, Pnt3f const &origin)
+{
+    Matrix const &camera = env.getCameraToWorld();
+    Vec3f view = camera * Pnt3f(0, 0, 0) - origin;
+    Vec3f across = view.cross(Vec3f(camera[0][0], camera[0][1], camera[0][2]));
+    across.normalize();
+    view.normalize();
+    Vec3f unit = across.cross(view);
+    unit.normalize();
+    Pnt3f begin;
+    Pnt3f end;
+    env.getWorldToScreen().multFull(origin, begin);
+    env.getWorldToScreen().multFull(origin + unit, end);
+    return (end - begin).length();
+}
+
+RenderPartition &partition_of(Action *action)
+{
+    return *dynamic_cast<RenderAction &>(*action).getActivePartition();
 }
 } // namespace
 
@@ -47,6 +95,50 @@ void ConstSizeTransform::initMethod(TypeBase::InitPhase phase)
         [](NodeCore *core, Action *action)
         { return static_cast<ConstSizeTransform *>(core)->intersectLeave(action); },
         Action::HandlerPromise::KeepsScene);
+    RenderAction::registerEnterDefault(
+        getClassType(), [](NodeCore *core, Action *action)
+        { return static_cast<ConstSizeTransform *>(core)->renderEnter(action); });
+    RenderAction::registerLeaveDefault(
+        getClassType(), [](NodeCore *core, Action *action)
+        { return static_cast<ConstSizeTransform *>(core)->renderLeave(action); });
+}
+
+void ConstSizeTransform::calcMatrix(Action *action)
+{
+    RenderPartition const &partition = partition_of(action);
+    DrawEnv const &env = partition.getDrawEnv();
+    Matrix matrix = partition.getCurrentMatrix().matrix;
+    matrix.mult(getMatrix());
+    matrix.multLeft(env.getCameraToWorld());
+    Real32 const unit = is_orthographic(env.getCameraProjection())
+                            ? unit_without_perspective(env.getWorldToScreen())
+                            : unit_with_perspective(env, matrix * Pnt3f(0, 0, 0));
+    Real32 const pixels = static_cast<Real32>(env.getPixels().right - env.getPixels().left + 1);
+    Real32 size = pixels * unit;
+    if(!(size > Epsilon)) // NaN counts as none too
+        size = Epsilon;
+    Matrix scale;
+    scale.setScale(getDistance() / size);
+    matrix.mult(scale);
+    if(matrix.equals(getTransform(), Epsilon))
+        return;
+    setTransform(matrix);
+    NodeCore::invalidateVolume();
+}
+
+ActionBase::ResultE ConstSizeTransform::renderEnter(Action *action)
+{
+    calcMatrix(action);
+    dynamic_cast<RenderAction &>(*action).pushVisibility();
+    partition_of(action).pushMatrix(getTransform());
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE ConstSizeTransform::renderLeave(Action *action)
+{
+    partition_of(action).popMatrix();
+    partition_of(action).popVisibility();
+    return ActionBase::Continue;
 }
 
 ActionBase::ResultE ConstSizeTransform::intersectEnter(Action *action)
