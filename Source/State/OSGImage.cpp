@@ -1,8 +1,8 @@
 #include "OSGImage.h"
 
 #include "OSGCommitStamp.h"
-#include "OSGGLObjectStore.h"
 #include "OSGDrawEpochs.h"
+#include "OSGGLObjectStore.h"
 #include "OSGImageFileHandler.h"
 
 namespace OSG

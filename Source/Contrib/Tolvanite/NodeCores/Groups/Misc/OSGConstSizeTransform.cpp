@@ -1,9 +1,8 @@
 #include "OSGConstSizeTransform.h"
 
-#include <cmath>
-
 #include "OSGIntersectAction.h"
 #include "OSGRenderAction.h"
+#include "OSGScreenSize.h"
 
 namespace OSG
 {
@@ -22,46 +21,6 @@ void carry_ray(IntersectAction &action, Matrix const &matrix)
         direction[i] = matrix[0][i] * d[0] + matrix[1][i] * d[1] + matrix[2][i] * d[2];
     action.setLine(Line(position, direction), action.getMaxDist());
     action.scale(direction.length());
-}
-
-/// Below this, lengths and differences of matrices count as none.
-constexpr Real32 Epsilon = 1e-6f;
-
-bool is_orthographic(Matrix const &projection)
-{
-    return std::abs(projection[2][3]) < Epsilon && std::abs(projection[3][3] - 1) < Epsilon;
-}
-
-// The length in normalised coordinates of one unit of the world that lies along the screen's x
-// axis.
-Real32 unit_without_perspective(Matrix const &worldToScreen)
-{
-    Matrix screenToWorld;
-    screenToWorld.invertFrom(worldToScreen);
-    Vec3f unit;
-    screenToWorld.multFull(Vec3f(1, 0, 0), unit);
-    unit.normalize();
-    Vec3f onScreen;
-    worldToScreen.multFull(unit, onScreen);
-    return onScreen.length();
-}
-
-// The same for a unit that begins at `origin` and lies across the line of sight, towards the
-// camera's x axis.
-Real32 unit_with_perspective(DrawEnv const &env, Pnt3f const &origin)
-{
-    Matrix const &camera = env.getCameraToWorld();
-    Vec3f view = camera * Pnt3f(0, 0, 0) - origin;
-    Vec3f across = view.cross(Vec3f(camera[0][0], camera[0][1], camera[0][2]));
-    across.normalize();
-    view.normalize();
-    Vec3f unit = across.cross(view);
-    unit.normalize();
-    Pnt3f begin;
-    Pnt3f end;
-    env.getWorldToScreen().multFull(origin, begin);
-    env.getWorldToScreen().multFull(origin + unit, end);
-    return (end - begin).length();
 }
 
 RenderPartition &partition_of(Action *action)
@@ -110,17 +69,11 @@ void ConstSizeTransform::calcMatrix(Action *action)
     Matrix matrix = partition.getCurrentMatrix().matrix;
     matrix.mult(getMatrix());
     matrix.multLeft(env.getCameraToWorld());
-    Real32 const unit = is_orthographic(env.getCameraProjection())
-                            ? unit_without_perspective(env.getWorldToScreen())
-                            : unit_with_perspective(env, matrix * Pnt3f(0, 0, 0));
-    Real32 const pixels = static_cast<Real32>(env.getPixels().right - env.getPixels().left + 1);
-    Real32 size = pixels * unit;
-    if(!(size > Epsilon)) // NaN counts as none too
-        size = Epsilon;
+    Real32 const size = unit_on_screen(env, matrix * Pnt3f(0, 0, 0));
     Matrix scale;
     scale.setScale(getDistance() / size);
     matrix.mult(scale);
-    if(matrix.equals(getTransform(), Epsilon))
+    if(matrix.equals(getTransform(), ScreenSizeEpsilon))
         return;
     setTransform(matrix);
     NodeCore::invalidateVolume();

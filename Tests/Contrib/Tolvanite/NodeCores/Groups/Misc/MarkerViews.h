@@ -26,7 +26,7 @@ struct MarkerView
     Pnt3f from{0, 0, 10};
     Pnt3f at{0, 0, 0};
     Vec3f up{0, 1, 0};
-    Real32 fieldOfView = 60;     ///< degrees
+    Real32 fieldOfView = 60;       ///< degrees
     Real32 orthographicHeight = 0; ///< 0 with perspective
 
     bool isOrthographic() const { return orthographicHeight != 0; }

@@ -70,8 +70,8 @@ class MarkerPixels : public testing::TestWithParam<bool>
 };
 
 INSTANTIATE_TEST_SUITE_P(ConstSizeTransform, MarkerPixels, testing::Bool(),
-                         [](testing::TestParamInfo<bool> const &info)
-                         { return info.param ? "Orthographic" : "Perspective"; });
+                         [](testing::TestParamInfo<bool> const &row)
+                         { return row.param ? "Orthographic" : "Perspective"; });
 
 TEST_P(MarkerPixels, AUnitOnTheAxisMeasuresHalfOfDistanceWhereverItStands)
 {
@@ -108,9 +108,10 @@ TEST_P(MarkerPixels, RaysAndSelectionFindItWhereItIsSeen)
     Marker const marker(translation(2, 1, -3), Distance);
     Covered const covered(context, view, marker.root);
     Matrix const camera = view.camera();
-    Real32 const pixel = view.isOrthographic()
-                             ? view.orthographicHeight / MarkerView::Height
-                             : 2 * std::tan(view.fieldOfView * Real32(M_PI) / 360) / MarkerView::Height;
+    Real32 const pixel =
+        view.isOrthographic()
+            ? view.orthographicHeight / MarkerView::Height
+            : 2 * std::tan(view.fieldOfView * Real32(M_PI) / 360) / MarkerView::Height;
     UInt32 hits = 0;
     for(UInt32 y = 0; y < MarkerView::Height; ++y)
     {
@@ -118,10 +119,10 @@ TEST_P(MarkerPixels, RaysAndSelectionFindItWhereItIsSeen)
         {
             Real32 const right = (Real32(x) + 0.5f - 100) * pixel;
             Real32 const upwards = (50 - Real32(y) - 0.5f) * pixel;
-            Pnt3f const start = camera * (view.isOrthographic() ? Pnt3f(right, upwards, 0)
-                                                                 : Pnt3f(0, 0, 0));
-            Vec3f const way = camera * (view.isOrthographic() ? Vec3f(0, 0, -1)
-                                                              : Vec3f(right, upwards, -1));
+            Pnt3f const start =
+                camera * (view.isOrthographic() ? Pnt3f(right, upwards, 0) : Pnt3f(0, 0, 0));
+            Vec3f const way =
+                camera * (view.isOrthographic() ? Vec3f(0, 0, -1) : Vec3f(right, upwards, -1));
             UnrecordedRefPtr<IntersectAction> const ray(IntersectAction::create());
             ray->setLine(Line(start, way), 10000);
             ray->apply(marker.root);

@@ -19,7 +19,7 @@
 #include "OSGThread.h"
 #include "SceneBuilders.h"
 
-namespace OSG
+namespace OSG::Test
 {
 namespace
 {
@@ -74,10 +74,10 @@ class RenderedMarker : public testing::Test
     }
 
     CorePtr core{ConstSizeTransform::create()};
-    OSG::Test::GeometryPtr triangle = OSG::Test::make_geometry(OSG::Test::one_primitive(
+    GeometryPtr triangle = make_geometry(one_primitive(
         TrianglesPrimitive, {Pnt3f(-1.f, -1.f, 0.f), Pnt3f(1.f, -1.f, 0.f), Pnt3f(0.f, 1.f, 0.f)}));
-    OSG::Test::NodePtr leaf = OSG::Test::make_node(triangle);
-    OSG::Test::NodePtr root = OSG::Test::make_node(core, {leaf});
+    NodePtr leaf = make_node(triangle);
+    NodePtr root = make_node(core, {leaf});
 };
 
 TEST_F(RenderedMarker, IsHitByARayAtItsRenderedPlace)
@@ -120,10 +120,6 @@ TEST_F(RenderedMarker, IsSelectedAtItsRenderedPlace)
     EXPECT_EQ(count_at(0.f), 0u);
 }
 
-using Test::Marker;
-using Test::MarkerView;
-using Test::translation;
-
 /// A render action without a context, in a view of MarkerView.
 class RenderedOnce : public testing::Test
 {
@@ -132,11 +128,11 @@ class RenderedOnce : public testing::Test
     {
         Matrix matrix;
         if(view.isOrthographic())
-            Test::make_orthographic(view.orthographicHeight, MarkerView::Near, MarkerView::Far)
+            make_orthographic(view.orthographicHeight, MarkerView::Near, MarkerView::Far)
                 ->getProjection(matrix, MarkerView::Width, MarkerView::Height);
         else
-            Test::make_perspective(view.fieldOfView * Real32(M_PI) / 180, MarkerView::Near,
-                                   MarkerView::Far)
+            make_perspective(view.fieldOfView * Real32(M_PI) / 180, MarkerView::Near,
+                             MarkerView::Far)
                 ->getProjection(matrix, MarkerView::Width, MarkerView::Height);
         return matrix;
     }
@@ -147,7 +143,7 @@ class RenderedOnce : public testing::Test
         Matrix viewing;
         viewing.invertFrom(view.camera());
         UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
-        action->editEnv().setView(view.camera(), viewing, toScreen, {0, 199, 0, 99});
+        action->editDrawEnv().setView(view.camera(), viewing, toScreen, {0, 199, 0, 99});
         action->apply(root);
     }
 
@@ -161,7 +157,7 @@ class RenderedOnce : public testing::Test
     static void expectScale(Marker const &marker, Pnt3f const &place, Real64 scale)
     {
         Matrix wanted = translation(place[0], place[1], place[2]);
-        wanted.mult(Test::scaling(Real32(scale), Real32(scale), Real32(scale)));
+        wanted.mult(scaling(Real32(scale), Real32(scale), Real32(scale)));
         Matrix const found = rendered(marker);
         for(UInt32 column = 0; column < 4; ++column)
             for(UInt32 row = 0; row < 4; ++row)
@@ -180,7 +176,8 @@ TEST_F(RenderedOnce, PerspectiveScalesByTheFormula)
     {
         Marker const marker(translation(place[0], place[1], place[2]), 40);
         render(marker.root);
-        expectScale(marker, place.addToZero(), view.scale({place[0], place[1], place[2]}, 40));
+        expectScale(marker, Pnt3f(place[0], place[1], place[2]),
+                    view.scale({place[0], place[1], place[2]}, 40));
     }
 }
 
@@ -194,27 +191,27 @@ TEST_F(RenderedOnce, WithoutPerspectiveTheScaleIsTheSameEverywhere)
     {
         Marker const marker(translation(place[0], place[1], place[2]), 40);
         render(marker.root);
-        expectScale(marker, place.addToZero(), 40 / (200 / 12.));
+        expectScale(marker, Pnt3f(place[0], place[1], place[2]), 40 / (200 / 12.));
     }
 }
 
 TEST_F(RenderedOnce, TheUsersMatrixIsKeptAndItsRotationAndScaleCount)
 {
     Matrix user = translation(1, 2, 3);
-    user.mult(Test::rotation(Vec3f(0, 0, 1), 0.5f));
-    user.mult(Test::scaling(2, 3, 4));
+    user.mult(rotation(Vec3f(0, 0, 1), 0.5f));
+    user.mult(scaling(2, 3, 4));
     Marker const marker(user, 40);
     render(marker.root);
     Matrix wanted = user;
     Real32 const scale = Real32(view.scale({1, 2, 3}, 40));
-    wanted.mult(Test::scaling(scale, scale, scale));
+    wanted.mult(scaling(scale, scale, scale));
     EXPECT_TRUE(rendered(marker).equals(wanted, 1e-4f));
     EXPECT_TRUE(marker.core->getMatrix().equals(user, 0));
 }
 
 TEST_F(RenderedOnce, DistanceZeroCollapsesTheSubtree)
 {
-    Test::LogCapture log;
+    LogCapture log;
     Marker const marker(translation(1, 2, 3), 0);
     render(marker.root);
     expectScale(marker, {1, 2, 3}, 0);
@@ -224,7 +221,7 @@ TEST_F(RenderedOnce, DistanceZeroCollapsesTheSubtree)
 TEST_F(RenderedOnce, AtTheCamerasOwnPlaceTheSizeIsTheSmallestOne)
 {
     Marker const marker(translation(0, 0, 10), 1);
-    Test::LogCapture log; // the projection of the place has w 0
+    LogCapture log; // the projection of the place has w 0
     render(marker.root);
     expectScale(marker, {0, 0, 10}, 1 / 1e-6);
 }
@@ -247,7 +244,7 @@ TEST_F(RenderedOnce, ASingularProjectionWithoutPerspectiveIsLogged)
     Marker const marker(translation(0, 0, 0), 40);
     Matrix flat;
     flat[0][0] = 0;
-    Test::LogCapture log;
+    LogCapture log;
     render(marker.root, flat);
     EXPECT_EQ(log.count("TransformationMatrix<>::calcInverse: Singular matrix, no inverse!\n"), 1u);
 }
@@ -256,7 +253,7 @@ TEST_F(RenderedOnce, BelowATransformTheParentsMatrixCountsTwice)
 {
     Marker const marker(translation(0, 0, 0), 40);
     Matrix const parent = translation(1, 0, 0);
-    Test::NodePtr const root = Test::make_transform(parent, {marker.node});
+    NodePtr const root = make_transform(parent, {marker.node});
     render(root);
     // The core's own matrix holds the parent's, and is multiplied onto it.
     expectScale(marker, {1, 0, 0}, view.scale({1, 0, 0}, 40));
@@ -283,9 +280,8 @@ TEST_F(RenderedOnce, ACameraAtRestEditsNothing)
 TEST_F(RenderedOnce, ACoreOfTwoNodesHasTheMatrixOfTheOneRenderedLast)
 {
     Marker const marker(translation(0, 0, 0), 40);
-    Test::NodePtr const second =
-        Test::make_transform(translation(4, 0, 0), {Test::make_node(marker.core)});
-    Test::NodePtr const root = Test::make_group({marker.root, second});
+    NodePtr const second = make_transform(translation(4, 0, 0), {make_node(marker.core)});
+    NodePtr const root = make_group({marker.root, second});
     render(root);
     expectScale(marker, {4, 0, 0}, view.scale({4, 0, 0}, 40));
 }
@@ -296,7 +292,7 @@ TEST_F(RenderedOnce, TheMatrixStackIsBackWhereItWas)
     UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
     Matrix viewing;
     viewing.invertFrom(view.camera());
-    action->editEnv().setView(view.camera(), viewing, projection(), {0, 199, 0, 99});
+    action->editDrawEnv().setView(view.camera(), viewing, projection(), {0, 199, 0, 99});
     std::size_t inside = 0;
     UInt32 before = 0;
     action->registerEnterFunction(Geometry::getClassType(),
@@ -314,4 +310,4 @@ TEST_F(RenderedOnce, TheMatrixStackIsBackWhereItWas)
     EXPECT_NE(before, action->getActivePartition()->getCurrentMatrix().id);
 }
 } // namespace
-} // namespace OSG
+} // namespace OSG::Test
