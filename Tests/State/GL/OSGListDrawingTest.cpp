@@ -3,6 +3,9 @@
 #include "DrawingTest.h"
 #include "DrawnLists.h"
 #include "LogCapture.h"
+#include "OSGBlendChunk.h"
+#include "OSGChunkMaterial.h"
+#include "OSGDrawStateResolution.h"
 
 namespace OSG::Test
 {
@@ -207,6 +210,66 @@ ColorCase const color_cases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Modes, VertexColors, testing::ValuesIn(color_cases),
                          [](auto const &row) { return row.param.name; });
+
+// --- chunks that act by themselves ---
+
+/// Writes down what it is asked for.
+class NotingChunk : public BlendChunk
+{
+  public:
+    using Ptr = UnrecordedRefPtr<NotingChunk>;
+    static Ptr make(std::string const &name, std::string &notes)
+    {
+        return Ptr(TransitPtr<NotingChunk>(new NotingChunk(name, notes)));
+    }
+    void activate(DrawEnv *, UInt32) override { _notes += '+' + _name; }
+    void deactivate(DrawEnv *, UInt32) override { _notes += '-' + _name; }
+    void addTo(StateParts &parts, UInt32 slot) const override { StateChunk::addTo(parts, slot); }
+    bool isTransparent() const override { return false; }
+
+  private:
+    NotingChunk(std::string const &name, std::string &notes)
+        : _name(name)
+        , _notes(notes)
+    {
+    }
+
+    std::string _name;
+    std::string &_notes;
+};
+
+DrawState with_chunk(NotingChunk *chunk)
+{
+    DrawState state;
+    if(chunk != nullptr)
+        state.chunks = {{chunk, chunk->getChunkId(), 100, 0}};
+    return state;
+}
+
+TEST_F(ListDrawing, ChunksAreActiveAsLongAsTheirStateIs)
+{
+    std::string notes;
+    NotingChunk::Ptr const a = NotingChunk::make("a", notes);
+    NotingChunk::Ptr const b = NotingChunk::make("b", notes);
+    TestList scene;
+    for(NotingChunk *chunk :
+        {a.get(), a.get(), b.get(), static_cast<NotingChunk *>(nullptr), a.get()})
+        scene.add(full_picture(), with_chunk(chunk));
+    scene.draw();
+    EXPECT_EQ(notes, "+a-a+b-b+a-a");
+}
+
+TEST_F(ListDrawing, AMaterialsChunkIsActivatedInItsSlot)
+{
+    std::string notes;
+    NotingChunk::Ptr const chunk = NotingChunk::make("a", notes);
+    UnrecordedRefPtr<ChunkMaterial> const material(ChunkMaterial::create());
+    material->addChunk(chunk);
+    DrawState const state = resolve_draw_state(material);
+    ASSERT_EQ(state.chunks.size(), 1u);
+    EXPECT_EQ(state.chunks[0], (ActiveChunk{chunk, chunk->getChunkId(), 100, 0}));
+    EXPECT_FALSE(state.isTransparent());
+}
 
 // --- lights ---
 
