@@ -5,7 +5,7 @@
 
 #include "GeometryBuilders.h"
 #include "OSGSimpleMaterial.h"
-#include "Oracle/PictureView.h"
+#include "Oracle/SlowView.h"
 #include "SceneBuilders.h"
 
 namespace OSG::Test

@@ -80,7 +80,7 @@ struct Heritage
 class ItemCollector
 {
   public:
-    explicit ItemCollector(PictureView const &view)
+    explicit ItemCollector(SlowView const &view)
         : _view(view)
     {
     }
@@ -182,12 +182,12 @@ class ItemCollector
                          centre_depth(geometry, heritage.toEye)});
     }
 
-    PictureView const &_view;
+    SlowView const &_view;
     std::size_t _lightCount = 0;
 };
 } // namespace
 
-std::vector<DrawnItem> drawn_items(Node *root, PictureView const &view)
+std::vector<DrawnItem> drawn_items(Node *root, SlowView const &view)
 {
     root->updateVolume();
     ItemCollector collector(view);

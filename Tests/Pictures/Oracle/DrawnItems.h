@@ -7,7 +7,7 @@
 
 #include "OSGGeometry.h"
 #include "OSGNode.h"
-#include "PictureView.h"
+#include "SlowView.h"
 #include "Surface.h"
 #include "VertexColors.h"
 
@@ -23,5 +23,5 @@ struct DrawnItem
 };
 
 /// In the order of the tree. Volumes are brought up to date.
-std::vector<DrawnItem> drawn_items(Node *root, PictureView const &view);
+std::vector<DrawnItem> drawn_items(Node *root, SlowView const &view);
 } // namespace OSG::Test

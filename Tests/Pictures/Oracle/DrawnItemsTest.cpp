@@ -34,7 +34,7 @@ std::vector<DrawnItem> items_of(Node *root, ViewSetup const &setup = square_view
 // Where the items stand along x, which names them.
 std::vector<int> places(Node *root, UInt32 travMask = 0xFFFFFFFF)
 {
-    PictureView view = view_of(square_view());
+    SlowView view = view_of(square_view());
     view.travMask = travMask;
     std::vector<int> result;
     for(DrawnItem const &item : drawn_items(root, view))
@@ -164,7 +164,7 @@ TEST(DrawnItems, LightsShineOnWhatIsBelowThemInTheSpaceOfTheirBeacon)
     UnrecordedRefPtr<DirectionalLight> const core(DirectionalLight::create());
     core->setBeacon(beacon);
     NodePtr const root = make_group({beacon, make_node(core, {square_at(1)}), square_at(2)});
-    PictureView view = view_of(square_view());
+    SlowView view = view_of(square_view());
     view.headlight = false;
     std::vector<DrawnItem> const items = drawn_items(root, view);
     ASSERT_EQ(items.size(), 2u);
@@ -180,7 +180,7 @@ TEST(DrawnItems, LightsShineOnWhatIsBelowThemInTheSpaceOfTheirBeacon)
 
 TEST(FacingMatrices, ABillboardTurnsItsZToTheEyeAndKeepsItsLengths)
 {
-    PictureView const view = view_of(square_perspective());
+    SlowView const view = view_of(square_perspective());
     Matrix4d toEye;
     toEye[0] = Vec4d(0.0, 2.0, 0.0, 0.0);
     toEye[1] = Vec4d(0.0, 0.0, 3.0, 0.0);
@@ -206,7 +206,7 @@ TEST(FacingMatrices, AMarkerOfDistanceDMeasuresHalfOfDPixels)
 {
     for(ViewSetup const &setup : {square_view(), square_perspective()})
     {
-        PictureView const view = view_of(setup);
+        SlowView const view = view_of(setup);
         Matrix4d own;
         own.setTranslate(0, 0, -5); // 10 before the eye
         Matrix4d const placed = constant_sized_matrix(view.viewing, own, 30, view);

@@ -15,7 +15,7 @@ Matrix4d inverse_of(Matrix4d const &matrix)
 
 // Columns of normalised coordinates, which span 2, that a unit beside `origin` in eye space takes,
 // times the pixels of the picture's width.
-Real64 width_of_unit(Vec4d const &origin, PictureView const &view)
+Real64 width_of_unit(Vec4d const &origin, SlowView const &view)
 {
     if(!view.isPerspective())
         return view.projection[0][0] * view.width;
@@ -30,7 +30,7 @@ Real64 width_of_unit(Vec4d const &origin, PictureView const &view)
 }
 } // namespace
 
-Matrix4d billboard_matrix(Matrix4d const &toEye, PictureView const &view)
+Matrix4d billboard_matrix(Matrix4d const &toEye, SlowView const &view)
 {
     Vec3d const origin = direction_of(toEye[3]);
     Vec3d const z = view.isPerspective() ? unit(origin * -1.0) : Vec3d(0.0, 0.0, 1.0);
@@ -41,7 +41,7 @@ Matrix4d billboard_matrix(Matrix4d const &toEye, PictureView const &view)
                     as_direction(z * direction_of(toEye[2]).length()), toEye[3]);
 }
 
-Matrix4d pixel_sized_matrix(Matrix4d const &toEye, PictureView const &view)
+Matrix4d pixel_sized_matrix(Matrix4d const &toEye, SlowView const &view)
 {
     Real64 const scale = 2 / width_of_unit(toEye[3], view);
     return Matrix4d(as_direction(unit(direction_of(toEye[0])) * scale),
@@ -50,7 +50,7 @@ Matrix4d pixel_sized_matrix(Matrix4d const &toEye, PictureView const &view)
 }
 
 Matrix4d constant_sized_matrix(Matrix4d const &toEye, Matrix4d const &own, Real64 distance,
-                               PictureView const &view)
+                               SlowView const &view)
 {
     Matrix4d const inWorld = inverse_of(view.viewing) * toEye * own;
     Real64 const size = width_of_unit(view.viewing * inWorld[3], view);

@@ -19,7 +19,7 @@ Vec4d wide(Pnt3f const &p) { return Vec4d(p[0], p[1], p[2], 1.0); }
 class CornerReader
 {
   public:
-    CornerReader(DrawnItem const &item, PictureView const &view)
+    CornerReader(DrawnItem const &item, SlowView const &view)
         : _item(item)
         , _view(view)
         , _colors(item.geometry->getColors(), item.geometry->getIndex(Geometry::ColorsSlot))
@@ -97,14 +97,14 @@ class CornerReader
     }
 
     DrawnItem const &_item;
-    PictureView const &_view;
+    SlowView const &_view;
     VertexChannel _colors;
     VertexChannel _texCoords;
     bool _isMirrored;
 };
 
 template <class Rule>
-void add_strokes(DrawnItem const &item, PictureView const &view,
+void add_strokes(DrawnItem const &item, SlowView const &view,
                  std::vector<std::array<Vec4d, 2>> &strokes)
 {
     for(PartCursor<Rule> cursor(*item.geometry); !cursor.atEnd(); cursor.next())
@@ -117,7 +117,7 @@ void add_strokes(DrawnItem const &item, PictureView const &view,
 }
 } // namespace
 
-std::vector<DrawnTriangle> drawn_triangles(DrawnItem const &item, PictureView const &view)
+std::vector<DrawnTriangle> drawn_triangles(DrawnItem const &item, SlowView const &view)
 {
     CornerReader const reader(item, view);
     std::vector<DrawnTriangle> result;
@@ -131,7 +131,7 @@ std::vector<DrawnTriangle> drawn_triangles(DrawnItem const &item, PictureView co
     return result;
 }
 
-std::vector<std::array<Vec4d, 2>> drawn_strokes(DrawnItem const &item, PictureView const &view)
+std::vector<std::array<Vec4d, 2>> drawn_strokes(DrawnItem const &item, SlowView const &view)
 {
     std::vector<std::array<Vec4d, 2>> result;
     add_strokes<LineRule>(item, view, result);

@@ -30,7 +30,7 @@ struct DrawnTriangle
 };
 
 /// The item's triangles in order. Those with a corner that is not finite are left out.
-std::vector<DrawnTriangle> drawn_triangles(DrawnItem const &item, PictureView const &view);
+std::vector<DrawnTriangle> drawn_triangles(DrawnItem const &item, SlowView const &view);
 /// The item's lines and points as the ends of lines; both ends of a point are the same.
-std::vector<std::array<Vec4d, 2>> drawn_strokes(DrawnItem const &item, PictureView const &view);
+std::vector<std::array<Vec4d, 2>> drawn_strokes(DrawnItem const &item, SlowView const &view);
 } // namespace OSG::Test

@@ -20,7 +20,7 @@ struct Extent
     Real64 share() const { return std::max(0.0, std::min(high, 1.0) - std::max(low, -1.0)) / 2; }
 };
 
-Real64 share_of_picture(BoxVolume const &box, Matrix4d const &toEye, PictureView const &view)
+Real64 share_of_picture(BoxVolume const &box, Matrix4d const &toEye, SlowView const &view)
 {
     if(box.isInfinite())
         return 1;
@@ -52,7 +52,7 @@ UInt32 level_by_distance(Pnt3f const &center, std::span<Real32 const> ranges, Ma
 }
 
 UInt32 level_by_coverage(BoxVolume const &box, std::span<Real32 const> coverages,
-                         Matrix4d const &toEye, PictureView const &view)
+                         Matrix4d const &toEye, SlowView const &view)
 {
     Real64 const share = share_of_picture(box, toEye, view);
     return static_cast<UInt32>(

@@ -6,7 +6,7 @@
 #include <span>
 
 #include "OSGBoxVolume.h"
-#include "PictureView.h"
+#include "SlowView.h"
 
 namespace OSG::Test
 {
@@ -17,5 +17,5 @@ UInt32 level_by_distance(Pnt3f const &center, std::span<Real32 const> ranges,
 /// By the share of the picture that the box takes. The coverages descend. 1 is the share of a box
 /// that is infinite or reaches before the near plane.
 UInt32 level_by_coverage(BoxVolume const &box, std::span<Real32 const> coverages,
-                         Matrix4d const &toEye, PictureView const &view);
+                         Matrix4d const &toEye, SlowView const &view);
 } // namespace OSG::Test

@@ -40,7 +40,7 @@ bool is_within(Real64 depth) { return depth >= 0 && depth <= 1; }
 class Painter
 {
   public:
-    explicit Painter(PictureView const &view)
+    explicit Painter(SlowView const &view)
         : _view(view)
         , _pixels(std::size_t(view.width) * view.height)
     {
@@ -76,9 +76,10 @@ class Painter
         TriangleRaster const raster(triangle.corners(), _view.width, _view.height);
         if(raster.isEmpty())
             return;
-        for(UInt32 y = 0; y < _view.height; ++y)
+        TriangleRaster::Range const range = raster.range();
+        for(UInt32 y = range.top; y < range.bottom; ++y)
         {
-            for(UInt32 x = 0; x < _view.width; ++x)
+            for(UInt32 x = range.left; x < range.right; ++x)
             {
                 Int32 const column = static_cast<Int32>(x);
                 Int32 const row = static_cast<Int32>(y);
@@ -180,7 +181,7 @@ class Painter
         return (point - a - along * t).length();
     }
 
-    PictureView const &_view;
+    SlowView const &_view;
     std::vector<OpenPixel> _pixels;
     UInt32 _triangleCount = 0;
 };
@@ -199,7 +200,7 @@ bool SlowPicture::isAwayFromEdges(UInt32 x, UInt32 y) const
     return !at(x, y).isDoubtful;
 }
 
-SlowPicture slow_picture(Node *root, PictureView const &view)
+SlowPicture slow_picture(Node *root, SlowView const &view)
 {
     std::vector<DrawnItem> items = drawn_items(root, view);
     auto const firstTransparent =

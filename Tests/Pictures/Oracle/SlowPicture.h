@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "OSGNode.h"
-#include "PictureView.h"
+#include "SlowView.h"
 
 namespace OSG::Test
 {
@@ -46,5 +46,5 @@ struct SlowPicture
 };
 
 /// Lines and points are not drawn: pixels near to them are doubtful.
-SlowPicture slow_picture(Node *root, PictureView const &view);
+SlowPicture slow_picture(Node *root, SlowView const &view);
 } // namespace OSG::Test

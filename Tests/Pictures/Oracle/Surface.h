@@ -8,7 +8,7 @@
 
 #include "OSGImage.h"
 #include "OSGMaterial.h"
-#include "PictureView.h"
+#include "SlowView.h"
 
 namespace OSG::Test
 {

@@ -18,6 +18,8 @@ Vec3d in_pixels(Vec4d const &corner, UInt32 width, UInt32 height)
 
 TriangleRaster::TriangleRaster(std::array<Vec4d, 3> const &corners, UInt32 width, UInt32 height)
     : _corners(corners)
+    , _width(width)
+    , _height(height)
 {
     Vec3d const a = in_pixels(corners[0], width, height);
     Vec3d const b = in_pixels(corners[1], width, height);
@@ -29,6 +31,27 @@ TriangleRaster::TriangleRaster(std::array<Vec4d, 3> const &corners, UInt32 width
     if(determinant == 0)
         return;
     _edges = {b.cross(c) / determinant, c.cross(a) / determinant, a.cross(b) / determinant};
+}
+
+TriangleRaster::Range TriangleRaster::range() const
+{
+    Real64 low[2] = {Real64(_width), Real64(_height)};
+    Real64 high[2] = {0, 0};
+    for(Vec4d const &corner : _corners)
+    {
+        if(corner[3] <= 0)
+            return {0, 0, _width, _height};
+        Vec3d const pixel = in_pixels(corner, _width, _height) / corner[3];
+        for(int i = 0; i < 2; ++i)
+        {
+            low[i] = std::min(low[i], pixel[i] - 1);
+            high[i] = std::max(high[i], pixel[i] + 2);
+        }
+    }
+    auto const limited = [](Real64 value, UInt32 size)
+    { return static_cast<UInt32>(std::clamp(value, 0.0, Real64(size))); };
+    return {limited(low[0], _width), limited(low[1], _height), limited(high[0], _width),
+            limited(high[1], _height)};
 }
 
 TriangleRaster::Sample TriangleRaster::at(Int32 x, Int32 y) const

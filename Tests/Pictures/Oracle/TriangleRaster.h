@@ -9,7 +9,7 @@
 
 #include <array>
 
-#include "PictureView.h"
+#include "SlowView.h"
 
 namespace OSG::Test
 {
@@ -28,6 +28,12 @@ class TriangleRaster
         Real64 depth = 0; ///< from 0 at the near to 1 at the far plane
     };
 
+    /// Columns and rows of a picture, the last ones excluded.
+    struct Range
+    {
+        UInt32 left, top, right, bottom;
+    };
+
     /// Corners in clip space, before the division by w.
     TriangleRaster(std::array<Vec4d, 3> const &corners, UInt32 width, UInt32 height);
 
@@ -35,11 +41,16 @@ class TriangleRaster
     bool isEmpty() const { return _determinant == 0; }
     /// The corners turn counter-clockwise in the picture.
     bool isCounterClockwise() const { return _determinant > 0; }
+    /// What the triangle and a pixel around it lie in. All of the picture where a corner is not
+    /// before the eye.
+    Range range() const;
     /// Column `x` from the left and row `y` from the top.
     Sample at(Int32 x, Int32 y) const;
 
   private:
     std::array<Vec4d, 3> _corners;
+    UInt32 _width;
+    UInt32 _height;
     std::array<Vec3d, 3> _edges; // a weight is the product of its edge and (x, y, 1) in pixels
     Real64 _determinant = 0;
 };

@@ -36,6 +36,16 @@ TEST(TriangleRaster, WeightsAreSharesOfTheCorners)
     EXPECT_NEAR(weights[1], 1.5 / 4, 1e-12);
     EXPECT_NEAR(weights[2], 1.5 / 4, 1e-12);
 }
+TEST(TriangleRaster, TheRangeHoldsTheTriangleAndAPixelAround)
+{
+    TriangleRaster const small(
+        {Vec4d(0.25, 0.25, 0, 1), Vec4d(0.5, 0.25, 0, 1), Vec4d(0.5, 0.5, 0, 1)}, 80, 40);
+    TriangleRaster::Range const range = small.range();
+    EXPECT_EQ(range.left, 49u);
+    EXPECT_EQ(range.right, 62u);
+    EXPECT_EQ(range.top, 9u);
+    EXPECT_EQ(range.bottom, 17u);
+}
 TEST(TriangleRaster, OrientationIsThatOfThePicture)
 {
     EXPECT_TRUE(left_bottom_half().isCounterClockwise());

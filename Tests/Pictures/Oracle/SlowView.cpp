@@ -1,4 +1,4 @@
-#include "PictureView.h"
+#include "SlowView.h"
 
 #include <cmath>
 #include <numbers>
@@ -43,9 +43,9 @@ Matrix4d projection_of(ViewSetup const &setup)
 }
 } // namespace
 
-PictureView view_of(ViewSetup const &setup)
+SlowView view_of(ViewSetup const &setup)
 {
-    PictureView view;
+    SlowView view;
     view.viewing = viewing_of(setup);
     view.projection = projection_of(setup);
     view.width = setup.width;

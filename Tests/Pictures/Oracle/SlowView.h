@@ -26,7 +26,7 @@ struct ViewSetup
 };
 
 /// A view as a picture is made from it.
-struct PictureView
+struct SlowView
 {
     Matrix4d viewing;    ///< world to eye, which looks along -z
     Matrix4d projection; ///< eye to normalised coordinates, -1 to 1
@@ -39,7 +39,7 @@ struct PictureView
     bool isPerspective() const { return projection[2][3] != 0; }
 };
 
-PictureView view_of(ViewSetup const &setup);
+SlowView view_of(ViewSetup const &setup);
 
 inline Vec4d operator*(Matrix4d const &m, Vec4d const &v)
 {
