@@ -1,6 +1,8 @@
 #include "OSGChunkMaterial.h"
 
-#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
 
 namespace OSG
 {
@@ -60,5 +62,28 @@ bool ChunkMaterial::unlinkChild(FieldContainer *child, UInt16 fieldId)
     if(static_cast<UInt32>(index) < _mfSlots.size())
         _mfSlots.erase(_mfSlots.begin() + index);
     return true;
+}
+
+void ChunkMaterial::addTo(StateParts &parts) const
+{
+    std::set<std::pair<UInt32, UInt32>> taken; // number of the class, slot
+    std::map<UInt32, UInt32> searchedFrom;     // by class: the slots before are taken
+    for(UInt32 i = 0; i < _mfChunks.size(); ++i)
+    {
+        StateChunk const *const chunk = _mfChunks[i];
+        if(chunk == nullptr || chunk->getIgnore())
+            continue;
+        UInt32 const kind = chunk->getChunkId();
+        bool const hasSlot = i < _mfSlots.size() && _mfSlots[i] >= 0;
+        UInt32 slot = hasSlot ? static_cast<UInt32>(_mfSlots[i]) : searchedFrom[kind];
+        if(!taken.insert({kind, slot}).second)
+        {
+            slot = searchedFrom[kind];
+            while(!taken.insert({kind, slot}).second)
+                ++slot;
+            searchedFrom[kind] = slot + 1;
+        }
+        chunk->addTo(parts, slot);
+    }
 }
 } // namespace OSG

@@ -19,6 +19,9 @@ class OSG_STATE_API ChunkMaterial : public ChunkMaterialBase
     /// is none.
     StateChunk *find(FieldContainerType const &type, Int32 slot = AutoSlot) const;
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
+    /// Chunks that are ignored add nothing. A chunk that has no slot, or one that another chunk of
+    /// its class has, counts in the first free slot.
+    void addTo(StateParts &parts) const override;
 
   protected:
     ChunkMaterial() = default;

@@ -1,6 +1,10 @@
 #include "OSGStateChunk.h"
 
+#include <functional>
+
 #include "OSGChunkMaterial.h"
+#include "OSGStateChunkClass.h"
+#include "OSGStateParts.h"
 
 namespace OSG
 {
@@ -12,5 +16,35 @@ bool StateChunk::linkParent(FieldContainer *parent, UInt16 fieldId)
         fieldId == ChunkMaterial::ChunksFieldId ? dynamic_cast<ChunkMaterial *>(parent) : nullptr;
     return material != nullptr ? material->addChunk(this)
                                : StateChunkBase::linkParent(parent, fieldId);
+}
+
+UInt32 StateChunk::getChunkId() const { return getClass()->getId(); }
+
+void StateChunk::activate(DrawEnv *, UInt32) {}
+
+void StateChunk::changeFrom(DrawEnv *env, StateChunk *old, UInt32 index)
+{
+    if(old == this)
+        return;
+    if(old != nullptr)
+        old->deactivate(env, index);
+    activate(env, index);
+}
+
+void StateChunk::deactivate(DrawEnv *, UInt32) {}
+bool StateChunk::isTransparent() const { return false; }
+void StateChunk::updateObjectDependencies(DrawEnv *, UInt32) {}
+Real32 StateChunk::switchCost(StateChunk *chunk)
+{
+    return chunk != nullptr && *this == *chunk ? 0.f : 1.f;
+}
+
+bool StateChunk::operator<(StateChunk const &other) const { return std::less<>()(this, &other); }
+bool StateChunk::operator==(StateChunk const &other) const { return this == &other; }
+bool StateChunk::operator!=(StateChunk const &other) const { return !(*this == other); }
+
+void StateChunk::addTo(StateParts &parts, UInt32 slot) const
+{
+    parts.setChunk(const_cast<StateChunk &>(*this), slot);
 }
 } // namespace OSG

@@ -5,6 +5,9 @@
 
 namespace OSG
 {
+/// Slots of the chunks that drive texture units.
+inline constexpr UInt32 TextureSlots = 16;
+
 /// A kind of state chunk. Each is a static object. Its constructor registers it for the life of the
 /// process.
 class OSG_STATE_API StateChunkClass

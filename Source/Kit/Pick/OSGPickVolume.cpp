@@ -5,35 +5,12 @@
 #include <numbers>
 
 #include "OSGMatrixUtility.h"
+#include "OSGViewDepths.h"
 
 namespace OSG
 {
 namespace
 {
-struct DepthRange
-{
-    Real64 nearest, farthest;
-};
-
-// The smallest and the largest depth of the corners of `bounds`. The depth of a point is its
-// distance from the eye along the view direction.
-DepthRange depths_of(BoxVolume const &bounds, Matrix const &camera)
-{
-    Vec4f const &back = camera[2];
-    Vec4f const &eye = camera[3];
-    Pnt3f const corner[2] = {bounds.getMin(), bounds.getMax()};
-    DepthRange range{INFINITY, -INFINITY};
-    for(int i = 0; i < 8; ++i)
-    {
-        Real64 depth = 0;
-        for(int axis = 0; axis < 3; ++axis)
-            depth -= (Real64(corner[i >> axis & 1][axis]) - eye[axis]) * back[axis];
-        range.nearest = std::min(range.nearest, depth);
-        range.farthest = std::max(range.farthest, depth);
-    }
-    return range;
-}
-
 // The height of what the view shows at depth 1.
 Real64 height_at_one(PickView const &view)
 {
@@ -97,23 +74,28 @@ bool is_view(PickView const &view)
 }
 
 std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
-                                   BoxVolume const &bounds, Real32 radius)
+                                   SceneBounds const &bounds, Real32 radius)
 {
-    if(!is_view(view) || !has_extent(area) || bounds.isEmpty() || bounds.isInfinite())
+    bool const isEmpty = bounds.box.isEmpty() && !bounds.holdsInfinite;
+    if(!is_view(view) || !has_extent(area) || isEmpty || bounds.box.isInfinite())
         return std::nullopt;
     Matrix camera;
     MatrixLookAt(camera, view.from, view.at, view.up);
-    DepthRange const depths = depths_of(bounds, camera);
-    Real64 const farSide = depths.farthest * 1.001;
-    if(!(farSide > 0) || !std::isfinite(farSide))
+    ViewDepths const depths = depths_in_view(bounds, camera);
+    if(!depths.isVisible() || !std::isfinite(depths.farSide))
         return std::nullopt;
-    Real64 const nearSide = std::max(
-        {depths.nearest * 0.999, farSide / 10000, depth_of_distinct_corners(view, radius)});
-    if(!(nearSide < farSide))
+    Real64 const nearSide = std::max(depths.nearSide, depth_of_distinct_corners(view, radius));
+    if(!(nearSide < depths.farSide))
         return std::nullopt;
     Pnt3f corners[8];
     put_face(view, area, camera, nearSide, corners);
-    put_face(view, area, camera, farSide, corners + 4);
+    put_face(view, area, camera, depths.farSide, corners + 4);
     return Frustum(corners);
+}
+
+std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+                                   BoxVolume const &bounds, Real32 radius)
+{
+    return pick_volume(view, area, SceneBounds{bounds}, radius);
 }
 } // namespace OSG

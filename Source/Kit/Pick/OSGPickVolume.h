@@ -5,8 +5,8 @@
 
 #include <optional>
 
-#include "OSGBoxVolume.h"
 #include "OSGFrustum.h"
+#include "OSGSceneBounds.h"
 #include "OSGTolvaniteKitApi.h"
 
 namespace OSG
@@ -44,14 +44,16 @@ inline constexpr Real32 DefaultPickRadius = 2;
 /// The solid that `area` covers in the view, from the front to the back of `bounds`, in the
 /// coordinates of the eye and the bounds.
 ///
-/// Its far side lies at the largest depth of the bounds' corners times 1.001. Its near side lies at
-/// the largest of three depths: the smallest depth of the corners times 0.999, a 10,000th of the
-/// far side's depth, and the depth at which two pixels, or `radius` where that is less, are 16
-/// units in the last place of the eye's largest coordinate. Nearer than that, corners a pixel apart
-/// would round to one point.
+/// Its sides lie where depths_in_view puts them (OSGViewDepths.h), but the near side not before the
+/// depth at which two pixels, or `radius` where that is less, are 16 units in the last place of the
+/// eye's largest coordinate. Nearer than that, corners a pixel apart would round to one point.
 ///
-/// There is no value if the bounds are empty, infinite or behind the eye, if the area has no
-/// extent, if the near side is not nearer than the far side, or if is_view is false for the view.
+/// There is no value if the scene is empty or behind the eye, if the area has no extent, if the
+/// near side is not nearer than the far side, or if is_view is false for the view.
+OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+                                                        SceneBounds const &bounds,
+                                                        Real32 radius = DefaultPickRadius);
+/// For a scene with these finite bounds. There is no value if they are infinite.
 OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
                                                         BoxVolume const &bounds,
                                                         Real32 radius = DefaultPickRadius);

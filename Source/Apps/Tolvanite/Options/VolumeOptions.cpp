@@ -230,7 +230,7 @@ void VolumeChoice::takeView(VolumeValues const &values, float radius)
     }
 }
 
-std::optional<OSG::Frustum> VolumeChoice::inScene(OSG::BoxVolume const &bounds) const
+std::optional<OSG::Frustum> VolumeChoice::inScene(OSG::SceneBounds const &bounds) const
 {
     return _solid ? _solid : OSG::pick_volume(_view, _area, bounds, _radius);
 }

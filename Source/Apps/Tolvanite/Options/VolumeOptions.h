@@ -57,7 +57,7 @@ class VolumeChoice
     explicit VolumeChoice(VolumeValues const &values, float radius = OSG::DefaultPickRadius);
 
     /// The volume for a scene with these bounds. Nothing if no part of the bounds is in the view.
-    std::optional<OSG::Frustum> inScene(OSG::BoxVolume const &bounds) const;
+    std::optional<OSG::Frustum> inScene(OSG::SceneBounds const &bounds) const;
     /// The eye of the view. Nothing for a volume without a view.
     std::optional<OSG::Pnt3f> eye() const;
 

@@ -37,6 +37,7 @@ struct Selector::Functors
 
 Selector::Selector(OSG::Node *root, bool usesIndex)
     : _root(root)
+    , _bounds(OSG::bounds_of(root))
     , _functors(std::make_unique<Functors>(usesIndex))
 {
 }
@@ -47,7 +48,7 @@ Selection Selector::select(SelectionSettings const &settings, VolumeChoice const
 {
     Selection result;
     result.eye = choice.eye();
-    std::optional<OSG::Frustum> const volume = choice.inScene(_root->getVolume());
+    std::optional<OSG::Frustum> const volume = choice.inScene(_bounds);
     if(!volume)
         return result;
     OSG::SelectionFunctor &functor =

@@ -36,6 +36,7 @@ class Selector
     struct Functors;
 
     OSG::Node *_root;
+    OSG::SceneBounds _bounds;
     std::unique_ptr<Functors> _functors;
 };
 } // namespace Tool

@@ -3,4 +3,6 @@
 namespace OSG
 {
 ViewportTranslateChunk::~ViewportTranslateChunk() = default;
+
+StateChunkClass const *ViewportTranslateChunk::getClass() const { return &_class; }
 } // namespace OSG

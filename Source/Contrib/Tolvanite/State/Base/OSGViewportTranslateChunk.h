@@ -13,6 +13,8 @@ class OSG_CONTRIBTOLVANITE_API ViewportTranslateChunk : public ViewportTranslate
     static StateChunkClass const *getStaticClass() { return &_class; }
     static UInt32 getStaticClassId() { return _class.getId(); }
 
+    StateChunkClass const *getClass() const override;
+
   protected:
     ViewportTranslateChunk() = default;
     ViewportTranslateChunk(ViewportTranslateChunk const &) = default;

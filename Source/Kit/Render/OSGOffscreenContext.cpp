@@ -1,0 +1,153 @@
+#include "OSGOffscreenContext.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <epoxy/gl.h>
+
+#include "OSGEglContext.h"
+
+namespace OSG
+{
+namespace
+{
+bool has_frame_buffers()
+{
+    constexpr int FirstWithFrameBuffers = 30;
+    return epoxy_gl_version() >= FirstWithFrameBuffers ||
+           epoxy_has_gl_extension("GL_ARB_framebuffer_object");
+}
+
+std::string text_of_size(UInt32 width, UInt32 height)
+{
+    return std::to_string(width) + 'x' + std::to_string(height);
+}
+
+// Empty where the driver can draw so large a picture.
+std::string refusal_of_size(UInt32 width, UInt32 height)
+{
+    if(width < 1 || height < 1)
+        return "a size of " + text_of_size(width, height) + " has no pixels";
+    GLint area[2] = {};
+    GLint side = 0;
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, area);
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &side);
+    UInt32 const widest = static_cast<UInt32>(std::clamp(area[0], 0, side));
+    UInt32 const highest = static_cast<UInt32>(std::clamp(area[1], 0, side));
+    if(width <= widest && height <= highest)
+        return {};
+    return "a size of " + text_of_size(width, height) + " is beyond the driver's " +
+           text_of_size(widest, highest);
+}
+
+// Attaches a new render buffer to the frame buffer that is bound, and leaves it bound.
+void attach_buffer(GLenum format, GLenum attachment, UInt32 width, UInt32 height)
+{
+    GLuint buffer = 0;
+    glGenRenderbuffers(1, &buffer);
+    glBindRenderbuffer(GL_RENDERBUFFER, buffer);
+    glRenderbufferStorage(GL_RENDERBUFFER, format, static_cast<GLsizei>(width),
+                          static_cast<GLsizei>(height));
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, attachment, GL_RENDERBUFFER, buffer);
+}
+
+GLint depth_bits()
+{
+    GLint bits = 0;
+    glGetRenderbufferParameteriv(GL_RENDERBUFFER, GL_RENDERBUFFER_DEPTH_SIZE, &bits);
+    return bits;
+}
+
+// Empty where the frame buffer that was just made can be drawn into.
+std::string refusal_of_frame_buffer()
+{
+    constexpr GLint FewestDepthBits = 24;
+    if(glGetError() == GL_OUT_OF_MEMORY)
+        return "out of memory";
+    GLenum const status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
+    if(status != GL_FRAMEBUFFER_COMPLETE)
+    {
+        char text[64];
+        std::snprintf(text, sizeof(text), "the driver has no such frame buffer (0x%04X)", status);
+        return text;
+    }
+    if(depth_bits() < FewestDepthBits)
+        return "the driver has no depth of 24 bits";
+    return {};
+}
+} // namespace
+
+OffscreenContext::OffscreenContext(UInt32 width, UInt32 height)
+    : _context(std::make_unique<EglContext>())
+    , _width(width)
+    , _height(height)
+    , _missing(_context->missing())
+{
+    if(!_missing.empty())
+        return;
+    if(!_context->makeCurrent())
+    {
+        _missing = "the OpenGL context cannot be used";
+        return;
+    }
+    _renderer = reinterpret_cast<char const *>(glGetString(GL_RENDERER));
+    _missing = makePicture();
+    _context->release();
+}
+
+// The buffers go with the context, which shares them with no other one.
+OffscreenContext::~OffscreenContext() = default;
+
+std::string OffscreenContext::makePicture()
+{
+    if(!has_frame_buffers())
+        return "the driver has no frame buffer objects";
+    std::string const reason = refusal_of_size(_width, _height);
+    if(!reason.empty())
+        return reason;
+    glGenFramebuffers(1, &_frameBuffer);
+    glBindFramebuffer(GL_FRAMEBUFFER, _frameBuffer);
+    attach_buffer(GL_RGB8, GL_COLOR_ATTACHMENT0, _width, _height);
+    attach_buffer(GL_DEPTH_COMPONENT24, GL_DEPTH_ATTACHMENT, _width, _height);
+    return refusal_of_frame_buffer();
+}
+
+bool OffscreenContext::makeCurrent()
+{
+    if(!_missing.empty() || !_context->makeCurrent())
+        return false;
+    glBindFramebuffer(GL_FRAMEBUFFER, _frameBuffer);
+    glViewport(0, 0, static_cast<GLsizei>(_width), static_cast<GLsizei>(_height));
+    return true;
+}
+
+void OffscreenContext::release()
+{
+    if(_missing.empty())
+        _context->release();
+}
+
+std::vector<UInt8> OffscreenContext::readPixels() const
+{
+    if(!_missing.empty())
+        return {};
+    std::size_t const row = std::size_t(3) * _width;
+    std::vector<UInt8> pixels(row * _height);
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    glBindFramebuffer(GL_FRAMEBUFFER, _frameBuffer);
+    glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
+    for(GLenum const setting : {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS,
+                                GL_PACK_SWAP_BYTES, GL_PACK_LSB_FIRST})
+        glPixelStorei(setting, 0);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, static_cast<GLsizei>(_width), static_cast<GLsizei>(_height), GL_RGB,
+                 GL_UNSIGNED_BYTE, pixels.data());
+    glPopClientAttrib();
+    // OpenGL has the bottom row first.
+    for(UInt32 y = 0; y < _height / 2; ++y)
+        std::swap_ranges(pixels.begin() + static_cast<std::ptrdiff_t>(row * y),
+                         pixels.begin() + static_cast<std::ptrdiff_t>(row * (y + 1)),
+                         pixels.end() - static_cast<std::ptrdiff_t>(row * (y + 1)));
+    return pixels;
+}
+} // namespace OSG

@@ -1,0 +1,98 @@
+#include "OSGCheckedState.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+
+namespace OSG
+{
+namespace
+{
+bool is_one_of(UInt32 value, std::initializer_list<UInt32> known)
+{
+    return std::find(known.begin(), known.end(), value) != known.end();
+}
+
+Real32 clamped(Real32 value, Real32 lowest, Real32 highest)
+{
+    return std::isnan(value) ? 0.f : std::clamp(value, lowest, highest);
+}
+
+Color4f finite_color(Color4f color)
+{
+    constexpr Real32 Largest = std::numeric_limits<Real32>::max();
+    for(std::size_t i = 0; i < 4; ++i)
+        color[i] = clamped(color[i], -Largest, Largest);
+    return color;
+}
+
+bool is_factor(UInt32 factor)
+{
+    return factor <= GLName::One ||
+           (factor >= GLName::SourceColor && factor <= GLName::OneMinusDestColor) ||
+           (factor >= GLName::ConstantColor && factor <= GLName::OneMinusConstantAlpha);
+}
+
+bool is_wrapping(UInt32 wrap)
+{
+    return is_one_of(wrap, {GLName::Clamp, GLName::Repeat, GLName::ClampToBorder,
+                            GLName::ClampToEdge, GLName::MirroredRepeat});
+}
+} // namespace
+
+SurfaceValues checked_surface(SurfaceValues surface)
+{
+    constexpr Real32 LargestShininess = 128;
+    for(Color4f *color : {&surface.ambient, &surface.diffuse, &surface.specular, &surface.emission})
+        *color = finite_color(*color);
+    surface.shininess = clamped(surface.shininess, 0, LargestShininess);
+    if(!is_one_of(surface.colorMaterial, {GLName::Ambient, GLName::Diffuse, GLName::Specular,
+                                          GLName::Emission, GLName::AmbientAndDiffuse}))
+        surface.colorMaterial = 0;
+    return surface;
+}
+
+Real32 checked_transparency(Real32 transparency) { return clamped(transparency, 0, 1); }
+
+BlendValues checked_blend(BlendValues blend)
+{
+    if(!is_factor(blend.srcFactor) && blend.srcFactor != GLName::SourceAlphaSaturate)
+        blend.srcFactor = BlendValues().srcFactor;
+    if(!is_factor(blend.destFactor))
+        blend.destFactor = BlendValues().destFactor;
+    return blend;
+}
+
+TextureValues checked_texture(TextureValues texture)
+{
+    TextureValues const fresh;
+    bool const isMinFilter = texture.minFilter == GLName::Nearest ||
+                             texture.minFilter == GLName::Linear ||
+                             (texture.minFilter >= GLName::NearestMipmapNearest &&
+                              texture.minFilter <= GLName::LinearMipmapLinear);
+    if(!isMinFilter)
+        texture.minFilter = fresh.minFilter;
+    if(texture.magFilter != GLName::Nearest && texture.magFilter != GLName::Linear)
+        texture.magFilter = fresh.magFilter;
+    if(!is_wrapping(texture.wrapS))
+        texture.wrapS = fresh.wrapS;
+    if(!is_wrapping(texture.wrapT))
+        texture.wrapT = fresh.wrapT;
+    return texture;
+}
+
+UInt32 checked_environment(UInt32 mode)
+{
+    return is_one_of(mode, {GLName::Add, GLName::Blend, GLName::Replace, GLName::Decal})
+               ? mode
+               : GLName::Modulate;
+}
+
+Matrix checked_transform(Matrix const &matrix)
+{
+    bool const isFinite = std::all_of(matrix.values(), matrix.values() + 16,
+                                      [](Real32 value) { return std::isfinite(value); });
+    return isFinite ? matrix : Matrix();
+}
+} // namespace OSG

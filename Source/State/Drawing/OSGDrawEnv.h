@@ -1,0 +1,58 @@
+#pragma once
+
+#include "OSGMatrix.h"
+#include "OSGStateApi.h"
+
+namespace OSG
+{
+class GLObjectStore;
+
+/// What drawing knows of the view: matrices, pixels and the OpenGL objects of the context. Whoever
+/// draws a view fills it; cores and chunks read it. It knows no camera, viewport or window.
+///
+///     world --viewing--> eye (looks along -z, y up) --projection--> normalised coordinates
+class OSG_STATE_API DrawEnv
+{
+  public:
+    /// The edges are pixels of the area, counted from the left bottom corner of the target.
+    struct PixelBounds
+    {
+        Int32 left = 0;
+        Int32 right = -1;
+        Int32 bottom = 0;
+        Int32 top = -1;
+
+        /// 0 where the edges are in the wrong order.
+        Int32 width() const { return right >= left ? right - left + 1 : 0; }
+        Int32 height() const { return top >= bottom ? top - bottom + 1 : 0; }
+    };
+
+    // --- the view ---
+    /// `cameraToWorld` and `viewing` are inverse to one another.
+    void setView(Matrix const &cameraToWorld, Matrix const &viewing, Matrix const &projection,
+                 PixelBounds const &pixels);
+    Matrix const &getCameraToWorld() const { return _cameraToWorld; }
+    /// World to eye.
+    Matrix const &getCameraViewing() const { return _viewing; }
+    /// Eye to normalised coordinates.
+    Matrix const &getCameraProjection() const { return _projection; }
+    /// projection * viewing.
+    Matrix const &getWorldToScreen() const { return _worldToScreen; }
+    PixelBounds const &getPixels() const { return _pixels; }
+    /// Whether parallels stay parallel: the projection leaves w at 1.
+    bool isOrthographic() const;
+
+    // --- the context ---
+    /// Null while no context is drawn to; not owned.
+    GLObjectStore *getObjects() const { return _objects; }
+    void setObjects(GLObjectStore *objects) { _objects = objects; }
+
+  private:
+    Matrix _cameraToWorld;
+    Matrix _viewing;
+    Matrix _projection;
+    Matrix _worldToScreen;
+    PixelBounds _pixels;
+    GLObjectStore *_objects = nullptr;
+};
+} // namespace OSG

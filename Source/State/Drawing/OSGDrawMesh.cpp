@@ -1,0 +1,6 @@
+#include "OSGDrawMesh.h"
+
+namespace OSG
+{
+DrawShape::~DrawShape() = default;
+} // namespace OSG

@@ -1,0 +1,6 @@
+#include "OSGMaterial.h"
+
+namespace OSG
+{
+Material::~Material() = default;
+} // namespace OSG
