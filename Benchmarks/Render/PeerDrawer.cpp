@@ -5,6 +5,7 @@
 #include <map>
 
 #include <osg/Geometry>
+#include <osg/GraphicsContext>
 #include <osg/Material>
 #include <osgUtil/SceneView>
 
@@ -96,6 +97,8 @@ class PeerDrawer : public FrameDrawer
         _view->setClearColor(osg::Vec4(1, 1, 1, 1));
         _view->setCullingMode(osg::CullSettings::VIEW_FRUSTUM_CULLING);
         _view->setComputeNearFarMode(osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR);
+        _view->getState()->setContextID(osg::GraphicsContext::createNewContextID());
+        _view->getState()->initializeExtensionProcs();
         _view->getState()->setCheckForGLErrors(osg::State::NEVER_CHECK_GL_ERRORS);
         _view->init();
         _context.release();

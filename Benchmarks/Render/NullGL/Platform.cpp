@@ -114,6 +114,11 @@ NULL_GL unsigned eglDestroyContext(Handle, Handle context)
     delete static_cast<char *>(context);
     return 1;
 }
+NULL_GL unsigned eglQueryContext(Handle, Handle, int query, int *number)
+{
+    *number = query == 0x3097 ? 0x30A2 : 0; // of OpenGL
+    return 1;
+}
 NULL_GL Handle eglCreatePbufferSurface(Handle, Handle, int const *) { return TheHandle; }
 NULL_GL unsigned eglDestroySurface(Handle, Handle) { return 1; }
 NULL_GL unsigned eglMakeCurrent(Handle, Handle, Handle, Handle context)

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "TextureLookup.h"
-
 namespace OSG::Test
 {
 namespace
@@ -17,6 +15,12 @@ Vec4d mixed(DrawnTriangle const &triangle, Vec3d const &weights, Value value)
 {
     return value(triangle.vertices[0]) * weights[0] + value(triangle.vertices[1]) * weights[1] +
            value(triangle.vertices[2]) * weights[2];
+}
+
+// How far `b` is from `a`, in texels.
+Real64 texels_between(TextureLevel const &level, Vec2d const &a, Vec2d const &b)
+{
+    return std::hypot((b[0] - a[0]) * level.width, (b[1] - a[1]) * level.height);
 }
 
 Vec2d coordinates(DrawnTriangle const &triangle, Vec3d const &weights, std::size_t unit)
@@ -52,9 +56,17 @@ Vec4d factor(UInt32 name, Vec4d const &color, Vec4d const &there)
 }
 } // namespace
 
-Fragment fragment_of(Surface const &surface, DrawnTriangle const &triangle,
-                     TriangleRaster const &raster, TriangleRaster::Sample const &sample, Int32 x,
-                     Int32 y)
+StageLevels stage_levels(Surface const &surface)
+{
+    StageLevels levels;
+    for(TextureStage const &stage : surface.stages)
+        levels.push_back(texture_levels(*stage.picture.image));
+    return levels;
+}
+
+Fragment fragment_of(Surface const &surface, StageLevels const &levels,
+                     DrawnTriangle const &triangle, TriangleRaster const &raster,
+                     TriangleRaster::Sample const &sample, Int32 x, Int32 y)
 {
     Fragment result;
     result.color = mixed(triangle, sample.weights, [](DrawnVertex const &v) { return v.color; });
@@ -62,10 +74,11 @@ Fragment fragment_of(Surface const &surface, DrawnTriangle const &triangle,
     {
         TextureStage const &stage = surface.stages[i];
         Vec2d const at = coordinates(triangle, sample.weights, i);
-        Real64 const step =
-            std::max((coordinates(triangle, raster.at(x + 1, y).weights, i) - at).length(),
-                     (coordinates(triangle, raster.at(x, y + 1).weights, i) - at).length());
-        TextureColor const texture = texture_color(stage.picture, at, step);
+        TextureLevel const &level = levels[i].front();
+        Real64 const step = std::max(
+            texels_between(level, at, coordinates(triangle, raster.at(x + 1, y).weights, i)),
+            texels_between(level, at, coordinates(triangle, raster.at(x, y + 1).weights, i)));
+        TextureColor const texture = texture_color(stage.picture, levels[i], at, step);
         result.doubtful = result.doubtful || texture.doubtful;
         result.color = environment_color(stage.environment, stage.picture.image->getChannels(),
                                          result.color, texture.color);

@@ -5,6 +5,7 @@
 
 #include "ItemVertices.h"
 #include "Surface.h"
+#include "TextureLookup.h"
 #include "TriangleRaster.h"
 
 namespace OSG::Test
@@ -15,10 +16,14 @@ struct Fragment
     bool doubtful = false; ///< a texture may be read in another way, or alpha is about a half
 };
 
-/// The triangle's colour at the pixel of `sample`, texture included.
-Fragment fragment_of(Surface const &surface, DrawnTriangle const &triangle,
-                     TriangleRaster const &raster, TriangleRaster::Sample const &sample, Int32 x,
-                     Int32 y);
+/// The levels of the pictures of a surface, by unit.
+using StageLevels = std::vector<std::vector<TextureLevel>>;
+StageLevels stage_levels(Surface const &surface);
+
+/// The triangle's colour at the pixel of `sample`, textures included.
+Fragment fragment_of(Surface const &surface, StageLevels const &levels,
+                     DrawnTriangle const &triangle, TriangleRaster const &raster,
+                     TriangleRaster::Sample const &sample, Int32 x, Int32 y);
 
 /// `color` drawn over `there`. The picture has no alpha of its own: its alpha is 1.
 Vec4d blended(Blending const &blending, Vec4d const &color, Vec4d const &there);

@@ -51,6 +51,7 @@ class Painter
 
     void paint(DrawnItem const &item)
     {
+        _levels = stage_levels(item.surface);
         for(DrawnTriangle const &triangle : drawn_triangles(item, _view))
             paint(item.surface, triangle, _triangleCount++);
         for(auto const &stroke : drawn_strokes(item, _view))
@@ -110,7 +111,7 @@ class Painter
         if(!sample.inside || !is_within(sample.depth))
             return;
         Fragment const fragment =
-            fragment_of(surface, triangle, raster, sample, place.column, place.row);
+            fragment_of(surface, _levels, triangle, raster, sample, place.column, place.row);
         if(fragment.doubtful)
             doubt(pixel, sample.depth);
         if(surface.alphaTest && fragment.color[3] < 0.5)
@@ -184,6 +185,7 @@ class Painter
     SlowView const &_view;
     std::vector<OpenPixel> _pixels;
     UInt32 _triangleCount = 0;
+    StageLevels _levels; // of the item that is painted
 };
 } // namespace
 

@@ -40,17 +40,11 @@ Int32 wrapped(Int32 texel, Int32 size, UInt32 wrap)
     }
 }
 
-Vec4d texel(Image const &image, Int32 x, Int32 y)
+Vec4d texel(TextureLevel const &level, Int32 x, Int32 y)
 {
-    UInt32 const channels = image.getChannels();
-    Vec4d const outside = Vec4d(0.0, 0.0, 0.0, channels % 2 != 0 ? 1.0 : 0.0);
     if(x == Border || y == Border)
-        return outside;
-    std::size_t const first = (std::size_t(y) * image.getWidth() + std::size_t(x)) * channels;
-    auto const value = [&](UInt32 i) { return (*image.getMFPixel())[first + i] / 255.0; };
-    if(channels < 3)
-        return Vec4d(value(0), value(0), value(0), channels == 2 ? value(1) : 1.0);
-    return Vec4d(value(0), value(1), value(2), channels == 4 ? value(3) : 1.0);
+        return Vec4d(0.0, 0.0, 0.0, level.channels % 2 != 0 ? 1.0 : 0.0);
+    return level.texels[std::size_t(y) * std::size_t(level.width) + std::size_t(x)];
 }
 
 // OpenGL's old clamping keeps the coordinate within the picture, not within its outer texels.
@@ -59,23 +53,20 @@ Real64 limited(Real64 coordinate, UInt32 wrap)
     return wrap == GLName::Clamp ? std::clamp(coordinate, 0.0, 1.0) : coordinate;
 }
 
-TextureColor nearest_texel(TexturePicture const &picture, Vec2d const &place)
+TextureColor nearest_texel(TexturePicture const &picture, TextureLevel const &level,
+                           Vec2d const &place)
 {
-    Image const &image = *picture.image;
-    Int32 const width = static_cast<Int32>(image.getWidth());
-    Int32 const height = static_cast<Int32>(image.getHeight());
     auto const near = [](Real64 x) { return std::abs(x - std::round(x)) < TexelDoubt; };
     Int32 const x = static_cast<Int32>(std::floor(place[0]));
     Int32 const y = static_cast<Int32>(std::floor(place[1]));
-    return {texel(image, wrapped(x, width, picture.wrapS), wrapped(y, height, picture.wrapT)),
+    return {texel(level, wrapped(x, level.width, picture.wrapS),
+                  wrapped(y, level.height, picture.wrapT)),
             near(place[0]) || near(place[1])};
 }
 
-TextureColor blended_texels(TexturePicture const &picture, Vec2d const &place)
+TextureColor mixed_texels(TexturePicture const &picture, TextureLevel const &level,
+                          Vec2d const &place)
 {
-    Image const &image = *picture.image;
-    Int32 const width = static_cast<Int32>(image.getWidth());
-    Int32 const height = static_cast<Int32>(image.getHeight());
     Real64 const left = std::floor(place[0] - 0.5);
     Real64 const low = std::floor(place[1] - 0.5);
     Vec4d sum;
@@ -85,16 +76,82 @@ TextureColor blended_texels(TexturePicture const &picture, Vec2d const &place)
         Int32 const dy = corner / 2;
         Real64 const shareX = 1 - std::abs(place[0] - 0.5 - (left + dx));
         Real64 const shareY = 1 - std::abs(place[1] - 0.5 - (low + dy));
-        Int32 const x = wrapped(static_cast<Int32>(left) + dx, width, picture.wrapS);
-        Int32 const y = wrapped(static_cast<Int32>(low) + dy, height, picture.wrapT);
-        sum += texel(image, x, y) * (shareX * shareY);
+        Int32 const x = wrapped(static_cast<Int32>(left) + dx, level.width, picture.wrapS);
+        Int32 const y = wrapped(static_cast<Int32>(low) + dy, level.height, picture.wrapT);
+        sum += texel(level, x, y) * (shareX * shareY);
     }
     return {sum};
 }
 
-TextureColor filtered(TexturePicture const &picture, Vec2d const &place, bool linear)
+TextureColor filtered(TexturePicture const &picture, TextureLevel const &level, Vec2d const &at,
+                      bool linear)
 {
-    return linear ? blended_texels(picture, place) : nearest_texel(picture, place);
+    Vec2d const place(limited(at[0], picture.wrapS) * level.width,
+                      limited(at[1], picture.wrapT) * level.height);
+    return linear ? mixed_texels(picture, level, place) : nearest_texel(picture, level, place);
+}
+
+// --- filters with mipmaps, as OpenGL numbers them: the first word is for texels, the second one
+// for levels ---
+constexpr UInt32 NearestMipmapNearest = 0x2700;
+constexpr UInt32 LinearMipmapNearest = 0x2701;
+constexpr UInt32 LinearMipmapLinear = 0x2703;
+
+bool has_mipmaps(UInt32 filter) { return filter >= NearestMipmapNearest; }
+bool mixes_texels(UInt32 filter)
+{
+    return filter == GLName::Linear || filter == LinearMipmapNearest ||
+           filter == LinearMipmapLinear;
+}
+bool mixes_levels(UInt32 filter) { return filter > LinearMipmapNearest; }
+
+Vec4d mipmapped(TexturePicture const &picture, std::vector<TextureLevel> const &levels,
+                Vec2d const &at, Real64 step)
+{
+    Real64 const last = static_cast<Real64>(levels.size() - 1);
+    Real64 const wanted = std::clamp(std::log2(step), 0.0, last);
+    Real64 const lower = mixes_levels(picture.minFilter) ? std::floor(wanted) : std::round(wanted);
+    bool const linear = mixes_texels(picture.minFilter);
+    Vec4d const below = filtered(picture, levels[std::size_t(lower)], at, linear).color;
+    if(wanted <= lower)
+        return below;
+    Vec4d const above = filtered(picture, levels[std::size_t(lower) + 1], at, linear).color;
+    return below + (above - below) * (wanted - lower);
+}
+
+TextureLevel level_of(Image const &image)
+{
+    UInt32 const channels = image.getChannels();
+    TextureLevel level{
+        static_cast<Int32>(image.getWidth()), static_cast<Int32>(image.getHeight()), channels, {}};
+    auto const &bytes = *image.getMFPixel();
+    for(UInt32 first = 0; first < bytes.size(); first += channels)
+    {
+        auto const value = [&](UInt32 i) { return bytes[first + i] / 255.0; };
+        if(channels < 3)
+            level.texels.emplace_back(value(0), value(0), value(0), channels == 2 ? value(1) : 1.0);
+        else
+            level.texels.emplace_back(value(0), value(1), value(2), channels == 4 ? value(3) : 1.0);
+    }
+    return level;
+}
+
+TextureLevel half_of(TextureLevel const &level)
+{
+    TextureLevel half{
+        std::max(level.width / 2, 1), std::max(level.height / 2, 1), level.channels, {}};
+    for(Int32 y = 0; y < half.height; ++y)
+    {
+        for(Int32 x = 0; x < half.width; ++x)
+        {
+            Vec4d sum;
+            for(Int32 corner = 0; corner < 4; ++corner)
+                sum += texel(level, std::min(2 * x + corner % 2, level.width - 1),
+                             std::min(2 * y + corner / 2, level.height - 1));
+            half.texels.push_back(sum / 4.0);
+        }
+    }
+    return half;
 }
 
 Vec4d with_alpha(Vec3d const &color, Real64 alpha)
@@ -103,22 +160,32 @@ Vec4d with_alpha(Vec3d const &color, Real64 alpha)
 }
 } // namespace
 
-TextureColor texture_color(TexturePicture const &picture, Vec2d const &at, Real64 step)
+std::vector<TextureLevel> texture_levels(Image const &image)
+{
+    std::vector<TextureLevel> levels{level_of(image)};
+    while(levels.back().width > 1 || levels.back().height > 1)
+        levels.push_back(half_of(levels.back()));
+    return levels;
+}
+
+TextureColor texture_color(TexturePicture const &picture, std::vector<TextureLevel> const &levels,
+                           Vec2d const &at, Real64 step)
 {
     // Within these bounds drivers may decide either way whether a texel is smaller than a pixel.
     constexpr Real64 Smaller = 0.6;
     constexpr Real64 Larger = 1.7;
-    Image const &image = *picture.image;
-    Vec2d const place(limited(at[0], picture.wrapS) * image.getWidth(),
-                      limited(at[1], picture.wrapT) * image.getHeight());
-    Real64 const texels = step * std::max(image.getWidth(), image.getHeight());
-    bool const mipmaps =
-        picture.minFilter != GLName::Nearest && picture.minFilter != GLName::Linear;
     bool const oneFilter = picture.minFilter == picture.magFilter;
-    if(oneFilter || texels < Smaller)
-        return filtered(picture, place, picture.magFilter == GLName::Linear);
-    TextureColor result = filtered(picture, place, picture.minFilter == GLName::Linear);
-    result.doubtful = result.doubtful || mipmaps || texels < Larger;
+    if(oneFilter || step < 1)
+    {
+        TextureColor result =
+            filtered(picture, levels.front(), at, picture.magFilter == GLName::Linear);
+        result.doubtful = result.doubtful || (!oneFilter && step > Smaller);
+        return result;
+    }
+    if(has_mipmaps(picture.minFilter))
+        return {mipmapped(picture, levels, at, step), true};
+    TextureColor result = filtered(picture, levels.front(), at, mixes_texels(picture.minFilter));
+    result.doubtful = result.doubtful || step < Larger;
     return result;
 }
 

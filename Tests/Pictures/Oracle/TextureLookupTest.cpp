@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 #include "MathPrinters.h"
@@ -10,7 +12,7 @@ namespace
 {
 constexpr UInt32 ClampToEdge = 0x812F;
 constexpr UInt32 MirroredRepeat = 0x8370;
-constexpr Real64 Magnified = 0.01; // texture coordinates a pixel
+constexpr Real64 Magnified = 0.01; // texels a pixel
 
 // Grey pictures of two texels beside one another: 0 and 1.
 struct LookupCase
@@ -50,7 +52,8 @@ TEST(TextureLookup, FiltersAndWrapsAreThoseOfOpenGL)
     for(LookupCase const &row : lookup_cases)
     {
         TexturePicture const picture{image, row.filter, row.filter, row.wrap, row.wrap, false};
-        TextureColor const found = texture_color(picture, Vec2d(row.s, 0.5), Magnified);
+        TextureColor const found =
+            texture_color(picture, texture_levels(*image), Vec2d(row.s, 0.5), Magnified);
         EXPECT_NEAR(found.color[0], row.expected, 1e-12) << row.name;
         EXPECT_NEAR(found.color[3], 1, 1e-12) << row.name;
         EXPECT_FALSE(found.doubtful) << row.name;
@@ -63,19 +66,43 @@ TEST(TextureLookup, TheFirstRowIsAtTheBottom)
     image->set(1, 2, 3, pixels);
     TexturePicture const picture{image,          GLName::Nearest, GLName::Nearest,
                                  GLName::Repeat, GLName::Repeat,  false};
-    EXPECT_EQ(texture_color(picture, Vec2d(0.5, 0.25), Magnified).color, Vec4d(1, 0, 0, 1));
-    EXPECT_EQ(texture_color(picture, Vec2d(0.5, 0.75), Magnified).color, Vec4d(0, 0, 1, 1));
+    EXPECT_EQ(texture_color(picture, texture_levels(*image), Vec2d(0.5, 0.25), Magnified).color,
+              Vec4d(1, 0, 0, 1));
+    EXPECT_EQ(texture_color(picture, texture_levels(*image), Vec2d(0.5, 0.75), Magnified).color,
+              Vec4d(0, 0, 1, 1));
 }
 TEST(TextureLookup, BordersOfTexelsAndMipmapsAreDoubtful)
 {
     UnrecordedRefPtr<Image> const image = two_texels();
     TexturePicture const nearest{image,          GLName::Nearest, GLName::Nearest,
                                  GLName::Repeat, GLName::Repeat,  false};
-    EXPECT_TRUE(texture_color(nearest, Vec2d(0.51, 0.5), Magnified).doubtful);
+    EXPECT_TRUE(
+        texture_color(nearest, texture_levels(*image), Vec2d(0.51, 0.5), Magnified).doubtful);
     TexturePicture const mipmapped{
         image, GLName::LinearMipmapLinear, GLName::Linear, GLName::Repeat, GLName::Repeat, false};
-    EXPECT_TRUE(texture_color(mipmapped, Vec2d(0.3, 0.5), 2).doubtful);
-    EXPECT_FALSE(texture_color(mipmapped, Vec2d(0.3, 0.5), Magnified).doubtful);
+    EXPECT_TRUE(texture_color(mipmapped, texture_levels(*image), Vec2d(0.3, 0.5), 2).doubtful);
+    EXPECT_FALSE(
+        texture_color(mipmapped, texture_levels(*image), Vec2d(0.3, 0.5), Magnified).doubtful);
+}
+
+TEST(TextureLookup, MipmapsAreMeansOfFourTexels)
+{
+    UnrecordedRefPtr<Image> const image(Image::create());
+    UInt8 const grey[] = {0, 255, 255, 255, 51, 51, 51, 51};
+    image->set(4, 2, 1, grey);
+    std::vector<TextureLevel> const levels = texture_levels(*image);
+    ASSERT_EQ(levels.size(), 3u);
+    EXPECT_EQ(levels[1].width, 2);
+    EXPECT_EQ(levels[1].height, 1);
+    EXPECT_NEAR(levels[1].texels[0][0], 0.35, 1e-12);
+    EXPECT_NEAR(levels[1].texels[1][0], 0.6, 1e-12);
+    EXPECT_NEAR(levels[2].texels[0][0], 0.475, 1e-12);
+    TexturePicture const picture{
+        image, GLName::LinearMipmapLinear, GLName::Linear, GLName::Repeat, GLName::Repeat, false};
+    EXPECT_NEAR(texture_color(picture, levels, Vec2d(0.25, 0.5), 2).color[0], 0.35, 1e-12);
+    EXPECT_NEAR(texture_color(picture, levels, Vec2d(0.25, 0.5), std::sqrt(8.0)).color[0],
+                (0.35 + 0.475) / 2, 1e-12);
+    EXPECT_NEAR(texture_color(picture, levels, Vec2d(0.25, 0.5), 100).color[0], 0.475, 1e-12);
 }
 
 struct EnvironmentCase
