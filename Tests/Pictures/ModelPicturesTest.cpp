@@ -20,8 +20,8 @@ TEST(ModelPictures, TheStoredOnesAreThoseOfTheSlowRasterizer)
         NodePtr const scene = model_scene(picture);
         ASSERT_NE(scene, nullptr);
         Pixels const slow = pixels_of(slow_picture(scene, view_of(picture.view)));
-        if(std::getenv("STORE_PICTURES") != nullptr)
-            EXPECT_TRUE(store_pixels(picture, slow));
+        bool const wanted = std::getenv("STORE_PICTURES") != nullptr;
+        ASSERT_TRUE(!wanted || store_pixels(picture, slow));
         PerceivedDifference const difference = perceived_difference(stored_pixels(picture), slow);
         EXPECT_LE(difference.mean, 0.05);
         EXPECT_LE(difference.noticed, 0.0005);
