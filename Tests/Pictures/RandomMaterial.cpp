@@ -15,7 +15,7 @@ namespace OSG::Test
 namespace
 {
 constexpr UInt32 ColorMaterials[] = {0, 0, 0x1200, 0x1201, 0x1202, 0x1600, 0x1602};
-constexpr UInt32 Environments[] = {GLName::Modulate, 0x2101, 0x0BE2, 0x1E01, 0x0104};
+constexpr UInt32 Environments[] = {GLName::Modulate, GLName::Decal, 0x0BE2, 0x1E01, 0x0104};
 constexpr UInt32 Wraps[] = {GLName::Repeat, GLName::Repeat, 0x812F, 0x8370};
 
 template <std::size_t Count>
@@ -26,6 +26,13 @@ UInt32 one_of(RandomNumbers &random, UInt32 const (&values)[Count])
 UInt32 any_filter(RandomNumbers &random)
 {
     return random.below(2) == 0 ? GLName::Nearest : GLName::Linear;
+}
+
+// OpenGL leaves open what decals of grey pictures look like.
+UInt32 random_environment(RandomNumbers &random, Image const &image)
+{
+    UInt32 const mode = one_of(random, Environments);
+    return mode == GLName::Decal && image.getChannels() < 3 ? GLName::Modulate : mode;
 }
 
 Color4f color_with_alpha(RandomNumbers &random, Real32 alpha)
@@ -80,7 +87,7 @@ MaterialPtr textured(RandomNumbers &random)
     UInt32 const filter = any_filter(random);
     material->setMinFilter(filter);
     material->setMagFilter(filter);
-    material->setEnvMode(one_of(random, Environments));
+    material->setEnvMode(random_environment(random, *material->getImage()));
     if(random.below(4) == 0)
         material->setTransparency(random.real(0.1f, 0.9f));
     return material;
@@ -97,7 +104,7 @@ void add_texture(RandomNumbers &random, ChunkMaterial &material, Int32 slot)
     texture->setWrapT(one_of(random, Wraps));
     material.addChunk(texture, slot);
     UnrecordedRefPtr<TextureEnvChunk> const environment(TextureEnvChunk::create());
-    environment->setEnvMode(one_of(random, Environments));
+    environment->setEnvMode(random_environment(random, *texture->getImage()));
     material.addChunk(environment, slot);
     UnrecordedRefPtr<TextureTransformChunk> const transform(TextureTransformChunk::create());
     Matrix matrix = rotation(Vec3f(0, 0, 1), random.real(0, 6));
