@@ -1,6 +1,7 @@
 #include "OSGGeoProperty.h"
 
-#include <atomic>
+#include "OSGCommitStamp.h"
+#include "OSGDrawEpochs.h"
 
 namespace OSG
 {
@@ -18,11 +19,15 @@ GeoProperty::~GeoProperty() = default;
 
 void GeoProperty::renewStamp()
 {
-    constinit static std::atomic<UInt32> last = 0;
-    UInt32 stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
-    if(stamp == 0)
-        stamp = last.fetch_add(1, std::memory_order_relaxed) + 1;
-    setOwnNumber(stamp);
+    setOwnNumber(new_commit_stamp());
+    DrawEpochs::noteMesh();
+}
+
+void GeoProperty::initMethod(TypeBase::InitPhase phase)
+{
+    GeoPropertyBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Mesh);
 }
 
 void GeoProperty::changed(BitVector whichField, UInt32 origin, BitVector details)

@@ -11,7 +11,7 @@ namespace OSG
 class OSG_DRAWABLE_API GeoProperty : public GeoPropertyBase
 {
   public:
-    static constexpr Replaced Replaces = Replaced::ExecSync;
+    static constexpr Replaced Replaces = Replaced::InitMethod | Replaced::ExecSync;
 
     /// Changes with each commit of an edit and with each synchronisation. No two properties have
     /// the same stamp, save copies of the same values; 0 stands for an array that was never
@@ -26,6 +26,9 @@ class OSG_DRAWABLE_API GeoProperty : public GeoPropertyBase
     GeoProperty() = default;
     GeoProperty(GeoProperty const &source);
     ~GeoProperty() override;
+
+    /// Has open edits of arrays looked for by those who draw them.
+    static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
 

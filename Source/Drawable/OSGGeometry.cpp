@@ -2,16 +2,30 @@
 
 #include <algorithm>
 
+#include "OSGDrawEpochs.h"
 #include "OSGGeometryBox.h"
 #include "OSGGeometryRay.h"
+#include "OSGGeometryShape.h"
 #include "OSGIntersectAction.h"
 #include "OSGLog.h"
 #include "OSGName.h"
 #include "OSGPrimitiveIndexUse.h"
+#include "OSGRenderAction.h"
 
 namespace OSG
 {
-Geometry::~Geometry() = default;
+Geometry::~Geometry()
+{
+    if(hasDependents())
+        GeometryShape::forget(*this);
+}
+
+DrawShape const *Geometry::obtainShape() const
+{
+    GeometryShape const *const shape = GeometryShape::obtain(*this);
+    const_cast<Geometry *>(this)->setHasDependents(true);
+    return shape;
+}
 
 // --- slots ---
 
@@ -78,6 +92,7 @@ void Geometry::changed(BitVector whichField, UInt32 origin, BitVector details)
         _indexSlot.drop();
         invalidateVolume();
     }
+    DrawEpochs::noteMesh();
     GeometryBase::changed(whichField, origin, details);
 }
 
@@ -113,12 +128,28 @@ ActionBase::ResultE intersect_geometry(NodeCore *core, Action *action)
 }
 } // namespace
 
+// --- drawing ---
+
+namespace
+{
+ActionBase::ResultE draw_geometry(NodeCore *core, Action *action)
+{
+    Geometry const &geometry = static_cast<Geometry const &>(*core);
+    static_cast<RenderAction &>(*action).addShape(geometry.obtainShape(), geometry.getMaterial());
+    return ActionBase::Continue;
+}
+} // namespace
+
 void Geometry::initMethod(TypeBase::InitPhase phase)
 {
     GeometryBase::initMethod(phase);
-    if(phase == TypeBase::SystemPost)
-        IntersectAction::registerEnterDefault(getClassType(), &intersect_geometry,
-                                              Action::HandlerPromise::GatedByBox);
+    if(phase != TypeBase::SystemPost)
+        return;
+    IntersectAction::registerEnterDefault(getClassType(), &intersect_geometry,
+                                          Action::HandlerPromise::GatedByBox);
+    RenderAction::registerEnterDefault(getClassType(), &draw_geometry,
+                                       Action::HandlerPromise::Repeats);
+    DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Mesh);
 }
 
 void Geometry::reportOutOfRange() const

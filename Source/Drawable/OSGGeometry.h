@@ -7,6 +7,7 @@
 
 namespace OSG
 {
+class DrawShape;
 class LineIterator;
 class PrimitiveIterator;
 class TriangleIterator;
@@ -81,6 +82,9 @@ class OSG_DRAWABLE_API Geometry : public GeometryBase
     /// For PrimitiveIndexUse, which keeps the indices of this geometry's primitives here. They are
     /// neither saved nor copied nor synchronised.
     PrimitiveIndexSlot &getIndexSlot() const { return _indexSlot; }
+
+    /// The geometry as it is drawn; made when first asked for, lives as long as the geometry.
+    DrawShape const *obtainShape() const;
 
     /// Extends `volume` by the positions of the triangles, lines and points that are delivered.
     void adjustVolume(Volume &volume) override;

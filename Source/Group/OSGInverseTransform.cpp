@@ -1,6 +1,7 @@
 #include "OSGInverseTransform.h"
 
 #include "OSGIntersectSpaces.h"
+#include "OSGRenderHandlers.h"
 
 namespace OSG
 {
@@ -9,10 +10,29 @@ InverseTransform::~InverseTransform() = default;
 void InverseTransform::accumulateMatrix(Matrix &matrix) { matrix.mult(getRenderedMatrix()); }
 void InverseTransform::adjustVolume(Volume &volume) { volume.transform(getRenderedMatrix()); }
 
+void InverseTransform::setRendered(Matrix const &matrix)
+{
+    if(setRenderedMatrix(matrix))
+        invalidateVolume();
+}
+
+namespace
+{
+void enter_root_space(NodeCore &core, RenderAction &action)
+{
+    Matrix toSpace;
+    toSpace.invertFrom(action.getToRoot());
+    static_cast<InverseTransform &>(core).setRendered(toSpace);
+    action.pushSpace(toSpace);
+}
+} // namespace
+
 void InverseTransform::initMethod(TypeBase::InitPhase phase)
 {
     InverseTransformBase::initMethod(phase);
-    if(phase == TypeBase::SystemPost)
-        register_intersect_space(getClassType());
+    if(phase != TypeBase::SystemPost)
+        return;
+    register_intersect_space(getClassType());
+    register_render_scope(getClassType(), &enter_root_space, Action::HandlerPromise::Repeats);
 }
 } // namespace OSG

@@ -8,6 +8,8 @@ namespace OSG
 class OSG_GROUP_API MultiSwitch : public MultiSwitchBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     // --- values of the mode; any other value shows all children ---
     static constexpr Int32 ShowChoices = -1;
     static constexpr Int32 ShowNone = -2;
@@ -17,6 +19,8 @@ class OSG_GROUP_API MultiSwitch : public MultiSwitchBase
     MultiSwitch() = default;
     MultiSwitch(MultiSwitch const &) = default;
     ~MultiSwitch() override;
+
+    static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
 };

@@ -10,7 +10,13 @@ class RenderedMatrix
 {
   public:
     Matrix const &getRenderedMatrix() const { return _renderedMatrix; }
-    void setRenderedMatrix(Matrix const &matrix) { _renderedMatrix = matrix; }
+    /// True where the matrix is another one than before.
+    bool setRenderedMatrix(Matrix const &matrix)
+    {
+        bool const isNew = !(matrix == _renderedMatrix);
+        _renderedMatrix = matrix;
+        return isNew;
+    }
 
   protected:
     ~RenderedMatrix() = default;

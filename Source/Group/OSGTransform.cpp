@@ -1,6 +1,7 @@
 #include "OSGTransform.h"
 
 #include "OSGIntersectSpaces.h"
+#include "OSGRenderHandlers.h"
 
 namespace OSG
 {
@@ -19,7 +20,9 @@ void Transform::changed(BitVector whichField, UInt32 origin, BitVector details)
 void Transform::initMethod(TypeBase::InitPhase phase)
 {
     TransformBase::initMethod(phase);
-    if(phase == TypeBase::SystemPost)
-        register_intersect_space(getClassType());
+    if(phase != TypeBase::SystemPost)
+        return;
+    register_intersect_space(getClassType());
+    register_render_space(getClassType());
 }
 } // namespace OSG

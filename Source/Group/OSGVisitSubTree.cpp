@@ -1,6 +1,7 @@
 #include "OSGVisitSubTree.h"
 
 #include "OSGIntersectAction.h"
+#include "OSGRenderHandlers.h"
 
 namespace OSG
 {
@@ -47,8 +48,14 @@ ActionBase::ResultE intersect_other_tree(NodeCore *core, Action *action)
 void VisitSubTree::initMethod(TypeBase::InitPhase phase)
 {
     VisitSubTreeBase::initMethod(phase);
-    if(phase == TypeBase::SystemPost)
-        IntersectAction::registerEnterDefault(getClassType(), &intersect_other_tree,
-                                              Action::HandlerPromise::KeepsScene);
+    if(phase != TypeBase::SystemPost)
+        return;
+    IntersectAction::registerEnterDefault(getClassType(), &intersect_other_tree,
+                                          Action::HandlerPromise::KeepsScene);
+    register_render_choice(
+        getClassType(),
+        [](NodeCore &core, RenderAction &action)
+        { action.addNode(static_cast<VisitSubTree &>(core).getSubTreeRoot()); },
+        Action::HandlerPromise::Repeats);
 }
 } // namespace OSG

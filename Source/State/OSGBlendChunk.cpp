@@ -1,6 +1,9 @@
 #include "OSGBlendChunk.h"
 
+#include <epoxy/gl.h>
+
 #include "OSGCheckedState.h"
+#include "OSGChunkCalls.h"
 #include "OSGStateParts.h"
 
 namespace OSG
@@ -20,8 +23,29 @@ BlendValues BlendChunk::getBlend() const
     return checked_blend(blend);
 }
 
-void BlendChunk::activate(DrawEnv *, UInt32) {}
-void BlendChunk::deactivate(DrawEnv *, UInt32) {}
+// --- the context ---
+
+void set_blend(BlendValues const &blend)
+{
+    constexpr GLclampf LeastAlpha = 0.5f;
+    if(blend.isOn)
+    {
+        glBlendFunc(blend.srcFactor, blend.destFactor);
+        glEnable(GL_BLEND);
+    }
+    else
+        glDisable(GL_BLEND);
+    if(blend.dropsLowAlpha)
+    {
+        glAlphaFunc(GL_GEQUAL, LeastAlpha);
+        glEnable(GL_ALPHA_TEST);
+    }
+    else
+        glDisable(GL_ALPHA_TEST);
+}
+
+void BlendChunk::activate(DrawEnv *, UInt32) { set_blend(getBlend()); }
+void BlendChunk::deactivate(DrawEnv *, UInt32) { set_blend(BlendValues()); }
 
 bool BlendChunk::isTransparent() const { return true; }
 

@@ -1,10 +1,34 @@
 #include "OSGImage.h"
 
+#include "OSGCommitStamp.h"
+#include "OSGGLObjectStore.h"
+#include "OSGDrawEpochs.h"
 #include "OSGImageFileHandler.h"
 
 namespace OSG
 {
-Image::~Image() = default;
+Image::~Image() { GLObjectStore::forget(*this); }
+
+void Image::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    setOwnNumber(new_commit_stamp());
+    DrawEpochs::noteMaterial();
+    ImageBase::changed(whichField, origin, details);
+}
+
+void Image::execSync(ImageBase *from, BitVector whichField, AspectOffsets &offsets,
+                     BitVector syncMode, UInt32 syncInfo)
+{
+    ImageBase::execSync(from, whichField, offsets, syncMode, syncInfo);
+    setOwnNumber(new_commit_stamp());
+}
+
+void Image::initMethod(TypeBase::InitPhase phase)
+{
+    ImageBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Material);
+}
 
 bool Image::set(UInt32 width, UInt32 height, UInt32 channels, UInt8 const *data)
 {

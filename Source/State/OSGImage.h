@@ -8,6 +8,13 @@ namespace OSG
 class OSG_STATE_API Image : public ImageBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod | Replaced::ExecSync;
+
+    /// Changes with each commit of an edit and with each synchronisation. As long as it is the same
+    /// and no edit is open (getChangeMask() is 0), the picture is the same. 0 for one that was
+    /// never committed.
+    UInt32 getStamp() const { return getOwnNumber(); }
+
     /// Replaces the picture. `data` holds width * height * channels bytes, the bottom row first.
     /// Null fills the picture with zeros. Returns false and changes nothing where there is no
     /// pixel, or where the number of channels is not 1 to 4.
@@ -24,10 +31,16 @@ class OSG_STATE_API Image : public ImageBase
     /// False where no type writes the suffix or the file cannot be written.
     bool write(char const *fileName) const;
 
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
+    void execSync(ImageBase *from, BitVector whichField, AspectOffsets &offsets, BitVector syncMode,
+                  UInt32 syncInfo);
+
   protected:
     Image() = default;
     Image(Image const &) = default;
     ~Image() override;
+
+    static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
 };

@@ -1,6 +1,9 @@
 #include "OSGMaterialChunk.h"
 
+#include <epoxy/gl.h>
+
 #include "OSGCheckedState.h"
+#include "OSGChunkCalls.h"
 #include "OSGStateParts.h"
 
 namespace OSG
@@ -24,8 +27,45 @@ SurfaceValues MaterialChunk::getSurface() const
     return checked_surface(surface);
 }
 
-void MaterialChunk::activate(DrawEnv *, UInt32) {}
-void MaterialChunk::deactivate(DrawEnv *, UInt32) {}
+// --- the context ---
+
+void set_lit_surface(SurfaceValues const &surface)
+{
+    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, surface.ambient.values());
+    glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, surface.diffuse.values());
+    glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, surface.specular.values());
+    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, surface.emission.values());
+    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, surface.shininess);
+}
+
+void set_unlit_surface(SurfaceValues const &surface) { glColor4fv(surface.diffuse.values()); }
+
+bool is_unlit_color(UInt32 colorMaterial)
+{
+    return colorMaterial == GLName::Diffuse || colorMaterial == GLName::AmbientAndDiffuse;
+}
+
+void MaterialChunk::activate(DrawEnv *, UInt32)
+{
+    SurfaceValues const surface = getSurface();
+    set_unlit_surface(surface);
+    if(!surface.lit)
+        glDisable(GL_LIGHTING);
+    else if(surface.colorMaterial != 0)
+    {
+        glColorMaterial(GL_FRONT_AND_BACK, surface.colorMaterial);
+        glEnable(GL_COLOR_MATERIAL);
+    }
+    set_lit_surface(surface);
+}
+
+void MaterialChunk::deactivate(DrawEnv *, UInt32)
+{
+    if(!getLit())
+        glEnable(GL_LIGHTING);
+    else if(getSurface().colorMaterial != 0)
+        glDisable(GL_COLOR_MATERIAL);
+}
 
 bool MaterialChunk::operator==(StateChunk const &other) const
 {

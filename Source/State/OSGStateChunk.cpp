@@ -3,12 +3,26 @@
 #include <functional>
 
 #include "OSGChunkMaterial.h"
+#include "OSGDrawEpochs.h"
 #include "OSGStateChunkClass.h"
 #include "OSGStateParts.h"
 
 namespace OSG
 {
 StateChunk::~StateChunk() = default;
+
+void StateChunk::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    DrawEpochs::noteMaterial();
+    StateChunkBase::changed(whichField, origin, details);
+}
+
+void StateChunk::initMethod(TypeBase::InitPhase phase)
+{
+    StateChunkBase::initMethod(phase);
+    if(phase == TypeBase::SystemPost)
+        DrawEpochs::registerKind(getClassType(), DrawEpochs::Kind::Material);
+}
 
 bool StateChunk::linkParent(FieldContainer *parent, UInt16 fieldId)
 {

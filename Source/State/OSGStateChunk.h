@@ -16,6 +16,8 @@ class StateParts;
 class OSG_STATE_API StateChunk : public StateChunkBase
 {
   public:
+    static constexpr Replaced Replaces = Replaced::InitMethod;
+
     // --- virtual operations, in slot order ---
     virtual StateChunkClass const *getClass() const = 0;
     /// The number of the class's first slot, which orders chunks of one material.
@@ -43,6 +45,7 @@ class OSG_STATE_API StateChunk : public StateChunkBase
     /// are plain values add these.
     virtual void addTo(StateParts &parts, UInt32 slot) const;
 
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
     /// Where `parent` is a ChunkMaterial, adds this to its chunks in the first free slot.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 
@@ -50,6 +53,8 @@ class OSG_STATE_API StateChunk : public StateChunkBase
     StateChunk() = default;
     StateChunk(StateChunk const &) = default;
     ~StateChunk() override;
+
+    static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
 };

@@ -1,6 +1,9 @@
 #include "OSGTextureEnvChunk.h"
 
+#include <epoxy/gl.h>
+
 #include "OSGCheckedState.h"
+#include "OSGChunkCalls.h"
 #include "OSGStateParts.h"
 
 namespace OSG
@@ -13,8 +16,24 @@ StateChunkClass const *TextureEnvChunk::getClass() const { return &_class; }
 
 UInt32 TextureEnvChunk::getCheckedMode() const { return checked_environment(getEnvMode()); }
 
-void TextureEnvChunk::activate(DrawEnv *, UInt32) {}
-void TextureEnvChunk::deactivate(DrawEnv *, UInt32) {}
+// --- the context ---
+
+void set_environment(UInt32 mode)
+{
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, static_cast<GLint>(mode));
+}
+
+void TextureEnvChunk::activate(DrawEnv *, UInt32 index)
+{
+    glActiveTexture(GL_TEXTURE0 + index);
+    set_environment(getCheckedMode());
+}
+
+void TextureEnvChunk::deactivate(DrawEnv *, UInt32 index)
+{
+    glActiveTexture(GL_TEXTURE0 + index);
+    set_environment(GLName::Modulate);
+}
 
 bool TextureEnvChunk::operator==(StateChunk const &other) const
 {

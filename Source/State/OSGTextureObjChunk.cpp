@@ -1,8 +1,14 @@
 #include "OSGTextureObjChunk.h"
 
+#include <epoxy/gl.h>
+
 #include "OSGCheckedState.h"
+#include "OSGChunkCalls.h"
+#include "OSGDrawEnv.h"
+#include "OSGGLObjectStore.h"
 #include "OSGImage.h"
 #include "OSGStateParts.h"
+#include "OSGTextureStore.h"
 
 namespace OSG
 {
@@ -23,9 +29,50 @@ TextureValues TextureObjChunk::getTexture() const
     return checked_texture(texture);
 }
 
-void TextureObjChunk::activate(DrawEnv *, UInt32) {}
-void TextureObjChunk::deactivate(DrawEnv *, UInt32) {}
-void TextureObjChunk::updateObjectDependencies(DrawEnv *, UInt32) {}
+// --- the context ---
+
+bool set_texture(TextureStore &textures, TextureValues const &texture)
+{
+    bool const isOn = texture.image != nullptr && textures.bind(texture);
+    if(isOn)
+        glEnable(GL_TEXTURE_2D);
+    else
+        glDisable(GL_TEXTURE_2D);
+    return isOn;
+}
+
+void set_sphere_map(bool isOn)
+{
+    for(GLenum const coordinate : {GL_S, GL_T})
+        glTexGeni(coordinate, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
+    for(GLenum const generator : {GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T})
+    {
+        if(isOn)
+            glEnable(generator);
+        else
+            glDisable(generator);
+    }
+}
+
+void TextureObjChunk::activate(DrawEnv *env, UInt32 index)
+{
+    if(env == nullptr || env->getObjects() == nullptr)
+        return;
+    glActiveTexture(GL_TEXTURE0 + index);
+    set_texture(env->getObjects()->textures(), getTexture());
+}
+
+void TextureObjChunk::deactivate(DrawEnv *, UInt32 index)
+{
+    glActiveTexture(GL_TEXTURE0 + index);
+    glDisable(GL_TEXTURE_2D);
+}
+
+void TextureObjChunk::updateObjectDependencies(DrawEnv *env, UInt32)
+{
+    if(env != nullptr && env->getObjects() != nullptr && getImage() != nullptr)
+        env->getObjects()->textures().bind(getTexture());
+}
 
 bool TextureObjChunk::isTransparent() const
 {

@@ -1,6 +1,9 @@
 #include "OSGTextureTransformChunk.h"
 
+#include <epoxy/gl.h>
+
 #include "OSGCheckedState.h"
+#include "OSGChunkCalls.h"
 #include "OSGStateParts.h"
 
 namespace OSG
@@ -11,8 +14,26 @@ TextureTransformChunk::~TextureTransformChunk() = default;
 
 StateChunkClass const *TextureTransformChunk::getClass() const { return &_class; }
 
-void TextureTransformChunk::activate(DrawEnv *, UInt32) {}
-void TextureTransformChunk::deactivate(DrawEnv *, UInt32) {}
+// --- the context ---
+
+void set_texture_transform(Matrix const &matrix)
+{
+    glMatrixMode(GL_TEXTURE);
+    glLoadMatrixf(matrix.values());
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void TextureTransformChunk::activate(DrawEnv *, UInt32 index)
+{
+    glActiveTexture(GL_TEXTURE0 + index);
+    set_texture_transform(checked_transform(getMatrix()));
+}
+
+void TextureTransformChunk::deactivate(DrawEnv *, UInt32 index)
+{
+    glActiveTexture(GL_TEXTURE0 + index);
+    set_texture_transform(Matrix());
+}
 
 bool TextureTransformChunk::operator==(StateChunk const &other) const
 {

@@ -19,12 +19,13 @@ Real32 clamped(Real32 value, Real32 lowest, Real32 highest)
     return std::isnan(value) ? 0.f : std::clamp(value, lowest, highest);
 }
 
-Color4f finite_color(Color4f color)
+constexpr Real32 Largest = std::numeric_limits<Real32>::max();
+
+template <class Values>
+void make_finite(Values &values, std::size_t count, Real32 lowest = -Largest)
 {
-    constexpr Real32 Largest = std::numeric_limits<Real32>::max();
-    for(std::size_t i = 0; i < 4; ++i)
-        color[i] = clamped(color[i], -Largest, Largest);
-    return color;
+    for(std::size_t i = 0; i < count; ++i)
+        values[i] = clamped(values[i], lowest, Largest);
 }
 
 bool is_factor(UInt32 factor)
@@ -45,12 +46,28 @@ SurfaceValues checked_surface(SurfaceValues surface)
 {
     constexpr Real32 LargestShininess = 128;
     for(Color4f *color : {&surface.ambient, &surface.diffuse, &surface.specular, &surface.emission})
-        *color = finite_color(*color);
+        make_finite(*color, 4);
     surface.shininess = clamped(surface.shininess, 0, LargestShininess);
     if(!is_one_of(surface.colorMaterial, {GLName::Ambient, GLName::Diffuse, GLName::Specular,
                                           GLName::Emission, GLName::AmbientAndDiffuse}))
         surface.colorMaterial = 0;
     return surface;
+}
+
+LightValues checked_light(LightValues light)
+{
+    constexpr Real32 NoCone = 180;
+    constexpr Real32 WidestCone = 90;
+    constexpr Real32 LargestExponent = 128;
+    for(Color4f *color : {&light.ambient, &light.diffuse, &light.specular})
+        make_finite(*color, 4);
+    make_finite(light.position, 4);
+    make_finite(light.spotDirection, 3);
+    make_finite(light.attenuation, 3, 0);
+    light.spotExponent = clamped(light.spotExponent, 0, LargestExponent);
+    light.spotCutOff =
+        light.spotCutOff > WidestCone ? NoCone : clamped(light.spotCutOff, 0, WidestCone);
+    return light;
 }
 
 Real32 checked_transparency(Real32 transparency) { return clamped(transparency, 0, 1); }

@@ -3,7 +3,7 @@
 /// \file
 /// Settings as a context accepts them. Fields of materials and chunks may hold anything.
 
-#include "OSGDrawState.h"
+#include "OSGDrawList.h"
 
 namespace OSG
 {
@@ -18,6 +18,9 @@ OSG_STATE_API BlendValues checked_blend(BlendValues blend);
 OSG_STATE_API TextureValues checked_texture(TextureValues texture);
 /// A mode that OpenGL does not know is GLName::Modulate.
 OSG_STATE_API UInt32 checked_environment(UInt32 mode);
+/// NaN counts as 0, infinite values as the largest finite ones. Angles above 90 degrees are no
+/// cone, exponents are clamped to 0 to 128, attenuations are not below 0.
+OSG_STATE_API LightValues checked_light(LightValues light);
 /// A matrix that is not finite is the identity.
 OSG_STATE_API Matrix checked_transform(Matrix const &matrix);
 } // namespace OSG

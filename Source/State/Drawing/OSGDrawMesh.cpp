@@ -1,6 +1,13 @@
 #include "OSGDrawMesh.h"
 
+#include "OSGDrawEpochs.h"
+#include "OSGGLObjectStore.h"
+
 namespace OSG
 {
-DrawShape::~DrawShape() = default;
+DrawShape::~DrawShape()
+{
+    DrawEpochs::noteEndOfShape();
+    GLObjectStore::forget(*this);
+}
 } // namespace OSG

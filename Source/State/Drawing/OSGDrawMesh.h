@@ -33,6 +33,8 @@ class OSG_STATE_API DrawShape
     /// Equal as long as makeMesh() gives the same mesh; 0 where that is not known, as while values
     /// may be written without notice.
     virtual UInt64 getMeshStamp() const = 0;
+    /// Meshes of one number have the same arrays; those are drawn one after the other.
+    virtual UInt32 getMeshLayout() const { return 0; }
 
   protected:
     DrawShape() = default;

@@ -3,10 +3,11 @@
 #include <vector>
 
 #include "OSGDrawEnv.h"
+#include "OSGViewPlanes.h"
 
 namespace OSG
 {
-/// Where a render traversal stands: the space of the current node and what of it can be seen.
+/// Where a render traversal stands: the space of the current node, and what of it can be seen.
 class OSG_STATE_API RenderPartition
 {
   public:
@@ -18,25 +19,40 @@ class OSG_STATE_API RenderPartition
     };
 
     DrawEnv const &getDrawEnv() const { return _env; }
-    DrawEnv &editEnv() { return _env; }
+    DrawEnv &editDrawEnv() { return _env; }
 
-    // --- the current space ---
-    /// From the current space to the eye.
+    // --- the current space; the matrix carries its points to the eye ---
     NumberedMatrix const &getCurrentMatrix() const { return _current; }
     NumberedMatrix &editCurrentMatrix() { return _current; }
     std::vector<NumberedMatrix> const &getMatrixStack() const { return _stack; }
-    /// The number given last.
+    std::vector<NumberedMatrix> &editMatrixStack() { return _stack; }
+    /// The number that was given last.
     UInt32 getMatrixIdCount() const { return _lastId; }
+    UInt32 takeMatrixId() { return ++_lastId; }
+    /// Whether a model matrix that somebody has computed from the current one still holds.
     bool isModelMatrixValid() const { return _modelMatrixValid; }
-    /// Enters the space that `matrix` leads out of.
-    void pushMatrix(Matrix const &matrix);
+    void setModelMatrixValid(bool isValid) { _modelMatrixValid = isValid; }
+    /// Enters the space that `toParent` leads out of.
+    void pushMatrix(Matrix const &toParent);
+    /// Leaves it. Without a space that was entered, nothing happens.
     void popMatrix();
+    /// Starts anew in the space that `toEye` leads out of.
+    void setMatrix(Matrix const &toEye);
+
+    // --- sight ---
+    /// What is known of everything below the current node.
+    ViewPlanes::Sight getSight() const
+    {
+        return _sights.empty() ? ViewPlanes::Sight::Some : _sights.back();
+    }
+    void pushVisibility(ViewPlanes::Sight sight) { _sights.push_back(sight); }
     void popVisibility();
 
   private:
     DrawEnv _env;
     NumberedMatrix _current;
     std::vector<NumberedMatrix> _stack;
+    std::vector<ViewPlanes::Sight> _sights;
     UInt32 _lastId = 0;
     bool _modelMatrixValid = false;
 };

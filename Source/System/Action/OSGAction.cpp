@@ -38,6 +38,7 @@ void Action::put(Functions &functions, FieldContainerType const &type, Functor c
         functions.promises.resize(functions.functors.size(), HandlerPromise::Nothing);
     functions.promises[type.getId()] = promise;
     _rolesKnown = false;
+    ++_functionsNumber;
 }
 
 void Action::registerEnterFunction(FieldContainerType const &type, Functor const &function,
@@ -56,12 +57,14 @@ void Action::takeEnterFunctions(FunctorStore const &functions, PromiseStore cons
 {
     _enter = {functions, promises};
     _rolesKnown = false;
+    ++_functionsNumber;
 }
 
 void Action::takeLeaveFunctions(FunctorStore const &functions, PromiseStore const &promises)
 {
     _leave = {functions, promises};
     _rolesKnown = false;
+    ++_functionsNumber;
 }
 
 ActionBase::ResultE Action::_defaultEnterFunction(NodeCore *, Action *) { return Continue; }
@@ -139,32 +142,25 @@ bool Action::takeUnmissed(std::vector<Node *> &nodes) const
 
 // --- walking ---
 
-struct Action::Visitor
+bool Action::Visitor::enter(Node *node)
 {
-    Action &action;
+    if((node->getTravMask() & action._travMask) == 0)
+        return false;
+    action._newList.clear();
+    action._useNewList = false;
+    return action.call(action._enter, node) == Continue;
+}
 
-    bool enter(Node *node)
-    {
-        if((node->getTravMask() & action._travMask) == 0)
-            return false;
-        action._newList.clear();
-        action._useNewList = false;
-        return action.call(action._enter, node) == Continue;
-    }
-
-    bool takeAdded(std::vector<Node *> &nodes)
-    {
-        if(!action._useNewList)
-            return action._roles != nullptr &&
-                   action._actNode->getNChildren() >= ChildIndex::MinChildren &&
-                   action.takeUnmissed(nodes);
-        nodes.swap(action._newList);
-        action._useNewList = false;
-        return true;
-    }
-
-    void leave(Node *node) { action.call(action._leave, node); }
-};
+bool Action::Visitor::takeAdded(std::vector<Node *> &nodes)
+{
+    if(!action._useNewList)
+        return action._roles != nullptr &&
+               action._actNode->getNChildren() >= ChildIndex::MinChildren &&
+               action.takeUnmissed(nodes);
+    nodes.swap(action._newList);
+    action._useNewList = false;
+    return true;
+}
 
 ActionBase::ResultE Action::call(Functions const &functions, Node *node)
 {
@@ -208,12 +204,26 @@ void Action::walk(std::vector<Node *>::iterator begin, std::vector<Node *>::iter
     }
     catch(...)
     {
-        _actNode = nullptr;
-        _newList.clear();
-        _useNewList = false;
+        endWalk();
         cancel();
         throw;
     }
+}
+
+void Action::endWalk()
+{
+    _actNode = nullptr;
+    _newList.clear();
+    _useNewList = false;
+}
+
+bool Action::repeats(FieldContainerType const &type) const
+{
+    UInt32 const id = type.getId();
+    return (_enter.isDefault(id, &Action::_defaultEnterFunction) ||
+            _enter.promiseOf(id) == HandlerPromise::Repeats) &&
+           (_leave.isDefault(id, &Action::_defaultLeaveFunction) ||
+            _leave.promiseOf(id) == HandlerPromise::Repeats);
 }
 
 ActionBase::ResultE Action::start() { return Continue; }

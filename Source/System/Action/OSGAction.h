@@ -40,8 +40,10 @@ class OSG_SYSTEM_API Action : public ActionBase
     {
         Nothing,    ///< it may do anything, also edit the scene: the walk takes every node
         KeepsScene, ///< it edits no scene
-        GatedByBox ///< likewise, and where the action's findMissed() finds the node's box, which is
-                   ///< valid, missed, it does nothing and returns Skip
+        GatedByBox, ///< likewise, and where the action's findMissed() finds the node's box, which
+                    ///< is valid, missed, it does nothing and returns Skip
+        Repeats ///< likewise, and what it tells the action is the same as long as neither the
+                ///< node, its core nor what is above them is edited, whatever else changes
     };
     using PromiseStore = std::vector<HandlerPromise>; ///< by type id
 
@@ -88,6 +90,23 @@ class OSG_SYSTEM_API Action : public ActionBase
     Action(Action const &source);
     ~Action() override;
 
+    /// What a walk does at the nodes, for NodeWalker; for actions that walk by parts.
+    struct OSG_SYSTEM_API Visitor
+    {
+        Action &action;
+
+        bool enter(Node *node);
+        bool takeAdded(std::vector<Node *> &nodes);
+        void leave(Node *node) { action.call(action._leave, node); }
+    };
+
+    /// Whether the functions of a core type, if it has any, promise to repeat.
+    bool repeats(FieldContainerType const &type) const;
+    /// Changes with every function that is registered.
+    UInt32 getFunctionsNumber() const { return _functionsNumber; }
+    /// Forgets what a walk that was ended has left: for cancel() of actions that walk by parts.
+    void endWalk();
+
     virtual ResultE start();
     virtual ResultE stop(ResultE result);
     /// In place of stop() where an exception ends the walk, which then passes on: drops what the
@@ -110,8 +129,6 @@ class OSG_SYSTEM_API Action : public ActionBase
     UInt32 _travMask = 0xFFFFFFFF;
 
   private:
-    struct Visitor;
-
     /// Functions of one kind by type id.
     struct Functions
     {
@@ -137,6 +154,7 @@ class OSG_SYSTEM_API Action : public ActionBase
     bool _useNewList = false;
     bool _usePrimitiveIndex = true;
     UInt32 _indexedGeometries = 0;
+    UInt32 _functionsNumber = 0;
 };
 
 /// Puts `function` at the place of `type`; places before it that are new hold `filler`.

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "OSGActionDefaults.h"
 #include "OSGNode.h"
-#include "OSGSystemHooks.h"
 
 namespace OSG
 {
@@ -12,130 +12,39 @@ namespace OSG
 
 namespace
 {
-/// The functions that were registered, by type id, and the tables in which derived types have got
-/// the functions of their parents.
-struct DefaultFunctors
-{
-    Action::FunctorStore registeredEnter;
-    Action::FunctorStore registeredLeave;
-    Action::PromiseStore registeredEnterPromises;
-    Action::PromiseStore registeredLeavePromises;
-    Action::FunctorStore enter;
-    Action::FunctorStore leave;
-    Action::PromiseStore enterPromises;
-    Action::PromiseStore leavePromises;
-    UInt32 typesSeen = 0; // 0 asks for a new resolution
-};
-DefaultFunctors *defaults = nullptr;
-
-bool release_defaults()
-{
-    delete defaults;
-    defaults = nullptr;
-    return true;
-}
-
-DefaultFunctors &get_defaults()
-{
-    if(defaults == nullptr)
-    {
-        defaults = new DefaultFunctors;
-        addPostFactoryExitFunction(&release_defaults);
-    }
-    return *defaults;
-}
-
-Action::Functor find_functor(Action::FunctorStore const &store, UInt32 id)
-{
-    return id < store.size() ? store[id] : Action::Functor();
-}
-
-Action::HandlerPromise find_promise(Action::PromiseStore const &store, UInt32 id)
-{
-    return id < store.size() ? store[id] : Action::HandlerPromise::Nothing;
-}
-
-void put_promise(Action::PromiseStore &store, FieldContainerType const &type,
-                 Action::HandlerPromise promise)
-{
-    if(type.getId() >= store.size())
-        store.resize(type.getId() + 1, Action::HandlerPromise::Nothing);
-    store[type.getId()] = promise;
-}
-
-Action::Functor or_default(Action::Functor const &functor, Action::Functor const &fallback)
-{
-    return functor.empty() ? fallback : functor;
-}
-
-/// Enter and leave functions belong together: a type that has one of its own inherits neither.
-void resolve_type(DefaultFunctors &functors, UInt32 id)
-{
-    for(TypeBase const *type = TypeFactory::the().findType(id); type != nullptr;
-        type = type->getParent())
-    {
-        Action::Functor const enter = find_functor(functors.registeredEnter, type->getId());
-        Action::Functor const leave = find_functor(functors.registeredLeave, type->getId());
-        if(enter.empty() && leave.empty())
-            continue;
-        functors.enter[id] = or_default(enter, &Action::_defaultEnterFunction);
-        functors.leave[id] = or_default(leave, &Action::_defaultLeaveFunction);
-        functors.enterPromises[id] = find_promise(functors.registeredEnterPromises, type->getId());
-        functors.leavePromises[id] = find_promise(functors.registeredLeavePromises, type->getId());
-        return;
-    }
-}
-
-DefaultFunctors &resolved_defaults()
-{
-    DefaultFunctors &functors = get_defaults();
-    UInt32 const types = TypeFactory::the().getNumTypes();
-    if(functors.typesSeen == types)
-        return functors;
-    functors.enter.assign(types, &Action::_defaultEnterFunction);
-    functors.leave.assign(types, &Action::_defaultLeaveFunction);
-    functors.enterPromises.assign(types, Action::HandlerPromise::Nothing);
-    functors.leavePromises.assign(types, Action::HandlerPromise::Nothing);
-    for(UInt32 id = 0; id < types; ++id)
-        resolve_type(functors, id);
-    functors.typesSeen = types;
-    return functors;
-}
+constinit ActionDefaults defaults;
 } // namespace
 
 void IntersectAction::registerEnterDefault(FieldContainerType const &type, Functor const &function,
                                            HandlerPromise promise)
 {
-    put_functor(get_defaults().registeredEnter, type, function, Functor());
-    put_promise(get_defaults().registeredEnterPromises, type, promise);
-    get_defaults().typesSeen = 0;
+    defaults.registerEnter(type, function, promise);
 }
 
 void IntersectAction::registerLeaveDefault(FieldContainerType const &type, Functor const &function,
                                            HandlerPromise promise)
 {
-    put_functor(get_defaults().registeredLeave, type, function, Functor());
-    put_promise(get_defaults().registeredLeavePromises, type, promise);
-    get_defaults().typesSeen = 0;
+    defaults.registerLeave(type, function, promise);
 }
 
 Action::FunctorStore *IntersectAction::getDefaultEnterFunctors()
 {
-    return &resolved_defaults().enter;
+    return &defaults.resolvedEnter().functors;
 }
 
 Action::FunctorStore *IntersectAction::getDefaultLeaveFunctors()
 {
-    return &resolved_defaults().leave;
+    return &defaults.resolvedLeave().functors;
 }
 
 // --- creation and ray ---
 
 IntersectAction::IntersectAction()
 {
-    DefaultFunctors const &functors = resolved_defaults();
-    takeEnterFunctions(functors.enter, functors.enterPromises);
-    takeLeaveFunctions(functors.leave, functors.leavePromises);
+    ActionDefaults::Table const &enter = defaults.resolvedEnter();
+    takeEnterFunctions(enter.functors, enter.promises);
+    ActionDefaults::Table const &leave = defaults.resolvedLeave();
+    takeLeaveFunctions(leave.functors, leave.promises);
 }
 
 IntersectAction::~IntersectAction() = default;

@@ -73,6 +73,16 @@ class OSG_SYSTEM_API ChangeList
     /// Containers made since the last commit.
     UInt64 getNumCreated() const { return _numCreated; }
     bool hasOpenEdits() const { return !_changed.empty(); }
+    /// Calls `use(FieldContainer *)` for each container with open edits; it edits nothing.
+    template <class Use>
+    void forEachOpen(Use use) const
+    {
+        for(FieldContainer *container : _changed)
+        {
+            if(container != nullptr)
+                use(container);
+        }
+    }
     /// How often the end of a list has dropped open edits: such fields have new values that no
     /// `changed` was told of. Any thread may ask.
     static UInt32 getNumDropped() { return _numDropped.load(std::memory_order_relaxed); }

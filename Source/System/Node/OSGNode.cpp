@@ -4,6 +4,7 @@
 #include <array>
 
 #include "OSGChildIndex.h"
+#include "OSGEditJournal.h"
 #include "OSGFieldOperations.h"
 #include "OSGLog.h"
 #include "OSGName.h"
@@ -20,6 +21,7 @@ Node::Node()
 Node::~Node()
 {
     ChildIndex::forget(this);
+    EditJournal::addEnd(this);
     orphanChildren();
     leaveCore();
     forgetViewers();
@@ -73,6 +75,13 @@ void Node::copyFromBin(ExceptionBinaryDataHandler &handler, BitVector mask)
 {
     ChildIndex::drop(this);
     NodeBase::copyFromBin(handler, mask);
+}
+
+void Node::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    if((whichField & (TravMaskFieldMask | CoreFieldMask | ChildrenFieldMask)) != 0)
+        EditJournal::addEdit(this);
+    NodeBase::changed(whichField, origin, details);
 }
 
 // --- other aspects ---

@@ -65,6 +65,8 @@ class OSG_SYSTEM_API Node : public NodeBase
     /// The first node of that name in the subtree, or a core of one; null where there is none.
     FieldContainer *findNamedComponent(char const *name) override;
     bool unlinkChild(FieldContainer *child, UInt16 fieldId) override;
+    /// Enters the node into the journal of edits where its links or its mask were edited.
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
     /// Appends this node to the children of a node.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
     void resolveLinks() override;

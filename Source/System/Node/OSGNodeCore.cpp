@@ -1,5 +1,6 @@
 #include "OSGNodeCore.h"
 
+#include "OSGEditJournal.h"
 #include "OSGNode.h"
 
 namespace OSG
@@ -13,6 +14,13 @@ void NodeCore::invalidateVolume()
 {
     for(Node *parent : _parents)
         parent->invalidateVolume();
+}
+
+void NodeCore::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    for(Node const *parent : _parents)
+        EditJournal::addEdit(parent);
+    NodeCoreBase::changed(whichField, origin, details);
 }
 
 bool NodeCore::linkParent(FieldContainer *parent, UInt16 fieldId)

@@ -28,6 +28,9 @@ class OSG_SYSTEM_API NodeCore : public NodeCoreBase
     virtual Node *getOtherTree() const { return nullptr; }
     /// Marks the volumes of all parents and of the nodes above them as out of date.
     void invalidateVolume() override;
+    /// Enters the nodes that show the core into the journal of edits. Cores that replace this hand
+    /// on to it.
+    void changed(BitVector whichField, UInt32 origin, BitVector details) override;
     /// Makes this the core of a node.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 

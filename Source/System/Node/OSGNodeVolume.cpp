@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "OSGChildIndex.h"
+#include "OSGEditJournal.h"
 #include "OSGNode.h"
 #include "OSGNodeViewers.h"
 #include "OSGNodeWalker.h"
@@ -13,6 +14,7 @@ namespace OSG
 BoxVolume &Node::editVolume()
 {
     ChildIndex::handOutBox(this);
+    EditJournal::addEdit(this);
     markEdited(VolumeFieldMask);
     return _sfVolume.getValue();
 }
@@ -63,6 +65,7 @@ void Node::invalidateUpwards(Invalidation &work)
 
 void Node::invalidateVolume()
 {
+    EditJournal::addEdit(this);
     if(!getVolume().isValid())
         return;
     Invalidation work;

@@ -54,8 +54,8 @@ TEST(PictureView, AFittedCameraStaysOneWhereItsNumbersRunOut)
     Matrix const camera = fitted_camera(box_bounds({1e10f, 0, 0}, {1e10f, 0, 0}), 9, 9);
     EXPECT_FLOAT_EQ(camera[2][0], 1 / std::sqrt(3.f));
     Real32 const huge = std::numeric_limits<Real32>::max() / 4;
-    EXPECT_TRUE(std::isfinite(
-        fitted_camera(box_bounds({-huge / 4, 0, 0}, {huge / 4, 0, 0}), 9, 9)[3][0]));
+    EXPECT_TRUE(
+        std::isfinite(fitted_camera(box_bounds({-huge / 4, 0, 0}, {huge / 4, 0, 0}), 9, 9)[3][0]));
 }
 
 TEST(PictureView, NearAndFarFollowTheBoxInTheView)

@@ -76,9 +76,8 @@ TEST(SceneBounds, WhereOnlyInfiniteVolumesAreLeftThereIsNoBox)
 TEST(SceneBounds, TreesThatAreShownElsewhereCountWhereTheyAreShown)
 {
     NodePtr const shown = make_transform(translation(1, 0, 0), {unit_triangle()});
-    NodePtr const root =
-        make_group({make_transform(translation(0, 7, 0), {make_visit(shown)}),
-                    make_marker(Matrix())});
+    NodePtr const root = make_group(
+        {make_transform(translation(0, 7, 0), {make_visit(shown)}), make_marker(Matrix())});
     SceneBounds const bounds = bounds_of(root);
     expect_box(bounds, {1, 7, 0}, {2, 8, 0});
 }
@@ -95,11 +94,11 @@ TEST(SceneBounds, ATreeThatShowsItselfHasTheBoxOfWhatItHoldsOnce)
 
 TEST(SceneBounds, PartsWithACornerThatIsNotFiniteAreLeftOut)
 {
-    NodePtr const root = make_group(
-        {make_triangle({0, 0, 0}, {Infinite, 0, 0}, {0, 9, 0}), unit_triangle(),
-         make_node(make_geometry(one_primitive(LinesPrimitive, {{0, 0, 0}, {0, 0, 2}}))),
-         make_node(make_geometry(
-             one_primitive(PointsPrimitive, {{-1, 0, 0}, {0, -Infinite, 0}})))});
+    NodePtr const root =
+        make_group({make_triangle({0, 0, 0}, {Infinite, 0, 0}, {0, 9, 0}), unit_triangle(),
+                    make_node(make_geometry(one_primitive(LinesPrimitive, {{0, 0, 0}, {0, 0, 2}}))),
+                    make_node(make_geometry(
+                        one_primitive(PointsPrimitive, {{-1, 0, 0}, {0, -Infinite, 0}})))});
     SceneBounds const bounds = bounds_of(root);
     expect_box(bounds, {-1, 0, 0}, {1, 1, 2});
     EXPECT_FALSE(bounds.holdsInfinite);

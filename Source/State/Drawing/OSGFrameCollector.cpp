@@ -1,0 +1,381 @@
+#include "OSGFrameCollector.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <tuple>
+#include <utility>
+
+#include "OSGDrawEpochs.h"
+#include "OSGLightSource.h"
+#include "OSGLog.h"
+#include "OSGNode.h"
+
+namespace OSG
+{
+namespace
+{
+constexpr std::size_t MaxLights = 8; // that fixed-function OpenGL has at least
+
+// In double precision, rounded once: neighbours far from the origin keep their places to one
+// another.
+Matrix product(Matrix4d const &left, Matrix const &right) { return Matrix(left * Matrix4d(right)); }
+
+UInt32 count_of_bits(std::vector<UInt64> const &words)
+{
+    UInt32 count = 0;
+    for(UInt64 word : words)
+        count += static_cast<UInt32>(std::popcount(word));
+    return count;
+}
+
+template <class Use>
+void for_each_bit(std::vector<UInt64> const &words, Use use)
+{
+    for(std::size_t i = 0; i < words.size(); ++i)
+    {
+        for(UInt64 left = words[i]; left != 0; left &= left - 1)
+            use(static_cast<UInt32>(i * 64) + static_cast<UInt32>(std::countr_zero(left)));
+    }
+}
+} // namespace
+
+// --- the view ---
+
+void FrameCollector::begin()
+{
+    DrawEnv const &env = _partition.getDrawEnv();
+    _viewing = Matrix4d(env.getCameraViewing());
+    Matrix4d const projection(env.getCameraProjection());
+    _worldPlanes = ViewPlanes(projection * _viewing);
+    _worldPlanes.setReach(_cache.getBoxes().getReach());
+    _eyePlanes = ViewPlanes(projection);
+    _isMirrored = _viewing.determinant() < 0;
+    _found.clear();
+    _foundSpaces.clear();
+    _foundLights.clear();
+    ++_frame;
+}
+
+Matrix FrameCollector::spaceToEye(UInt32 space) const
+{
+    return product(_viewing, _cache.getRecord().spaces[space].toRoot);
+}
+
+// --- nodes that are walked for this view ---
+
+void FrameCollector::beginOpen(SceneRecord::Open const &open)
+{
+    _scope = _cache.getRecord().scopes[open.scope];
+    _outer.clear();
+    _openEntry = open.entry;
+    _lastMatrix = 0;
+    _partition.setMatrix(spaceToEye(_scope.space));
+}
+
+ViewPlanes::Sight FrameCollector::sightOf(Node const *node) const
+{
+    ViewPlanes::Sight const outer = _partition.getSight();
+    if(outer != ViewPlanes::Sight::Some || !node->getVolume().isValid())
+        return outer;
+    BoxVolume box = node->getVolume();
+    box.transform(_partition.getCurrentMatrix().matrix);
+    return _eyePlanes.test(box);
+}
+
+void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material const *material)
+{
+    if(sightOf(node) == ViewPlanes::Sight::None)
+        return;
+    RenderPartition::NumberedMatrix const &current = _partition.getCurrentMatrix();
+    if(current.id != _lastMatrix || _foundSpaces.empty())
+    {
+        _foundSpaces.push_back({current.matrix, current.matrix.determinant() < 0});
+        _lastMatrix = current.id;
+    }
+    Pnt3f centre;
+    if(!node->getVolume().isInfinite())
+        node->getVolume().getCenter(centre);
+    Material const *const shown = _scope.group != nullptr ? _scope.group : material;
+    _found.push_back({_cache.getShapes().numberOf(shape),
+                      _cache.getStates().numberOf(shown, _scope.overriding),
+                      static_cast<UInt32>(_foundSpaces.size() - 1), _scope.light, _openEntry,
+                      -(current.matrix * centre)[2]});
+}
+
+void FrameCollector::pushSpace(Matrix const &toParent)
+{
+    _outer.push_back({_scope, true});
+    _partition.pushMatrix(toParent);
+}
+
+void FrameCollector::pushMaterial(Material const *material)
+{
+    _outer.push_back({_scope, false});
+    if(material != nullptr)
+        _scope.group = material;
+}
+
+void FrameCollector::pushOverriding(Material const *material)
+{
+    _outer.push_back({_scope, false});
+    if(_scope.overriding == nullptr)
+        _scope.overriding = material;
+}
+
+void FrameCollector::pushLight(LightSource const *light)
+{
+    _outer.push_back({_scope, false});
+    _foundLights.push_back({light, _partition.getCurrentMatrix().matrix, _scope.light, _openEntry});
+    _scope.light = static_cast<UInt32>(_cache.getRecord().lights.size() + _foundLights.size() - 1);
+}
+
+void FrameCollector::pop()
+{
+    if(_outer.empty())
+        return;
+    _scope = _outer.back().scope;
+    if(_outer.back().isSpace)
+        _partition.popMatrix();
+    _outer.pop_back();
+}
+
+// --- the list ---
+
+bool FrameCollector::isAsBefore(bool headlight) const
+{
+    DrawEnv const &env = _partition.getDrawEnv();
+    return _hasList && _found.empty() && _listHeadlight == headlight &&
+           _cacheNumber == _cache.getNumber() && _listViewing == env.getCameraViewing() &&
+           _listProjection == env.getCameraProjection();
+}
+
+void FrameCollector::finish(bool headlight)
+{
+    if(!isAsBefore(headlight))
+    {
+        _hasList = false;
+        findSeen();
+        _list.states = _cache.getStates().getStates();
+        _list.shapes = _cache.getShapes().getShapes();
+        _list.shapesNumber = _cache.getShapes().getNumber();
+        makeLights(headlight);
+        makeOpaque();
+        makeTransparent();
+        makeSpaces();
+        _cacheNumber = _cache.getNumber();
+        _listViewing = _partition.getDrawEnv().getCameraViewing();
+        _listProjection = _partition.getDrawEnv().getCameraProjection();
+        _listHeadlight = headlight;
+        _hasList = _found.empty();
+    }
+    else if(!_cache.getRecord().lights.empty())
+        makeLights(headlight);
+    _list.meshEpoch = DrawEpochs::getMeshes();
+}
+
+void FrameCollector::findSeen()
+{
+    UInt32 const items = _cache.getBoxes().size();
+    _cache.getBoxes().findSeen(_worldPlanes, _seenItems);
+    _seen.assign(_seenItems.size(), 0);
+    if(count_of_bits(_seenItems) == items)
+    {
+        _seen = _seenItems;
+        return;
+    }
+    for_each_bit(_seenItems,
+                 [this](UInt32 item)
+                 {
+                     UInt32 const place = _cache.getPlaces()[item];
+                     _seen[place / 64] |= UInt64(1) << place % 64;
+                 });
+}
+
+bool FrameCollector::isTransparent(UInt32 state) const
+{
+    DrawStateTable const &states = _cache.getStates();
+    return states.getStates()[states.stateOf(state)]->isTransparent();
+}
+
+DrawItem FrameCollector::itemOf(SceneRecord::Item const &item) const
+{
+    return {item.shape, item.space, _cache.getStates().stateOf(item.state),
+            item.light == SceneRecord::NoLight ? 0 : _lightSets[item.light]};
+}
+
+DrawItem FrameCollector::itemOf(Found const &found) const
+{
+    UInt32 const firstSpace = static_cast<UInt32>(_cache.getRecord().spaces.size());
+    return {found.shape, firstSpace + found.space, _cache.getStates().stateOf(found.state),
+            found.light == SceneRecord::NoLight ? 0 : _lightSets[found.light]};
+}
+
+// What was found for the view takes its place among equal states.
+void FrameCollector::makeOpaque()
+{
+    auto const keyOf = [this](DrawItem const &item, UInt32 state)
+    {
+        return std::tuple(_cache.getStates().sortKeyOf(state), item.state,
+                          _list.shapes[item.shape]->getMeshLayout());
+    };
+    std::vector<Found const *> found;
+    for(Found const &one : _found)
+    {
+        if(!isTransparent(one.state))
+            found.push_back(&one);
+    }
+    std::stable_sort(found.begin(), found.end(),
+                     [&](Found const *a, Found const *b)
+                     { return keyOf(itemOf(*a), a->state) < keyOf(itemOf(*b), b->state); });
+    _list.opaque.clear();
+    auto next = found.begin();
+    SceneRecord const &record = _cache.getRecord();
+    for_each_bit(_seen,
+                 [&](UInt32 place)
+                 {
+                     if(place >= _cache.getNumOpaque())
+                         return;
+                     SceneRecord::Item const &item = record.items[_cache.getOrder()[place]];
+                     DrawItem const drawn = itemOf(item);
+                     for(; next != found.end() &&
+                           keyOf(itemOf(**next), (*next)->state) < keyOf(drawn, item.state);
+                         ++next)
+                         _list.opaque.push_back(itemOf(**next));
+                     _list.opaque.push_back(drawn);
+                 });
+    for(; next != found.end(); ++next)
+        _list.opaque.push_back(itemOf(**next));
+}
+
+Real32 FrameCollector::depthOf(UInt32 item) const
+{
+    SceneRecord const &record = _cache.getRecord();
+    BoxVolume const &box = record.boxes[item];
+    Pnt3f centre;
+    if(box.isInfinite())
+        centre = record.spaces[record.items[item].space].toRoot * centre;
+    else
+        box.getCenter(centre);
+    return static_cast<Real32>(-(_viewing * Pnt3d(centre[0], centre[1], centre[2]))[2]);
+}
+
+void FrameCollector::makeTransparent()
+{
+    SceneRecord const &record = _cache.getRecord();
+    _depths.clear();
+    for(UInt32 place = _cache.getNumOpaque(); place < record.items.size(); ++place)
+    {
+        if((_seen[place / 64] >> place % 64 & 1) == 0)
+            continue;
+        UInt32 const item = _cache.getOrder()[place];
+        _depths.push_back({depthOf(item), record.items[item].entry, item, false});
+    }
+    for(UInt32 i = 0; i < _found.size(); ++i)
+    {
+        if(isTransparent(_found[i].state))
+            _depths.push_back({_found[i].depth, _found[i].entry, i, true});
+    }
+    // A depth that is NaN would not be ordered: it counts as the nearest.
+    for(Depth &depth : _depths)
+        depth.depth =
+            depth.depth == depth.depth ? depth.depth : -std::numeric_limits<Real32>::max();
+    std::sort(_depths.begin(), _depths.end(),
+              [](Depth const &a, Depth const &b) {
+                  return std::tie(b.depth, a.entry, a.place) < std::tie(a.depth, b.entry, b.place);
+              });
+    _list.transparent.clear();
+    for(Depth const &depth : _depths)
+        _list.transparent.push_back(depth.isFound ? itemOf(_found[depth.place])
+                                                  : itemOf(record.items[depth.place]));
+}
+
+void FrameCollector::useSpace(UInt32 space)
+{
+    if(_spaceUse[space] == _frame)
+        return;
+    _spaceUse[space] = _frame;
+    SceneRecord::Space const &recorded = _cache.getRecord().spaces[space];
+    _list.spaces[space] = {product(_viewing, recorded.toRoot), recorded.isMirrored != _isMirrored};
+}
+
+// Only those that are used in this frame.
+void FrameCollector::makeSpaces()
+{
+    std::size_t const recorded = _cache.getRecord().spaces.size();
+    _list.spaces.resize(recorded + _foundSpaces.size());
+    _spaceUse.resize(recorded, 0);
+    for(std::vector<DrawItem> const *items : {&_list.opaque, &_list.transparent})
+    {
+        for(DrawItem const &item : *items)
+        {
+            if(item.space < recorded)
+                useSpace(item.space);
+        }
+    }
+    std::copy(_foundSpaces.begin(), _foundSpaces.end(),
+              _list.spaces.begin() + static_cast<std::ptrdiff_t>(recorded));
+}
+
+// --- lights ---
+
+void FrameCollector::makeLights(bool headlight)
+{
+    struct Candidate
+    {
+        UInt32 entry;
+        UInt32 light;
+
+        bool operator<(Candidate const &other) const
+        {
+            return std::tie(entry, light) < std::tie(other.entry, other.light);
+        }
+    };
+    SceneRecord const &record = _cache.getRecord();
+    UInt32 const recorded = static_cast<UInt32>(record.lights.size());
+    UInt32 const count = recorded + static_cast<UInt32>(_foundLights.size());
+    _list.lights.assign(1, headlight ? LightSet{LightValues()} : LightSet());
+    _lightSets.assign(count, 0);
+    if(headlight)
+        return;
+
+    auto const sourceOf = [&](UInt32 light) {
+        return light < recorded ? record.lights[light].source
+                                : _foundLights[light - recorded].source;
+    };
+    std::vector<Candidate> shining;
+    for(UInt32 light = 0; light < count; ++light)
+    {
+        if(sourceOf(light)->shines())
+            shining.push_back({light < recorded ? record.lights[light].entry
+                                                : _foundLights[light - recorded].entry,
+                               light});
+    }
+    std::sort(shining.begin(), shining.end());
+    if(shining.size() > MaxLights && !std::exchange(_hasWarned, true))
+        OSG_LOG_WARNING("RenderAction: only the first eight lights of the scene shine\n");
+    std::vector<bool> isChosen(count, false);
+    for(std::size_t i = 0; i < std::min(shining.size(), MaxLights); ++i)
+        isChosen[shining[i].light] = true;
+
+    // A light stands behind the one around it.
+    for(UInt32 light = 0; light < count; ++light)
+    {
+        UInt32 const outer =
+            light < recorded ? record.lights[light].outer : _foundLights[light - recorded].outer;
+        UInt32 const outerSet = outer == SceneRecord::NoLight ? 0 : _lightSets[outer];
+        _lightSets[light] = outerSet;
+        if(!isChosen[light])
+            continue;
+        LightSource const &source = *sourceOf(light);
+        Node const *const place = source.findPlace();
+        Matrix const toEye = place != nullptr   ? product(_viewing, place->getToWorld())
+                             : light < recorded ? spaceToEye(record.lights[light].space)
+                                                : _foundLights[light - recorded].toEye;
+        LightSet set = _list.lights[outerSet];
+        set.push_back(source.makeValues(toEye));
+        _list.lights.push_back(std::move(set));
+        _lightSets[light] = static_cast<UInt32>(_list.lights.size() - 1);
+    }
+}
+} // namespace OSG

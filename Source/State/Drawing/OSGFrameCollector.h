@@ -1,0 +1,119 @@
+#pragma once
+
+#include "OSGDrawList.h"
+#include "OSGRenderPartition.h"
+#include "OSGSceneCache.h"
+
+namespace OSG
+{
+/// Makes the list of a frame out of what is recorded of a scene, and of what the nodes show that
+/// are walked for this view alone. Where neither the scene nor the view has changed since the last
+/// frame, and no node is walked, the list stays as it is.
+class OSG_STATE_API FrameCollector
+{
+  public:
+    FrameCollector(SceneCache &cache, RenderPartition &partition, DrawList &list)
+        : _cache(cache)
+        , _partition(partition)
+        , _list(list)
+    {
+    }
+
+    /// Reads the view from the partition.
+    void begin();
+    /// What follows is shown by the node of `open`; the partition leads out of its space.
+    void beginOpen(SceneRecord::Open const &open);
+
+    // --- told by functions, about the node in the partition's current space ---
+    void addShape(Node const *node, DrawShape const *shape, Material const *material);
+    ViewPlanes::Sight sightOf(Node const *node) const;
+    void pushSpace(Matrix const &toParent);
+    void pushMaterial(Material const *material);
+    void pushOverriding(Material const *material);
+    void pushLight(LightSource const *light);
+    void pop();
+
+    void finish(bool headlight);
+    /// The next list is made anew.
+    void forget() { _hasList = false; }
+
+  private:
+    /// A shape that was found for this view.
+    struct Found
+    {
+        UInt32 shape;
+        UInt32 state; ///< number in the table of states
+        UInt32 space; ///< of this view's
+        UInt32 light;
+        UInt32 entry; ///< of the node that it was found from
+        Real32 depth;
+    };
+    struct FoundLight
+    {
+        LightSource const *source;
+        Matrix toEye;
+        UInt32 outer;
+        UInt32 entry;
+    };
+    /// A transparent item with what it is sorted by.
+    struct Depth
+    {
+        Real32 depth;
+        UInt32 entry;
+        UInt32 place;
+        bool isFound;
+    };
+    struct Outer
+    {
+        SceneRecord::Scope scope;
+        bool isSpace;
+    };
+
+    bool isAsBefore(bool headlight) const;
+    void findSeen();
+    void makeOpaque();
+    void makeTransparent();
+    void makeSpaces();
+    void makeLights(bool headlight);
+    void useSpace(UInt32 space);
+    DrawItem itemOf(SceneRecord::Item const &item) const;
+    DrawItem itemOf(Found const &found) const;
+    bool isTransparent(UInt32 state) const;
+    Real32 depthOf(UInt32 item) const;
+    Matrix spaceToEye(UInt32 space) const;
+
+    SceneCache &_cache;
+    RenderPartition &_partition;
+    DrawList &_list;
+
+    // The view.
+    Matrix4d _viewing;
+    ViewPlanes _worldPlanes;
+    ViewPlanes _eyePlanes;
+    bool _isMirrored = false;
+
+    // What was found for it.
+    std::vector<Found> _found;
+    std::vector<DrawList::Space> _foundSpaces;
+    std::vector<FoundLight> _foundLights;
+    UInt32 _lastMatrix = 0; // number of the partition's matrix that the last space is of
+    UInt32 _openEntry = 0;
+    SceneRecord::Scope _scope;
+    std::vector<Outer> _outer;
+
+    std::vector<UInt64> _seen; // by place in the order
+    std::vector<UInt64> _seenItems;
+    std::vector<Depth> _depths;
+    std::vector<UInt32> _lightSets; // by light: in the list
+    std::vector<UInt32> _spaceUse;  // by space: number of the frame that used it last
+    UInt32 _frame = 0;
+
+    // Of the list as it is.
+    bool _hasList = false;
+    bool _listHeadlight = false;
+    bool _hasWarned = false;
+    UInt64 _cacheNumber = 0;
+    Matrix _listViewing;
+    Matrix _listProjection;
+};
+} // namespace OSG

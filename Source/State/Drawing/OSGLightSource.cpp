@@ -1,0 +1,6 @@
+#include "OSGLightSource.h"
+
+namespace OSG
+{
+LightSource::~LightSource() = default;
+} // namespace OSG

@@ -1,0 +1,290 @@
+#include "OSGSceneCache.h"
+
+#include <algorithm>
+#include <bit>
+#include <tuple>
+
+#include "OSGChangeList.h"
+#include "OSGDrawEpochs.h"
+#include "OSGNode.h"
+#include "OSGThread.h"
+
+namespace OSG
+{
+/// An open-addressed table of the first entry of each node; further ones are chained.
+class SceneCache::NodeTable
+{
+  public:
+    explicit NodeTable(std::vector<SceneRecord::Entry> const &entries)
+        : _slots(std::bit_ceil(2 * entries.size() + 2), None)
+        , _next(entries.size(), None)
+        , _entries(entries)
+    {
+        for(UInt32 entry = 0; entry < entries.size(); ++entry)
+        {
+            UInt32 &slot = slotOf(entries[entry].node);
+            _next[entry] = slot;
+            slot = entry;
+        }
+    }
+
+    template <class Use>
+    void forEach(Node const *node, Use use)
+    {
+        for(UInt32 entry = slotOf(node); entry != None; entry = _next[entry])
+            use(entry);
+    }
+
+  private:
+    static constexpr UInt32 None = 0xFFFFFFFF;
+
+    // Multiplicative hashing (Knuth), linear probing.
+    UInt32 &slotOf(Node const *node)
+    {
+        UInt64 const hash = reinterpret_cast<std::uintptr_t>(node) * 0x9E3779B97F4A7C15u;
+        std::size_t const mask = _slots.size() - 1;
+        std::size_t i = static_cast<std::size_t>(hash >> 20) & mask;
+        while(_slots[i] != None && _entries[_slots[i]].node != node)
+            i = (i + 1) & mask;
+        return _slots[i];
+    }
+
+    std::vector<UInt32> _slots;
+    std::vector<UInt32> _next;
+    std::vector<SceneRecord::Entry> const &_entries;
+};
+
+void SceneCache::clear()
+{
+    _journal.reset();
+    _nodes.reset();
+    _record.clear();
+    _part.clear();
+    _shapes.clear();
+    _states.clear();
+    _boxes = BoxPyramid();
+    _order.clear();
+    _places.clear();
+    _numOpaque = 0;
+    _roots.clear();
+    ++_number;
+}
+
+// --- what was edited ---
+
+bool SceneCache::addEntriesOf(Node const *node, std::vector<UInt32> &entries)
+{
+    if(_nodes == nullptr)
+        _nodes = std::make_shared<NodeTable>(_record.entries);
+    std::size_t const before = entries.size();
+    _nodes->forEach(node, [&entries](UInt32 entry) { entries.push_back(entry); });
+    return entries.size() != before;
+}
+
+// Appends the entries of edited nodes. False where the whole scene has to be walked.
+bool SceneCache::findEdited(std::vector<UInt32> &entries)
+{
+    std::vector<EditJournal::Entry> journal;
+    if(!_journal->read(journal) || _numDropped != ChangeList::getNumDropped())
+        return false;
+    bool isWhole = true;
+    for(EditJournal::Entry const &edit : journal)
+    {
+        if(addEntriesOf(edit.node, entries) && edit.hasEnded)
+            isWhole = false;
+    }
+    // What a host has edited and not committed is shown as it is now.
+    Thread::getCurrentChangeList()->forEachOpen(
+        [this, &entries](FieldContainer *container)
+        {
+            constexpr BitVector Links =
+                Node::TravMaskFieldMask | Node::CoreFieldMask | Node::ChildrenFieldMask;
+            if(auto const *const node = dynamic_cast<Node const *>(container))
+            {
+                if((node->getChangeMask() & Links) != 0)
+                    addEntriesOf(node, entries);
+            }
+            else if(auto const *const core = dynamic_cast<NodeCore const *>(container))
+            {
+                for(Node const *parent : core->getParents())
+                    addEntriesOf(parent, entries);
+            }
+        });
+    return isWhole;
+}
+
+namespace
+{
+/// Open edits of materials and meshes are read again in each frame until they are committed.
+void note_open_edits()
+{
+    Thread::getCurrentChangeList()->forEachOpen(
+        [](FieldContainer *container)
+        {
+            DrawEpochs::Kind const kind =
+                DrawEpochs::kindOf(static_cast<FieldContainerType const &>(container->getType()));
+            if(kind == DrawEpochs::Kind::Material)
+                DrawEpochs::noteMaterial();
+            if(kind == DrawEpochs::Kind::Mesh)
+                DrawEpochs::noteMesh();
+        });
+}
+} // namespace
+
+// --- walking ---
+
+void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk const &walk)
+{
+    try
+    {
+        note_open_edits();
+        std::vector<UInt32> edited;
+        if(_journal == nullptr || roots != _roots || key != _key || !findEdited(edited) ||
+           !recordAgain(edited, walk))
+            recordAll(roots, walk);
+        _key = key;
+        if(_shapeEnds != DrawEpochs::getShapeEnds())
+            renumberShapes();
+        if(_materialEpoch != DrawEpochs::getMaterials())
+            refreshStates();
+        if(!_isSorted)
+            sort();
+    }
+    catch(...)
+    {
+        clear();
+        throw;
+    }
+}
+
+void SceneCache::recordAll(std::vector<Node *> const &roots, Walk const &walk)
+{
+    clear();
+    _journal = std::make_unique<EditJournal::Follower>();
+    _numDropped = ChangeList::getNumDropped();
+    _shapeEnds = DrawEpochs::getShapeEnds();
+    _materialEpoch = DrawEpochs::getMaterials();
+    SceneRecorder recorder(_record, _shapes, _states);
+    recorder.beginScene();
+    for(Node *root : roots)
+    {
+        if(root != nullptr)
+            walk(recorder, root);
+    }
+    UInt32 const items = static_cast<UInt32>(_record.items.size());
+    _boxes.resize(items);
+    for(UInt32 item = 0; item < items; ++item)
+        _boxes.set(item, _record.boxes[item]);
+    _boxes.update(0, items);
+    _roots = roots;
+    _isSorted = false;
+}
+
+bool SceneCache::recordAgain(std::vector<UInt32> &entries, Walk const &walk)
+{
+    std::sort(entries.begin(), entries.end());
+    UInt32 end = 0; // of what has been walked already
+    for(UInt32 const entry : entries)
+    {
+        if(entry < end)
+            continue;
+        if(!recordPart(entry, walk))
+            return false;
+        end = _record.entries[entry].end;
+    }
+    return true;
+}
+
+bool SceneCache::recordPart(UInt32 entry, Walk const &walk)
+{
+    SceneRecorder recorder(_part, _shapes, _states);
+    recorder.beginPart(_record, entry);
+    walk(recorder, _record.entries[entry].node);
+    UInt32 const first = _record.entries[entry].starts.item;
+    std::vector<SceneRecord::Item> const items(_record.items.begin() + first,
+                                               _record.items.begin() + _record.endsOf(entry).item);
+    std::vector<SceneRecord::Entry> const entries(
+        _record.entries.begin() + entry, _record.entries.begin() + _record.entries[entry].end);
+    if(!_record.replace(entry, _part))
+        return false;
+    UInt32 const end = first + static_cast<UInt32>(items.size());
+    for(UInt32 item = first; item < end; ++item)
+        _boxes.set(item, _record.boxes[item]);
+    _boxes.update(first, end);
+    if(items != _part.items)
+        _isSorted = false;
+    if(!std::equal(entries.begin(), entries.end(), _part.entries.begin(),
+                   [](auto const &a, auto const &b) { return a.node == b.node; }))
+        _nodes.reset();
+    ++_number;
+    return true;
+}
+
+// --- tables and order ---
+
+// The number of a shape that has ended may not go to another one at the same address.
+void SceneCache::renumberShapes()
+{
+    std::vector<DrawShape const *> const shapes = _shapes.getShapes();
+    _shapeEnds = DrawEpochs::getShapeEnds();
+    _shapes.clear();
+    for(SceneRecord::Item &item : _record.items)
+        item.shape = _shapes.numberOf(shapes[item.shape]);
+    ++_number;
+}
+
+void SceneCache::refreshStates()
+{
+    std::vector<bool> inUse(_states.size(), false);
+    for(SceneRecord::Item const &item : _record.items)
+        inUse[item.state] = true;
+    _materialEpoch = DrawEpochs::getMaterials();
+    _states.refresh(inUse);
+    _isSorted = false;
+    ++_number;
+}
+
+void SceneCache::sort()
+{
+    struct Key
+    {
+        UInt64 material; // transparent or not, key of the material
+        UInt64 state;    // and layout
+        UInt32 item;
+
+        bool operator<(Key const &other) const
+        {
+            return std::tie(material, state, item) <
+                   std::tie(other.material, other.state, other.item);
+        }
+    };
+    std::vector<Key> keys(_record.items.size());
+    _numOpaque = 0;
+    for(UInt32 i = 0; i < keys.size(); ++i)
+    {
+        SceneRecord::Item const &item = _record.items[i];
+        UInt32 const state = _states.stateOf(item.state);
+        bool const isTransparent = _states.getStates()[state]->isTransparent();
+        if(isTransparent)
+        {
+            keys[i] = {UInt64(1) << 32, 0, i};
+            continue;
+        }
+        ++_numOpaque;
+        UInt32 const sortKey = static_cast<UInt32>(_states.sortKeyOf(item.state)) ^ 0x80000000u;
+        UInt32 const layout = _shapes.getShapes()[item.shape]->getMeshLayout();
+        keys[i] = {sortKey, UInt64(state) << 32 | layout, i};
+    }
+    if(!std::is_sorted(keys.begin(), keys.end()))
+        std::sort(keys.begin(), keys.end());
+    _order.resize(keys.size());
+    _places.resize(keys.size());
+    for(UInt32 place = 0; place < keys.size(); ++place)
+    {
+        _order[place] = keys[place].item;
+        _places[keys[place].item] = place;
+    }
+    _isSorted = true;
+    ++_number;
+}
+} // namespace OSG

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "OSGBoxPyramid.h"
+#include "OSGEditJournal.h"
+#include "OSGSceneRecorder.h"
+
+namespace OSG
+{
+/// The record of the scene that an action draws, kept from frame to frame.
+///
+/// A frame looks only at the nodes that were edited since the last one: at those that the journal
+/// of edits names, and at those with edits that the calling thread has not committed yet. What is
+/// below an edited node is walked again, what is not stays as it was recorded. Where the walk finds
+/// another number of nodes, shapes, spaces or lights there than before, the whole scene is walked
+/// again; so it is after a node of it has ended.
+class OSG_STATE_API SceneCache
+{
+  public:
+    /// Walks from a node and tells the recorder what it finds.
+    using Walk = std::function<void(SceneRecorder &, Node *)>;
+
+    /// Brings the record up to date with the trees of `roots`, whose volumes are valid. `key`
+    /// stands for what else the walk depends on: another key walks everything. An exception leaves
+    /// the cache cleared.
+    void update(std::vector<Node *> const &roots, UInt64 key, Walk const &walk);
+    void clear();
+
+    SceneRecord const &getRecord() const { return _record; }
+    BoxPyramid const &getBoxes() const { return _boxes; }
+    ShapeTable &getShapes() { return _shapes; }
+    DrawStateTable &getStates() { return _states; }
+    /// Numbers of the items in the order in which they are drawn: the opaque ones by key of their
+    /// material, state and layout, then the transparent ones in the order of the tree.
+    std::vector<UInt32> const &getOrder() const { return _order; }
+    UInt32 getNumOpaque() const { return _numOpaque; }
+    /// Place of each item in the order.
+    std::vector<UInt32> const &getPlaces() const { return _places; }
+    /// Changes with the record or the states.
+    UInt64 getNumber() const { return _number; }
+
+  private:
+    /// Where the entries of a node are.
+    class NodeTable;
+
+    bool findEdited(std::vector<UInt32> &entries);
+    bool addEntriesOf(Node const *node, std::vector<UInt32> &entries);
+    void recordAll(std::vector<Node *> const &roots, Walk const &walk);
+    bool recordAgain(std::vector<UInt32> &entries, Walk const &walk);
+    bool recordPart(UInt32 entry, Walk const &walk);
+    void renumberShapes();
+    void refreshStates();
+    void sort();
+
+    SceneRecord _record;
+    SceneRecord _part;
+    ShapeTable _shapes;
+    DrawStateTable _states;
+    BoxPyramid _boxes;
+    std::vector<UInt32> _order;
+    std::vector<UInt32> _places;
+    UInt32 _numOpaque = 0;
+    bool _isSorted = false;
+
+    std::unique_ptr<EditJournal::Follower> _journal; // null: nothing is recorded
+    std::vector<Node *> _roots;
+    UInt64 _key = 0;
+    std::shared_ptr<NodeTable> _nodes; // null until an edit asks for it
+    UInt64 _materialEpoch = 0;
+    UInt64 _shapeEnds = 0;
+    UInt32 _numDropped = 0;
+    UInt64 _number = 0;
+};
+} // namespace OSG
