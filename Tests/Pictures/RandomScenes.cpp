@@ -5,11 +5,13 @@
 #include "OSGConstSizeTransform.h"
 #include "OSGConstantSizeTransform.h"
 #include "OSGDirectionalLight.h"
+#include "OSGDistanceLOD.h"
 #include "OSGGroupingStage.h"
 #include "OSGInverseTransform.h"
 #include "OSGMaterialChunkOverrideGroup.h"
 #include "OSGMaterialGroup.h"
 #include "OSGMultiCore.h"
+#include "OSGScreenLOD.h"
 #include "OSGSwitch.h"
 #include "RandomGeometry.h"
 #include "RandomMaterial.h"
@@ -90,7 +92,7 @@ class SceneMaker
   private:
     NodePtr inner(Children const &children)
     {
-        switch(_random.below(16))
+        switch(_random.below(18))
         {
         case 0:
             return make_group(children);
@@ -116,6 +118,10 @@ class SceneMaker
             return pixelSized(children);
         case 11:
             return withMaterial(children);
+        case 12:
+            return levelsByDistance(children);
+        case 13:
+            return levelsByCoverage(children);
         default:
             return placed(children);
         }
@@ -148,6 +154,23 @@ class SceneMaker
         if(_random.below(2) == 0)
             return material_group<MaterialGroup>(material, children);
         return material_group<MaterialChunkOverrideGroup>(material, children);
+    }
+
+    NodePtr levelsByDistance(Children const &children)
+    {
+        UnrecordedRefPtr<DistanceLOD> const core(DistanceLOD::create());
+        core->setCenter(_random.point(-1, 1));
+        core->editRange().push_back(_random.real(2, 5));
+        core->editRange().push_back(_random.real(5, 6));
+        return make_node(core, children);
+    }
+
+    NodePtr levelsByCoverage(Children const &children)
+    {
+        UnrecordedRefPtr<ScreenLOD> const core(ScreenLOD::create());
+        core->editCoverage().push_back(_random.real(0.1f, 0.6f));
+        core->editCoverage().push_back(0.05f);
+        return make_node(core, children);
     }
 
     NodePtr placed(Children const &children)

@@ -152,9 +152,16 @@ class ItemCollector
         heritage.lights.push_back(light_in(light, toEye));
     }
 
-    bool shows(Node const &node, UInt32 child, Matrix4d const &) const
+    bool shows(Node const &node, UInt32 child, Matrix4d const &toEye) const
     {
         NodeCore const *const core = node.getCore();
+        if(auto const *const levels = dynamic_cast<DistanceLOD const *>(core))
+            return isLevel(node, child,
+                           level_by_distance(levels->getCenter(), *levels->getMFRange(), toEye));
+        if(auto const *const levels = dynamic_cast<ScreenLOD const *>(core))
+            return isLevel(
+                node, child,
+                level_by_coverage(node.getVolume(), *levels->getMFCoverage(), toEye, _view));
         if(auto const *const choice = dynamic_cast<Switch const *>(core))
             return choice->getChoice() == Switch::AllChildren ||
                    choice->getChoice() == static_cast<Int32>(child);
@@ -166,6 +173,11 @@ class ItemCollector
             return choice->getSwitchMode() != MultiSwitch::ShowNone;
         }
         return true;
+    }
+
+    static bool isLevel(Node const &node, UInt32 child, UInt32 level)
+    {
+        return child == std::min(level, node.getNChildren() - 1);
     }
 
     void add(Geometry &geometry, Heritage const &heritage)
