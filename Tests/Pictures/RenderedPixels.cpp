@@ -48,10 +48,19 @@ Pixels rendered_pixels(Node *root, SlowView const &view)
     action->setTravMask(view.travMask);
     action->apply(root);
     glPushAttrib(GL_ALL_ATTRIB_BITS);
+    glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
     glClearColor(view.background[0], view.background[1], view.background[2], 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     draw_list(action->editDrawEnv(), action->getDrawList());
+    glPopClientAttrib();
     glPopAttrib();
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    for(GLenum const mode : {GL_PROJECTION, GL_MODELVIEW})
+    {
+        glMatrixMode(mode);
+        glLoadIdentity();
+    }
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     Pixels pixels{view.width, view.height, context.readPixels()};
     context.release();
