@@ -1,18 +1,23 @@
 #include "OSGImage.h"
 
 #include "OSGCommitStamp.h"
-#include "OSGGLObjectStore.h"
 #include "OSGDrawEpochs.h"
+#include "OSGGLObjectStore.h"
 #include "OSGImageFileHandler.h"
 
 namespace OSG
 {
 Image::~Image() { GLObjectStore::forget(*this); }
 
-void Image::changed(BitVector whichField, UInt32 origin, BitVector details)
+void Image::renewStamp()
 {
     setOwnNumber(new_commit_stamp());
     DrawEpochs::noteMaterial();
+}
+
+void Image::changed(BitVector whichField, UInt32 origin, BitVector details)
+{
+    renewStamp();
     ImageBase::changed(whichField, origin, details);
 }
 
@@ -20,7 +25,7 @@ void Image::execSync(ImageBase *from, BitVector whichField, AspectOffsets &offse
                      BitVector syncMode, UInt32 syncInfo)
 {
     ImageBase::execSync(from, whichField, offsets, syncMode, syncInfo);
-    setOwnNumber(new_commit_stamp());
+    renewStamp();
 }
 
 void Image::initMethod(TypeBase::InitPhase phase)

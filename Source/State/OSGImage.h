@@ -43,5 +43,8 @@ class OSG_STATE_API Image : public ImageBase
     static void initMethod(TypeBase::InitPhase phase);
 
     friend Pattern;
+
+  private:
+    void renewStamp();
 };
 } // namespace OSG

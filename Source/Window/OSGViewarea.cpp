@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <epoxy/gl.h>
+
 #include "OSGWindow.h"
 
 namespace OSG
@@ -53,6 +55,27 @@ bool Viewarea::calcIsFullWindow() const
     return _parent != nullptr && calcPixelLeft() == 0 && calcPixelBottom() == 0 &&
            calcPixelRight() == _parent->getWidth() - 1 &&
            calcPixelTop() == _parent->getHeight() - 1;
+}
+
+void Viewarea::activateSize()
+{
+    Int32 const left = calcPixelLeft();
+    Int32 const bottom = calcPixelBottom();
+    glViewport(left, bottom, calcPixelWidth(), calcPixelHeight());
+    glScissor(left, bottom, calcPixelWidth(), calcPixelHeight());
+    glEnable(GL_SCISSOR_TEST);
+}
+
+void Viewarea::activate()
+{
+    if(!isPassive())
+        activateSize();
+}
+
+void Viewarea::deactivate()
+{
+    if(!isPassive())
+        glDisable(GL_SCISSOR_TEST);
 }
 
 Int32 Viewarea::calcPixelWidth() const

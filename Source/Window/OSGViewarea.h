@@ -42,6 +42,13 @@ class OSG_WINDOW_API Viewarea : public ViewareaBase
     virtual Int32 calcPixelTop() const;
     /// Whether the area covers its window, pixel by pixel; false without a window.
     virtual bool calcIsFullWindow() const;
+    // The last three call OpenGL and want a current context.
+    /// Makes the area the viewport of OpenGL, and cuts off what is drawn beyond it.
+    virtual void activateSize();
+    /// What drawing begins with: activateSize(), unless the area is passive.
+    virtual void activate();
+    /// What drawing ends with: nothing is cut off any more, unless the area is passive.
+    virtual void deactivate();
 
     // --- size in pixels; 0 if the edges are in the wrong order ---
     Int32 calcPixelWidth() const;

@@ -7,12 +7,19 @@
 
 namespace OSG
 {
+class RenderAction;
+
 /// A view of the scene below `root` through `camera`, in front of `background`.
 class OSG_WINDOW_API Viewport : public ViewportBase
 {
   public:
     /// Applies `action` to the root with the traversal mask of the view. If the camera, the
     /// background or the root is missing, it only logs a warning that names the first missing one.
+    ///
+    /// A RenderAction gets the view before, and what it has collected is then drawn in front of the
+    /// background, in the current context. Its state, but for what was drawn, is afterwards as the
+    /// host left it. Where nothing can be drawn in that context (gl_refusal()), one warning is
+    /// logged.
     void render(RenderActionBase *action) override;
     /// Appends this viewport to the ports of a window.
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
@@ -26,5 +33,10 @@ class OSG_WINDOW_API Viewport : public ViewportBase
     ~Viewport() override;
 
     friend Pattern;
+
+  private:
+    void setView(RenderAction &action) const;
+    void draw(RenderAction &action);
+    void clearBackground();
 };
 } // namespace OSG

@@ -1,0 +1,8 @@
+#include "OSGBackground.h"
+
+namespace OSG
+{
+Background::~Background() = default;
+
+void Background::clear() {}
+} // namespace OSG
