@@ -2,15 +2,16 @@
 
 #include <map>
 #include <memory>
+#include <numbers>
 #include <utility>
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
-#include "OSGGLObjectStore.h"
-#include "OSGListDrawing.h"
+#include "CameraBuilders.h"
 #include "OSGOffscreenContext.h"
 #include "OSGRenderAction.h"
+#include "OSGSolidBackground.h"
 
 namespace OSG::Test
 {
@@ -26,43 +27,42 @@ OffscreenContext &context_of(UInt32 width, UInt32 height)
     return *context;
 }
 
-void set_view(DrawEnv &env, SlowView const &view)
+CameraPtr<Camera> camera_of(ViewSetup const &setup)
 {
-    Matrix4d cameraToWorld;
-    cameraToWorld.invertFrom(view.viewing);
-    env.setView(Matrix(cameraToWorld), Matrix(view.viewing), Matrix(view.projection),
-                {0, static_cast<Int32>(view.width) - 1, 0, static_cast<Int32>(view.height) - 1});
-    env.setObjects(&GLObjectStore::current());
+    constexpr Real32 Degree = std::numbers::pi_v<Real32> / 180;
+    if(setup.fov == 0)
+        return make_orthographic(setup.size, setup.near, setup.far);
+    return make_perspective(setup.fov * Degree, setup.near, setup.far);
+}
+
+void draw_view(Node *root, ViewSetup const &setup)
+{
+    NodePtr const beacon = make_beacon(setup.from, setup.at, setup.up);
+    CameraPtr<Camera> const camera = camera_of(setup);
+    camera->setBeacon(beacon);
+    UnrecordedRefPtr<SolidBackground> const background(SolidBackground::create());
+    background->setColor(setup.background);
+    ViewportPtr const viewport = make_viewport(0, 0, static_cast<Int32>(setup.width) - 1,
+                                               static_cast<Int32>(setup.height) - 1);
+    viewport->setCamera(camera);
+    viewport->setBackground(background);
+    viewport->setRoot(root);
+    viewport->setTravMask(setup.travMask);
+    UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
+    action->setHeadlight(setup.headlight);
+    viewport->render(action);
 }
 } // namespace
 
 std::string missing_renderer() { return context_of(200, 150).missing(); }
 
-Pixels rendered_pixels(Node *root, SlowView const &view)
+Pixels rendered_pixels(Node *root, ViewSetup const &setup)
 {
-    OffscreenContext &context = context_of(view.width, view.height);
+    OffscreenContext &context = context_of(setup.width, setup.height);
     EXPECT_TRUE(context.makeCurrent()) << context.missing();
-    UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
-    action->setHeadlight(view.headlight);
-    set_view(action->editDrawEnv(), view);
-    action->setTravMask(view.travMask);
-    action->apply(root);
-    glPushAttrib(GL_ALL_ATTRIB_BITS);
-    glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
-    glClearColor(view.background[0], view.background[1], view.background[2], 1);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    draw_list(action->editDrawEnv(), action->getDrawList());
-    glPopClientAttrib();
-    glPopAttrib();
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    for(GLenum const mode : {GL_PROJECTION, GL_MODELVIEW})
-    {
-        glMatrixMode(mode);
-        glLoadIdentity();
-    }
+    draw_view(root, setup);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-    Pixels pixels{view.width, view.height, context.readPixels()};
+    Pixels pixels{setup.width, setup.height, context.readPixels()};
     context.release();
     return pixels;
 }

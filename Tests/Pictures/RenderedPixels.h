@@ -12,5 +12,5 @@ namespace OSG::Test
 std::string missing_renderer();
 
 /// The picture that the system's own renderer makes in an off-screen context.
-Pixels rendered_pixels(Node *root, SlowView const &view);
+Pixels rendered_pixels(Node *root, ViewSetup const &setup);
 } // namespace OSG::Test

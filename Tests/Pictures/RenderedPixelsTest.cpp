@@ -24,9 +24,8 @@ TEST_P(RenderedScenes, TheirPixelsAwayFromEdgesAreThoseOfTheSlowRasterizer)
     {
         LogCapture log; // of indices out of range
         RandomScene const scene = random_scene(seed, GetParam());
-        SlowView const view = view_of(scene.view);
-        PictureComparison const comparison =
-            compare(slow_picture(scene.root, view), rendered_pixels(scene.root, view));
+        PictureComparison const comparison = compare(slow_picture(scene.root, view_of(scene.view)),
+                                                     rendered_pixels(scene.root, scene.view));
         EXPECT_TRUE(comparison.isEqual())
             << "seed " << seed << ": " << testing::PrintToString(comparison);
     }
@@ -41,8 +40,8 @@ TEST(RenderedModels, TheyLookLikeTheStoredPictures)
     {
         NodePtr const scene = model_scene(picture);
         ASSERT_NE(scene, nullptr) << picture.model;
-        PerceivedDifference const difference = perceived_difference(
-            stored_pixels(picture), rendered_pixels(scene, view_of(picture.view)));
+        PerceivedDifference const difference =
+            perceived_difference(stored_pixels(picture), rendered_pixels(scene, picture.view));
         EXPECT_TRUE(difference.looksTheSame())
             << picture.model << ": " << testing::PrintToString(difference);
     }

@@ -50,6 +50,9 @@ SlowView view_of(ViewSetup const &setup)
     view.projection = projection_of(setup);
     view.width = setup.width;
     view.height = setup.height;
+    view.travMask = setup.travMask;
+    view.headlight = setup.headlight;
+    view.background = setup.background;
     return view;
 }
 } // namespace OSG::Test

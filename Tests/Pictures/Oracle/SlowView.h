@@ -23,6 +23,9 @@ struct ViewSetup
     Real32 far = 100;
     UInt32 width = 160;
     UInt32 height = 120;
+    UInt32 travMask = 0xFFFFFFFF;
+    bool headlight = true; ///< one light from the eye; the scene's own lights shine where it is not
+    Color3f background{1, 1, 1};
 };
 
 /// A view as a picture is made from it.
@@ -33,7 +36,7 @@ struct SlowView
     UInt32 width = 0;
     UInt32 height = 0;
     UInt32 travMask = 0xFFFFFFFF;
-    bool headlight = true; ///< one light from the eye; the scene's own lights shine where it is not
+    bool headlight = true;
     Color3f background{1, 1, 1};
 
     bool isPerspective() const { return projection[2][3] != 0; }
