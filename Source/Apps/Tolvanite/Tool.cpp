@@ -80,6 +80,7 @@ int run_tool(int argc, char const *const *argv, Streams streams)
     add_formats_command(program, chosen);
     add_types_command(program, chosen);
     add_walk_command(program, chosen);
+    add_render_command(program, chosen);
 
     std::string const word = argc > 1 ? argv[1] : "help";
     if(word == "help")

@@ -5,8 +5,10 @@
 
 namespace OSG
 {
-/// Shows its subtree at the same size on the screen wherever the camera is. Rendering computes the
-/// matrix that does so; until then it is the identity.
+/// Shows its subtree at the same size on the screen wherever the camera is: one unit of the subtree
+/// is one pixel along the horizontal. Origin and directions are those of the space of the core; the
+/// lengths of its axes do not count. Rendering computes the matrix that does so; until then it is
+/// the identity.
 class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTransformBase,
                                                         public RenderedMatrix
 {
@@ -15,6 +17,7 @@ class OSG_CONTRIBTECHNIQUES_API ConstantSizeTransform : public ConstantSizeTrans
 
     /// Multiplies `matrix` from the right by the matrix that rendering has computed last.
     void accumulateMatrix(Matrix &matrix) override;
+    /// Makes the volume infinite, because the size of the subtree in space depends on the view.
     void adjustVolume(Volume &volume) override;
 
   protected:

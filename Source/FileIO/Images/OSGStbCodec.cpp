@@ -214,7 +214,7 @@ bool encode_picture(Image const &image, PictureFormat format, std::ostream &out)
 {
     std::size_t const rowBytes = std::size_t(image.getWidth()) * image.getChannels();
     std::size_t const size = rowBytes * image.getHeight();
-    bool const drawn = size > 0 && image.getPixel().size() == size && size <= INT_MAX / 4 &&
+    bool const drawn = size > 0 && image.getPixel().size() == size && size <= MaxEncodedBytes &&
                        image.getChannels() <= 4;
     if(!drawn)
         return false;

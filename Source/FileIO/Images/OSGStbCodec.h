@@ -12,6 +12,8 @@ namespace OSG
 {
 class Image;
 
+/// Most bytes of pixels that encode_picture takes. The encoders count in ints, with room to spare.
+inline constexpr UInt64 MaxEncodedBytes = 0x7FFFFFFF / 4;
 /// Largest width and height of a picture. OpenGL drivers support no larger textures, and mostly
 /// smaller ones.
 constexpr UInt32 MaxPictureExtent = 32768;

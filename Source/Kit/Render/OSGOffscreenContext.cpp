@@ -1,7 +1,6 @@
 #include "OSGOffscreenContext.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include <epoxy/gl.h>
 
@@ -59,18 +58,14 @@ GLint depth_bits()
 }
 
 // Empty where the frame buffer that was just made can be drawn into.
-std::string refusal_of_frame_buffer()
+std::string refusal_of_frame_buffer(UInt32 width, UInt32 height)
 {
     constexpr GLint FewestDepthBits = 24;
-    if(glGetError() == GL_OUT_OF_MEMORY)
-        return "out of memory";
+    // Mesa says that a buffer is incomplete where there is no memory for it.
     GLenum const status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
-    if(status != GL_FRAMEBUFFER_COMPLETE)
-    {
-        char text[64];
-        std::snprintf(text, sizeof(text), "the driver has no such frame buffer (0x%04X)", status);
-        return text;
-    }
+    if(glGetError() != GL_NO_ERROR || status != GL_FRAMEBUFFER_COMPLETE)
+        return "the driver has no frame buffer of " + text_of_size(width, height) +
+               ", or no memory for it";
     if(depth_bits() < FewestDepthBits)
         return "the driver has no depth of 24 bits";
     return {};
@@ -109,7 +104,7 @@ std::string OffscreenContext::makePicture()
     glBindFramebuffer(GL_FRAMEBUFFER, _frameBuffer);
     attach_buffer(GL_RGB8, GL_COLOR_ATTACHMENT0, _width, _height);
     attach_buffer(GL_DEPTH_COMPONENT24, GL_DEPTH_ATTACHMENT, _width, _height);
-    return refusal_of_frame_buffer();
+    return refusal_of_frame_buffer(_width, _height);
 }
 
 bool OffscreenContext::makeCurrent()

@@ -19,11 +19,10 @@ inline constexpr Real32 DefaultFieldOfView = 45;
 /// What a picture shows. Pixels are squares.
 struct PictureView
 {
-    Matrix camera;                            ///< from the camera's space to that of the root
-    Real32 fieldOfView = DefaultFieldOfView;  ///< from bottom to top, in degrees
-    std::optional<Real32> orthographicHeight; ///< units from bottom to top in place of the angle
-    UInt32 width = 0;                         ///< in pixels
-    UInt32 height = 0;
+    Matrix camera = {};                            ///< from the camera's space to that of the root
+    ViewDepths depths = {};                        ///< see picture_depths
+    Real32 fieldOfView = DefaultFieldOfView;       ///< from bottom to top, in degrees
+    std::optional<Real32> orthographicHeight = {}; ///< units from bottom to top, for no angle
 };
 
 /// The camera from which all of `bounds` is in the picture: it looks from (1, 1, 1) at the middle

@@ -60,4 +60,5 @@ void add_replay_command(CLI::App &program, ChosenCommand &chosen);
 void add_formats_command(CLI::App &program, ChosenCommand &chosen);
 void add_types_command(CLI::App &program, ChosenCommand &chosen);
 void add_walk_command(CLI::App &program, ChosenCommand &chosen);
+void add_render_command(CLI::App &program, ChosenCommand &chosen);
 } // namespace Tool

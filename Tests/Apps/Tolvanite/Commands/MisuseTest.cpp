@@ -111,6 +111,54 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"SizeBeyondThePixels", replay_with("--size", "640x32768")}),
     name_of);
 
+// A correct picture, and more words.
+std::vector<std::string> render_and(std::vector<std::string> const &more)
+{
+    std::vector<std::string> words = {"render", "FILE", "-o", "never.png"};
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
+std::vector<std::string> render_from(std::vector<std::string> const &more)
+{
+    std::vector<std::string> words = render_and({"--from", "0,1,5", "--at", "0,1,0"});
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Render, Misused,
+    testing::Values(Misuse{"NoFile", {"render", "-o", "never.png"}},
+                    Misuse{"NoTarget", {"render", "FILE"}},
+                    Misuse{"MissingFile", {"render", "missing.obj", "-o", "never.png"}},
+                    Misuse{"ATargetThatIsNoPng", {"render", "FILE", "-o", "never.jpg"}},
+                    Misuse{"ATargetWithoutSuffix", {"render", "FILE", "-o", "png"}},
+                    Misuse{"FromWithoutAt", render_and({"--from", "0,1,5"})},
+                    Misuse{"AtWithoutFrom", render_and({"--at", "0,1,5"})},
+                    Misuse{"UpWithoutFrom", render_and({"--up", "0,1,0"})},
+                    Misuse{"FovWithoutFrom", render_and({"--fov", "30"})},
+                    Misuse{"FitWithFrom", render_from({"--fit"})},
+                    Misuse{"FromOfTwoNumbers", render_and({"--from", "0,1", "--at", "0,1,0"})},
+                    Misuse{"FromWhereItLooks", render_and({"--from", "0,1,5", "--at", "0,1,5"})},
+                    Misuse{"UpAlongTheView", render_from({"--up", "0,0,-2"})},
+                    Misuse{"UpOfNoLength", render_from({"--up", "0,0,0"})},
+                    Misuse{"FovOfNothing", render_from({"--fov", "0"})},
+                    Misuse{"FovOf180", render_from({"--fov", "180"})},
+                    Misuse{"FovOfNaN", render_from({"--fov", "nan"})},
+                    Misuse{"OrthoOfNothing", render_and({"--ortho", "0"})},
+                    Misuse{"OrthoBelowZero", render_and({"--ortho", "-1"})},
+                    Misuse{"OrthoWithoutEnd", render_and({"--ortho", "inf"})},
+                    Misuse{"SizeOfNothing", render_and({"--size", "640x0"})},
+                    Misuse{"NegativeSize", render_and({"--size", "-640x480"})},
+                    Misuse{"SizeOfOneNumber", render_and({"--size", "640"})},
+                    Misuse{"SizeOfFractions", render_and({"--size", "640.5x480"})},
+                    Misuse{"BackgroundAboveOne", render_and({"--background", "1,1,1.01"})},
+                    Misuse{"BackgroundBelowZero", render_and({"--background", "-0.1,1,1"})},
+                    Misuse{"BackgroundOfTwo", render_and({"--background", "1,1"})},
+                    Misuse{"BackgroundOfWords", render_and({"--background", "white"})},
+                    Misuse{"AnUnknownOperation", render_and({"--op", "Shrink"})}),
+    name_of);
+
 // A correct walk, and more words.
 std::vector<std::string> walk_and(std::vector<std::string> const &more)
 {

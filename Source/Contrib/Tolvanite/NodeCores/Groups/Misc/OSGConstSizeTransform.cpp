@@ -1,6 +1,8 @@
 #include "OSGConstSizeTransform.h"
 
 #include "OSGIntersectAction.h"
+#include "OSGRenderAction.h"
+#include "OSGScreenSize.h"
 
 namespace OSG
 {
@@ -19,6 +21,11 @@ void carry_ray(IntersectAction &action, Matrix const &matrix)
         direction[i] = matrix[0][i] * d[0] + matrix[1][i] * d[1] + matrix[2][i] * d[2];
     action.setLine(Line(position, direction), action.getMaxDist());
     action.scale(direction.length());
+}
+
+RenderPartition &partition_of(Action *action)
+{
+    return *dynamic_cast<RenderAction &>(*action).getActivePartition();
 }
 } // namespace
 
@@ -47,6 +54,44 @@ void ConstSizeTransform::initMethod(TypeBase::InitPhase phase)
         [](NodeCore *core, Action *action)
         { return static_cast<ConstSizeTransform *>(core)->intersectLeave(action); },
         Action::HandlerPromise::KeepsScene);
+    RenderAction::registerEnterDefault(
+        getClassType(), [](NodeCore *core, Action *action)
+        { return static_cast<ConstSizeTransform *>(core)->renderEnter(action); });
+    RenderAction::registerLeaveDefault(
+        getClassType(), [](NodeCore *core, Action *action)
+        { return static_cast<ConstSizeTransform *>(core)->renderLeave(action); });
+}
+
+void ConstSizeTransform::calcMatrix(Action *action)
+{
+    RenderPartition const &partition = partition_of(action);
+    DrawEnv const &env = partition.getDrawEnv();
+    Matrix matrix = partition.getCurrentMatrix().matrix;
+    matrix.mult(getMatrix());
+    matrix.multLeft(env.getCameraToWorld());
+    Real32 const size = unit_on_screen(env, matrix * Pnt3f(0, 0, 0));
+    Matrix scale;
+    scale.setScale(getDistance() / size);
+    matrix.mult(scale);
+    if(matrix.equals(getTransform(), ScreenSizeEpsilon))
+        return;
+    setTransform(matrix);
+    NodeCore::invalidateVolume();
+}
+
+ActionBase::ResultE ConstSizeTransform::renderEnter(Action *action)
+{
+    calcMatrix(action);
+    dynamic_cast<RenderAction &>(*action).pushVisibility();
+    partition_of(action).pushMatrix(getTransform());
+    return ActionBase::Continue;
+}
+
+ActionBase::ResultE ConstSizeTransform::renderLeave(Action *action)
+{
+    partition_of(action).popMatrix();
+    partition_of(action).popVisibility();
+    return ActionBase::Continue;
 }
 
 ActionBase::ResultE ConstSizeTransform::intersectEnter(Action *action)
