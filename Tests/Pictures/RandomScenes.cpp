@@ -12,6 +12,7 @@
 #include "OSGMaterialGroup.h"
 #include "OSGMultiCore.h"
 #include "OSGScreenLOD.h"
+#include "OSGSpotLight.h"
 #include "OSGSwitch.h"
 #include "RandomGeometry.h"
 #include "RandomMaterial.h"
@@ -103,7 +104,7 @@ class SceneMaker
         case 3:
             return make_node(nullptr, children);
         case 4:
-            return node_with<DirectionalLight>(children);
+            return lit(children);
         case 5:
             return switched(children);
         case 6:
@@ -125,6 +126,55 @@ class SceneMaker
         default:
             return placed(children);
         }
+    }
+
+    NodePtr lit(Children const &children)
+    {
+        switch(_random.below(3))
+        {
+        case 0:
+        {
+            UnrecordedRefPtr<DirectionalLight> const core(DirectionalLight::create());
+            core->setDirection(_random.vector());
+            return withLight(*core, children);
+        }
+        case 1:
+        {
+            UnrecordedRefPtr<PointLight> const core(PointLight::create());
+            placeLight(*core);
+            return withLight(*core, children);
+        }
+        default:
+        {
+            UnrecordedRefPtr<SpotLight> const core(SpotLight::create());
+            placeLight(*core);
+            core->setSpotDirection(_random.vector());
+            core->setSpotCutOff(_random.real(0.5f, 1.5f));
+            core->setSpotExponent(_random.real(0, 5));
+            return withLight(*core, children);
+        }
+        }
+    }
+
+    void placeLight(PointLight &light)
+    {
+        light.setPosition(_random.point(-3, 3));
+        light.setAttenuation(_random.point(0.1f, 0.5f).subZero());
+    }
+
+    // Half of the lights have a beacon of their own.
+    NodePtr withLight(Light &light, Children const &children)
+    {
+        light.setAmbient(Color4f(random_color(_random), 1));
+        light.setDiffuse(Color4f(random_color(_random), 1));
+        light.setSpecular(Color4f(random_color(_random), 1));
+        light.setOn(_random.below(5) != 0);
+        NodePtr const node = make_node(&light, children);
+        if(_random.below(2) != 0)
+            return node;
+        NodePtr const beacon = make_transform(random_matrix(_random, 1));
+        light.setBeacon(beacon);
+        return make_group({node, beacon});
     }
 
     NodePtr switched(Children const &children)

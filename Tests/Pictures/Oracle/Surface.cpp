@@ -134,9 +134,7 @@ ChunkSet chunks_of(Material const *material)
         return chunks_of_simple(*simple);
     if(auto const *const list = dynamic_cast<ChunkMaterial const *>(meant))
         return chunks_of_list(*list);
-    ChunkSet result;
-    result.colors[0] = SurfaceColors();
-    return result;
+    return {};
 }
 
 void override_chunks(ChunkSet &below, ChunkSet const &above)

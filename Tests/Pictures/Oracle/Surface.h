@@ -51,7 +51,7 @@ struct ChunkSet
     std::map<Int32, Matrix4d> textureMatrices;
 };
 
-/// Null, and a choice that leads nowhere, give the defaults of a simple material.
+/// Null, and a choice that leads nowhere, give no chunks.
 ChunkSet chunks_of(Material const *material);
 /// What is in `above` takes the place of what is in `below`, slot by slot.
 void override_chunks(ChunkSet &below, ChunkSet const &above);
@@ -73,5 +73,6 @@ struct Surface
     bool alphaTest = false; ///< fragments with alpha below 0.5 are dropped
 };
 
+/// What no chunk says is as in a new simple material.
 Surface surface_of(ChunkSet const &chunks);
 } // namespace OSG::Test
