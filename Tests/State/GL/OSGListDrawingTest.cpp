@@ -1,5 +1,7 @@
 #include "OSGListDrawing.h"
 
+#include <limits>
+
 #include "DrawingTest.h"
 #include "DrawnLists.h"
 #include "LogCapture.h"
@@ -150,6 +152,32 @@ TEST_F(ListDrawing, LinesAndPointsAreDrawn)
     EXPECT_EQ(pixel(4, 15), (Rgb{255, 0, 0}));
     EXPECT_EQ(pixel(16, 3), (Rgb{255, 0, 0}));
     EXPECT_EQ(pixel(16, 5), (Rgb{0, 0, 0}));
+}
+
+TEST_F(ListDrawing, ASpaceThatIsNotFiniteShowsNothingAndHarmsNothing)
+{
+    constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
+    constexpr Real32 Huge = std::numeric_limits<Real32>::max();
+    for(Real32 value : {std::numeric_limits<Real32>::quiet_NaN(), Infinite, -Infinite, Huge})
+    {
+        TestList scene;
+        UInt32 const lights = scene.addLights(headlight());
+        for(UInt32 element = 0; element < 16; ++element)
+        {
+            Matrix matrix;
+            matrix[element / 4][element % 4] = value;
+            DrawMesh mesh = with_normals(full_picture(0.5f));
+            mesh.lines = {0, 2};
+            mesh.points = {1};
+            if(std::abs(value) != Huge)
+                scene.add(mesh, colored(Red), scene.addSpace(matrix), lights);
+        }
+        scene.add(rectangle({0, -1, 0}, {1, 1, 0}), colored(Green));
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        scene.draw();
+        EXPECT_EQ(pixel(Size - 4), (Rgb{0, 255, 0})) << value;
+        EXPECT_EQ(pixel(4), (Rgb{0, 0, 0})) << value;
+    }
 }
 
 // --- colours of vertices ---
