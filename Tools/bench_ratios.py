@@ -9,8 +9,12 @@ CASE/PEER. The benchmarks of a case run interleaved in one process, with seven r
 an option says otherwise. For each case the script prints the median time with its range, and the
 ratio of the medians with the least and the greatest ratio that the ranges allow, both ways round.
 Where `ours / PEER` is below 1, and `PEER / ours` above it, we are faster.
+
+RenderBenchmarks runs a second time with the OpenGL library that draws nothing, where that was built:
+its cases then tell the calls of a frame as well.
 """
 import json
+import os
 import pathlib
 import re
 import statistics
@@ -21,24 +25,38 @@ MODIFIERS = re.compile(r"(/(iterations|repeats|min_time|min_warmup_time|real_tim
                        r"|manual_time|threads)(:[^/]*)?)+$")
 
 
-def quantity(entry):
-    """The result of a repetition: bytes, or a time in nanoseconds, of the processor where a
-    benchmark measures that."""
+def quantities(entry):
+    """The results of a repetition: bytes, or a time in nanoseconds, of the processor where a
+    benchmark measures that; and calls of a library, where they were counted."""
+    if "calls" in entry:
+        yield entry["calls"], "calls"
     if "bytes" in entry:
-        return entry["bytes"], "bytes"
+        yield entry["bytes"], "bytes"
+        return
     if "items_per_second" in entry:
-        return 1e9 / entry["items_per_second"], "time"
+        yield 1e9 / entry["items_per_second"], "time"
+        return
     scale = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}[entry["time_unit"]]
     clock = "cpu_time" if "/process_time" in entry["run_name"] else "real_time"
-    return entry[clock] * scale, "time"
+    yield entry[clock] * scale, "time"
 
 
-def run(program, options):
-    """The results of all repetitions and their unit, by case and contender."""
+def environments(program):
+    """The environments that a program runs in."""
+    yield dict(os.environ)
+    null_gl = program.parent.parent / "null-gl"
+    if program.name == "RenderBenchmarks" and null_gl.is_dir():
+        path = os.pathsep.join(filter(None, [str(null_gl), os.environ.get("LD_LIBRARY_PATH")]))
+        yield dict(os.environ, LD_LIBRARY_PATH=path)
+
+
+def run(program, options, environment):
+    """The results of all repetitions by case with its unit and contender."""
     print(f"running {program.name}", file=sys.stderr)
     command = [str(program), "--benchmark_format=json", "--benchmark_repetitions=7",
                "--benchmark_enable_random_interleaving=true", *options]
-    result = subprocess.run(command, stdout=subprocess.PIPE, check=True, text=True)
+    result = subprocess.run(command, stdout=subprocess.PIPE, check=True, text=True,
+                            env=environment)
     times = {}
     for entry in json.loads(result.stdout)["benchmarks"]:
         if entry.get("error_occurred"):
@@ -46,8 +64,8 @@ def run(program, options):
         if entry.get("run_type") != "iteration":
             continue
         case, _, contender = MODIFIERS.sub("", entry["run_name"]).rpartition("/")
-        value, unit = quantity(entry)
-        times.setdefault((case, unit), {}).setdefault(contender, []).append(value)
+        for value, unit in quantities(entry):
+            times.setdefault((case, unit), {}).setdefault(contender, []).append(value)
     return times
 
 
@@ -89,8 +107,9 @@ def main():
     if not programs:
         raise SystemExit(f"no such benchmark program in {folder}")
     for program in programs:
-        for (case, unit), contenders in sorted(run(program, options).items()):
-            report(case, unit, contenders)
+        for environment in environments(program):
+            for (case, unit), contenders in sorted(run(program, options, environment).items()):
+                report(case, unit, contenders)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "OSGNode.h"
+#include "Oracle/PictureComparison.h"
+#include "Oracle/SlowView.h"
+
+namespace OSG::Test
+{
+/// Why nothing can be rendered on this machine; empty where it can.
+std::string missing_renderer();
+
+/// The picture that the system's own renderer makes in an off-screen context.
+Pixels rendered_pixels(Node *root, ViewSetup const &setup);
+} // namespace OSG::Test
