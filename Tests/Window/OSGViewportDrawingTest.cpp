@@ -379,8 +379,13 @@ class UnusualHost
         for(GLenum name :
             {GL_ALPHA_TEST, GL_BLEND, GL_COLOR_MATERIAL, GL_CULL_FACE, GL_FOG, GL_LIGHT1, GL_LIGHT7,
              GL_LINE_STIPPLE, GL_POLYGON_STIPPLE, GL_STENCIL_TEST, GL_CLIP_PLANE0, GL_SCISSOR_TEST,
-             GL_RESCALE_NORMAL, GL_POLYGON_OFFSET_FILL, GL_FRAMEBUFFER_SRGB, GL_COLOR_LOGIC_OP})
+             GL_RESCALE_NORMAL, GL_POLYGON_OFFSET_FILL, GL_FRAMEBUFFER_SRGB, GL_COLOR_LOGIC_OP,
+             GL_RASTERIZER_DISCARD, GL_DEPTH_CLAMP, GL_PRIMITIVE_RESTART_FIXED_INDEX})
             glEnable(name);
+        glClampColor(GL_CLAMP_VERTEX_COLOR, GL_FALSE);
+        glClipControl(GL_UPPER_LEFT, GL_ZERO_TO_ONE);
+        GLfloat const attenuation[] = {0, 1, 0};
+        glPointParameterfv(GL_POINT_DISTANCE_ATTENUATION, attenuation);
         GLdouble const plane[] = {0, 0, 0, -1};
         glClipPlane(GL_CLIP_PLANE0, plane);
         glStencilFunc(GL_NEVER, 1, 1);

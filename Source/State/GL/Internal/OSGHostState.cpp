@@ -27,6 +27,9 @@ bool has_room_on_stacks()
            !is_full(GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MAX_CLIENT_ATTRIB_STACK_DEPTH);
 }
 
+constexpr int FirstWithClampedColors = 30;
+constexpr int FirstWithClipControl = 45;
+
 void load_identity(GLenum stack)
 {
     glMatrixMode(stack);
@@ -48,11 +51,11 @@ HostState::HostState()
 
 void HostState::readFeatures()
 {
-    int const version = epoxy_gl_version();
-    _hasVertexArrays = version >= 30 || epoxy_has_gl_extension("GL_ARB_vertex_array_object");
+    _version = epoxy_gl_version();
+    _hasVertexArrays = _version >= 30 || epoxy_has_gl_extension("GL_ARB_vertex_array_object");
     _hasFrameBuffers = has_frame_buffers();
-    _hasSamplers = version >= 33 || epoxy_has_gl_extension("GL_ARB_sampler_objects");
-    _hasPipelines = version >= 41 || epoxy_has_gl_extension("GL_ARB_separate_shader_objects");
+    _hasSamplers = _version >= 33 || epoxy_has_gl_extension("GL_ARB_sampler_objects");
+    _hasPipelines = _version >= 41 || epoxy_has_gl_extension("GL_ARB_separate_shader_objects");
 }
 
 // Most of the state goes with the stacks of attributes. The rest is read by name.
@@ -67,6 +70,16 @@ void HostState::keep()
     _program = integer(GL_CURRENT_PROGRAM);
     if(_hasPipelines)
         _pipeline = integer(GL_PROGRAM_PIPELINE_BINDING);
+    if(_version >= FirstWithClampedColors)
+    {
+        _discards = glIsEnabled(GL_RASTERIZER_DISCARD);
+        _clampsColors = integer(GL_CLAMP_VERTEX_COLOR);
+    }
+    if(_version >= FirstWithClipControl)
+    {
+        _clipOrigin = integer(GL_CLIP_ORIGIN);
+        _clipDepth = integer(GL_CLIP_DEPTH_MODE);
+    }
     _arrayBuffer = integer(GL_ARRAY_BUFFER_BINDING);
     _unpackBuffer = integer(GL_PIXEL_UNPACK_BUFFER_BINDING);
     _packBuffer = integer(GL_PIXEL_PACK_BUFFER_BINDING);
@@ -128,6 +141,14 @@ HostState::~HostState()
     glUseProgram(static_cast<GLuint>(_program));
     if(_hasPipelines)
         glBindProgramPipeline(static_cast<GLuint>(_pipeline));
+    if(_version >= FirstWithClampedColors)
+    {
+        if(_discards != GL_FALSE)
+            glEnable(GL_RASTERIZER_DISCARD);
+        glClampColor(GL_CLAMP_VERTEX_COLOR, static_cast<GLenum>(_clampsColors));
+    }
+    if(_version >= FirstWithClipControl)
+        glClipControl(static_cast<GLenum>(_clipOrigin), static_cast<GLenum>(_clipDepth));
     if(_hasFrameBuffers)
     {
         glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(_drawFrameBuffer));
@@ -187,8 +208,7 @@ void HostState::initialise() const
         if(epoxy_has_gl_extension(name))
             glDisable(extension);
     }
-    if(epoxy_gl_version() >= 30 || epoxy_has_gl_extension("GL_ARB_framebuffer_sRGB"))
-        glDisable(GL_FRAMEBUFFER_SRGB);
+    initialiseLater();
     for(GLint i = 0, planes = integer(GL_MAX_CLIP_PLANES); i < planes; ++i)
         glDisable(GL_CLIP_PLANE0 + static_cast<GLenum>(i));
     for(GLint i = 0, lights = integer(GL_MAX_LIGHTS); i < lights; ++i)
@@ -204,6 +224,8 @@ void HostState::initialise() const
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     glLineWidth(1);
     glPointSize(1);
+    GLfloat const noAttenuation[] = {1, 0, 0};
+    glPointParameterfv(GL_POINT_DISTANCE_ATTENUATION, noAttenuation);
     glShadeModel(GL_SMOOTH);
     glLightModeli(GL_LIGHT_MODEL_COLOR_CONTROL, GL_SINGLE_COLOR);
     glLightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, 0);
@@ -256,7 +278,29 @@ void HostState::initialiseArrays() const
                               GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS, GL_UNPACK_SKIP_IMAGES})
         glPixelStorei(store, 0);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    if(epoxy_gl_version() >= 31)
-        glDisable(GL_PRIMITIVE_RESTART);
+}
+
+// What versions after 2.1 have brought.
+void HostState::initialiseLater() const
+{
+    struct Later
+    {
+        int version;
+        GLenum feature;
+    };
+    constexpr Later Features[] = {{30, GL_RASTERIZER_DISCARD},
+                                  {30, GL_FRAMEBUFFER_SRGB},
+                                  {31, GL_PRIMITIVE_RESTART},
+                                  {32, GL_DEPTH_CLAMP},
+                                  {43, GL_PRIMITIVE_RESTART_FIXED_INDEX}};
+    for(Later const &later : Features)
+    {
+        if(_version >= later.version)
+            glDisable(later.feature);
+    }
+    if(_version >= FirstWithClampedColors)
+        glClampColor(GL_CLAMP_VERTEX_COLOR, GL_TRUE);
+    if(_version >= FirstWithClipControl)
+        glClipControl(GL_LOWER_LEFT, GL_NEGATIVE_ONE_TO_ONE);
 }
 } // namespace OSG
