@@ -40,10 +40,6 @@ class OSG_STATE_API HostState
     void keep();
     void keepUnits();
     void putBackUnits() const;
-    void initialise() const;
-    void initialiseUnits() const;
-    void initialiseArrays() const;
-    void initialiseLater() const;
 
     int _version = 0; // of OpenGL, 21 for 2.1
     bool _isKept = false;
