@@ -34,17 +34,17 @@ constexpr GLenum Switches[] = {GL_ALPHA_TEST,
 // What versions after 2.1 and extensions have brought.
 struct LaterSwitch
 {
-    int version;
     char const *extension; // null for none that brings the switch earlier
+    int version;
     GLenum name;
 };
-constexpr LaterSwitch LaterSwitches[] = {{30, nullptr, GL_RASTERIZER_DISCARD},
-                                         {30, nullptr, GL_FRAMEBUFFER_SRGB},
-                                         {31, nullptr, GL_PRIMITIVE_RESTART},
-                                         {32, nullptr, GL_DEPTH_CLAMP},
-                                         {43, nullptr, GL_PRIMITIVE_RESTART_FIXED_INDEX},
-                                         {99, "GL_ARB_vertex_program", GL_VERTEX_PROGRAM_ARB},
-                                         {99, "GL_ARB_fragment_program", GL_FRAGMENT_PROGRAM_ARB}};
+constexpr LaterSwitch LaterSwitches[] = {{nullptr, 30, GL_RASTERIZER_DISCARD},
+                                         {nullptr, 30, GL_FRAMEBUFFER_SRGB},
+                                         {nullptr, 31, GL_PRIMITIVE_RESTART},
+                                         {nullptr, 32, GL_DEPTH_CLAMP},
+                                         {nullptr, 43, GL_PRIMITIVE_RESTART_FIXED_INDEX},
+                                         {"GL_ARB_vertex_program", 99, GL_VERTEX_PROGRAM_ARB},
+                                         {"GL_ARB_fragment_program", 99, GL_FRAGMENT_PROGRAM_ARB}};
 
 // As many as the driver has, from `first` on.
 void disable_row(GLenum first, GLenum limit)
