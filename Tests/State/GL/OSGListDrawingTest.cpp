@@ -1,11 +1,15 @@
 #include "OSGListDrawing.h"
 
+#include <cmath>
+#include <limits>
+
 #include "DrawingTest.h"
 #include "DrawnLists.h"
 #include "LogCapture.h"
 #include "OSGBlendChunk.h"
 #include "OSGChunkMaterial.h"
 #include "OSGDrawStateResolution.h"
+#include "OSGStateParts.h"
 
 namespace OSG::Test
 {
@@ -108,7 +112,7 @@ TEST_F(ListDrawing, NormalsAreRightUnderScaledTransforms)
     scene.add(with_normals(slope, Vec3f(-1, 0, 1)), colored(Color4f(1, 1, 1, 1)),
               scene.addSpace(stretched), lights);
     scene.draw();
-    int const expected = static_cast<int>(255 * 2 / std::sqrt(5.0) + 0.5);
+    int const expected = static_cast<int>(std::lround(255 * 2 / std::sqrt(5.0)));
     EXPECT_TRUE(pixel().isNear({expected, expected, expected})) << pixel();
 }
 
@@ -150,6 +154,32 @@ TEST_F(ListDrawing, LinesAndPointsAreDrawn)
     EXPECT_EQ(pixel(4, 15), (Rgb{255, 0, 0}));
     EXPECT_EQ(pixel(16, 3), (Rgb{255, 0, 0}));
     EXPECT_EQ(pixel(16, 5), (Rgb{0, 0, 0}));
+}
+
+TEST_F(ListDrawing, ASpaceThatIsNotFiniteShowsNothingAndHarmsNothing)
+{
+    constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
+    constexpr Real32 Huge = std::numeric_limits<Real32>::max();
+    for(Real32 value : {std::numeric_limits<Real32>::quiet_NaN(), Infinite, -Infinite, Huge})
+    {
+        TestList scene;
+        UInt32 const lights = scene.addLights(headlight());
+        for(UInt32 element = 0; element < 16; ++element)
+        {
+            Matrix matrix;
+            matrix[element / 4][element % 4] = value;
+            DrawMesh mesh = with_normals(full_picture(0.5f));
+            mesh.lines = {0, 2};
+            mesh.points = {1};
+            if(std::abs(value) != Huge)
+                scene.add(mesh, colored(Red), scene.addSpace(matrix), lights);
+        }
+        scene.add(rectangle({0, -1, 0}, {1, 1, 0}), colored(Green));
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        scene.draw();
+        EXPECT_EQ(pixel(Size - 4), (Rgb{0, 255, 0})) << value;
+        EXPECT_EQ(pixel(4), (Rgb{0, 0, 0})) << value;
+    }
 }
 
 // --- colours of vertices ---
@@ -198,7 +228,7 @@ TEST_P(VertexColors, ReplaceWhatTheColourMaterialNames)
     Rgb const own = GetParam().isLit ? Rgb{77, 26, 77} : Rgb{51, 0, 0};
     EXPECT_TRUE(pixel(4).isNear(own)) << pixel(4);
 }
-ColorCase const color_cases[] = {
+ColorCase const ColorCases[] = {
     {"LitAmbient", GLName::Ambient, true, {51, 26, 51}},
     {"LitDiffuse", GLName::Diffuse, true, {26, 153, 77}},
     {"LitSpecular", GLName::Specular, true, {77, 153, 26}},
@@ -208,7 +238,7 @@ ColorCase const color_cases[] = {
     {"UnlitDiffuse", GLName::Diffuse, false, {0, 128, 0}},
     {"UnlitBoth", GLName::AmbientAndDiffuse, false, {0, 128, 0}},
 };
-INSTANTIATE_TEST_SUITE_P(Modes, VertexColors, testing::ValuesIn(color_cases),
+INSTANTIATE_TEST_SUITE_P(Modes, VertexColors, testing::ValuesIn(ColorCases),
                          [](auto const &row) { return row.param.name; });
 
 // --- chunks that act by themselves ---
@@ -224,7 +254,10 @@ class NotingChunk : public BlendChunk
     }
     void activate(DrawEnv *, UInt32) override { _notes += '+' + _name; }
     void deactivate(DrawEnv *, UInt32) override { _notes += '-' + _name; }
-    void addTo(StateParts &parts, UInt32 slot) const override { StateChunk::addTo(parts, slot); }
+    void addTo(StateParts &parts, UInt32 slot) const override
+    {
+        parts.setChunk(const_cast<NotingChunk &>(*this), slot);
+    }
     bool isTransparent() const override { return false; }
 
   private:

@@ -4,6 +4,7 @@
 
 #include <epoxy/gl.h>
 
+#include "OSGBaseTypes.h"
 #include "OSGStateApi.h"
 
 namespace OSG
@@ -24,6 +25,10 @@ class OSG_STATE_API HostState
     /// nothing can be drawn.
     bool isKept() const { return _isKept; }
 
+    /// Reads the colours of the frame buffer that is bound from its left bottom corner on, 3 bytes
+    /// a pixel, the bottom row first, rows without padding.
+    static void readPixels(UInt32 width, UInt32 height, UInt8 *pixels);
+
   private:
     struct Unit
     {
@@ -35,19 +40,20 @@ class OSG_STATE_API HostState
     void keep();
     void keepUnits();
     void putBackUnits() const;
-    void initialise() const;
-    void initialiseUnits() const;
-    void initialiseArrays() const;
 
+    int _version = 0; // of OpenGL, 21 for 2.1
     bool _isKept = false;
     bool _hasVertexArrays = false;
     bool _hasFrameBuffers = false;
     bool _hasSamplers = false;
     bool _hasPipelines = false;
-    GLint _arrayBuffer = 0, _elementBuffer = 0, _unpackBuffer = 0;
+    GLint _arrayBuffer = 0, _elementBuffer = 0, _unpackBuffer = 0, _packBuffer = 0;
     GLint _vertexArray = 0;
     GLint _program = 0, _pipeline = 0;
     GLint _drawFrameBuffer = 0, _readFrameBuffer = 0, _renderBuffer = 0;
+    GLboolean _discards = GL_FALSE;
+    GLint _clampsColors = GL_TRUE;
+    GLint _clipOrigin = GL_LOWER_LEFT, _clipDepth = GL_NEGATIVE_ONE_TO_ONE;
     GLfloat _projection[16];
     GLfloat _modelView[16];
     std::vector<Unit> _units; // with texture coordinates

@@ -171,12 +171,12 @@ void MeshStore::uploadPages()
     constexpr std::size_t LargestKept = 65536;
     if(_scratch.positions.capacity() > LargestKept)
         _scratch = DrawMesh();
-    for(MeshPage *page : _fresh)
+    // One whose upload raises std::bad_alloc is tried again in the next frame.
+    for(; !_fresh.empty(); _fresh.pop_back())
     {
-        if(!page->upload())
+        if(!_fresh.back()->upload())
             OSG_LOG_WARNING("The driver has no memory for the vertices of a page\n");
     }
-    _fresh.clear();
 }
 
 void MeshStore::remove(Place const &place)

@@ -2,6 +2,7 @@
 
 #include <mutex>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "OSGDrawState.h"
@@ -12,7 +13,7 @@ namespace OSG
 ///
 /// All functions but forget() want the context to be current. forget() may be called in any thread;
 /// the texture that it leaves behind is freed by the next collect().
-class TextureStore
+class OSG_STATE_API TextureStore
 {
   public:
     /// Images are looked at once between two calls, to see whether they have changed.
@@ -30,6 +31,10 @@ class TextureStore
     /// The context is gone, and its textures with it.
     void abandon();
 
+    /// True once in the life of the store: for the warning of a material with more textures than
+    /// the driver has units.
+    bool isFirstExcess() { return !std::exchange(_hadExcess, true); }
+
     /// Number of textures.
     std::size_t countObjects() const;
 
@@ -41,6 +46,7 @@ class TextureStore
         UInt64 content = 0; // a hash
         UInt64 lookedAt = 0;
         bool isUsable = false;
+        bool isDone = false; // false where std::bad_alloc has cut the making short
         bool hasMipmaps = false;
         // What the texture object is set to.
         UInt32 minFilter = 0, magFilter = 0, wrapS = 0, wrapT = 0;
@@ -54,5 +60,6 @@ class TextureStore
     std::unordered_map<Image const *, Texture> _textures;
     std::vector<UInt32> _forgotten;
     UInt64 _frame = 1;
+    bool _hadExcess = false;
 };
 } // namespace OSG
