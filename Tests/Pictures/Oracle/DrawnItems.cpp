@@ -68,6 +68,14 @@ Real64 centre_depth(Geometry &geometry, Matrix4d const &toEye)
     return -(toEye * with_w(wide(centre), 1))[2];
 }
 
+// Maps of the surroundings are read by the normals.
+bool mirrors_without_normals(Geometry const &geometry, Surface const &surface)
+{
+    return geometry.getNormals() == nullptr &&
+           std::any_of(surface.stages.begin(), surface.stages.end(),
+                       [](TextureStage const &stage) { return stage.picture.sphereMap; });
+}
+
 // What a node hands down to those below it.
 struct Heritage
 {
@@ -190,7 +198,9 @@ class ItemCollector
         std::vector<LightSource> lights = heritage.lights;
         if(_view.headlight)
             lights.assign(1, LightSource());
-        items.push_back({&geometry, heritage.toEye, surface_of(chunks), std::move(lights),
+        Surface surface = surface_of(chunks);
+        bool const doubtful = mirrors_without_normals(geometry, surface);
+        items.push_back({&geometry, heritage.toEye, std::move(surface), std::move(lights), doubtful,
                          centre_depth(geometry, heritage.toEye)});
     }
 
