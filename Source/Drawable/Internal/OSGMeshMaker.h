@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OSGDrawMesh.h"
+#include "OSGDrawableApi.h"
 
 namespace OSG
 {
@@ -12,5 +13,5 @@ class Geometry;
 /// in the order of first use. Elements that are missing are zero, a missing colour is black.
 /// Colours of three numbers have alpha 1. Texture coordinates are those of slot 8, (s, t, r, q)
 /// with r 0 and q 1 where they have fewer numbers.
-void make_mesh(Geometry const &geometry, DrawMesh &mesh);
+OSG_DRAWABLE_API void make_mesh(Geometry const &geometry, DrawMesh &mesh);
 } // namespace OSG

@@ -5,6 +5,7 @@
 #include <epoxy/gl.h>
 
 #include "OSGEglContext.h"
+#include "OSGGLObjectStore.h"
 
 namespace OSG
 {
@@ -90,8 +91,15 @@ OffscreenContext::OffscreenContext(UInt32 width, UInt32 height)
     _context->release();
 }
 
-// The buffers go with the context, which shares them with no other one.
-OffscreenContext::~OffscreenContext() = default;
+// The frame buffer goes with the context, which shares it with no other one. What scenes have in
+// the context is kept for it elsewhere.
+OffscreenContext::~OffscreenContext()
+{
+    if(!_missing.empty() || !_context->makeCurrent())
+        return;
+    GLObjectStore::releaseCurrent();
+    _context->release();
+}
 
 std::string OffscreenContext::makePicture()
 {

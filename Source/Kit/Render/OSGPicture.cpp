@@ -11,6 +11,8 @@
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
 #include "OSGRenderAction.h"
+#include "OSGShownTriangles.h"
+#include "OSGSolidBackground.h"
 #include "OSGTransform.h"
 
 namespace OSG
@@ -70,27 +72,34 @@ UnrecordedRefPtr<Node> make_beacon(Matrix const &matrix)
     return beacon;
 }
 
-void clear_picture(Color3f const &background)
+/// The camera and the background of a picture, and what holds them.
+struct Scenery
 {
-    glClearColor(background[0], background[1], background[2], 1);
-    glClearDepth(1);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-}
+    Scenery(PictureView const &view, Color3f const &color)
+        : beacon(make_beacon(view.camera))
+        , camera(make_lens(view))
+    {
+        camera->setBeacon(beacon);
+        camera->setNear(single(view.depths.nearSide));
+        camera->setFar(single(view.depths.farSide));
+        background->setColor(color);
+    }
+
+    UnrecordedRefPtr<Node> beacon;
+    CameraPtr camera;
+    UnrecordedRefPtr<SolidBackground> background{SolidBackground::create()};
+};
 
 // The viewport of OpenGL stands where the context has put it, over the whole picture.
-void draw_scene(Node *root, PictureView const &view, RenderAction &action)
+void draw_scene(Node *root, Scenery const &scenery)
 {
-    UnrecordedRefPtr<Node> const beacon = make_beacon(view.camera);
-    CameraPtr const camera = make_lens(view);
-    camera->setBeacon(beacon);
-    camera->setNear(single(view.depths.nearSide));
-    camera->setFar(single(view.depths.farSide));
     UnrecordedRefPtr<EnhPassiveViewport> const viewport(EnhPassiveViewport::create());
-    viewport->setCamera(camera);
-    viewport->setBackground(UnrecordedRefPtr<Background>(Background::create()));
+    viewport->setCamera(scenery.camera);
+    viewport->setBackground(scenery.background);
     viewport->setRoot(root);
-    action.setHeadlight(true);
-    viewport->render(&action);
+    UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
+    action->setHeadlight(true);
+    viewport->render(action);
 }
 } // namespace
 
@@ -105,13 +114,16 @@ Picture draw_picture(OffscreenContext &context, Node *root, PictureView const &v
                                                     : context.missing();
         return picture;
     }
-    clear_picture(background);
-    UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
+    Scenery const scenery(view, background);
     if(root != nullptr && view.depths.isVisible())
-        draw_scene(root, view, *action);
+        draw_scene(root, scenery);
+    else
+        scenery.background->clear();
     picture.pixels = context.readPixels();
     if(glGetError() == GL_OUT_OF_MEMORY)
         return {.missing = "out of memory"};
+    picture.triangles =
+        count_shown_triangles(root, *scenery.camera, context.getWidth(), context.getHeight());
     return picture;
 }
 } // namespace OSG

@@ -211,14 +211,37 @@ DrawItem FrameCollector::itemOf(Found const &found) const
             found.light == SceneRecord::NoLight ? 0 : _lightSets[found.light]};
 }
 
+// States have their places in the order of first use.
+void FrameCollector::rankFound()
+{
+    std::vector<UInt32> const &known = _cache.getStateRanks();
+    _ranks.assign(_found.empty() ? 0 : _list.states.size(), SceneCache::NoRank);
+    UInt32 next = static_cast<UInt32>(known.size());
+    for(Found const &found : _found)
+    {
+        UInt32 const state = _cache.getStates().stateOf(found.state);
+        if((state >= known.size() || known[state] == SceneCache::NoRank) &&
+           _ranks[state] == SceneCache::NoRank)
+            _ranks[state] = next++;
+    }
+}
+
+UInt32 FrameCollector::rankOf(UInt32 state) const
+{
+    std::vector<UInt32> const &known = _cache.getStateRanks();
+    return state < known.size() && known[state] != SceneCache::NoRank ? known[state]
+                                                                      : _ranks[state];
+}
+
 // What was found for the view takes its place among equal states.
 void FrameCollector::makeOpaque()
 {
     auto const keyOf = [this](DrawItem const &item, UInt32 state)
     {
-        return std::tuple(_cache.getStates().sortKeyOf(state), item.state,
+        return std::tuple(_cache.getStates().sortKeyOf(state), rankOf(item.state),
                           _list.shapes[item.shape]->getMeshLayout());
     };
+    rankFound();
     std::vector<Found const *> found;
     for(Found const &one : _found)
     {

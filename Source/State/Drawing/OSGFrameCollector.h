@@ -79,6 +79,8 @@ class OSG_STATE_API FrameCollector
     DrawItem itemOf(SceneRecord::Item const &item) const;
     DrawItem itemOf(Found const &found) const;
     bool isTransparent(UInt32 state) const;
+    UInt32 rankOf(UInt32 state) const;
+    void rankFound();
     Real32 depthOf(UInt32 item) const;
     Matrix spaceToEye(UInt32 space) const;
 
@@ -104,6 +106,7 @@ class OSG_STATE_API FrameCollector
     std::vector<UInt64> _seen; // by place in the order
     std::vector<UInt64> _seenItems;
     std::vector<Depth> _depths;
+    std::vector<UInt32> _ranks;     // of the states that only found shapes have, behind the cache's
     std::vector<UInt32> _lightSets; // by light: in the list
     std::vector<UInt32> _spaceUse;  // by space: number of the frame that used it last
     UInt32 _frame = 0;

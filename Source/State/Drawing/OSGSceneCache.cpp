@@ -259,6 +259,8 @@ void SceneCache::sort()
         }
     };
     std::vector<Key> keys(_record.items.size());
+    _stateRanks.assign(_states.getStates().size(), NoRank);
+    UInt32 numRanks = 0;
     _numOpaque = 0;
     for(UInt32 i = 0; i < keys.size(); ++i)
     {
@@ -271,9 +273,12 @@ void SceneCache::sort()
             continue;
         }
         ++_numOpaque;
+        UInt32 &rank = _stateRanks[state];
+        if(rank == NoRank)
+            rank = numRanks++;
         UInt32 const sortKey = static_cast<UInt32>(_states.sortKeyOf(item.state)) ^ 0x80000000u;
         UInt32 const layout = _shapes.getShapes()[item.shape]->getMeshLayout();
-        keys[i] = {sortKey, UInt64(state) << 32 | layout, i};
+        keys[i] = {sortKey, UInt64(rank) << 32 | layout, i};
     }
     if(!std::is_sorted(keys.begin(), keys.end()))
         std::sort(keys.begin(), keys.end());

@@ -33,9 +33,14 @@ class OSG_STATE_API SceneCache
     ShapeTable &getShapes() { return _shapes; }
     DrawStateTable &getStates() { return _states; }
     /// Numbers of the items in the order in which they are drawn: the opaque ones by key of their
-    /// material, state and layout, then the transparent ones in the order of the tree.
+    /// material, state and layout, then the transparent ones in the order of the tree. It follows
+    /// from the scene alone, not from edits before.
     std::vector<UInt32> const &getOrder() const { return _order; }
     UInt32 getNumOpaque() const { return _numOpaque; }
+    /// By state: its place among those of the items, in the order of first use in the tree; what no
+    /// item has is beyond the list or NoRank.
+    std::vector<UInt32> const &getStateRanks() const { return _stateRanks; }
+    static constexpr UInt32 NoRank = 0xFFFFFFFF;
     /// Place of each item in the order.
     std::vector<UInt32> const &getPlaces() const { return _places; }
     /// Changes with the record or the states.
@@ -61,6 +66,7 @@ class OSG_STATE_API SceneCache
     BoxPyramid _boxes;
     std::vector<UInt32> _order;
     std::vector<UInt32> _places;
+    std::vector<UInt32> _stateRanks;
     UInt32 _numOpaque = 0;
     bool _isSorted = false;
 

@@ -1,8 +1,13 @@
 #include "OSGListDrawing.h"
 
+#include <limits>
+
 #include "DrawingTest.h"
 #include "DrawnLists.h"
 #include "LogCapture.h"
+#include "OSGBlendChunk.h"
+#include "OSGChunkMaterial.h"
+#include "OSGDrawStateResolution.h"
 
 namespace OSG::Test
 {
@@ -149,6 +154,32 @@ TEST_F(ListDrawing, LinesAndPointsAreDrawn)
     EXPECT_EQ(pixel(16, 5), (Rgb{0, 0, 0}));
 }
 
+TEST_F(ListDrawing, ASpaceThatIsNotFiniteShowsNothingAndHarmsNothing)
+{
+    constexpr Real32 Infinite = std::numeric_limits<Real32>::infinity();
+    constexpr Real32 Huge = std::numeric_limits<Real32>::max();
+    for(Real32 value : {std::numeric_limits<Real32>::quiet_NaN(), Infinite, -Infinite, Huge})
+    {
+        TestList scene;
+        UInt32 const lights = scene.addLights(headlight());
+        for(UInt32 element = 0; element < 16; ++element)
+        {
+            Matrix matrix;
+            matrix[element / 4][element % 4] = value;
+            DrawMesh mesh = with_normals(full_picture(0.5f));
+            mesh.lines = {0, 2};
+            mesh.points = {1};
+            if(std::abs(value) != Huge)
+                scene.add(mesh, colored(Red), scene.addSpace(matrix), lights);
+        }
+        scene.add(rectangle({0, -1, 0}, {1, 1, 0}), colored(Green));
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        scene.draw();
+        EXPECT_EQ(pixel(Size - 4), (Rgb{0, 255, 0})) << value;
+        EXPECT_EQ(pixel(4), (Rgb{0, 0, 0})) << value;
+    }
+}
+
 // --- colours of vertices ---
 
 TEST_F(ListDrawing, ColoursOfVerticesCountOnlyWithAColourMaterial)
@@ -207,6 +238,66 @@ ColorCase const color_cases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Modes, VertexColors, testing::ValuesIn(color_cases),
                          [](auto const &row) { return row.param.name; });
+
+// --- chunks that act by themselves ---
+
+/// Writes down what it is asked for.
+class NotingChunk : public BlendChunk
+{
+  public:
+    using Ptr = UnrecordedRefPtr<NotingChunk>;
+    static Ptr make(std::string const &name, std::string &notes)
+    {
+        return Ptr(TransitPtr<NotingChunk>(new NotingChunk(name, notes)));
+    }
+    void activate(DrawEnv *, UInt32) override { _notes += '+' + _name; }
+    void deactivate(DrawEnv *, UInt32) override { _notes += '-' + _name; }
+    void addTo(StateParts &parts, UInt32 slot) const override { StateChunk::addTo(parts, slot); }
+    bool isTransparent() const override { return false; }
+
+  private:
+    NotingChunk(std::string const &name, std::string &notes)
+        : _name(name)
+        , _notes(notes)
+    {
+    }
+
+    std::string _name;
+    std::string &_notes;
+};
+
+DrawState with_chunk(NotingChunk *chunk)
+{
+    DrawState state;
+    if(chunk != nullptr)
+        state.chunks = {{chunk, chunk->getChunkId(), 100, 0}};
+    return state;
+}
+
+TEST_F(ListDrawing, ChunksAreActiveAsLongAsTheirStateIs)
+{
+    std::string notes;
+    NotingChunk::Ptr const a = NotingChunk::make("a", notes);
+    NotingChunk::Ptr const b = NotingChunk::make("b", notes);
+    TestList scene;
+    for(NotingChunk *chunk :
+        {a.get(), a.get(), b.get(), static_cast<NotingChunk *>(nullptr), a.get()})
+        scene.add(full_picture(), with_chunk(chunk));
+    scene.draw();
+    EXPECT_EQ(notes, "+a-a+b-b+a-a");
+}
+
+TEST_F(ListDrawing, AMaterialsChunkIsActivatedInItsSlot)
+{
+    std::string notes;
+    NotingChunk::Ptr const chunk = NotingChunk::make("a", notes);
+    UnrecordedRefPtr<ChunkMaterial> const material(ChunkMaterial::create());
+    material->addChunk(chunk);
+    DrawState const state = resolve_draw_state(material);
+    ASSERT_EQ(state.chunks.size(), 1u);
+    EXPECT_EQ(state.chunks[0], (ActiveChunk{chunk, chunk->getChunkId(), 100, 0}));
+    EXPECT_FALSE(state.isTransparent());
+}
 
 // --- lights ---
 

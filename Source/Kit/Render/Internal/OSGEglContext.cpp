@@ -5,7 +5,8 @@
 
 #include <dlfcn.h>
 #include <epoxy/egl.h>
-#include <epoxy/gl.h>
+
+#include "OSGGLContext.h"
 
 namespace OSG
 {
@@ -56,18 +57,6 @@ EGLConfig choose_config(EGLDisplay display)
     EGLint count = 0;
     bool const isChosen = eglChooseConfig(display, wanted, &config, 1, &count) == EGL_TRUE;
     return isChosen && count > 0 ? config : nullptr;
-}
-
-bool has_fixed_functions(int version)
-{
-    constexpr int FirstWithProfiles = 32;
-    constexpr int FirstWithoutFixedFunctions = 31;
-    if(version < FirstWithProfiles)
-        return version < FirstWithoutFixedFunctions ||
-               epoxy_has_gl_extension("GL_ARB_compatibility");
-    GLint profile = 0;
-    glGetIntegerv(GL_CONTEXT_PROFILE_MASK, &profile);
-    return (profile & GL_CONTEXT_CORE_PROFILE_BIT) == 0;
 }
 } // namespace
 
@@ -141,18 +130,11 @@ std::string EglContext::makeContext(Handle config)
 // Empty where the context can draw a scene.
 std::string EglContext::refusal()
 {
-    constexpr int OldestVersion = 21;
     if(!makeCurrent())
         return with_error("the OpenGL context cannot be used");
-    int const version = epoxy_gl_version();
-    std::string reason;
-    if(version < OldestVersion)
-        reason = "OpenGL " + std::to_string(version / 10) + '.' + std::to_string(version % 10) +
-                 " is too old, 2.1 is needed";
-    else if(!has_fixed_functions(version))
-        reason = "the driver's OpenGL has no fixed functions";
+    char const *const reason = gl_refusal();
     release();
-    return reason;
+    return reason != nullptr ? reason : "";
 }
 
 EglContext::Binding EglContext::currentBinding()

@@ -13,10 +13,16 @@ GLint integer(GLenum name)
     return value;
 }
 
+bool is_full(GLenum depth, GLenum most)
+{
+    GLint const limit = integer(most);
+    return limit > 0 && integer(depth) >= limit; // 0: the driver does not say
+}
+
 bool has_room_on_stacks()
 {
-    return integer(GL_ATTRIB_STACK_DEPTH) < integer(GL_MAX_ATTRIB_STACK_DEPTH) &&
-           integer(GL_CLIENT_ATTRIB_STACK_DEPTH) < integer(GL_MAX_CLIENT_ATTRIB_STACK_DEPTH);
+    return !is_full(GL_ATTRIB_STACK_DEPTH, GL_MAX_ATTRIB_STACK_DEPTH) &&
+           !is_full(GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MAX_CLIENT_ATTRIB_STACK_DEPTH);
 }
 
 void load_identity(GLenum stack)

@@ -14,7 +14,7 @@ namespace OSG
 ///
 /// All functions but forget() want the context to be current. forget() may be called in any thread;
 /// what it leaves behind is freed by the next collect().
-class MeshStore
+class OSG_STATE_API MeshStore
 {
   public:
     /// A mesh as the drawing takes it.

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "OSGBaseTypes.h"
+#include "OSGStateApi.h"
 
 namespace OSG
 {
@@ -17,5 +18,6 @@ struct PixelRows
 
 /// A picture of half the width and half the height, rounded down and at least 1. Each of its pixels
 /// is the mean of the area that it covers, rounded to the nearest.
-PixelRows half_picture(UInt32 width, UInt32 height, UInt32 channels, UInt8 const *pixels);
+OSG_STATE_API PixelRows half_picture(UInt32 width, UInt32 height, UInt32 channels,
+                                     UInt8 const *pixels);
 } // namespace OSG

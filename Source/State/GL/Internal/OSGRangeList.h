@@ -3,11 +3,12 @@
 #include <map>
 
 #include "OSGBaseTypes.h"
+#include "OSGStateApi.h"
 
 namespace OSG
 {
 /// The free parts of an array whose parts are given out and taken back.
-class RangeList
+class OSG_STATE_API RangeList
 {
   public:
     static constexpr UInt32 None = 0xFFFFFFFF;

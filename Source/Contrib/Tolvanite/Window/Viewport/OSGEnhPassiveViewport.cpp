@@ -2,6 +2,7 @@
 
 #include <epoxy/gl.h>
 
+#include "OSGGLContext.h"
 #include "OSGLog.h"
 
 namespace OSG
@@ -21,6 +22,11 @@ void EnhPassiveViewport::render(RenderActionBase *action)
     if(missing != nullptr)
     {
         OSG_LOG_WARNING("Viewport::render: no %s!\n", missing);
+        return;
+    }
+    if(char const *const reason = gl_refusal())
+    {
+        OSG_LOG_WARNING("Viewport::render: %s, nothing is drawn\n", reason);
         return;
     }
     Int32 viewport[4] = {};

@@ -11,12 +11,12 @@ class OSG_CONTRIBTOLVANITE_API EnhPassiveViewport : public EnhPassiveViewportBas
   public:
     /// Takes its edges from the OpenGL viewport and draws the scene over this area. If the camera,
     /// the background or the root is missing, it only logs a warning that names the first missing
-    /// one, and the edges stay.
+    /// one, and the edges stay. So they do, with a warning, without a context to draw in.
     void render(RenderActionBase *action) override;
     /// Always true: the host decides where the view lies in the window.
     bool isPassive() const override;
     /// Makes the area of the edges the OpenGL viewport. Nothing is cleared or cut off.
-    virtual void activateSize();
+    void activateSize() override;
 
   protected:
     EnhPassiveViewport() = default;

@@ -135,6 +135,16 @@ TEST_F(PassiveViewport, NamesTheFirstThatIsMissingAndKeepsItsEdges)
     context.release();
 }
 
+TEST_F(PassiveViewport, WithoutAContextOnlyWarns)
+{
+    LogCapture log;
+    viewport->render(nullptr);
+    EXPECT_THAT(log.lines(),
+                ElementsAre(testing::EndsWith(
+                    "Viewport::render: no OpenGL context is current, nothing is drawn")));
+    EXPECT_THAT(edges(), ElementsAre(0, 0, 1, 1));
+}
+
 TEST_F(PassiveViewport, IsPassiveWhateverItHolds)
 {
     EXPECT_TRUE(viewport->isPassive());
