@@ -204,11 +204,6 @@ NULL_GL void glGetTexParameterfv(Enum, Enum setting, float *value)
     null_gl_count("glGetTexParameterfv");
     *value = setting == LeastLevelOfDetail ? least_levels[bound_texture] : 0;
 }
-NULL_GL void glGetTexLevelParameteriv(Enum, int, Enum, int *number)
-{
-    null_gl_count("glGetTexLevelParameteriv");
-    *number = 1; // there is one
-}
 NULL_GL void glBufferData(Enum target, long size, void const *, Enum)
 {
     null_gl_count("glBufferData");
