@@ -21,11 +21,18 @@ Real32 clamped(Real32 value, Real32 lowest, Real32 highest)
 
 constexpr Real32 Largest = std::numeric_limits<Real32>::max();
 
-template <class Values>
-void make_finite(Values &values, std::size_t count, Real32 lowest = -Largest)
+Color4f finite(Color4f const &color)
 {
-    for(std::size_t i = 0; i < count; ++i)
-        values[i] = clamped(values[i], lowest, Largest);
+    auto const at = [&color](UInt32 i) { return clamped(color[i], -Largest, Largest); };
+    return Color4f(at(0), at(1), at(2), at(3));
+}
+
+template <UInt32 Count>
+Vector<Real32, Count> finite(Vector<Real32, Count> vector, Real32 lowest = -Largest)
+{
+    for(UInt32 i = 0; i < Count; ++i)
+        vector[i] = clamped(vector[i], lowest, Largest);
+    return vector;
 }
 
 bool is_factor(UInt32 factor)
@@ -45,8 +52,10 @@ bool is_wrapping(UInt32 wrap)
 SurfaceValues checked_surface(SurfaceValues surface)
 {
     constexpr Real32 LargestShininess = 128;
-    for(Color4f *color : {&surface.ambient, &surface.diffuse, &surface.specular, &surface.emission})
-        make_finite(*color, 4);
+    surface.ambient = finite(surface.ambient);
+    surface.diffuse = finite(surface.diffuse);
+    surface.specular = finite(surface.specular);
+    surface.emission = finite(surface.emission);
     surface.shininess = clamped(surface.shininess, 0, LargestShininess);
     if(!is_one_of(surface.colorMaterial, {GLName::Ambient, GLName::Diffuse, GLName::Specular,
                                           GLName::Emission, GLName::AmbientAndDiffuse}))
@@ -59,11 +68,12 @@ LightValues checked_light(LightValues light)
     constexpr Real32 NoCone = 180;
     constexpr Real32 WidestCone = 90;
     constexpr Real32 LargestExponent = 128;
-    for(Color4f *color : {&light.ambient, &light.diffuse, &light.specular})
-        make_finite(*color, 4);
-    make_finite(light.position, 4);
-    make_finite(light.spotDirection, 3);
-    make_finite(light.attenuation, 3, 0);
+    light.ambient = finite(light.ambient);
+    light.diffuse = finite(light.diffuse);
+    light.specular = finite(light.specular);
+    light.position = finite(light.position);
+    light.spotDirection = finite(light.spotDirection);
+    light.attenuation = finite(light.attenuation, 0);
     light.spotExponent = clamped(light.spotExponent, 0, LargestExponent);
     light.spotCutOff =
         light.spotCutOff > WidestCone ? NoCone : clamped(light.spotCutOff, 0, WidestCone);

@@ -17,9 +17,26 @@ namespace
 {
 constexpr std::size_t MaxLights = 8; // that fixed-function OpenGL has at least
 
-// In double precision, rounded once: neighbours far from the origin keep their places to one
-// another.
-Matrix product(Matrix4d const &left, Matrix const &right) { return Matrix(left * Matrix4d(right)); }
+using TwoReal64 = Real64 __attribute__((vector_size(16)));
+
+// The product in double precision, rounded once: neighbours far from the origin keep their places
+// to one another. Two rows at a time; the sums are those of Matrix4d, to the bit.
+Matrix product(Matrix4d const &left, Matrix const &right)
+{
+    Matrix result;
+    for(std::size_t c = 0; c < 4; ++c)
+    {
+        for(std::size_t r = 0; r < 4; r += 2)
+        {
+            TwoReal64 sum = TwoReal64{left[0][r], left[0][r + 1]} * Real64(right[c][0]);
+            for(std::size_t k = 1; k < 4; ++k)
+                sum += TwoReal64{left[k][r], left[k][r + 1]} * Real64(right[c][k]);
+            result[c][r] = static_cast<Real32>(sum[0]);
+            result[c][r + 1] = static_cast<Real32>(sum[1]);
+        }
+    }
+    return result;
+}
 
 UInt32 count_of_bits(std::vector<UInt64> const &words)
 {
