@@ -4,6 +4,7 @@
 
 #include <epoxy/gl.h>
 
+#include "OSGFrameBufferObject.h"
 #include "OSGGLContext.h"
 #include "OSGGLObjectStore.h"
 #include "OSGHostState.h"
@@ -93,6 +94,14 @@ void Viewport::draw(RenderAction &action)
         return;
     }
     LentObjects const lent(action.editDrawEnv());
+    if(FrameBufferObject *const target = getTarget())
+    {
+        if(char const *const reason = target->activate(*action.getDrawEnv().getObjects()))
+        {
+            OSG_LOG_WARNING("Viewport::render: %s, nothing is drawn\n", reason);
+            return;
+        }
+    }
     activate();
     clearBackground();
     draw_list(action.editDrawEnv(), action.getDrawList());

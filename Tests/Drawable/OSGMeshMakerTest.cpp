@@ -51,9 +51,9 @@ TEST(MeshMakerTest, OnlyTheElementsInUseOfALargeArrayAreTaken)
 
 TEST(MeshMakerTest, PrimitivesThatAreNotFiniteAreLeftOut)
 {
-    GeometryPtr const geometry = make_geometry(one_primitive(
-        TrianglesPrimitive, {Pnt3f(NaN, 0, 0), Pnt3f(1, 0, 0), Pnt3f(1, 1, 0), Pnt3f(0, 0, 0),
-                             Pnt3f(1, 0, 0), Pnt3f(1, 1, 0)}));
+    GeometryPtr const geometry = make_geometry(
+        one_primitive(TrianglesPrimitive, {Pnt3f(NaN, 0, 0), Pnt3f(1, 0, 0), Pnt3f(1, 1, 0),
+                                           Pnt3f(0, 0, 0), Pnt3f(1, 0, 0), Pnt3f(1, 1, 0)}));
     DrawMesh const mesh = mesh_of(*geometry);
     EXPECT_EQ(mesh.triangles.size(), 3u);
     for(Pnt3f const &position : mesh.positions)
@@ -62,10 +62,11 @@ TEST(MeshMakerTest, PrimitivesThatAreNotFiniteAreLeftOut)
 
 TEST(MeshMakerTest, ColoursOfThreeNumbersAreOpaqueAndTexturesGetAQ)
 {
-    GeometryPtr const geometry = make_geometry(
-        one_primitive(PointsPrimitive, {Pnt3f(0, 0, 0), Pnt3f(1, 0, 0)}));
+    GeometryPtr const geometry =
+        make_geometry(one_primitive(PointsPrimitive, {Pnt3f(0, 0, 0), Pnt3f(1, 0, 0)}));
     geometry->setColors(make_property<GeoColor3fProperty>(std::vector{Color3f(0.5f, 0.25f, 1)}));
-    geometry->setTexCoords(make_property<GeoVec2fProperty>(std::vector{Vec2f(3.f, 4.f), Vec2f(5.f, 6.f)}));
+    geometry->setTexCoords(
+        make_property<GeoVec2fProperty>(std::vector{Vec2f(3.f, 4.f), Vec2f(5.f, 6.f)}));
     DrawMesh const mesh = mesh_of(*geometry);
     EXPECT_EQ(mesh.points, (std::vector<UInt32>{0, 1}));
     EXPECT_EQ(mesh.colors, (std::vector{Color4f(0.5f, 0.25f, 1, 1), Color4f(0, 0, 0, 1)}));

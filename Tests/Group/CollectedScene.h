@@ -49,9 +49,9 @@ inline DrawList const &collect(RenderAction &action, Node *root, View const &vie
 /// A triangle about the origin, `size` wide, with a material of its own or none.
 inline NodePtr make_shape(Material *material = nullptr, Real32 size = 1)
 {
-    GeometryPtr const geometry = make_geometry(one_primitive(
-        TrianglesPrimitive,
-        {Pnt3f(-size / 2, 0, 0), Pnt3f(size / 2, 0, 0), Pnt3f(0, size / 2, 0)}));
+    GeometryPtr const geometry = make_geometry(
+        one_primitive(TrianglesPrimitive,
+                      {Pnt3f(-size / 2, 0, 0), Pnt3f(size / 2, 0, 0), Pnt3f(0, size / 2, 0)}));
     geometry->setMaterial(material);
     return make_node(geometry);
 }

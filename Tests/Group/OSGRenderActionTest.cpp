@@ -5,6 +5,7 @@
 #include "CollectedScene.h"
 #include "LogCapture.h"
 #include "OSGBillboard.h"
+#include "OSGChangeList.h"
 #include "OSGDirectionalLight.h"
 #include "OSGDistanceLOD.h"
 #include "OSGInverseTransform.h"
@@ -13,7 +14,6 @@
 #include "OSGPointLight.h"
 #include "OSGScreenLOD.h"
 #include "OSGSwitch.h"
-#include "OSGChangeList.h"
 #include "OSGThread.h"
 
 namespace OSG::Test
@@ -73,8 +73,9 @@ TEST_F(RenderActionTest, AMultiSwitchShowsWhatItsModeSays)
     NodePtr const a = make_shape();
     NodePtr const b = make_shape();
     NodePtr const c = make_shape();
-    auto const shows = [&](Int32 mode, std::vector<UInt32> const &choices)
-    { return shown(make_multi_switch(mode, choices, {a, b, c})); };
+    auto const shows = [&](Int32 mode, std::vector<UInt32> const &choices) {
+        return shown(make_multi_switch(mode, choices, {a, b, c}));
+    };
     EXPECT_EQ(shows(MultiSwitch::ShowChoices, {2, 0, 2, 7}), shapes_of({a, c}));
     EXPECT_TRUE(shows(MultiSwitch::ShowChoices, {}).empty());
     EXPECT_TRUE(shows(MultiSwitch::ShowNone, {0}).empty());
@@ -130,9 +131,9 @@ TEST_F(RenderActionTest, TheInnermostMaterialGroupReplacesMaterials)
     auto const outer = make_colored(0.2f);
     auto const inner = make_colored(0.3f);
     NodePtr const visited = make_shape(own);
-    NodePtr const root =
-        make_group({make_shape(own), group(outer, {make_shape(own), group(nullptr, {make_shape(own)}),
-                                                   group(inner, {make_visit(visited)})})});
+    NodePtr const root = make_group(
+        {make_shape(own), group(outer, {make_shape(own), group(nullptr, {make_shape(own)}),
+                                        group(inner, {make_visit(visited)})})});
     std::vector<Real32> reds;
     DrawList const &list = collect(*action, root);
     for(DrawItem const &item : list.opaque)
@@ -144,7 +145,8 @@ TEST_F(RenderActionTest, TheOutermostOverridingGroupCounts)
 {
     auto const group = [](Material *material, Children const &children)
     {
-        UnrecordedRefPtr<MaterialChunkOverrideGroup> const core(MaterialChunkOverrideGroup::create());
+        UnrecordedRefPtr<MaterialChunkOverrideGroup> const core(
+            MaterialChunkOverrideGroup::create());
         core->setMaterial(material);
         return make_node(core, children);
     };
@@ -171,7 +173,8 @@ TEST_F(RenderActionTest, BelowAnInverseTransformAreTheCoordinatesOfTheRoot)
 TEST_F(RenderActionTest, AnInverseTransformFollowsATransformAboveIt)
 {
     UnrecordedRefPtr<InverseTransform> const inverse(InverseTransform::create());
-    NodePtr const moved = make_transform(translation(3, 4, 0), {make_node(inverse, {make_shape()})});
+    NodePtr const moved =
+        make_transform(translation(3, 4, 0), {make_node(inverse, {make_shape()})});
     NodePtr const root = make_group({moved});
     collect(*action, root);
     static_cast<Transform &>(*moved->getCore()).setMatrix(translation(-7, 0, 0));
@@ -194,9 +197,9 @@ TEST_F(RenderActionTest, BelowASingularTransformAnInverseTransformDoesNothing)
 TEST_F(RenderActionTest, ABillboardFacesTheViewAndKeepsItsScale)
 {
     UnrecordedRefPtr<Billboard> const billboard(Billboard::create());
-    NodePtr const root = make_transform(
-        translation(5, 0, 0) * rotation(Vec3f(0, 1, 0), 1.f) * scaling(2, 3, 4),
-        {make_node(billboard, {make_shape()})});
+    NodePtr const root =
+        make_transform(translation(5, 0, 0) * rotation(Vec3f(0, 1, 0), 1.f) * scaling(2, 3, 4),
+                       {make_node(billboard, {make_shape()})});
     DrawList const &list = collect(*action, root);
     ASSERT_EQ(list.opaque.size(), 1u);
     Matrix const &toEye = list.spaces[list.opaque[0].space].toEye;
@@ -206,7 +209,8 @@ TEST_F(RenderActionTest, ABillboardFacesTheViewAndKeepsItsScale)
 TEST_F(RenderActionTest, ABillboardInPerspectiveTurnsItsZToTheEye)
 {
     UnrecordedRefPtr<Billboard> const billboard(Billboard::create());
-    NodePtr const root = make_transform(translation(30, 40, 0), {make_node(billboard, {make_shape()})});
+    NodePtr const root =
+        make_transform(translation(30, 40, 0), {make_node(billboard, {make_shape()})});
     View const view{.distance = 120};
     action->editDrawEnv() = view.env();
     Matrix projection;
@@ -306,7 +310,8 @@ TEST_F(RenderActionTest, AnInfiniteVolumeIsNeverOutOfSight)
 
 TEST_F(RenderActionTest, AMirroredSpaceIsSaidToBeOne)
 {
-    NodePtr const root = make_group({make_shape(), make_transform(scaling(-1, 1, 1), {make_shape()})});
+    NodePtr const root =
+        make_group({make_shape(), make_transform(scaling(-1, 1, 1), {make_shape()})});
     DrawList const *list = &collect(*action, root);
     EXPECT_FALSE(list->spaces[list->opaque[0].space].isMirrored);
     EXPECT_TRUE(list->spaces[list->opaque[1].space].isMirrored);
@@ -367,8 +372,9 @@ TEST_F(RenderActionTest, GlassOfALevelOfDetailTakesItsPlaceByDepth)
     NodePtr const nearGlass = make_shape(glass);
     NodePtr const farGlass = make_shape(glass);
     UnrecordedRefPtr<DistanceLOD> const levels(DistanceLOD::create());
-    NodePtr const root = make_group({make_transform(translation(0, 0, 10), {nearGlass}),
-                                     make_transform(translation(0, 0, -10), {make_node(levels, {farGlass})})});
+    NodePtr const root =
+        make_group({make_transform(translation(0, 0, 10), {nearGlass}),
+                    make_transform(translation(0, 0, -10), {make_node(levels, {farGlass})})});
     EXPECT_EQ(shown(root), shapes_of({farGlass, nearGlass}));
 }
 
@@ -386,7 +392,8 @@ NodePtr make_sun(Real32 red, Children const &children)
 
 TEST_F(RenderActionTest, LightsShineOnWhatIsBelowThem)
 {
-    NodePtr const root = make_group({make_shape(), make_sun(0.1f, {make_shape(), make_sun(0.2f, {make_shape()})})});
+    NodePtr const root =
+        make_group({make_shape(), make_sun(0.1f, {make_shape(), make_sun(0.2f, {make_shape()})})});
     DrawList const &list = collect(*action, root);
     std::vector<std::size_t> counts;
     for(DrawItem const &item : list.opaque)
@@ -401,7 +408,8 @@ TEST_F(RenderActionTest, ALightStandsInTheSpaceOfItsBeacon)
     UnrecordedRefPtr<PointLight> const lamp(PointLight::create());
     lamp->setPosition(Pnt3f(1, 2, 3));
     NodePtr const beacon = make_transform(translation(10, 0, 0));
-    NodePtr const root = make_transform(translation(0, 5, 0), {make_node(lamp, {make_shape()}), beacon});
+    NodePtr const root =
+        make_transform(translation(0, 5, 0), {make_node(lamp, {make_shape()}), beacon});
     auto const position = [&]
     {
         DrawList const &list = collect(*action, root);

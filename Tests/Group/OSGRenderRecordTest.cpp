@@ -92,24 +92,28 @@ class RandomScene
     {
         switch(_random.below(11))
         {
-        case 0: {
+        case 0:
+        {
             UnrecordedRefPtr<Switch> const core(Switch::create());
             core->setChoice(static_cast<Int32>(_random.below(4)) - 2);
             return core;
         }
-        case 1: {
+        case 1:
+        {
             UnrecordedRefPtr<MaterialGroup> const core(MaterialGroup::create());
             core->setMaterial(_materials[_random.below(4)]);
             return core;
         }
-        case 2: {
+        case 2:
+        {
             UnrecordedRefPtr<VisitSubTree> const core(VisitSubTree::create());
             core->setSubTreeRoot(_other);
             return core;
         }
         case 3:
             return UnrecordedRefPtr<NodeCore>(Billboard::create());
-        case 4: {
+        case 4:
+        {
             UnrecordedRefPtr<DistanceLOD> const core(DistanceLOD::create());
             core->editRange() = {150.f, 210.f};
             return core;
@@ -120,7 +124,8 @@ class RandomScene
             return UnrecordedRefPtr<NodeCore>(DirectionalLight::create());
         case 7:
             return UnrecordedRefPtr<NodeCore>(Group::create());
-        default: {
+        default:
+        {
             UnrecordedRefPtr<Transform> const core(Transform::create());
             core->setMatrix(matrix());
             return core;
@@ -132,8 +137,8 @@ class RandomScene
     {
         if(depth == 0)
         {
-            NodePtr const leaf = make_shape(
-                _random.below(4) == 0 ? nullptr : _materials[_random.below(4)].get());
+            NodePtr const leaf =
+                make_shape(_random.below(4) == 0 ? nullptr : _materials[_random.below(4)].get());
             _nodes.push_back(leaf);
             return leaf;
         }
@@ -338,12 +343,14 @@ TEST(RenderRecordTest, AMaterialAtTheAddressOfOneThatHasEndedIsRead)
     for(int i = 0; i < 100; ++i)
     {
         UnrecordedRefPtr<SimpleMaterial> material =
-            i % 2 == 0 ? make_colored(0.25f) : UnrecordedRefPtr<SimpleMaterial>(SimpleMaterial::create());
+            i % 2 == 0 ? make_colored(0.25f)
+                       : UnrecordedRefPtr<SimpleMaterial>(SimpleMaterial::create());
         geometry.setMaterial(material);
         material = nullptr;
         commit();
         DrawList const &list = collect(*action, root);
-        ASSERT_EQ(list.states[list.opaque.at(0).state]->surface.diffuse[0], i % 2 == 0 ? 0.25f : 0.8f);
+        ASSERT_EQ(list.states[list.opaque.at(0).state]->surface.diffuse[0],
+                  i % 2 == 0 ? 0.25f : 0.8f);
     }
 }
 } // namespace

@@ -10,6 +10,7 @@
 
 #include "OSGCadTrackballEngine.h"
 #include "OSGChangeList.h"
+#include "OSGConstSizeTransform.h"
 #include "OSGCopterFlyEngine.h"
 #include "OSGFastSelectionFunctor.h"
 #include "OSGFieldContainerFactory.h"
@@ -19,9 +20,12 @@
 #include "OSGIntersectAction.h"
 #include "OSGMaterialGroup.h"
 #include "OSGName.h"
+#include "OSGPerspectiveCamera.h"
 #include "OSGSceneAccount.h"
+#include "OSGSceneBounds.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGSelectionAction.h"
+#include "OSGShownTriangles.h"
 #include "OSGSimpleSelectionFunctor.h"
 #include "OSGSwitch.h"
 #include "OSGThread.h"
@@ -130,6 +134,21 @@ void orbit(Node *scene) { navigate<CadTrackballEngine>(scene, 0.8f); }
 void fly(Node *scene) { navigate<WASDFlyEngine>(scene); }
 void hover(Node *scene) { navigate<CopterFlyEngine>(scene); }
 
+void count_shown(Node *scene)
+{
+    UnrecordedRefPtr<PerspectiveCamera> const camera(PerspectiveCamera::create());
+    camera->setFov(1);
+    camera->setNear(1);
+    camera->setFar(100);
+    count_shown_triangles(scene, *camera, 64, 48);
+}
+
+void bound(Node *scene)
+{
+    scene->addChild(make<ConstSizeTransform>({make_triangle()}));
+    bounds_of(scene);
+}
+
 struct Job
 {
     char const *name;
@@ -143,6 +162,8 @@ Job const Jobs[] = {{"SelectExactly", &select_exactly},
                     {"RunGrpMerge", &run_grp_merge},
                     {"RunSimplifyRenderEngine", &run_simplify},
                     {"Account", &account},
+                    {"CountShown", &count_shown},
+                    {"Bound", &bound},
                     {"ReadObj", &read_obj},
                     {"WriteAndReadOsb", &write_and_read_osb},
                     {"OrbitByRecording", &orbit},

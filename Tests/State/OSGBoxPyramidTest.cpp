@@ -31,8 +31,8 @@ bool is_drawn(Matrix4d const &toScreen, Pnt3f const &point)
 {
     Real64 clip[4];
     for(std::size_t r = 0; r < 4; ++r)
-        clip[r] = toScreen[0][r] * point[0] + toScreen[1][r] * point[1] + toScreen[2][r] * point[2] +
-                  toScreen[3][r];
+        clip[r] = toScreen[0][r] * point[0] + toScreen[1][r] * point[1] +
+                  toScreen[2][r] * point[2] + toScreen[3][r];
     for(int i = 0; i < 3; ++i)
     {
         if(!(std::abs(clip[i]) <= clip[3]))
@@ -51,7 +51,10 @@ BoxVolume random_box(RandomNumbers &random, Real32 scale)
                      Pnt3f(other[0] * scale, other[1] * scale, other[2] * scale));
 }
 
-bool is_seen(std::vector<UInt64> const &bits, UInt32 i) { return (bits[i / 64] >> i % 64 & 1) != 0; }
+bool is_seen(std::vector<UInt64> const &bits, UInt32 i)
+{
+    return (bits[i / 64] >> i % 64 & 1) != 0;
+}
 
 TEST(BoxPyramidTest, ABoxWithAPointInThePictureIsSeenAndOneBehindAPlaneIsNot)
 {

@@ -5,19 +5,13 @@
 #include <epoxy/gl.h>
 
 #include "OSGEglContext.h"
+#include "OSGGLContext.h"
 #include "OSGGLObjectStore.h"
 
 namespace OSG
 {
 namespace
 {
-bool has_frame_buffers()
-{
-    constexpr int FirstWithFrameBuffers = 30;
-    return epoxy_gl_version() >= FirstWithFrameBuffers ||
-           epoxy_has_gl_extension("GL_ARB_framebuffer_object");
-}
-
 std::string text_of_size(UInt32 width, UInt32 height)
 {
     return std::to_string(width) + 'x' + std::to_string(height);

@@ -44,13 +44,13 @@ struct Source
     char const *library;
     char const *name;
 };
-Source const sources[] = {{"libEGL.so.1", "eglGetCurrentContext"},
+constexpr Source Sources[] = {{"libEGL.so.1", "eglGetCurrentContext"},
                           {"libGLX.so.0", "glXGetCurrentContext"},
                           {"libGL.so.1", "glXGetCurrentContext"}};
 
 void *current_of_any()
 {
-    for(Source const &source : sources)
+    for(Source const &source : Sources)
     {
         CurrentContext const current = find_function(source.library, source.name);
         void *const context = current != nullptr ? current() : nullptr;
@@ -103,5 +103,12 @@ char const *gl_refusal()
     if(is_lost())
         return "the OpenGL context was lost";
     return nullptr;
+}
+
+bool has_frame_buffers()
+{
+    constexpr int FirstWithFrameBuffers = 30;
+    return epoxy_gl_version() >= FirstWithFrameBuffers ||
+           epoxy_has_gl_extension("GL_ARB_framebuffer_object");
 }
 } // namespace OSG

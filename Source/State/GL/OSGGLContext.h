@@ -16,4 +16,7 @@ OSG_STATE_API void const *current_gl_context();
 /// context, OpenGL ES, older than 2.1, a core profile, a context that was lost. The text is a
 /// literal.
 OSG_STATE_API char const *gl_refusal();
+
+/// Whether the current context, which is not refused, has frame buffer objects.
+OSG_STATE_API bool has_frame_buffers();
 } // namespace OSG

@@ -9,6 +9,7 @@
 
 #include "OSGGLContext.h"
 #include "OSGMeshStore.h"
+#include "OSGTargetStore.h"
 #include "OSGTextureStore.h"
 
 namespace OSG
@@ -51,6 +52,7 @@ GLObjectStore::GLObjectStore(void const *context)
     : _context(context)
     , _meshes(std::make_unique<MeshStore>())
     , _textures(std::make_unique<TextureStore>())
+    , _targets(std::make_unique<TargetStore>())
 {
     // Every number up to this one is a Real32.
     constexpr UInt32 Numbers = 1u << 24;
@@ -84,6 +86,7 @@ void GLObjectStore::abandon()
 {
     _meshes->abandon();
     _textures->abandon();
+    _targets->abandon();
 }
 
 GLObjectStore *GLObjectStore::findOrMake(void const *context)
@@ -110,6 +113,7 @@ GLObjectStore &GLObjectStore::current()
     }
     store->_meshes->collect();
     store->_textures->collect();
+    store->_targets->collect();
     store->_textures->beginFrame();
     return *store;
 }
@@ -134,6 +138,7 @@ void GLObjectStore::releaseCurrent()
         return;
     store->_meshes->release();
     store->_textures->release();
+    store->_targets->release();
     glDeleteTextures(1, &store->_marker);
 }
 
@@ -155,8 +160,17 @@ void GLObjectStore::forget(Image const &image)
         store->_textures->forget(image);
 }
 
+void GLObjectStore::forgetTarget(void const *owner)
+{
+    if(!has_stores)
+        return;
+    std::lock_guard const lock(registry().mutex);
+    for(auto const &store : registry().stores)
+        store->_targets->forget(owner);
+}
+
 std::size_t GLObjectStore::countObjects() const
 {
-    return _meshes->countObjects() + _textures->countObjects();
+    return _meshes->countObjects() + _textures->countObjects() + _targets->countObjects();
 }
 } // namespace OSG

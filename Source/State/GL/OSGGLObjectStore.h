@@ -10,6 +10,7 @@ namespace OSG
 class DrawShape;
 class Image;
 class MeshStore;
+class TargetStore;
 class TextureStore;
 
 /// The OpenGL objects that scenes have in one context: buffers of shapes, textures of images.
@@ -33,13 +34,16 @@ class OSG_STATE_API GLObjectStore
     // --- called by what dies ---
     static void forget(DrawShape const &shape);
     static void forget(Image const &image);
+    /// `owner` is what frame buffers were made for.
+    static void forgetTarget(void const *owner);
 
-    /// Number of buffers and textures.
+    /// Number of buffers, textures and frame buffers.
     std::size_t countObjects() const;
 
     // --- for the drawing ---
     MeshStore &meshes() { return *_meshes; }
     TextureStore &textures() { return *_textures; }
+    TargetStore &targets() { return *_targets; }
 
     GLObjectStore(GLObjectStore const &) = delete;
     GLObjectStore &operator=(GLObjectStore const &) = delete;
@@ -58,5 +62,6 @@ class OSG_STATE_API GLObjectStore
     Real32 _nonce;
     std::unique_ptr<MeshStore> _meshes;
     std::unique_ptr<TextureStore> _textures;
+    std::unique_ptr<TargetStore> _targets;
 };
 } // namespace OSG

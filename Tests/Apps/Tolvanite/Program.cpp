@@ -32,10 +32,14 @@ std::string temporary(char const *name)
 }
 } // namespace
 
-Outcome run_program_into(std::string const &file, std::vector<std::string> const &words)
+namespace
+{
+// `limits` are commands of the shell that come before the program.
+Outcome run_under(std::string const &limits, std::string const &file,
+                  std::vector<std::string> const &words)
 {
     std::string const err = temporary("err");
-    std::string command = quoted(TOOL_PROGRAM);
+    std::string command = limits + quoted(TOOL_PROGRAM);
     for(std::string const &word : words)
         command += ' ' + quoted(word);
     command += " >" + quoted(file) + " 2>" + quoted(err) + " </dev/null";
@@ -45,13 +49,26 @@ Outcome run_program_into(std::string const &file, std::vector<std::string> const
     return outcome;
 }
 
-Outcome run_program(std::vector<std::string> const &words)
+Outcome run_with_output(std::string const &limits, std::vector<std::string> const &words)
 {
     std::string const out = temporary("out");
-    Outcome outcome = run_program_into(out, words);
+    Outcome outcome = run_under(limits, out, words);
     outcome.out = content_of(out);
     std::remove(out.c_str());
     return outcome;
+}
+} // namespace
+
+Outcome run_program_into(std::string const &file, std::vector<std::string> const &words)
+{
+    return run_under("", file, words);
+}
+
+Outcome run_program(std::vector<std::string> const &words) { return run_with_output("", words); }
+
+Outcome run_program_within(unsigned megabytes, std::vector<std::string> const &words)
+{
+    return run_with_output("ulimit -v " + std::to_string(megabytes * 1024) + "; ", words);
 }
 
 std::string pavilion() { return TEST_SOURCE_DIR "/Models/pavilion.obj"; }

@@ -18,6 +18,8 @@ struct Outcome
 
 /// Runs the program with these arguments. Standard error is not a terminal.
 Outcome run_program(std::vector<std::string> const &words);
+/// The same with so much address space, which the caller need not have itself.
+Outcome run_program_within(unsigned megabytes, std::vector<std::string> const &words);
 /// The same with standard output going to `file`.
 Outcome run_program_into(std::string const &file, std::vector<std::string> const &words);
 

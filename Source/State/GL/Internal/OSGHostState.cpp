@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "OSGGLContext.h"
+
 namespace OSG
 {
 namespace
@@ -48,7 +50,7 @@ void HostState::readFeatures()
 {
     int const version = epoxy_gl_version();
     _hasVertexArrays = version >= 30 || epoxy_has_gl_extension("GL_ARB_vertex_array_object");
-    _hasFrameBuffers = version >= 30 || epoxy_has_gl_extension("GL_ARB_framebuffer_object");
+    _hasFrameBuffers = has_frame_buffers();
     _hasSamplers = version >= 33 || epoxy_has_gl_extension("GL_ARB_sampler_objects");
     _hasPipelines = version >= 41 || epoxy_has_gl_extension("GL_ARB_separate_shader_objects");
 }
@@ -67,6 +69,7 @@ void HostState::keep()
         _pipeline = integer(GL_PROGRAM_PIPELINE_BINDING);
     _arrayBuffer = integer(GL_ARRAY_BUFFER_BINDING);
     _unpackBuffer = integer(GL_PIXEL_UNPACK_BUFFER_BINDING);
+    _packBuffer = integer(GL_PIXEL_PACK_BUFFER_BINDING);
     // The arrays and the buffer of indices belong to the vertex array object.
     if(_hasVertexArrays)
     {
@@ -121,6 +124,7 @@ HostState::~HostState()
         glBindVertexArray(static_cast<GLuint>(_vertexArray));
     glBindBuffer(GL_ARRAY_BUFFER, static_cast<GLuint>(_arrayBuffer));
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, static_cast<GLuint>(_unpackBuffer));
+    glBindBuffer(GL_PIXEL_PACK_BUFFER, static_cast<GLuint>(_packBuffer));
     glUseProgram(static_cast<GLuint>(_program));
     if(_hasPipelines)
         glBindProgramPipeline(static_cast<GLuint>(_pipeline));
@@ -130,6 +134,18 @@ HostState::~HostState()
         glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(_readFrameBuffer));
         glBindRenderbuffer(GL_RENDERBUFFER, static_cast<GLuint>(_renderBuffer));
     }
+}
+
+// The stacks of attributes put the settings back.
+void HostState::readPixels(UInt32 width, UInt32 height, UInt8 *pixels)
+{
+    glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
+    for(GLenum const store : {GL_PACK_SWAP_BYTES, GL_PACK_LSB_FIRST, GL_PACK_ROW_LENGTH,
+                              GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS})
+        glPixelStorei(store, 0);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height), GL_RGB,
+                 GL_UNSIGNED_BYTE, pixels);
 }
 
 // --- the initial state ---

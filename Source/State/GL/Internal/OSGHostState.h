@@ -4,6 +4,7 @@
 
 #include <epoxy/gl.h>
 
+#include "OSGBaseTypes.h"
 #include "OSGStateApi.h"
 
 namespace OSG
@@ -23,6 +24,10 @@ class OSG_STATE_API HostState
     /// False where the host has filled the stacks of attributes. Nothing was touched then, and
     /// nothing can be drawn.
     bool isKept() const { return _isKept; }
+
+    /// Reads the colours of the frame buffer that is bound from its left bottom corner on, 3 bytes
+    /// a pixel, the bottom row first, rows without padding.
+    static void readPixels(UInt32 width, UInt32 height, UInt8 *pixels);
 
   private:
     struct Unit
@@ -44,7 +49,7 @@ class OSG_STATE_API HostState
     bool _hasFrameBuffers = false;
     bool _hasSamplers = false;
     bool _hasPipelines = false;
-    GLint _arrayBuffer = 0, _elementBuffer = 0, _unpackBuffer = 0;
+    GLint _arrayBuffer = 0, _elementBuffer = 0, _unpackBuffer = 0, _packBuffer = 0;
     GLint _vertexArray = 0;
     GLint _program = 0, _pipeline = 0;
     GLint _drawFrameBuffer = 0, _readFrameBuffer = 0, _renderBuffer = 0;

@@ -1,6 +1,7 @@
 #include "OSGMipmaps.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace OSG
 {
@@ -37,6 +38,7 @@ std::vector<Cover> covers_of(UInt32 before, UInt32 after)
 
 PixelRows half_picture(UInt32 width, UInt32 height, UInt32 channels, UInt8 const *pixels)
 {
+    assert(width > 0 && height > 0);
     PixelRows half{std::max(width / 2, 1u), std::max(height / 2, 1u), channels, {}};
     half.pixels.resize(std::size_t(half.width) * half.height * channels);
     std::vector<Cover> const columns = covers_of(width, half.width);

@@ -9,6 +9,7 @@
 #include "OSGGLObjectStore.h"
 #include "OSGLog.h"
 #include "OSGStateChunk.h"
+#include "OSGTextureStore.h"
 
 namespace OSG
 {
@@ -117,12 +118,9 @@ void StateTracker::setColorMaterial(UInt32 mode)
 
 void StateTracker::setTextures(std::vector<TextureValues> const &textures, bool hasNormals)
 {
-    if(textures.size() > _mostUnits && !_warnedOfUnits)
-    {
+    if(textures.size() > _mostUnits && _env.getObjects()->textures().isFirstExcess())
         OSG_LOG_WARNING("A material has %zu textures, the driver draws %u\n", textures.size(),
                         _mostUnits);
-        _warnedOfUnits = true;
-    }
     std::size_t const wanted = std::min<std::size_t>(textures.size(), _mostUnits);
     if(_units.size() < wanted)
     {

@@ -56,7 +56,6 @@ class StateTracker
     std::vector<TextureValues> _units;
     std::vector<bool> _unitIsOn;
     UInt32 _mostUnits;
-    bool _warnedOfUnits = false;
     std::vector<ActiveChunk> const *_chunks = nullptr;
 };
 } // namespace OSG

@@ -29,8 +29,8 @@ UInt64 content_of(Image const &image)
     return hash.value();
 }
 
-GLenum const formats[] = {GL_LUMINANCE, GL_LUMINANCE_ALPHA, GL_RGB, GL_RGBA};
-GLint const stored_formats[] = {GL_LUMINANCE8, GL_LUMINANCE8_ALPHA8, GL_RGB8, GL_RGBA8};
+constexpr GLenum Formats[] = {GL_LUMINANCE, GL_LUMINANCE_ALPHA, GL_RGB, GL_RGBA};
+constexpr GLint StoredFormats[] = {GL_LUMINANCE8, GL_LUMINANCE8_ALPHA8, GL_RGB8, GL_RGBA8};
 
 // A picture that is not copied unless it has to be made smaller.
 struct Level
@@ -59,9 +59,9 @@ bool fits(Level const &level)
         return false;
     // The driver may have no room for this format at the largest size.
     GLint width = static_cast<GLint>(level.width);
-    glTexImage2D(GL_PROXY_TEXTURE_2D, 0, stored_formats[level.channels - 1],
+    glTexImage2D(GL_PROXY_TEXTURE_2D, 0, StoredFormats[level.channels - 1],
                  static_cast<GLsizei>(level.width), static_cast<GLsizei>(level.height), 0,
-                 formats[level.channels - 1], GL_UNSIGNED_BYTE, nullptr);
+                 Formats[level.channels - 1], GL_UNSIGNED_BYTE, nullptr);
     glGetTexLevelParameteriv(GL_PROXY_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
     return width == static_cast<GLint>(level.width);
 }
@@ -69,9 +69,9 @@ bool fits(Level const &level)
 // Whether the texture that is bound has the level afterwards.
 bool upload_level(Level const &level, GLint number)
 {
-    glTexImage2D(GL_TEXTURE_2D, number, stored_formats[level.channels - 1],
+    glTexImage2D(GL_TEXTURE_2D, number, StoredFormats[level.channels - 1],
                  static_cast<GLsizei>(level.width), static_cast<GLsizei>(level.height), 0,
-                 formats[level.channels - 1], GL_UNSIGNED_BYTE, level.pixels);
+                 Formats[level.channels - 1], GL_UNSIGNED_BYTE, level.pixels);
     GLint width = static_cast<GLint>(level.width);
     glGetTexLevelParameteriv(GL_TEXTURE_2D, number, GL_TEXTURE_WIDTH, &width);
     return width == static_cast<GLint>(level.width);

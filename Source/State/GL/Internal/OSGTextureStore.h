@@ -2,6 +2,7 @@
 
 #include <mutex>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "OSGDrawState.h"
@@ -30,6 +31,10 @@ class TextureStore
     /// The context is gone, and its textures with it.
     void abandon();
 
+    /// True once in the life of the store: for the warning of a material with more textures than
+    /// the driver has units.
+    bool isFirstExcess() { return !std::exchange(_hadExcess, true); }
+
     /// Number of textures.
     std::size_t countObjects() const;
 
@@ -54,5 +59,6 @@ class TextureStore
     std::unordered_map<Image const *, Texture> _textures;
     std::vector<UInt32> _forgotten;
     UInt64 _frame = 1;
+    bool _hadExcess = false;
 };
 } // namespace OSG

@@ -9,7 +9,6 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "FileContent.h"
@@ -41,13 +40,19 @@ std::string events_of(std::string const &name)
     return std::string(TEST_SOURCE_DIR "/Models/") + name + ".events";
 }
 
-Outcome replay(std::string const &events, std::string const &engine,
-               std::vector<std::string> const &more)
+std::vector<std::string> replay_words(std::string const &events, std::string const &engine,
+                                      std::vector<std::string> const &more)
 {
     std::vector<std::string> words = {"replay", pavilion(), events,   "--engine",
                                       engine,   "--size",   "640x480"};
     words.insert(words.end(), more.begin(), more.end());
-    return run_program(words);
+    return words;
+}
+
+Outcome replay(std::string const &events, std::string const &engine,
+               std::vector<std::string> const &more)
+{
+    return run_program(replay_words(events, engine, more));
 }
 
 class ReplayOf : public testing::TestWithParam<Recorded>
@@ -173,29 +178,10 @@ TEST(Replay, SaysWhatIsWrongWithARecording)
 
 // --- events that do not end ---
 
-/// Limits the address space of the programs that are run while it lives.
-class LittleMemory
-{
-  public:
-    LittleMemory()
-    {
-        getrlimit(RLIMIT_AS, &_before);
-        rlimit limit = _before;
-        limit.rlim_cur = rlim_t(512) * 1024 * 1024;
-        EXPECT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
-    }
-    LittleMemory(LittleMemory const &) = delete;
-    LittleMemory &operator=(LittleMemory const &) = delete;
-    ~LittleMemory() { setrlimit(RLIMIT_AS, &_before); }
-
-  private:
-    rlimit _before;
-};
-
 void expect_refusal(std::string const &events, std::string const &reason)
 {
-    LittleMemory const limit;
-    Outcome const outcome = replay(events, "fly", {"--json"});
+    constexpr unsigned Megabytes = 512;
+    Outcome const outcome = run_program_within(Megabytes, replay_words(events, "fly", {"--json"}));
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(outcome.err, "tolvanite: " + events + ": " + reason + "\n");

@@ -4,13 +4,10 @@
 
 #include <gmock/gmock.h>
 
-#include "GeometryBuilders.h"
-#include "MarkerViews.h"
+#include "Marker.h"
 #include "NeedsContext.h"
 #include "OSGIntersectAction.h"
-#include "OSGOffscreenContext.h"
 #include "OSGPickVolume.h"
-#include "OSGPicture.h"
 #include "OSGSelectionAction.h"
 #include "OSGSimpleSelectionFunctor.h"
 
@@ -19,41 +16,6 @@ namespace OSG::Test
 namespace
 {
 constexpr Real32 Distance = 40;
-
-/// A picture of a marker, and where it is covered.
-class Covered
-{
-  public:
-    Covered(OffscreenContext &context, MarkerView const &view, Node *root)
-    {
-        Picture const picture = draw_picture(context, root, view.picture(), Color3f(0, 0, 1));
-        EXPECT_EQ(picture.missing, "");
-        _pixels = picture.pixels;
-    }
-
-    bool at(UInt32 x, UInt32 y) const
-    {
-        std::size_t const first = 3 * (std::size_t(y) * MarkerView::Width + x);
-        return _pixels[first] != 0 || _pixels[first + 2] != 255;
-    }
-    UInt32 inRow(UInt32 y) const
-    {
-        UInt32 count = 0;
-        for(UInt32 x = 0; x < MarkerView::Width; ++x)
-            count += at(x, y) ? 1 : 0;
-        return count;
-    }
-    UInt32 inColumn(UInt32 x) const
-    {
-        UInt32 count = 0;
-        for(UInt32 y = 0; y < MarkerView::Height; ++y)
-            count += at(x, y) ? 1 : 0;
-        return count;
-    }
-
-  private:
-    std::vector<UInt8> _pixels;
-};
 
 /// A view with perspective and one without.
 class MarkerPixels : public testing::TestWithParam<bool>

@@ -7,7 +7,7 @@
 #include "CameraBuilders.h"
 #include "GeometryBuilders.h"
 #include "LogCapture.h"
-#include "MarkerViews.h"
+#include "Marker.h"
 #include "OSGChangeList.h"
 #include "OSGFieldHandle.h"
 #include "OSGFieldText.h"

@@ -1,16 +1,18 @@
 #pragma once
 
 /// \file
-/// Views of markers that keep their size, and what they measure in them, computed by the formula of
-/// a pinhole camera in double precision.
+/// Views of markers that keep their size on the screen: what they measure, computed by the formula of
+/// a pinhole camera in double precision, and where they are seen.
 
 #include <cmath>
 #include <numbers>
+#include <vector>
 
-#include "GeometryBuilders.h"
-#include "OSGConstSizeTransform.h"
+#include <gtest/gtest.h>
+
 #include "OSGMatrixUtility.h"
-#include "OSGPictureView.h"
+#include "OSGOffscreenContext.h"
+#include "OSGPicture.h"
 #include "SceneBuilders.h"
 
 namespace OSG::Test
@@ -84,20 +86,38 @@ struct MarkerView
     }
 };
 
-/// A square of two units in the plane z = 0 of a space that keeps its size, whose origin `place`
-/// gives.
-struct Marker
+/// A picture of a marker, and where it is covered.
+class Covered
 {
-    explicit Marker(Matrix const &place, Real32 distance)
+  public:
+    Covered(OffscreenContext &context, MarkerView const &view, Node *root)
     {
-        core->setMatrix(place);
-        core->setDistance(distance);
+        Picture const picture = draw_picture(context, root, view.picture(), Color3f(0, 0, 1));
+        EXPECT_EQ(picture.missing, "");
+        _pixels = picture.pixels;
     }
 
-    UnrecordedRefPtr<ConstSizeTransform> core{ConstSizeTransform::create()};
-    NodePtr leaf = make_node(make_geometry(
-        one_primitive(QuadsPrimitive, {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}})));
-    NodePtr node = make_node(core, {leaf});
-    NodePtr root = make_group({node});
+    bool at(UInt32 x, UInt32 y) const
+    {
+        std::size_t const first = 3 * (std::size_t(y) * MarkerView::Width + x);
+        return _pixels[first] != 0 || _pixels[first + 2] != 255;
+    }
+    UInt32 inRow(UInt32 y) const
+    {
+        UInt32 count = 0;
+        for(UInt32 x = 0; x < MarkerView::Width; ++x)
+            count += at(x, y) ? 1 : 0;
+        return count;
+    }
+    UInt32 inColumn(UInt32 x) const
+    {
+        UInt32 count = 0;
+        for(UInt32 y = 0; y < MarkerView::Height; ++y)
+            count += at(x, y) ? 1 : 0;
+        return count;
+    }
+
+  private:
+    std::vector<UInt8> _pixels;
 };
 } // namespace OSG::Test
