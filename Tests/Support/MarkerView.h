@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// Views of markers that keep their size on the screen: what they measure, computed by the formula of
-/// a pinhole camera in double precision, and where they are seen.
+/// Views of markers that keep their size on the screen: what they measure, computed by the formula
+/// of a pinhole camera in double precision, and where they are seen.
 
 #include <cmath>
 #include <numbers>

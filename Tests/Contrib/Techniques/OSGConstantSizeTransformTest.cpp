@@ -71,8 +71,8 @@ TEST_P(HandlePixels, ItStandsWhereItsSpaceStandsAndTurnsWithIt)
         static_cast<UInt32>((view.normalised({2, 0, 0})[0] + 1) / 2 * MarkerView::Width);
     EXPECT_TRUE(covered.at(center, 50));
     // A diagonal of the square lies along the row. The unit that is measured lies across the line
-    // of sight, not in the plane of the square. The row's centre is half a pixel beside the diagonal,
-    // where the square is a pixel narrower.
+    // of sight, not in the plane of the square. The row's centre is half a pixel beside the
+    // diagonal, where the square is a pixel narrower.
     Real64 const half = 20 * std::sqrt(2.) * view.scale({2, 0, 0}, 2);
     Real64 const left = view.normalised({2 - half, 0, 0})[0];
     Real64 const right = view.normalised({2 + half, 0, 0})[0];
@@ -84,8 +84,8 @@ TEST_P(HandlePixels, RaysFindItWhereItIsSeen)
     OSG_NEEDS_CONTEXT(context);
     Handle const handle(translation(0, 0, -5));
     Covered const covered(context, view, handle.root);
-    Real64 const unit = 2 / (view.normalised({1, 0, -5})[0] - view.normalised({0, 0, -5})[0]) /
-                        MarkerView::Width;
+    Real64 const unit =
+        2 / (view.normalised({1, 0, -5})[0] - view.normalised({0, 0, -5})[0]) / MarkerView::Width;
     for(Real32 const pixels : {-21.f, -19.f, 0.f, 19.f, 21.f})
     {
         UnrecordedRefPtr<IntersectAction> const ray(IntersectAction::create());
@@ -101,8 +101,8 @@ TEST(ConstantSizeTransform, ItsVolumeIsInfiniteWhateverTheSubtreeHolds)
     Handle const handle{Matrix()};
     handle.root->updateVolume();
     EXPECT_TRUE(handle.root->getVolume().isInfinite());
-    NodePtr const empty = make_node(UnrecordedRefPtr<ConstantSizeTransform>(
-        ConstantSizeTransform::create()));
+    NodePtr const empty =
+        make_node(UnrecordedRefPtr<ConstantSizeTransform>(ConstantSizeTransform::create()));
     empty->updateVolume();
     EXPECT_TRUE(empty->getVolume().isInfinite());
 }

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 #include <gmock/gmock.h>
 
@@ -253,6 +254,51 @@ TEST_F(RenderSquares, FittedTheyAreWhollyInThePicture)
     EXPECT_GT(covered, 100);
     shown({});
     EXPECT_TRUE(content_of(target) == fitted);
+}
+
+// A query for each pixel of a picture, row by row, at the pixel's centre.
+std::string pixel_queries(int width, int height)
+{
+    std::ostringstream lines;
+    for(int y = 0; y < height; ++y)
+    {
+        for(int x = 0; x < width; ++x)
+            lines
+                << R"({"from": [9, 6, 12], "at": [0, 2, 0], "up": [0, 1, 0], "fov": 40, "size": [)"
+                << width << ", " << height << R"(], "pixel": [)" << x + 0.5 << ", " << y + 0.5
+                << R"(], "radius": 0.01})" << '\n';
+    }
+    return lines.str();
+}
+
+TEST_F(Render, ShowsWhatSelectFindsPixelByPixel)
+{
+    OSG_NEEDS_CONTEXT(OSG::OffscreenContext(1, 1));
+    constexpr int Width = 48;
+    constexpr int Height = 27;
+    std::string const building = TEST_SOURCE_DIR "/Models/building.obj";
+    ASSERT_EQ(render(building, {"--size", "48x27", "--from", "9,6,12", "--at", "0,2,0", "--fov",
+                                "40", "--background", "1,0,1"})
+                  .status,
+              0);
+    ImagePtr const image = picture();
+    std::string const queries = folder.write("pixels.jsonl", pixel_queries(Width, Height));
+    std::istringstream answers(run_program({"select", building, "--queries", queries}).out);
+    int hits = 0;
+    int mistaken = 0;
+    std::string answer;
+    for(int i = 0; std::getline(answers, answer); ++i)
+    {
+        bool const isHit = Json::parse(answer)["count"] != 0;
+        bool const isSeen = pixel_at(*image, static_cast<OSG::UInt32>(i % Width),
+                                     static_cast<OSG::UInt32>(i / Width)) != Pixel({255, 0, 255});
+        hits += isHit ? 1 : 0;
+        mistaken += isHit != isSeen ? 1 : 0;
+    }
+    EXPECT_GT(hits, Width * Height / 3);
+    EXPECT_LT(hits, Width * Height);
+    // A centre within a hundredth of a pixel of an edge may go either way.
+    EXPECT_LE(mistaken, 3);
 }
 
 // --- no picture ---
