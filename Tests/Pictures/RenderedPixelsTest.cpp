@@ -48,15 +48,15 @@ TEST_P(RenderedScenes, SoTheyAreInTheLightsOfTheScene)
     for(std::uint64_t seed = Scenes; seed < Scenes + ScenesWithLights; ++seed)
         expectEqualPictures(seed, false);
 }
-INSTANTIATE_TEST_SUITE_P(
-    All, RenderedScenes,
-    testing::Values(RandomMaterials::Simple, RandomMaterials::Transparent,
-                    RandomMaterials::Textured, RandomMaterials::Chunks),
-    [](auto const &materials)
-    {
-        constexpr char const *Names[] = {"Simple", "Transparent", "Textured", "Chunks"};
-        return std::string(Names[static_cast<int>(materials.param)]);
-    });
+std::string name_of(testing::TestParamInfo<RandomMaterials> const &materials)
+{
+    constexpr char const *Names[] = {"Simple", "Transparent", "Textured", "Chunks"};
+    return Names[static_cast<int>(materials.param)];
+}
+INSTANTIATE_TEST_SUITE_P(All, RenderedScenes,
+                         testing::Values(RandomMaterials::Simple, RandomMaterials::Transparent,
+                                         RandomMaterials::Textured, RandomMaterials::Chunks),
+                         name_of);
 
 // --- lines and points, which the slow rasterizer does not draw ---
 
