@@ -80,8 +80,8 @@ bool mirrors_without_normals(Geometry const &geometry, Surface const &surface)
 struct Heritage
 {
     Matrix4d toEye;
-    Material const *group = nullptr;          // of the innermost group of a material
-    std::vector<Material const *> overriding; // the outermost first
+    Material const *group = nullptr;      // of the innermost group of a material
+    Material const *overriding = nullptr; // of the outermost group that overrides
     std::vector<LightSource> lights;
 };
 
@@ -127,8 +127,8 @@ class ItemCollector
         }
         if(auto const *const group = dynamic_cast<MaterialChunkOverrideGroup *>(core))
         {
-            if(group->getMaterial() != nullptr)
-                heritage.overriding.push_back(group->getMaterial());
+            if(heritage.overriding == nullptr)
+                heritage.overriding = group->getMaterial();
         }
         if(auto const *const light = dynamic_cast<Light *>(core))
             applyLight(*light, heritage);
@@ -149,14 +149,20 @@ class ItemCollector
             toEye = _view.viewing;
     }
 
+    Matrix4d spaceOf(Node const &node) const
+    {
+        Matrix4d toEye = node.getParent() != nullptr ? spaceOf(*node.getParent()) : _view.viewing;
+        applyMatrix(node.getCore(), toEye);
+        return toEye;
+    }
+
     void applyLight(Light const &light, Heritage &heritage)
     {
         if(_view.headlight || !light.getOn() || _lightCount == MaxLights)
             return;
         ++_lightCount;
-        Matrix4d const toEye = light.getBeacon() != nullptr
-                                   ? _view.viewing * Matrix4d(light.getBeacon()->getToWorld())
-                                   : heritage.toEye;
+        Node const *const beacon = light.getBeacon();
+        Matrix4d const toEye = beacon != nullptr ? spaceOf(*beacon) : heritage.toEye;
         heritage.lights.push_back(light_in(light, toEye));
     }
 
@@ -192,9 +198,7 @@ class ItemCollector
     {
         ChunkSet chunks =
             chunks_of(heritage.group != nullptr ? heritage.group : geometry.getMaterial());
-        // The outermost comes last and wins.
-        for(auto it = heritage.overriding.rbegin(); it != heritage.overriding.rend(); ++it)
-            override_chunks(chunks, chunks_of(*it));
+        override_chunks(chunks, chunks_of(heritage.overriding));
         std::vector<LightSource> lights = heritage.lights;
         if(_view.headlight)
             lights.assign(1, LightSource());
