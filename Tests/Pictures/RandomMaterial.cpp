@@ -26,6 +26,9 @@ constexpr UInt32 Environments[] = {GLName::Modulate, GLName::Decal, GLName::Blen
 constexpr UInt32 Wraps[] = {GLName::Repeat, GLName::Repeat, GLName::Clamp, GLName::ClampToEdge,
                             GLName::MirroredRepeat};
 
+// OpenGL does not say what a gloss of 0 to the power of 0 is.
+constexpr Real32 LeastShininess = 1;
+
 template <std::size_t Count>
 UInt32 one_of(RandomNumbers &random, UInt32 const (&values)[Count])
 {
@@ -81,7 +84,7 @@ void fill(RandomNumbers &random, SimpleMaterial &material)
     material.setSpecular(random_color(random));
     if(random.below(3) == 0)
         material.setEmission(random_color(random));
-    material.setShininess(random.real(-10, 140));
+    material.setShininess(random.real(LeastShininess, 140));
     material.setLit(random.below(4) != 0);
     material.setColorMaterial(one_of(random, ColorMaterials));
 }
@@ -138,7 +141,7 @@ MaterialPtr chunks(RandomNumbers &random)
     colors->setAmbient(color_with_alpha(random, 1));
     colors->setDiffuse(color_with_alpha(random, blends ? random.real(0.1f, 0.9f) : 1.f));
     colors->setSpecular(color_with_alpha(random, 1));
-    colors->setShininess(random.real(0, 128));
+    colors->setShininess(random.real(LeastShininess, 128));
     colors->setLit(random.below(4) != 0);
     colors->setColorMaterial(one_of(random, ColorMaterials));
     colors->setIgnore(random.below(6) == 0);

@@ -65,10 +65,8 @@ Vec4d share_of(LightSource const &light, SurfaceColors const &colors, Pnt3d cons
     {
         sum += product(light.diffuse, colors.diffuse) * facing;
         Vec3d const half = unit(toLight + Vec3d(0.0, 0.0, 1.0));
-        Real64 const gloss = normal.dot(half);
-        // OpenGL does not say what 0 to the power of 0 is. Drivers compute 0.
-        if(gloss > 0)
-            sum += product(light.specular, colors.specular) * std::pow(gloss, colors.shininess);
+        Real64 const gloss = std::max(normal.dot(half), 0.0);
+        sum += product(light.specular, colors.specular) * std::pow(gloss, colors.shininess);
     }
     return sum * arriving(light, toLight, way.length());
 }
