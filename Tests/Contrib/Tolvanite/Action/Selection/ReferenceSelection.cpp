@@ -226,6 +226,8 @@ struct Walk
     bool box_is_outside(int node, Frustum const &frustum) const
     {
         BoxVolume const &box = built.nodes[static_cast<std::size_t>(node)]->getVolume();
+        if(box.isInfinite())
+            return false;
         std::vector<Pnt3f> corners;
         for(int i = 0; i < 8; ++i)
         {
