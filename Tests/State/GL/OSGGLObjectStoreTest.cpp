@@ -32,7 +32,7 @@ TEST_F(ObjectStore, SmallMeshesOfOneLayoutShareTheirBuffers)
 {
     TestList scene;
     for(int i = 0; i < 1000; ++i)
-        scene.addShape(full_picture());
+        scene.add(full_picture(), RedState);
     auto const &places = meshes().prepare(scene.list);
     for(auto const &place : places)
         EXPECT_EQ(place.page, places[0].page);
@@ -47,17 +47,31 @@ TEST_F(ObjectStore, AMeshOfManyVerticesHasBuffersOfItsOwnWithLongIndices)
     for(UInt32 i = 0; i <= 66000; ++i)
         large.positions.emplace_back(static_cast<Real32>(i), 0.f, 0.f);
     large.triangles = {0, 1, 66000};
-    scene.addShape(large);
-    scene.addShape(full_picture());
+    scene.add(large, RedState);
+    scene.add(full_picture(), RedState);
     large.positions.resize(65536);
     large.triangles = {0, 1, 65535};
-    scene.addShape(large);
+    scene.add(large, RedState);
     auto const &places = meshes().prepare(scene.list);
     EXPECT_FALSE(places[0].page->hasShortIndices());
     EXPECT_TRUE(places[2].page->hasShortIndices());
     EXPECT_NE(places[0].page, places[1].page);
     EXPECT_NE(places[0].page, places[2].page);
     EXPECT_EQ(objects(), 6u);
+}
+
+TEST_F(ObjectStore, AMeshIsMadeWhenItIsFirstDrawn)
+{
+    TestList scene;
+    scene.add(full_picture(), RedState);
+    scene.addShape(full_picture());
+    scene.draw();
+    EXPECT_EQ(scene.shapes[0]->made, 1);
+    EXPECT_EQ(scene.shapes[1]->made, 0);
+    scene.add(1u, 0u); // in the state of the first
+    scene.draw();
+    EXPECT_EQ(scene.shapes[0]->made, 1);
+    EXPECT_EQ(scene.shapes[1]->made, 1);
 }
 
 TEST_F(ObjectStore, MeshesAreMadeOnceAndAgainWhenTheirStampChanges)
