@@ -29,13 +29,19 @@ SurfaceValues MaterialChunk::getSurface() const
 
 // --- the context ---
 
-void set_lit_surface(SurfaceValues const &surface)
+void set_lit_surface(SurfaceValues const &surface, SurfaceValues const *former)
 {
-    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, surface.ambient.values());
-    glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, surface.diffuse.values());
-    glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, surface.specular.values());
-    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, surface.emission.values());
-    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, surface.shininess);
+    auto const setColor = [&](GLenum name, Color4f SurfaceValues::*color)
+    {
+        if(former == nullptr || !(surface.*color == former->*color))
+            glMaterialfv(GL_FRONT_AND_BACK, name, (surface.*color).values());
+    };
+    setColor(GL_AMBIENT, &SurfaceValues::ambient);
+    setColor(GL_DIFFUSE, &SurfaceValues::diffuse);
+    setColor(GL_SPECULAR, &SurfaceValues::specular);
+    setColor(GL_EMISSION, &SurfaceValues::emission);
+    if(former == nullptr || surface.shininess != former->shininess)
+        glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, surface.shininess);
 }
 
 void set_unlit_surface(SurfaceValues const &surface) { glColor4fv(surface.diffuse.values()); }

@@ -11,8 +11,9 @@ namespace OSG
 class TextureStore;
 
 // --- OSGMaterialChunk.cpp ---
-/// The colours that light falls on, of both sides.
-void set_lit_surface(SurfaceValues const &surface);
+/// The colours that light falls on, of both sides; only those that differ from `former`, which is
+/// set already. Null: nothing is known of what is set.
+void set_lit_surface(SurfaceValues const &surface, SurfaceValues const *former = nullptr);
 /// The colour that is drawn without light.
 void set_unlit_surface(SurfaceValues const &surface);
 /// Whether vertices have a colour that is seen without light.

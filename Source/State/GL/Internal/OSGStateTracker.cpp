@@ -68,7 +68,7 @@ void StateTracker::setLit(SurfaceValues const &surface, bool hasColors)
         return;
     setColorMaterial(0);
     if(!_knowsLit || !(_lit == surface))
-        set_lit_surface(surface);
+        set_lit_surface(surface, _knowsLit ? &_lit : nullptr);
     _lit = surface;
     _knowsLit = !hasColors;
     if(hasColors)
