@@ -4,11 +4,9 @@
 #include <bit>
 #include <limits>
 #include <tuple>
-#include <utility>
 
 #include "OSGDrawEpochs.h"
 #include "OSGLightSource.h"
-#include "OSGLog.h"
 #include "OSGNode.h"
 #include "OSGSpaceTraits.h"
 
@@ -16,8 +14,6 @@ namespace OSG
 {
 namespace
 {
-constexpr std::size_t MaxLights = 8; // that fixed-function OpenGL has at least
-
 using TwoReal64 = Real64 __attribute__((vector_size(16)));
 
 // The product in double precision, rounded once: neighbours far from the origin keep their places
@@ -173,6 +169,7 @@ void FrameCollector::finish(bool headlight)
     if(!isAsBefore(headlight))
     {
         _hasList = false;
+        _listHeadlight = headlight;
         findSeen();
         _list.states = _cache.getStates().getStates();
         _list.shapes = _cache.getShapes().getShapes();
@@ -184,7 +181,6 @@ void FrameCollector::finish(bool headlight)
         _cacheNumber = _cache.getNumber();
         _listViewing = _partition.getDrawEnv().getCameraViewing();
         _listProjection = _partition.getDrawEnv().getCameraProjection();
-        _listHeadlight = headlight;
         _hasList = _found.empty();
     }
     else if(!_cache.getRecord().lights.empty())
@@ -219,14 +215,14 @@ bool FrameCollector::isTransparent(UInt32 state) const
 DrawItem FrameCollector::itemOf(SceneRecord::Item const &item) const
 {
     return {item.shape, item.space, _cache.getStates().stateOf(item.state),
-            item.light == SceneRecord::NoLight ? 0 : _lightSets[item.light]};
+            _listHeadlight ? 0 : _lightSets.setOf(item.light)};
 }
 
 DrawItem FrameCollector::itemOf(Found const &found) const
 {
     UInt32 const firstSpace = static_cast<UInt32>(_cache.getRecord().spaces.size());
     return {found.shape, firstSpace + found.space, _cache.getStates().stateOf(found.state),
-            found.light == SceneRecord::NoLight ? 0 : _lightSets[found.light]};
+            _listHeadlight ? 0 : _lightSets.setOf(found.light)};
 }
 
 // States have their places in the order of first use.
@@ -360,63 +356,24 @@ void FrameCollector::makeSpaces()
 
 // --- lights ---
 
+LightSets::Light FrameCollector::lightOf(FoundLight const &light) const
+{
+    Node const *const place = light.source->findPlace();
+    return {light.source, place != nullptr ? product(_viewing, place->getToWorld()) : light.toEye,
+            light.outer, light.entry};
+}
+
 void FrameCollector::makeLights(bool headlight)
 {
-    struct Candidate
+    std::vector<LightSets::Light> lights;
+    if(!headlight)
     {
-        UInt32 entry;
-        UInt32 light;
-
-        bool operator<(Candidate const &other) const
-        {
-            return std::tie(entry, light) < std::tie(other.entry, other.light);
-        }
-    };
-    SceneRecord const &record = _cache.getRecord();
-    UInt32 const recorded = static_cast<UInt32>(record.lights.size());
-    UInt32 const count = recorded + static_cast<UInt32>(_foundLights.size());
-    _list.lights.assign(1, headlight ? LightSet{LightValues()} : LightSet());
-    _lightSets.assign(count, 0);
-    if(headlight)
-        return;
-
-    auto const sourceOf = [&](UInt32 light) {
-        return light < recorded ? record.lights[light].source
-                                : _foundLights[light - recorded].source;
-    };
-    std::vector<Candidate> shining;
-    for(UInt32 light = 0; light < count; ++light)
-    {
-        if(sourceOf(light)->shines())
-            shining.push_back({light < recorded ? record.lights[light].entry
-                                                : _foundLights[light - recorded].entry,
-                               light});
+        for(SceneRecord::Light const &light : _cache.getRecord().lights)
+            lights.push_back(
+                lightOf({light.source, spaceToEye(light.space), light.outer, light.entry}));
+        for(FoundLight const &light : _foundLights)
+            lights.push_back(lightOf(light));
     }
-    std::sort(shining.begin(), shining.end());
-    if(shining.size() > MaxLights && !std::exchange(_hasWarned, true))
-        OSG_LOG_WARNING("RenderAction: only the first eight lights of the scene shine\n");
-    std::vector<bool> isChosen(count, false);
-    for(std::size_t i = 0; i < std::min(shining.size(), MaxLights); ++i)
-        isChosen[shining[i].light] = true;
-
-    // A light stands behind the one around it.
-    for(UInt32 light = 0; light < count; ++light)
-    {
-        UInt32 const outer =
-            light < recorded ? record.lights[light].outer : _foundLights[light - recorded].outer;
-        UInt32 const outerSet = outer == SceneRecord::NoLight ? 0 : _lightSets[outer];
-        _lightSets[light] = outerSet;
-        if(!isChosen[light])
-            continue;
-        LightSource const &source = *sourceOf(light);
-        Node const *const place = source.findPlace();
-        Matrix const toEye = place != nullptr   ? product(_viewing, place->getToWorld())
-                             : light < recorded ? spaceToEye(record.lights[light].space)
-                                                : _foundLights[light - recorded].toEye;
-        LightSet set = _list.lights[outerSet];
-        set.push_back(source.makeValues(toEye));
-        _list.lights.push_back(std::move(set));
-        _lightSets[light] = static_cast<UInt32>(_list.lights.size() - 1);
-    }
+    _lightSets.make(lights, headlight ? LightSet{LightValues()} : LightSet(), _list.lights);
 }
 } // namespace OSG

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OSGDrawList.h"
+#include "OSGLightSets.h"
 #include "OSGRenderPartition.h"
 #include "OSGSceneCache.h"
 
@@ -75,6 +76,7 @@ class OSG_STATE_API FrameCollector
     void makeTransparent();
     void makeSpaces();
     void makeLights(bool headlight);
+    LightSets::Light lightOf(FoundLight const &light) const;
     void useSpace(UInt32 space);
     DrawItem itemOf(SceneRecord::Item const &item) const;
     DrawItem itemOf(Found const &found) const;
@@ -107,14 +109,13 @@ class OSG_STATE_API FrameCollector
     std::vector<UInt64> _seenItems;
     std::vector<Depth> _depths;
     std::vector<UInt32> _ranks;     // of the states that only found shapes have, behind the cache's
-    std::vector<UInt32> _lightSets; // by light: in the list
+    LightSets _lightSets;
     std::vector<UInt32> _spaceUse;  // by space: number of the frame that used it last
     UInt32 _frame = 0;
 
     // Of the list as it is.
     bool _hasList = false;
     bool _listHeadlight = false;
-    bool _hasWarned = false;
     UInt64 _cacheNumber = 0;
     Matrix _listViewing;
     Matrix _listProjection;

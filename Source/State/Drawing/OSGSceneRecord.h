@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "OSGBoxVolume.h"
+#include "OSGLightSets.h"
 #include "OSGMatrix.h"
 #include "OSGStateApi.h"
 
@@ -21,7 +22,7 @@ class Node;
 /// the node's Entry says and ends where the next node that is not below it begins.
 struct SceneRecord
 {
-    static constexpr UInt32 NoLight = 0xFFFFFFFF;
+    static constexpr UInt32 NoLight = LightSets::NoLight;
 
     /// What holds for what a node shows, from the nodes above it.
     struct Scope
