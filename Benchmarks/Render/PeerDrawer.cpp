@@ -1,11 +1,12 @@
-// OpenSceneGraph draws the same nodes, triangles, normals and materials: in one thread, with the
-// view's frustum as the only culling, in a context that is given to it.
+// OpenSceneGraph draws the same picture of the same nodes, triangles, normals and materials: in one
+// thread, with the view's frustum as the only culling, in a context that is given to it.
 
 #ifdef BENCHMARK_WITH_OPENSCENEGRAPH
 #include <map>
 
 #include <osg/Geometry>
 #include <osg/GraphicsContext>
+#include <osg/LightModel>
 #include <osg/Material>
 #include <osgUtil/SceneView>
 
@@ -91,7 +92,11 @@ class PeerDrawer : public FrameDrawer
         osg::ref_ptr<osg::StateSet> const state = _scene.root->getOrCreateStateSet();
         state->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
         state->setMode(GL_CULL_FACE, osg::StateAttribute::OFF);
+        osg::ref_ptr<osg::LightModel> const bothSides = new osg::LightModel;
+        bothSides->setTwoSided(true);
+        state->setAttribute(bothSides);
         _view->setDefaults(osgUtil::SceneView::STANDARD_SETTINGS);
+        _view->getLight()->setDiffuse(osg::Vec4(1, 1, 1, 1));
         _view->setSceneData(_scene.root);
         _view->setViewport(0, 0, FrameWidth, FrameHeight);
         _view->setClearColor(osg::Vec4(1, 1, 1, 1));

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <set>
 #include <string>
 
 #include <benchmark/benchmark.h>
@@ -80,9 +81,11 @@ void count_calls(benchmark::State &state, FrameDrawer &drawer, Case const &row,
     forget_calls();
     draw_frame(drawer, row);
     state.counters["calls"] = static_cast<double>(counted_calls());
-    if(std::getenv("RENDER_CALLS") == nullptr)
+    static std::set<std::string> printed;
+    std::string const title = std::string(row.name) + ", " + contender;
+    if(std::getenv("RENDER_CALLS") == nullptr || !printed.insert(title).second)
         return;
-    std::fprintf(stderr, "%s, %s:\n", row.name, contender);
+    std::fprintf(stderr, "%s:\n", title.c_str());
     print_calls();
 }
 

@@ -21,9 +21,9 @@ using MaterialPtr = UnrecordedRefPtr<SimpleMaterial>;
 MaterialPtr material_of(UInt32 number)
 {
     MaterialPtr material(SimpleMaterial::create());
-    material->setDiffuse(Color3f(static_cast<Real32>(number % 17) / 17,
-                                 static_cast<Real32>(number % 71) / 71,
-                                 static_cast<Real32>(number % 251) / 251));
+    material->setDiffuse(Color3f(static_cast<Real32>((number + 9) % 17) / 17,
+                                 static_cast<Real32>((number + 23) % 71) / 71,
+                                 static_cast<Real32>((number + 97) % 251) / 251));
     return material;
 }
 

@@ -14,18 +14,37 @@ namespace OSG::Test
 {
 namespace
 {
-constexpr UInt32 ColorMaterials[] = {0, 0, 0x1200, 0x1201, 0x1202, 0x1600, 0x1602};
-constexpr UInt32 Environments[] = {GLName::Modulate, GLName::Decal, 0x0BE2, 0x1E01, 0x0104};
-constexpr UInt32 Wraps[] = {GLName::Repeat, GLName::Repeat, 0x812F, 0x8370};
+constexpr UInt32 ColorMaterials[] = {0,
+                                     0,
+                                     GLName::Ambient,
+                                     GLName::Diffuse,
+                                     GLName::Specular,
+                                     GLName::Emission,
+                                     GLName::AmbientAndDiffuse};
+constexpr UInt32 Environments[] = {GLName::Modulate, GLName::Decal, GLName::Blend, GLName::Replace,
+                                   GLName::Add};
+constexpr UInt32 Wraps[] = {GLName::Repeat, GLName::Repeat, GLName::Clamp, GLName::ClampToEdge,
+                            GLName::MirroredRepeat};
+
+// OpenGL does not say what a gloss of 0 to the power of 0 is.
+constexpr Real32 LeastShininess = 1;
 
 template <std::size_t Count>
 UInt32 one_of(RandomNumbers &random, UInt32 const (&values)[Count])
 {
     return values[random.below(Count)];
 }
-UInt32 any_filter(RandomNumbers &random)
+
+/// Filters for smaller and for larger texels, one time in three with mipmaps.
+struct Filters
 {
-    return random.below(2) == 0 ? GLName::Nearest : GLName::Linear;
+    UInt32 min;
+    UInt32 mag;
+};
+Filters random_filters(RandomNumbers &random)
+{
+    UInt32 const mag = random.below(2) == 0 ? GLName::Nearest : GLName::Linear;
+    return {random.below(3) == 0 ? GLName::LinearMipmapLinear : mag, mag};
 }
 
 // OpenGL leaves open what decals of grey pictures look like.
@@ -65,7 +84,7 @@ void fill(RandomNumbers &random, SimpleMaterial &material)
     material.setSpecular(random_color(random));
     if(random.below(3) == 0)
         material.setEmission(random_color(random));
-    material.setShininess(random.real(-10, 140));
+    material.setShininess(random.real(LeastShininess, 140));
     material.setLit(random.below(4) != 0);
     material.setColorMaterial(one_of(random, ColorMaterials));
 }
@@ -84,9 +103,10 @@ MaterialPtr textured(RandomNumbers &random)
     UnrecordedRefPtr<SimpleTexturedMaterial> const material(SimpleTexturedMaterial::create());
     fill(random, *material);
     material->setImage(random_image(random, true));
-    UInt32 const filter = any_filter(random);
-    material->setMinFilter(filter);
-    material->setMagFilter(filter);
+    Filters const filters = random_filters(random);
+    material->setMinFilter(filters.min);
+    material->setMagFilter(filters.mag);
+    material->setEnvMap(random.below(5) == 0);
     material->setEnvMode(random_environment(random, *material->getImage()));
     if(random.below(4) == 0)
         material->setTransparency(random.real(0.1f, 0.9f));
@@ -97,9 +117,9 @@ void add_texture(RandomNumbers &random, ChunkMaterial &material, Int32 slot)
 {
     UnrecordedRefPtr<TextureObjChunk> const texture(TextureObjChunk::create());
     texture->setImage(random_image(random, slot == 0));
-    UInt32 const filter = any_filter(random);
-    texture->setMinFilter(filter);
-    texture->setMagFilter(filter);
+    Filters const filters = random_filters(random);
+    texture->setMinFilter(filters.min);
+    texture->setMagFilter(filters.mag);
     texture->setWrapS(one_of(random, Wraps));
     texture->setWrapT(one_of(random, Wraps));
     material.addChunk(texture, slot);
@@ -121,7 +141,7 @@ MaterialPtr chunks(RandomNumbers &random)
     colors->setAmbient(color_with_alpha(random, 1));
     colors->setDiffuse(color_with_alpha(random, blends ? random.real(0.1f, 0.9f) : 1.f));
     colors->setSpecular(color_with_alpha(random, 1));
-    colors->setShininess(random.real(0, 128));
+    colors->setShininess(random.real(LeastShininess, 128));
     colors->setLit(random.below(4) != 0);
     colors->setColorMaterial(one_of(random, ColorMaterials));
     colors->setIgnore(random.below(6) == 0);

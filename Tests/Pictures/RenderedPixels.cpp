@@ -17,7 +17,6 @@ namespace OSG::Test
 {
 namespace
 {
-// One for each size, which stays until the program ends.
 OffscreenContext &context_of(UInt32 width, UInt32 height)
 {
     static std::map<std::pair<UInt32, UInt32>, std::unique_ptr<OffscreenContext>> contexts;
@@ -56,9 +55,14 @@ void draw_view(Node *root, ViewSetup const &setup)
 
 std::string missing_renderer() { return context_of(200, 150).missing(); }
 
+OffscreenContext &rendering_context(ViewSetup const &setup)
+{
+    return context_of(setup.width, setup.height);
+}
+
 Pixels rendered_pixels(Node *root, ViewSetup const &setup)
 {
-    OffscreenContext &context = context_of(setup.width, setup.height);
+    OffscreenContext &context = rendering_context(setup);
     EXPECT_TRUE(context.makeCurrent()) << context.missing();
     draw_view(root, setup);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));

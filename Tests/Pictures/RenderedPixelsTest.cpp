@@ -1,10 +1,13 @@
 #include "RenderedPixels.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
 #include "ModelPictures.h"
 #include "PerceivedDifference.h"
+#include "PictureScenes.h"
 #include "RandomScenes.h"
 
 namespace OSG::Test
@@ -45,9 +48,76 @@ TEST_P(RenderedScenes, SoTheyAreInTheLightsOfTheScene)
     for(std::uint64_t seed = Scenes; seed < Scenes + ScenesWithLights; ++seed)
         expectEqualPictures(seed, false);
 }
-INSTANTIATE_TEST_SUITE_P(Materials, RenderedScenes,
+std::string name_of(testing::TestParamInfo<RandomMaterials> const &materials)
+{
+    constexpr char const *Names[] = {"Simple", "Transparent", "Textured", "Chunks"};
+    return Names[static_cast<int>(materials.param)];
+}
+INSTANTIATE_TEST_SUITE_P(All, RenderedScenes,
                          testing::Values(RandomMaterials::Simple, RandomMaterials::Transparent,
-                                         RandomMaterials::Textured, RandomMaterials::Chunks));
+                                         RandomMaterials::Textured, RandomMaterials::Chunks),
+                         name_of);
+
+// --- lines and points, which the slow rasterizer does not draw ---
+
+struct StrokeCase
+{
+    char const *name;
+    std::vector<Vec3f> normals;
+    Vec3d color; ///< in steps of 1/255
+};
+StrokeCase const stroke_cases[] = {
+    {"without normals the colour is diffuse", {}, {204, 102, 51}},
+    {"with normals light counts", {{0, 0.8f, 0.6f}, {0, 0.8f, 0.6f}}, {122, 61, 31}},
+    {"the side that is turned away has no light", {{0, 0, -1}, {0, 0, -1}}, {0, 0, 0}},
+};
+
+Pixels picture_of(PrimitiveType type, std::vector<Pnt3f> const &positions,
+                  std::vector<Vec3f> const &normals)
+{
+    GeometryPtr const geometry = make_geometry(one_primitive(type, positions, normals));
+    geometry->setMaterial(simple_material(Color3f(0.8f, 0.4f, 0.2f)));
+    return rendered_pixels(make_node(geometry), square_view());
+}
+
+bool is_near(UInt8 const *pixel, Vec3d const &color)
+{
+    return (Vec3d(pixel[0], pixel[1], pixel[2]) - color).length() <= ColorTolerance;
+}
+
+// The middle of row 30, from column 25.5 to column 74.5.
+std::vector<Pnt3f> const ends = {{-0.49f, 0.39f, 0}, {0.49f, 0.39f, 0}};
+
+TEST(RenderedStrokes, ALineIsOnePixelHighAndHasItsColour)
+{
+    if(!missing_renderer().empty())
+        GTEST_SKIP() << missing_renderer();
+    for(StrokeCase const &row : stroke_cases)
+    {
+        Pixels const pixels = picture_of(LinesPrimitive, ends, row.normals);
+        for(UInt32 x = 27; x < 73; ++x)
+        {
+            EXPECT_TRUE(is_near(pixels.at(x, 30), row.color)) << row.name << ", column " << x;
+            EXPECT_TRUE(is_near(pixels.at(x, 29), {255, 255, 255})) << row.name;
+            EXPECT_TRUE(is_near(pixels.at(x, 31), {255, 255, 255})) << row.name;
+        }
+    }
+}
+TEST(RenderedStrokes, APointIsOnePixel)
+{
+    if(!missing_renderer().empty())
+        GTEST_SKIP() << missing_renderer();
+    for(StrokeCase const &row : stroke_cases)
+    {
+        Pixels const pixels = picture_of(PointsPrimitive, ends, row.normals);
+        UInt32 drawn = 0;
+        for(UInt32 i = 0; i < 10000; ++i)
+            drawn += is_near(pixels.at(i % 100, i / 100), {255, 255, 255}) ? 0 : 1;
+        EXPECT_EQ(drawn, 2u) << row.name;
+        EXPECT_TRUE(is_near(pixels.at(25, 30), row.color)) << row.name;
+        EXPECT_TRUE(is_near(pixels.at(74, 30), row.color)) << row.name;
+    }
+}
 
 TEST(RenderedModels, TheyLookLikeTheStoredPictures)
 {

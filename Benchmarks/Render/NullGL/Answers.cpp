@@ -2,6 +2,7 @@
 // included: the functions that return nothing are declared in another way there.
 
 #include <cstring>
+#include <map>
 
 #include "NullGL.h"
 
@@ -12,6 +13,11 @@ namespace
 using Enum = unsigned;
 
 unsigned next_name = 1;
+
+constexpr Enum LeastLevelOfDetail = 0x813A;
+unsigned bound_texture = 0;
+std::map<unsigned, float> least_levels; // by texture
+std::map<Enum, int> buffer_sizes;       // by target
 
 void make_names(int count, unsigned *names)
 {
@@ -81,6 +87,13 @@ Answer answer_of(Enum query)
         return {1, ExtensionCount, 0};
     case 0x0BA0: // matrix mode
         return {1, 0x1700, 0};
+    case 0x0D35: // greatest depths of the stacks of attributes
+    case 0x0D3B:
+        return {1, 16, 0};
+    case 0x0D36: // and of matrices
+    case 0x0D38:
+    case 0x0D39:
+        return {1, 32, 0};
     case 0x0BA3: // depths of the matrix stacks
     case 0x0BA4:
     case 0x0BA5:
@@ -166,6 +179,40 @@ NULL_GL void glGetRenderbufferParameteriv(Enum, Enum query, int *number)
 {
     null_gl_count("glGetRenderbufferParameteriv");
     *number = query == 0x8D54 ? 24 : 8; // bits of depth, or of a colour
+}
+
+// --- what callers set and ask for again ---
+NULL_GL void glBindTexture(Enum, unsigned name)
+{
+    static unsigned long long *const count = null_gl_counter("glBindTexture");
+    ++*count;
+    bound_texture = name;
+}
+NULL_GL unsigned char glIsTexture(unsigned name)
+{
+    null_gl_count("glIsTexture");
+    return name != 0 && name < next_name;
+}
+NULL_GL void glTexParameterf(Enum, Enum setting, float value)
+{
+    null_gl_count("glTexParameterf");
+    if(setting == LeastLevelOfDetail)
+        least_levels[bound_texture] = value;
+}
+NULL_GL void glGetTexParameterfv(Enum, Enum setting, float *value)
+{
+    null_gl_count("glGetTexParameterfv");
+    *value = setting == LeastLevelOfDetail ? least_levels[bound_texture] : 0;
+}
+NULL_GL void glBufferData(Enum target, long size, void const *, Enum)
+{
+    null_gl_count("glBufferData");
+    buffer_sizes[target] = static_cast<int>(size);
+}
+NULL_GL void glGetBufferParameteriv(Enum target, Enum, int *number)
+{
+    null_gl_count("glGetBufferParameteriv");
+    *number = buffer_sizes[target];
 }
 
 #define NULL_GL_NAMES(name)                                                                        \

@@ -68,12 +68,20 @@ Real64 centre_depth(Geometry &geometry, Matrix4d const &toEye)
     return -(toEye * with_w(wide(centre), 1))[2];
 }
 
+// Maps of the surroundings are read by the normals.
+bool mirrors_without_normals(Geometry const &geometry, Surface const &surface)
+{
+    return geometry.getNormals() == nullptr &&
+           std::any_of(surface.stages.begin(), surface.stages.end(),
+                       [](TextureStage const &stage) { return stage.picture.sphereMap; });
+}
+
 // What a node hands down to those below it.
 struct Heritage
 {
     Matrix4d toEye;
-    Material const *group = nullptr;          // of the innermost group of a material
-    std::vector<Material const *> overriding; // the outermost first
+    Material const *group = nullptr;      // of the innermost group of a material
+    Material const *overriding = nullptr; // of the outermost group that overrides
     std::vector<LightSource> lights;
 };
 
@@ -119,8 +127,8 @@ class ItemCollector
         }
         if(auto const *const group = dynamic_cast<MaterialChunkOverrideGroup *>(core))
         {
-            if(group->getMaterial() != nullptr)
-                heritage.overriding.push_back(group->getMaterial());
+            if(heritage.overriding == nullptr)
+                heritage.overriding = group->getMaterial();
         }
         if(auto const *const light = dynamic_cast<Light *>(core))
             applyLight(*light, heritage);
@@ -141,14 +149,20 @@ class ItemCollector
             toEye = _view.viewing;
     }
 
+    Matrix4d spaceOf(Node const &node) const
+    {
+        Matrix4d toEye = node.getParent() != nullptr ? spaceOf(*node.getParent()) : _view.viewing;
+        applyMatrix(node.getCore(), toEye);
+        return toEye;
+    }
+
     void applyLight(Light const &light, Heritage &heritage)
     {
         if(_view.headlight || !light.getOn() || _lightCount == MaxLights)
             return;
         ++_lightCount;
-        Matrix4d const toEye = light.getBeacon() != nullptr
-                                   ? _view.viewing * Matrix4d(light.getBeacon()->getToWorld())
-                                   : heritage.toEye;
+        Node const *const beacon = light.getBeacon();
+        Matrix4d const toEye = beacon != nullptr ? spaceOf(*beacon) : heritage.toEye;
         heritage.lights.push_back(light_in(light, toEye));
     }
 
@@ -184,13 +198,13 @@ class ItemCollector
     {
         ChunkSet chunks =
             chunks_of(heritage.group != nullptr ? heritage.group : geometry.getMaterial());
-        // The outermost comes last and wins.
-        for(auto it = heritage.overriding.rbegin(); it != heritage.overriding.rend(); ++it)
-            override_chunks(chunks, chunks_of(*it));
+        override_chunks(chunks, chunks_of(heritage.overriding));
         std::vector<LightSource> lights = heritage.lights;
         if(_view.headlight)
             lights.assign(1, LightSource());
-        items.push_back({&geometry, heritage.toEye, surface_of(chunks), std::move(lights),
+        Surface surface = surface_of(chunks);
+        bool const doubtful = mirrors_without_normals(geometry, surface);
+        items.push_back({&geometry, heritage.toEye, std::move(surface), std::move(lights), doubtful,
                          centre_depth(geometry, heritage.toEye)});
     }
 

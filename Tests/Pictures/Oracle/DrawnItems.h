@@ -19,7 +19,8 @@ struct DrawnItem
     Matrix4d toEye;
     Surface surface;
     std::vector<LightSource> lights;
-    Real64 depth = 0; ///< of the centre of the geometry's box, in front of the eye
+    bool isDoubtful = false; ///< OpenGL leaves open what it looks like
+    Real64 depth = 0;        ///< of the centre of the geometry's box, in front of the eye
 };
 
 /// In the order of the tree. Volumes are brought up to date.

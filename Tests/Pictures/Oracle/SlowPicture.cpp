@@ -53,7 +53,7 @@ class Painter
     {
         _levels = stage_levels(item.surface);
         for(DrawnTriangle const &triangle : drawn_triangles(item, _view))
-            paint(item.surface, triangle, _triangleCount++);
+            paint(item, triangle, _triangleCount++);
         for(auto const &stroke : drawn_strokes(item, _view))
             doubtStroke(stroke);
     }
@@ -72,7 +72,7 @@ class Painter
     }
 
   private:
-    void paint(Surface const &surface, DrawnTriangle const &triangle, UInt32 number)
+    void paint(DrawnItem const &item, DrawnTriangle const &triangle, UInt32 number)
     {
         TriangleRaster const raster(triangle.corners(), _view.width, _view.height);
         if(raster.isEmpty())
@@ -86,7 +86,7 @@ class Painter
                 Int32 const row = static_cast<Int32>(y);
                 TriangleRaster::Sample const sample = raster.at(column, row);
                 if(sample.edgeDistance > -EdgeDoubt)
-                    paintPixel(_pixels[y * _view.width + x], surface, triangle, raster, sample,
+                    paintPixel(_pixels[y * _view.width + x], item, triangle, raster, sample,
                                {column, row, number});
             }
         }
@@ -99,7 +99,7 @@ class Painter
         UInt32 triangle;
     };
 
-    void paintPixel(OpenPixel &pixel, Surface const &surface, DrawnTriangle const &triangle,
+    void paintPixel(OpenPixel &pixel, DrawnItem const &item, DrawnTriangle const &triangle,
                     TriangleRaster const &raster, TriangleRaster::Sample const &sample,
                     Place const &place) const
     {
@@ -110,9 +110,10 @@ class Painter
             doubt(pixel, sample.depth);
         if(!sample.inside || !is_within(sample.depth))
             return;
+        Surface const &surface = item.surface;
         Fragment const fragment =
             fragment_of(surface, _levels, triangle, raster, sample, place.column, place.row);
-        if(fragment.doubtful)
+        if(fragment.doubtful || item.isDoubtful)
             doubt(pixel, sample.depth);
         if(surface.alphaTest && fragment.color[3] < 0.5)
             return;

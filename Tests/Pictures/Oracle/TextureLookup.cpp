@@ -9,13 +9,6 @@ namespace OSG::Test
 {
 namespace
 {
-constexpr UInt32 ClampToEdge = 0x812F;
-constexpr UInt32 MirroredRepeat = 0x8370;
-constexpr UInt32 Decal = 0x2101;
-constexpr UInt32 Blend = 0x0BE2;
-constexpr UInt32 Replace = 0x1E01;
-constexpr UInt32 Add = 0x0104;
-
 constexpr Int32 Border = -1;
 
 // A place this near to the border of two texels, in texels, may fall to either.
@@ -26,11 +19,11 @@ Int32 wrapped(Int32 texel, Int32 size, UInt32 wrap)
     auto const cycle = [](Int32 i, Int32 n) { return ((i % n) + n) % n; };
     switch(wrap)
     {
-    case ClampToEdge:
+    case GLName::ClampToEdge:
         return std::clamp(texel, 0, size - 1);
     case GLName::Clamp:
         return texel < 0 || texel >= size ? Border : texel;
-    case MirroredRepeat:
+    case GLName::MirroredRepeat:
     {
         Int32 const place = cycle(texel, 2 * size);
         return place < size ? place : 2 * size - 1 - place;
@@ -93,15 +86,13 @@ TextureColor filtered(TexturePicture const &picture, TextureLevel const &level, 
 
 // --- filters with mipmaps, as OpenGL numbers them: the first word is for texels, the second one
 // for levels ---
-constexpr UInt32 NearestMipmapNearest = 0x2700;
 constexpr UInt32 LinearMipmapNearest = 0x2701;
-constexpr UInt32 LinearMipmapLinear = 0x2703;
 
-bool has_mipmaps(UInt32 filter) { return filter >= NearestMipmapNearest; }
+bool has_mipmaps(UInt32 filter) { return filter >= GLName::NearestMipmapNearest; }
 bool mixes_texels(UInt32 filter)
 {
     return filter == GLName::Linear || filter == LinearMipmapNearest ||
-           filter == LinearMipmapLinear;
+           filter == GLName::LinearMipmapLinear;
 }
 bool mixes_levels(UInt32 filter) { return filter > LinearMipmapNearest; }
 
@@ -198,13 +189,13 @@ Vec4d environment_color(UInt32 mode, UInt32 channels, Vec4d const &below, Vec4d 
     Vec3d const modulated(c[0] * t[0], c[1] * t[1], c[2] * t[2]);
     switch(mode)
     {
-    case Replace:
+    case GLName::Replace:
         return with_alpha(t, channels % 2 == 0 ? texture[3] : below[3]);
-    case Decal:
+    case GLName::Decal:
         return with_alpha(c * (1 - texture[3]) + t * texture[3], below[3]);
-    case Blend:
+    case GLName::Blend:
         return with_alpha(c - modulated, alpha);
-    case Add:
+    case GLName::Add:
     {
         Vec3d const sum = c + t;
         return with_alpha(

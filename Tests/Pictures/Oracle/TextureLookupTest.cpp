@@ -10,8 +10,6 @@ namespace OSG::Test
 {
 namespace
 {
-constexpr UInt32 ClampToEdge = 0x812F;
-constexpr UInt32 MirroredRepeat = 0x8370;
 constexpr Real64 Magnified = 0.01; // texels a pixel
 
 // Grey pictures of two texels beside one another: 0 and 1.
@@ -28,13 +26,13 @@ LookupCase const lookup_cases[] = {
     {"nearest takes the right texel", GLName::Nearest, GLName::Repeat, 0.7, 1},
     {"nearest repeats to the right", GLName::Nearest, GLName::Repeat, 1.3, 0},
     {"nearest repeats to the left", GLName::Nearest, GLName::Repeat, -0.3, 1},
-    {"nearest keeps to the edge", GLName::Nearest, ClampToEdge, 3.3, 1},
-    {"nearest is mirrored", GLName::Nearest, MirroredRepeat, 1.3, 1},
+    {"nearest keeps to the edge", GLName::Nearest, GLName::ClampToEdge, 3.3, 1},
+    {"nearest is mirrored", GLName::Nearest, GLName::MirroredRepeat, 1.3, 1},
     {"linear at a texel's centre", GLName::Linear, GLName::Repeat, 0.75, 1},
     {"linear between texels", GLName::Linear, GLName::Repeat, 0.5, 0.5},
     {"linear nearer to one", GLName::Linear, GLName::Repeat, 0.375, 0.25},
     {"linear over the seam", GLName::Linear, GLName::Repeat, 1.0, 0.5},
-    {"linear keeps to the edge", GLName::Linear, ClampToEdge, 1.0, 1},
+    {"linear keeps to the edge", GLName::Linear, GLName::ClampToEdge, 1.0, 1},
     {"linear meets the border", GLName::Linear, GLName::Clamp, 7.0, 0.5},
 };
 

@@ -3,29 +3,24 @@
 #include <algorithm>
 #include <cmath>
 
+#include "OSGGLNames.h"
+
 namespace OSG::Test
 {
 namespace
 {
 constexpr Real64 ModelAmbient = 0.2;
 
-// --- what colours of vertices replace, as OpenGL numbers it ---
-constexpr UInt32 ReplaceAmbient = 0x1200;
-constexpr UInt32 ReplaceDiffuse = 0x1201;
-constexpr UInt32 ReplaceSpecular = 0x1202;
-constexpr UInt32 ReplaceEmission = 0x1600;
-constexpr UInt32 ReplaceAmbientAndDiffuse = 0x1602;
-
 SurfaceColors with_own_color(SurfaceColors colors, Vec4d const &own)
 {
     UInt32 const replaced = colors.colorMaterial;
-    if(replaced == ReplaceAmbient || replaced == ReplaceAmbientAndDiffuse)
+    if(replaced == GLName::Ambient || replaced == GLName::AmbientAndDiffuse)
         colors.ambient = own;
-    if(replaced == ReplaceDiffuse || replaced == ReplaceAmbientAndDiffuse)
+    if(replaced == GLName::Diffuse || replaced == GLName::AmbientAndDiffuse)
         colors.diffuse = own;
-    if(replaced == ReplaceSpecular)
+    if(replaced == GLName::Specular)
         colors.specular = own;
-    if(replaced == ReplaceEmission)
+    if(replaced == GLName::Emission)
         colors.emission = own;
     return colors;
 }
