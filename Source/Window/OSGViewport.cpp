@@ -4,6 +4,7 @@
 
 #include <epoxy/gl.h>
 
+#include "OSGCameraView.h"
 #include "OSGFrameBufferObject.h"
 #include "OSGGLContext.h"
 #include "OSGGLObjectStore.h"
@@ -41,19 +42,8 @@ void Viewport::render(RenderActionBase *action)
 
 void Viewport::setView(RenderAction &action) const
 {
-    UInt32 const width = static_cast<UInt32>(calcPixelWidth());
-    UInt32 const height = static_cast<UInt32>(calcPixelHeight());
-    Matrix viewing;
-    Matrix cameraToWorld;
-    Matrix projection;
-    Matrix translation;
-    getCamera()->getViewing(viewing, width, height);
-    getCamera()->getProjection(projection, width, height);
-    getCamera()->getProjectionTranslation(translation, width, height);
-    cameraToWorld.invertFrom(viewing);
-    action.editDrawEnv().setView(
-        cameraToWorld, viewing, projection * translation,
-        {calcPixelLeft(), calcPixelRight(), calcPixelBottom(), calcPixelTop()});
+    set_camera_view(action.editDrawEnv(), *getCamera(),
+                    {calcPixelLeft(), calcPixelRight(), calcPixelBottom(), calcPixelTop()});
 }
 
 // --- drawing ---

@@ -99,7 +99,7 @@ std::string OffscreenContext::makePicture()
 {
     if(!has_frame_buffers())
         return "the driver has no frame buffer objects";
-    std::string const reason = refusal_of_size(_width, _height);
+    std::string reason = refusal_of_size(_width, _height);
     if(!reason.empty())
         return reason;
     glGenFramebuffers(1, &_frameBuffer);

@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "OSGCamera.h"
+#include "OSGCameraView.h"
 #include "OSGGeometry.h"
 #include "OSGGeometryIterators.h"
 #include "OSGRenderAction.h"
@@ -32,19 +32,6 @@ class Counter
     std::unordered_map<Geometry const *, UInt64> _counts;
     UInt64 _sum = 0;
 };
-
-void set_view(RenderAction &action, Camera const &camera, UInt32 width, UInt32 height)
-{
-    Matrix viewing;
-    Matrix cameraToWorld;
-    Matrix projection;
-    camera.getViewing(viewing, width, height);
-    camera.getProjection(projection, width, height);
-    cameraToWorld.invertFrom(viewing);
-    action.editDrawEnv().setView(
-        cameraToWorld, viewing, projection,
-        {0, static_cast<Int32>(width) - 1, 0, static_cast<Int32>(height) - 1});
-}
 } // namespace
 
 // The cores that choose among their children tell a render action. A geometry is counted in place
@@ -53,7 +40,8 @@ UInt64 count_shown_triangles(Node *root, Camera const &camera, UInt32 width, UIn
 {
     Counter counter;
     UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
-    set_view(*action, camera, width, height);
+    set_camera_view(action->editDrawEnv(), camera,
+                    {0, static_cast<Int32>(width) - 1, 0, static_cast<Int32>(height) - 1});
     action->registerEnterFunction(Geometry::getClassType(),
                                   [&counter](NodeCore *core, Action *)
                                   {

@@ -96,7 +96,7 @@ std::string EglContext::openOn(Handle display)
         return "EGL has no OpenGL";
     EGLConfig const config = choose_config(display);
     _display = display;
-    std::string const reason =
+    std::string reason =
         config != nullptr ? makeContext(config) : "EGL has no OpenGL for a picture off the screen";
     eglBindAPI(former.api);
     return reason;
