@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "CollectedScene.h"
 #include "LogCapture.h"
 #include "OSGBillboard.h"
@@ -306,6 +308,17 @@ TEST_F(RenderActionTest, AnInfiniteVolumeIsNeverOutOfSight)
     EXPECT_TRUE(shown(root).empty());
     shape->editVolume().setInfinite();
     EXPECT_EQ(shown(root), shapes_of({shape}));
+}
+
+TEST_F(RenderActionTest, NothingIsDrawnInASpaceWithoutNumbers)
+{
+    constexpr Real32 NaN = std::numeric_limits<Real32>::quiet_NaN();
+    NodePtr const shape = make_shape();
+    UnrecordedRefPtr<DistanceLOD> const levels(DistanceLOD::create());
+    NodePtr const level = make_shape();
+    NodePtr const broken =
+        make_transform(translation(NaN, 0, 0), {make_shape(), make_node(levels, {level})});
+    EXPECT_EQ(shown(make_group({broken, shape})), shapes_of({shape}));
 }
 
 TEST_F(RenderActionTest, AMirroredSpaceIsSaidToBeOne)

@@ -22,7 +22,10 @@ UInt32 length_of(RandomNumbers &random, UInt32 type)
     switch(type)
     {
     case TrianglesPrimitive:
-        return 3 * (1 + random.below(2)) + random.below(2);
+    {
+        UInt32 const triangles = 1 + random.below(2);
+        return 3 * triangles + random.below(2);
+    }
     case QuadsPrimitive:
     case QuadStripPrimitive:
         return 4 + random.below(4);

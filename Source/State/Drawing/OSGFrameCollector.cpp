@@ -10,6 +10,7 @@
 #include "OSGLightSource.h"
 #include "OSGLog.h"
 #include "OSGNode.h"
+#include "OSGSpaceTraits.h"
 
 namespace OSG
 {
@@ -67,7 +68,7 @@ void FrameCollector::begin()
     _worldPlanes = ViewPlanes(projection * _viewing);
     _worldPlanes.setReach(_cache.getBoxes().getReach());
     _eyePlanes = ViewPlanes(projection);
-    _isMirrored = _viewing.determinant() < 0;
+    _isMirrored = is_mirrored(env.getCameraViewing());
     _found.clear();
     _foundSpaces.clear();
     _foundLights.clear();
@@ -102,12 +103,12 @@ ViewPlanes::Sight FrameCollector::sightOf(Node const *node) const
 
 void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material const *material)
 {
-    if(sightOf(node) == ViewPlanes::Sight::None)
-        return;
     RenderPartition::NumberedMatrix const &current = _partition.getCurrentMatrix();
+    if(!is_finite(current.matrix) || sightOf(node) == ViewPlanes::Sight::None)
+        return;
     if(current.id != _lastMatrix || _foundSpaces.empty())
     {
-        _foundSpaces.push_back({current.matrix, current.matrix.determinant() < 0});
+        _foundSpaces.push_back({current.matrix, is_mirrored(current.matrix)});
         _lastMatrix = current.id;
     }
     Pnt3f centre;

@@ -1,6 +1,7 @@
 #include "OSGSceneRecorder.h"
 
 #include "OSGNode.h"
+#include "OSGSpaceTraits.h"
 
 namespace OSG
 {
@@ -10,16 +11,6 @@ template <class T>
 UInt32 count_of(std::vector<T> const &list)
 {
     return static_cast<UInt32>(list.size());
-}
-
-// The sign of a 3 by 3 determinant does not depend on the scale of the columns.
-bool is_mirrored(Matrix const &matrix)
-{
-    auto const at = [&matrix](std::size_t c, std::size_t r) { return Real64(matrix[c][r]); };
-    return at(0, 0) * (at(1, 1) * at(2, 2) - at(2, 1) * at(1, 2)) -
-               at(1, 0) * (at(0, 1) * at(2, 2) - at(2, 1) * at(0, 2)) +
-               at(2, 0) * (at(0, 1) * at(1, 2) - at(1, 1) * at(0, 2)) <
-           0;
 }
 } // namespace
 
@@ -44,6 +35,7 @@ void SceneRecorder::beginPart(SceneRecord const &whole, UInt32 entry)
     _current.scope = whole.scopes[begin.scope];
     _current.scopeNumber = begin.scope;
     _current.toRoot = whole.spaces[_current.scope.space].toRoot;
+    _current.isFinite = is_finite(_current.toRoot);
     _outer.clear();
     _nodes.clear();
 }
@@ -85,8 +77,11 @@ UInt32 SceneRecorder::stateOf(Material const *material)
     return _state;
 }
 
+// In a space without numbers no corner is finite.
 void SceneRecorder::addShape(DrawShape const *shape, Material const *material)
 {
+    if(!_current.isFinite)
+        return;
     BoxVolume box = _record.entries[_nodes.back()].node->getVolume();
     // The node's volume is in its parent's space, which a shape shares.
     box.transform(_current.toRoot);
@@ -97,11 +92,12 @@ void SceneRecorder::addShape(DrawShape const *shape, Material const *material)
 
 // --- scopes ---
 
-void SceneRecorder::push(SceneRecord::Scope const &scope, Matrix const &toRoot)
+void SceneRecorder::push(SceneRecord::Scope const &scope)
 {
     _outer.push_back(_current);
     _record.scopes.push_back(scope);
-    _current = {scope, _starts.scope + count_of(_record.scopes) - 1, toRoot};
+    _current.scope = scope;
+    _current.scopeNumber = _starts.scope + count_of(_record.scopes) - 1;
 }
 
 void SceneRecorder::pushSpace(Matrix const &toParent)
@@ -110,7 +106,9 @@ void SceneRecorder::pushSpace(Matrix const &toParent)
     _record.spaces.push_back({toRoot, is_mirrored(toRoot)});
     SceneRecord::Scope scope = _current.scope;
     scope.space = _starts.space + count_of(_record.spaces) - 1;
-    push(scope, toRoot);
+    push(scope);
+    _current.toRoot = toRoot;
+    _current.isFinite = is_finite(toRoot);
 }
 
 void SceneRecorder::pushMaterial(Material const *material)
@@ -118,7 +116,7 @@ void SceneRecorder::pushMaterial(Material const *material)
     SceneRecord::Scope scope = _current.scope;
     if(material != nullptr)
         scope.group = material;
-    push(scope, _current.toRoot);
+    push(scope);
 }
 
 void SceneRecorder::pushOverriding(Material const *material)
@@ -126,7 +124,7 @@ void SceneRecorder::pushOverriding(Material const *material)
     SceneRecord::Scope scope = _current.scope;
     if(scope.overriding == nullptr)
         scope.overriding = material;
-    push(scope, _current.toRoot);
+    push(scope);
 }
 
 void SceneRecorder::pushLight(LightSource const *light)
@@ -135,7 +133,7 @@ void SceneRecorder::pushLight(LightSource const *light)
         {light, _current.scope.space, _current.scope.light, _firstEntry + _nodes.back()});
     SceneRecord::Scope scope = _current.scope;
     scope.light = _starts.light + count_of(_record.lights) - 1;
-    push(scope, _current.toRoot);
+    push(scope);
 }
 
 void SceneRecorder::pop()

@@ -49,9 +49,10 @@ class OSG_STATE_API SceneRecorder
         SceneRecord::Scope scope;
         UInt32 scopeNumber = 0;
         Matrix toRoot;
+        bool isFinite = true; // all numbers of the matrix
     };
 
-    void push(SceneRecord::Scope const &scope, Matrix const &toRoot);
+    void push(SceneRecord::Scope const &scope);
     UInt32 stateOf(Material const *material);
 
     SceneRecord &_record;

@@ -45,8 +45,8 @@ struct Source
     char const *name;
 };
 constexpr Source Sources[] = {{"libEGL.so.1", "eglGetCurrentContext"},
-                          {"libGLX.so.0", "glXGetCurrentContext"},
-                          {"libGL.so.1", "glXGetCurrentContext"}};
+                              {"libGLX.so.0", "glXGetCurrentContext"},
+                              {"libGL.so.1", "glXGetCurrentContext"}};
 
 void *current_of_any()
 {

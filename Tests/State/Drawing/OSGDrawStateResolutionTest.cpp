@@ -117,11 +117,11 @@ TEST_P(SimpleTransparency, IsClampedAndBlends)
     EXPECT_EQ(state.blend.srcFactor, GLName::SourceAlpha);
     EXPECT_EQ(state.blend.destFactor, GLName::OneMinusSourceAlpha);
 }
-TransparencyCase const transparency_cases[] = {
+TransparencyCase const TransparencyCases[] = {
     {"None", 0, 1, false},          {"AQuarter", 0.25f, 0.75f, true}, {"All", 1, 0, true},
     {"Beyond", 7, 0, true},         {"Negative", -1, 1, false},       {"NaN", NotANumber, 1, false},
     {"Infinite", Infinite, 0, true}};
-INSTANTIATE_TEST_SUITE_P(Values, SimpleTransparency, testing::ValuesIn(transparency_cases),
+INSTANTIATE_TEST_SUITE_P(Values, SimpleTransparency, testing::ValuesIn(TransparencyCases),
                          [](auto const &row) { return row.param.name; });
 
 struct ShininessCase
@@ -142,12 +142,12 @@ TEST_P(Shininess, IsClampedForDrawing)
     chunk->setShininess(GetParam().given);
     EXPECT_EQ(resolve_draw_state(material_of({chunk})).surface.shininess, GetParam().drawn);
 }
-ShininessCase const shininess_cases[] = {{"Within", 127.5f, 127.5f},
-                                         {"Beyond", 128.5f, 128},
-                                         {"Negative", -3, 0},
-                                         {"NaN", NotANumber, 0},
-                                         {"Infinite", Infinite, 128}};
-INSTANTIATE_TEST_SUITE_P(Values, Shininess, testing::ValuesIn(shininess_cases),
+ShininessCase const ShininessCases[] = {{"Within", 127.5f, 127.5f},
+                                        {"Beyond", 128.5f, 128},
+                                        {"Negative", -3, 0},
+                                        {"NaN", NotANumber, 0},
+                                        {"Infinite", Infinite, 128}};
+INSTANTIATE_TEST_SUITE_P(Values, Shininess, testing::ValuesIn(ShininessCases),
                          [](auto const &row) { return row.param.name; });
 
 TEST(DrawStateResolution, ColoursThatAreNotFiniteBecomeFinite)

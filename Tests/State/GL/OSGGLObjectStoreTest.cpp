@@ -5,6 +5,7 @@
 #include "DrawingTest.h"
 #include "DrawnLists.h"
 #include "OSGImage.h"
+#include "OSGMemManager.h"
 #include "OSGMeshStore.h"
 
 namespace OSG::Test
@@ -18,7 +19,7 @@ DrawState plain(Color4f const &color)
     state.surface.diffuse = color;
     return state;
 }
-DrawState const red_state = plain(Color4f(1, 0, 0, 1));
+DrawState const RedState = plain(Color4f(1, 0, 0, 1));
 
 struct ObjectStore : DrawingTest
 {
@@ -31,7 +32,7 @@ TEST_F(ObjectStore, SmallMeshesOfOneLayoutShareTheirBuffers)
 {
     TestList scene;
     for(int i = 0; i < 1000; ++i)
-        scene.addShape(full_picture());
+        scene.add(full_picture(), RedState);
     auto const &places = meshes().prepare(scene.list);
     for(auto const &place : places)
         EXPECT_EQ(place.page, places[0].page);
@@ -46,11 +47,11 @@ TEST_F(ObjectStore, AMeshOfManyVerticesHasBuffersOfItsOwnWithLongIndices)
     for(UInt32 i = 0; i <= 66000; ++i)
         large.positions.emplace_back(static_cast<Real32>(i), 0.f, 0.f);
     large.triangles = {0, 1, 66000};
-    scene.addShape(large);
-    scene.addShape(full_picture());
+    scene.add(large, RedState);
+    scene.add(full_picture(), RedState);
     large.positions.resize(65536);
     large.triangles = {0, 1, 65535};
-    scene.addShape(large);
+    scene.add(large, RedState);
     auto const &places = meshes().prepare(scene.list);
     EXPECT_FALSE(places[0].page->hasShortIndices());
     EXPECT_TRUE(places[2].page->hasShortIndices());
@@ -59,11 +60,25 @@ TEST_F(ObjectStore, AMeshOfManyVerticesHasBuffersOfItsOwnWithLongIndices)
     EXPECT_EQ(objects(), 6u);
 }
 
+TEST_F(ObjectStore, AMeshIsMadeWhenItIsFirstDrawn)
+{
+    TestList scene;
+    scene.add(full_picture(), RedState);
+    scene.addShape(full_picture());
+    scene.draw();
+    EXPECT_EQ(scene.shapes[0]->made, 1);
+    EXPECT_EQ(scene.shapes[1]->made, 0);
+    scene.add(1u, 0u); // in the state of the first
+    scene.draw();
+    EXPECT_EQ(scene.shapes[0]->made, 1);
+    EXPECT_EQ(scene.shapes[1]->made, 1);
+}
+
 TEST_F(ObjectStore, MeshesAreMadeOnceAndAgainWhenTheirStampChanges)
 {
     TestList scene;
-    scene.add(full_picture(), red_state);
-    scene.add(rectangle({-2, -2, 0}, {-2, -2, 0}), red_state);
+    scene.add(full_picture(), RedState);
+    scene.add(rectangle({-2, -2, 0}, {-2, -2, 0}), RedState);
     scene.draw();
     scene.draw();
     EXPECT_EQ(scene.shapes[0]->made, 1);
@@ -80,7 +95,7 @@ TEST_F(ObjectStore, MeshesAreMadeOnceAndAgainWhenTheirStampChanges)
 TEST_F(ObjectStore, AMeshThatHasChangedIsSeen)
 {
     TestList scene;
-    scene.add(rectangle({-1, -1, 0}, {0, 1, 0}), red_state);
+    scene.add(rectangle({-1, -1, 0}, {0, 1, 0}), RedState);
     scene.draw();
     EXPECT_EQ(pixel(4), (Rgb{255, 0, 0}));
     EXPECT_EQ(pixel(Size - 4), (Rgb{0, 0, 0}));
@@ -106,11 +121,11 @@ TEST_F(ObjectStore, AMeshThatHasChangedIsSeen)
 TEST_F(ObjectStore, AMeshThatChangesSeenThroughAnotherListIsSeenHereToo)
 {
     TestList one;
-    one.add(rectangle({-1, -1, 0}, {0, 1, 0}), red_state);
+    one.add(rectangle({-1, -1, 0}, {0, 1, 0}), RedState);
     one.draw();
     TestList other;
     other.list.shapes.push_back(one.list.shapes[0]);
-    other.add(0, other.addState(red_state));
+    other.add(0, other.addState(RedState));
     one.shapes[0]->mesh = rectangle({0, -1, 0}, {1, 1, 0});
     one.shapes[0]->stamp = 2;
     other.list.meshEpoch = one.list.meshEpoch = 1;
@@ -124,11 +139,44 @@ TEST_F(ObjectStore, AMeshThatChangesSeenThroughAnotherListIsSeenHereToo)
 TEST_F(ObjectStore, AMeshWithNothingToDrawTakesNoBuffer)
 {
     TestList scene;
-    scene.add(DrawMesh(), red_state);
-    scene.add(full_picture(), red_state);
+    scene.add(DrawMesh(), RedState);
+    scene.add(full_picture(), RedState);
     scene.draw();
     EXPECT_EQ(pixel(), (Rgb{255, 0, 0}));
     EXPECT_EQ(objects(), 2u);
+}
+
+TEST_F(ObjectStore, ExhaustedMemoryPassesOutAndTheNextFrameIsWhole)
+{
+    TestList scene;
+    UInt32 const red = scene.addState(RedState);
+    scene.add(scene.addShape(rectangle({-1, -1, 0}, {0, 1, 0})), red);
+    DrawMesh large = rectangle({0, -1, 0}, {1, 1, 0});
+    large.positions.resize(MeshPage::SharedVertices + 1);
+    scene.add(scene.addShape(large), red);
+    scene.add(scene.addShape(with_normals(rectangle({-2, -2, 0}, {-2, -2, 0}))), red);
+    bool wasExhausted = true;
+    for(UInt64 blocks = 0; wasExhausted; ++blocks)
+    {
+        ASSERT_LT(blocks, 1000u);
+        GLObjectStore::releaseCurrent();
+        MeshStore &store = meshes();
+        set_mem_block_limit(blocks);
+        try
+        {
+            store.prepare(scene.list);
+            wasExhausted = false;
+        }
+        catch(std::bad_alloc const &)
+        {
+        }
+        set_mem_limit(0);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        scene.draw();
+        EXPECT_EQ(pixel(4), (Rgb{255, 0, 0})) << blocks;
+        EXPECT_EQ(pixel(Size - 4), (Rgb{255, 0, 0})) << blocks;
+        EXPECT_EQ(objects(), 6u) << blocks;
+    }
 }
 
 // --- ends ---
@@ -139,12 +187,12 @@ TEST_F(ObjectStore, AThousandScenesLeaveNoObject)
     {
         UnrecordedRefPtr<Image> const image(Image::create());
         image->set(1, 1, 3, nullptr);
-        DrawState state = red_state;
+        DrawState state = RedState;
         state.textures.resize(1);
         state.textures[0].image = image;
         TestList scene;
         scene.add(with_tex_coords(full_picture()), state);
-        scene.add(full_picture(), red_state);
+        scene.add(full_picture(), RedState);
         scene.draw();
         EXPECT_GE(objects(), 5u);
     }
@@ -156,7 +204,7 @@ TEST_F(ObjectStore, TheBuffersOfTheDriverAreGoneWithTheirShapes)
     GLuint buffer = 0;
     {
         TestList scene;
-        scene.add(full_picture(), red_state);
+        scene.add(full_picture(), RedState);
         buffer = meshes().prepare(scene.list)[0].page->vertexBuffer();
         EXPECT_TRUE(glIsBuffer(buffer));
     }
@@ -168,7 +216,7 @@ TEST_F(ObjectStore, TheBuffersOfTheDriverAreGoneWithTheirShapes)
 TEST_F(ObjectStore, WhatDiesInAnotherThreadIsFreedInTheNextFrame)
 {
     auto scene = std::make_unique<TestList>();
-    scene->add(full_picture(), red_state);
+    scene->add(full_picture(), RedState);
     scene->draw();
     EXPECT_EQ(objects(), 2u);
     std::thread([&scene] { scene.reset(); }).join();
@@ -178,7 +226,7 @@ TEST_F(ObjectStore, WhatDiesInAnotherThreadIsFreedInTheNextFrame)
 TEST_F(ObjectStore, WhatDiesWhileNoContextIsCurrentIsFreedInTheNextFrame)
 {
     auto scene = std::make_unique<TestList>();
-    scene->add(full_picture(), red_state);
+    scene->add(full_picture(), RedState);
     scene->draw();
     context().release();
     scene.reset();
@@ -189,7 +237,7 @@ TEST_F(ObjectStore, WhatDiesWhileNoContextIsCurrentIsFreedInTheNextFrame)
 TEST_F(ObjectStore, EachContextHasItsOwnObjects)
 {
     TestList scene;
-    scene.add(full_picture(), red_state);
+    scene.add(full_picture(), RedState);
     scene.draw();
     {
         OffscreenContext other(Size, Size);
@@ -216,7 +264,7 @@ TEST_F(ObjectStore, EachContextHasItsOwnObjects)
 TEST_F(ObjectStore, AContextInThePlaceOfAnEndedOneMakesItsObjectsAnew)
 {
     TestList scene;
-    scene.add(full_picture(), red_state);
+    scene.add(full_picture(), RedState);
     scene.draw();
     for(bool hasSameNames : {false, true})
     {

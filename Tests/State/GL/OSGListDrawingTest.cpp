@@ -1,5 +1,6 @@
 #include "OSGListDrawing.h"
 
+#include <cmath>
 #include <limits>
 
 #include "DrawingTest.h"
@@ -8,6 +9,7 @@
 #include "OSGBlendChunk.h"
 #include "OSGChunkMaterial.h"
 #include "OSGDrawStateResolution.h"
+#include "OSGStateParts.h"
 
 namespace OSG::Test
 {
@@ -110,7 +112,7 @@ TEST_F(ListDrawing, NormalsAreRightUnderScaledTransforms)
     scene.add(with_normals(slope, Vec3f(-1, 0, 1)), colored(Color4f(1, 1, 1, 1)),
               scene.addSpace(stretched), lights);
     scene.draw();
-    int const expected = static_cast<int>(255 * 2 / std::sqrt(5.0) + 0.5);
+    int const expected = static_cast<int>(std::lround(255 * 2 / std::sqrt(5.0)));
     EXPECT_TRUE(pixel().isNear({expected, expected, expected})) << pixel();
 }
 
@@ -226,7 +228,7 @@ TEST_P(VertexColors, ReplaceWhatTheColourMaterialNames)
     Rgb const own = GetParam().isLit ? Rgb{77, 26, 77} : Rgb{51, 0, 0};
     EXPECT_TRUE(pixel(4).isNear(own)) << pixel(4);
 }
-ColorCase const color_cases[] = {
+ColorCase const ColorCases[] = {
     {"LitAmbient", GLName::Ambient, true, {51, 26, 51}},
     {"LitDiffuse", GLName::Diffuse, true, {26, 153, 77}},
     {"LitSpecular", GLName::Specular, true, {77, 153, 26}},
@@ -236,7 +238,7 @@ ColorCase const color_cases[] = {
     {"UnlitDiffuse", GLName::Diffuse, false, {0, 128, 0}},
     {"UnlitBoth", GLName::AmbientAndDiffuse, false, {0, 128, 0}},
 };
-INSTANTIATE_TEST_SUITE_P(Modes, VertexColors, testing::ValuesIn(color_cases),
+INSTANTIATE_TEST_SUITE_P(Modes, VertexColors, testing::ValuesIn(ColorCases),
                          [](auto const &row) { return row.param.name; });
 
 // --- chunks that act by themselves ---
@@ -252,7 +254,10 @@ class NotingChunk : public BlendChunk
     }
     void activate(DrawEnv *, UInt32) override { _notes += '+' + _name; }
     void deactivate(DrawEnv *, UInt32) override { _notes += '-' + _name; }
-    void addTo(StateParts &parts, UInt32 slot) const override { StateChunk::addTo(parts, slot); }
+    void addTo(StateParts &parts, UInt32 slot) const override
+    {
+        parts.setChunk(const_cast<NotingChunk &>(*this), slot);
+    }
     bool isTransparent() const override { return false; }
 
   private:

@@ -3,7 +3,11 @@
 #include "DrawingTest.h"
 #include "DrawnLists.h"
 #include "LogCapture.h"
+#include "OSGChangeList.h"
 #include "OSGImage.h"
+#include "OSGMemManager.h"
+#include "OSGTextureStore.h"
+#include "OSGThread.h"
 
 namespace OSG::Test
 {
@@ -195,6 +199,35 @@ TEST_F(TexturedDrawing, SmallerPixelsShowTheMeanOfTheirArea)
     texture.image = image;
     show(textured({texture}));
     EXPECT_EQ(pixel(), (Rgb{150, 150, 150}));
+}
+
+TEST_F(TexturedDrawing, ExhaustedMemoryPassesOutAndTheNextFrameShowsThePicture)
+{
+    ImagePtr const image = image_of(4, 4, 3, std::vector<UInt8>(48, 200));
+    Thread::getCurrentChangeList()->commitChanges();
+    TextureValues texture = nearest(image);
+    texture.minFilter = GLName::LinearMipmapLinear;
+    bool wasExhausted = true;
+    for(UInt64 blocks = 0; wasExhausted; ++blocks)
+    {
+        ASSERT_LT(blocks, 1000u);
+        GLObjectStore::releaseCurrent();
+        TextureStore &store = GLObjectStore::current().textures();
+        set_mem_block_limit(blocks);
+        try
+        {
+            store.bind(texture);
+            wasExhausted = false;
+        }
+        catch(std::bad_alloc const &)
+        {
+        }
+        set_mem_limit(0);
+        glBindTexture(GL_TEXTURE_2D, 0);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        show(textured({texture}));
+        EXPECT_EQ(pixel(), (Rgb{200, 200, 200})) << blocks;
+    }
 }
 
 // --- bad pictures ---

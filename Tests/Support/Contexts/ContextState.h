@@ -26,7 +26,7 @@ struct Name
 };
 
 /// Switches; glIsEnabled knows client states as well.
-inline Name const switches[] = {OSG_GL_NAME(GL_ALPHA_TEST),
+inline Name const Switches[] = {OSG_GL_NAME(GL_ALPHA_TEST),
                                 OSG_GL_NAME(GL_BLEND),
                                 OSG_GL_NAME(GL_COLOR_LOGIC_OP),
                                 OSG_GL_NAME(GL_COLOR_MATERIAL),
@@ -55,6 +55,9 @@ inline Name const switches[] = {OSG_GL_NAME(GL_ALPHA_TEST),
                                 OSG_GL_NAME(GL_CLIP_PLANE5),
                                 OSG_GL_NAME(GL_FRAMEBUFFER_SRGB),
                                 OSG_GL_NAME(GL_PRIMITIVE_RESTART),
+                                OSG_GL_NAME(GL_RASTERIZER_DISCARD),
+                                OSG_GL_NAME(GL_DEPTH_CLAMP),
+                                OSG_GL_NAME(GL_PRIMITIVE_RESTART_FIXED_INDEX),
                                 OSG_GL_NAME(GL_VERTEX_PROGRAM_ARB),
                                 OSG_GL_NAME(GL_FRAGMENT_PROGRAM_ARB),
                                 OSG_GL_NAME(GL_VERTEX_ARRAY),
@@ -65,7 +68,11 @@ inline Name const switches[] = {OSG_GL_NAME(GL_ALPHA_TEST),
                                 OSG_GL_NAME(GL_SECONDARY_COLOR_ARRAY)};
 
 /// Values of up to 16 numbers.
-inline Name const values[] = {OSG_GL_NAME(GL_VIEWPORT),
+inline Name const Values[] = {OSG_GL_NAME(GL_VIEWPORT),
+                              OSG_GL_NAME(GL_CLAMP_VERTEX_COLOR),
+                              OSG_GL_NAME(GL_CLIP_ORIGIN),
+                              OSG_GL_NAME(GL_CLIP_DEPTH_MODE),
+                              OSG_GL_NAME(GL_POINT_DISTANCE_ATTENUATION),
                               OSG_GL_NAME(GL_SCISSOR_BOX),
                               OSG_GL_NAME(GL_MATRIX_MODE),
                               OSG_GL_NAME(GL_MODELVIEW_MATRIX),
@@ -127,13 +134,13 @@ inline Name const values[] = {OSG_GL_NAME(GL_VIEWPORT),
                               OSG_GL_NAME(GL_NORMAL_ARRAY_STRIDE)};
 
 /// Of each texture unit.
-inline Name const unit_switches[] = {
+inline Name const UnitSwitches[] = {
     OSG_GL_NAME(GL_TEXTURE_1D),         OSG_GL_NAME(GL_TEXTURE_2D),
     OSG_GL_NAME(GL_TEXTURE_3D),         OSG_GL_NAME(GL_TEXTURE_CUBE_MAP),
     OSG_GL_NAME(GL_TEXTURE_GEN_S),      OSG_GL_NAME(GL_TEXTURE_GEN_T),
     OSG_GL_NAME(GL_TEXTURE_GEN_R),      OSG_GL_NAME(GL_TEXTURE_GEN_Q),
     OSG_GL_NAME(GL_TEXTURE_COORD_ARRAY)};
-inline Name const unit_values[] = {
+inline Name const UnitValues[] = {
     OSG_GL_NAME(GL_TEXTURE_BINDING_2D), OSG_GL_NAME(GL_TEXTURE_MATRIX),
     OSG_GL_NAME(GL_TEXTURE_STACK_DEPTH), OSG_GL_NAME(GL_SAMPLER_BINDING)};
 #undef OSG_GL_NAME
@@ -151,9 +158,9 @@ inline ContextState read_context_state()
 {
     using namespace ContextStateParts;
     ContextState state;
-    for(Name const &name : switches)
+    for(Name const &name : Switches)
         state[name.text] = {double(glIsEnabled(name.value))};
-    for(Name const &name : values)
+    for(Name const &name : Values)
         state[name.text] = value_of(name.value);
     GLenum const active = static_cast<GLenum>(state["GL_ACTIVE_TEXTURE"][0]);
     GLenum const clientActive = static_cast<GLenum>(state["GL_CLIENT_ACTIVE_TEXTURE"][0]);
@@ -162,9 +169,9 @@ inline ContextState read_context_state()
         std::string const prefix = std::to_string(unit) + ' ';
         glActiveTexture(GL_TEXTURE0 + unit);
         glClientActiveTexture(GL_TEXTURE0 + unit);
-        for(Name const &name : unit_switches)
+        for(Name const &name : UnitSwitches)
             state[prefix + name.text] = {double(glIsEnabled(name.value))};
-        for(Name const &name : unit_values)
+        for(Name const &name : UnitValues)
             state[prefix + name.text] = value_of(name.value);
         GLint mode = 0;
         glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &mode);

@@ -8,12 +8,14 @@
 #include "AttachmentJson.h"
 #include "MaterialJson.h"
 #include "OSGConstSizeTransform.h"
+#include "OSGDistanceLOD.h"
 #include "OSGGeometry.h"
 #include "OSGMaterialChunkOverrideGroup.h"
 #include "OSGMaterialGroup.h"
 #include "OSGMultiSwitch.h"
 #include "OSGName.h"
 #include "OSGNodeWalker.h"
+#include "OSGScreenLOD.h"
 #include "OSGShownText.h"
 #include "OSGSwitch.h"
 #include "OSGTransform.h"
@@ -127,6 +129,13 @@ void write_core(JsonWriter &json, NodeCore *core, Arrays arrays)
         json.member("mode", choices->getSwitchMode())
             .key("choices")
             .array(*choices->getMFChoices(), choices->getMFChoices()->size());
+    else if(auto const *const distances = dynamic_cast<OSG::DistanceLOD *>(core))
+        json.key("center")
+            .array(distances->getCenter(), 3)
+            .key("range")
+            .array(*distances->getMFRange(), distances->getMFRange()->size());
+    else if(auto const *const shares = dynamic_cast<OSG::ScreenLOD *>(core))
+        json.key("coverage").array(*shares->getMFCoverage(), shares->getMFCoverage()->size());
     else if(auto const *const group = dynamic_cast<OSG::MaterialGroup *>(core))
     {
         json.key("material");

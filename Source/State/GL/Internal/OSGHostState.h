@@ -40,10 +40,8 @@ class OSG_STATE_API HostState
     void keep();
     void keepUnits();
     void putBackUnits() const;
-    void initialise() const;
-    void initialiseUnits() const;
-    void initialiseArrays() const;
 
+    int _version = 0; // of OpenGL, 21 for 2.1
     bool _isKept = false;
     bool _hasVertexArrays = false;
     bool _hasFrameBuffers = false;
@@ -53,6 +51,9 @@ class OSG_STATE_API HostState
     GLint _vertexArray = 0;
     GLint _program = 0, _pipeline = 0;
     GLint _drawFrameBuffer = 0, _readFrameBuffer = 0, _renderBuffer = 0;
+    GLboolean _discards = GL_FALSE;
+    GLint _clampsColors = GL_TRUE;
+    GLint _clipOrigin = GL_LOWER_LEFT, _clipDepth = GL_NEGATIVE_ONE_TO_ONE;
     GLfloat _projection[16];
     GLfloat _modelView[16];
     std::vector<Unit> _units; // with texture coordinates

@@ -81,29 +81,33 @@ bool MeshPage::add(DrawMesh const &mesh, MeshRange &range)
     place.firstVertex = _vertices.take(place.vertices);
     if(place.firstVertex == RangeList::None)
         return false;
-    place.firstIndex = _indices.take(place.indices());
-    if(place.firstIndex == RangeList::None)
-    {
-        _vertices.giveBack(place.firstVertex, place.vertices);
-        return false;
-    }
+    place.firstIndex = RangeList::None;
     try
     {
-        write(mesh, place);
+        place.firstIndex = _indices.take(place.indices());
+        if(place.firstIndex != RangeList::None)
+            write(mesh, place);
     }
     catch(...)
     {
         remove(place);
         throw;
     }
+    if(place.firstIndex == RangeList::None)
+    {
+        remove(place);
+        return false;
+    }
     range = place;
     return true;
 }
 
+// A range that has no indices yet gives back its vertices alone.
 void MeshPage::remove(MeshRange const &range)
 {
     _vertices.giveBack(range.firstVertex, range.vertices);
-    _indices.giveBack(range.firstIndex, range.indices());
+    if(range.firstIndex != RangeList::None)
+        _indices.giveBack(range.firstIndex, range.indices());
 }
 
 void MeshPage::write(DrawMesh const &mesh, MeshRange const &range)

@@ -29,31 +29,49 @@ std::vector<MeshStore::Place> const &MeshStore::prepare(DrawList const &list)
 {
     Table &table = findTable(list);
     table.lastUse = ++_uses;
-    if(table.shapesNumber == list.shapesNumber && table.meshEpoch == list.meshEpoch &&
-       table.places.size() == list.shapes.size())
-        return table.places;
-
     std::lock_guard const lock(_mutex);
     if(table.shapesNumber != list.shapesNumber || table.meshes.size() != list.shapes.size())
-    {
-        table.shapesNumber = 0; // until it is complete
-        table.meshes.resize(list.shapes.size());
-        for(std::size_t i = 0; i < list.shapes.size(); ++i)
-            table.meshes[i] = &_meshes[list.shapes[i]];
-        reserveForgotten();
-    }
-    for(std::size_t i = 0; i < list.shapes.size(); ++i)
-        refresh(*table.meshes[i], *list.shapes[i]);
+        fill(table, list);
+    findDue(table, list);
+    if(_due.empty())
+        return table.places;
+    for(UInt32 const shape : _due)
+        refresh(*table.meshes[shape], *list.shapes[shape]);
     uploadPages();
-    table.places.resize(list.shapes.size());
-    for(std::size_t i = 0; i < list.shapes.size(); ++i)
+    for(UInt32 const shape : _due)
     {
-        Place const &place = table.meshes[i]->place;
-        table.places[i] = place.page != nullptr && place.page->isUsable() ? place : Place();
+        Place const &place = table.meshes[shape]->place;
+        table.places[shape] = place.page != nullptr && place.page->isUsable() ? place : Place();
+        table.epochs[shape] = list.meshEpoch;
     }
-    table.shapesNumber = list.shapesNumber;
-    table.meshEpoch = list.meshEpoch;
     return table.places;
+}
+
+void MeshStore::fill(Table &table, DrawList const &list)
+{
+    table.shapesNumber = 0; // until it is complete
+    table.meshes.resize(list.shapes.size());
+    for(std::size_t i = 0; i < list.shapes.size(); ++i)
+        table.meshes[i] = &_meshes[list.shapes[i]];
+    reserveForgotten();
+    table.places.assign(list.shapes.size(), Place());
+    table.epochs.assign(list.shapes.size(), Never);
+    table.shapesNumber = list.shapesNumber;
+}
+
+// The shapes that are drawn and have not been looked at since meshes were last edited. What is out
+// of sight waits until it is drawn.
+void MeshStore::findDue(Table const &table, DrawList const &list)
+{
+    _due.clear();
+    for(std::vector<DrawItem> const *items : {&list.opaque, &list.transparent})
+    {
+        for(DrawItem const &item : *items)
+        {
+            if(table.epochs[item.shape] != list.meshEpoch)
+                _due.push_back(item.shape);
+        }
+    }
 }
 
 // forget() runs in destructors, where memory may not run out.
@@ -171,12 +189,12 @@ void MeshStore::uploadPages()
     constexpr std::size_t LargestKept = 65536;
     if(_scratch.positions.capacity() > LargestKept)
         _scratch = DrawMesh();
-    for(MeshPage *page : _fresh)
+    // One whose upload raises std::bad_alloc is tried again in the next frame.
+    for(; !_fresh.empty(); _fresh.pop_back())
     {
-        if(!page->upload())
+        if(!_fresh.back()->upload())
             OSG_LOG_WARNING("The driver has no memory for the vertices of a page\n");
     }
-    _fresh.clear();
 }
 
 void MeshStore::remove(Place const &place)

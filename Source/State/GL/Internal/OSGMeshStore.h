@@ -24,8 +24,8 @@ class OSG_STATE_API MeshStore
         MeshRange range;
     };
 
-    /// The places of the shapes of a list, by their number in it. Makes the meshes that are missing
-    /// or have changed. Valid until the next call of a function that is not const.
+    /// The places of the shapes that a list draws, by their number in it. Makes the meshes that are
+    /// missing or have changed. Valid until the next call of a function that is not const.
     std::vector<Place> const &prepare(DrawList const &list);
 
     void forget(DrawShape const &shape);
@@ -50,13 +50,16 @@ class OSG_STATE_API MeshStore
     struct Table
     {
         UInt64 shapesNumber = 0;
-        UInt64 meshEpoch = 0;
         UInt64 lastUse = 0;
         std::vector<Mesh *> meshes;
         std::vector<Place> places;
+        std::vector<UInt64> epochs; // of the meshes, when the place was found
     };
+    static constexpr UInt64 Never = ~UInt64(0);
 
     Table &findTable(DrawList const &list);
+    void fill(Table &table, DrawList const &list);
+    void findDue(Table const &table, DrawList const &list);
     void reserveForgotten();
     void refresh(Mesh &mesh, DrawShape const &shape);
     void put(Mesh &mesh);
@@ -76,6 +79,7 @@ class OSG_STATE_API MeshStore
     std::vector<MeshPage *> _fresh;                     // not uploaded yet
     std::vector<Table> _tables;
     UInt64 _uses = 0;
+    std::vector<UInt32> _due; // shapes of the list at hand
     DrawMesh _scratch;
 };
 } // namespace OSG

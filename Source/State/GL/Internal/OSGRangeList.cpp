@@ -1,6 +1,7 @@
 #include "OSGRangeList.h"
 
 #include <iterator>
+#include <utility>
 
 namespace OSG
 {
@@ -13,32 +14,31 @@ UInt32 RangeList::take(UInt32 count)
         if(at->second < count)
             continue;
         UInt32 const first = at->first;
-        if(at->second > count)
-            _free.emplace_hint(std::next(at), first + count, at->second - count);
-        _free.erase(at);
-        _taken += count;
+        _taken.emplace(first, count);
+        auto node = _free.extract(at);
+        node.key() += count;
+        node.mapped() -= count;
+        if(node.mapped() > 0)
+            _free.insert(std::move(node));
         return first;
     }
     return None;
 }
 
+// The entry goes from one map to the other, so that giving back needs no memory.
 void RangeList::giveBack(UInt32 first, UInt32 count)
 {
     if(count == 0)
         return;
-    _taken -= count;
-    auto const after = _free.lower_bound(first);
-    auto at = after;
-    bool const joinsBefore =
-        after != _free.begin() && std::prev(after)->first + std::prev(after)->second == first;
-    if(joinsBefore)
+    auto at = _free.insert(_taken.extract(first)).position;
+    if(at != _free.begin() && std::prev(at)->first + std::prev(at)->second == first)
     {
-        at = std::prev(after);
+        --at;
         at->second += count;
+        _free.erase(std::next(at));
     }
-    else
-        at = _free.emplace_hint(after, first, count);
-    if(after != _free.end() && first + count == after->first)
+    auto const after = std::next(at);
+    if(after != _free.end() && at->first + at->second == after->first)
     {
         at->second += after->second;
         _free.erase(after);
@@ -47,18 +47,18 @@ void RangeList::giveBack(UInt32 first, UInt32 count)
 
 UInt32 RangeList::takenEnd() const
 {
-    bool const endIsFree =
-        !_free.empty() && std::prev(_free.end())->first + std::prev(_free.end())->second == _size;
-    return endIsFree ? std::prev(_free.end())->first : _size;
+    return _taken.empty() ? 0 : std::prev(_taken.end())->first + std::prev(_taken.end())->second;
 }
 
 void RangeList::cut(UInt32 size)
 {
     UInt32 const end = takenEnd();
-    if(end < _size)
-        _free.erase(std::prev(_free.end()));
-    if(end < size)
-        _free.emplace_hint(_free.end(), end, size - end);
-    _size = size;
+    auto const last = _free.find(end);
+    if(last == _free.end())
+        return;
+    if(size > end)
+        last->second = size - end;
+    else
+        _free.erase(last);
 }
 } // namespace OSG

@@ -15,7 +15,6 @@ class OSG_STATE_API RangeList
 
     /// All of an array of that size is free.
     explicit RangeList(UInt32 size)
-        : _size(size)
     {
         if(size > 0)
             _free.emplace(0, size);
@@ -24,17 +23,17 @@ class OSG_STATE_API RangeList
     /// Where `count` elements in a row are now taken, the first place that has room; None where
     /// there is none. 0 elements lie at 0.
     UInt32 take(UInt32 count);
-    /// Takes back what take() gave.
+    /// Takes back what take() gave. Needs no memory.
     void giveBack(UInt32 first, UInt32 count);
-    bool isAllFree() const { return _taken == 0; }
+    bool isAllFree() const { return _taken.empty(); }
     /// The first element behind all that are taken.
     UInt32 takenEnd() const;
-    /// The array ends at `size`, which does not lie before takenEnd().
+    /// The array ends at `size`, which lies from takenEnd() to the former end. Needs no memory.
     void cut(UInt32 size);
 
   private:
-    std::map<UInt32, UInt32> _free; // by the first element, the number of elements; none touch
-    UInt32 _size;
-    UInt32 _taken = 0;
+    // By the first element, the number of elements; no two free parts touch.
+    std::map<UInt32, UInt32> _free;
+    std::map<UInt32, UInt32> _taken;
 };
 } // namespace OSG

@@ -57,9 +57,9 @@ char const *TargetStore::bind(void const *owner, UInt32 width, UInt32 height)
         return "the frame buffer is larger than the driver's";
     FormerBinding former;
     std::lock_guard const lock(_mutex);
-    Target &target = _targets[owner];
     // forget() runs in destructors, where memory may not run out.
-    _forgotten.reserve(_forgotten.size() + _targets.size());
+    _forgotten.reserve(_forgotten.size() + _targets.size() + 1);
+    Target &target = _targets[owner];
     if(target.width != width || target.height != height)
     {
         free(target);

@@ -95,9 +95,10 @@ void fit_to_driver(Level &level, Image const &image)
 bool TextureStore::bind(TextureValues const &values)
 {
     std::lock_guard const lock(_mutex);
+    std::size_t const most = _forgotten.size() + _textures.size() + 1;
+    if(_forgotten.capacity() < most)
+        _forgotten.reserve(2 * most);
     Texture &texture = _textures[values.image];
-    if(_forgotten.capacity() < _forgotten.size() + _textures.size())
-        _forgotten.reserve(2 * (_forgotten.size() + _textures.size()));
     if(texture.lookedAt != _frame)
     {
         refresh(texture, *values.image);
@@ -118,22 +119,22 @@ bool TextureStore::bind(TextureValues const &values)
 void TextureStore::refresh(Texture &texture, Image const &image)
 {
     UInt32 const stamp = image.getChangeMask() == 0 ? image.getStamp() : 0;
-    if(stamp != 0 && stamp == texture.stamp)
+    if(texture.isDone && stamp != 0 && stamp == texture.stamp)
         return;
     UInt64 const content = content_of(image);
-    if(content != texture.content)
-    {
-        texture.content = content;
+    if(!texture.isDone || content != texture.content)
         upload(texture, image, texture.hasMipmaps);
-    }
+    texture.content = content;
     texture.stamp = stamp;
 }
 
 void TextureStore::upload(Texture &texture, Image const &image, bool withMipmaps)
 {
     texture.isUsable = false;
+    texture.isDone = false;
     if(!has_pixels(image))
     {
+        texture.isDone = true;
         OSG_LOG_WARNING("The picture '%s' has no pixels, it is drawn without\n",
                         shown_text(image.getName()).c_str());
         return;
@@ -159,6 +160,7 @@ void TextureStore::upload(Texture &texture, Image const &image, bool withMipmaps
                         shown_text(image.getName()).c_str());
     texture.isUsable = isComplete;
     texture.hasMipmaps = withMipmaps;
+    texture.isDone = true;
 }
 
 void TextureStore::set(Texture &texture, TextureValues const &values)

@@ -13,7 +13,7 @@ namespace OSG
 ///
 /// All functions but forget() want the context to be current. forget() may be called in any thread;
 /// the texture that it leaves behind is freed by the next collect().
-class TextureStore
+class OSG_STATE_API TextureStore
 {
   public:
     /// Images are looked at once between two calls, to see whether they have changed.
@@ -46,6 +46,7 @@ class TextureStore
         UInt64 content = 0; // a hash
         UInt64 lookedAt = 0;
         bool isUsable = false;
+        bool isDone = false; // false where std::bad_alloc has cut the making short
         bool hasMipmaps = false;
         // What the texture object is set to.
         UInt32 minFilter = 0, magFilter = 0, wrapS = 0, wrapT = 0;

@@ -10,6 +10,7 @@
 #include "OSGChunkMaterial.h"
 #include "OSGCommandNameAttachment.h"
 #include "OSGComponentTransform.h"
+#include "OSGDistanceLOD.h"
 #include "OSGGeometry.h"
 #include "OSGGroup.h"
 #include "OSGImage.h"
@@ -19,6 +20,7 @@
 #include "OSGMultiSwitch.h"
 #include "OSGName.h"
 #include "OSGNode.h"
+#include "OSGScreenLOD.h"
 #include "OSGSimpleTexturedMaterial.h"
 #include "OSGSwitch.h"
 #include "OSGSwitchMaterial.h"
@@ -94,6 +96,21 @@ TEST(SceneDump, SwitchesHaveTheirChoices)
     EXPECT_EQ(keys_of(root), std::string(Plain) + " mode choices");
     EXPECT_EQ(root["mode"], -1);
     EXPECT_EQ(root["choices"], Json::parse("[2, 5]"));
+}
+
+TEST(SceneDump, LevelsOfDetailSayWhereTheyChange)
+{
+    Ptr<OSG::DistanceLOD> const distances(OSG::DistanceLOD::create());
+    distances->setCenter(OSG::Pnt3f(1, 2, 3));
+    distances->editRange() = {10.f, 20.5f};
+    Json levels = dump(node(distances));
+    EXPECT_EQ(levels["center"], Json({1, 2, 3}));
+    EXPECT_EQ(levels["range"], Json({10, 20.5}));
+
+    Ptr<OSG::ScreenLOD> const shares(OSG::ScreenLOD::create());
+    shares->editCoverage() = {0.5f, 0.25f};
+    levels = dump(node(shares));
+    EXPECT_EQ(levels["coverage"], Json({0.5, 0.25}));
 }
 
 TEST(SceneDump, AVisitedTreeStandsInItsOwnKey)
