@@ -66,7 +66,7 @@ struct StrokeCase
     std::vector<Vec3f> normals;
     Vec3d color; ///< in steps of 1/255
 };
-StrokeCase const stroke_cases[] = {
+StrokeCase const StrokeCases[] = {
     {"without normals the colour is diffuse", {}, {204, 102, 51}},
     {"with normals light counts", {{0, 0.8f, 0.6f}, {0, 0.8f, 0.6f}}, {122, 61, 31}},
     {"the side that is turned away has no light", {{0, 0, -1}, {0, 0, -1}}, {0, 0, 0}},
@@ -86,15 +86,15 @@ bool is_near(UInt8 const *pixel, Vec3d const &color)
 }
 
 // The middle of row 30, from column 25.5 to column 74.5.
-std::vector<Pnt3f> const ends = {{-0.49f, 0.39f, 0}, {0.49f, 0.39f, 0}};
+std::vector<Pnt3f> const LineEnds = {{-0.49f, 0.39f, 0}, {0.49f, 0.39f, 0}};
 
 TEST(RenderedStrokes, ALineIsOnePixelHighAndHasItsColour)
 {
     if(!missing_renderer().empty())
         GTEST_SKIP() << missing_renderer();
-    for(StrokeCase const &row : stroke_cases)
+    for(StrokeCase const &row : StrokeCases)
     {
-        Pixels const pixels = picture_of(LinesPrimitive, ends, row.normals);
+        Pixels const pixels = picture_of(LinesPrimitive, LineEnds, row.normals);
         for(UInt32 x = 27; x < 73; ++x)
         {
             EXPECT_TRUE(is_near(pixels.at(x, 30), row.color)) << row.name << ", column " << x;
@@ -107,9 +107,9 @@ TEST(RenderedStrokes, APointIsOnePixel)
 {
     if(!missing_renderer().empty())
         GTEST_SKIP() << missing_renderer();
-    for(StrokeCase const &row : stroke_cases)
+    for(StrokeCase const &row : StrokeCases)
     {
-        Pixels const pixels = picture_of(PointsPrimitive, ends, row.normals);
+        Pixels const pixels = picture_of(PointsPrimitive, LineEnds, row.normals);
         UInt32 drawn = 0;
         for(UInt32 i = 0; i < 10000; ++i)
             drawn += is_near(pixels.at(i % 100, i / 100), {255, 255, 255}) ? 0 : 1;

@@ -21,12 +21,12 @@ Real64 width_of_unit(Vec4d const &origin, SlowView const &view)
         return view.projection[0][0] * view.width;
     Vec3d const sight = direction_of(origin) * -1.0;
     Vec3d const aside = unit(unit(sight.cross(Vec3d(1.0, 0.0, 0.0))).cross(unit(sight)));
-    auto const on_screen = [&](Vec4d const &point)
+    auto const onScreen = [&](Vec4d const &point)
     {
         Vec4d const clip = view.projection * point;
         return direction_of(clip) / clip[3];
     };
-    return (on_screen(origin + as_direction(aside)) - on_screen(origin)).length() * view.width;
+    return (onScreen(origin + as_direction(aside)) - onScreen(origin)).length() * view.width;
 }
 } // namespace
 

@@ -21,7 +21,7 @@ struct LookupCase
     Real64 s;
     Real64 expected;
 };
-LookupCase const lookup_cases[] = {
+LookupCase const LookupCases[] = {
     {"nearest takes the left texel", GLName::Nearest, GLName::Repeat, 0.3, 0},
     {"nearest takes the right texel", GLName::Nearest, GLName::Repeat, 0.7, 1},
     {"nearest repeats to the right", GLName::Nearest, GLName::Repeat, 1.3, 0},
@@ -47,7 +47,7 @@ UnrecordedRefPtr<Image> two_texels()
 TEST(TextureLookup, FiltersAndWrapsAreThoseOfOpenGL)
 {
     UnrecordedRefPtr<Image> const image = two_texels();
-    for(LookupCase const &row : lookup_cases)
+    for(LookupCase const &row : LookupCases)
     {
         TexturePicture const picture{image, row.filter, row.filter, row.wrap, row.wrap, false};
         TextureColor const found =
@@ -111,7 +111,7 @@ struct EnvironmentCase
     Vec4d expected;
 };
 // Below is (0.5, 0.5, 1, 0.5), the texture (0.5, 1, 0, 0.5).
-EnvironmentCase const environment_cases[] = {
+EnvironmentCase const EnvironmentCases[] = {
     {"modulate, colour", 0x2100, 3, {0.25, 0.5, 0, 0.5}},
     {"modulate, alpha", 0x2100, 4, {0.25, 0.5, 0, 0.25}},
     {"replace, colour", 0x1E01, 3, {0.5, 1, 0, 0.5}},
@@ -123,7 +123,7 @@ EnvironmentCase const environment_cases[] = {
 
 TEST(TextureLookup, EnvironmentsAreThoseOfOpenGL)
 {
-    for(EnvironmentCase const &row : environment_cases)
+    for(EnvironmentCase const &row : EnvironmentCases)
     {
         Vec4d const color =
             environment_color(row.mode, row.channels, {0.5, 0.5, 1, 0.5}, {0.5, 1, 0, 0.5});

@@ -11,7 +11,7 @@ namespace OSG::Test
 {
 namespace
 {
-LightSource const headlight[1];
+LightSource const Headlight[1];
 
 SurfaceColors colors()
 {
@@ -37,30 +37,30 @@ void expect_near(Vec4d const &color, Vec4d const &expected)
 
 TEST(VertexColors, AHeadlightAddsEmissionAmbientDiffuseAndSpecular)
 {
-    expect_near(vertex_color(colors(), headlight, facing(1)), {0.6, 0.3, 0.6, 0.75});
-    expect_near(vertex_color(colors(), headlight, facing(0.5)), {0.4, 0.2, 0.225, 0.75});
+    expect_near(vertex_color(colors(), Headlight, facing(1)), {0.6, 0.3, 0.6, 0.75});
+    expect_near(vertex_color(colors(), Headlight, facing(0.5)), {0.4, 0.2, 0.225, 0.75});
 }
 TEST(VertexColors, WhatFacesAwayHasEmissionAndAmbient)
 {
-    expect_near(vertex_color(colors(), headlight, facing(-0.5)), {0.2, 0.1, 0.1, 0.75});
+    expect_near(vertex_color(colors(), Headlight, facing(-0.5)), {0.2, 0.1, 0.1, 0.75});
 }
 TEST(VertexColors, AZeroNormalHasEmissionAndAmbient)
 {
     LitVertex vertex = facing(1);
     vertex.normal = Vec3d();
-    expect_near(vertex_color(colors(), headlight, vertex), {0.2, 0.1, 0.1, 0.75});
+    expect_near(vertex_color(colors(), Headlight, vertex), {0.2, 0.1, 0.1, 0.75});
 }
 TEST(VertexColors, WithoutANormalTheColourIsDiffuse)
 {
     LitVertex vertex = facing(1);
     vertex.normal.reset();
-    expect_near(vertex_color(colors(), headlight, vertex), {0.4, 0.2, 0.0, 0.75});
+    expect_near(vertex_color(colors(), Headlight, vertex), {0.4, 0.2, 0.0, 0.75});
 }
 TEST(VertexColors, ColoursAreClampedAtTheVertex)
 {
     SurfaceColors bright = colors();
     bright.diffuse = Vec4d(3.0, -1.0, 0.0, 2.0);
-    expect_near(vertex_color(bright, headlight, facing(1)), {1, 0, 0.6, 1});
+    expect_near(vertex_color(bright, Headlight, facing(1)), {1, 0, 0.6, 1});
 }
 
 struct ColorMaterialCase
@@ -69,7 +69,7 @@ struct ColorMaterialCase
     bool lit;
     Vec4d expected;
 };
-ColorMaterialCase const color_material_cases[] = {
+ColorMaterialCase const ColorMaterialCases[] = {
     {0, true, {0.6, 0.3, 0.6, 0.75}},      {0x1200, true, {0.52, 0.34, 0.64, 0.75}},
     {0x1201, true, {0.3, 0.3, 0.8, 1}},    {0x1202, true, {0.7, 0.5, 0.3, 0.75}},
     {0x1600, true, {0.6, 0.4, 0.7, 0.75}}, {0x1602, true, {0.12 + 0.1, 0.34, 0.84, 1}},
@@ -79,7 +79,7 @@ ColorMaterialCase const color_material_cases[] = {
 
 TEST(VertexColors, ColoursOfVerticesReplaceWhatTheMaterialNames)
 {
-    for(ColorMaterialCase const &row : color_material_cases)
+    for(ColorMaterialCase const &row : ColorMaterialCases)
     {
         SCOPED_TRACE(row.replaced);
         SurfaceColors material = colors();
@@ -87,7 +87,7 @@ TEST(VertexColors, ColoursOfVerticesReplaceWhatTheMaterialNames)
         material.lit = row.lit;
         LitVertex vertex = facing(1);
         vertex.ownColor = Vec4d(0.1, 0.2, 0.2, 1.0);
-        expect_near(vertex_color(material, headlight, vertex), row.expected);
+        expect_near(vertex_color(material, Headlight, vertex), row.expected);
     }
 }
 
