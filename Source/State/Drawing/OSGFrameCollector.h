@@ -108,9 +108,9 @@ class OSG_STATE_API FrameCollector
     std::vector<UInt64> _seen; // by place in the order
     std::vector<UInt64> _seenItems;
     std::vector<Depth> _depths;
-    std::vector<UInt32> _ranks;     // of the states that only found shapes have, behind the cache's
+    std::vector<UInt32> _ranks; // of the states that only found shapes have, behind the cache's
     LightSets _lightSets;
-    std::vector<UInt32> _spaceUse;  // by space: number of the frame that used it last
+    std::vector<UInt32> _spaceUse; // by space: number of the frame that used it last
     UInt32 _frame = 0;
 
     // Of the list as it is.

@@ -34,7 +34,8 @@ std::vector<bool> LightSets::chooseLights(std::vector<Light> const &lights)
         if(lights[i].source->shines())
             shining.push_back(i);
     }
-    std::stable_sort(shining.begin(), shining.end(), [&lights](std::size_t a, std::size_t b)
+    std::stable_sort(shining.begin(), shining.end(),
+                     [&lights](std::size_t a, std::size_t b)
                      { return lights[a].order < lights[b].order; });
     if(shining.size() > MaxLights && !std::exchange(_hasWarned, true))
         OSG_LOG_WARNING("RenderAction: only the first eight lights of the scene shine\n");
