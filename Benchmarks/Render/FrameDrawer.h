@@ -26,6 +26,8 @@ class FrameDrawer
     virtual void draw(FrameView const &view) = 0;
     /// Moves the box at WayToMovingBox up by `height` from where it was at first.
     virtual void moveBox(Real32 height) = 0;
+    /// Shows the same box, or hides it.
+    virtual void showBox(bool isShown) = 0;
 };
 
 enum class Contender

@@ -49,21 +49,29 @@ class OurDrawer : public FrameDrawer
     }
     void moveBox(Real32 height) override
     {
-        if(_box == nullptr)
-        {
-            Node *node = _root;
-            for(UInt32 child : WayToMovingBox)
-                node = node->getChild(child);
-            _box = dynamic_cast<Transform *>(node->getCore());
-            _start = _box->getMatrix();
-        }
+        findBox();
         Matrix matrix = _start;
         matrix[3][1] += height;
-        _box->setMatrix(matrix);
+        static_cast<Transform &>(*_box->getCore()).setMatrix(matrix);
+        commit();
+    }
+    void showBox(bool isShown) override
+    {
+        findBox();
+        _box->setTravMask(isShown ? ~0u : 0u);
         commit();
     }
 
   private:
+    void findBox()
+    {
+        if(_box != nullptr)
+            return;
+        _box = _root;
+        for(UInt32 child : WayToMovingBox)
+            _box = _box->getChild(child);
+        _start = dynamic_cast<Transform &>(*_box->getCore()).getMatrix();
+    }
     static void commit() { Thread::getCurrentChangeList()->commitChanges(); }
 
     OffscreenContext _context;
@@ -74,7 +82,7 @@ class OurDrawer : public FrameDrawer
     UnrecordedRefPtr<SolidBackground> const _background{SolidBackground::create()};
     UnrecordedRefPtr<Viewport> const _viewport{Viewport::create()};
     UnrecordedRefPtr<RenderAction> const _action{RenderAction::create()};
-    Transform *_box = nullptr;
+    Node *_box = nullptr;
     Matrix _start;
 };
 } // namespace

@@ -123,18 +123,27 @@ class PeerDrawer : public FrameDrawer
     }
     void moveBox(Real32 height) override
     {
-        if(_box == nullptr)
-        {
-            osg::Node *node = _scene.root;
-            for(UInt32 child : WayToMovingBox)
-                node = node->asGroup()->getChild(child);
-            _box = node->asTransform()->asMatrixTransform();
-            _start = _box->getMatrix();
-        }
+        findBox();
         _box->setMatrix(_start * osg::Matrix::translate(0., height, 0.));
+    }
+    void showBox(bool isShown) override
+    {
+        findBox();
+        _box->setNodeMask(isShown ? ~0u : 0u);
     }
 
   private:
+    void findBox()
+    {
+        if(_box != nullptr)
+            return;
+        osg::Node *node = _scene.root;
+        for(UInt32 child : WayToMovingBox)
+            node = node->asGroup()->getChild(child);
+        _box = node->asTransform()->asMatrixTransform();
+        _start = _box->getMatrix();
+    }
+
     OffscreenContext _context;
     PeerScene _scene;
     osg::ref_ptr<osgUtil::SceneView> const _view = new osgUtil::SceneView;

@@ -22,7 +22,8 @@ enum class Course
     Still,
     Turning, ///< the camera
     Inside,
-    Moving ///< one transform
+    Moving, ///< one transform
+    Hiding  ///< one box comes and goes
 };
 
 struct Case
@@ -39,6 +40,7 @@ constexpr Case Cases[] = {
     {"100,000 boxes, turning", DrawnScene::Boxes, Course::Turning},
     {"100,000 boxes, from inside", DrawnScene::Boxes, Course::Inside},
     {"100,000 boxes, one moves", DrawnScene::Boxes, Course::Moving},
+    {"100,000 boxes, one comes and goes", DrawnScene::Boxes, Course::Hiding},
     {"one geometry of 1,000,000 triangles, still", DrawnScene::Terrain, Course::Still},
 };
 
@@ -69,6 +71,8 @@ void draw_frame(FrameDrawer &drawer, Case const &row)
     ++frame;
     if(row.course == Course::Moving)
         drawer.moveBox(0.01f * static_cast<Real32>(frame % 10));
+    if(row.course == Course::Hiding)
+        drawer.showBox(frame % 2 == 0);
     drawer.draw(view_of(row, frame));
 }
 
