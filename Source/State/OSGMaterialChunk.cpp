@@ -51,18 +51,38 @@ bool is_unlit_color(UInt32 colorMaterial)
     return colorMaterial == GLName::Diffuse || colorMaterial == GLName::AmbientAndDiffuse;
 }
 
+namespace
+{
+Color4f const &named_color(SurfaceValues const &surface)
+{
+    switch(surface.colorMaterial)
+    {
+    case GLName::Ambient:
+        return surface.ambient;
+    case GLName::Specular:
+        return surface.specular;
+    case GLName::Emission:
+        return surface.emission;
+    default:
+        return surface.diffuse;
+    }
+}
+} // namespace
+
 void MaterialChunk::activate(DrawEnv *, UInt32)
 {
     SurfaceValues const surface = getSurface();
+    set_lit_surface(surface);
     set_unlit_surface(surface);
     if(!surface.lit)
         glDisable(GL_LIGHTING);
     else if(surface.colorMaterial != 0)
     {
         glColorMaterial(GL_FRONT_AND_BACK, surface.colorMaterial);
+        // From now on the current colour is the one that is named.
+        glColor4fv(named_color(surface).values());
         glEnable(GL_COLOR_MATERIAL);
     }
-    set_lit_surface(surface);
 }
 
 void MaterialChunk::deactivate(DrawEnv *, UInt32)

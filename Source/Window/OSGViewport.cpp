@@ -18,13 +18,18 @@ namespace OSG
 {
 Viewport::~Viewport() = default;
 
+char const *Viewport::findMissing() const
+{
+    if(getCamera() == nullptr)
+        return "camera";
+    if(getBackground() == nullptr)
+        return "background";
+    return getRoot() == nullptr ? "root" : nullptr;
+}
+
 void Viewport::render(RenderActionBase *action)
 {
-    char const *const missing = getCamera() == nullptr       ? "camera"
-                                : getBackground() == nullptr ? "background"
-                                : getRoot() == nullptr       ? "root"
-                                                             : nullptr;
-    if(missing != nullptr)
+    if(char const *const missing = findMissing())
     {
         OSG_LOG_WARNING("Viewport::render: no %s!\n", missing);
         return;

@@ -25,6 +25,10 @@ class OSG_WINDOW_API Viewport : public ViewportBase
     bool linkParent(FieldContainer *parent, UInt16 fieldId) override;
 
   protected:
+    /// What is not there and has to be: "camera", "background" or "root", the first of them; null
+    /// where all are.
+    char const *findMissing() const;
+
     Viewport() = default;
     Viewport(Viewport const &source)
         : ViewportBase(source)

@@ -196,6 +196,66 @@ TEST_F(RenderActionTest, BelowASingularTransformAnInverseTransformDoesNothing)
     EXPECT_EQ(list.spaces[list.opaque[0].space].toEye, translation(0, 0, -100) * scaling(1, 1, 0));
 }
 
+TEST_F(RenderActionTest, PartsBelowALevelOfDetailKeepTheirPlacesFarFromTheOrigin)
+{
+    // Two parts a unit apart, a million units out, seen by a turned eye near them.
+    constexpr Real32 Far = 1e6f;
+    auto const parts = []
+    {
+        return Children{make_transform(translation(Far, Far, Far), {make_shape()}),
+                        make_transform(translation(Far + 1, Far, Far), {make_shape()})};
+    };
+    View view;
+    view.hasViewing = true;
+    view.viewing =
+        translation(0, 0, -100) * rotation(Vec3f(0, 1, 0), 0.7f) * translation(-Far, -Far, -Far);
+    UnrecordedRefPtr<DistanceLOD> const levels(DistanceLOD::create());
+    for(NodePtr const &root : {make_group(parts()), make_node(levels, {make_group(parts())})})
+    {
+        DrawList const &list = collect(*action, root, view);
+        ASSERT_EQ(list.opaque.size(), 2u);
+        Matrix const &a = list.spaces[list.opaque[0].space].toEye;
+        Matrix const &b = list.spaces[list.opaque[1].space].toEye;
+        Vec3f const apart(b[3][0] - a[3][0], b[3][1] - a[3][1], b[3][2] - a[3][2]);
+        EXPECT_NEAR(apart.length(), 1, 1e-4f);
+    }
+}
+
+TEST_F(RenderActionTest, AnArrayThatIsSetAndNotCommittedIsShownWhereItIs)
+{
+    NodePtr const shape = make_shape();
+    NodePtr const root = make_group({shape});
+    auto &geometry = static_cast<Geometry &>(*shape->getCore());
+    UnrecordedRefPtr<GeoVectorProperty> const near(geometry.getPositions());
+    geometry.setPositions(make_property<GeoPnt3fProperty>(
+        std::vector{Pnt3f(500, 0, 0), Pnt3f(501, 0, 0), Pnt3f(500, 1, 0)}));
+    Thread::getCurrentChangeList()->commitChanges();
+    EXPECT_TRUE(shown(root).empty());
+    geometry.setPositions(near);
+    EXPECT_EQ(shown(root), shapes_of({shape}));
+}
+
+TEST_F(RenderActionTest, TheDepthOfAGlassIsThatOfItsOwnBox)
+{
+    auto const glass = make_colored(1, 0.5f);
+    NodePtr const a = make_shape(glass);
+    NodePtr const b = make_shape(glass);
+    NodePtr const child = make_transform(Matrix(), {make_shape()});
+    a->addChild(child);
+    NodePtr const root = make_group(
+        {make_transform(translation(0, 0, 1), {a}), make_transform(translation(0, 0, 2), {b})});
+    auto const order = [&]
+    {
+        DrawList const &list = collect(*action, root);
+        return std::vector{list.shapes[list.transparent.at(0).shape],
+                           list.shapes[list.transparent.at(1).shape]};
+    };
+    EXPECT_EQ(order(), shapes_of({a, b}));
+    static_cast<Transform &>(*child->getCore()).setMatrix(translation(0, 0, 40));
+    Thread::getCurrentChangeList()->commitChanges();
+    EXPECT_EQ(order(), shapes_of({a, b}));
+}
+
 TEST_F(RenderActionTest, ABillboardFacesTheViewAndKeepsItsScale)
 {
     UnrecordedRefPtr<Billboard> const billboard(Billboard::create());
@@ -306,6 +366,8 @@ TEST_F(RenderActionTest, AnInfiniteVolumeIsNeverOutOfSight)
     NodePtr const shape = make_shape();
     NodePtr const root = make_group({make_transform(translation(1e6f, 0, 0), {shape})});
     EXPECT_TRUE(shown(root).empty());
+    // An edit of the core that is open would have the volume computed anew.
+    Thread::getCurrentChangeList()->commitChanges();
     shape->editVolume().setInfinite();
     EXPECT_EQ(shown(root), shapes_of({shape}));
 }

@@ -7,6 +7,7 @@
 #include <epoxy/gl.h>
 
 #include "OSGEnhPassiveViewport.h"
+#include "OSGGLContext.h"
 #include "OSGOffscreenContext.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
@@ -103,6 +104,22 @@ void draw_scene(Node *root, Scenery const &scenery)
 }
 } // namespace
 
+namespace
+{
+// Errors wait in a row; a context that is lost would report one for ever.
+bool is_out_of_memory()
+{
+    constexpr int MostErrors = 16;
+    for(int i = 0; i < MostErrors; ++i)
+    {
+        GLenum const error = glGetError();
+        if(error == GL_NO_ERROR || error == GL_OUT_OF_MEMORY)
+            return error == GL_OUT_OF_MEMORY;
+    }
+    return false;
+}
+} // namespace
+
 Picture draw_picture(OffscreenContext &context, Node *root, PictureView const &view,
                      Color3f const &background)
 {
@@ -114,13 +131,15 @@ Picture draw_picture(OffscreenContext &context, Node *root, PictureView const &v
                                                     : context.missing();
         return picture;
     }
+    if(char const *const reason = gl_refusal())
+        return {.missing = reason};
     Scenery const scenery(view, background);
     if(root != nullptr && view.depths.isVisible())
         draw_scene(root, scenery);
     else
         scenery.background->clear();
     picture.pixels = context.readPixels();
-    if(glGetError() == GL_OUT_OF_MEMORY)
+    if(is_out_of_memory())
         return {.missing = "out of memory"};
     picture.triangles =
         count_shown_triangles(root, *scenery.camera, context.getWidth(), context.getHeight());

@@ -1,19 +1,29 @@
 #include "OSGDrawEnv.h"
 
+#include <cmath>
+
 namespace OSG
 {
 void DrawEnv::setView(Matrix const &cameraToWorld, Matrix const &viewing, Matrix const &projection,
                       PixelBounds const &pixels)
 {
+    setView(cameraToWorld, Matrix4d(viewing), projection, pixels);
+}
+
+void DrawEnv::setView(Matrix const &cameraToWorld, Matrix4d const &viewing,
+                      Matrix const &projection, PixelBounds const &pixels)
+{
     _cameraToWorld = cameraToWorld;
-    _viewing = viewing;
+    _viewing = Matrix(viewing);
+    _exactViewing = viewing;
     _projection = projection;
-    _worldToScreen = projection * viewing;
+    _worldToScreen = projection * _viewing;
     _pixels = pixels;
 }
 
 bool DrawEnv::isOrthographic() const
 {
-    return _projection[0][3] == 0 && _projection[1][3] == 0 && _projection[2][3] == 0;
+    constexpr Real32 Epsilon = 1e-6f;
+    return std::abs(_projection[2][3]) < Epsilon && std::abs(_projection[3][3] - 1) < Epsilon;
 }
 } // namespace OSG

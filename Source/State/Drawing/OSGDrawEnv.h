@@ -31,9 +31,13 @@ class OSG_STATE_API DrawEnv
     /// `cameraToWorld` and `viewing` are inverse to one another.
     void setView(Matrix const &cameraToWorld, Matrix const &viewing, Matrix const &projection,
                  PixelBounds const &pixels);
+    /// The same with more digits of `viewing`, which far from the origin loses them by rounding.
+    void setView(Matrix const &cameraToWorld, Matrix4d const &viewing, Matrix const &projection,
+                 PixelBounds const &pixels);
     Matrix const &getCameraToWorld() const { return _cameraToWorld; }
     /// World to eye.
     Matrix const &getCameraViewing() const { return _viewing; }
+    Matrix4d const &getExactViewing() const { return _exactViewing; }
     /// Eye to normalised coordinates.
     Matrix const &getCameraProjection() const { return _projection; }
     /// projection * viewing.
@@ -50,6 +54,7 @@ class OSG_STATE_API DrawEnv
   private:
     Matrix _cameraToWorld;
     Matrix _viewing;
+    Matrix4d _exactViewing;
     Matrix _projection;
     Matrix _worldToScreen;
     PixelBounds _pixels;

@@ -77,9 +77,17 @@ UInt32 DrawStateTable::numberOf(Material const *material, Material const *overri
     auto const known = _numbers.find(key);
     if(known != _numbers.end())
         return known->second;
-    _entries.push_back(read(key));
-    _numbers.emplace(key, size() - 1);
-    return size() - 1;
+    Entry const entry = read(key);
+    if(_free.empty())
+    {
+        _free.push_back(size());
+        _entries.emplace_back();
+    }
+    UInt32 const number = _free.back();
+    _entries[number] = entry;
+    _numbers.emplace(key, number);
+    _free.pop_back();
+    return number;
 }
 
 void DrawStateTable::refresh(std::vector<bool> const &inUse)
@@ -88,11 +96,12 @@ void DrawStateTable::refresh(std::vector<bool> const &inUse)
     _states.clear();
     _values.clear();
     _numbers.clear();
+    _free.clear();
     for(UInt32 number = 0; number < size(); ++number)
     {
         if(!inUse[number])
         {
-            _entries[number] = {{nullptr, nullptr}, 0, 0};
+            _free.push_back(number);
             continue;
         }
         _entries[number] = read(_entries[number].key);

@@ -62,6 +62,7 @@ class OSG_STATE_API DrawStateTable
     UInt32 intern(DrawState const &state);
 
     std::vector<Entry> _entries;
+    std::vector<UInt32> _free; // numbers that are not in use
     std::unordered_map<Key, UInt32, KeyHash> _numbers;
     std::deque<DrawState> _values; // stay where they are
     std::vector<DrawState const *> _states;

@@ -7,7 +7,7 @@
 
 #include "OSGDrawEpochs.h"
 #include "OSGLightSource.h"
-#include "OSGNode.h"
+#include "OSGOwnBox.h"
 #include "OSGSpaceTraits.h"
 
 namespace OSG
@@ -59,7 +59,7 @@ void for_each_bit(std::vector<UInt64> const &words, Use use)
 void FrameCollector::begin()
 {
     DrawEnv const &env = _partition.getDrawEnv();
-    _viewing = Matrix4d(env.getCameraViewing());
+    _viewing = env.getExactViewing();
     Matrix4d const projection(env.getCameraProjection());
     _worldPlanes = ViewPlanes(projection * _viewing);
     _worldPlanes.setReach(_cache.getBoxes().getReach());
@@ -85,14 +85,14 @@ void FrameCollector::beginOpen(SceneRecord::Open const &open)
     _openEntry = open.entry;
     _lastMatrix = 0;
     _partition.setMatrix(spaceToEye(_scope.space));
+    _place = {_partition.getCurrentMatrix().id, _cache.getRecord().spaces[_scope.space].toRoot};
 }
 
-ViewPlanes::Sight FrameCollector::sightOf(Node const *node) const
+ViewPlanes::Sight FrameCollector::sightOf(BoxVolume box) const
 {
     ViewPlanes::Sight const outer = _partition.getSight();
-    if(outer != ViewPlanes::Sight::Some || !node->getVolume().isValid())
+    if(outer != ViewPlanes::Sight::Some || !box.isValid())
         return outer;
-    BoxVolume box = node->getVolume();
     box.transform(_partition.getCurrentMatrix().matrix);
     return _eyePlanes.test(box);
 }
@@ -100,7 +100,8 @@ ViewPlanes::Sight FrameCollector::sightOf(Node const *node) const
 void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material const *material)
 {
     RenderPartition::NumberedMatrix const &current = _partition.getCurrentMatrix();
-    if(!is_finite(current.matrix) || sightOf(node) == ViewPlanes::Sight::None)
+    BoxVolume const box = own_box(*node);
+    if(!is_finite(current.matrix) || sightOf(box) == ViewPlanes::Sight::None)
         return;
     if(current.id != _lastMatrix || _foundSpaces.empty())
     {
@@ -108,8 +109,8 @@ void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material
         _lastMatrix = current.id;
     }
     Pnt3f centre;
-    if(!node->getVolume().isInfinite())
-        node->getVolume().getCenter(centre);
+    if(!box.isInfinite())
+        box.getCenter(centre);
     Material const *const shown = _scope.group != nullptr ? _scope.group : material;
     _found.push_back({_cache.getShapes().numberOf(shape),
                       _cache.getStates().numberOf(shown, _scope.overriding),
@@ -117,29 +118,45 @@ void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material
                       -(current.matrix * centre)[2]});
 }
 
+Matrix FrameCollector::getToRoot() const
+{
+    RenderPartition::NumberedMatrix const &current = _partition.getCurrentMatrix();
+    return current.id == _place.matrix
+               ? _place.toRoot
+               : Matrix(Matrix4d(_partition.getDrawEnv().getCameraToWorld()) *
+                        Matrix4d(current.matrix));
+}
+
 void FrameCollector::pushSpace(Matrix const &toParent)
 {
-    _outer.push_back({_scope, true});
-    _partition.pushMatrix(toParent);
+    _outer.push_back({_scope, true, _place});
+    if(_place.matrix != _partition.getCurrentMatrix().id)
+    {
+        _partition.pushMatrix(toParent);
+        return;
+    }
+    _place.toRoot.mult(toParent);
+    _partition.enterSpace(product(_viewing, _place.toRoot));
+    _place.matrix = _partition.getCurrentMatrix().id;
 }
 
 void FrameCollector::pushMaterial(Material const *material)
 {
-    _outer.push_back({_scope, false});
+    _outer.push_back({_scope, false, _place});
     if(material != nullptr)
         _scope.group = material;
 }
 
 void FrameCollector::pushOverriding(Material const *material)
 {
-    _outer.push_back({_scope, false});
+    _outer.push_back({_scope, false, _place});
     if(_scope.overriding == nullptr)
         _scope.overriding = material;
 }
 
 void FrameCollector::pushLight(LightSource const *light)
 {
-    _outer.push_back({_scope, false});
+    _outer.push_back({_scope, false, _place});
     _foundLights.push_back({light, _partition.getCurrentMatrix().matrix, _scope.light, _openEntry});
     _scope.light = static_cast<UInt32>(_cache.getRecord().lights.size() + _foundLights.size() - 1);
 }
@@ -149,6 +166,7 @@ void FrameCollector::pop()
     if(_outer.empty())
         return;
     _scope = _outer.back().scope;
+    _place = _outer.back().place;
     if(_outer.back().isSpace)
         _partition.popMatrix();
     _outer.pop_back();
@@ -160,7 +178,7 @@ bool FrameCollector::isAsBefore(bool headlight) const
 {
     DrawEnv const &env = _partition.getDrawEnv();
     return _hasList && _found.empty() && _listHeadlight == headlight &&
-           _cacheNumber == _cache.getNumber() && _listViewing == env.getCameraViewing() &&
+           _cacheNumber == _cache.getNumber() && _listViewing == env.getExactViewing() &&
            _listProjection == env.getCameraProjection();
 }
 
@@ -179,7 +197,7 @@ void FrameCollector::finish(bool headlight)
         makeTransparent();
         makeSpaces();
         _cacheNumber = _cache.getNumber();
-        _listViewing = _partition.getDrawEnv().getCameraViewing();
+        _listViewing = _partition.getDrawEnv().getExactViewing();
         _listProjection = _partition.getDrawEnv().getCameraProjection();
         _hasList = _found.empty();
     }

@@ -27,7 +27,9 @@ class OSG_STATE_API FrameCollector
 
     // --- told by functions, about the node in the partition's current space ---
     void addShape(Node const *node, DrawShape const *shape, Material const *material);
-    ViewPlanes::Sight sightOf(Node const *node) const;
+    /// What can be seen of a box in the current space.
+    ViewPlanes::Sight sightOf(BoxVolume box) const;
+    Matrix getToRoot() const;
     void pushSpace(Matrix const &toParent);
     void pushMaterial(Material const *material);
     void pushOverriding(Material const *material);
@@ -64,10 +66,18 @@ class OSG_STATE_API FrameCollector
         UInt32 place;
         bool isFound;
     };
+    /// Where the matrix of that number leads to the root, as far as no function that is called for
+    /// the view has put another one in place: rounding adds up less than on the way to the eye.
+    struct Place
+    {
+        UInt32 matrix = 0;
+        Matrix toRoot;
+    };
     struct Outer
     {
         SceneRecord::Scope scope;
         bool isSpace;
+        Place place;
     };
 
     bool isAsBefore(bool headlight) const;
@@ -104,6 +114,7 @@ class OSG_STATE_API FrameCollector
     UInt32 _openEntry = 0;
     SceneRecord::Scope _scope;
     std::vector<Outer> _outer;
+    Place _place;
 
     std::vector<UInt64> _seen; // by place in the order
     std::vector<UInt64> _seenItems;
@@ -117,7 +128,7 @@ class OSG_STATE_API FrameCollector
     bool _hasList = false;
     bool _listHeadlight = false;
     UInt64 _cacheNumber = 0;
-    Matrix _listViewing;
+    Matrix4d _listViewing;
     Matrix _listProjection;
 };
 } // namespace OSG

@@ -159,6 +159,7 @@ UInt64 RenderAction::walkKey() const { return UInt64(getFunctionsNumber()) << 32
 
 void RenderAction::collect(std::vector<Node *> const &roots)
 {
+    SceneCache::noteOpenEdits();
     for(Node *root : roots)
     {
         if(root != nullptr)
@@ -192,9 +193,7 @@ void RenderAction::cancel()
 
 Matrix RenderAction::getToRoot() const
 {
-    return _recorder != nullptr ? _recorder->getToRoot()
-                                : Matrix(Matrix4d(getDrawEnv().getCameraToWorld()) *
-                                         Matrix4d(_partition.getCurrentMatrix().matrix));
+    return _recorder != nullptr ? _recorder->getToRoot() : _collector->getToRoot();
 }
 
 void RenderAction::addShape(DrawShape const *shape, Material const *material)
@@ -230,8 +229,9 @@ void RenderAction::pop() { _recorder != nullptr ? _recorder->pop() : _collector-
 
 bool RenderAction::pushVisibility()
 {
-    ViewPlanes::Sight const sight =
-        getActNode() != nullptr ? _collector->sightOf(getActNode()) : ViewPlanes::Sight::Some;
+    ViewPlanes::Sight const sight = getActNode() != nullptr
+                                        ? _collector->sightOf(getActNode()->getVolume())
+                                        : ViewPlanes::Sight::Some;
     _partition.pushVisibility(sight);
     return sight != ViewPlanes::Sight::None;
 }

@@ -2,11 +2,12 @@
 
 namespace OSG
 {
-void RenderPartition::pushMatrix(Matrix const &toParent)
+void RenderPartition::pushMatrix(Matrix const &toParent) { enterSpace(_current.matrix * toParent); }
+
+void RenderPartition::enterSpace(Matrix const &toEye)
 {
     _stack.push_back(_current);
-    _current.id = takeMatrixId();
-    _current.matrix.mult(toParent);
+    _current = {takeMatrixId(), toEye};
     _modelMatrixValid = false;
 }
 

@@ -34,6 +34,8 @@ class OSG_STATE_API RenderPartition
     void setModelMatrixValid(bool isValid) { _modelMatrixValid = isValid; }
     /// Enters the space that `toParent` leads out of.
     void pushMatrix(Matrix const &toParent);
+    /// Enters the space that `toEye` leads to the eye from.
+    void enterSpace(Matrix const &toEye);
     /// Leaves it. Without a space that was entered, nothing happens.
     void popMatrix();
     /// Starts anew in the space that `toEye` leads out of.

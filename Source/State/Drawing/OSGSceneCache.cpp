@@ -113,14 +113,15 @@ bool SceneCache::findEdited(std::vector<UInt32> &entries)
     return isWhole;
 }
 
-namespace
+// Open edits of materials and meshes are read again in each frame until they are committed.
+void SceneCache::noteOpenEdits()
 {
-/// Open edits of materials and meshes are read again in each frame until they are committed.
-void note_open_edits()
-{
+    std::vector<NodeCore *> cores; // an invalidation adds to the list of edits
     Thread::getCurrentChangeList()->forEachOpen(
-        [](FieldContainer *container)
+        [&cores](FieldContainer *container)
         {
+            if(auto *const core = dynamic_cast<NodeCore *>(container))
+                cores.push_back(core);
             DrawEpochs::Kind const kind =
                 DrawEpochs::kindOf(static_cast<FieldContainerType const &>(container->getType()));
             if(kind == DrawEpochs::Kind::Material)
@@ -128,8 +129,9 @@ void note_open_edits()
             if(kind == DrawEpochs::Kind::Mesh)
                 DrawEpochs::noteMesh();
         });
+    for(NodeCore *core : cores)
+        core->invalidateVolume();
 }
-} // namespace
 
 // --- walking ---
 
@@ -137,7 +139,6 @@ void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk const
 {
     try
     {
-        note_open_edits();
         std::vector<UInt32> edited;
         if(_journal == nullptr || roots != _roots || key != _key || !findEdited(edited) ||
            !recordAgain(edited, walk))
@@ -244,42 +245,42 @@ void SceneCache::refreshStates()
     ++_number;
 }
 
+struct SceneCache::Key
+{
+    UInt64 material; // transparent or not, key of the material
+    UInt64 state;    // place among the states, and layout
+    UInt32 item;
+
+    bool operator<(Key const &other) const
+    {
+        return std::tie(material, state, item) < std::tie(other.material, other.state, other.item);
+    }
+};
+
+// Gives the states of opaque items their ranks, and counts those items.
+SceneCache::Key SceneCache::keyOf(UInt32 number, UInt32 &numRanks)
+{
+    SceneRecord::Item const &item = _record.items[number];
+    UInt32 const state = _states.stateOf(item.state);
+    if(_states.getStates()[state]->isTransparent())
+        return {UInt64(1) << 32, 0, number};
+    ++_numOpaque;
+    UInt32 &rank = _stateRanks[state];
+    if(rank == NoRank)
+        rank = numRanks++;
+    UInt32 const sortKey = static_cast<UInt32>(_states.sortKeyOf(item.state)) ^ 0x80000000u;
+    UInt32 const layout = _shapes.getShapes()[item.shape]->getMeshLayout();
+    return {sortKey, UInt64(rank) << 32 | layout, number};
+}
+
 void SceneCache::sort()
 {
-    struct Key
-    {
-        UInt64 material; // transparent or not, key of the material
-        UInt64 state;    // and layout
-        UInt32 item;
-
-        bool operator<(Key const &other) const
-        {
-            return std::tie(material, state, item) <
-                   std::tie(other.material, other.state, other.item);
-        }
-    };
     std::vector<Key> keys(_record.items.size());
     _stateRanks.assign(_states.getStates().size(), NoRank);
     UInt32 numRanks = 0;
     _numOpaque = 0;
     for(UInt32 i = 0; i < keys.size(); ++i)
-    {
-        SceneRecord::Item const &item = _record.items[i];
-        UInt32 const state = _states.stateOf(item.state);
-        bool const isTransparent = _states.getStates()[state]->isTransparent();
-        if(isTransparent)
-        {
-            keys[i] = {UInt64(1) << 32, 0, i};
-            continue;
-        }
-        ++_numOpaque;
-        UInt32 &rank = _stateRanks[state];
-        if(rank == NoRank)
-            rank = numRanks++;
-        UInt32 const sortKey = static_cast<UInt32>(_states.sortKeyOf(item.state)) ^ 0x80000000u;
-        UInt32 const layout = _shapes.getShapes()[item.shape]->getMeshLayout();
-        keys[i] = {sortKey, UInt64(rank) << 32 | layout, i};
-    }
+        keys[i] = keyOf(i, numRanks);
     if(!std::is_sorted(keys.begin(), keys.end()))
         std::sort(keys.begin(), keys.end());
     _order.resize(keys.size());

@@ -22,6 +22,9 @@ class OSG_STATE_API SceneCache
     /// Walks from a node and tells the recorder what it finds.
     using Walk = std::function<void(SceneRecorder &, Node *)>;
 
+    /// Looks at the edits that the calling thread has not committed: the volumes of cores that have
+    /// any are out of date then. To be called before the volumes are brought up to date.
+    static void noteOpenEdits();
     /// Brings the record up to date with the trees of `roots`, whose volumes are valid. `key`
     /// stands for what else the walk depends on: another key walks everything. An exception leaves
     /// the cache cleared.
@@ -57,6 +60,8 @@ class OSG_STATE_API SceneCache
     bool recordPart(UInt32 entry, Walk const &walk);
     void renumberShapes();
     void refreshStates();
+    struct Key;
+    Key keyOf(UInt32 number, UInt32 &numRanks);
     void sort();
 
     SceneRecord _record;

@@ -1,6 +1,6 @@
 #include "OSGSceneRecorder.h"
 
-#include "OSGNode.h"
+#include "OSGOwnBox.h"
 #include "OSGSpaceTraits.h"
 
 namespace OSG
@@ -82,8 +82,7 @@ void SceneRecorder::addShape(DrawShape const *shape, Material const *material)
 {
     if(!_current.isFinite)
         return;
-    BoxVolume box = _record.entries[_nodes.back()].node->getVolume();
-    // The node's volume is in its parent's space, which a shape shares.
+    BoxVolume box = own_box(*_record.entries[_nodes.back()].node);
     box.transform(_current.toRoot);
     _record.items.push_back({_shapes.numberOf(shape), stateOf(material), _current.scope.space,
                              _current.scope.light, _firstEntry + _nodes.back()});

@@ -1,17 +1,9 @@
 #include "OSGScreenSize.h"
 
-#include <cmath>
-
 namespace OSG
 {
 namespace
 {
-bool is_orthographic(Matrix const &projection)
-{
-    return std::abs(projection[2][3]) < ScreenSizeEpsilon &&
-           std::abs(projection[3][3] - 1) < ScreenSizeEpsilon;
-}
-
 Real32 unit_without_perspective(Matrix const &worldToScreen)
 {
     Matrix screenToWorld;
@@ -43,9 +35,8 @@ Real32 unit_with_perspective(DrawEnv const &env, Pnt3f const &origin)
 
 Real32 unit_on_screen(DrawEnv const &env, Pnt3f const &origin)
 {
-    Real32 const length = is_orthographic(env.getCameraProjection())
-                              ? unit_without_perspective(env.getWorldToScreen())
-                              : unit_with_perspective(env, origin);
+    Real32 const length = env.isOrthographic() ? unit_without_perspective(env.getWorldToScreen())
+                                               : unit_with_perspective(env, origin);
     DrawEnv::PixelBounds const &bounds = env.getPixels();
     Real32 const size = static_cast<Real32>(bounds.right - bounds.left + 1) * length;
     return size > ScreenSizeEpsilon ? size : ScreenSizeEpsilon; // NaN counts as none too

@@ -42,8 +42,8 @@ class OSG_SYSTEM_API Action : public ActionBase
         KeepsScene, ///< it edits no scene
         GatedByBox, ///< likewise, and where the action's findMissed() finds the node's box, which
                     ///< is valid, missed, it does nothing and returns Skip
-        Repeats     ///< likewise, and what it tells the action is the same as long as neither the
-                    ///< node, its core nor what is above them is edited, whatever else changes
+        Repeats ///< it edits no scene, and what it tells the action is the same as long as neither
+                ///< the node, its core nor what is above them is edited
     };
     using PromiseStore = std::vector<HandlerPromise>; ///< by type id
 

@@ -81,6 +81,7 @@ void ActionDefaults::registerLeave(FieldContainerType const &type, Action::Funct
 // Enter and leave functions belong together: a type that has one of its own inherits neither.
 ActionDefaults::Tables &ActionDefaults::resolved()
 {
+    std::lock_guard const hold(_guard);
     Tables &all = tables();
     UInt32 const types = TypeFactory::the().getNumTypes();
     if(all.typesSeen == types)

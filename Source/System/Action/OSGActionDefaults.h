@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mutex>
+
 #include "OSGAction.h"
 
 namespace OSG
@@ -35,6 +37,7 @@ class OSG_SYSTEM_API ActionDefaults
     Tables &tables();
     Tables &resolved();
 
+    std::mutex _guard; // threads may make their first actions at once
     Tables *_tables = nullptr;
 };
 } // namespace OSG

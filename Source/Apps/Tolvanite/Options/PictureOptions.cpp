@@ -40,7 +40,7 @@ OSG::Matrix camera_of(PictureOptions const &options)
     OSG::Pnt3f const from = point_of("--from", options.from);
     OSG::Pnt3f const at = point_of("--at", options.at);
     if(OSG::MatrixLookAt(camera, from, at, point_of("--up", options.up).subZero()))
-        refuse("--from", "no view along --at with that --up");
+        refuse("--from", "--from and --at coincide, or --up points along the view");
     return camera;
 }
 
@@ -64,9 +64,10 @@ void add_picture_options(CLI::App &command, PictureOptions &options)
     command.add_option("--size", options.size, "Size of the picture in pixels, WxH")
         ->capture_default_str();
     auto *const from = command.add_option("--from", options.from, "Eye of the view, x,y,z");
-    auto *const at = command.add_option("--at", options.at, "Point in the middle of the view");
+    auto *const at =
+        command.add_option("--at", options.at, "Point in the middle of the view, x,y,z");
     auto *const up =
-        command.add_option("--up", options.up, "Direction that is upwards in the view")
+        command.add_option("--up", options.up, "Direction that is upwards in the view, x,y,z")
             ->capture_default_str();
     auto *const angle =
         command.add_option("--fov", options.fieldOfView, "Vertical angle of the view in degrees")
@@ -74,7 +75,7 @@ void add_picture_options(CLI::App &command, PictureOptions &options)
     from->needs(at);
     for(auto *part : {at, up, angle})
         part->needs(from);
-    command.add_flag("--fit", options.fits, "Show the whole scene; so it is without --from")
+    command.add_flag("--fit", options.fits, "Show the whole scene, the default without --from")
         ->excludes(from);
     command.add_option("--ortho", options.orthographicHeight,
                        "No perspective: units of the scene from bottom to top");

@@ -220,7 +220,7 @@ void VolumeChoice::takeView(VolumeValues const &values, float radius)
     _radius = values.radius.value_or(radius);
     check_radius(_radius);
     if(!OSG::is_view(_view))
-        refuse("--from", "no view along --at with that --up");
+        refuse("--from", "--from and --at coincide, or --up points along the view");
     if(values.pixel)
         _area = OSG::pixel_square((*values.pixel)[0], (*values.pixel)[1], _radius);
     else

@@ -120,6 +120,13 @@ HostState::~HostState()
 {
     if(!_isKept)
         return;
+    // The draw buffer that comes back with the attributes is one of the host's frame buffer.
+    if(_hasFrameBuffers)
+    {
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(_drawFrameBuffer));
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(_readFrameBuffer));
+        glBindRenderbuffer(GL_RENDERBUFFER, static_cast<GLuint>(_renderBuffer));
+    }
     putBackUnits();
     glMatrixMode(GL_PROJECTION);
     glLoadMatrixf(_projection);
@@ -144,12 +151,6 @@ HostState::~HostState()
     }
     if(_version >= FirstWithClipControl)
         glClipControl(static_cast<GLenum>(_clipOrigin), static_cast<GLenum>(_clipDepth));
-    if(_hasFrameBuffers)
-    {
-        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(_drawFrameBuffer));
-        glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(_readFrameBuffer));
-        glBindRenderbuffer(GL_RENDERBUFFER, static_cast<GLuint>(_renderBuffer));
-    }
 }
 
 // The stacks of attributes put the settings back.

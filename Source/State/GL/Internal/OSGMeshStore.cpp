@@ -1,6 +1,7 @@
 #include "OSGMeshStore.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "OSGContentHash.h"
 #include "OSGLog.h"
@@ -35,14 +36,22 @@ std::vector<MeshStore::Place> const &MeshStore::prepare(DrawList const &list)
     findDue(table, list);
     if(_due.empty())
         return table.places;
-    for(UInt32 const shape : _due)
-        refresh(*table.meshes[shape], *list.shapes[shape]);
-    uploadPages();
+    try
+    {
+        for(UInt32 const shape : _due)
+            refresh(*table.meshes[shape], *list.shapes[shape]);
+        uploadPages();
+    }
+    catch(...)
+    {
+        for(UInt32 const shape : _due)
+            table.epochs[shape] = Never;
+        throw;
+    }
     for(UInt32 const shape : _due)
     {
         Place const &place = table.meshes[shape]->place;
         table.places[shape] = place.page != nullptr && place.page->isUsable() ? place : Place();
-        table.epochs[shape] = list.meshEpoch;
     }
     return table.places;
 }
@@ -61,14 +70,15 @@ void MeshStore::fill(Table &table, DrawList const &list)
 
 // The shapes that are drawn and have not been looked at since meshes were last edited. What is out
 // of sight waits until it is drawn.
-void MeshStore::findDue(Table const &table, DrawList const &list)
+void MeshStore::findDue(Table &table, DrawList const &list)
 {
     _due.clear();
+    _due.reserve(list.shapes.size());
     for(std::vector<DrawItem> const *items : {&list.opaque, &list.transparent})
     {
         for(DrawItem const &item : *items)
         {
-            if(table.epochs[item.shape] != list.meshEpoch)
+            if(std::exchange(table.epochs[item.shape], list.meshEpoch) != list.meshEpoch)
                 _due.push_back(item.shape);
         }
     }

@@ -53,13 +53,13 @@ class OSG_STATE_API MeshStore
         UInt64 lastUse = 0;
         std::vector<Mesh *> meshes;
         std::vector<Place> places;
-        std::vector<UInt64> epochs; // of the meshes, when the place was found
+        std::vector<UInt64> epochs; // of the meshes, when the place was last looked at
     };
     static constexpr UInt64 Never = ~UInt64(0);
 
     Table &findTable(DrawList const &list);
     void fill(Table &table, DrawList const &list);
-    void findDue(Table const &table, DrawList const &list);
+    void findDue(Table &table, DrawList const &list);
     void reserveForgotten();
     void refresh(Mesh &mesh, DrawShape const &shape);
     void put(Mesh &mesh);

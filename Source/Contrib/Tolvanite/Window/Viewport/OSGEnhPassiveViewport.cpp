@@ -15,11 +15,7 @@ bool EnhPassiveViewport::isPassive() const { return true; }
 // then.
 void EnhPassiveViewport::render(RenderActionBase *action)
 {
-    char const *const missing = getCamera() == nullptr       ? "camera"
-                                : getBackground() == nullptr ? "background"
-                                : getRoot() == nullptr       ? "root"
-                                                             : nullptr;
-    if(missing != nullptr)
+    if(char const *const missing = findMissing())
     {
         OSG_LOG_WARNING("Viewport::render: no %s!\n", missing);
         return;
