@@ -73,6 +73,23 @@ TEST(MeshMakerTest, ColoursOfThreeNumbersAreOpaqueAndTexturesGetAQ)
     EXPECT_EQ(mesh.texCoords, (std::vector{Vec4f(3.f, 4.f, 0.f, 1.f), Vec4f(5.f, 6.f, 0.f, 1.f)}));
 }
 
+TEST(MeshMakerTest, TheOrderOfMixedPrimitivesIsKept)
+{
+    using Run = DrawMesh::Run;
+    using Kind = DrawMesh::Kind;
+    GeometryParts parts;
+    parts.positions.resize(13);
+    parts.types = {LinesPrimitive, QuadsPrimitive, TrianglesPrimitive, PointsPrimitive,
+                   LinesPrimitive};
+    parts.lengths = {2, 4, 3, 2, 2};
+    EXPECT_EQ(mesh_of(*make_geometry(parts)).runs,
+              (std::vector{Run{Kind::Lines, 2}, Run{Kind::Triangles, 9}, Run{Kind::Points, 2},
+                           Run{Kind::Lines, 2}}));
+    parts.types = {TrianglesPrimitive, LinesPrimitive, PointsPrimitive};
+    parts.lengths = {3, 4, 2};
+    EXPECT_TRUE(mesh_of(*make_geometry(parts)).runs.empty());
+}
+
 /// Corners of a mesh or of what iterators deliver.
 struct Corner
 {

@@ -94,8 +94,8 @@ int run_tool(int argc, char const *const *argv, Streams streams)
     {
         if(error.get_exit_code() == 0) // --help and --version
             return program.exit(error, streams.out, streams.err);
-        bool const names_no_command = program.get_subcommands().empty() && argc > 1;
-        if(names_no_command && argv[1][0] != '-')
+        bool const namesNoCommand = program.get_subcommands().empty() && argc > 1;
+        if(namesNoCommand && argv[1][0] != '-')
             return misused("no command " + std::string(argv[1]), streams);
         return misused(error.what(), streams);
     }

@@ -1,8 +1,10 @@
 #include "OSGMeshMaker.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
+#include <utility>
 
 #include "OSGMemManager.h"
 #include "OSGPartCursor.h"
@@ -123,9 +125,34 @@ bool is_finite(Pnt3f const &point)
     return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
 
+/// Indices that the parts of a primitive have added to the list of a kind.
+struct Added
+{
+    UInt32 primitive;
+    DrawMesh::Run run;
+};
+
+// Runs in the order of their primitives; none where the kinds already stand in that order.
+std::vector<DrawMesh::Run> ordered_runs(std::vector<Added> added)
+{
+    std::stable_sort(added.begin(), added.end(),
+                     [](Added const &a, Added const &b) { return a.primitive < b.primitive; });
+    std::vector<DrawMesh::Run> runs;
+    for(Added const &one : added)
+    {
+        if(!runs.empty() && runs.back().kind == one.run.kind)
+            runs.back().count += one.run.count;
+        else
+            runs.push_back(one.run);
+    }
+    bool const isSorted = std::is_sorted(
+        runs.begin(), runs.end(), [](auto const &a, auto const &b) { return a.kind < b.kind; });
+    return isSorted ? std::vector<DrawMesh::Run>() : runs;
+}
+
 template <class Rule>
 void add_parts(Geometry const &geometry, Arrays const &arrays, VertexTable &table,
-               std::vector<UInt32> &indices)
+               DrawMesh::Kind kind, std::vector<UInt32> &indices, std::vector<Added> &added)
 {
     constexpr int Corners = PartCursor<Rule>::Corners;
     for(PartCursor<Rule> part(geometry); !part.atEnd(); part.next())
@@ -133,8 +160,14 @@ void add_parts(Geometry const &geometry, Arrays const &arrays, VertexTable &tabl
         bool isFinite = true;
         for(int corner = 0; corner < Corners; ++corner)
             isFinite = isFinite && is_finite(part.getPosition(corner));
-        for(int corner = 0; isFinite && corner < Corners; ++corner)
+        if(!isFinite)
+            continue;
+        for(int corner = 0; corner < Corners; ++corner)
             indices.push_back(table.numberOf(arrays.elementsOf(part.getVertex(corner))));
+        if(added.empty() || added.back().primitive != part.getPrimitive() ||
+           added.back().run.kind != kind)
+            added.push_back({part.getPrimitive(), {kind, 0}});
+        added.back().run.count += Corners;
     }
 }
 
@@ -168,9 +201,12 @@ void make_mesh(Geometry const &geometry, DrawMesh &mesh)
     mesh = DrawMesh();
     Arrays const arrays(geometry);
     VertexTable table(arrays, PrimitiveView(geometry).usedVertexCount());
-    add_parts<TriangleRule>(geometry, arrays, table, mesh.triangles);
-    add_parts<LineRule>(geometry, arrays, table, mesh.lines);
-    add_parts<PointRule>(geometry, arrays, table, mesh.points);
+    std::vector<Added> added;
+    add_parts<TriangleRule>(geometry, arrays, table, DrawMesh::Kind::Triangles, mesh.triangles,
+                            added);
+    add_parts<LineRule>(geometry, arrays, table, DrawMesh::Kind::Lines, mesh.lines, added);
+    add_parts<PointRule>(geometry, arrays, table, DrawMesh::Kind::Points, mesh.points, added);
+    mesh.runs = ordered_runs(std::move(added));
 
     auto const &vertices = table.getCombinations();
     mesh.positions.reserve(vertices.size());

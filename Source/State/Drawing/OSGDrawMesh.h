@@ -22,6 +22,24 @@ struct DrawMesh
     std::vector<UInt32> triangles; ///< vertex numbers, three each
     std::vector<UInt32> lines;     ///< two each
     std::vector<UInt32> points;
+
+    enum class Kind : UInt32
+    {
+        Triangles,
+        Lines,
+        Points
+    };
+    /// The next `count` indices of a kind.
+    struct Run
+    {
+        Kind kind;
+        UInt32 count;
+
+        bool operator==(Run const &) const = default;
+    };
+    /// The order of the primitives, which blended ones are drawn in. Empty where all triangles come
+    /// first, then all lines, then all points.
+    std::vector<Run> runs;
 };
 
 /// A core that can be drawn. Where its values are unchanged, its mesh is the same.

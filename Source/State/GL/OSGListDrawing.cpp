@@ -34,6 +34,7 @@ class ListDrawing
     void setLights(UInt32 lights);
     void setSpace(UInt32 space);
     DrawItem const *drawRun(DrawItem const *item, DrawItem const *end) const;
+    void drawInOrder(MeshRange const &range, std::vector<DrawMesh::Run> const &runs) const;
     void drawPart(GLenum mode, UInt32 count, UInt32 firstIndex) const;
 
     DrawList const &_list;
@@ -126,8 +127,14 @@ void ListDrawing::setSpace(UInt32 space)
 // the buffer. Returns the first item that is left.
 DrawItem const *ListDrawing::drawRun(DrawItem const *item, DrawItem const *end) const
 {
-    MeshRange const &range = _places[item->shape].range;
+    MeshStore::Place const &place = _places[item->shape];
+    MeshRange const &range = place.range;
     UInt32 const firstIndex = range.firstIndex;
+    if(place.runs != nullptr && _list.states[item->state]->isTransparent())
+    {
+        drawInOrder(range, *place.runs);
+        return item + 1;
+    }
     if(range.lineIndices + range.pointIndices != 0)
     {
         drawPart(GL_TRIANGLES, range.triangleIndices, firstIndex);
@@ -149,6 +156,20 @@ DrawItem const *ListDrawing::drawRun(DrawItem const *item, DrawItem const *end) 
     }
     drawPart(GL_TRIANGLES, count, firstIndex);
     return item;
+}
+
+// Blended primitives show the order in which they are drawn.
+void ListDrawing::drawInOrder(MeshRange const &range, std::vector<DrawMesh::Run> const &runs) const
+{
+    constexpr GLenum Modes[] = {GL_TRIANGLES, GL_LINES, GL_POINTS};
+    UInt32 next[] = {range.firstIndex, range.firstIndex + range.triangleIndices,
+                     range.firstIndex + range.triangleIndices + range.lineIndices};
+    for(DrawMesh::Run const &run : runs)
+    {
+        std::size_t const kind = static_cast<std::size_t>(run.kind);
+        drawPart(Modes[kind], run.count, next[kind]);
+        next[kind] += run.count;
+    }
 }
 
 void ListDrawing::drawPart(GLenum mode, UInt32 count, UInt32 firstIndex) const

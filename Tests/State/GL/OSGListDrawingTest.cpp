@@ -343,5 +343,31 @@ TEST_F(ListDrawing, LightsStandInEyeCoordinatesWhateverTheSpace)
     scene.draw();
     EXPECT_EQ(pixel(), (Rgb{255, 0, 0}));
 }
+
+TEST_F(ListDrawing, BlendedPrimitivesOfAMeshAreDrawnInTheirOrder)
+{
+    // A blue square and a red point in the middle of pixel (16, 16), at one depth.
+    DrawMesh mesh = with_colors(full_picture(), Color4f(0, 0, 1, 1));
+    Real32 const middle = 1.f / Size;
+    mesh.positions.emplace_back(middle, -middle, 0.f);
+    mesh.colors.emplace_back(1.f, 0.f, 0.f, 1.f);
+    mesh.points = {static_cast<UInt32>(mesh.positions.size() - 1)};
+    DrawState state;
+    state.surface.lit = false;
+    state.surface.colorMaterial = GLName::Diffuse;
+    state.blend.isOn = true;
+    auto const colorWith = [&](std::vector<DrawMesh::Run> const &runs)
+    {
+        TestList scene;
+        mesh.runs = runs;
+        scene.add(mesh, state);
+        scene.draw();
+        return pixel();
+    };
+    EXPECT_EQ(colorWith({}), (Rgb{255, 0, 0}));
+    UInt32 const corners = static_cast<UInt32>(mesh.triangles.size());
+    EXPECT_EQ(colorWith({{DrawMesh::Kind::Points, 1}, {DrawMesh::Kind::Triangles, corners}}),
+              (Rgb{0, 0, 255}));
+}
 } // namespace
 } // namespace OSG::Test

@@ -22,6 +22,7 @@ UInt64 content_of(DrawMesh const &mesh)
     hash.addArray(mesh.triangles);
     hash.addArray(mesh.lines);
     hash.addArray(mesh.points);
+    hash.addArray(mesh.runs);
     return hash.value();
 }
 } // namespace
@@ -131,6 +132,8 @@ void MeshStore::put(Mesh &mesh)
     {
         mesh.place.page = page;
         mesh.place.range = range;
+        if(!_scratch.runs.empty())
+            mesh.place.runs = std::make_shared<std::vector<DrawMesh::Run> const>(_scratch.runs);
     }
 }
 

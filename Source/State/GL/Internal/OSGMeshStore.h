@@ -22,6 +22,9 @@ class OSG_STATE_API MeshStore
     {
         MeshPage *page = nullptr; ///< null for a mesh with nothing to draw
         MeshRange range;
+        /// The order of the primitives; null for triangles, lines, points. Lives as long as the
+        /// page.
+        std::shared_ptr<std::vector<DrawMesh::Run> const> runs;
     };
 
     /// The places of the shapes that a list draws, by their number in it. Makes the meshes that are
