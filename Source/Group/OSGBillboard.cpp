@@ -12,12 +12,6 @@ Billboard::~Billboard() = default;
 void Billboard::accumulateMatrix(Matrix &matrix) { matrix.mult(getRenderedMatrix()); }
 void Billboard::adjustVolume(Volume &volume) { volume.transform(getRenderedMatrix()); }
 
-void Billboard::setRendered(Matrix const &matrix)
-{
-    if(setRenderedMatrix(matrix))
-        invalidateVolume();
-}
-
 namespace
 {
 using Vec3d = Vector<Real64, 3>;
@@ -58,7 +52,7 @@ void face_viewer(NodeCore &core, RenderAction &action)
     }
     Matrix4d toLocal;
     Matrix const matrix(toLocal.invertFrom(Matrix4d(toEye)) ? toLocal * turned : Matrix4d());
-    static_cast<Billboard &>(core).setRendered(matrix);
+    set_rendered(static_cast<Billboard &>(core), matrix);
     action.pushSpace(matrix);
 }
 } // namespace

@@ -14,8 +14,6 @@ class OSG_GROUP_API Billboard : public BillboardBase, public RenderedMatrix
     /// Multiplies `matrix` by the matrix of the last rendering.
     void accumulateMatrix(Matrix &matrix) override;
     void adjustVolume(Volume &volume) override;
-    /// For rendering: sets the matrix, and marks the volumes where it is another one.
-    void setRendered(Matrix const &matrix);
 
   protected:
     Billboard() = default;

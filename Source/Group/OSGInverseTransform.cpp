@@ -10,19 +10,13 @@ InverseTransform::~InverseTransform() = default;
 void InverseTransform::accumulateMatrix(Matrix &matrix) { matrix.mult(getRenderedMatrix()); }
 void InverseTransform::adjustVolume(Volume &volume) { volume.transform(getRenderedMatrix()); }
 
-void InverseTransform::setRendered(Matrix const &matrix)
-{
-    if(setRenderedMatrix(matrix))
-        invalidateVolume();
-}
-
 namespace
 {
 void enter_root_space(NodeCore &core, RenderAction &action)
 {
     Matrix toSpace;
     toSpace.invertFrom(action.getToRoot());
-    static_cast<InverseTransform &>(core).setRendered(toSpace);
+    set_rendered(static_cast<InverseTransform &>(core), toSpace);
     action.pushSpace(toSpace);
 }
 } // namespace

@@ -24,4 +24,13 @@ class RenderedMatrix
   private:
     Matrix _renderedMatrix;
 };
+
+/// For rendering: sets the matrix of a core, and marks the volumes of its nodes where it is another
+/// one.
+template <class Core>
+void set_rendered(Core &core, Matrix const &matrix)
+{
+    if(core.setRenderedMatrix(matrix))
+        core.invalidateVolume();
+}
 } // namespace OSG

@@ -7,6 +7,7 @@
 #include "OSGHostState.h"
 #include "OSGImage.h"
 #include "OSGLog.h"
+#include "OSGPixelReading.h"
 #include "OSGTargetStore.h"
 
 namespace OSG
@@ -29,7 +30,7 @@ bool FrameBufferObject::read(Image &image)
         if(reason == nullptr)
         {
             std::vector<UInt8> pixels(std::size_t(3) * getWidth() * getHeight());
-            HostState::readPixels(getWidth(), getHeight(), pixels.data());
+            read_pixels(getWidth(), getHeight(), pixels.data());
             image.set(getWidth(), getHeight(), 3, pixels.data());
         }
     }

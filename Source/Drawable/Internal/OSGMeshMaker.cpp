@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cmath>
 #include <utility>
 
+#include "OSGFinite.h"
 #include "OSGMemManager.h"
 #include "OSGPartCursor.h"
 
@@ -119,11 +119,6 @@ class VertexTable
     HeapVector<UInt32> _slots;
     HeapVector<Elements> _combinations;
 };
-
-bool is_finite(Pnt3f const &point)
-{
-    return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
-}
 
 /// Indices that the parts of a primitive have added to the list of a kind.
 struct Added

@@ -7,6 +7,7 @@
 #include "OSGEglContext.h"
 #include "OSGGLContext.h"
 #include "OSGGLObjectStore.h"
+#include "OSGPixelReading.h"
 
 namespace OSG
 {
@@ -132,13 +133,7 @@ std::vector<UInt8> OffscreenContext::readPixels() const
     std::vector<UInt8> pixels(row * _height);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glBindFramebuffer(GL_FRAMEBUFFER, _frameBuffer);
-    glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
-    for(GLenum const setting : {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS,
-                                GL_PACK_SWAP_BYTES, GL_PACK_LSB_FIRST})
-        glPixelStorei(setting, 0);
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, static_cast<GLsizei>(_width), static_cast<GLsizei>(_height), GL_RGB,
-                 GL_UNSIGNED_BYTE, pixels.data());
+    read_pixels(_width, _height, pixels.data());
     glPopClientAttrib();
     // OpenGL has the bottom row first.
     for(UInt32 y = 0; y < _height / 2; ++y)

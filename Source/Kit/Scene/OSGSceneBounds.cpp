@@ -1,8 +1,8 @@
 #include "OSGSceneBounds.h"
 
+#include "OSGFinite.h"
 #include "OSGGeometry.h"
 #include "OSGGeometryIterators.h"
-#include "OSGNavigationMath.h"
 #include "OSGNodeWalker.h"
 #include "OSGTransform.h"
 
@@ -10,7 +10,6 @@ namespace OSG
 {
 namespace
 {
-using NavigationMath::is_finite;
 
 bool has_finite_corners(BoxVolume const &box)
 {

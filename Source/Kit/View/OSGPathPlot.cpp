@@ -19,7 +19,6 @@ namespace OSG
 {
 namespace
 {
-using NavigationMath::is_finite;
 
 struct Segment
 {

@@ -5,6 +5,8 @@
 #include <initializer_list>
 #include <limits>
 
+#include "OSGFinite.h"
+
 namespace OSG
 {
 namespace
@@ -116,10 +118,5 @@ UInt32 checked_environment(UInt32 mode)
                : GLName::Modulate;
 }
 
-Matrix checked_transform(Matrix const &matrix)
-{
-    bool const isFinite = std::all_of(matrix.values(), matrix.values() + 16,
-                                      [](Real32 value) { return std::isfinite(value); });
-    return isFinite ? matrix : Matrix();
-}
+Matrix checked_transform(Matrix const &matrix) { return is_finite(matrix) ? matrix : Matrix(); }
 } // namespace OSG

@@ -6,9 +6,10 @@
 #include <tuple>
 
 #include "OSGDrawEpochs.h"
+#include "OSGFinite.h"
 #include "OSGLightSource.h"
+#include "OSGMirroring.h"
 #include "OSGOwnBox.h"
-#include "OSGSpaceTraits.h"
 
 namespace OSG
 {
@@ -190,7 +191,8 @@ void FrameCollector::finish(bool headlight)
         _listHeadlight = headlight;
         findSeen();
         _list.states = _cache.getStates().getStates();
-        _list.shapes = _cache.getShapes().getShapes();
+        if(_list.shapesNumber != _cache.getShapes().getNumber())
+            _list.shapes = _cache.getShapes().getShapes();
         _list.shapesNumber = _cache.getShapes().getNumber();
         makeLights(headlight);
         makeOpaque();

@@ -37,8 +37,6 @@ class OSG_STATE_API FrameCollector
     void pop();
 
     void finish(bool headlight);
-    /// The next list is made anew.
-    void forget() { _hasList = false; }
 
   private:
     /// A shape that was found for this view.

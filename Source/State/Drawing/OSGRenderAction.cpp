@@ -178,14 +178,10 @@ void RenderAction::collect(std::vector<Node *> const &roots)
     _collector->finish(_headlight);
 }
 
-ActionBase::ResultE RenderAction::start() { return Continue; }
-ActionBase::ResultE RenderAction::stop(ResultE result) { return result; }
-
 void RenderAction::cancel()
 {
     _recorder = nullptr;
     _cache.clear();
-    _collector->forget();
     _list = DrawList();
 }
 

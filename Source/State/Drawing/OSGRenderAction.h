@@ -81,8 +81,6 @@ class OSG_STATE_API RenderAction : public RenderActionBase
     RenderAction(RenderAction const &source);
     ~RenderAction() override;
 
-    ResultE start() override;
-    ResultE stop(ResultE result) override;
     void cancel() override;
 
     FunctorStore *getDefaultEnterFunctors() override;

@@ -201,22 +201,17 @@ bool SceneCache::recordPart(UInt32 entry, Walk const &walk)
     SceneRecorder recorder(_part, _shapes, _states);
     recorder.beginPart(_record, entry);
     walk(recorder, _record.entries[entry].node);
-    UInt32 const first = _record.entries[entry].starts.item;
-    std::vector<SceneRecord::Item> const items(_record.items.begin() + first,
-                                               _record.items.begin() + _record.endsOf(entry).item);
-    std::vector<SceneRecord::Entry> const entries(
-        _record.entries.begin() + entry, _record.entries.begin() + _record.entries[entry].end);
-    if(!_record.replace(entry, _part))
+    if(!_record.fits(entry, _part))
         return false;
-    UInt32 const end = first + static_cast<UInt32>(items.size());
+    _isSorted = _isSorted && _record.hasSameItems(entry, _part);
+    if(!_record.hasSameNodes(entry, _part))
+        _nodes.reset();
+    _record.replace(entry, _part);
+    UInt32 const first = _record.entries[entry].starts.item;
+    UInt32 const end = first + static_cast<UInt32>(_part.items.size());
     for(UInt32 item = first; item < end; ++item)
         _boxes.set(item, _record.boxes[item]);
     _boxes.update(first, end);
-    if(items != _part.items)
-        _isSorted = false;
-    if(!std::equal(entries.begin(), entries.end(), _part.entries.begin(),
-                   [](auto const &a, auto const &b) { return a.node == b.node; }))
-        _nodes.reset();
     ++_number;
     return true;
 }

@@ -2,16 +2,12 @@
 
 #include <algorithm>
 
+#include "OSGCountOf.h"
+
 namespace OSG
 {
 namespace
 {
-template <class T>
-UInt32 count_of(std::vector<T> const &list)
-{
-    return static_cast<UInt32>(list.size());
-}
-
 template <class T>
 void put(std::vector<T> &list, UInt32 first, std::vector<T> const &part)
 {
@@ -41,16 +37,31 @@ void SceneRecord::clear()
     opens.clear();
 }
 
-bool SceneRecord::replace(UInt32 entry, SceneRecord const &part)
+bool SceneRecord::fits(UInt32 entry, SceneRecord const &part) const
 {
     Starts const starts = entries[entry].starts;
-    Starts const ends = endsOf(entry);
     Starts const counts = part.ends();
-    if(count_of(part.entries) != entries[entry].end - entry ||
-       starts.item + counts.item != ends.item || starts.space + counts.space != ends.space ||
-       starts.scope + counts.scope != ends.scope || starts.light + counts.light != ends.light ||
-       starts.open + counts.open != ends.open)
-        return false;
+    Starts const wanted{starts.item + counts.item, starts.space + counts.space,
+                        starts.scope + counts.scope, starts.light + counts.light,
+                        starts.open + counts.open};
+    return count_of(part.entries) == entries[entry].end - entry && wanted == endsOf(entry);
+}
+
+bool SceneRecord::hasSameNodes(UInt32 entry, SceneRecord const &part) const
+{
+    return std::equal(part.entries.begin(), part.entries.end(), entries.begin() + entry,
+                      [](Entry const &a, Entry const &b) { return a.node == b.node; });
+}
+
+bool SceneRecord::hasSameItems(UInt32 entry, SceneRecord const &part) const
+{
+    return std::equal(part.items.begin(), part.items.end(),
+                      items.begin() + entries[entry].starts.item);
+}
+
+void SceneRecord::replace(UInt32 entry, SceneRecord const &part)
+{
+    Starts const starts = entries[entry].starts;
     put(entries, entry, part.entries);
     put(items, starts.item, part.items);
     put(boxes, starts.item, part.boxes);
@@ -58,6 +69,5 @@ bool SceneRecord::replace(UInt32 entry, SceneRecord const &part)
     put(scopes, starts.scope, part.scopes);
     put(lights, starts.light, part.lights);
     put(opens, starts.open, part.opens);
-    return true;
 }
 } // namespace OSG

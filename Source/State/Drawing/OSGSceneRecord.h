@@ -94,9 +94,13 @@ struct SceneRecord
     /// Where what is below the entry ends.
     Starts endsOf(UInt32 entry) const;
     void clear();
-    /// Puts `part`, which was recorded with the starts of `entry`, in the place of that entry and
-    /// of what is below it. False, and nothing changed, where a list of the part has another
-    /// length.
-    bool replace(UInt32 entry, SceneRecord const &part);
+    /// Whether the lists of `part`, which was recorded with the starts of `entry`, are as long as
+    /// what stands for that entry and what is below it.
+    bool fits(UInt32 entry, SceneRecord const &part) const;
+    /// Whether they hold the same nodes, or the same items. The part fits.
+    bool hasSameNodes(UInt32 entry, SceneRecord const &part) const;
+    bool hasSameItems(UInt32 entry, SceneRecord const &part) const;
+    /// Puts a part that fits in their place.
+    void replace(UInt32 entry, SceneRecord const &part);
 };
 } // namespace OSG

@@ -1,19 +1,12 @@
 #include "OSGSceneRecorder.h"
 
+#include "OSGCountOf.h"
+#include "OSGFinite.h"
+#include "OSGMirroring.h"
 #include "OSGOwnBox.h"
-#include "OSGSpaceTraits.h"
 
 namespace OSG
 {
-namespace
-{
-template <class T>
-UInt32 count_of(std::vector<T> const &list)
-{
-    return static_cast<UInt32>(list.size());
-}
-} // namespace
-
 void SceneRecorder::beginScene()
 {
     _record.clear();

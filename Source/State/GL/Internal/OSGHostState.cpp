@@ -152,16 +152,4 @@ HostState::~HostState()
     if(_version >= FirstWithClipControl)
         glClipControl(static_cast<GLenum>(_clipOrigin), static_cast<GLenum>(_clipDepth));
 }
-
-// The stacks of attributes put the settings back.
-void HostState::readPixels(UInt32 width, UInt32 height, UInt8 *pixels)
-{
-    glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
-    for(GLenum const store : {GL_PACK_SWAP_BYTES, GL_PACK_LSB_FIRST, GL_PACK_ROW_LENGTH,
-                              GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS})
-        glPixelStorei(store, 0);
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height), GL_RGB,
-                 GL_UNSIGNED_BYTE, pixels);
-}
 } // namespace OSG

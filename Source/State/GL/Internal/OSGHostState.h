@@ -25,10 +25,6 @@ class OSG_STATE_API HostState
     /// nothing can be drawn.
     bool isKept() const { return _isKept; }
 
-    /// Reads the colours of the frame buffer that is bound from its left bottom corner on, 3 bytes
-    /// a pixel, the bottom row first, rows without padding.
-    static void readPixels(UInt32 width, UInt32 height, UInt8 *pixels);
-
   private:
     struct Unit
     {

@@ -8,12 +8,6 @@ namespace OSG
 {
 namespace NavigationMath
 {
-bool is_finite(Matrix const &matrix)
-{
-    return is_finite(matrix[0]) && is_finite(matrix[1]) && is_finite(matrix[2]) &&
-           is_finite(matrix[3]);
-}
-
 Matrix rotation_about(Vec3f const &axis, Real32 angle)
 {
     Matrix rotation;

@@ -7,10 +7,10 @@
 /// not normalised but keeps its length. Its direction is mostly rounding error, and this way a step
 /// along it stays small.
 
-#include <cmath>
 #include <optional>
 
 #include "OSGContribTolvaniteApi.h"
+#include "OSGFinite.h"
 #include "OSGLine.h"
 #include "OSGMatrix.h"
 
@@ -18,17 +18,6 @@ namespace OSG
 {
 namespace NavigationMath
 {
-inline bool is_finite(Real32 value) { return std::isfinite(value); }
-template <class Tuple>
-bool is_finite(Tuple const &values)
-{
-    bool finite = true;
-    for(UInt32 i = 0; i < Tuple::Dimension; ++i)
-        finite = finite && std::isfinite(values[i]);
-    return finite;
-}
-OSG_CONTRIBTOLVANITE_API bool is_finite(Matrix const &matrix);
-
 /// Assigns `value` to `target` if it is finite.
 template <class Value>
 void assign_finite(Value &target, Value const &value)

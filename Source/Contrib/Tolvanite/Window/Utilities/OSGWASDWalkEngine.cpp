@@ -246,7 +246,7 @@ void WASDWalkEngine::vertical_move(Real32 step, Int16 x, Int16 y)
 WASDWalkEngine::MoveResult WASDWalkEngine::rotate_imp(Real32 yaw, Real32 pitch)
 {
     Pnt3f const at = WalkLook::turned(_pose.from(), _pose.at(), _pose.up(), yaw, pitch);
-    if(!NavigationMath::is_finite(at))
+    if(!is_finite(at))
         return boost::none;
     return std::pair<Pnt3f, Pnt3f>(_pose.from(), at);
 }

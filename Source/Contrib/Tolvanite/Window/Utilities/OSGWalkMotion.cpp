@@ -7,7 +7,6 @@
 
 namespace OSG
 {
-using NavigationMath::is_finite;
 using WalkBody::FrustumType;
 using PlaneType = SelectionFunctor::PlaneType;
 

@@ -454,7 +454,7 @@ TEST_F(Cad, ABallWithoutARadiusKeepsThePoseFinite)
         UnrecordedRefPtr<CadTrackballEngine> const odd(CadTrackballEngine::create(radius));
         odd->rotate(0, 0, 0.1f, 0.2f);
         odd->rotate(0.1f, 0.2f, 0, 0);
-        EXPECT_TRUE(NavigationMath::is_finite(odd->getMatrix())) << radius;
+        EXPECT_TRUE(is_finite(odd->getMatrix())) << radius;
     }
 }
 

@@ -201,10 +201,9 @@ TEST_P(AnyEngine, TakesAPoseOfThreeParts)
 
 bool is_finite_pose(UserNavigatorEngine &engine)
 {
-    return NavigationMath::is_finite(engine.getMatrix()) &&
-           NavigationMath::is_finite(engine.getFrom()) &&
-           NavigationMath::is_finite(engine.getAt()) && NavigationMath::is_finite(engine.getUp()) &&
-           NavigationMath::is_finite(engine.getDistance());
+    return is_finite(engine.getMatrix()) && is_finite(engine.getFrom()) &&
+           is_finite(engine.getAt()) && is_finite(engine.getUp()) &&
+           is_finite(engine.getDistance());
 }
 
 TEST_P(AnyEngine, PosesThatAreNotFiniteAreNotTaken)
@@ -295,7 +294,7 @@ TEST_P(AnyEngine, SurvivesSettingsThatAreNotFinite)
             EXPECT_TRUE(is_finite_pose(*engine)) << bad;
             view.navigator.setEngine(engine);
             view.navigator.updateCameraTransformation();
-            EXPECT_TRUE(NavigationMath::is_finite(view.beacon->getToWorld()));
+            EXPECT_TRUE(is_finite(view.beacon->getToWorld()));
         }
     }
 }

@@ -13,7 +13,6 @@ using namespace OSG::Test;
 
 namespace
 {
-using NavigationMath::is_finite;
 constexpr Int16 AllKeys[] = {1,   2,   33,  34,  35,  37,  38,  39,  40, 46,
                              'A', 'C', 'D', 'E', 'Q', 'S', 'W', 'X', 'Y'};
 

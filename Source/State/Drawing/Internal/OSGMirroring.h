@@ -1,8 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-
 #include "OSGMatrix.h"
 
 namespace OSG
@@ -15,11 +12,5 @@ inline bool is_mirrored(Matrix const &matrix)
                at(1, 0) * (at(0, 1) * at(2, 2) - at(2, 1) * at(0, 2)) +
                at(2, 0) * (at(0, 1) * at(1, 2) - at(1, 1) * at(0, 2)) <
            0;
-}
-
-inline bool is_finite(Matrix const &matrix)
-{
-    return std::all_of(matrix.values(), matrix.values() + 16,
-                       [](Real32 number) { return std::isfinite(number); });
 }
 } // namespace OSG
