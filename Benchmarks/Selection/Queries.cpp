@@ -47,7 +47,7 @@ Frustum box_volume(Pnt3f const &min, Pnt3f const &max)
 }
 
 // From the side and above, so that the scene fills most of the view.
-PickView view_of(BoxVolume const &box)
+WindowView view_of(BoxVolume const &box)
 {
     Pnt3f middle;
     box.getCenter(middle);
@@ -58,7 +58,7 @@ PickView view_of(BoxVolume const &box)
 
 std::vector<Frustum> in_view(BoxVolume const &box, UInt32 count, Real32 side)
 {
-    PickView const view = view_of(box);
+    WindowView const view = view_of(box);
     std::mt19937 random(3);
     std::uniform_real_distribution<Real32> pixel(250.f, 750.f);
     std::vector<Frustum> result;

@@ -14,12 +14,12 @@
 namespace
 {
 // The view of the window: an eye in front of the model's middle, 1280 by 720 pixels.
-OSG::PickView const View = {.from = {1.f, 1.7f, 12.f},
-                            .at = {0.f, 0.95f, 0.f},
-                            .up = {0.f, 1.f, 0.f},
-                            .fieldOfView = 30.f,
-                            .width = 1280,
-                            .height = 720};
+OSG::WindowView const View = {.from = {1.f, 1.7f, 12.f},
+                              .at = {0.f, 0.95f, 0.f},
+                              .up = {0.f, 1.f, 0.f},
+                              .fieldOfView = 30.f,
+                              .width = 1280,
+                              .height = 720};
 
 void print_hits(OSG::Node *scene, float x, float y)
 {

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "OSGMatrixUtility.h"
 #include "OSGViewDepths.h"
 
 namespace OSG
@@ -12,13 +11,13 @@ namespace OSG
 namespace
 {
 // The height of what the view shows at depth 1.
-Real64 height_at_one(PickView const &view)
+Real64 height_at_one(WindowView const &view)
 {
     return 2 * std::tan(view.fieldOfView * std::numbers::pi / 360);
 }
 
 // The corners of `area` at `depth`, counter-clockwise from the left bottom corner.
-void put_face(PickView const &view, PixelArea const &area, Matrix const &camera, Real64 depth,
+void put_face(WindowView const &view, PixelArea const &area, Matrix const &camera, Real64 depth,
               Pnt3f *corners)
 {
     Real64 const halfHeight = depth * height_at_one(view) / 2;
@@ -37,7 +36,7 @@ void put_face(PickView const &view, PixelArea const &area, Matrix const &camera,
 
 // The depth from which on the corners of a small area differ by enough units in the last place.
 // Corners that round to the same point would give planes in arbitrary directions.
-Real64 depth_of_distinct_corners(PickView const &view, Real32 radius)
+Real64 depth_of_distinct_corners(WindowView const &view, Real32 radius)
 {
     constexpr Real64 PixelsApart = 2;
     constexpr Real64 UnitsApart = 16;
@@ -66,21 +65,13 @@ PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, Real32 y1)
     return {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1), std::max(y0, y1)};
 }
 
-bool is_view(PickView const &view)
-{
-    Matrix camera;
-    return view.width > 0 && view.height > 0 && view.fieldOfView > 0 && view.fieldOfView < 180 &&
-           !MatrixLookAt(camera, view.from, view.at, view.up);
-}
-
-std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+std::optional<Frustum> pick_volume(WindowView const &view, PixelArea const &area,
                                    SceneBounds const &bounds, Real32 radius)
 {
     bool const isEmpty = bounds.box.isEmpty() && !bounds.holdsInfinite;
     if(!is_view(view) || !has_extent(area) || isEmpty || bounds.box.isInfinite())
         return std::nullopt;
-    Matrix camera;
-    MatrixLookAt(camera, view.from, view.at, view.up);
+    Matrix const camera = camera_of(view);
     ViewDepths const depths = depths_in_view(bounds, camera);
     if(!depths.isVisible() || !std::isfinite(depths.farSide))
         return std::nullopt;
@@ -93,7 +84,7 @@ std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
     return Frustum(corners);
 }
 
-std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+std::optional<Frustum> pick_volume(WindowView const &view, PixelArea const &area,
                                    BoxVolume const &bounds, Real32 radius)
 {
     return pick_volume(view, area, SceneBounds{bounds}, radius);

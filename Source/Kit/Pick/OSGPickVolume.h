@@ -8,19 +8,10 @@
 #include "OSGFrustum.h"
 #include "OSGSceneBounds.h"
 #include "OSGTolvaniteKitApi.h"
+#include "OSGWindowView.h"
 
 namespace OSG
 {
-/// A perspective view and the window that shows it.
-struct PickView
-{
-    Pnt3f from;           ///< the eye, in the coordinates of the scene's root
-    Pnt3f at;             ///< a point that appears in the middle of the window
-    Vec3f up;             ///< the direction that points upwards in the window
-    Real32 fieldOfView;   ///< vertical field of view in degrees, between 0 and 180
-    UInt32 width, height; ///< size of the window in pixels
-};
-
 /// A rectangle of a window in pixels, counted from the window's left top corner. x = 0 is the left
 /// edge of the window and x = width is its right edge. The rectangle may reach beyond the window.
 struct PixelArea
@@ -32,11 +23,6 @@ struct PixelArea
 OSG_TOLVANITEKIT_API PixelArea pixel_square(Real32 x, Real32 y, Real32 radius);
 /// The rectangle between two opposite corners, given in any order.
 OSG_TOLVANITEKIT_API PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, Real32 y1);
-
-/// False for a view that shows nothing: a window without pixels, a field of view outside 0 to 180
-/// degrees, `at` equal to `from`, `up` of length 0 or parallel to the view, or a number that is not
-/// finite.
-OSG_TOLVANITEKIT_API bool is_view(PickView const &view);
 
 /// The radius of a click in pixels if the caller gives none.
 inline constexpr Real32 DefaultPickRadius = 2;
@@ -50,11 +36,13 @@ inline constexpr Real32 DefaultPickRadius = 2;
 ///
 /// There is no value if the scene is empty or behind the eye, if the area has no extent, if the
 /// near side is not nearer than the far side, or if is_view is false for the view.
-OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(WindowView const &view,
+                                                        PixelArea const &area,
                                                         SceneBounds const &bounds,
                                                         Real32 radius = DefaultPickRadius);
 /// For a scene with these finite bounds. There is no value if they are infinite.
-OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(PickView const &view, PixelArea const &area,
+OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(WindowView const &view,
+                                                        PixelArea const &area,
                                                         BoxVolume const &bounds,
                                                         Real32 radius = DefaultPickRadius);
 } // namespace OSG

@@ -16,7 +16,7 @@ constexpr Real32 Nan = std::numeric_limits<Real32>::quiet_NaN();
 
 // Looks along -z from z = 10; a window twice as wide as high, 90 degrees: the window is 2 high and
 // 4 wide at depth 1.
-PickView straight_view() { return {{0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 90, 200, 100}; }
+WindowView straight_view() { return {{0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 90, 200, 100}; }
 BoxVolume unit_box() { return {{-1, -1, -1}, {1, 1, 1}}; }
 PixelArea whole_window() { return {0, 0, 200, 100}; }
 
@@ -68,7 +68,7 @@ TEST(PickVolume, ARectangleIsTheSameFromAnyCorner)
 
 TEST(PickVolume, FromWithinTheBoundsTheNearSideIsATenThousandthOfTheFarSide)
 {
-    PickView view = straight_view();
+    WindowView view = straight_view();
     view.from = Pnt3f(0, 0, 0.5f);
     auto const volume = pick_volume(view, whole_window(), unit_box());
     ASSERT_TRUE(volume);
@@ -80,7 +80,7 @@ TEST(PickVolume, FromWithinTheBoundsTheNearSideIsATenThousandthOfTheFarSide)
 TEST(PickVolume, TheNearSideIsNoSmallerThanTheNumbersCanCarry)
 {
     // At 4096 the numbers are 2^-11 apart; a pixel of this window is a fiftieth of the depth.
-    PickView view = straight_view();
+    WindowView view = straight_view();
     view.from = Pnt3f(4096, 0, 0.5f);
     view.at = Pnt3f(4096, 0, 0);
     BoxVolume const bounds(Pnt3f(4095, -1, -1), Pnt3f(4097, 1, 1));
@@ -99,7 +99,7 @@ TEST(PickVolume, TheNearSideIsNoSmallerThanTheNumbersCanCarry)
 
 TEST(PickVolume, WhereNearIsNotBeforeFarThereIsNone)
 {
-    PickView view = straight_view();
+    WindowView view = straight_view();
     view.from = Pnt3f(1e7f, 0, 0.5f);
     view.at = Pnt3f(1e7f, 0, -10);
     BoxVolume const bounds(Pnt3f(1e7f - 1, -1, -1), Pnt3f(1e7f + 1, 1, 1));
@@ -120,7 +120,7 @@ struct Shown
 {
     Real64 x, y, depth;
 };
-Shown show(PickView const &view, Pnt3f const &point)
+Shown show(WindowView const &view, Pnt3f const &point)
 {
     Vec3f back = view.from - view.at;
     back.normalize();
@@ -140,9 +140,9 @@ TEST(PickVolume, HoldsThePointsThatShowInTheArea)
     int inside = 0;
     for(int round = 0; round < 200; ++round)
     {
-        PickView const view = {random.point(-20, 20),   random.point(-1, 1),
-                               random.vector(),         random.real(20, 110),
-                               100 + random.below(900), 100 + random.below(900)};
+        WindowView const view = {random.point(-20, 20),   random.point(-1, 1),
+                                 random.vector(),         random.real(20, 110),
+                                 100 + random.below(900), 100 + random.below(900)};
         PixelArea const area = pixel_rectangle(
             random.real(0, Real32(view.width)), random.real(0, Real32(view.height)),
             random.real(0, Real32(view.width)), random.real(0, Real32(view.height)));
@@ -173,7 +173,7 @@ TEST(PickVolume, HoldsThePointsThatShowInTheArea)
 struct NoViewCase
 {
     char const *name;
-    PickView view;
+    WindowView view;
 };
 
 class NoView : public testing::TestWithParam<NoViewCase>
@@ -201,7 +201,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(PickVolume, WhatLiesBehindTheEyeIsNotPicked)
 {
-    PickView view = straight_view();
+    WindowView view = straight_view();
     view.at = Pnt3f(0, 0, 20);
     EXPECT_FALSE(pick_volume(view, whole_window(), unit_box()));
     // Its front just reaches the eye.

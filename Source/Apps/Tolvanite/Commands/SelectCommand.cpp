@@ -2,8 +2,8 @@
 #include <memory>
 #include <sstream>
 
-#include "NodePath.h"
 #include "OSGName.h"
+#include "OSGNodePath.h"
 #include "OSGShownText.h"
 #include "Operations.h"
 #include "SceneFile.h"
@@ -57,7 +57,7 @@ void print_selection(std::ostream &out, Selection const &selection, OSG::Node co
     for(SelectionFunctor::HitT const &hit : hits)
     {
         out << std::setw(14) << hit.distance << std::setw(10) << hit.index << std::setw(36)
-            << shown_place(hit) << node_path(root, hit.visitSubTreeNodes, hit.node);
+            << shown_place(hit) << OSG::node_path(root, hit.visitSubTreeNodes, hit.node);
         if(char const *const name = OSG::getName(hit.node))
             out << ' ' << OSG::shown_text(name);
         out << '\n';

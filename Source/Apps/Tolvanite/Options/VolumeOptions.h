@@ -65,7 +65,7 @@ class VolumeChoice
     void takeView(VolumeValues const &values, float radius);
 
     std::optional<OSG::Frustum> _solid; // set for a volume without a view
-    OSG::PickView _view{};
+    OSG::WindowView _view{};
     OSG::PixelArea _area{};
     float _radius = OSG::DefaultPickRadius;
 };

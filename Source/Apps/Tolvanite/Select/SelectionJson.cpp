@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "NodePath.h"
+#include "OSGNodePath.h"
 #include "ValueJson.h"
 
 namespace Tool
@@ -38,7 +38,9 @@ void write_place(JsonWriter &json, SelectionFunctor::HitT const &hit,
 void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit,
                std::optional<OSG::Pnt3f> const &eye, OSG::Node const *root)
 {
-    json.beginObject().member("node", node_path(root, hit.visitSubTreeNodes, hit.node)).key("name");
+    json.beginObject()
+        .member("node", OSG::node_path(root, hit.visitSubTreeNodes, hit.node))
+        .key("name");
     write_name(json, hit.node);
     json.member("index", hit.index).member("distance", hit.distance);
     write_place(json, hit, eye);
@@ -46,7 +48,7 @@ void write_hit(JsonWriter &json, SelectionFunctor::HitT const &hit,
     json.key("matrix");
     write_matrix(json, hit.matrix);
     json.key("visitSubTree").beginArray();
-    for(std::string const &path : visiting_paths(root, hit.visitSubTreeNodes))
+    for(std::string const &path : OSG::visiting_paths(root, hit.visitSubTreeNodes))
         json.value(path);
     json.endArray().endObject();
 }

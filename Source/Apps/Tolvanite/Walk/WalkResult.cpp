@@ -3,10 +3,10 @@
 #include <iomanip>
 #include <sstream>
 
-#include "NodePath.h"
 #include "NumberText.h"
 #include "OSGName.h"
 #include "OSGNode.h"
+#include "OSGNodePath.h"
 #include "OSGShownText.h"
 #include "ValueJson.h"
 
@@ -18,7 +18,7 @@ using OSG::WalkEvent;
 
 std::string path_of(OSG::WalkObstacle const &obstacle, OSG::Node const *scene)
 {
-    return node_path(scene, obstacle.visitSubTreeNodes, obstacle.node);
+    return OSG::node_path(scene, obstacle.visitSubTreeNodes, obstacle.node);
 }
 
 bool has_height(WalkEvent const &event)

@@ -29,7 +29,7 @@ Words operator+(Words words, Words const &more)
 
 Words const View = {"--from", "7.5,3.2,9.5", "--at", "0,1,0",  "--up",
                     "0,1,0",  "--fov",       "45",   "--size", "1280x720"};
-OSG::PickView const SameView = {{7.5f, 3.2f, 9.5f}, {0, 1, 0}, {0, 1, 0}, 45, 1280, 720};
+OSG::WindowView const SameView = {{7.5f, 3.2f, 9.5f}, {0, 1, 0}, {0, 1, 0}, 45, 1280, 720};
 
 Json select(Words const &words)
 {

@@ -102,8 +102,8 @@ TEST(ConstSizePixels, SelectionFindsItWhereItIsSeen)
     OSG_NEEDS_CONTEXT(context);
     Marker const marker(translation(2, 1, -3), Distance);
     Covered const covered(context, view, marker.root);
-    PickView const pickView{view.from,        view.at,           view.up,
-                            view.fieldOfView, MarkerView::Width, MarkerView::Height};
+    WindowView const pickView{view.from,        view.at,           view.up,
+                              view.fieldOfView, MarkerView::Width, MarkerView::Height};
     SceneBounds const bounds = bounds_of(marker.root);
     UnrecordedRefPtr<SelectionAction> const action(SelectionAction::create());
     SimpleSelectionFunctor functor(action, SelectionFunctor::SelectTriangles,
