@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -80,12 +81,8 @@ Primitives random_primitives(RandomNumbers &random, UInt32 count, Units const &u
 WindowView random_view(RandomNumbers &random, Units const &units)
 {
     Real32 const away = random.below(4) == 0 ? 4.f : 25.f;
-    WindowView view = {random.point(-away, away),
-                       random.point(-2, 2),
-                       random.vector(),
-                       random.real(20, 110),
-                       50 + random.below(900),
-                       50 + random.below(900)};
+    WindowView view = {random.point(-away, away), random.point(-2, 2),    random.vector(),
+                       random.real(20, 110),      50 + random.below(900), 50 + random.below(900)};
     for(UInt32 axis = 0; axis < 3; ++axis)
     {
         view.from[axis] = view.from[axis] * units.scale + units.moved;
@@ -282,7 +279,8 @@ TEST(PickSelector, EnclosedIsWhatHasAllItsVerticesInside)
                 auto const inside = [&](Real64 wider)
                 {
                     auto const &corners = scene.corners[i];
-                    return std::all_of(corners.begin(), corners.end(), [&](Pnt3d const &corner)
+                    return std::all_of(corners.begin(), corners.end(),
+                                       [&](Pnt3d const &corner)
                                        { return slow.inside({corner}, wider).has_value(); });
                 };
                 bool const isFound = found.contains(scene.nodes[i].get());
@@ -349,7 +347,8 @@ TEST(PickSelector, ALassoWithinOneTriangleHitsIt)
 TEST(PickSelector, ATriangleThatSpansAGapOfTheLassoIsEnclosed)
 {
     NodePtr const root = make_group({triangle_at({-4, 2, 0}, {4, 2, 0}, {0, -3, 0})});
-    Lasso const notched = {{50, 20}, {60, 20}, {100, 50}, {140, 20}, {150, 20}, {150, 90}, {50, 90}};
+    Lasso const notched = {{50, 20},  {60, 20},  {100, 50}, {140, 20},
+                           {150, 20}, {150, 90}, {50, 90}};
     PickSettings settings;
     settings.enclosed = true;
     EXPECT_EQ(picked(root, notched, settings).size(), 1u);
@@ -363,7 +362,8 @@ TEST(PickSelector, ATriangleWhollyInALassoHasNoNearestPoint)
     NodePtr const root = make_group({triangle_at({0, 0, 0}, {1, 0, -1}, {0, 1, -2})});
     PickSettings settings;
     settings.hits = SelectionFunctor::AllHits;
-    std::deque<HitT> const hits = picked(root, {{80, 20}, {130, 20}, {120, 70}, {80, 60}}, settings);
+    std::deque<HitT> const hits =
+        picked(root, {{80, 20}, {130, 20}, {120, 70}, {80, 60}}, settings);
     ASSERT_EQ(hits.size(), 2u);
     EXPECT_FALSE(hits[0].hasPoint);
     EXPECT_TRUE(hits[1].hasPoint);
@@ -409,6 +409,39 @@ TEST(PickSelector, ABoxEnclosesWhatLiesOnItsSides)
     settings.fast = false;
     settings.kinds = SelectionFunctor::SelectLines;
     EXPECT_EQ(selector.select(box, settings).size(), 0u);
+}
+
+TEST(PickSelector, EnclosedLooksAtAllKindsWhateverIsAsked)
+{
+    GeometryParts parts = {{TrianglesPrimitive, LinesPrimitive},
+                           {3, 2},
+                           {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}, {5, 0, 0}}};
+    NodePtr const root = make_group({make_node(make_geometry(parts))});
+    Lasso const small = {{90, 30}, {150, 30}, {130, 60}, {90, 60}};
+    Lasso const large = {{90, 30}, {160, 30}, {160, 60}, {90, 61}};
+    PickSettings settings;
+    EXPECT_EQ(picked(root, small, settings).size(), 1u);
+    settings.enclosed = true;
+    EXPECT_EQ(picked(root, small, settings).size(), 0u);
+    EXPECT_EQ(picked(root, large, settings).size(), 1u);
+    settings.kinds = SelectionFunctor::SelectPoints;
+    EXPECT_EQ(picked(root, large, settings).size(), 0u); // without a hit nothing is enclosed
+}
+
+TEST(PickSelector, AVertexThatIsNotFiniteIsOutside)
+{
+    Real32 const infinite = std::numeric_limits<Real32>::infinity();
+    GeometryParts parts = {{TrianglesPrimitive, PointsPrimitive},
+                           {3, 1},
+                           {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, infinite, 0}}};
+    Pnt3f const corners[8] = {{-9, -9, 9},  {9, -9, 9},  {9, 9, 9},  {-9, 9, 9},
+                              {-9, -9, -9}, {9, -9, -9}, {9, 9, -9}, {-9, 9, -9}};
+    NodePtr const root = make_group({make_node(make_geometry(parts))});
+    PickSelector selector(root);
+    PickSettings settings;
+    EXPECT_EQ(selector.select(PickRegion(Frustum(corners)), settings).size(), 1u);
+    settings.enclosed = true;
+    EXPECT_EQ(selector.select(PickRegion(Frustum(corners)), settings).size(), 0u);
 }
 
 TEST(PickSelector, WhatASectionCutsAwayDoesNotCountAsInside)
@@ -467,10 +500,10 @@ TEST(PickRegion, ARectangleGivenAsALassoIsTheRectangle)
     auto const wanted =
         PickRegion::ofRectangle(straight_view(), pixel_rectangle(90, 40, 110, 60), bounds);
     ASSERT_TRUE(wanted && wanted->isSolid());
-    for(Lasso const &lasso :
-        {Lasso{{90, 40}, {110, 40}, {110, 60}, {90, 60}}, Lasso{{110, 60}, {110, 40}, {90, 40}, {90, 60}},
-         Lasso{{100, 40}, {110, 40}, {110, 50}, {110, 60}, {90, 60}, {90, 40}},
-         Lasso{{90, 60}, {90, 60}, {90, 40}, {110, 40}, {110, 60}, {90, 60}}})
+    for(Lasso const &lasso : {Lasso{{90, 40}, {110, 40}, {110, 60}, {90, 60}},
+                              Lasso{{110, 60}, {110, 40}, {90, 40}, {90, 60}},
+                              Lasso{{100, 40}, {110, 40}, {110, 50}, {110, 60}, {90, 60}, {90, 40}},
+                              Lasso{{90, 60}, {90, 60}, {90, 40}, {110, 40}, {110, 60}, {90, 60}}})
     {
         auto const region = PickRegion::ofLasso(straight_view(), lasso, bounds);
         ASSERT_TRUE(region);

@@ -61,7 +61,8 @@ TEST(PixelPolygon, WhatItsLineGoesRoundTwiceIsOutside)
     EXPECT_FALSE(pentagram.contains({0, 80}));
     // Five tips of two edges each, and five edges of the pentagon between them.
     EXPECT_EQ(pentagram.getBoundary().getEdges().size(), 15u);
-    PixelPolygon const twoSquares(square(0, 30) + Points{{0, 0}} + square(10, 20) + Points{{10, 10}});
+    PixelPolygon const twoSquares(square(0, 30) + Points{{0, 0}} + square(10, 20) +
+                                  Points{{10, 10}});
     EXPECT_FALSE(twoSquares.contains({15, 15}));
     EXPECT_TRUE(twoSquares.contains({25, 5}));
 }
@@ -117,7 +118,8 @@ bool is_odd(Points const &points, PixelPoint const &point)
         Pnt2f const &a = points[i];
         Pnt2f const &b = points[(i + 1) % points.size()];
         if((a[1] > point.y) != (b[1] > point.y) &&
-           point.x < Real64(a[0]) + (point.y - a[1]) * (Real64(b[0]) - a[0]) / (Real64(b[1]) - a[1]))
+           point.x <
+               Real64(a[0]) + (point.y - a[1]) * (Real64(b[0]) - a[0]) / (Real64(b[1]) - a[1]))
             odd = !odd;
     }
     return odd;
@@ -214,7 +216,8 @@ TEST(PixelPolygon, TooManyCrossingsAreSaidAndHoldNothing)
         points.emplace_back(i % 2 == 0 ? 1101.f : -1.f, Real32(i));
     LogCapture log;
     EXPECT_TRUE(PixelPolygon(points).isEmpty());
-    EXPECT_EQ(log.count("PixelPolygon: a lasso of more than 1000000 crossings holds nothing\n"), 1u);
+    EXPECT_EQ(log.count("PixelPolygon: a lasso of more than 1000000 crossings holds nothing\n"),
+              1u);
 }
 } // namespace
 } // namespace OSG::Test

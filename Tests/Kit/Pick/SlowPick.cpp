@@ -76,7 +76,8 @@ std::vector<Trapezoid> trapezoids_of(std::vector<Pnt2f> const &lasso)
             if((corner(i)[1] > y) != (corner(i + 1)[1] > y))
                 crossed.push_back({xAt(i, top), xAt(i, bottom)});
         }
-        std::sort(crossed.begin(), crossed.end(), [](Crossed const &a, Crossed const &b)
+        std::sort(crossed.begin(), crossed.end(),
+                  [](Crossed const &a, Crossed const &b)
                   { return a.atTop + a.atBottom < b.atTop + b.atBottom; });
         for(std::size_t i = 0; i + 1 < crossed.size(); i += 2)
             trapezoids.push_back({top, bottom, crossed[i].atTop, crossed[i].atBottom,
@@ -127,8 +128,8 @@ std::optional<DepthsInside> SlowPick::inside(std::vector<Pnt3d> const &corners, 
     {
         // Along the lines, and between the sides: (bottom - y) and (y - top) blend their ends.
         Real64 const height = t.bottom - t.top;
-        auto const side = [&](std::vector<Pnt3d> const &polygon, Real64 top, Real64 bottom,
-                              Real64 sign)
+        auto const side =
+            [&](std::vector<Pnt3d> const &polygon, Real64 top, Real64 bottom, Real64 sign)
         {
             Real64 const slope = (bottom - top) / height;
             Real64 const length = std::sqrt(1 + slope * slope);

@@ -1,8 +1,8 @@
 #pragma once
 
 /// \file
-/// A slow, obvious pick to compare the Kit's with: primitives clipped in the window by the trapezoids
-/// of a lasso, in double precision.
+/// A slow, obvious pick to compare the Kit's with: primitives clipped in the window by the
+/// trapezoids of a lasso, in double precision.
 
 #include <optional>
 

@@ -122,9 +122,9 @@ TEST(SelectQueries, LassosEnclosuresAndViewsWithoutPerspectiveAreAnsweredToo)
     Words third = flatWords;
     third.insert(third.end(),
                  {"--lasso", "420,300,760,310,500,460.5", "--plane", "far", "--enclosed"});
-    Json const expected[] = {single(view_and({"--lasso", "420,300,760,310,500,460.5", "--hits",
-                                              "all", "--enclosed"})),
-                             single(second), single(third)};
+    Json const expected[] = {
+        single(view_and({"--lasso", "420,300,760,310,500,460.5", "--hits", "all", "--enclosed"})),
+        single(second), single(third)};
     for(std::size_t i = 0; i < 3; ++i)
         EXPECT_EQ(without(answers.lines[i], {"query", "seconds", "indexed"}), expected[i]) << i;
     EXPECT_GT(answers.lines[1]["count"], 0);
