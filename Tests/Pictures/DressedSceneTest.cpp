@@ -91,9 +91,9 @@ UnrecordedRefPtr<RenderAction> collected(Node *root, ViewSetup const &setup,
     SlowView const view = view_of(setup);
     Matrix4d toWorld;
     toWorld.invertFrom(view.viewing);
-    action->editDrawEnv().setView(Matrix(toWorld), view.viewing, Matrix(view.projection),
-                                  {0, static_cast<Int32>(setup.width) - 1, 0,
-                                   static_cast<Int32>(setup.height) - 1});
+    action->editDrawEnv().setView(
+        Matrix(toWorld), view.viewing, Matrix(view.projection),
+        {0, static_cast<Int32>(setup.width) - 1, 0, static_cast<Int32>(setup.height) - 1});
     action->editAppearances() = table;
     action->apply(root);
     return action;

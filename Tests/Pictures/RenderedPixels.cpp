@@ -50,6 +50,7 @@ void draw_view(Node *root, ViewSetup const &setup, AppearanceTable const &table)
     UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
     action->setHeadlight(setup.headlight);
     action->editAppearances() = table;
+    action->editDrawEnv().setSections(setup.sections);
     viewport->render(action);
 }
 } // namespace

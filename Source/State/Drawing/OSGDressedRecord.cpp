@@ -64,8 +64,7 @@ class DressedRecord::Sweep
         {
             leaveBefore(mark.entry);
             advanceTo(mark.entry);
-            _open.push_back(
-                {_record.entries[mark.entry].end, appearance().with(mark.appearance)});
+            _open.push_back({_record.entries[mark.entry].end, appearance().with(mark.appearance)});
         }
         UInt32 const end = count_of(_record.entries);
         leaveBefore(end);
@@ -100,8 +99,8 @@ class DressedRecord::Sweep
             for(UInt32 item = startsOf(_entry).item; item < end.item; ++item)
                 take(item, isDrawn);
         }
-        std::fill(_result._opens.begin() + startsOf(_entry).open,
-                  _result._opens.begin() + end.open, appearance());
+        std::fill(_result._opens.begin() + startsOf(_entry).open, _result._opens.begin() + end.open,
+                  appearance());
         _entry = entry;
     }
 
@@ -115,9 +114,9 @@ class DressedRecord::Sweep
         _result._taken.resize((_record.items.size() + 63) / 64, 0);
         _result._taken[item / 64] |= UInt64(1) << item % 64;
         if(isDrawn)
-            _result._items.push_back({item, _states.numberOf(appearance().material,
-                                                             _states.overridingOf(
-                                                                 _record.items[item].state))});
+            _result._items.push_back(
+                {item, _states.numberOf(appearance().material,
+                                        _states.overridingOf(_record.items[item].state))});
     }
 
     SceneRecord const &_record;

@@ -63,8 +63,15 @@ void FrameCollector::begin(AppearanceTable const &appearances)
     _viewing = env.getExactViewing();
     Matrix4d const projection(env.getCameraProjection());
     _worldPlanes = ViewPlanes(projection * _viewing);
-    _worldPlanes.setReach(_cache.getBoxes().getReach());
     _eyePlanes = ViewPlanes(projection);
+    for(Plane const &plane : env.getSections())
+    {
+        Vec3f const &normal = plane.getNormal();
+        _worldPlanes.add({normal[0], normal[1], normal[2], -plane.getDistanceFromOrigin()});
+    }
+    for(Vector<Real64, 4> const &plane : env.getSectionsInEye())
+        _eyePlanes.add(plane);
+    _worldPlanes.setReach(_cache.getBoxes().getReach());
     _isMirrored = is_mirrored(env.getCameraViewing());
     _found.clear();
     _foundSpaces.clear();
@@ -202,7 +209,7 @@ bool FrameCollector::isAsBefore(bool headlight) const
     DrawEnv const &env = _partition.getDrawEnv();
     return _hasList && _found.empty() && _listHeadlight == headlight &&
            _cacheNumber == _cache.getNumber() && _listViewing == env.getExactViewing() &&
-           _listProjection == env.getCameraProjection();
+           _listProjection == env.getCameraProjection() && _listSections == env.getSections();
 }
 
 void FrameCollector::finish(bool headlight)
@@ -223,6 +230,7 @@ void FrameCollector::finish(bool headlight)
         _cacheNumber = _cache.getNumber();
         _listViewing = _partition.getDrawEnv().getExactViewing();
         _listProjection = _partition.getDrawEnv().getCameraProjection();
+        _listSections = _partition.getDrawEnv().getSections();
         _hasList = _found.empty();
     }
     else if(!_cache.getRecord().lights.empty())

@@ -152,5 +152,6 @@ class OSG_STATE_API FrameCollector
     UInt64 _cacheNumber = 0;
     Matrix4d _listViewing;
     Matrix _listProjection;
+    std::vector<Plane> _listSections;
 };
 } // namespace OSG

@@ -53,6 +53,7 @@ RenderAction::RenderAction(RenderAction const &source)
     , _headlight(source._headlight)
 {
     _appearances = source._appearances;
+    editDrawEnv().setSections(source.getDrawEnv().getSections());
 }
 
 RenderAction::~RenderAction() = default;
