@@ -77,8 +77,8 @@ WindowView fit_perspective(WindowView const &view, ViewFrame const &frame, SeenC
     Real64 const slopeAcross = slope * view.width / view.height;
     Stand const across = stand_for(seen, 0, slopeAcross);
     Stand const upwards = stand_for(seen, 1, slope);
-    Real64 const distance = std::max({across.nearest(slopeAcross), upwards.nearest(slope),
-                                      half_extent(seen, 2) * BeforeTheBox});
+    Real64 const distance = std::max(
+        {across.nearest(slopeAcross), upwards.nearest(slope), half_extent(seen, 2) * BeforeTheBox});
     Pnt3d const target =
         seen.middle + frame.axes.right * across.beside() + frame.axes.up * upwards.beside();
     return anchored_view(view, frame.axes.back * distance, view.up,
@@ -108,8 +108,8 @@ WindowView fit_orthographic(WindowView const &view, ViewFrame const &frame, Seen
 WindowView fit(WindowView const &view, BoxVolume const &box, Real32 margin)
 {
     std::optional<ViewFrame> const frame = frame_of(view);
-    bool const hasBox = !box.isEmpty() && !box.isInfinite() && is_finite(box.getMin()) &&
-                        is_finite(box.getMax());
+    bool const hasBox =
+        !box.isEmpty() && !box.isInfinite() && is_finite(box.getMin()) && is_finite(box.getMax());
     if(!frame || !hasBox || !(margin >= 0 && margin < 0.5f))
         return view;
     SeenCorners const seen = corners_of(box, frame->axes);

@@ -114,8 +114,8 @@ WindowView zoom_window(WindowView const &view, Pnt2f const &corner, Pnt2f const 
     std::optional<Pnt3f> const middle = point_under(view, corner + size * 0.5f, asDeepAs);
     if(size[0] == 0 || size[1] == 0 || !middle)
         return view;
-    Real64 const factor = std::max(std::abs(Real64(size[0])) / view.width,
-                                   std::abs(Real64(size[1])) / view.height);
+    Real64 const factor =
+        std::max(std::abs(Real64(size[0])) / view.width, std::abs(Real64(size[1])) / view.height);
     Real64 const depth = frame->placeOf(wide(asDeepAs)).depth;
     return scaled_view(view, *frame, middle_anchor(view, wide(*middle), depth), factor);
 }

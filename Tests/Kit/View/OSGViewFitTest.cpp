@@ -49,7 +49,8 @@ TEST_P(ViewFit, TheBoxTouchesTheMarginOfTwoEdgesAndPassesNone)
     {
         WindowView const view = random_view(random, GetParam());
         Pnt3f const a = random.point(-50, 50);
-        BoxVolume const box(a, a + Vec3f(random.real(0, 9), random.real(0, 9), random.real(0.1f, 9)));
+        BoxVolume const box(a,
+                            a + Vec3f(random.real(0, 9), random.real(0, 9), random.real(0.1f, 9)));
         Real32 const margin = random.real(0, 0.3f);
         WindowView const fitted = fit(view, box, margin);
         Shown const shown = show(fitted, box);
@@ -61,12 +62,14 @@ TEST_P(ViewFit, TheBoxTouchesTheMarginOfTwoEdgesAndPassesNone)
         bool const upwards =
             std::abs(shown.top - margin) < 1e-3 && std::abs(1 - shown.bottom - margin) < 1e-3;
         EXPECT_TRUE(across || upwards) << round;
-        EXPECT_LT((unit_wide(Vec3d(fitted.from[0] - Real64(fitted.at[0]), fitted.from[1] - Real64(fitted.at[1]),
-                                   fitted.from[2] - Real64(fitted.at[2]))) -
-                   unit_wide(Vec3d(view.from[0] - Real64(view.at[0]), view.from[1] - Real64(view.at[1]),
-                                   view.from[2] - Real64(view.at[2]))))
-                      .length(),
-                  1e-4);
+        EXPECT_LT(
+            (unit_wide(Vec3d(fitted.from[0] - Real64(fitted.at[0]),
+                             fitted.from[1] - Real64(fitted.at[1]),
+                             fitted.from[2] - Real64(fitted.at[2]))) -
+             unit_wide(Vec3d(view.from[0] - Real64(view.at[0]), view.from[1] - Real64(view.at[1]),
+                             view.from[2] - Real64(view.at[2]))))
+                .length(),
+            1e-4);
         EXPECT_EQ(fitted.up, view.up);
         EXPECT_EQ(fitted.width, view.width);
     }

@@ -43,9 +43,8 @@ INSTANTIATE_TEST_SUITE_P(Projections, ViewMoves, testing::Bool(),
 
 Vec3d direction_of(WindowView const &view)
 {
-    return unit_wide(
-        Vec3d(view.from[0], view.from[1], view.from[2]) -
-        Vec3d(view.at[0], view.at[1], view.at[2]));
+    return unit_wide(Vec3d(view.from[0], view.from[1], view.from[2]) -
+                     Vec3d(view.at[0], view.at[1], view.at[2]));
 }
 
 TEST_P(ViewMoves, APixelIsWhereTheFullMatrixHasIt)
@@ -132,7 +131,8 @@ TEST_P(ViewMoves, FarFromTheOriginThePointIsKeptWithinTheUnitsOfTheNumbers)
             Real64 const pixel = heightAt(v, p) / v.height;
             Real64 const unit = 0.0625; // in the last place at 1e6
             // Half a unit along each of three axes, and what it does to the depth.
-            ASSERT_LT(pixels_apart(slow_pixel(v, p), cursor[0], cursor[1]), 2 * unit / pixel + Thousandth)
+            ASSERT_LT(pixels_apart(slow_pixel(v, p), cursor[0], cursor[1]),
+                      2 * unit / pixel + Thousandth)
                 << step;
         }
         EXPECT_LT((direction_of(v) - direction).length(), isOrthographic() ? 1e-6 : 0.02);

@@ -67,8 +67,8 @@ ViewAnchor middle_anchor(WindowView const &view, Pnt3d const &point, Real64 dept
 ///
 /// The numbers of a view are in single precision. The offset is therefore rounded first, along each
 /// axis to multiples of the unit in the last place that the eye and `at` have there, and the eye is
-/// computed for the direction that the rounded offset has. What is left of the error is the rounding
-/// of the eye: about half of that unit along each axis.
+/// computed for the direction that the rounded offset has. What is left of the error is the
+/// rounding of the eye: about half of that unit along each axis.
 ///
 /// No value where the result would not be a view.
 std::optional<WindowView> anchored_view(WindowView const &view, Vec3d const &offset,
