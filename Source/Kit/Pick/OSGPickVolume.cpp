@@ -2,25 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-
-#include "OSGViewDepths.h"
 
 namespace OSG
 {
 namespace
 {
-// The height of what the view shows at depth 1.
-Real64 height_at_one(WindowView const &view)
-{
-    return 2 * std::tan(view.fieldOfView * std::numbers::pi / 360);
-}
-
 // The corners of `area` at `depth`, counter-clockwise from the left bottom corner.
 void put_face(WindowView const &view, PixelArea const &area, Matrix const &camera, Real64 depth,
               Pnt3f *corners)
 {
-    Real64 const halfHeight = depth * height_at_one(view) / 2;
+    Real64 const halfHeight = shown_height(view, depth) / 2;
     Real64 const pixel = 2 * halfHeight / view.height;
     Real64 const halfWidth = pixel * view.width / 2;
     Real32 const left = static_cast<Real32>(area.left * pixel - halfWidth);
@@ -45,7 +36,7 @@ Real64 depth_of_distinct_corners(WindowView const &view, Real32 radius)
         largest = std::max(largest, std::abs(view.from[axis]));
     Real64 const unit = Real64(std::nextafter(largest, INFINITY)) - largest;
     Real64 const pixels = std::min<Real64>(radius, PixelsApart);
-    return UnitsApart * unit / (pixels * height_at_one(view) / view.height);
+    return UnitsApart * unit / (pixels * shown_height(view, 1) / view.height);
 }
 
 bool has_extent(PixelArea const &area)
@@ -65,22 +56,32 @@ PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, Real32 y1)
     return {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1), std::max(y0, y1)};
 }
 
+std::optional<ViewDepths> pick_depths(WindowView const &view, SceneBounds const &bounds,
+                                      Real32 radius)
+{
+    bool const isEmpty = bounds.box.isEmpty() && !bounds.holdsInfinite;
+    if(!is_view(view) || isEmpty || bounds.box.isInfinite())
+        return std::nullopt;
+    ViewDepths depths = depths_in_view(bounds, camera_of(view));
+    if(!depths.isVisible() || !std::isfinite(depths.farSide))
+        return std::nullopt;
+    if(!view.orthographicHeight) // else corners are as far apart at each depth
+        depths.nearSide = std::max(depths.nearSide, depth_of_distinct_corners(view, radius));
+    if(!(depths.nearSide < depths.farSide))
+        return std::nullopt;
+    return depths;
+}
+
 std::optional<Frustum> pick_volume(WindowView const &view, PixelArea const &area,
                                    SceneBounds const &bounds, Real32 radius)
 {
-    bool const isEmpty = bounds.box.isEmpty() && !bounds.holdsInfinite;
-    if(!is_view(view) || !has_extent(area) || isEmpty || bounds.box.isInfinite())
+    std::optional<ViewDepths> const depths = pick_depths(view, bounds, radius);
+    if(!depths || !has_extent(area))
         return std::nullopt;
     Matrix const camera = camera_of(view);
-    ViewDepths const depths = depths_in_view(bounds, camera);
-    if(!depths.isVisible() || !std::isfinite(depths.farSide))
-        return std::nullopt;
-    Real64 const nearSide = std::max(depths.nearSide, depth_of_distinct_corners(view, radius));
-    if(!(nearSide < depths.farSide))
-        return std::nullopt;
     Pnt3f corners[8];
-    put_face(view, area, camera, nearSide, corners);
-    put_face(view, area, camera, depths.farSide, corners + 4);
+    put_face(view, area, camera, depths->nearSide, corners);
+    put_face(view, area, camera, depths->farSide, corners + 4);
     return Frustum(corners);
 }
 

@@ -1,13 +1,14 @@
 #pragma once
 
 /// \file
-/// The volumes that belong to a click or a rubber band in a perspective view.
+/// The volumes that belong to a click or a rubber band in a view.
 
 #include <optional>
 
 #include "OSGFrustum.h"
 #include "OSGSceneBounds.h"
 #include "OSGTolvaniteKitApi.h"
+#include "OSGViewDepths.h"
 #include "OSGWindowView.h"
 
 namespace OSG
@@ -27,15 +28,20 @@ OSG_TOLVANITEKIT_API PixelArea pixel_rectangle(Real32 x0, Real32 y0, Real32 x1, 
 /// The radius of a click in pixels if the caller gives none.
 inline constexpr Real32 DefaultPickRadius = 2;
 
-/// The solid that `area` covers in the view, from the front to the back of `bounds`, in the
-/// coordinates of the eye and the bounds.
+/// The depths between which a view picks.
 ///
-/// Its sides lie where depths_in_view puts them (OSGViewDepths.h), but the near side not before the
-/// depth at which two pixels, or `radius` where that is less, are 16 units in the last place of the
-/// eye's largest coordinate. Nearer than that, corners a pixel apart would round to one point.
+/// They are those of depths_in_view (OSGViewDepths.h), but the near side is not before the depth at
+/// which two pixels, or `radius` where that is less, are 16 units in the last place of the eye's
+/// largest coordinate. Nearer than that, corners a pixel apart would round to one point. A view
+/// without perspective does without this bound, because its pixels have one size.
 ///
-/// There is no value if the scene is empty or behind the eye, if the area has no extent, if the
-/// near side is not nearer than the far side, or if is_view is false for the view.
+/// There is no value if the scene is empty or behind the eye, if the near side is not nearer than
+/// the far side, or if is_view is false for the view.
+OSG_TOLVANITEKIT_API std::optional<ViewDepths>
+pick_depths(WindowView const &view, SceneBounds const &bounds, Real32 radius = DefaultPickRadius);
+
+/// The solid that `area` covers in the view between pick_depths, in the coordinates of the eye and
+/// the bounds. There is no value where there are no depths, or if the area has no extent.
 OSG_TOLVANITEKIT_API std::optional<Frustum> pick_volume(WindowView const &view,
                                                         PixelArea const &area,
                                                         SceneBounds const &bounds,

@@ -1,5 +1,8 @@
 #include "OSGWindowView.h"
 
+#include <cmath>
+#include <numbers>
+
 #include "OSGFinite.h"
 #include "OSGMatrixUtility.h"
 
@@ -28,5 +31,12 @@ Matrix camera_of(WindowView const &view)
     if(is_view(view))
         MatrixLookAt(camera, view.from, view.at, view.up);
     return camera;
+}
+
+Real64 shown_height(WindowView const &view, Real64 depth)
+{
+    if(view.orthographicHeight)
+        return *view.orthographicHeight;
+    return depth * 2 * std::tan(view.fieldOfView * std::numbers::pi / 360);
 }
 } // namespace OSG

@@ -34,4 +34,8 @@ OSG_TOLVANITEKIT_API bool is_view(WindowView const &view);
 /// From the camera's space to that of the scene's root: the eye is the origin, the view looks along
 /// -z, and +y points upwards in the window. The identity where is_view is false.
 OSG_TOLVANITEKIT_API Matrix camera_of(WindowView const &view);
+
+/// The units from the bottom to the top of the window, of what lies at `depth` in a view. Without
+/// perspective it is the same at each depth.
+OSG_TOLVANITEKIT_API Real64 shown_height(WindowView const &view, Real64 depth);
 } // namespace OSG

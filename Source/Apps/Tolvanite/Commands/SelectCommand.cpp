@@ -82,6 +82,7 @@ Scene scene_after_operations(SelectOptions const &options, OperationsResult &ope
 int run_single(SelectOptions const &options, Streams streams)
 {
     VolumeChoice const volume(values_of(options.volume));
+    volume.checkPlane(options.settings.plane);
     OperationsResult operations;
     Scene const scene = scene_after_operations(options, operations, streams);
     if(scene.root == nullptr)

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <vector>
 
 namespace Tool
 {
@@ -36,6 +35,16 @@ bool parse_numbers(std::string const &text, std::span<float> numbers)
             return false;
     }
     std::copy(read.begin(), read.end(), numbers.begin());
+    return true;
+}
+
+bool parse_number_list(std::string const &text, std::vector<float> &numbers)
+{
+    auto const commas = std::count(text.begin(), text.end(), ',');
+    std::vector<float> read(static_cast<std::size_t>(commas) + 1);
+    if(!parse_numbers(text, read))
+        return false;
+    numbers.swap(read);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 namespace Tool
 {
@@ -26,4 +27,6 @@ bool parse_triple(std::string const &text, Triple &result);
 bool parse_pair(std::string const &text, char separator, Pair &result);
 /// Reads as many finite numbers, separated by commas, as `numbers` has elements.
 bool parse_numbers(std::string const &text, std::span<float> numbers);
+/// Reads finite numbers, separated by commas, until the text ends.
+bool parse_number_list(std::string const &text, std::vector<float> &numbers);
 } // namespace Tool

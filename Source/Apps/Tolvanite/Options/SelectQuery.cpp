@@ -17,6 +17,7 @@ enum class Form
 {
     Number,
     Numbers, // a list
+    Pairs,   // a list of an even count of numbers
     Point,   // a list of three numbers
     Points,  // a list of such lists
     Text,
@@ -37,14 +38,17 @@ constexpr Key Keys[] = {{"corners", Form::Points, 8, "a list of eight points"},
                         {"at", Form::Point, 3, "a list of three numbers"},
                         {"up", Form::Point, 3, "a list of three numbers"},
                         {"fov", Form::Number, 1, "a number"},
+                        {"ortho", Form::Number, 1, "a number"},
                         {"size", Form::Numbers, 2, "a list of two whole numbers from 1"},
                         {"pixel", Form::Numbers, 2, "a list of two numbers"},
                         {"rect", Form::Numbers, 4, "a list of four numbers"},
+                        {"lasso", Form::Pairs, 0, "a list of numbers"},
                         {"radius", Form::Number, 1, "a number"},
                         {"kinds", Form::Text, 1, "a string"},
                         {"plane", Form::Text, 1, "a string"},
                         {"hits", Form::Text, 1, "a string"},
-                        {"fast", Form::Truth, 1, "true or false"}};
+                        {"fast", Form::Truth, 1, "true or false"},
+                        {"enclosed", Form::Truth, 1, "true or false"}};
 constexpr std::size_t NumKeys = std::size(Keys);
 constexpr std::size_t MostNumbers = 24; // of the eight corners
 
@@ -148,11 +152,14 @@ bool QueryReader::start_array(std::size_t)
 {
     bool const isPoints = _key != nullptr && _key->form == Form::Points;
     bool const isList =
-        isPoints || (_key != nullptr && (_key->form == Form::Point || _key->form == Form::Numbers));
+        isPoints || (_key != nullptr && (_key->form == Form::Point || _key->form == Form::Numbers ||
+                                         _key->form == Form::Pairs));
     if(!isList || _depth == (isPoints ? 2u : 1u))
         refuseValue();
     ++_depth;
     _place = 0;
+    if(_key->form == Form::Pairs)
+        _query.volume.lasso.emplace();
     return true;
 }
 
@@ -171,10 +178,16 @@ bool QueryReader::take(float rounded, double number)
     bool const isInPlace = _key != nullptr && (_key->form == Form::Number   ? _depth == 0
                                                : _key->form == Form::Points ? _depth == 2
                                                                             : _depth == 1);
-    if(!isInPlace || _count == MostNumbers)
+    bool const isPairs = isInPlace && _key->form == Form::Pairs;
+    if(!isInPlace || (!isPairs && _count == MostNumbers))
         refuseValue();
     if(!std::isfinite(rounded))
         refuseNumber();
+    if(isPairs)
+    {
+        _query.volume.lasso->push_back(rounded);
+        return true;
+    }
     _numbers[_count] = rounded;
     _wide[_count++] = number;
     ++_place;
@@ -204,6 +217,12 @@ std::array<OSG::Pnt3f, N> QueryReader::points() const
 
 void QueryReader::finishNumbers()
 {
+    if(_key->form == Form::Pairs)
+    {
+        if(_query.volume.lasso->empty())
+            refuseValue();
+        return;
+    }
     if(_count != (_key->form == Form::Points ? 3 * _key->count : _key->count))
         refuseValue();
     VolumeValues &volume = _query.volume;
@@ -220,6 +239,8 @@ void QueryReader::finishNumbers()
         volume.up = point_at(_numbers);
     else if(name == "fov")
         volume.fieldOfView = _numbers[0];
+    else if(name == "ortho")
+        volume.orthographicHeight = _numbers[0];
     else if(name == "size")
         volume.size = {_wide[0], _wide[1]};
     else if(name == "pixel")
@@ -245,7 +266,7 @@ bool QueryReader::string(std::string &text)
 bool QueryReader::boolean(bool truth)
 {
     expect(Form::Truth);
-    _query.settings.fast = truth;
+    (_key->name == "fast" ? _query.settings.fast : _query.settings.enclosed) = truth;
     return true;
 }
 } // namespace

@@ -79,5 +79,7 @@ void add_selection_options(CLI::App &command, SelectionSettings &settings)
         ->default_str("front");
     command.add_flag("--fast", settings.fast,
                      "Only which nodes are hit, without places and distances");
+    command.add_flag("--enclosed", settings.enclosed,
+                     "Only nodes whose own vertices all lie inside");
 }
 } // namespace Tool

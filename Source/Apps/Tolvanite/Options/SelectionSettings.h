@@ -4,20 +4,13 @@
 
 #include <CLI/CLI.hpp>
 
-#include "OSGSelectionFunctor.h"
+#include "OSGPickSelector.h"
 
 namespace Tool
 {
-/// What a selection looks for in its volume.
-struct SelectionSettings
-{
-    OSG::UInt32 kinds = OSG::SelectionFunctor::SelectTriangles;
-    OSG::SelectionFunctor::PlaneType plane = OSG::SelectionFunctor::NearPlane;
-    OSG::SelectionFunctor::HitType hits = OSG::SelectionFunctor::FrontHits;
-    bool fast = false;
-};
+using SelectionSettings = OSG::PickSettings;
 
-/// Adds --kinds, --plane, --hits and --fast.
+/// Adds --kinds, --plane, --hits, --fast and --enclosed.
 void add_selection_options(CLI::App &command, SelectionSettings &settings);
 
 /// Each function sets one setting by the word of its option, and raises CLI::ParseError, with the

@@ -2,9 +2,11 @@
 
 #include <cmath>
 #include <limits>
+#include <span>
 #include <sstream>
 
 #include "Arguments.h"
+#include "OSGPictureView.h"
 
 namespace Tool
 {
@@ -83,19 +85,19 @@ void check_parts(VolumeValues const &values)
     Given const from = {"--from", values.from.has_value()};
     Given const parts[] = {{"--at", values.at.has_value()},
                            {"--up", values.up.has_value()},
-                           {"--fov", values.fieldOfView.has_value()},
                            {"--size", values.size.has_value()}};
     for(Given const &part : parts)
-    {
         if(from.isThere && !part.isThere)
             throw CLI::RequiresError(from.name, part.name);
-        if(part.isThere && !from.isThere)
-            throw CLI::RequiresError(part.name, from.name);
-    }
-    if(values.pixel && !from.isThere)
-        throw CLI::RequiresError("--pixel", from.name);
-    if(values.rectangle && !from.isThere)
-        throw CLI::RequiresError("--rect", from.name);
+    Given const choices[] = {{"--fov", values.fieldOfView.has_value()},
+                             {"--ortho", values.orthographicHeight.has_value()},
+                             {"--pixel", values.pixel.has_value()},
+                             {"--rect", values.rectangle.has_value()},
+                             {"--lasso", values.lasso.has_value()}};
+    for(auto const &given : {std::span<Given const>(parts), std::span<Given const>(choices)})
+        for(Given const &part : given)
+            if(part.isThere && !from.isThere)
+                throw CLI::RequiresError(part.name, from.name);
     if(values.radius && !values.pixel)
         throw CLI::RequiresError("--radius", "--pixel");
 }
@@ -110,10 +112,16 @@ void check_choice(VolumeValues const &values)
         throw CLI::ExcludesError("--from", "--box");
     if(values.rectangle && values.pixel)
         throw CLI::ExcludesError("--rect", "--pixel");
+    if(values.lasso && (values.pixel || values.rectangle))
+        throw CLI::ExcludesError("--lasso", values.pixel ? "--pixel" : "--rect");
+    if(values.orthographicHeight && values.fieldOfView)
+        throw CLI::ExcludesError("--ortho", "--fov");
     if(!values.corners && !values.box && !values.from)
         refuse("VOLUME", "--corners, --box or --from is required");
-    if(values.from && !values.pixel && !values.rectangle)
-        refuse("VOLUME", "--from requires --pixel or --rect");
+    if(values.from && !values.fieldOfView && !values.orthographicHeight)
+        refuse("VOLUME", "--from requires --fov or --ortho");
+    if(values.from && !values.pixel && !values.rectangle && !values.lasso)
+        refuse("VOLUME", "--from requires --pixel, --rect or --lasso");
 }
 
 bool is_size(double number)
@@ -145,22 +153,30 @@ void add_volume_options(CLI::App &command, VolumeOptions &options, CLI::Option *
         command.add_option("--up", options.up, "Direction that is upwards in the view");
     auto *const angle =
         command.add_option("--fov", options.fieldOfView, "Vertical angle of the view in degrees");
+    auto *const height = command.add_option(
+        "--ortho", options.orthographicHeight,
+        "Units from bottom to top of a view without perspective, in place of --fov");
     auto *const size =
         command.add_option("--size", options.size, "Size of the view in pixels, WxH");
     auto *const pixel = command.add_option("--pixel", options.pixel, "Pixel X,Y to pick at");
     auto *const rectangle =
         command.add_option("--rect", options.rectangle, "Rectangle X0,Y0,X1,Y1 to pick in");
+    auto *const lasso =
+        command.add_option("--lasso", options.lasso, "Polygon X0,Y0,X1,Y1,... to pick in");
     command.add_option("--radius", options.radius, "Pixels to add on each side of the pixel")
         ->default_str(shown(OSG::DefaultPickRadius));
     from->excludes(corners)->excludes(box);
-    for(auto *part : {at, up, angle, size})
+    for(auto *part : {at, up, size})
     {
         from->needs(part);
         part->needs(from);
     }
+    angle->needs(from);
+    height->needs(from)->excludes(angle);
     pixel->needs(from);
     rectangle->needs(from)->excludes(pixel);
-    for(auto *option : {corners, box, from, at, up, angle, size, pixel, rectangle})
+    lasso->needs(from)->excludes(pixel)->excludes(rectangle);
+    for(auto *option : {corners, box, from, at, up, angle, height, size, pixel, rectangle, lasso})
         queries->excludes(option);
 }
 
@@ -172,8 +188,8 @@ VolumeValues values_of(VolumeOptions const &options)
     values.from = point_if_given("--from", options.from);
     values.at = point_if_given("--at", options.at);
     values.up = point_if_given("--up", options.up);
-    if(values.from)
-        values.fieldOfView = options.fieldOfView;
+    values.fieldOfView = options.fieldOfView;
+    values.orthographicHeight = options.orthographicHeight;
     Pair size;
     if(!options.size.empty() && !parse_pair(options.size, 'x', size))
         refuse("--size", options.size + " is not WxH");
@@ -181,6 +197,8 @@ VolumeValues values_of(VolumeOptions const &options)
         values.size = {double(size.first), double(size.second)};
     values.pixel = numbers<2>("--pixel", options.pixel, "X,Y");
     values.rectangle = numbers<4>("--rect", options.rectangle, "X0,Y0,X1,Y1");
+    if(options.lasso && !parse_number_list(*options.lasso, values.lasso.emplace()))
+        refuse("--lasso", "numbers X0,Y0,X1,Y1,... are required");
     values.radius = options.radius;
     return values;
 }
@@ -208,20 +226,38 @@ void VolumeChoice::takeView(VolumeValues const &values, float radius)
     auto const [width, height] = *values.size;
     if(!is_size(width) || !is_size(height))
         refuse("--size", shown(width) + 'x' + shown(height) + " is not WxH");
-    if(!(*values.fieldOfView > 0 && *values.fieldOfView < 180))
+    float const angle = values.fieldOfView.value_or(OSG::DefaultFieldOfView);
+    if(!(angle > 0 && angle < 180))
         refuse("--fov", "an angle between 0 and 180 is required");
+    float const upright = values.orthographicHeight.value_or(1);
+    if(!(upright > 0) || !std::isfinite(upright))
+        refuse("--ortho", "a height above 0 is required");
     OSG::Pnt3f const &up = *values.up;
     _view = {*values.from,
              *values.at,
              OSG::Vec3f(up[0], up[1], up[2]),
-             *values.fieldOfView,
+             angle,
              static_cast<OSG::UInt32>(width),
-             static_cast<OSG::UInt32>(height)};
+             static_cast<OSG::UInt32>(height),
+             values.orthographicHeight};
     _radius = values.radius.value_or(radius);
     check_radius(_radius);
     if(!OSG::is_view(_view))
         refuse("--from", "--from and --at coincide, or --up points along the view");
-    if(values.pixel)
+    takeArea(values);
+}
+
+void VolumeChoice::takeArea(VolumeValues const &values)
+{
+    if(values.lasso)
+    {
+        if(values.lasso->size() % 2 != 0)
+            refuse("--lasso", "an even count of numbers is required");
+        _lasso.emplace();
+        for(std::size_t i = 0; i < values.lasso->size(); i += 2)
+            _lasso->emplace_back((*values.lasso)[i], (*values.lasso)[i + 1]);
+    }
+    else if(values.pixel)
         _area = OSG::pixel_square((*values.pixel)[0], (*values.pixel)[1], _radius);
     else
     {
@@ -230,9 +266,19 @@ void VolumeChoice::takeView(VolumeValues const &values, float radius)
     }
 }
 
-std::optional<OSG::Frustum> VolumeChoice::inScene(OSG::SceneBounds const &bounds) const
+void VolumeChoice::checkPlane(OSG::SelectionFunctor::PlaneType plane) const
 {
-    return _solid ? _solid : OSG::pick_volume(_view, _area, bounds, _radius);
+    if(_lasso && plane != OSG::SelectionFunctor::NearPlane &&
+       plane != OSG::SelectionFunctor::FarPlane)
+        refuse("--plane", "near or far is required with --lasso");
+}
+
+std::optional<OSG::PickRegion> VolumeChoice::inScene(OSG::SceneBounds const &bounds) const
+{
+    if(_solid)
+        return OSG::PickRegion(*_solid);
+    return _lasso ? OSG::PickRegion::ofLasso(_view, *_lasso, bounds, _radius)
+                  : OSG::PickRegion::ofRectangle(_view, _area, bounds, _radius);
 }
 
 std::optional<OSG::Pnt3f> VolumeChoice::eye() const

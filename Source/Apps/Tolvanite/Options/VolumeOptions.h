@@ -7,8 +7,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "OSGFrustum.h"
-#include "OSGPickVolume.h"
+#include "OSGPickRegion.h"
+#include "OSGSelectionFunctor.h"
 
 namespace Tool
 {
@@ -22,8 +22,9 @@ struct VolumeOptions
     std::vector<std::string> corners;
     std::vector<std::string> box;
     std::string from, at, up, size;
-    float fieldOfView = 0;
+    std::optional<float> fieldOfView, orthographicHeight;
     std::string pixel, rectangle;
+    std::optional<std::string> lasso;
     std::optional<float> radius;
 };
 
@@ -36,10 +37,11 @@ struct VolumeValues
     std::optional<std::array<OSG::Pnt3f, 8>> corners;
     std::optional<std::array<OSG::Pnt3f, 2>> box;
     std::optional<OSG::Pnt3f> from, at, up;
-    std::optional<float> fieldOfView;
+    std::optional<float> fieldOfView, orthographicHeight;
     std::optional<std::array<double, 2>> size;
     std::optional<std::array<float, 2>> pixel;
     std::optional<std::array<float, 4>> rectangle;
+    std::optional<std::vector<float>> lasso; // x and y of each point
     std::optional<float> radius;
 };
 
@@ -56,17 +58,21 @@ class VolumeChoice
     /// `radius` serves where the values have none. Raises CLI::ParseError if they are wrong.
     explicit VolumeChoice(VolumeValues const &values, float radius = OSG::DefaultPickRadius);
 
+    /// Raises CLI::ParseError if the volume has no such side to count distances from.
+    void checkPlane(OSG::SelectionFunctor::PlaneType plane) const;
     /// The volume for a scene with these bounds. Nothing if no part of the bounds is in the view.
-    std::optional<OSG::Frustum> inScene(OSG::SceneBounds const &bounds) const;
+    std::optional<OSG::PickRegion> inScene(OSG::SceneBounds const &bounds) const;
     /// The eye of the view. Nothing for a volume without a view.
     std::optional<OSG::Pnt3f> eye() const;
 
   private:
     void takeView(VolumeValues const &values, float radius);
+    void takeArea(VolumeValues const &values);
 
     std::optional<OSG::Frustum> _solid; // set for a volume without a view
     OSG::WindowView _view{};
     OSG::PixelArea _area{};
+    std::optional<std::vector<OSG::Pnt2f>> _lasso; // in place of the area
     float _radius = OSG::DefaultPickRadius;
 };
 } // namespace Tool

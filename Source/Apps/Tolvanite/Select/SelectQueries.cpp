@@ -59,6 +59,7 @@ Selection QueryAnswers::selectionOf(LineReader::Line const &line)
     Stopwatch const reading;
     SelectQuery const query = parse_query(line.text, _defaults.settings);
     VolumeChoice const volume(query.volume, _defaults.radius);
+    volume.checkPlane(query.settings.plane);
     _readSeconds += reading.seconds();
     Selection const selection = _selector.select(query.settings, volume);
     _answerSeconds += selection.seconds;

@@ -1,11 +1,8 @@
 #pragma once
 
 #include <deque>
-#include <memory>
 #include <optional>
 
-#include "OSGNode.h"
-#include "OSGSelectionAction.h"
 #include "SelectionSettings.h"
 #include "VolumeOptions.h"
 
@@ -26,17 +23,11 @@ class Selector
 {
   public:
     Selector(OSG::Node *root, bool usesIndex);
-    ~Selector();
-    Selector(Selector const &) = delete;
-    Selector &operator=(Selector const &) = delete;
 
     Selection select(SelectionSettings const &settings, VolumeChoice const &choice);
 
   private:
-    struct Functors;
-
-    OSG::Node *_root;
     OSG::SceneBounds _bounds;
-    std::unique_ptr<Functors> _functors;
+    OSG::PickSelector _selector;
 };
 } // namespace Tool

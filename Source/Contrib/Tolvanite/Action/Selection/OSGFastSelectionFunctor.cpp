@@ -44,9 +44,7 @@ void FastSelectionFunctor::triangles(SelectionAction &action, Plane const &,
         SelectionSearch::has_triangle(*geometry, action.frustumVolume().getPlanes().data(), &way);
     if(way.usedIndex)
         action.countIndexed();
-    if(!isHit)
-        return;
-    record_here(action);
-    records().addFirst({0.f, -1, 0, false, Pnt3f(), Vec3f()});
+    if(isHit)
+        recordWithoutPlace(action);
 }
 } // namespace OSG

@@ -4,6 +4,7 @@
 /// Keeps the hits of a selection. Base of the handler sets that a SelectionAction calls.
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 #include <boost/noncopyable.hpp>
@@ -103,6 +104,11 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     {
         _continueOnEmptyMultiSwitchChoices = continues;
     }
+    /// Asked at each node that is hit, with the action that stands there, before the hits are
+    /// recorded. Where it returns false they are not.
+    using Filter = std::function<bool(SelectionAction const &)>;
+    /// Empty by default, which keeps all hits.
+    void setFilter(Filter filter) { _filter = std::move(filter); }
 
     // --- results ---
     /// The list of `type`; AllHits for an unknown value. Must not be called during a walk.
@@ -125,6 +131,8 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     /// visits. An unknown plane type stands for the near plane.
     Plane const &get_plane() const;
     Plane const &get_plane(SelectionAction const &action) const;
+
+    bool passesFilter(SelectionAction const &action) const { return !_filter || _filter(action); }
 
     /// Hits of the geometry that is visited are recorded here. start() empties it.
     SelectionRecords &records() { return _records; }
@@ -173,6 +181,7 @@ class OSG_CONTRIBTOLVANITE_API SelectionFunctor : public MemObject, private boos
     UInt32 _selectionType;
     PlaneType _planeType;
     SelectionRecords _records;
+    Filter _filter;
     mutable Results _results[3]; // by type
     bool _isStopped = false;
     bool _continueOnEmptyMultiSwitchChoices = true;

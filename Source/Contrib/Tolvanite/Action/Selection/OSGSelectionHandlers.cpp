@@ -14,6 +14,7 @@
 #include "OSGRotateManipulator.h"
 #include "OSGScaleManipulator.h"
 #include "OSGSelectionAction.h"
+#include "OSGSelectionSearch.h"
 #include "OSGVisitSubTree.h"
 
 namespace OSG
@@ -43,6 +44,17 @@ ActionBase::ResultE pop_local_space(SelectionAction &action)
     action.popFrustum();
     action.popNode();
     return ActionBase::Continue;
+}
+
+// Points whose coordinates differ by no more than this are the same place.
+constexpr Real32 SamePlaceEpsilon = 1e-6f;
+
+SelectionRecords::Record record_of(SelectionAction const &action,
+                                   SelectionSearch::Extreme const &extreme)
+{
+    Pnt3f point;
+    action.topMatrix().multFull(extreme.point, point);
+    return {extreme.distance, extreme.index, 0, extreme.hasPoint, point, extreme.normal};
 }
 
 /// Adds the children that the choices name to the walk. The position in the choices advances only
@@ -119,10 +131,33 @@ bool SelectionHandlers::outside_frustum(SelectionAction &action)
     return false;
 }
 
-void SelectionHandlers::record_here(SelectionAction const &action)
+bool SelectionHandlers::record_here(SelectionAction const &action)
 {
+    if(!passesFilter(action))
+        return false;
     records().addVisit(action.getActNode(), getSelectionType(), action.topMatrix(),
                        action.getVisitSubTreeNodes());
+    return true;
+}
+
+void SelectionHandlers::record(SelectionAction const &action,
+                               SelectionSearch::Extremes const &extremes)
+{
+    bool const hasNear = extremes.near.index > -1;
+    bool const hasFar = extremes.far.index > -1 &&
+                        !extremes.near.point.equals(extremes.far.point, SamePlaceEpsilon);
+    if((!hasNear && !hasFar) || !record_here(action))
+        return;
+    if(hasNear)
+        records().addFirst(record_of(action, extremes.near));
+    if(hasFar)
+        records().addLast(record_of(action, extremes.far));
+}
+
+void SelectionHandlers::recordWithoutPlace(SelectionAction const &action)
+{
+    if(record_here(action))
+        records().addFirst({0.f, -1, 0, false, Pnt3f(), Vec3f()});
 }
 
 // --- transforms ---

@@ -5,6 +5,11 @@
 
 namespace OSG
 {
+namespace SelectionSearch
+{
+struct Extremes;
+} // namespace SelectionSearch
+
 /// The handlers that exact and fast selection share: culling by boxes, transforms, switches and
 /// visited subtrees. Derived functors handle geometry.
 ///
@@ -26,8 +31,13 @@ class OSG_CONTRIBTOLVANITE_API SelectionHandlers : public SelectionFunctor
     /// True if the box of the visited node certainly misses the frustum. Both are in the parent's
     /// space. False for a box that is not valid, which the action reports once.
     static bool outside_frustum(SelectionAction &action);
-    /// The next hits are recorded at the visited node.
-    void record_here(SelectionAction const &action);
+    /// The next hits are recorded at the visited node. False where the filter leaves them out.
+    [[nodiscard]] bool record_here(SelectionAction const &action);
+    /// Records what a search of the visited geometry has found. Points are transformed to the space
+    /// of the root. The far hit is left out where its point equals that of the near hit.
+    void record(SelectionAction const &action, SelectionSearch::Extremes const &extremes);
+    /// Records that the visited geometry is hit, without a place.
+    void recordWithoutPlace(SelectionAction const &action);
 
   private:
     // --- handlers; after Skip no leave handler is called, so pushes and pops match ---

@@ -8,9 +8,6 @@
 
 namespace OSG
 {
-using SelectionSearch::Extreme;
-using SelectionSearch::Extremes;
-
 SimpleSelectionFunctor::SimpleSelectionFunctor(SelectionAction *action, UInt32 selectionType,
                                                PlaneType planeType)
     : SelectionHandlers(action, selectionType, planeType)
@@ -53,19 +50,9 @@ ActionBase::ResultE SimpleSelectionFunctor::enterGeometry(NodeCore *core, Action
 
 namespace
 {
-// Points whose coordinates differ by no more than this are the same place.
-constexpr Real32 SamePlaceEpsilon = 1e-6f;
-
 Plane const *planes_of(SelectionAction const &action)
 {
     return action.frustumVolume().getPlanes().data();
-}
-
-SelectionRecords::Record record_of(SelectionAction const &action, Extreme const &extreme)
-{
-    Pnt3f point;
-    action.topMatrix().multFull(extreme.point, point);
-    return {extreme.distance, extreme.index, 0, extreme.hasPoint, point, extreme.normal};
 }
 } // namespace
 
@@ -85,18 +72,5 @@ void SimpleSelectionFunctor::points(SelectionAction const &action, Plane const &
                                     Geometry const *geometry, SelectionSearch::Way &way)
 {
     record(action, SelectionSearch::find_points(*geometry, planes_of(action), plane, &way));
-}
-
-void SimpleSelectionFunctor::record(SelectionAction const &action, Extremes const &extremes)
-{
-    bool const hasNear = extremes.near.index > -1;
-    bool const hasFar = extremes.far.index > -1 &&
-                        !extremes.near.point.equals(extremes.far.point, SamePlaceEpsilon);
-    if(hasNear || hasFar)
-        record_here(action);
-    if(hasNear)
-        records().addFirst(record_of(action, extremes.near));
-    if(hasFar)
-        records().addLast(record_of(action, extremes.far));
 }
 } // namespace OSG

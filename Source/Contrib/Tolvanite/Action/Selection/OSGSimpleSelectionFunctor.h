@@ -10,7 +10,6 @@ namespace OSG
 class Geometry;
 namespace SelectionSearch
 {
-struct Extremes;
 struct Way;
 } // namespace SelectionSearch
 
@@ -38,7 +37,5 @@ class OSG_CONTRIBTOLVANITE_API SimpleSelectionFunctor : public SelectionHandlers
                SelectionSearch::Way &way);
     void points(SelectionAction const &action, Plane const &plane, Geometry const *geometry,
                 SelectionSearch::Way &way);
-    /// Records hits. Their points are transformed to the space of the root.
-    void record(SelectionAction const &action, SelectionSearch::Extremes const &extremes);
 };
 } // namespace OSG

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// What the plain and the indexed searches share: the normals of their records.
+/// What all searches share: the normals of their records.
 
 #include "OSGGeometryView.h"
 #include "OSGSelectionSearch.h"
