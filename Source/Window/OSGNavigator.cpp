@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "OSGTransform.h"
+#include "OSGBeaconPose.h"
 
 namespace OSG
 {
@@ -212,24 +212,6 @@ void Navigator::poseCamera()
     if(_engine == nullptr)
         return;
     Matrix const &pose = _engine->getMatrix();
-    Camera *const camera = _viewport != nullptr ? _viewport->getCamera() : nullptr;
-    Node *const beacon = camera != nullptr ? camera->getBeacon() : nullptr;
-    auto *const transform =
-        beacon != nullptr ? dynamic_cast<Transform *>(beacon->getCore()) : nullptr;
-    if(transform == nullptr)
-        return;
-    Matrix local = pose; // the matrix of the beacon's own transform
-    Matrix const above =
-        beacon->getParent() != nullptr ? beacon->getParent()->getToWorld() : Matrix();
-    if(!(above == Matrix()))
-    {
-        Matrix below;
-        if(!below.invertFrom(above))
-            return;
-        local = below * pose;
-    }
-    // An unchanged matrix is not written: every edit would invalidate the volumes above.
-    if(!(local == transform->getMatrix()))
-        transform->setMatrix(local);
+    pose_beacon(_viewport != nullptr ? _viewport->getCamera() : nullptr, pose);
 }
 } // namespace OSG

@@ -116,6 +116,7 @@ TEST_F(RenderActionTest, ACircleOfVisitsEndsWithOneWarning)
     NodePtr const visit = make_visit(nullptr);
     NodePtr const root = make_group({make_shape(), visit});
     static_cast<VisitSubTree &>(*visit->getCore()).setSubTreeRoot(root);
+    Thread::getCurrentChangeList()->commitChanges();
     root->updateVolume(); // a walk too, which warns for itself
     LogCapture log;
     EXPECT_FALSE(shown(root).empty());

@@ -75,9 +75,45 @@ class RandomScene
     }
     UInt32 below(UInt32 count) { return _random.below(count); }
 
+    void edit(AppearanceTable &table)
+    {
+        NodePath const path = place();
+        switch(_random.below(8))
+        {
+        case 0:
+            table.hide(path);
+            break;
+        case 1:
+            table.show(path);
+            break;
+        case 2:
+            table.erase(path);
+            break;
+        case 3:
+            table.isolate({path, place()});
+            break;
+        case 4:
+            table.endIsolation();
+            break;
+        case 5:
+            if(_random.below(3) == 0)
+                table.clear();
+            break;
+        default:
+            table.set(path, _random.below(3) == 0 ? make_colored(_random.real(0, 1))
+                                                  : _materials[_random.below(4)]);
+        }
+    }
+
     NodePtr root;
 
   private:
+    // The scene need not come to it.
+    NodePath place()
+    {
+        return _random.below(3) == 0 ? NodePath(pick(), {pick()}) : NodePath(pick());
+    }
+
     Node *pick() { return _nodes[_random.below(static_cast<UInt32>(_nodes.size()))]; }
 
     Matrix matrix()
@@ -192,6 +228,31 @@ TEST(RenderRecordTest, ARecordThatIsKeptGivesTheListsOfANewOne)
     }
 }
 
+TEST(RenderRecordTest, SoItDoesWithATableOfAppearances)
+{
+    for(UInt64 seed = 1; seed <= 60; ++seed)
+    {
+        RandomScene scene(seed);
+        RenderActionPtr const kept(RenderAction::create());
+        for(int frame = 0; frame < 40; ++frame)
+        {
+            for(UInt32 edits = scene.below(3); edits > 0; --edits)
+                scene.edit();
+            for(UInt32 edits = scene.below(3); edits > 0; --edits)
+                scene.edit(kept->editAppearances());
+            if(scene.below(3) != 0)
+                commit();
+            View const view = scene.view();
+            std::vector<Drawn> const list = drawn_by(collect(*kept, scene.root, view));
+            RenderActionPtr const fresh(RenderAction::create());
+            fresh->editAppearances() = kept->getAppearances();
+            ASSERT_TRUE(list == drawn_by(collect(*fresh, scene.root, view)))
+                << "seed " << seed << ", frame " << frame;
+            commit();
+        }
+    }
+}
+
 TEST(RenderRecordTest, TwoViewsOfOneSceneSeeEveryEdit)
 {
     NodePtr const shape = make_shape();
@@ -262,6 +323,16 @@ TEST_F(CountedWalks, AnEditElsewhereWalksNothing)
     NodePtr const elsewhere = make_transform(Matrix());
     auto &transform = static_cast<Transform &>(*elsewhere->getCore());
     EXPECT_EQ(enteredBy([&] { transform.setMatrix(translation(1, 0, 0)); }), 0u);
+}
+
+TEST_F(CountedWalks, AnotherAppearanceWalksNothing)
+{
+    EXPECT_EQ(enteredBy([&] { action->editAppearances().hide(NodePath(moved)); }), 0u);
+    EXPECT_EQ(action->getDrawList().opaque.size(), 2u);
+    auto &transform = static_cast<Transform &>(*moved->getCore());
+    EXPECT_EQ(enteredBy([&] { transform.setMatrix(translation(1, 0, 0)); }), 1u);
+    EXPECT_EQ(enteredBy([&] { action->editAppearances().clear(); }), 0u);
+    EXPECT_EQ(action->getDrawList().opaque.size(), 3u);
 }
 
 TEST_F(CountedWalks, AnotherMaskWalksEverything)

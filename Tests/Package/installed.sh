@@ -38,6 +38,13 @@ by_pkg_config=$("$work/by-pkg-config" "$model")
 echo "$by_cmake"
 [ -n "$by_cmake" ] && [ "$by_cmake" = "$by_pkg_config" ]
 
+# Hosts of Qt have its macros before our headers.
+{
+    printf '#define emit\n#define slots\n#define signals public\n#define foreach for\n'
+    (cd "$prefix/include/tolvanite" && printf '#include "%s"\n' *.h)
+} >"$work/headers.cpp"
+g++ "${compile[@]}" -fsyntax-only "$work/headers.cpp"
+
 # The first program of the README, as it stands there.
 awk '/^```cpp/ { inside = !seen; seen = 1; next } /^```/ { inside = 0 } inside' "$source_dir/README.md" \
     >"$work/first.cpp"

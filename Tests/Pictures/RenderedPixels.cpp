@@ -34,7 +34,7 @@ CameraPtr<Camera> camera_of(ViewSetup const &setup)
     return make_perspective(setup.fov * Degree, setup.near, setup.far);
 }
 
-void draw_view(Node *root, ViewSetup const &setup)
+void draw_view(Node *root, ViewSetup const &setup, AppearanceTable const &table)
 {
     NodePtr const beacon = make_beacon(setup.from, setup.at, setup.up);
     CameraPtr<Camera> const camera = camera_of(setup);
@@ -49,6 +49,8 @@ void draw_view(Node *root, ViewSetup const &setup)
     viewport->setTravMask(setup.travMask);
     UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
     action->setHeadlight(setup.headlight);
+    action->editAppearances() = table;
+    action->editDrawEnv().setSections(setup.sections);
     viewport->render(action);
 }
 } // namespace
@@ -60,11 +62,11 @@ OffscreenContext &rendering_context(ViewSetup const &setup)
     return context_of(setup.width, setup.height);
 }
 
-Pixels rendered_pixels(Node *root, ViewSetup const &setup)
+Pixels rendered_pixels(Node *root, ViewSetup const &setup, AppearanceTable const &table)
 {
     OffscreenContext &context = rendering_context(setup);
     EXPECT_TRUE(context.makeCurrent()) << context.missing();
-    draw_view(root, setup);
+    draw_view(root, setup, table);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     Pixels pixels{setup.width, setup.height, context.readPixels()};
     context.release();

@@ -1,5 +1,7 @@
 // What views leave of the context of their host.
 
+#include <array>
+
 #include <gmock/gmock.h>
 
 #include "ContextState.h"
@@ -191,9 +193,16 @@ TEST_F(HostContext, TheHostsContextIsAsItWas)
         view->setBottom(0);
         view->setRight(Size - 1);
         view->setTop(Size - 1);
+        Plane const section(Vec3f(0, 1, 0), Pnt3f(0, 0.5f, 0));
+        action->editDrawEnv().setSections({&section, 1});
+        std::array<GLdouble, 4> cutBefore{};
+        std::array<GLdouble, 4> cutAfter{};
+        glGetClipPlane(GL_CLIP_PLANE0, cutBefore.data());
         ContextState const before = read_context_state();
         view->render(action);
         EXPECT_THAT(differences(before, read_context_state()), testing::IsEmpty()) << isPassive;
+        glGetClipPlane(GL_CLIP_PLANE0, cutAfter.data());
+        EXPECT_EQ(cutBefore, cutAfter);
         EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
         GLObjectStore::releaseCurrent();
         own.release();

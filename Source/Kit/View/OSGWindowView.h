@@ -21,6 +21,9 @@ struct WindowView
     /// Units from bottom to top, above 0. Then the view has no perspective, and the field of view
     /// is not looked at.
     std::optional<Real32> orthographicHeight = {};
+
+    /// Compares all numbers exactly.
+    friend bool operator==(WindowView const &, WindowView const &) = default;
 };
 
 /// False for a view that shows nothing: a window without pixels, a field of view outside 0 to 180

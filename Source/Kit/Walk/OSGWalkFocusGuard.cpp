@@ -17,14 +17,14 @@ WalkFocusGuard::WalkFocusGuard(Navigator &navigator, WASDWalkEngine &engine,
 
 void WalkFocusGuard::beforeFrame()
 {
-    bool const focused = isFocused();
-    if(focused && !_wasFocused)
+    bool const isReady = isFocused() && !_isInputTaken;
+    if(_isInputTaken || (isReady && !_wasReady))
     {
         _isWaiting = true;
         _engine.setSilent(true);
     }
-    _wasFocused = focused;
-    if(!_isWaiting || !focused || isAnyKeyDown())
+    _wasReady = isReady;
+    if(!_isWaiting || !isReady || isAnyKeyDown())
         return;
     _isWaiting = false;
     _engine.setSilent(false);

@@ -9,8 +9,8 @@
 
 namespace OSG
 {
-/// Keeps a walk still when its window gets the focus back, until the user has let go of all keys
-/// and buttons.
+/// Keeps a walk still while somebody else has the keys, and when its window gets the focus back,
+/// until the user has let go of all keys and buttons.
 ///
 /// Without it the first step counts all the time that the window was without the focus: the click
 /// that brings the focus back walks forwards by as much. The guard calls setSilent() of the engine,
@@ -24,6 +24,10 @@ class OSG_TOLVANITEKIT_API WalkFocusGuard
 
     /// To be called once per frame, before Navigator::updateCameraTransformation.
     void beforeFrame();
+    /// Says whether somebody else has the keys or the buttons: a panel that is typed into, a tool
+    /// with a drag. A walk asks the desktop for keys, so that it would hear of them all the same.
+    /// False at first.
+    void setInputTaken(bool isTaken) { _isInputTaken = isTaken; }
     /// Whether the engine is silent until the keys are up.
     bool isWaiting() const { return _isWaiting; }
 
@@ -34,7 +38,8 @@ class OSG_TOLVANITEKIT_API WalkFocusGuard
     Navigator &_navigator;
     WASDWalkEngine &_engine;
     std::shared_ptr<Desktop> _desktop;
-    bool _wasFocused = false;
+    bool _isInputTaken = false;
+    bool _wasReady = false;
     bool _isWaiting = false;
 };
 } // namespace OSG

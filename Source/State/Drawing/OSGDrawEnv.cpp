@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+#include "OSGFinite.h"
+#include "OSGLog.h"
+
 namespace OSG
 {
 void DrawEnv::setView(Matrix const &cameraToWorld, Matrix const &viewing, Matrix const &projection,
@@ -19,6 +22,44 @@ void DrawEnv::setView(Matrix const &cameraToWorld, Matrix4d const &viewing,
     _projection = projection;
     _worldToScreen = projection * _viewing;
     _pixels = pixels;
+}
+
+void DrawEnv::setSections(std::span<Plane const> planes)
+{
+    _sections.clear();
+    for(Plane const &plane : planes)
+    {
+        Vec3f const &normal = plane.getNormal();
+        bool const isPlane = is_finite(normal) && is_finite(plane.getDistanceFromOrigin()) &&
+                             normal != Vec3f(0, 0, 0);
+        if(isPlane && _sections.size() == MostSections)
+        {
+            OSG_LOG_WARNING("DrawEnv: there are at most %u section planes, the others are left "
+                            "out\n",
+                            static_cast<unsigned>(MostSections));
+            return;
+        }
+        if(isPlane)
+            _sections.push_back(plane);
+    }
+}
+
+// A plane goes by the inverse transpose of what carries points.
+std::vector<Vector<Real64, 4>> DrawEnv::getSectionsInEye() const
+{
+    std::vector<Vector<Real64, 4>> result;
+    Matrix4d toWorld;
+    if(_sections.empty() || !toWorld.invertFrom(_exactViewing))
+        return result;
+    for(Plane const &plane : _sections)
+    {
+        Vec3f const &normal = plane.getNormal();
+        Vector<Real64, 4> const inWorld(normal[0], normal[1], normal[2],
+                                        -Real64(plane.getDistanceFromOrigin()));
+        result.emplace_back(toWorld[0].dot(inWorld), toWorld[1].dot(inWorld),
+                            toWorld[2].dot(inWorld), toWorld[3].dot(inWorld));
+    }
+    return result;
 }
 
 bool DrawEnv::isOrthographic() const

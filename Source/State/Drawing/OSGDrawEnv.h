@@ -1,6 +1,10 @@
 #pragma once
 
+#include <span>
+#include <vector>
+
 #include "OSGMatrix.h"
+#include "OSGPlane.h"
 #include "OSGStateApi.h"
 
 namespace OSG
@@ -46,6 +50,17 @@ class OSG_STATE_API DrawEnv
     /// Whether parallels stay parallel: the projection leaves w at 1.
     bool isOrthographic() const;
 
+    // --- sections ---
+    static constexpr std::size_t MostSections = 6;
+    /// Planes in world coordinates that cut open what is drawn: what lies in the half space of each
+    /// is kept. The normals may have any length. A plane whose normal is zero, or one of whose
+    /// numbers is not finite, is left out, and so are those beyond six, with a warning. They stay
+    /// when the view is set anew.
+    void setSections(std::span<Plane const> planes);
+    std::vector<Plane> const &getSections() const { return _sections; }
+    /// In eye coordinates: (a, b, c, d) keeps a x + b y + c z + d >= 0.
+    std::vector<Vector<Real64, 4>> getSectionsInEye() const;
+
     // --- the context ---
     /// Null while no context is drawn to; not owned.
     GLObjectStore *getObjects() const { return _objects; }
@@ -58,6 +73,7 @@ class OSG_STATE_API DrawEnv
     Matrix _projection;
     Matrix _worldToScreen;
     PixelBounds _pixels;
+    std::vector<Plane> _sections;
     GLObjectStore *_objects = nullptr;
 };
 } // namespace OSG

@@ -21,6 +21,8 @@ class OSG_STATE_API DrawStateTable
     /// Null stands for no material.
     UInt32 numberOf(Material const *material, Material const *overriding);
     UInt32 stateOf(UInt32 number) const { return _entries[number].state; }
+    /// The overriding material that the number was asked for with; null for none.
+    Material const *overridingOf(UInt32 number) const { return _entries[number].key.overriding; }
     /// Materials of a lower key are drawn first.
     Int32 sortKeyOf(UInt32 number) const { return _entries[number].sortKey; }
 

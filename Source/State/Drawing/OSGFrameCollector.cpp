@@ -57,18 +57,26 @@ void for_each_bit(std::vector<UInt64> const &words, Use use)
 
 // --- the view ---
 
-void FrameCollector::begin()
+void FrameCollector::begin(AppearanceTable const &appearances)
 {
     DrawEnv const &env = _partition.getDrawEnv();
     _viewing = env.getExactViewing();
     Matrix4d const projection(env.getCameraProjection());
     _worldPlanes = ViewPlanes(projection * _viewing);
-    _worldPlanes.setReach(_cache.getBoxes().getReach());
     _eyePlanes = ViewPlanes(projection);
+    for(Plane const &plane : env.getSections())
+    {
+        Vec3f const &normal = plane.getNormal();
+        _worldPlanes.add({normal[0], normal[1], normal[2], -plane.getDistanceFromOrigin()});
+    }
+    for(Vector<Real64, 4> const &plane : env.getSectionsInEye())
+        _eyePlanes.add(plane);
+    _worldPlanes.setReach(_cache.getBoxes().getReach());
     _isMirrored = is_mirrored(env.getCameraViewing());
     _found.clear();
     _foundSpaces.clear();
     _foundLights.clear();
+    _table = appearances.isEmpty() ? nullptr : &appearances;
     ++_frame;
 }
 
@@ -79,14 +87,32 @@ Matrix FrameCollector::spaceToEye(UInt32 space) const
 
 // --- nodes that are walked for this view ---
 
-void FrameCollector::beginOpen(SceneRecord::Open const &open)
+std::vector<Node *> FrameCollector::visitingOf(UInt32 entry) const
 {
+    std::vector<SceneRecord::Entry> const &entries = _cache.getRecord().entries;
+    std::vector<Node *> nodes;
+    for(UInt32 visiting = entries[entry].visiting; visiting != SceneRecord::NoEntry;
+        visiting = entries[visiting].visiting)
+        nodes.push_back(entries[visiting].node);
+    std::reverse(nodes.begin(), nodes.end());
+    return nodes;
+}
+
+bool FrameCollector::beginOpen(UInt32 number)
+{
+    SceneRecord::Open const &open = _cache.getRecord().opens[number];
+    Appearance const appearance = _cache.getDressed().appearanceOf(number);
+    if(appearance.isHidden)
+        return false;
+    _appearances.begin(_table, appearance,
+                       _table != nullptr ? visitingOf(open.entry) : std::vector<Node *>());
     _scope = _cache.getRecord().scopes[open.scope];
     _outer.clear();
     _openEntry = open.entry;
     _lastMatrix = 0;
     _partition.setMatrix(spaceToEye(_scope.space));
     _place = {_partition.getCurrentMatrix().id, _cache.getRecord().spaces[_scope.space].toRoot};
+    return true;
 }
 
 ViewPlanes::Sight FrameCollector::sightOf(BoxVolume box) const
@@ -102,7 +128,8 @@ void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material
 {
     RenderPartition::NumberedMatrix const &current = _partition.getCurrentMatrix();
     BoxVolume const box = own_box(*node);
-    if(!is_finite(current.matrix) || sightOf(box) == ViewPlanes::Sight::None)
+    if(!_appearances.isDrawn() || !is_finite(current.matrix) ||
+       sightOf(box) == ViewPlanes::Sight::None)
         return;
     if(current.id != _lastMatrix || _foundSpaces.empty())
     {
@@ -112,7 +139,9 @@ void FrameCollector::addShape(Node const *node, DrawShape const *shape, Material
     Pnt3f centre;
     if(!box.isInfinite())
         box.getCenter(centre);
-    Material const *const shown = _scope.group != nullptr ? _scope.group : material;
+    Material const *const dress = _appearances.getAppearance().material;
+    Material const *const group = dress != nullptr ? dress : _scope.group;
+    Material const *const shown = group != nullptr ? group : material;
     _found.push_back({_cache.getShapes().numberOf(shape),
                       _cache.getStates().numberOf(shown, _scope.overriding),
                       static_cast<UInt32>(_foundSpaces.size() - 1), _scope.light, _openEntry,
@@ -180,7 +209,7 @@ bool FrameCollector::isAsBefore(bool headlight) const
     DrawEnv const &env = _partition.getDrawEnv();
     return _hasList && _found.empty() && _listHeadlight == headlight &&
            _cacheNumber == _cache.getNumber() && _listViewing == env.getExactViewing() &&
-           _listProjection == env.getCameraProjection();
+           _listProjection == env.getCameraProjection() && _listSections == env.getSections();
 }
 
 void FrameCollector::finish(bool headlight)
@@ -201,6 +230,7 @@ void FrameCollector::finish(bool headlight)
         _cacheNumber = _cache.getNumber();
         _listViewing = _partition.getDrawEnv().getExactViewing();
         _listProjection = _partition.getDrawEnv().getCameraProjection();
+        _listSections = _partition.getDrawEnv().getSections();
         _hasList = _found.empty();
     }
     else if(!_cache.getRecord().lights.empty())
@@ -213,12 +243,16 @@ void FrameCollector::findSeen()
     UInt32 const items = _cache.getBoxes().size();
     _cache.getBoxes().findSeen(_worldPlanes, _seenItems);
     _seen.assign(_seenItems.size(), 0);
-    if(count_of_bits(_seenItems) == items)
+    std::vector<UInt64> drawn = _seenItems;
+    std::vector<UInt64> const &taken = _cache.getDressed().getTaken();
+    for(std::size_t i = 0; i < taken.size(); ++i)
+        drawn[i] &= ~taken[i];
+    if(count_of_bits(drawn) == items)
     {
-        _seen = _seenItems;
+        _seen.swap(drawn);
         return;
     }
-    for_each_bit(_seenItems,
+    for_each_bit(drawn,
                  [this](UInt32 item)
                  {
                      UInt32 const place = _cache.getPlaces()[item];
@@ -232,9 +266,9 @@ bool FrameCollector::isTransparent(UInt32 state) const
     return states.getStates()[states.stateOf(state)]->isTransparent();
 }
 
-DrawItem FrameCollector::itemOf(SceneRecord::Item const &item) const
+DrawItem FrameCollector::itemOf(SceneRecord::Item const &item, UInt32 state) const
 {
-    return {item.shape, item.space, _cache.getStates().stateOf(item.state),
+    return {item.shape, item.space, _cache.getStates().stateOf(state),
             _listHeadlight ? 0 : _lightSets.setOf(item.light)};
 }
 
@@ -267,26 +301,47 @@ UInt32 FrameCollector::rankOf(UInt32 state) const
                                                                       : _ranks[state];
 }
 
-// What was found for the view takes its place among equal states.
+bool FrameCollector::Ranked::operator<(Ranked const &other) const
+{
+    return std::tie(sortKey, rank, layout) < std::tie(other.sortKey, other.rank, other.layout);
+}
+
+FrameCollector::Ranked FrameCollector::ranked(DrawItem const &item, UInt32 state) const
+{
+    return {_cache.getStates().sortKeyOf(state), rankOf(item.state),
+            _list.shapes[item.shape]->getMeshLayout(), item};
+}
+
+// What is not drawn as it was recorded: items in other states, and what was found for the view.
+std::vector<FrameCollector::Ranked> FrameCollector::rankOthers()
+{
+    rankFound();
+    SceneRecord const &record = _cache.getRecord();
+    std::vector<Ranked> others;
+    for(DressedRecord::Item const &dressed : _cache.getDressedOpaque())
+    {
+        if(isSeen(dressed.item))
+            others.push_back(
+                ranked(itemOf(record.items[dressed.item], dressed.state), dressed.state));
+    }
+    auto const numDressed = static_cast<std::ptrdiff_t>(others.size());
+    for(Found const &found : _found)
+    {
+        if(!isTransparent(found.state))
+            others.push_back(ranked(itemOf(found), found.state));
+    }
+    auto const firstFound = others.begin() + numDressed;
+    std::stable_sort(firstFound, others.end());
+    std::inplace_merge(others.begin(), firstFound, others.end());
+    return others;
+}
+
+// The others take their places among equal states.
 void FrameCollector::makeOpaque()
 {
-    auto const keyOf = [this](DrawItem const &item, UInt32 state)
-    {
-        return std::tuple(_cache.getStates().sortKeyOf(state), rankOf(item.state),
-                          _list.shapes[item.shape]->getMeshLayout());
-    };
-    rankFound();
-    std::vector<Found const *> found;
-    for(Found const &one : _found)
-    {
-        if(!isTransparent(one.state))
-            found.push_back(&one);
-    }
-    std::stable_sort(found.begin(), found.end(),
-                     [&](Found const *a, Found const *b)
-                     { return keyOf(itemOf(*a), a->state) < keyOf(itemOf(*b), b->state); });
+    std::vector<Ranked> const others = rankOthers();
     _list.opaque.clear();
-    auto next = found.begin();
+    auto next = others.begin();
     SceneRecord const &record = _cache.getRecord();
     for_each_bit(_seen,
                  [&](UInt32 place)
@@ -294,15 +349,17 @@ void FrameCollector::makeOpaque()
                      if(place >= _cache.getNumOpaque())
                          return;
                      SceneRecord::Item const &item = record.items[_cache.getOrder()[place]];
-                     DrawItem const drawn = itemOf(item);
-                     for(; next != found.end() &&
-                           keyOf(itemOf(**next), (*next)->state) < keyOf(drawn, item.state);
-                         ++next)
-                         _list.opaque.push_back(itemOf(**next));
+                     DrawItem const drawn = itemOf(item, item.state);
+                     if(next != others.end())
+                     {
+                         Ranked const here = ranked(drawn, item.state);
+                         for(; next != others.end() && *next < here; ++next)
+                             _list.opaque.push_back(next->item);
+                     }
                      _list.opaque.push_back(drawn);
                  });
-    for(; next != found.end(); ++next)
-        _list.opaque.push_back(itemOf(**next));
+    for(; next != others.end(); ++next)
+        _list.opaque.push_back(next->item);
 }
 
 Real32 FrameCollector::depthOf(UInt32 item) const
@@ -326,12 +383,19 @@ void FrameCollector::makeTransparent()
         if((_seen[place / 64] >> place % 64 & 1) == 0)
             continue;
         UInt32 const item = _cache.getOrder()[place];
-        _depths.push_back({depthOf(item), record.items[item].entry, item, false});
+        _depths.push_back(
+            {depthOf(item), record.items[item].entry, item, record.items[item].state, false});
+    }
+    for(DressedRecord::Item const &dressed : _cache.getDressedTransparent())
+    {
+        if(isSeen(dressed.item))
+            _depths.push_back({depthOf(dressed.item), record.items[dressed.item].entry,
+                               dressed.item, dressed.state, false});
     }
     for(UInt32 i = 0; i < _found.size(); ++i)
     {
         if(isTransparent(_found[i].state))
-            _depths.push_back({_found[i].depth, _found[i].entry, i, true});
+            _depths.push_back({_found[i].depth, _found[i].entry, i, _found[i].state, true});
     }
     // A depth that is NaN would not be ordered: it counts as the nearest.
     for(Depth &depth : _depths)
@@ -344,7 +408,7 @@ void FrameCollector::makeTransparent()
     _list.transparent.clear();
     for(Depth const &depth : _depths)
         _list.transparent.push_back(depth.isFound ? itemOf(_found[depth.place])
-                                                  : itemOf(record.items[depth.place]));
+                                                  : itemOf(record.items[depth.place], depth.state));
 }
 
 void FrameCollector::useSpace(UInt32 space)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OSGAppearanceWalk.h"
 #include "OSGDrawList.h"
 #include "OSGLightSets.h"
 #include "OSGRenderPartition.h"
@@ -20,10 +21,15 @@ class OSG_STATE_API FrameCollector
     {
     }
 
-    /// Reads the view from the partition.
-    void begin();
-    /// What follows is shown by the node of `open`; the partition leads out of its space.
-    void beginOpen(SceneRecord::Open const &open);
+    /// Reads the view from the partition. The table is the one that the cache was updated with.
+    void begin(AppearanceTable const &appearances);
+    /// What follows is shown by the node of the open entry of that number in the record; the
+    /// partition leads out of its space. False where nothing of it is drawn.
+    bool beginOpen(UInt32 open);
+    /// The nodes of the walk that follows. False where the node and what is below it is hidden:
+    /// leaveNode() is not called then.
+    bool enterNode(Node *node) { return _appearances.enter(node); }
+    void leaveNode() { _appearances.leave(); }
 
     // --- told by functions, about the node in the partition's current space ---
     void addShape(Node const *node, DrawShape const *shape, Material const *material);
@@ -61,8 +67,19 @@ class OSG_STATE_API FrameCollector
     {
         Real32 depth;
         UInt32 entry;
-        UInt32 place;
+        UInt32 place; ///< number of the item, or of what was found
+        UInt32 state; ///< number in the table of states
         bool isFound;
+    };
+    /// An opaque item with what it is sorted by.
+    struct Ranked
+    {
+        Int32 sortKey;
+        UInt32 rank;
+        UInt32 layout;
+        DrawItem item;
+
+        bool operator<(Ranked const &other) const;
     };
     /// Where the matrix of that number leads to the root, as far as no function that is called for
     /// the view has put another one in place: rounding adds up less than on the way to the eye.
@@ -86,7 +103,11 @@ class OSG_STATE_API FrameCollector
     void makeLights(bool headlight);
     LightSets::Light lightOf(FoundLight const &light) const;
     void useSpace(UInt32 space);
-    DrawItem itemOf(SceneRecord::Item const &item) const;
+    std::vector<Node *> visitingOf(UInt32 entry) const;
+    bool isSeen(UInt32 item) const { return (_seenItems[item / 64] >> item % 64 & 1) != 0; }
+    std::vector<Ranked> rankOthers();
+    Ranked ranked(DrawItem const &item, UInt32 state) const;
+    DrawItem itemOf(SceneRecord::Item const &item, UInt32 state) const;
     DrawItem itemOf(Found const &found) const;
     bool isTransparent(UInt32 state) const;
     UInt32 rankOf(UInt32 state) const;
@@ -114,8 +135,11 @@ class OSG_STATE_API FrameCollector
     std::vector<Outer> _outer;
     Place _place;
 
-    std::vector<UInt64> _seen; // by place in the order
-    std::vector<UInt64> _seenItems;
+    AppearanceTable const *_table = nullptr;
+    AppearanceWalk _appearances;
+
+    std::vector<UInt64> _seen;      // by place in the order, of what is drawn as it was recorded
+    std::vector<UInt64> _seenItems; // all
     std::vector<Depth> _depths;
     std::vector<UInt32> _ranks; // of the states that only found shapes have, behind the cache's
     LightSets _lightSets;
@@ -128,5 +152,6 @@ class OSG_STATE_API FrameCollector
     UInt64 _cacheNumber = 0;
     Matrix4d _listViewing;
     Matrix _listProjection;
+    std::vector<Plane> _listSections;
 };
 } // namespace OSG

@@ -52,6 +52,8 @@ RenderAction::RenderAction(RenderAction const &source)
     , _collector(std::make_unique<FrameCollector>(_cache, _partition, _list))
     , _headlight(source._headlight)
 {
+    _appearances = source._appearances;
+    editDrawEnv().setSections(source.getDrawEnv().getSections());
 }
 
 RenderAction::~RenderAction() = default;
@@ -128,6 +130,28 @@ class RenderAction::Recording
     std::vector<UInt8> _repeats;
 };
 
+/// Walks for the view, where the record ends.
+struct RenderAction::OpenVisitor : Action::Visitor
+{
+    FrameCollector &collector;
+
+    bool enter(Node *node)
+    {
+        if(!collector.enterNode(node))
+            return false;
+        if(Action::Visitor::enter(node))
+            return true;
+        collector.leaveNode();
+        return false;
+    }
+
+    void leave(Node *node)
+    {
+        Action::Visitor::leave(node);
+        collector.leaveNode();
+    }
+};
+
 ActionBase::ResultE RenderAction::apply(Node *node)
 {
     std::vector<Node *> roots{node};
@@ -165,15 +189,16 @@ void RenderAction::collect(std::vector<Node *> const &roots)
         if(root != nullptr)
             root->updateVolume();
     }
-    _cache.update(roots, walkKey(), Recording(*this));
-    _collector->begin();
+    _cache.update(roots, walkKey(), _appearances, Recording(*this));
+    _collector->begin(_appearances);
     // A function that is called for the view may edit what it stands on, but not the record.
     SceneRecord const &record = _cache.getRecord();
-    for(SceneRecord::Open const &open : record.opens)
+    for(UInt32 open = 0; open < record.opens.size(); ++open)
     {
-        _collector->beginOpen(open);
-        Visitor visitor{*this};
-        NodeWalker().walk(record.entries[open.entry].node, visitor);
+        if(!_collector->beginOpen(open))
+            continue;
+        OpenVisitor visitor{{*this}, *_collector};
+        NodeWalker().walk(record.entries[record.opens[open].entry].node, visitor);
     }
     _collector->finish(_headlight);
 }

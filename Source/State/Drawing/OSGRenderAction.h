@@ -48,6 +48,11 @@ class OSG_STATE_API RenderAction : public RenderActionBase
     bool getHeadlight() const { return _headlight; }
     void setHeadlight(bool isOn) { _headlight = isOn; }
 
+    /// What is shown in place of materials, or not at all, by places of the scene. It costs no walk
+    /// of the scene, and is no edit of it.
+    AppearanceTable &editAppearances() { return _appearances; }
+    AppearanceTable const &getAppearances() const { return _appearances; }
+
     // --- the result of the last apply() ---
     DrawList const &getDrawList() const { return _list; }
 
@@ -77,7 +82,7 @@ class OSG_STATE_API RenderAction : public RenderActionBase
 
   protected:
     RenderAction();
-    /// Copies the functions and settings.
+    /// Copies the functions, the settings and the appearances.
     RenderAction(RenderAction const &source);
     ~RenderAction() override;
 
@@ -88,12 +93,14 @@ class OSG_STATE_API RenderAction : public RenderActionBase
 
   private:
     class Recording;
+    struct OpenVisitor;
 
     void collect(std::vector<Node *> const &roots);
     UInt64 walkKey() const;
 
     RenderPartition _partition;
     DrawList _list;
+    AppearanceTable _appearances;
     SceneCache _cache;
     std::unique_ptr<FrameCollector> _collector;
     SceneRecorder *_recorder = nullptr; // null: the functions are called for the view at hand

@@ -1,63 +1,31 @@
 #include "OSGSceneCache.h"
 
 #include <algorithm>
-#include <bit>
 #include <tuple>
 
 #include "OSGChangeList.h"
 #include "OSGDrawEpochs.h"
+#include "OSGEntryTable.h"
 #include "OSGNode.h"
 #include "OSGThread.h"
 
 namespace OSG
 {
-/// An open-addressed table of the first entry of each node; further ones are chained.
-class SceneCache::NodeTable
+class SceneCache::NodeTable : public EntryTable<ByNode>
 {
   public:
-    explicit NodeTable(std::vector<SceneRecord::Entry> const &entries)
-        : _slots(std::bit_ceil(2 * entries.size() + 2), None)
-        , _next(entries.size(), None)
-        , _entries(entries)
-    {
-        for(UInt32 entry = 0; entry < entries.size(); ++entry)
-        {
-            UInt32 &slot = slotOf(entries[entry].node);
-            _next[entry] = slot;
-            slot = entry;
-        }
-    }
-
-    template <class Use>
-    void forEach(Node const *node, Use use)
-    {
-        for(UInt32 entry = slotOf(node); entry != None; entry = _next[entry])
-            use(entry);
-    }
-
-  private:
-    static constexpr UInt32 None = 0xFFFFFFFF;
-
-    // Multiplicative hashing (Knuth), linear probing.
-    UInt32 &slotOf(Node const *node)
-    {
-        UInt64 const hash = reinterpret_cast<std::uintptr_t>(node) * 0x9E3779B97F4A7C15u;
-        std::size_t const mask = _slots.size() - 1;
-        std::size_t i = static_cast<std::size_t>(hash >> 20) & mask;
-        while(_slots[i] != None && _entries[_slots[i]].node != node)
-            i = (i + 1) & mask;
-        return _slots[i];
-    }
-
-    std::vector<UInt32> _slots;
-    std::vector<UInt32> _next;
-    std::vector<SceneRecord::Entry> const &_entries;
+    using EntryTable::EntryTable;
 };
 
 void SceneCache::clear()
 {
     _journal.reset();
     _nodes.reset();
+    _dressed.forgetPlaces();
+    _dressed.clear();
+    _dressedOpaque.clear();
+    _dressedTransparent.clear();
+    _isDressed = false;
     _record.clear();
     _part.clear();
     _shapes.clear();
@@ -77,7 +45,8 @@ bool SceneCache::addEntriesOf(Node const *node, std::vector<UInt32> &entries)
     if(_nodes == nullptr)
         _nodes = std::make_shared<NodeTable>(_record.entries);
     std::size_t const before = entries.size();
-    _nodes->forEach(node, [&entries](UInt32 entry) { entries.push_back(entry); });
+    _nodes->forEach({const_cast<Node *>(node), 0, 0, {}, SceneRecord::NoEntry},
+                    [&entries](UInt32 entry) { entries.push_back(entry); });
     return entries.size() != before;
 }
 
@@ -135,7 +104,8 @@ void SceneCache::noteOpenEdits()
 
 // --- walking ---
 
-void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk const &walk)
+void SceneCache::update(std::vector<Node *> const &roots, UInt64 key,
+                        AppearanceTable const &appearances, Walk const &walk)
 {
     try
     {
@@ -150,6 +120,8 @@ void SceneCache::update(std::vector<Node *> const &roots, UInt64 key, Walk const
             refreshStates();
         if(!_isSorted)
             sort();
+        if(!_isDressed || _appearances != appearances.getNumber())
+            dress(appearances);
     }
     catch(...)
     {
@@ -205,7 +177,11 @@ bool SceneCache::recordPart(UInt32 entry, Walk const &walk)
         return false;
     _isSorted = _isSorted && _record.hasSameItems(entry, _part);
     if(!_record.hasSameNodes(entry, _part))
+    {
         _nodes.reset();
+        _dressed.forgetPlaces();
+        _isDressed = false;
+    }
     _record.replace(entry, _part);
     UInt32 const first = _record.entries[entry].starts.item;
     UInt32 const end = first + static_cast<UInt32>(_part.items.size());
@@ -242,6 +218,8 @@ void SceneCache::refreshStates()
 
 struct SceneCache::Key
 {
+    static constexpr UInt64 Transparent = UInt64(1) << 32; // after all that is opaque
+
     UInt64 material; // transparent or not, key of the material
     UInt64 state;    // place among the states, and layout
     UInt32 item;
@@ -252,18 +230,17 @@ struct SceneCache::Key
     }
 };
 
-// Gives the states of opaque items their ranks, and counts those items.
-SceneCache::Key SceneCache::keyOf(UInt32 number, UInt32 &numRanks)
+// Of the item in that state. Gives the states of opaque items their ranks.
+SceneCache::Key SceneCache::keyOf(UInt32 number, UInt32 stateNumber)
 {
     SceneRecord::Item const &item = _record.items[number];
-    UInt32 const state = _states.stateOf(item.state);
+    UInt32 const state = _states.stateOf(stateNumber);
     if(_states.getStates()[state]->isTransparent())
-        return {UInt64(1) << 32, 0, number};
-    ++_numOpaque;
+        return {Key::Transparent, 0, number};
     UInt32 &rank = _stateRanks[state];
     if(rank == NoRank)
-        rank = numRanks++;
-    UInt32 const sortKey = static_cast<UInt32>(_states.sortKeyOf(item.state)) ^ 0x80000000u;
+        rank = _numRanks++;
+    UInt32 const sortKey = static_cast<UInt32>(_states.sortKeyOf(stateNumber)) ^ 0x80000000u;
     UInt32 const layout = _shapes.getShapes()[item.shape]->getMeshLayout();
     return {sortKey, UInt64(rank) << 32 | layout, number};
 }
@@ -272,10 +249,13 @@ void SceneCache::sort()
 {
     std::vector<Key> keys(_record.items.size());
     _stateRanks.assign(_states.getStates().size(), NoRank);
-    UInt32 numRanks = 0;
+    _numRanks = 0;
     _numOpaque = 0;
     for(UInt32 i = 0; i < keys.size(); ++i)
-        keys[i] = keyOf(i, numRanks);
+    {
+        keys[i] = keyOf(i, _record.items[i].state);
+        _numOpaque += keys[i].material != Key::Transparent ? 1 : 0;
+    }
     if(!std::is_sorted(keys.begin(), keys.end()))
         std::sort(keys.begin(), keys.end());
     _order.resize(keys.size());
@@ -286,6 +266,39 @@ void SceneCache::sort()
         _places[keys[place].item] = place;
     }
     _isSorted = true;
+    _isDressed = false;
     ++_number;
+}
+
+// The ranks of the items' own states stay: what has another state for a while moves nothing else.
+void SceneCache::dress(AppearanceTable const &appearances)
+{
+    bool const wasPlain = _dressed.isPlain();
+    _dressed.make(_record, appearances, _states);
+    _dressedOpaque.clear();
+    _dressedTransparent.clear();
+    if(!wasPlain || !appearances.isEmpty())
+        ++_number;
+    _stateRanks.resize(_states.getStates().size(), NoRank);
+    std::vector<std::pair<Key, DressedRecord::Item>> opaque;
+    UInt32 const numRanks = _numRanks;
+    std::replace_if(
+        _stateRanks.begin(), _stateRanks.end(),
+        [numRanks](UInt32 rank) { return rank >= numRanks; }, NoRank);
+    for(DressedRecord::Item const &item : _dressed.getItems())
+    {
+        Key const key = keyOf(item.item, item.state);
+        if(key.material == Key::Transparent)
+            _dressedTransparent.push_back(item);
+        else
+            opaque.emplace_back(key, item);
+    }
+    _numRanks = numRanks;
+    std::sort(opaque.begin(), opaque.end(),
+              [](auto const &a, auto const &b) { return a.first < b.first; });
+    for(auto const &[key, item] : opaque)
+        _dressedOpaque.push_back(item);
+    _appearances = appearances.getNumber();
+    _isDressed = true;
 }
 } // namespace OSG

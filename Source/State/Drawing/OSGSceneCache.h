@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "OSGBoxPyramid.h"
+#include "OSGDressedRecord.h"
 #include "OSGEditJournal.h"
 #include "OSGSceneRecorder.h"
 
@@ -26,9 +27,10 @@ class OSG_STATE_API SceneCache
     /// any are out of date then. To be called before the volumes are brought up to date.
     static void noteOpenEdits();
     /// Brings the record up to date with the trees of `roots`, whose volumes are valid. `key`
-    /// stands for what else the walk depends on: another key walks everything. An exception leaves
-    /// the cache cleared.
-    void update(std::vector<Node *> const &roots, UInt64 key, Walk const &walk);
+    /// stands for what else the walk depends on: another key walks everything. Another state of
+    /// `appearances` walks nothing. An exception leaves the cache cleared.
+    void update(std::vector<Node *> const &roots, UInt64 key, AppearanceTable const &appearances,
+                Walk const &walk);
     void clear();
 
     SceneRecord const &getRecord() const { return _record; }
@@ -44,6 +46,14 @@ class OSG_STATE_API SceneCache
     /// item has is beyond the list or NoRank.
     std::vector<UInt32> const &getStateRanks() const { return _stateRanks; }
     static constexpr UInt32 NoRank = 0xFFFFFFFF;
+    /// What the appearances make of the items. Those that are drawn in another state stand in the
+    /// order that getOrder() would have them in; their states have ranks.
+    DressedRecord const &getDressed() const { return _dressed; }
+    std::vector<DressedRecord::Item> const &getDressedOpaque() const { return _dressedOpaque; }
+    std::vector<DressedRecord::Item> const &getDressedTransparent() const
+    {
+        return _dressedTransparent;
+    }
     /// Place of each item in the order.
     std::vector<UInt32> const &getPlaces() const { return _places; }
     /// Changes with the record or the states.
@@ -52,6 +62,7 @@ class OSG_STATE_API SceneCache
   private:
     /// Where the entries of a node are.
     class NodeTable;
+    struct Key;
 
     bool findEdited(std::vector<UInt32> &entries);
     bool addEntriesOf(Node const *node, std::vector<UInt32> &entries);
@@ -60,9 +71,9 @@ class OSG_STATE_API SceneCache
     bool recordPart(UInt32 entry, Walk const &walk);
     void renumberShapes();
     void refreshStates();
-    struct Key;
-    Key keyOf(UInt32 number, UInt32 &numRanks);
+    Key keyOf(UInt32 number, UInt32 state);
     void sort();
+    void dress(AppearanceTable const &appearances);
 
     SceneRecord _record;
     SceneRecord _part;
@@ -72,8 +83,15 @@ class OSG_STATE_API SceneCache
     std::vector<UInt32> _order;
     std::vector<UInt32> _places;
     std::vector<UInt32> _stateRanks;
+    UInt32 _numRanks = 0;
     UInt32 _numOpaque = 0;
     bool _isSorted = false;
+
+    DressedRecord _dressed;
+    std::vector<DressedRecord::Item> _dressedOpaque;
+    std::vector<DressedRecord::Item> _dressedTransparent;
+    UInt64 _appearances = 0; // number of the table's state
+    bool _isDressed = false;
 
     std::unique_ptr<EditJournal::Follower> _journal; // null: nothing is recorded
     std::vector<Node *> _roots;

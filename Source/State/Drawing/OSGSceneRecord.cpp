@@ -50,7 +50,8 @@ bool SceneRecord::fits(UInt32 entry, SceneRecord const &part) const
 bool SceneRecord::hasSameNodes(UInt32 entry, SceneRecord const &part) const
 {
     return std::equal(part.entries.begin(), part.entries.end(), entries.begin() + entry,
-                      [](Entry const &a, Entry const &b) { return a.node == b.node; });
+                      [](Entry const &a, Entry const &b)
+                      { return a.node == b.node && a.end == b.end && a.visiting == b.visiting; });
 }
 
 bool SceneRecord::hasSameItems(UInt32 entry, SceneRecord const &part) const

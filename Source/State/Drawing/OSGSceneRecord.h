@@ -23,6 +23,7 @@ class Node;
 struct SceneRecord
 {
     static constexpr UInt32 NoLight = LightSets::NoLight;
+    static constexpr UInt32 NoEntry = 0xFFFFFFFF;
 
     /// What holds for what a node shows, from the nodes above it.
     struct Scope
@@ -49,6 +50,7 @@ struct SceneRecord
         UInt32 end;   ///< of what is below it, in `entries`
         UInt32 scope; ///< that it stands in, in `scopes`
         Starts starts;
+        UInt32 visiting; ///< entry of the innermost node that shows it as another tree, or NoEntry
     };
     /// A shape at its place.
     struct Item
@@ -97,7 +99,7 @@ struct SceneRecord
     /// Whether the lists of `part`, which was recorded with the starts of `entry`, are as long as
     /// what stands for that entry and what is below it.
     bool fits(UInt32 entry, SceneRecord const &part) const;
-    /// Whether they hold the same nodes, or the same items. The part fits.
+    /// Whether they hold the same nodes in the same tree, or the same items. The part fits.
     bool hasSameNodes(UInt32 entry, SceneRecord const &part) const;
     bool hasSameItems(UInt32 entry, SceneRecord const &part) const;
     /// Puts a part that fits in their place.

@@ -12,6 +12,7 @@ void SceneRecorder::beginScene()
     _record.clear();
     _starts = {};
     _firstEntry = 0;
+    _visiting = SceneRecord::NoEntry;
     _current = {};
     _outer.clear();
     _nodes.clear();
@@ -25,6 +26,7 @@ void SceneRecorder::beginPart(SceneRecord const &whole, UInt32 entry)
     SceneRecord::Entry const &begin = whole.entries[entry];
     _starts = begin.starts;
     _firstEntry = entry;
+    _visiting = begin.visiting;
     _current.scope = whole.scopes[begin.scope];
     _current.scopeNumber = begin.scope;
     _current.toRoot = whole.spaces[_current.scope.space].toRoot;
@@ -35,15 +37,27 @@ void SceneRecorder::beginPart(SceneRecord const &whole, UInt32 entry)
 
 // --- nodes ---
 
+UInt32 SceneRecorder::visitingOf(Node const *node) const
+{
+    if(_nodes.empty())
+        return _visiting;
+    SceneRecord::Entry const &above = _record.entries[_nodes.back()];
+    NodeCore const *const core = above.node->getCore();
+    return core != nullptr && core->getOtherTree() == node ? _firstEntry + _nodes.back()
+                                                           : above.visiting;
+}
+
 void SceneRecorder::enter(Node *node)
 {
     SceneRecord::Starts const ends = _record.ends();
+    UInt32 const visiting = visitingOf(node);
     _nodes.push_back(count_of(_record.entries));
     _record.entries.push_back(
         {node, 0, _current.scopeNumber,
          SceneRecord::Starts{_starts.item + ends.item, _starts.space + ends.space,
                              _starts.scope + ends.scope, _starts.light + ends.light,
-                             _starts.open + ends.open}});
+                             _starts.open + ends.open},
+         visiting});
 }
 
 void SceneRecorder::leave()

@@ -52,6 +52,7 @@ class OSG_STATE_API SceneRecorder
         bool isFinite = true; // all numbers of the matrix
     };
 
+    UInt32 visitingOf(Node const *node) const;
     void push(SceneRecord::Scope const &scope);
     UInt32 stateOf(Material const *material);
 
@@ -60,6 +61,7 @@ class OSG_STATE_API SceneRecorder
     DrawStateTable &_states;
     SceneRecord::Starts _starts; // of the part in the whole
     UInt32 _firstEntry = 0;
+    UInt32 _visiting = SceneRecord::NoEntry; // of the first entry
     Current _current;
     std::vector<Current> _outer;
     std::vector<UInt32> _nodes; // entries that are not left yet

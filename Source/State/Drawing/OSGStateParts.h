@@ -32,15 +32,15 @@ class OSG_STATE_API StateParts
     using Slots = std::vector<std::pair<UInt32, Value>>; // in ascending order
 
     template <class Value>
-    static void put(Slots<Value> &slots, Value const &value, UInt32 slot)
+    static void put(Slots<Value> &list, Value const &value, UInt32 slot)
     {
         auto const at =
-            std::lower_bound(slots.begin(), slots.end(), slot,
+            std::lower_bound(list.begin(), list.end(), slot,
                              [](auto const &entry, UInt32 wanted) { return entry.first < wanted; });
-        if(at != slots.end() && at->first == slot)
+        if(at != list.end() && at->first == slot)
             at->second = value;
         else
-            slots.insert(at, {slot, value});
+            list.insert(at, {slot, value});
     }
 
     std::vector<TextureValues> resolveTextures() const;

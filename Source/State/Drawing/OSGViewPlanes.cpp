@@ -22,16 +22,26 @@ Real32 ViewPlanes::Plane::marginFor(Real32 reach) const
 
 ViewPlanes::ViewPlanes(Matrix4d const &toScreen)
 {
-    for(int i = 0; i < NumPlanes; ++i)
+    for(std::size_t row = 0; row < 3; ++row)
     {
-        std::size_t const row = static_cast<std::size_t>(i / 2);
-        Real64 const sign = i % 2 == 0 ? 1 : -1;
-        for(std::size_t c = 0; c < 4; ++c)
+        for(Real64 const sign : {1., -1.})
         {
-            Real32 const number = static_cast<Real32>(toScreen[c][3] + sign * toScreen[c][row]);
-            (c < 3 ? _planes[i].normal[c] : _planes[i].offset) = number;
+            Vector<Real64, 4> plane;
+            for(std::size_t c = 0; c < 4; ++c)
+                plane[c] = toScreen[c][3] + sign * toScreen[c][row];
+            add(plane);
         }
     }
+}
+
+void ViewPlanes::add(Vector<Real64, 4> const &plane)
+{
+    if(_numPlanes == MostPlanes)
+        return;
+    Plane &added = _planes[_numPlanes++];
+    for(std::size_t axis = 0; axis < 3; ++axis)
+        added.normal[axis] = static_cast<Real32>(plane[axis]);
+    added.offset = static_cast<Real32>(plane[3]);
 }
 
 void ViewPlanes::setReach(Real32 reach)
@@ -44,7 +54,7 @@ void ViewPlanes::test(BoxLanes const &boxes, UInt32 quad, FourMask &missed, Four
 {
     missed = FourMask{};
     inside = ~FourMask{};
-    for(Plane const &plane : _planes)
+    for(Plane const &plane : planes())
     {
         FourReal32 farthest = FourReal32{} + plane.offset; // value at the corner farthest inwards
         FourReal32 nearest = farthest;

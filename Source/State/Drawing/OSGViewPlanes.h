@@ -3,6 +3,8 @@
 /// \file
 /// Which boxes a view may show.
 
+#include <span>
+
 #include "OSGBoxVolume.h"
 #include "OSGChildIndex.h"
 #include "OSGMatrix.h"
@@ -10,9 +12,9 @@
 
 namespace OSG
 {
-/// The six planes of what a projection shows (Gribb and Hartmann, 2001). Tests of boxes err towards
-/// showing: a box that is said to be missed holds no point that is drawn. Numbers that are not
-/// finite miss nothing.
+/// The six planes of what a projection shows (Gribb and Hartmann, 2001), and others. Tests of boxes
+/// err towards showing: a box that is said to be missed holds no point that is drawn. Numbers that
+/// are not finite miss nothing.
 class OSG_STATE_API ViewPlanes
 {
   public:
@@ -27,6 +29,9 @@ class OSG_STATE_API ViewPlanes
     ViewPlanes() = default;
     /// `toScreen` carries points of the space of the boxes to clip coordinates.
     explicit ViewPlanes(Matrix4d const &toScreen);
+
+    /// One more plane, which keeps normal . p + offset >= 0. To be called before setReach().
+    void add(Vector<Real64, 4> const &plane);
 
     /// At least the largest absolute coordinate of the boxes that are tested four at a time; it
     /// bounds rounding errors.
@@ -47,8 +52,11 @@ class OSG_STATE_API ViewPlanes
 
         Real32 marginFor(Real32 reach) const;
     };
-    static constexpr int NumPlanes = 6;
+    static constexpr std::size_t MostPlanes = 12;
 
-    Plane _planes[NumPlanes];
+    std::span<Plane const> planes() const { return {_planes, _numPlanes}; }
+
+    Plane _planes[MostPlanes];
+    std::size_t _numPlanes = 0;
 };
 } // namespace OSG

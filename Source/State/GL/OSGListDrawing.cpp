@@ -179,6 +179,17 @@ void ListDrawing::drawPart(GLenum mode, UInt32 count, UInt32 firstIndex) const
                        reinterpret_cast<void const *>(std::uintptr_t(firstIndex) * _indexBytes));
 }
 
+// OpenGL carries the planes through the inverse of the model's matrix, which is the identity here.
+void set_sections(DrawEnv const &env)
+{
+    GLenum name = GL_CLIP_PLANE0;
+    for(Vector<Real64, 4> const &plane : env.getSectionsInEye())
+    {
+        glClipPlane(name, plane.values());
+        glEnable(name++);
+    }
+}
+
 // What the initial state of OpenGL has otherwise.
 void set_up(DrawEnv const &env)
 {
@@ -190,6 +201,7 @@ void set_up(DrawEnv const &env)
     glMatrixMode(GL_PROJECTION);
     glLoadMatrixf(env.getCameraProjection().values());
     glMatrixMode(GL_MODELVIEW);
+    set_sections(env);
 }
 } // namespace
 

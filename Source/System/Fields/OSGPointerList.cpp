@@ -47,8 +47,8 @@ void PointerList::moveToBlock(UInt32 capacity)
     if(isBlock())
     {
         UInt32 const before = std::min(block()->gapStart, count);
-        move_slots(to, slots(), before);
-        move_slots(to + before, slots() + before + block()->gapLength, count - before);
+        move_slots(to, cells(), before);
+        move_slots(to + before, cells() + before + block()->gapLength, count - before);
         MemFree(block());
     }
     else
@@ -95,9 +95,9 @@ void PointerList::moveGapTo(UInt32 index)
     UInt32 const start = block()->gapStart;
     UInt32 const length = block()->gapLength;
     if(length != 0 && index < start)
-        move_slots(slots() + index + length, slots() + index, start - index);
+        move_slots(cells() + index + length, cells() + index, start - index);
     else if(length != 0)
-        move_slots(slots() + start, slots() + start + length, index - start);
+        move_slots(cells() + start, cells() + start + length, index - start);
     block()->gapStart = index;
 }
 
@@ -112,7 +112,7 @@ void PointerList::closeGap()
 void PointerList::set(UInt32 index, FieldContainer *value)
 {
     if(isBlock())
-        slots()[slotOf(index)] = value;
+        cells()[slotOf(index)] = value;
     else if(isSparse())
         putAt(index, value);
     else
@@ -238,7 +238,7 @@ void PointerList::push_back(FieldContainer *value)
         moveToBlock(FirstCapacity);
     else if(slotsEnd() == block()->capacity)
         makeRoom();
-    slots()[slotsEnd()] = value;
+    cells()[slotsEnd()] = value;
     ++block()->size;
 }
 
@@ -256,9 +256,9 @@ void PointerList::insert(UInt32 index, FieldContainer *value)
         push_back(value);
         if(!isBlock())
             return;
-        move_slots(slots() + index + 1, slots() + index, size() - 1 - index);
+        move_slots(cells() + index + 1, cells() + index, size() - 1 - index);
     }
-    slots()[index] = value;
+    cells()[index] = value;
 }
 
 void PointerList::erase(UInt32 index)
@@ -303,15 +303,15 @@ UInt32 PointerList::findNear(FieldContainer const *value, UInt32 slot) const
     UInt32 const gapStart = block()->gapStart;
     UInt32 const gapLength = block()->gapLength;
     bool const isUsed = slot < slotsEnd() && (slot < gapStart || slot >= gapStart + gapLength);
-    if(isUsed && slots()[slot] == value)
+    if(isUsed && cells()[slot] == value)
         return slot < gapStart ? slot : slot - gapLength;
     UInt32 left = std::min(gapStart, size());
     UInt32 right = left + gapLength;
     while(left > 0 || right < slotsEnd())
     {
-        if(left > 0 && slots()[--left] == value)
+        if(left > 0 && cells()[--left] == value)
             return left;
-        if(right < slotsEnd() && slots()[right] == value)
+        if(right < slotsEnd() && cells()[right] == value)
             return right - gapLength;
         right = std::min(right + 1, slotsEnd());
     }

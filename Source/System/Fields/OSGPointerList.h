@@ -52,7 +52,7 @@ class OSG_SYSTEM_API PointerList
     FieldContainer *operator[](UInt32 index) const
     {
         if(isBlock())
-            return slots()[slotOf(index)];
+            return cells()[slotOf(index)];
         if((_bits & NullEntry) != 0)
             return sparseAt(index);
         return reinterpret_cast<FieldContainer *>(_bits);
@@ -133,7 +133,7 @@ class OSG_SYSTEM_API PointerList
     bool growSparse(UInt32 index, FieldContainer *value);
     void becomeDense();
     Block *block() const { return reinterpret_cast<Block *>(_bits - 1); }
-    FieldContainer **slots() const { return reinterpret_cast<FieldContainer **>(block() + 1); }
+    FieldContainer **cells() const { return reinterpret_cast<FieldContainer **>(block() + 1); }
 
     UInt32 slotOf(UInt32 index) const
     {

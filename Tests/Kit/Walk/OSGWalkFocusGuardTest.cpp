@@ -113,6 +113,26 @@ TEST_F(Guarded, AFocusThatGoesAgainBeforeTheKeysAreUpKeepsItWaiting)
     EXPECT_FALSE(guard->isWaiting());
 }
 
+TEST_F(Guarded, WhileSomebodyElseHasTheKeysNothingMoves)
+{
+    makeGuard();
+    frame(true);
+    guard->setInputTaken(true);
+    desktop->setKey('W', true);
+    for(int i = 0; i < 50; ++i)
+        frame(true);
+    EXPECT_TRUE(guard->isWaiting());
+    guard->setInputTaken(false);
+    frame(true); // the key is still down
+    EXPECT_EQ(engine->getFrom(), Pnt3f(0, 0, 0));
+    desktop->setKey('W', false);
+    frame(true);
+    EXPECT_FALSE(guard->isWaiting());
+    desktop->setKey('W', true);
+    frame(true);
+    EXPECT_NEAR(engine->getFrom()[2], -0.032f, 1e-5);
+}
+
 TEST_F(Guarded, WithoutAWindowItWaitsForNothing)
 {
     makeGuard();

@@ -32,13 +32,17 @@ class CornerReader
     DrawnTriangle triangle(TriangleIterator const &it) const
     {
         std::array<Vec4d, 3> corners;
+        std::array<Vec4d, 3> inEye;
         for(int i = 0; i < 3; ++i)
-            corners[i] = _view.projection * (_item.toEye * wide(it.getPosition(i)));
+        {
+            inEye[i] = _item.toEye * wide(it.getPosition(i));
+            corners[i] = _view.projection * inEye[i];
+        }
         TriangleRaster const raster(corners, _view.width, _view.height);
         bool const isFront = raster.isCounterClockwise() != _isMirrored;
         DrawnTriangle result;
         for(int i = 0; i < 3; ++i)
-            result.vertices[i] = {corners[i], color(it, i, isFront), coords(it, i)};
+            result.vertices[i] = {corners[i], inEye[i], color(it, i, isFront), coords(it, i)};
         return result;
     }
 

@@ -16,6 +16,7 @@ constexpr std::size_t MaxStages = 2;
 struct DrawnVertex
 {
     Vec4d clip;                               ///< before the division by w
+    Vec4d eye;                                ///< in the eye's coordinates
     Vec4d color;                              ///< of the side that is seen
     std::array<Vec4d, MaxStages> texCoords{}; ///< s, t, r, q of each unit
 };

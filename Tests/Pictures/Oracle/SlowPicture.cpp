@@ -6,6 +6,7 @@
 #include "DrawnItems.h"
 #include "FragmentColors.h"
 #include "ItemVertices.h"
+#include "SectionCut.h"
 #include "TriangleRaster.h"
 
 namespace OSG::Test
@@ -42,6 +43,7 @@ class Painter
   public:
     explicit Painter(SlowView const &view)
         : _view(view)
+        , _cut(view)
         , _pixels(std::size_t(view.width) * view.height)
     {
         Vec4d const background(view.background[0], view.background[1], view.background[2], 1.0);
@@ -103,6 +105,11 @@ class Painter
                     TriangleRaster const &raster, TriangleRaster::Sample const &sample,
                     Place const &place) const
     {
+        Real64 const cut = _cut.distance(triangle, raster, place.column, place.row);
+        if(cut < EdgeDoubt && cut > -EdgeDoubt)
+            doubt(pixel, sample.depth);
+        if(cut < 0)
+            return;
         bool const nearEdge = sample.edgeDistance < EdgeDoubt && is_within(sample.depth);
         bool const nearPlane =
             std::abs(sample.depth) < DepthDoubt || std::abs(sample.depth - 1) < DepthDoubt;
@@ -184,6 +191,7 @@ class Painter
     }
 
     SlowView const &_view;
+    SectionCut _cut;
     std::vector<OpenPixel> _pixels;
     UInt32 _triangleCount = 0;
     StageLevels _levels; // of the item that is painted

@@ -53,6 +53,7 @@ SlowView view_of(ViewSetup const &setup)
     view.travMask = setup.travMask;
     view.headlight = setup.headlight;
     view.background = setup.background;
+    view.sections = setup.sections;
     return view;
 }
 } // namespace OSG::Test

@@ -3,8 +3,11 @@
 /// \file
 /// How a scene is looked at, in double precision.
 
+#include <vector>
+
 #include "OSGColor.h"
 #include "OSGMatrix.h"
+#include "OSGPlane.h"
 
 namespace OSG::Test
 {
@@ -26,6 +29,7 @@ struct ViewSetup
     UInt32 travMask = 0xFFFFFFFF;
     bool headlight = true; ///< one light from the eye; the scene's own lights shine where it is not
     Color3f background{1, 1, 1};
+    std::vector<Plane> sections{}; ///< what is in their half spaces is drawn
 };
 
 /// A view as a picture is made from it.
@@ -38,6 +42,7 @@ struct SlowView
     UInt32 travMask = 0xFFFFFFFF;
     bool headlight = true;
     Color3f background{1, 1, 1};
+    std::vector<Plane> sections{};
 
     bool isPerspective() const { return projection[2][3] != 0; }
 };

@@ -1,0 +1,7 @@
+#include "OSGPointerTool.h"
+
+namespace OSG
+{
+PointerTool::~PointerTool() = default;
+bool PointerTool::sharesDrag() const { return false; }
+} // namespace OSG

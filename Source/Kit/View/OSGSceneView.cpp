@@ -1,0 +1,130 @@
+#include "OSGSceneView.h"
+
+#include <limits>
+
+#include "OSGMakeNode.h"
+#include "OSGOrthographicCamera.h"
+#include "OSGPerspectiveCamera.h"
+#include "OSGPictureView.h"
+#include "OSGSolidBackground.h"
+#include "OSGTransform.h"
+#include "OSGViewFit.h"
+#include "OSGViewportView.h"
+
+namespace OSG
+{
+namespace
+{
+UnrecordedRefPtr<Node> new_beacon()
+{
+    UnrecordedRefPtr<Transform> const transform(Transform::create());
+    return UnrecordedRefPtr<Node>(make_node(transform));
+}
+
+WindowView const FirstView{{0, 0, 1}, {0, 0, 0}, {0, 1, 0}, DefaultFieldOfView, 1, 1};
+} // namespace
+
+SceneView::SceneView()
+    : _beacon(new_beacon())
+    , _perspective(PerspectiveCamera::create())
+    , _orthographic(OrthographicCamera::create())
+    , _background(SolidBackground::create())
+    , _viewport(EnhPassiveViewport::create())
+    , _action(RenderAction::create())
+    , _view(FirstView)
+{
+    _perspective->setBeacon(_beacon);
+    _orthographic->setBeacon(_beacon);
+    _background->setColor(Color3f(1, 1, 1));
+    _viewport->setBackground(_background);
+    _viewport->setCamera(_perspective);
+    _action->setHeadlight(true);
+    _navigator.setViewport(_viewport);
+    setSize(1, 1);
+    setView(FirstView);
+}
+
+SceneView::~SceneView() = default;
+
+void SceneView::setScene(Node *scene) { _viewport->setRoot(scene); }
+
+void SceneView::setSize(UInt32 width, UInt32 height)
+{
+    constexpr UInt32 Largest = std::numeric_limits<UInt16>::max();
+    if(width == 0 || height == 0 || width > Largest || height > Largest)
+        return;
+    _view.width = width;
+    _view.height = height;
+    _viewport->setLeft(0);
+    _viewport->setBottom(0);
+    _viewport->setRight(static_cast<Real32>(width - 1));
+    _viewport->setTop(static_cast<Real32>(height - 1));
+}
+
+WindowView SceneView::getView() const
+{
+    WindowView view = _view;
+    NavigatorEngine *const engine = _navigator.getEngine();
+    if(engine == nullptr)
+        return view;
+    engine->getMatrix(); // some engines bring the pose up to date here alone
+    view.from = engine->getFrom();
+    view.at = engine->getAt();
+    view.up = engine->getUp();
+    if(view.orthographicHeight)
+        view.orthographicHeight = static_cast<Real32>(_heightByDistance * engine->getDistance());
+    return view;
+}
+
+bool SceneView::setView(WindowView const &view)
+{
+    if(!is_view(view))
+        return false;
+    UInt32 const width = _view.width;
+    UInt32 const height = _view.height;
+    _view = view;
+    _view.width = width;
+    _view.height = height;
+    if(NavigatorEngine *const engine = _navigator.getEngine())
+        engine->set(view.from, view.at, view.up);
+    if(view.orthographicHeight)
+        _heightByDistance = Real64(*view.orthographicHeight) / distance();
+    _viewport->setCamera(view.orthographicHeight ? static_cast<Camera *>(_orthographic)
+                                                 : _perspective);
+    placeCamera();
+    return true;
+}
+
+void SceneView::fit() { setView(OSG::fit(getView(), getBounds())); }
+
+void SceneView::setEngine(NavigatorEngine *engine)
+{
+    WindowView const view = getView();
+    _navigator.setEngine(engine);
+    setView(view);
+}
+
+void SceneView::setBackground(Color3f const &color) { _background->setColor(color); }
+
+void SceneView::draw()
+{
+    placeCamera();
+    _viewport->render(_action);
+}
+
+Real64 SceneView::distance() const
+{
+    NavigatorEngine *const engine = _navigator.getEngine();
+    return engine != nullptr ? engine->getDistance() : (_view.at - _view.from).length();
+}
+
+void SceneView::placeCamera()
+{
+    show_view(*_viewport, getView());
+    ViewDepths const depths = picture_depths(getBounds(), _beacon->getToWorld());
+    if(!depths.isVisible())
+        return;
+    _viewport->getCamera()->setNear(static_cast<Real32>(depths.nearSide));
+    _viewport->getCamera()->setFar(static_cast<Real32>(depths.farSide));
+}
+} // namespace OSG
