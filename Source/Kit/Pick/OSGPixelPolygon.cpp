@@ -152,6 +152,15 @@ std::vector<PixelEdge> StrokeSplitter::pieces()
     return pieces;
 }
 
+// Four sides along the window's close in one way only.
+bool is_box(std::vector<PixelEdge> const &boundary)
+{
+    constexpr std::size_t Sides = 4;
+    return boundary.size() == Sides &&
+           std::all_of(boundary.begin(), boundary.end(), [](PixelEdge const &edge)
+                       { return edge.from.x == edge.to.x || edge.from.y == edge.to.y; });
+}
+
 std::vector<PixelEdge> strokes_of(std::vector<Pnt2f> const &points)
 {
     std::vector<PixelEdge> strokes;
@@ -205,6 +214,7 @@ void PixelPolygon::keepBoundary(std::vector<PixelEdge> const &pieces)
         if(isOddBetween({left, right}))
             boundary.push_back(piece);
     }
+    _isBox = is_box(boundary);
     _boundary = PixelEdges(std::move(boundary));
 }
 
@@ -254,6 +264,8 @@ bool PixelPolygon::contains(PixelPoint const &point) const
     around = around.grownBy(EdgeWidth);
     if(isEmpty() || !around.meets(getBox()))
         return false;
+    if(_isBox)
+        return true;
     bool const isOnEdge = !_boundary.visitIn(around, [&](PixelEdge const &edge)
                                              { return distance_between(edge, point) > EdgeWidth; });
     return isOnEdge || isOdd(point);

@@ -45,5 +45,6 @@ class OSG_TOLVANITEKIT_API PixelPolygon
 
     PixelEdges _strokes;  // as drawn
     PixelEdges _boundary; // between inside and outside
+    bool _isBox = false;  // a rectangle with sides along the window's
 };
 } // namespace OSG
