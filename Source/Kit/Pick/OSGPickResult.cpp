@@ -105,7 +105,8 @@ PickResult result_of(HitT const &hit, SelectionFunctor::SelectionType kind, Dept
     result.point = hit.hasPoint ? hit.point : depths.foremostCorner(hit);
     result.depth = depths.of(wide(result.point));
     if(region.getEye())
-        result.eyeDistance = static_cast<Real32>((wide(result.point) - wide(*region.getEye())).length());
+        result.eyeDistance =
+            static_cast<Real32>((wide(result.point) - wide(*region.getEye())).length());
     result.name = name_of(*hit.node);
     result.entity = entity_of(*hit.node, hit.index);
     result.normal = normal_in_root(hit);
@@ -127,7 +128,8 @@ class Foremost
 
     std::vector<PickResult> sorted()
     {
-        std::stable_sort(_results.begin(), _results.end(), [](PickResult const &a, PickResult const &b)
+        std::stable_sort(_results.begin(), _results.end(),
+                         [](PickResult const &a, PickResult const &b)
                          { return a.depth < b.depth; });
         return std::move(_results);
     }

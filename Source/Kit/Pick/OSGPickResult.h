@@ -22,9 +22,9 @@ struct PickResult
     UInt64 entity = 0;
     Int32 primitive = -1; ///< index among the triangles, lines or primitives of the geometry
     SelectionFunctor::SelectionType kind = SelectionFunctor::SelectTriangles;
-    Pnt3f point = {};   ///< in the space of the root
-    Vec3f normal = {};  ///< there, of length 1; zero where the geometry has none
-    Real64 depth = 0;   ///< of the point, from the near side of the region's solid
+    Pnt3f point = {};  ///< in the space of the root
+    Vec3f normal = {}; ///< there, of length 1; zero where the geometry has none
+    Real64 depth = 0;  ///< of the point, from the near side of the region's solid
     std::optional<Real32> eyeDistance = {}; ///< of the point; none for a region without a view
 
     Node *getNode() const { return path.getNode(); }
@@ -35,9 +35,8 @@ struct PickResult
 /// at.
 ///
 /// For a triangle that lies wholly inside, the point is its foremost corner.
-OSG_TOLVANITEKIT_API std::vector<PickResult> pick_results(PickSelector &selector,
-                                                          PickRegion const &region,
-                                                          PickSettings const &settings = {});
+OSG_TOLVANITEKIT_API std::vector<PickResult>
+pick_results(PickSelector &selector, PickRegion const &region, PickSettings const &settings = {});
 
 /// Goes through what lies under the pointer, one thing at a time: "select other".
 class PickCycle

@@ -157,7 +157,8 @@ bool is_box(std::vector<PixelEdge> const &boundary)
 {
     constexpr std::size_t Sides = 4;
     return boundary.size() == Sides &&
-           std::all_of(boundary.begin(), boundary.end(), [](PixelEdge const &edge)
+           std::all_of(boundary.begin(), boundary.end(),
+                       [](PixelEdge const &edge)
                        { return edge.from.x == edge.to.x || edge.from.y == edge.to.y; });
 }
 

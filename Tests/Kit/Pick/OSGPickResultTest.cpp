@@ -27,7 +27,8 @@ NodePtr triangle_at(Real32 z, char const *name = nullptr)
     return node;
 }
 
-std::vector<PickResult> results_at(Node *root, PixelArea const &area, PickSettings const &settings = {})
+std::vector<PickResult> results_at(Node *root, PixelArea const &area,
+                                   PickSettings const &settings = {})
 {
     auto const region = PickRegion::ofRectangle(straight_view(), area, bounds_of(root));
     if(!region)
@@ -51,8 +52,9 @@ std::vector<std::string> names_of(std::vector<PickResult> const &results)
 
 TEST(PickResults, ComeInTheOrderOfTheirDepths)
 {
-    NodePtr const root = make_group({triangle_at(0, "middle"), triangle_at(-2, "back"),
-                                     make_transform(scaling(5, 5, 5), {triangle_at(0.6f, "front")})});
+    NodePtr const root =
+        make_group({triangle_at(0, "middle"), triangle_at(-2, "back"),
+                    make_transform(scaling(5, 5, 5), {triangle_at(0.6f, "front")})});
     EXPECT_THAT(names_of(results_in_middle(root)), testing::ElementsAre("front", "middle", "back"));
 }
 
