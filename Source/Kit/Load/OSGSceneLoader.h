@@ -32,9 +32,9 @@ class OSG_TOLVANITEKIT_API SceneLoader
     enum class State : UInt8
     {
         Running,
-        Ready,     ///< take() gives the scene
-        Taken,     ///< take() has given it
-        Failed,    ///< there is no scene; see getError()
+        Ready,  ///< take() gives the scene
+        Taken,  ///< take() has given it
+        Failed, ///< there is no scene; see getError()
         Cancelled
     };
 
