@@ -173,6 +173,7 @@ class SceneLoader::Job
 
   private:
     void run() noexcept;
+    UnrecordedRefPtr<Node> read();
     void readAndOffer();
     static void leaveNothing() noexcept;
     void offer(Node *scene);
@@ -240,7 +241,7 @@ void SceneLoader::Job::leaveNothing() noexcept
     }
 }
 
-void SceneLoader::Job::readAndOffer()
+UnrecordedRefPtr<Node> SceneLoader::Job::read()
 {
     ProgressListener const listener(
         [this](UInt32 percent)
@@ -249,8 +250,13 @@ void SceneLoader::Job::readAndOffer()
             if(_isCancelled)
                 throw ReadCancelled();
         });
-    SceneFileHandlerBase &handler = *SceneFileHandlerBase::the();
-    UnrecordedRefPtr<Node> const scene(handler.read(_fileName.c_str()));
+    return UnrecordedRefPtr<Node>(SceneFileHandlerBase::the()->read(_fileName.c_str()));
+}
+
+// The host may use the scene file handler as soon as it sees another state.
+void SceneLoader::Job::readAndOffer()
+{
+    UnrecordedRefPtr<Node> const scene = read();
     if(scene == nullptr)
     {
         fail("the file gives no scene");

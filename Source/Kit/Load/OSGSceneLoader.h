@@ -20,9 +20,9 @@ namespace OSG
 {
 /// One read of one file, by a thread in an aspect of its own. The host polls; it is never called.
 ///
-/// Only one thread at a time may use the SceneFileHandler: while a loader is Running, the host
-/// neither reads nor writes scenes, and leaves the handler's settings alone. Loaders wait for one
-/// another.
+/// Only one thread at a time may use the SceneFileHandler: while a loader is Running, and after
+/// cancel() until it is destroyed, the host neither reads nor writes scenes, and leaves the
+/// handler's settings alone. Loaders wait for one another.
 ///
 /// The functions are called by one thread, the host's. What a reader cannot be told while it works
 /// it notices at the next percent that it reports.

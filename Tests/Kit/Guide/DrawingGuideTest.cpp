@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "CameraBuilders.h"
 #include "GeometryBuilders.h"
 #include "LogCapture.h"
-#include "OSGEnhPassiveViewport.h"
-#include "OSGPerspectiveCamera.h"
 #include "OSGRenderAction.h"
 #include "OSGSceneLoader.h"
 #include "OSGSimpleMaterial.h"
@@ -33,9 +32,9 @@ struct DrawingGuide : testing::Test
     NodePtr root = make_group({part, neighbour, cover, visit});
     Node *scene = root;
     UnrecordedRefPtr<SimpleMaterial> highlight{SimpleMaterial::create()};
-    UnrecordedRefPtr<EnhPassiveViewport> viewport{EnhPassiveViewport::create()};
+    ViewportPtr viewport = make_viewport(0, 0, 99, 99);
     UnrecordedRefPtr<RenderAction> action{RenderAction::create()};
-    UnrecordedRefPtr<PerspectiveCamera> camera{PerspectiveCamera::create()};
+    CameraPtr<PerspectiveCamera> camera = make_perspective(1, 0.1f, 100);
     UnrecordedRefPtr<SolidBackground> background{SolidBackground::create()};
     NodePtr beacon = make_transform(translation(0, 0, 5));
     LogCapture log; // there is no context
@@ -43,9 +42,6 @@ struct DrawingGuide : testing::Test
     DrawingGuide()
     {
         camera->setBeacon(beacon);
-        camera->setFov(1);
-        camera->setNear(0.1f);
-        camera->setFar(100);
         viewport->setCamera(camera);
         viewport->setBackground(background);
         viewport->setRoot(root);
