@@ -236,7 +236,8 @@ TEST_F(EventAdapterTest, NoFrameBringsTwoMotionsOrAMotionAndAnIdleEvent)
             for(NavigatorEvent const &event : frame())
             {
                 motions += event.kind == NavigatorEvent::Move ||
-                           event.kind == NavigatorEvent::Hover || event.kind == NavigatorEvent::Idle;
+                           event.kind == NavigatorEvent::Hover ||
+                           event.kind == NavigatorEvent::Idle;
             }
             ASSERT_LE(motions, 1u) << i;
             break;
@@ -385,8 +386,8 @@ TEST_F(EventAdapterTest, AnotherToolEndsTheDragAndMayBeSetByAResult)
     adapter.buttonPress(Left, 1, 0);
     std::weak_ptr<PointerTool> clicking;
     {
-        auto const click = std::make_shared<PickTool>(
-            [&](PointerTool::Event const &) { adapter.setTool(nullptr); });
+        auto const click = std::make_shared<PickTool>([&](PointerTool::Event const &)
+                                                      { adapter.setTool(nullptr); });
         clicking = click;
         adapter.setTool(click);
     }
@@ -447,8 +448,8 @@ TEST_F(EventAdapterTest, WhatIsTypedIntoAPanelIsNotTheNavigators)
     adapter.setKeyboardTaken(false);
     adapter.pointerMove(4, 5);
     adapter.key('W', NavigatorEvent::KeyDown);
-    EXPECT_THAT(heard.take(),
-                ElementsAre(NavigatorEvent{NavigatorEvent::Key, 'W', NavigatorEvent::KeyDown, 4, 5}));
+    EXPECT_THAT(heard.take(), ElementsAre(NavigatorEvent{NavigatorEvent::Key, 'W',
+                                                         NavigatorEvent::KeyDown, 4, 5}));
 }
 
 TEST_F(EventAdapterTest, FractionsOfWheelStepsAreCollected)
