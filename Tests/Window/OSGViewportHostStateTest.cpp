@@ -1,6 +1,7 @@
 // What views leave of the context of their host.
 
 #include <array>
+
 #include <gmock/gmock.h>
 
 #include "ContextState.h"

@@ -76,4 +76,12 @@ ViewDepths picture_depths(SceneBounds const &bounds, Matrix const &camera)
         depths.farSide *= BeyondFarSide;
     return depths;
 }
+
+PictureView fitted_view(SceneBounds const &bounds, UInt32 width, UInt32 height)
+{
+    PictureView view;
+    view.camera = fitted_camera(bounds, width, height);
+    view.depths = picture_depths(bounds, view.camera);
+    return view;
+}
 } // namespace OSG

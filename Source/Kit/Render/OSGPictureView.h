@@ -35,4 +35,8 @@ OSG_TOLVANITEKIT_API Matrix fitted_camera(SceneBounds const &bounds, UInt32 widt
 /// because a depth buffer drops what lies in its farthest value. The sides for a scene without a
 /// box stay as they are.
 OSG_TOLVANITEKIT_API ViewDepths picture_depths(SceneBounds const &bounds, Matrix const &camera);
+
+/// The view of that camera, with these planes, under DefaultFieldOfView.
+OSG_TOLVANITEKIT_API PictureView fitted_view(SceneBounds const &bounds, UInt32 width,
+                                             UInt32 height);
 } // namespace OSG

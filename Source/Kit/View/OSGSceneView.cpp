@@ -108,7 +108,6 @@ void SceneView::setBackground(Color3f const &color) { _background->setColor(colo
 
 void SceneView::draw()
 {
-    _navigator.updateCameraTransformation();
     placeCamera();
     _viewport->render(_action);
 }

@@ -15,14 +15,17 @@ class SolidBackground;
 
 /// A scene, a camera, an engine that moves it and the viewport that draws it, put together for a
 /// window that a host owns. The host passes the size of the window in pixels, and events to the
-/// navigator; it calls draw() in its own context, with its OpenGL viewport set.
+/// navigator, best through an EventAdapter; it calls draw() in its own context, with its OpenGL
+/// viewport set.
 ///
 ///     OSG::SceneView view;
 ///     view.setScene(scene);
 ///     view.setSize(width, height);
 ///     view.fit();
 ///     view.setEngine(engine);
-///     ... once per frame: view.draw();
+///     ... once per frame:
+///     view.getNavigator().updateCameraTransformation(); // or EventAdapter::frame()
+///     view.draw();
 ///
 /// All of it is used by one thread, that of the window.
 class OSG_TOLVANITEKIT_API SceneView

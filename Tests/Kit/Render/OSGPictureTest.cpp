@@ -25,11 +25,7 @@ NodePtr make_square()
 
 PictureView fitted_view(Node *scene, OffscreenContext const &context)
 {
-    SceneBounds const bounds = bounds_of(scene);
-    PictureView view;
-    view.camera = fitted_camera(bounds, context.getWidth(), context.getHeight());
-    view.depths = picture_depths(bounds, view.camera);
-    return view;
+    return OSG::fitted_view(bounds_of(scene), context.getWidth(), context.getHeight());
 }
 
 bool is_blue(std::vector<UInt8> const &pixels, std::size_t pixel)

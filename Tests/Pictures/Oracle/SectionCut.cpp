@@ -33,9 +33,9 @@ Real64 SectionCut::distance(DrawnTriangle const &triangle, TriangleRaster const 
         auto const valueAt = [&](Int32 column, Int32 row)
         { return value(plane, triangle, raster.at(column, row).weights); };
         Real64 const here = valueAt(x, y);
-        Real64 const change =
-            std::hypot(valueAt(x + 1, y) - valueAt(x - 1, y), valueAt(x, y + 1) - valueAt(x, y - 1)) /
-            2;
+        Real64 const change = std::hypot(valueAt(x + 1, y) - valueAt(x - 1, y),
+                                         valueAt(x, y + 1) - valueAt(x, y - 1)) /
+                              2;
         nearest = std::min(nearest, change > 0 ? here / change : here < 0 ? -1e9 : 1e9);
     }
     return nearest;

@@ -99,8 +99,12 @@ OSG::PictureView PictureChoice::inScene(OSG::SceneBounds const &bounds) const
 {
     OSG::PictureView view = _view;
     if(_fits)
-        view.camera = OSG::fitted_camera(bounds, width(), height());
-    view.depths = OSG::picture_depths(bounds, view.camera);
+    {
+        view = OSG::fitted_view(bounds, width(), height());
+        view.orthographicHeight = _view.orthographicHeight;
+    }
+    else
+        view.depths = OSG::picture_depths(bounds, view.camera);
     return view;
 }
 } // namespace Tool
