@@ -178,12 +178,12 @@ void prune_after_an_edit(benchmark::State &state)
     }
 }
 
-BENCHMARK(&add_at_once)->Name("selection set, add at once, a path/ours");
-BENCHMARK(&add_one_by_one)->Name("selection set, add one by one, a path/ours");
-BENCHMARK(&toggle_at_once)->Name("selection set, toggle at once, a path/ours");
-BENCHMARK(&look_up)->Name("selection set, look up, a path/ours");
-BENCHMARK(&clear)->Name("selection set, clear, a path/ours");
-BENCHMARK(&prune_after_nothing)->Name("selection set, prune without an edit/ours");
-BENCHMARK(&prune_after_an_edit)->Name("selection set, prune after an edit/ours");
+BENCHMARK(add_at_once)->Name("selection set, add at once, a path/ours");
+BENCHMARK(add_one_by_one)->Name("selection set, add one by one, a path/ours");
+BENCHMARK(toggle_at_once)->Name("selection set, toggle at once, a path/ours");
+BENCHMARK(look_up)->Name("selection set, look up, a path/ours");
+BENCHMARK(clear)->Name("selection set, clear, a path/ours");
+BENCHMARK(prune_after_nothing)->Name("selection set, prune without an edit/ours");
+BENCHMARK(prune_after_an_edit)->Name("selection set, prune after an edit/ours");
 } // namespace
 } // namespace OSG::Bench
