@@ -25,6 +25,7 @@
 #include "OSGSceneBounds.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGSelectionAction.h"
+#include "OSGSelectionSet.h"
 #include "OSGShownTriangles.h"
 #include "OSGSimpleSelectionFunctor.h"
 #include "OSGSwitch.h"
@@ -149,6 +150,27 @@ void bound(Node *scene)
     bounds_of(scene);
 }
 
+struct Listener : SelectionSet::Observer
+{
+    void selectionChanged(SelectionSet const &set, SelectionSet::Change const &) override
+    {
+        size = set.size();
+    }
+    std::size_t size = 0;
+};
+
+void keep_a_selection(Node *scene)
+{
+    Listener listener;
+    SelectionSet set;
+    set.addObserver(&listener);
+    set.add({{NodePath(scene)}, {NodePath(scene->getChild(0))}});
+    set.toggle({{NodePath(scene->getChild(1))}, {NodePath(scene)}});
+    set.prune(scene);
+    set.replace({{NodePath(scene->getChild(2))}});
+    ASSERT_EQ(listener.size, 1u);
+}
+
 struct Job
 {
     char const *name;
@@ -164,6 +186,7 @@ Job const Jobs[] = {{"SelectExactly", &select_exactly},
                     {"Account", &account},
                     {"CountShown", &count_shown},
                     {"Bound", &bound},
+                    {"KeepASelection", &keep_a_selection},
                     {"ReadObj", &read_obj},
                     {"WriteAndReadOsb", &write_and_read_osb},
                     {"OrbitByRecording", &orbit},

@@ -82,7 +82,9 @@ class OSG_TOLVANITEKIT_API EventAdapter
     void key(Int16 code, UInt16 navigatorModifiers);
     /// The window has lost the keyboard: ends what is under way without a result.
     void focusLost();
-    /// Once per frame: the motion or the idle event, then Navigator::updateCameraTransformation.
+    /// Once per frame: the motion or the idle event, then Navigator::updateCameraTransformation. To
+    /// be called when no event of the toolkit waits any more: the newest position is then where the
+    /// pointer is, also after an engine has put it elsewhere.
     void frame();
 
     // --- looking ---

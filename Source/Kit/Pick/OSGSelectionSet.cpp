@@ -1,10 +1,36 @@
 #include "OSGSelectionSet.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 namespace OSG
 {
+namespace
+{
+/// Paths that lie elsewhere: a copy of a path takes a block and counts references.
+class PathsSeen
+{
+  public:
+    explicit PathsSeen(std::size_t count) { _paths.reserve(count); }
+
+    /// False for a path that was added before.
+    bool add(NodePath const &path) { return _paths.insert(&path).second; }
+    bool contains(NodePath const &path) const { return _paths.count(&path) != 0; }
+
+  private:
+    struct Hash
+    {
+        std::size_t operator()(NodePath const *path) const { return path->hash(); }
+    };
+    struct Equal
+    {
+        bool operator()(NodePath const *a, NodePath const *b) const { return *a == *b; }
+    };
+    std::unordered_set<NodePath const *, Hash, Equal> _paths;
+};
+} // namespace
+
 SelectionSet::Observer::~Observer() = default;
 SelectionSet::SelectionSet() = default;
 SelectionSet::~SelectionSet() = default;
@@ -25,27 +51,19 @@ bool SelectionSet::lets(Item const &item) const
            (!_filter.accepts || _filter.accepts(item.path));
 }
 
-/// Adds a path that is neither in the set nor in the change yet.
-void SelectionSet::addNew(NodePath const &path, Change &change, Places &seen) const
-{
-    if(!contains(path) && seen.emplace(path, 0).second)
-        change.came.push_back(path);
-}
-
 bool SelectionSet::replace(Items const &items)
 {
     Change change;
-    Places wanted;
-    wanted.reserve(items.size());
+    PathsSeen wanted(items.size());
     for(Item const &item : items)
     {
-        if(lets(item) && wanted.emplace(item.path, 0).second && !contains(item.path))
+        if(lets(item) && wanted.add(item.path) && !contains(item.path))
             change.came.push_back(item.path);
     }
     forEach(
         [&](NodePath const &path)
         {
-            if(wanted.count(path) == 0)
+            if(!wanted.contains(path))
                 change.went.push_back(path);
         });
     return apply(std::move(change));
@@ -54,11 +72,11 @@ bool SelectionSet::replace(Items const &items)
 bool SelectionSet::add(Items const &items)
 {
     Change change;
-    Places seen;
+    PathsSeen seen(items.size());
     for(Item const &item : items)
     {
-        if(lets(item))
-            addNew(item.path, change, seen);
+        if(lets(item) && !contains(item.path) && seen.add(item.path))
+            change.came.push_back(item.path);
     }
     return apply(std::move(change));
 }
@@ -66,18 +84,12 @@ bool SelectionSet::add(Items const &items)
 bool SelectionSet::toggle(Items const &items)
 {
     Change change;
-    Places seen;
+    PathsSeen seen(items.size());
     for(Item const &item : items)
     {
-        if(!contains(item.path))
-        {
-            if(lets(item))
-                addNew(item.path, change, seen);
-        }
-        else if(seen.emplace(item.path, 0).second)
-        {
-            change.went.push_back(item.path);
-        }
+        bool const goes = contains(item.path);
+        if((goes || lets(item)) && seen.add(item.path))
+            (goes ? change.went : change.came).push_back(item.path);
     }
     return apply(std::move(change));
 }
@@ -85,10 +97,10 @@ bool SelectionSet::toggle(Items const &items)
 bool SelectionSet::remove(std::vector<NodePath> const &paths)
 {
     Change change;
-    Places seen;
+    PathsSeen seen(paths.size());
     for(NodePath const &path : paths)
     {
-        if(contains(path) && seen.emplace(path, 0).second)
+        if(contains(path) && seen.add(path))
             change.went.push_back(path);
     }
     return apply(std::move(change));
@@ -157,6 +169,8 @@ void SelectionSet::insert(std::vector<NodePath> const &paths)
     std::size_t const begin = _order.size();
     try
     {
+        if(paths.size() > size()) // otherwise the table grows as it does by itself
+            _places.reserve(size() + paths.size());
         for(NodePath const &path : paths)
         {
             _order.push_back(nullptr);

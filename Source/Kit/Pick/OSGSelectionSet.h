@@ -125,7 +125,6 @@ class OSG_TOLVANITEKIT_API SelectionSet
     using Places = std::unordered_map<NodePath, std::size_t, NodePathHash>;
 
     bool lets(Item const &item) const;
-    void addNew(NodePath const &path, Change &change, Places &seen) const;
     bool apply(Change &&change);
     void insert(std::vector<NodePath> const &paths);
     void erase(NodePath const &path);

@@ -4,7 +4,7 @@
 #include "OSGGeometry.h"
 #include "OSGGeometryIterators.h"
 #include "OSGNodeWalker.h"
-#include "OSGTransform.h"
+#include "OSGPlaceMatrix.h"
 
 namespace OSG
 {
@@ -24,15 +24,6 @@ bool makes_infinite(NodeCore &core)
     BoxVolume box(Pnt3f(0, 0, 0), Pnt3f(1, 1, 1));
     core.adjustVolume(box);
     return box.isInfinite();
-}
-
-// A transform may accumulate a matrix of its last view. Its own one says where it was put.
-void accumulate_place(NodeCore &core, Matrix &matrix)
-{
-    if(auto const *transform = dynamic_cast<Transform *>(&core))
-        matrix.mult(transform->getMatrix());
-    else
-        core.accumulateMatrix(matrix);
 }
 
 /// Extends a box by what a geometry delivers.

@@ -73,7 +73,7 @@ Real64 half_extent(SeenCorners const &seen, std::size_t axis)
 WindowView fit_perspective(WindowView const &view, ViewFrame const &frame, SeenCorners const &seen,
                            Real64 share)
 {
-    Real64 const slope = height_at(view, 1) / 2 * share;
+    Real64 const slope = shown_height(view, 1) / 2 * share;
     Real64 const slopeAcross = slope * view.width / view.height;
     Stand const across = stand_for(seen, 0, slopeAcross);
     Stand const upwards = stand_for(seen, 1, slope);

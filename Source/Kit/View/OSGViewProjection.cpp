@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "OSGPictureView.h"
 #include "OSGViewFrame.h"
 
 namespace OSG
@@ -11,7 +12,7 @@ namespace
 Real32 valid_field_of_view(WindowView const &view)
 {
     bool const isValid = view.fieldOfView > 0 && view.fieldOfView < 180;
-    return isValid ? view.fieldOfView : FallbackFieldOfView;
+    return isValid ? view.fieldOfView : DefaultFieldOfView;
 }
 
 WindowView with_perspective(WindowView const &view)
@@ -29,7 +30,7 @@ WindowView to_orthographic(WindowView const &view)
     if(!frame || view.orthographicHeight)
         return view;
     WindowView result = view;
-    result.orthographicHeight = static_cast<Real32>(height_at(view, frame->offset.length()));
+    result.orthographicHeight = static_cast<Real32>(shown_height(view, frame->offset.length()));
     return is_view(result) ? result : view;
 }
 
@@ -52,6 +53,6 @@ Real64 perspective_distance(WindowView const &view)
         return 0;
     if(!view.orthographicHeight)
         return frame->offset.length();
-    return *view.orthographicHeight / height_at(with_perspective(view), 1);
+    return *view.orthographicHeight / shown_height(with_perspective(view), 1);
 }
 } // namespace OSG

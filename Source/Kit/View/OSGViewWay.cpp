@@ -91,7 +91,7 @@ std::optional<WindowView> between(WindowView const &from, WindowView const &to, 
         view.orthographicHeight = static_cast<Real32>(
             by_equal_ratios(*from.orthographicHeight, *to.orthographicHeight, share));
     Real64 const gone =
-        share_of_way(height_at(from, beginDistance), height_at(to, endDistance), share);
+        share_of_way(shown_height(from, beginDistance), shown_height(to, endDistance), share);
     Turn const turn = turn_of(rotation_between(begin->axes, end->axes));
     Vec3d const back = turned(begin->axes.back, turn.axis, turn.angle * share);
     Vec3d const up = turned(begin->axes.up, turn.axis, turn.angle * share);

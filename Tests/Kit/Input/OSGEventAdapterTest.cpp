@@ -236,7 +236,8 @@ TEST_F(EventAdapterTest, NoFrameBringsTwoMotionsOrAMotionAndAnIdleEvent)
             for(NavigatorEvent const &event : frame())
             {
                 motions += event.kind == NavigatorEvent::Move ||
-                           event.kind == NavigatorEvent::Hover || event.kind == NavigatorEvent::Idle;
+                           event.kind == NavigatorEvent::Hover ||
+                           event.kind == NavigatorEvent::Idle;
             }
             ASSERT_LE(motions, 1u) << i;
             break;
@@ -385,8 +386,8 @@ TEST_F(EventAdapterTest, AnotherToolEndsTheDragAndMayBeSetByAResult)
     adapter.buttonPress(Left, 1, 0);
     std::weak_ptr<PointerTool> clicking;
     {
-        auto const click = std::make_shared<PickTool>(
-            [&](PointerTool::Event const &) { adapter.setTool(nullptr); });
+        auto const click = std::make_shared<PickTool>([&](PointerTool::Event const &)
+                                                      { adapter.setTool(nullptr); });
         clicking = click;
         adapter.setTool(click);
     }
@@ -447,8 +448,8 @@ TEST_F(EventAdapterTest, WhatIsTypedIntoAPanelIsNotTheNavigators)
     adapter.setKeyboardTaken(false);
     adapter.pointerMove(4, 5);
     adapter.key('W', NavigatorEvent::KeyDown);
-    EXPECT_THAT(heard.take(),
-                ElementsAre(NavigatorEvent{NavigatorEvent::Key, 'W', NavigatorEvent::KeyDown, 4, 5}));
+    EXPECT_THAT(heard.take(), ElementsAre(NavigatorEvent{NavigatorEvent::Key, 'W',
+                                                         NavigatorEvent::KeyDown, 4, 5}));
 }
 
 TEST_F(EventAdapterTest, FractionsOfWheelStepsAreCollected)
@@ -466,26 +467,28 @@ TEST_F(EventAdapterTest, FractionsOfWheelStepsAreCollected)
     EXPECT_EQ(steps.back(), press(NavigatorEvent::WheelDown, 1, 1));
 }
 
-TEST_F(EventAdapterTest, TypingAndBandsDoNotWalk)
+/// A person in empty space who looks along -z, in a window of 800 by 600 pixels with the focus.
+struct WalkAdapterTest : EventAdapterTest
 {
-    auto const desktop = std::make_shared<ScriptedDesktop>();
-    UnrecordedRefPtr<WIN32Window> const window(WIN32Window::create());
-    ViewportPtr const viewport(Viewport::create());
-    window->setHwnd(window.get());
-    window->setSize(800, 600);
-    window->addPort(viewport);
-    viewport->setRoot(make_group());
-    viewport->setCamera(make_perspective(0.8f, 0.1f, 100));
-    Desktop::setCurrent(desktop);
-    UnrecordedRefPtr<WASDWalkEngine> const engine(WASDWalkEngine::create());
-    Desktop::setCurrent(nullptr);
-    engine->set({0, 0, 0}, {0, 0, -1}, {0, 1, 0});
-    navigator.setEngine(engine);
-    navigator.setViewport(viewport);
-    desktop->setFocus(window.get());
-    WalkFocusGuard guard(navigator, *engine, desktop);
-    adapter.setWalkGuard(&guard);
-    auto const framesLater = [&]
+    WalkAdapterTest()
+    {
+        window->setHwnd(window.get());
+        window->setSize(800, 600);
+        window->addPort(viewport);
+        viewport->setRoot(make_group());
+        viewport->setCamera(make_perspective(0.8f, 0.1f, 100));
+        desktop->setFocus(window.get());
+        Desktop::setCurrent(desktop);
+        engine = WASDWalkEngine::create();
+        Desktop::setCurrent(nullptr);
+        engine->set({0, 0, 0}, {0, 0, -1}, {0, 1, 0});
+        navigator.setEngine(engine);
+        navigator.setViewport(viewport);
+        adapter.pointerMove(10, 10); // an engine knows its navigator from the first event on
+    }
+    ~WalkAdapterTest() override { navigator.setEngine(nullptr); }
+    /// Where the person is on the way back after five frames.
+    Real32 framesLater()
     {
         for(int i = 0; i < 5; ++i)
         {
@@ -493,8 +496,41 @@ TEST_F(EventAdapterTest, TypingAndBandsDoNotWalk)
             adapter.frame();
         }
         return engine->getFrom()[2];
-    };
-    adapter.pointerMove(10, 10); // an engine knows its navigator from the first event on
+    }
+
+    std::shared_ptr<ScriptedDesktop> const desktop = std::make_shared<ScriptedDesktop>();
+    UnrecordedRefPtr<WIN32Window> const window{WIN32Window::create()};
+    ViewportPtr const viewport{Viewport::create()};
+    UnrecordedRefPtr<WASDWalkEngine> engine;
+};
+
+TEST_F(WalkAdapterTest, PositionsFromBeforeTheWrapOfAPointerDoNotTurnTheView)
+{
+    framesLater();
+    adapter.key(WalkKeys::F3, NavigatorEvent::KeyDown | NavigatorEvent::VirtualKey);
+    adapter.pointerMove(600, 300);
+    framesLater();
+    adapter.pointerMove(700, 300);
+    Pnt3f const before = engine->getAt();
+    framesLater();
+    Pnt3f const looking = engine->getAt();
+    EXPECT_NE(looking, before); // the pointer turns the view
+    // It leaves the window, and the engine puts it to the middle. Further events come late.
+    adapter.pointerMove(805, 300);
+    adapter.frame();
+    adapter.pointerMove(807, 300);
+    adapter.pointerMove(400, 300);
+    framesLater();
+    EXPECT_EQ(engine->getAt(), looking);
+    adapter.pointerMove(410, 300);
+    framesLater();
+    EXPECT_NE(engine->getAt(), looking);
+}
+
+TEST_F(WalkAdapterTest, TypingAndBandsDoNotWalk)
+{
+    WalkFocusGuard guard(navigator, *engine, desktop);
+    adapter.setWalkGuard(&guard);
     EXPECT_EQ(framesLater(), 0);
     desktop->setKey('W', true);
     EXPECT_LT(framesLater(), 0);
@@ -519,6 +555,5 @@ TEST_F(EventAdapterTest, TypingAndBandsDoNotWalk)
     desktop->setKey('W', true);
     EXPECT_LT(framesLater(), 0);
     adapter.setWalkGuard(nullptr);
-    navigator.setEngine(nullptr);
 }
 } // namespace

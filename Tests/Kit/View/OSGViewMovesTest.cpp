@@ -214,6 +214,25 @@ TEST_P(ViewMoves, AnOrbitKeepsThePointAndTheDistance)
     }
 }
 
+TEST_P(ViewMoves, AnOrbitKeepsAPointThatIsFarBehindWhatIsLookedAt)
+{
+    // What is looked at is so near to the eye that the direction is a matter of few units.
+    Pnt3f const eye(1e6f, 0, 0);
+    Real64 const unit = 0.0625; // in the last place at 1e6
+    for(int round = 0; round < 200; ++round)
+    {
+        WindowView v = view();
+        v.from = eye;
+        v.at = eye + Vec3f(random.real(-1, 1), 1, 0);
+        v.up = Vec3f(0, 0, 1);
+        Pnt3f const p = eye + Vec3f(random.real(-30, 30), 200, random.real(-30, 30));
+        WindowView const turned = orbit_about(v, p, random.vector(), random.real(-1, 1));
+        Pnt2f const before = pixelOf(v, p);
+        EXPECT_LT(pixels_apart(slow_pixel(turned, p), before[0], before[1]),
+                  unit / (heightAt(v, p) / v.height) + Thousandth);
+    }
+}
+
 TEST_P(ViewMoves, AnUprightOrbitKeepsThePointAndTheHorizon)
 {
     Vec3f const top(0, 0, 1);

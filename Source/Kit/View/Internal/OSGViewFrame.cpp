@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "OSGFinite.h"
 
@@ -92,16 +91,9 @@ std::optional<ViewFrame> frame_of(WindowView const &view)
     return ViewFrame{eye, offset, *axes};
 }
 
-Real64 height_at(WindowView const &view, Real64 depth)
-{
-    if(view.orthographicHeight)
-        return *view.orthographicHeight;
-    return 2 * depth * std::tan(view.fieldOfView * std::numbers::pi / 360);
-}
-
 Real64 pixel_at(WindowView const &view, Real64 depth)
 {
-    return height_at(view, depth) / view.height;
+    return shown_height(view, depth) / view.height;
 }
 
 ViewAnchor anchor_of(WindowView const &view, ViewFrame const &frame, Pnt3f const &point)

@@ -44,9 +44,7 @@ inline Vec3d wide(Vec3f const &v) { return Vec3d(v[0], v[1], v[2]); }
 /// Rounds each number.
 inline Vec3f narrow(Vec3d const &v) { return Vec3f(v[0], v[1], v[2]); }
 
-/// The height of the window at that depth. Negative behind the eye of a view with perspective.
-Real64 height_at(WindowView const &view, Real64 depth);
-/// The side of a pixel at that depth.
+/// The side of a pixel at that depth. Negative behind the eye of a view with perspective.
 Real64 pixel_at(WindowView const &view, Real64 depth);
 
 /// What a view has to show: a point at a place of the window, in pixels from its left top corner,
