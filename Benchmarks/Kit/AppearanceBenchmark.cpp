@@ -1,6 +1,6 @@
 // A frame of a scene of 1,000,000 nodes in which another part is highlighted than in the last one,
-// as under a pointer that hovers, beside a frame after a move of the camera. Collecting and ordering
-// alone; nothing is drawn. All of the scene is in sight.
+// as under a pointer that hovers, beside a frame after a move of the camera. Collecting and
+// ordering alone; nothing is drawn. All of the scene is in sight.
 
 #include <benchmark/benchmark.h>
 

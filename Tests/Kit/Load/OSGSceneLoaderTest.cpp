@@ -11,6 +11,7 @@
 #include "LogCapture.h"
 #include "OSGChangeList.h"
 #include "OSGMemManager.h"
+#include "OSGRenderAction.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGThread.h"
 #include "OsbScenes.h"
@@ -361,9 +362,10 @@ TEST_F(SceneLoaderTest, AHandOverWithoutMemoryMayBeTriedAgain)
     EXPECT_EQ(osb_bytes(scene), osb_bytes(read_directly(Models + "building.obj")));
 }
 
-TEST_F(SceneLoaderTest, TheHostEditsItsOwnSceneMeanwhile)
+TEST_F(SceneLoaderTest, TheHostEditsAndCollectsItsOwnSceneMeanwhile)
 {
     NodePtr const root = make_group();
+    UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
     for(int i = 0; i < 5; ++i)
     {
         SceneLoader loader(Models + "building.obj");
@@ -371,12 +373,13 @@ TEST_F(SceneLoaderTest, TheHostEditsItsOwnSceneMeanwhile)
         {
             NodePtr const child = make_transform(translation(1, 2, 3), {make_visit(root)});
             root->addChild(child);
-            root->updateVolume();
+            action->apply(root);
             root->subChild(child);
             commit();
+            action->apply(root);
         }
         root->addChild(NodePtr(loader.take()));
-        root->updateVolume();
+        action->apply(root);
         commit();
     }
     EXPECT_EQ(root->getNChildren(), 5u);
