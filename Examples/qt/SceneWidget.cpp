@@ -1,6 +1,7 @@
 #include "SceneWidget.h"
 
 #include <QMouseEvent>
+#include <QOpenGLContext>
 
 #include "OSGCadTrackballEngine.h"
 #include "OSGGLObjectStore.h"

@@ -33,6 +33,7 @@ int run(OSG::Node *scene, QString const &picture)
                 if(!picture.isEmpty() && !widget.grabFramebuffer().save(picture))
                     std::fprintf(stderr, "qt-view: cannot write the picture\n");
             });
+    widget.setWindowTitle("qt-view");
     widget.resize(640, 480);
     widget.show();
     return QApplication::exec();
