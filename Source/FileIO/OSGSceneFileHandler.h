@@ -71,8 +71,10 @@ class OSG_FILEIO_API SceneFileHandlerBase
     void addUnwrittenFile(std::string const &fileName);
 
     // --- progress of the innermost read that is under way; without one, nothing is reported ---
-    /// `callback` is called with each new percentage, 0 to 100, in ascending order.
+    /// `callback` is called with each new percentage, 0 to 100, in ascending order. It may raise an
+    /// exception, which ends the read and passes on.
     void setReadProgressCallback(ProgressCallback const &callback);
+    ProgressCallback const &getReadProgressCallback() const { return _progress; }
     /// To be called by a reader once per element. It is cheap: the stream is asked for its position
     /// only now and then.
     void updateReadProgress()

@@ -1,5 +1,7 @@
 // A record that is kept over edits, and one that is made anew, give the same lists.
 
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include "CollectedScene.h"
@@ -7,6 +9,7 @@
 #include "OSGChangeList.h"
 #include "OSGDirectionalLight.h"
 #include "OSGDistanceLOD.h"
+#include "OSGEditJournal.h"
 #include "OSGInverseTransform.h"
 #include "OSGMaterialGroup.h"
 #include "OSGSwitch.h"
@@ -333,6 +336,27 @@ TEST_F(CountedWalks, AnotherAppearanceWalksNothing)
     EXPECT_EQ(enteredBy([&] { transform.setMatrix(translation(1, 0, 0)); }), 1u);
     EXPECT_EQ(enteredBy([&] { action->editAppearances().clear(); }), 0u);
     EXPECT_EQ(action->getDrawList().opaque.size(), 3u);
+}
+
+TEST_F(CountedWalks, EditsOfAnotherAspectWalkNothing)
+{
+    EXPECT_EQ(enteredBy(
+                  []
+                  {
+                      std::thread(
+                          []
+                          {
+                              Thread::setCurrentAspect(1);
+                              NodePtr tree = make_group();
+                              for(std::size_t i = 0; i < EditJournal::Capacity; ++i)
+                                  tree->addChild(make_group());
+                              commit();
+                              tree = nullptr;
+                              commit();
+                          })
+                          .join();
+                  }),
+              0u);
 }
 
 TEST_F(CountedWalks, AnotherMaskWalksEverything)

@@ -1,6 +1,7 @@
 #include "OSGPickRegion.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "OSGPartCursor.h"
 #include "OSGRootPlaces.h"
@@ -13,21 +14,30 @@ std::vector<HalfSpace> half_spaces_of(Frustum const &solid)
 {
     // The same corners as in Frustum::Volume.
     Frustum const &s = solid;
-    return {half_space_through(s.nlb(), s.nlt(), s.nrb()), half_space_through(s.frb(), s.frt(), s.flb()),
-            half_space_through(s.flb(), s.flt(), s.nlb()), half_space_through(s.nrb(), s.nrt(), s.frb()),
-            half_space_through(s.frt(), s.nrt(), s.flt()), half_space_through(s.nlb(), s.nrb(), s.flb())};
+    return {half_space_through(s.nlb(), s.nlt(), s.nrb()),
+            half_space_through(s.frb(), s.frt(), s.flb()),
+            half_space_through(s.flb(), s.flt(), s.nlb()),
+            half_space_through(s.nrb(), s.nrt(), s.frb()),
+            half_space_through(s.frt(), s.nrt(), s.flt()),
+            half_space_through(s.nlb(), s.nrb(), s.flb())};
 }
 
 std::vector<Pnt2f> corners_of(PixelArea const &area)
 {
-    return {{area.left, area.top}, {area.right, area.top}, {area.right, area.bottom}, {area.left, area.bottom}};
+    return {{area.left, area.top},
+            {area.right, area.top},
+            {area.right, area.bottom},
+            {area.left, area.bottom}};
 }
 
 bool is_between(Pnt2f const &a, Pnt2f const &point, Pnt2f const &b)
 {
-    auto const isBetween = [&](UInt32 axis)
-    { return std::min(a[axis], b[axis]) <= point[axis] && point[axis] <= std::max(a[axis], b[axis]); };
-    bool const isAlongAxis = (a[0] == point[0] && point[0] == b[0]) || (a[1] == point[1] && point[1] == b[1]);
+    auto const isBetween = [&](UInt32 axis) {
+        return std::min(a[axis], b[axis]) <= point[axis] &&
+               point[axis] <= std::max(a[axis], b[axis]);
+    };
+    bool const isAlongAxis =
+        (a[0] == point[0] && point[0] == b[0]) || (a[1] == point[1] && point[1] == b[1]);
     return isAlongAxis && isBetween(0) && isBetween(1);
 }
 
@@ -42,8 +52,9 @@ std::vector<Pnt2f> real_corners(std::vector<Pnt2f> const &lasso)
         if(corners.empty() || !(corners.back() == point))
             corners.push_back(point);
     }
-    while(corners.size() > 2 && (corners.back() == corners.front() ||
-          is_between(corners[corners.size() - 2], corners.back(), corners.front())))
+    while(corners.size() > 2 &&
+          (corners.back() == corners.front() ||
+           is_between(corners[corners.size() - 2], corners.back(), corners.front())))
         corners.pop_back();
     while(corners.size() > 2 && is_between(corners.back(), corners[0], corners[1]))
         corners.erase(corners.begin());
@@ -62,12 +73,45 @@ std::optional<PixelArea> rectangle_of(std::vector<Pnt2f> const &lasso)
     return pixel_rectangle(c[0][0], c[0][1], c[2][0], c[2][1]);
 }
 
-// The solid around a lasso holds what lies within a rounding of its edge, and its corners are apart.
-PixelArea around(PixelBox const &box)
+Real64 unit_at(Real32 number) { return Real64(std::nextafter(number, INFINITY)) - number; }
+
+Real32 largest_of(Pnt3f const &point)
 {
-    constexpr Real64 Wider = 2; // pixels
-    return {static_cast<Real32>(box.left - Wider), static_cast<Real32>(box.top - Wider),
-            static_cast<Real32>(box.right + Wider), static_cast<Real32>(box.bottom + Wider)};
+    return std::max({std::abs(point[0]), std::abs(point[1]), std::abs(point[2])});
+}
+
+// A rectangle that is so much wider than the area that the solid behind it holds what lies within a
+// rounding of the area's edge.
+PixelArea around(PixelBox const &box, WindowView const &view, SceneBounds const &bounds)
+{
+    constexpr Real64 Wider = 2; // pixels; see pick_depths
+    constexpr Real64 UnitsWider = 16;
+    Real64 wider = Wider;
+    if(view.orthographicHeight)
+    {
+        Real32 largest = largest_of(view.from);
+        if(!bounds.box.isEmpty())
+            largest = std::max(
+                {largest, largest_of(bounds.box.getMin()), largest_of(bounds.box.getMax())});
+        wider += UnitsWider * unit_at(largest) * view.height / *view.orthographicHeight;
+    }
+    PixelBox const wide = box.grownBy(wider);
+    return {static_cast<Real32>(wide.left), static_cast<Real32>(wide.top),
+            static_cast<Real32>(wide.right), static_cast<Real32>(wide.bottom)};
+}
+
+// Corners that round to nearly the same point give planes in arbitrary directions.
+bool are_apart(Pnt3f const &a, Pnt3f const &b)
+{
+    constexpr Real64 UnitsApart = 16;
+    Real64 const unit = unit_at(std::max(largest_of(a), largest_of(b)));
+    return (wide(a) - wide(b)).length() >= UnitsApart * unit;
+}
+
+bool has_planes(Frustum const &solid)
+{
+    return are_apart(solid.nlb(), solid.nrb()) && are_apart(solid.nlb(), solid.nlt()) &&
+           are_apart(solid.flb(), solid.frb()) && are_apart(solid.flb(), solid.flt());
 }
 
 template <class Rule>
@@ -108,7 +152,14 @@ std::optional<PickRegion> PickRegion::inView(WindowView const &view, PixelArea c
 std::optional<PickRegion> PickRegion::ofRectangle(WindowView const &view, PixelArea const &area,
                                                   SceneBounds const &bounds, Real32 radius)
 {
-    return inView(view, area, std::make_shared<PixelPolygon>(corners_of(area)), bounds, radius);
+    auto const polygon = std::make_shared<PixelPolygon const>(corners_of(area));
+    std::optional<PickRegion> region = inView(view, area, polygon, bounds, radius);
+    if(!region || has_planes(region->_solid))
+        return region;
+    region = inView(view, around(polygon->getBox(), view, bounds), polygon, bounds, radius);
+    if(region)
+        region->_isSolid = false;
+    return region;
 }
 
 std::optional<PickRegion> PickRegion::ofLasso(WindowView const &view,
@@ -121,7 +172,7 @@ std::optional<PickRegion> PickRegion::ofLasso(WindowView const &view,
     if(area->isEmpty())
         return std::nullopt;
     std::optional<PickRegion> region =
-        inView(view, around(area->getBox()), area, bounds, radius);
+        inView(view, around(area->getBox(), view, bounds), area, bounds, radius);
     if(region)
         region->_isSolid = false;
     return region;

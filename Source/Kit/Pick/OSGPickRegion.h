@@ -39,9 +39,10 @@ class OSG_TOLVANITEKIT_API PickRegion
     void cut(SectionPlanes const &planes);
 
     /// A solid that holds the region. Its near and far sides are those of the region, from which
-    /// distances count. For a lasso it is wider than the region.
+    /// distances count. It may be wider than the region.
     Frustum const &getSolid() const { return _solid; }
-    /// Whether the region is the solid.
+    /// Whether the region is the solid. It is for a rectangle, unless the rectangle is so small
+    /// that the corners of its solid would round to nearly the same point.
     bool isSolid() const { return _isSolid; }
     /// The eye of the view, for a region in a view.
     std::optional<Pnt3f> const &getEye() const { return _eye; }

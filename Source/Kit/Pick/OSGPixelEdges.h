@@ -77,7 +77,7 @@ OSG_TOLVANITEKIT_API Real64 nearest_place(PixelEdge const &edge, PixelPoint cons
 /// The distance between them.
 OSG_TOLVANITEKIT_API Real64 distance_between(PixelEdge const &edge, PixelPoint const &point);
 
-/// Edges in rows. An edge stands in each row that it reaches.
+/// Edges in rows. An edge stands in each row that it reaches, by where it is leftmost there.
 class OSG_TOLVANITEKIT_API PixelEdges
 {
   public:
@@ -88,19 +88,34 @@ class OSG_TOLVANITEKIT_API PixelEdges
     std::vector<PixelEdge> const &getEdges() const { return _edges; }
     PixelBox const &getBox() const { return _box; }
 
-    /// Calls `visit` with each edge whose box meets `box`, once, until `visit` returns false. False
-    /// where it did.
+    /// The rows that a box reaches.
+    UInt32 countRows(PixelBox const &box) const { return rowOf(box.bottom) - rowOf(box.top) + 1; }
+    /// Calls `visit` with each edge whose box meets `box`, until `visit` returns false. False where
+    /// it did. An edge may come once for each row that the box reaches.
     template <class Visit>
     bool visitIn(PixelBox const &box, Visit visit) const;
 
   private:
+    struct InRow
+    {
+        Real64 left;
+        UInt32 edge;
+    };
+    struct Row
+    {
+        std::size_t begin = 0; // in _inRows; it ends where the next one begins
+        Real64 widest = 0;     // of its edges within the row
+    };
+
     UInt32 rowOf(Real64 y) const;
+    template <class Put>
+    void putInRows(PixelEdge const &edge, Put put) const;
 
     std::vector<PixelEdge> _edges;
     PixelBox _box;
     Real64 _rowsPerPixel = 0;
-    std::vector<UInt32> _rowBegin; // in _inRows, for each row, and the end
-    std::vector<UInt32> _inRows;   // numbers of edges
+    std::vector<Row> _rows; // and one behind the last
+    std::vector<InRow> _inRows;
 };
 
 template <class Visit>
@@ -108,18 +123,19 @@ bool PixelEdges::visitIn(PixelBox const &box, Visit visit) const
 {
     if(_edges.empty() || !box.meets(_box))
         return true;
-    UInt32 const first = rowOf(box.top);
-    UInt32 const last = rowOf(box.bottom);
-    for(UInt32 row = first; row <= last; ++row)
-        for(UInt32 i = _rowBegin[row]; i < _rowBegin[row + 1]; ++i)
+    for(UInt32 row = rowOf(box.top), last = rowOf(box.bottom); row <= last; ++row)
+    {
+        InRow const *const end = _inRows.data() + _rows[row + 1].begin;
+        InRow const *at =
+            std::lower_bound(_inRows.data() + _rows[row].begin, end, box.left - _rows[row].widest,
+                             [](InRow const &a, Real64 left) { return a.left < left; });
+        for(; at != end && at->left <= box.right; ++at)
         {
-            PixelEdge const &edge = _edges[_inRows[i]];
-            PixelBox const around = box_of(edge);
-            if(!around.meets(box) || std::max(rowOf(around.top), first) != row)
-                continue;
-            if(!visit(edge))
+            PixelEdge const &edge = _edges[at->edge];
+            if(box_of(edge).meets(box) && !visit(edge))
                 return false;
         }
+    }
     return true;
 }
 } // namespace OSG

@@ -72,8 +72,10 @@ bool StrokeSplitter::findSplits()
     std::vector<UInt32> order(_strokes.size());
     for(UInt32 i = 0; i < order.size(); ++i)
         order[i] = i;
-    std::sort(order.begin(), order.end(), [&](UInt32 a, UInt32 b)
-              { return range_of(_strokes[a], alongX).begin < range_of(_strokes[b], alongX).begin; });
+    std::sort(order.begin(), order.end(),
+              [&](UInt32 a, UInt32 b) {
+                  return range_of(_strokes[a], alongX).begin < range_of(_strokes[b], alongX).begin;
+              });
     std::vector<UInt32> open;
     for(UInt32 const stroke : order)
     {
@@ -128,7 +130,8 @@ void StrokeSplitter::add(UInt32 edge, Real64 place, PixelPoint const &point)
 
 std::vector<PixelEdge> StrokeSplitter::pieces()
 {
-    std::sort(_splits.begin(), _splits.end(), [](Split const &a, Split const &b)
+    std::sort(_splits.begin(), _splits.end(),
+              [](Split const &a, Split const &b)
               { return a.edge != b.edge ? a.edge < b.edge : a.place < b.place; });
     std::vector<PixelEdge> pieces;
     pieces.reserve(_strokes.size() + _splits.size());
@@ -182,8 +185,8 @@ PixelPolygon::PixelPolygon(std::vector<Pnt2f> const &points)
     keepBoundary(splitter.pieces());
 }
 
-// Looks to both sides of each piece's middle. A piece with inside or outside on both sides bounds no
-// area.
+// Looks to both sides of each piece's middle. A piece with inside or outside on both sides bounds
+// no area.
 void PixelPolygon::keepBoundary(std::vector<PixelEdge> const &pieces)
 {
     constexpr Real64 Digits = 1e-12; // what is left of a coordinate's digits after the arithmetic
@@ -199,14 +202,14 @@ void PixelPolygon::keepBoundary(std::vector<PixelEdge> const &pieces)
         Real64 const scale = aside / std::hypot(dx, dy);
         PixelPoint const left = {middle.x - dy * scale, middle.y + dx * scale};
         PixelPoint const right = {middle.x + dy * scale, middle.y - dx * scale};
-        if(isOdd(left) != isOdd(right))
+        if(isOddBetween({left, right}))
             boundary.push_back(piece);
     }
     _boundary = PixelEdges(std::move(boundary));
 }
 
-// Counts the strokes that a ray from the point to the left crosses. A stroke holds its upper end and
-// not its lower one, so a ray through a corner counts it once or twice as it has to.
+// Counts the strokes that a ray from the point to the left crosses. A stroke holds its upper end
+// and not its lower one, so a ray through a corner counts it once or twice as it has to.
 bool PixelPolygon::isOdd(PixelPoint const &point) const
 {
     bool odd = false;
@@ -224,6 +227,26 @@ bool PixelPolygon::isOdd(PixelPoint const &point) const
     return odd;
 }
 
+// Whether an odd count of strokes crosses the way.
+bool PixelPolygon::isOddBetween(PixelEdge const &way) const
+{
+    bool odd = false;
+    auto const isRight = [](PixelEdge const &line, PixelPoint const &point)
+    { return turn(line.from, line.to, point) > 0; };
+    auto const count = [&](PixelEdge const &stroke)
+    {
+        bool const crosses = isRight(stroke, way.from) != isRight(stroke, way.to) &&
+                             isRight(way, stroke.from) != isRight(way, stroke.to);
+        odd = odd != crosses;
+        return true;
+    };
+    PixelBox const box = box_of(way);
+    if(_strokes.countRows(box) > 1) // a stroke would come more than once
+        return isOdd(way.from) != isOdd(way.to);
+    _strokes.visitIn(box, count);
+    return odd;
+}
+
 bool PixelPolygon::contains(PixelPoint const &point) const
 {
     PixelBox around;
@@ -231,9 +254,8 @@ bool PixelPolygon::contains(PixelPoint const &point) const
     around = around.grownBy(EdgeWidth);
     if(isEmpty() || !around.meets(getBox()))
         return false;
-    bool const isOnEdge =
-        !_boundary.visitIn(around, [&](PixelEdge const &edge)
-                           { return distance_between(edge, point) > EdgeWidth; });
+    bool const isOnEdge = !_boundary.visitIn(around, [&](PixelEdge const &edge)
+                                             { return distance_between(edge, point) > EdgeWidth; });
     return isOnEdge || isOdd(point);
 }
 } // namespace OSG

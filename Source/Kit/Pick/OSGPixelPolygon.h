@@ -40,6 +40,7 @@ class OSG_TOLVANITEKIT_API PixelPolygon
 
   private:
     bool isOdd(PixelPoint const &point) const;
+    bool isOddBetween(PixelEdge const &way) const;
     void keepBoundary(std::vector<PixelEdge> const &pieces);
 
     PixelEdges _strokes;  // as drawn

@@ -20,8 +20,8 @@ class SectionPlanes
     bool add(Plane const &plane)
     {
         Vec3f const &normal = plane.getNormal();
-        bool const isPlane = is_finite(normal) && is_finite(plane.getDistanceFromOrigin()) &&
-                             !(normal == Vec3f());
+        bool const isPlane =
+            is_finite(normal) && is_finite(plane.getDistanceFromOrigin()) && !(normal == Vec3f());
         if(!isPlane || _planes.size() == MostPlanes)
             return false;
         _planes.push_back(plane);

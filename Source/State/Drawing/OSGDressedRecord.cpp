@@ -26,22 +26,28 @@ void DressedRecord::clear()
 }
 
 // From the outermost visiting node inwards. A host may walk a tree twice, which gives two entries.
-std::vector<UInt32> DressedRecord::entriesAt(NodePath const &path, SceneRecord const &record)
+void DressedRecord::addMarks(NodePath const &path, Appearance const &appearance,
+                             SceneRecord const &record, std::vector<Mark> &marks)
 {
     if(_places == nullptr)
         _places = std::make_shared<Places>(record.entries);
-    std::vector<Node *> nodes = path.getVisiting();
-    nodes.push_back(path.getNode());
-    std::vector<UInt32> outer{SceneRecord::NoEntry};
-    for(Node *node : nodes)
+    auto const forEachIn = [this](UInt32 visiting, Node *node, auto use) {
+        _places->forEach({node, 0, 0, {}, visiting}, use);
+    };
+    std::vector<Node *> const visiting = path.getVisiting();
+    std::vector<UInt32> outer(1, SceneRecord::NoEntry);
+    for(Node *node : visiting)
     {
         std::vector<UInt32> inner;
-        for(UInt32 const visiting : outer)
-            _places->forEach({node, 0, 0, {}, visiting},
-                             [&inner](UInt32 entry) { inner.push_back(entry); });
+        for(UInt32 const entry : outer)
+            forEachIn(entry, node, [&inner](UInt32 found) { inner.push_back(found); });
         outer.swap(inner);
     }
-    return outer;
+    for(UInt32 const entry : outer)
+        forEachIn(entry, path.getNode(),
+                  [&](UInt32 found) {
+                      marks.push_back({found, appearance});
+                  });
 }
 
 /// Entries below one another are ranges within one another: the marks that hold form a stack.
@@ -134,12 +140,8 @@ void DressedRecord::make(SceneRecord const &record, AppearanceTable const &table
     if(table.isEmpty())
         return;
     std::vector<Mark> marks;
-    table.forEach(
-        [&](NodePath const &path, Appearance const &appearance)
-        {
-            for(UInt32 const entry : entriesAt(path, record))
-                marks.push_back({entry, appearance});
-        });
+    table.forEach([&](NodePath const &path, Appearance const &appearance)
+                  { addMarks(path, appearance, record, marks); });
     std::sort(marks.begin(), marks.end(),
               [](Mark const &a, Mark const &b) { return a.entry < b.entry; });
     _opens.resize(record.opens.size());

@@ -57,7 +57,8 @@ class OSG_STATE_API DressedRecord
     /// Puts the appearances of the marks into effect, from one mark's begin or end to the next.
     class Sweep;
 
-    std::vector<UInt32> entriesAt(NodePath const &path, SceneRecord const &record);
+    void addMarks(NodePath const &path, Appearance const &appearance, SceneRecord const &record,
+                  std::vector<Mark> &marks);
 
     std::shared_ptr<Places> _places; // null until a row asks for it
     std::vector<UInt64> _taken;

@@ -3,6 +3,8 @@
 #include <mutex>
 #include <utility>
 
+#include "OSGThread.h"
+
 namespace OSG
 {
 constinit std::atomic<UInt32> EditJournal::_followers = 0;
@@ -12,43 +14,60 @@ namespace
 /// The last entries, each at its number modulo the capacity.
 struct Journal
 {
-    std::mutex guard;
     // Empty while nobody follows.
     std::vector<EditJournal::Entry, MemAllocator<EditJournal::Entry>> entries;
     UInt64 written = 0;
+    UInt32 followers = 0;
+};
+
+struct Journals
+{
+    std::mutex guard;
+    std::vector<Journal, MemAllocator<Journal>> byAspect; // of those that were ever followed
 
     /// Never destroyed: containers may be edited at the very end.
-    static Journal &the()
+    static Journals &the()
     {
-        static Journal *const journal = new Journal;
-        return *journal;
+        static Journals *const journals = new Journals;
+        return *journals;
     }
 };
 } // namespace
 
 void EditJournal::write(Entry const &entry) noexcept
 {
-    Journal &journal = Journal::the();
-    std::lock_guard const hold(journal.guard);
+    UInt32 const aspect = Thread::getCurrentAspect();
+    Journals &journals = Journals::the();
+    std::lock_guard const hold(journals.guard);
+    if(aspect >= journals.byAspect.size())
+        return;
+    Journal &journal = journals.byAspect[aspect];
     if(!journal.entries.empty())
         journal.entries[journal.written % Capacity] = entry;
     ++journal.written;
 }
 
 EditJournal::Follower::Follower()
+    : _aspect(Thread::getCurrentAspect())
 {
-    Journal &journal = Journal::the();
-    std::lock_guard const hold(journal.guard);
+    Journals &journals = Journals::the();
+    std::lock_guard const hold(journals.guard);
+    if(_aspect >= journals.byAspect.size())
+        journals.byAspect.resize(_aspect + 1);
+    Journal &journal = journals.byAspect[_aspect];
     journal.entries.resize(Capacity);
+    ++journal.followers;
     _position = journal.written;
     _followers.fetch_add(1, std::memory_order_relaxed);
 }
 
 EditJournal::Follower::~Follower()
 {
-    Journal &journal = Journal::the();
-    std::lock_guard const hold(journal.guard);
-    if(_followers.fetch_sub(1, std::memory_order_relaxed) != 1)
+    Journals &journals = Journals::the();
+    std::lock_guard const hold(journals.guard);
+    _followers.fetch_sub(1, std::memory_order_relaxed);
+    Journal &journal = journals.byAspect[_aspect];
+    if(--journal.followers != 0)
         return;
     journal.entries.clear();
     journal.entries.shrink_to_fit();
@@ -56,8 +75,9 @@ EditJournal::Follower::~Follower()
 
 bool EditJournal::Follower::read(std::vector<Entry> &entries)
 {
-    Journal const &journal = Journal::the();
-    std::lock_guard const hold(Journal::the().guard);
+    Journals &journals = Journals::the();
+    std::lock_guard const hold(journals.guard);
+    Journal const &journal = journals.byAspect[_aspect];
     UInt64 const from = std::exchange(_position, journal.written);
     if(journal.written - from > Capacity)
         return false;

@@ -14,9 +14,10 @@ namespace OSG
 class Node;
 
 /// The nodes that were told of an edit of theirs or of their core's, those whose box was said to be
-/// out of date, and those that have ended, in the order in which that was so. It is written only
-/// while somebody follows, and holds the last Capacity entries. The nodes are keys: any of them may
-/// have ended since. Any thread may write and read.
+/// out of date, and those that have ended, in the order in which that was so. Each aspect has its
+/// own, which the threads that work on it write, only while somebody follows it; it holds the last
+/// Capacity entries. The nodes are keys: any of them may have ended since. Any thread may write and
+/// read.
 class OSG_SYSTEM_API EditJournal
 {
   public:
@@ -28,7 +29,8 @@ class OSG_SYSTEM_API EditJournal
         bool hasEnded;
     };
 
-    /// Reads what was written since its last reading.
+    /// Reads what was written since its last reading, about the aspect that the thread works on
+    /// which makes it.
     class OSG_SYSTEM_API Follower
     {
       public:
@@ -43,6 +45,7 @@ class OSG_SYSTEM_API EditJournal
         bool read(std::vector<Entry> &entries);
 
       private:
+        UInt32 _aspect;
         UInt64 _position; // number of the next entry
     };
 

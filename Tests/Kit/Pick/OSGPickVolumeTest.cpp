@@ -42,6 +42,35 @@ TEST(PickVolume, TheWholeWindowIsTheViewFromTheFrontToTheBackOfTheBounds)
     expect_near(volume->flt(), {-2 * back, back, 10 - back});
 }
 
+TEST(PickVolume, WithoutPerspectiveTheSidesAreParallel)
+{
+    WindowView view = straight_view();
+    view.orthographicHeight = 4;
+    auto const volume = pick_volume(view, whole_window(), unit_box());
+    ASSERT_TRUE(volume);
+    Real32 const front = 9 * 0.999f;
+    Real32 const back = 11 * 1.001f;
+    expect_near(volume->nlb(), {-4, -2, 10 - front});
+    expect_near(volume->nrt(), {4, 2, 10 - front});
+    expect_near(volume->flb(), {-4, -2, 10 - back});
+    expect_near(volume->frt(), {4, 2, 10 - back});
+    // The field of view is not looked at.
+    view.fieldOfView = Nan;
+    EXPECT_TRUE(pick_volume(view, whole_window(), unit_box()));
+}
+
+TEST(PickVolume, WithoutPerspectiveTheNearSideDoesNotDependOnTheEyesNumbers)
+{
+    WindowView view = straight_view();
+    view.orthographicHeight = 1000;
+    view.from = Pnt3f(4096, 0, 0.5f);
+    view.at = Pnt3f(4096, 0, 0);
+    BoxVolume const bounds(Pnt3f(4095, -1, -1), Pnt3f(4097, 1, 1));
+    auto const volume = pick_volume(view, whole_window(), bounds);
+    ASSERT_TRUE(volume);
+    EXPECT_FLOAT_EQ(volume->nlb()[2], 0.5f - 1.5f * 1.001f / 10000);
+}
+
 TEST(PickVolume, APixelReachesItsRadiusToEachSide)
 {
     PixelArea const area = pixel_square(150, 25, 2);

@@ -113,9 +113,9 @@ void check_choice(VolumeValues const &values)
     if(values.rectangle && values.pixel)
         throw CLI::ExcludesError("--rect", "--pixel");
     if(values.lasso && (values.pixel || values.rectangle))
-        throw CLI::ExcludesError("--lasso", values.pixel ? "--pixel" : "--rect");
+        throw CLI::ExcludesError(values.pixel ? "--pixel" : "--rect", "--lasso");
     if(values.orthographicHeight && values.fieldOfView)
-        throw CLI::ExcludesError("--ortho", "--fov");
+        throw CLI::ExcludesError("--fov", "--ortho");
     if(!values.corners && !values.box && !values.from)
         refuse("VOLUME", "--corners, --box or --from is required");
     if(values.from && !values.fieldOfView && !values.orthographicHeight)

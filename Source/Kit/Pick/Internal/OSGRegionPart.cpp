@@ -54,8 +54,9 @@ bool RegionPart::start(Pnt3f const *local, Pnt3d const *root, int count)
 // come twice does no harm.
 void RegionPart::clip(HalfSpace const &half)
 {
-    bool const isInside = std::all_of(_left.begin(), _left.end(), [&half](Corner const &corner)
-                                      { return half.holds(corner.root); });
+    bool const isInside =
+        std::all_of(_left.begin(), _left.end(),
+                    [&half](Corner const &corner) { return half.holds(corner.root); });
     if(isInside)
         return;
     _isWhole = false;
@@ -76,8 +77,8 @@ void RegionPart::clip(HalfSpace const &half)
     _left.swap(_next);
 }
 
-// The corners of the part are those of the primitive that lie in the area, those of the area that lie
-// in the primitive, and the places where their edges cross.
+// The corners of the part are those of the primitive that lie in the area, those of the area that
+// lie in the primitive, and the places where their edges cross.
 RegionPart::Grade RegionPart::cutAtArea()
 {
     if(!showCorners())
@@ -87,8 +88,8 @@ RegionPart::Grade RegionPart::cutAtArea()
     PixelEdges const &boundary = _region.getArea().getBoundary();
     PixelBox const around = _box.grownBy(PixelPolygon::EdgeWidth);
     if(isContained)
-        isContained = boundary.visitIn(
-            around, [this](PixelEdge const &edge) { return !entersInside(edge); });
+        isContained =
+            boundary.visitIn(around, [this](PixelEdge const &edge) { return !entersInside(edge); });
     if(isContained)
         return Contained;
     for(std::size_t i = 0; i < _left.size(); ++i)
@@ -158,8 +159,8 @@ void RegionPart::offerMeetings(PixelEdge const &edge)
         PixelEdge const side = edgeAt(i);
         Real64 const atFrom = turn(edge.from, edge.to, side.from);
         Real64 const atTo = turn(edge.from, edge.to, side.to);
-        if(differ_in_sign(atFrom, atTo) && differ_in_sign(turn(side.from, side.to, edge.from),
-                                                          turn(side.from, side.to, edge.to)))
+        if(differ_in_sign(atFrom, atTo) &&
+           differ_in_sign(turn(side.from, side.to, edge.from), turn(side.from, side.to, edge.to)))
             offerOnEdge(i, atFrom / (atFrom - atTo));
     }
     offerCorner(edge.from);

@@ -104,6 +104,33 @@ TEST(SelectQueries, OptionsBesideTheFileAreTheDefaultsOfItsLines)
     EXPECT_EQ(answers.lines[2]["hits"], wide["hits"]);
 }
 
+TEST(SelectQueries, LassosEnclosuresAndViewsWithoutPerspectiveAreAnsweredToo)
+{
+    std::string const flat =
+        R"("from":[7.5,3.2,9.5],"at":[0,1,0],"up":[0,1,0],"ortho":9,"size":[1280,720])";
+    Words const flatWords = {"--from", "7.5,3.2,9.5", "--at", "0,1,0",  "--up",
+                             "0,1,0",  "--ortho",     "9",    "--size", "1280x720"};
+    Answers const answers =
+        ask("{" + ViewKeys + ",\"lasso\":[420,300,760,310,500,460.5],\"hits\":\"all\"}\n{" + flat +
+                ",\"rect\":[420,300,760,460],\"enclosed\":false}\n{" + flat +
+                ",\"lasso\":[420,300,760,310,500,460.5],\"plane\":\"far\"}\n",
+            {"--enclosed"});
+    EXPECT_EQ(answers.status, 0) << answers.err;
+    ASSERT_EQ(answers.lines.size(), 3u);
+    Words second = flatWords;
+    second.insert(second.end(), {"--rect", "420,300,760,460"});
+    Words third = flatWords;
+    third.insert(third.end(),
+                 {"--lasso", "420,300,760,310,500,460.5", "--plane", "far", "--enclosed"});
+    Json const expected[] = {
+        single(view_and({"--lasso", "420,300,760,310,500,460.5", "--hits", "all", "--enclosed"})),
+        single(second), single(third)};
+    for(std::size_t i = 0; i < 3; ++i)
+        EXPECT_EQ(without(answers.lines[i], {"query", "seconds", "indexed"}), expected[i]) << i;
+    EXPECT_GT(answers.lines[1]["count"], 0);
+    EXPECT_EQ(answers.lines[0]["indexed"], false);
+}
+
 TEST(SelectQueries, ABadLineIsSaidAndTheRestIsAnswered)
 {
     Answers const answers = ask("\n{\"box\":[[-1,0,-1],[1,1,1]]}\r\n \t\r\nnonsense\n"
@@ -134,6 +161,22 @@ TEST(SelectQueries, TheErrorOfALineIsThatOfTheCommandLine)
         {"{" + ViewKeys + "}", ViewWords},
         {"{" + ViewKeys + R"(,"pixel":[1,1],"radius":0})",
          view_and({"--pixel", "1,1", "--radius", "0"})},
+        {"{" + ViewKeys + R"(,"lasso":[1,2,3]})", view_and({"--lasso", "1,2,3"})},
+        {"{" + ViewKeys + R"(,"lasso":[1,2,3,4],"plane":"left"})",
+         view_and({"--lasso", "1,2,3,4", "--plane", "left"})},
+        {"{" + ViewKeys + R"(,"lasso":[1,2,3,4],"rect":[1,2,3,4]})",
+         view_and({"--lasso", "1,2,3,4", "--rect", "1,2,3,4"})},
+        {"{" + ViewKeys + R"(,"lasso":[1,2,3,4],"pixel":[1,2]})",
+         view_and({"--lasso", "1,2,3,4", "--pixel", "1,2"})},
+        {"{" + ViewKeys + R"(,"ortho":4,"pixel":[1,2]})",
+         view_and({"--ortho", "4", "--pixel", "1,2"})},
+        {R"({"lasso":[1,2,3,4]})", {"--lasso", "1,2,3,4"}},
+        {R"({"ortho":4})", {"--ortho", "4"}},
+        {R"({"from":[7,3,9],"at":[0,1,0],"up":[0,1,0],"size":[9,9],"pixel":[1,1]})",
+         {"--from", "7,3,9", "--at", "0,1,0", "--up", "0,1,0", "--size", "9x9", "--pixel", "1,1"}},
+        {R"({"from":[7,3,9],"at":[0,1,0],"up":[0,1,0],"ortho":0,"size":[9,9],"pixel":[1,1]})",
+         {"--from", "7,3,9", "--at", "0,1,0", "--up", "0,1,0", "--ortho", "0", "--size", "9x9",
+          "--pixel", "1,1"}},
         {"{}", {}}};
     for(auto const &[line, words] : cases)
     {

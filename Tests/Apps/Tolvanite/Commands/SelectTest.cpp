@@ -308,6 +308,113 @@ TEST(Select, APixelMayBeAFraction)
               hits(View + Words{"--rect", "630.5,320.25,650.5,340.25"}));
 }
 
+Words const FlatView = {"--from", "7.5,3.2,9.5", "--at", "0,1,0",  "--up",
+                        "0,1,0",  "--ortho",     "9",    "--size", "1280x720"};
+
+TEST(Select, WithoutPerspectiveFindsWhatTheLibraryFinds)
+{
+    OSG::WindowView view = SameView;
+    view.orthographicHeight = 9;
+    auto const volume =
+        OSG::pick_volume(view, OSG::pixel_rectangle(420, 300, 760, 460), model()->getVolume());
+    ASSERT_TRUE(volume);
+    Json found = hits(FlatView + Words{"--rect", "420,300,760,460", "--hits", "all"});
+    ASSERT_GT(found.size(), 3u);
+    for(Json &hit : found)
+    {
+        EXPECT_TRUE(hit.contains("eyeDistance"));
+        hit.erase("eyeDistance");
+    }
+    EXPECT_EQ(hits(corners_of(*volume) + Words{"--hits", "all"}), found);
+}
+
+TEST(Select, ARectangleGivenAsALassoHasTheHitsOfTheRectangle)
+{
+    for(Words const &view : {View, FlatView})
+        for(std::string const hit : {"front", "back", "all"})
+            for(std::string const plane : {"near", "far"})
+            {
+                Words const more = {"--hits", hit, "--plane", plane};
+                Json const wanted = hits(view + Words{"--rect", "420,300,760,460"} + more);
+                ASSERT_GT(wanted.size(), 3u);
+                for(std::string const lasso :
+                    {"420,300,760,300,760,460,420,460", "760,460,760,300,420,300,420,460",
+                     "500,300,760,300,760,460,420,460,420,300"})
+                    EXPECT_EQ(hits(view + Words{"--lasso", lasso} + more), wanted) << lasso;
+            }
+}
+
+std::set<std::string> nodes_in(Json const &found)
+{
+    std::set<std::string> nodes;
+    for(Json const &hit : found)
+        nodes.insert(hit["node"]);
+    return nodes;
+}
+
+// The points bulge by a thousandth of a pixel, so the lasso is no rectangle.
+TEST(Select, ALassoHasTheHitsOfWhatItEncloses)
+{
+    std::string const bulging = "420,300,600,299.999,760,300,760.001,400,760,460,420,460";
+    for(Words const &more :
+        {Words{}, Words{"--enclosed"}, Words{"--fast"}, Words{"--fast", "--enclosed"}})
+    {
+        auto const wanted = nodes_in(hits(View + Words{"--rect", "420,300,760,460"} + more));
+        EXPECT_GT(wanted.size(), 3u);
+        EXPECT_EQ(nodes_in(hits(View + Words{"--lasso", bulging} + more)), wanted);
+    }
+    Json const exact = hits(View + Words{"--rect", "420,300,760,460"});
+    Json const lassoed = hits(View + Words{"--lasso", bulging});
+    ASSERT_EQ(lassoed.size(), exact.size());
+    for(std::size_t i = 0; i < exact.size(); ++i)
+        EXPECT_NEAR(lassoed[i]["distance"].get<double>(), exact[i]["distance"].get<double>(), 1e-3);
+}
+
+TEST(Select, ALassoWithoutAnAreaHasNoHits)
+{
+    for(std::string const lasso :
+        {"5,5", "5,5,900,700", "5,5,900,700,5,5", "0,0,9,9,400,400", "7,7,7,7,7,7",
+         "0,0,1280,0,1280,720,0,720,0,0,1280,0,1280,720,0,720",
+         "640,0,900,700,0,250,1280,250,380,700,640,0,900,700,0,250,1280,250,380,700"})
+        EXPECT_EQ(hits(View + Words{"--lasso", lasso}).size(), 0u) << lasso;
+    EXPECT_EQ(hits(View + Words{"--rect", "420,300,420,460"}).size(), 0u);
+}
+
+TEST(Select, WhatALassoGoesRoundTwiceIsOutside)
+{
+    TextFile const file("lasso.obj", "v -0.1 -0.1 0\nv 0.1 -0.1 0\nv 0 0.1 0\nf 1 2 3\n"
+                                     "v -0.1 3.6 0\nv 0.1 3.6 0\nv 0 3.7 0\nf 4 5 6\n");
+    // Ten pixels are a unit; the star's corners are 40 pixels from the middle.
+    Outcome const outcome =
+        run_program({"select", file.path(), "--from", "0,0,5", "--at", "0,0,0", "--up", "0,1,0",
+                     "--ortho", "10", "--size", "100x100", "--lasso",
+                     "50,10,73.5,82.4,12,37.6,88,37.6,26.5,82.4", "--json"});
+    Json const found = Json::parse(outcome.out)["hits"];
+    ASSERT_EQ(found.size(), 1u) << outcome.err;
+    EXPECT_NEAR(found[0]["distance"].get<double>(), 0.005, 1e-3);
+    EXPECT_EQ(found[0]["index"], 1);
+}
+
+TEST(Select, EnclosedKeepsOfTheHitsWhatLiesWhollyInside)
+{
+    Json const all = hits(View + Words{"--rect", "420,300,760,460", "--hits", "all"});
+    Json const enclosed =
+        hits(View + Words{"--rect", "420,300,760,460", "--hits", "all", "--enclosed"});
+    EXPECT_GT(enclosed.size(), 3u);
+    EXPECT_LT(enclosed.size(), all.size());
+    auto const kept = nodes_in(enclosed);
+    Json wanted = Json::array();
+    for(Json const &hit : all)
+        if(kept.contains(hit["node"]))
+            wanted.push_back(hit);
+    EXPECT_EQ(enclosed, wanted);
+    // The whole scene is enclosed by a box around it.
+    Words const box{"--box", "-100,-100,-100", "100,100,100"};
+    EXPECT_EQ(hits(box + Words{"--enclosed"}), hits(box));
+    // Kinds that are not there hit nothing, so nothing is enclosed.
+    EXPECT_EQ(hits(box + Words{"--enclosed", "--kinds", "lines,points"}).size(), 0u);
+}
+
 TEST(Select, WithoutJsonIsATable)
 {
     Outcome const outcome = run_program({"select", pavilion(), "--box", "-1,0,-1", "1,1,1"});

@@ -37,6 +37,7 @@ std::size_t read_stream(void *self, void *buffer, std::size_t size)
 {
     std::istream &in = stream_of(self);
     in.read(static_cast<char *>(buffer), static_cast<std::streamsize>(size));
+    SceneFileHandlerBase::the()->updateReadProgress();
     return static_cast<std::size_t>(in.gcount());
 }
 
