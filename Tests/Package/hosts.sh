@@ -54,7 +54,13 @@ rm -f "$work/qt.png"
 "$work/qt/qt-view" "$model" "$work/qt.png" >"$work/qt.txt" &
 host=$!
 wait_for xdotool search --onlyvisible --name qt-view
-xdotool mousemove 600 400 key b # without a window manager keys go to where the pointer is
+xdotool mousemove 600 400 # without a window manager keys go to where the pointer is
+answers() {
+    xdotool key s
+    [ -s "$work/qt.png" ]
+}
+wait_for answers
+xdotool key b
 banded() {
     xdotool mousemove 600 400 mousedown 1 mousemove 500 300 mousemove 350 250 mouseup 1
     xdotool key s

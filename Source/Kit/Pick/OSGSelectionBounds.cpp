@@ -17,7 +17,7 @@ BoxVolume bounds_of(SelectionSet const &selection, Node const *root)
                 return;
             path.getNode()->updateVolume();
             BoxVolume box = path.getNode()->getVolume();
-            if(box.isEmpty() || box.isInfinite())
+            if(box.isEmpty())
                 return;
             box.transform(*place);
             if(!box.isInfinite() && is_finite(box.getMin()) && is_finite(box.getMax()))

@@ -191,10 +191,11 @@ std::vector<std::string> blocks_of(std::string const &document)
 TEST(KitGuideText, ShowsCodeThatIsCompiledHere)
 {
     std::string sources;
-    for(auto const &entry : std::filesystem::directory_iterator(TEST_DATA_DIR "/Guide"))
+    for(auto const &entry : std::filesystem::recursive_directory_iterator(TEST_DATA_DIR))
     {
         std::ifstream in(entry.path());
-        sources += without_indents(in);
+        if(entry.path().extension() == ".cpp")
+            sources += without_indents(in);
     }
     std::ifstream guide(TEST_SOURCE_DIR "/Docs/kit.md");
     std::vector<std::string> const blocks = blocks_of(without_indents(guide));

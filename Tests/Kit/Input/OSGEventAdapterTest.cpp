@@ -477,6 +477,7 @@ struct WalkAdapterTest : EventAdapterTest
         window->addPort(viewport);
         viewport->setRoot(make_group());
         viewport->setCamera(make_perspective(0.8f, 0.1f, 100));
+        desktop->setWindow(window.get(), {0, 0}, {800, 600});
         desktop->setFocus(window.get());
         Desktop::setCurrent(desktop);
         engine = WASDWalkEngine::create();

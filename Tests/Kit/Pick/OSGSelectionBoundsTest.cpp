@@ -27,11 +27,13 @@ void expect_box(BoxVolume const &box, Pnt3f const &min, Pnt3f const &max)
     EXPECT_TRUE(box.getMax().equals(max, 1e-5f)) << testing::PrintToString(box.getMax());
 }
 
-/// The root of the scene stands below another node, which does not count.
+/// The root of the scene and that of the tree that it shows stand below other nodes, which do not
+/// count.
 struct SelectionBounds : testing::Test
 {
     NodePtr const triangle = make_triangle_node();
     NodePtr const shared = make_transform(translation(0, 0, 5), {make_triangle_node()});
+    NodePtr const aboveShared = make_transform(translation(0, 0, 7777), {shared});
     NodePtr const visit = make_visit(shared);
     NodePtr const moved = make_transform(translation(10, 0, 0), {triangle});
     NodePtr const scaled = make_transform(scaling(2, 2, 2), {visit});
