@@ -2,6 +2,7 @@
 
 #include "OSGChangeList.h"
 #include "OSGGeometry.h"
+#include "OSGGeometryView.h"
 #include "OSGThread.h"
 #include "OSGTransform.h"
 #include "OSGTypedGeoProperties.h"
