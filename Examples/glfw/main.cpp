@@ -11,7 +11,7 @@
 #include "OSGEventAdapter.h"
 #include "OSGFrameDemand.h"
 #include "OSGGLObjectStore.h"
-#include "OSGPickSelector.h"
+#include "OSGPickResult.h"
 #include "OSGPickTool.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGSceneView.h"
@@ -34,11 +34,8 @@ void print_hits(OSG::SceneView &view, OSG::Pnt2f const &pixel)
     if(!region)
         return;
     OSG::PickSelector selector(view.getScene());
-    for(auto const &hit : selector.select(*region, {}))
-    {
-        OSG::NodePath const path(hit.node, hit.visitSubTreeNodes);
-        std::printf("%s, triangle %d\n", path.text(view.getScene()).c_str(), hit.index);
-    }
+    for(OSG::PickResult const &hit : OSG::pick_results(selector, *region))
+        std::printf("%s, triangle %d\n", hit.path.text(view.getScene()).c_str(), hit.primitive);
     std::fflush(stdout);
 }
 

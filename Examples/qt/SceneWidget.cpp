@@ -5,7 +5,7 @@
 
 #include "OSGCadTrackballEngine.h"
 #include "OSGGLObjectStore.h"
-#include "OSGPickSelector.h"
+#include "OSGPickResult.h"
 #include "OSGPickTool.h"
 #include "OSGSimpleMaterial.h"
 
@@ -167,8 +167,8 @@ void SceneWidget::select(OSG::PixelArea const &area, bool enclosed, bool adds)
     OSG::PickSelector selector(_view.getScene());
     if(region)
     {
-        for(auto const &hit : selector.select(*region, settings))
-            items.push_back({OSG::NodePath(hit.node, hit.visitSubTreeNodes)});
+        for(OSG::PickResult const &hit : OSG::pick_results(selector, *region, settings))
+            items.push_back({hit.path});
     }
     if(adds)
         _selection.toggle(items);

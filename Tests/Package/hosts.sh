@@ -54,9 +54,8 @@ rm -f "$work/qt.png"
 "$work/qt/qt-view" "$model" "$work/qt.png" >"$work/qt.txt" &
 host=$!
 wait_for xdotool search --onlyvisible --name qt-view
-xdotool mousemove 600 400 # without a window manager keys go to where the pointer is
-answers() {
-    xdotool key s
+answers() { # there is no window manager to give it the keys
+    xdotool search --onlyvisible --name qt-view windowfocus key s
     [ -s "$work/qt.png" ]
 }
 wait_for answers
