@@ -15,8 +15,8 @@ int main(int argc, char **argv)
     {
         // An eye in front of the model's middle, 1280 by 720 pixels.
         OSG::WindowView const view{{1, 1.7f, 12}, {0, 0.95f, 0}, {0, 1, 0}, 30, 1280, 720};
-        auto const area = OSG::pixel_square(std::strtof(argv[2], nullptr),
-                                            std::strtof(argv[3], nullptr), 2);
+        auto const area =
+            OSG::pixel_square(std::strtof(argv[2], nullptr), std::strtof(argv[3], nullptr), 2);
         OSG::PickSelector selector(scene);
         if(auto const region = OSG::PickRegion::ofRectangle(view, area, OSG::bounds_of(scene)))
         {

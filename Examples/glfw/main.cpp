@@ -74,8 +74,8 @@ void run(GLFWwindow *window, OSG::Node *scene)
     OSG::UnrecordedRefPtr<OSG::NavigatorEngine> const engine(OSG::CadTrackballEngine::create(0.8f));
     all.view.setScene(scene);
     all.view.setEngine(engine);
-    all.events.setTool(std::make_shared<OSG::NavigateTool>(
-        [&](auto const &click) { print_hits(all.view, click.pixel); }));
+    all.events.setTool(std::make_shared<OSG::NavigateTool>([&](auto const &click)
+                                                           { print_hits(all.view, click.pixel); }));
     glfwMakeContextCurrent(window);
     glfwSetWindowUserPointer(window, &all);
     glfwSetMouseButtonCallback(window, on_button);

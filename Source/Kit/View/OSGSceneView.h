@@ -78,7 +78,7 @@ class OSG_TOLVANITEKIT_API SceneView
     UnrecordedRefPtr<EnhPassiveViewport> _viewport;
     UnrecordedRefPtr<RenderAction> _action;
     Navigator _navigator;
-    WindowView _view;              // as it was set last
-    Real64 _heightByDistance = 1;  // without perspective
+    WindowView _view;             // as it was set last
+    Real64 _heightByDistance = 1; // without perspective
 };
 } // namespace OSG

@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "OperationScenes.h"
 #include "MathPrinters.h"
+#include "NeedsContext.h"
 #include "OSGCadTrackballEngine.h"
 #include "OSGOffscreenContext.h"
-#include "NeedsContext.h"
 #include "OSGPicture.h"
 #include "OSGViewFit.h"
+#include "OperationScenes.h"
 
 namespace OSG::Test
 {
