@@ -56,8 +56,8 @@ void hover(benchmark::State &state)
         if(region)
             numHits += pick_results(selector, *region).size();
     }
-    state.counters["hits"] = benchmark::Counter(static_cast<double>(numHits),
-                                                benchmark::Counter::kAvgIterations);
+    state.counters["hits"] =
+        benchmark::Counter(static_cast<double>(numHits), benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(hover)->Name("hover over 69,666 triangles/ours")->Unit(benchmark::kMicrosecond);
 
@@ -101,6 +101,8 @@ void lasso(benchmark::State &state)
     }
     select_in(state, PickRegion::ofLasso(shown.view, points, shown.bounds), false);
 }
-BENCHMARK(lasso)->Name("lasso of 64 points over 69,666 triangles/ours")->Unit(benchmark::kMicrosecond);
+BENCHMARK(lasso)
+    ->Name("lasso of 64 points over 69,666 triangles/ours")
+    ->Unit(benchmark::kMicrosecond);
 } // namespace
 } // namespace OSG::Bench

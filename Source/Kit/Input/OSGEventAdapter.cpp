@@ -212,8 +212,24 @@ void EventAdapter::frame()
         _guard->setInputTaken(_isKeyboardTaken || ownsDrag());
         _guard->beforeFrame();
     }
-    sendMotionOrIdle();
+    if(!ownsDrag())
+    {
+        askForPointer();
+        sendMotionOrIdle();
+    }
     _navigator.updateCameraTransformation();
+}
+
+void EventAdapter::askForPointer()
+{
+    Real64 x = 0;
+    Real64 y = 0;
+    if(!_pointerQuery || (_isPointerTaken && !isDragging()) || !_pointerQuery(x, y))
+        return;
+    Int16 const beforeX = pixelX();
+    Int16 const beforeY = pixelY();
+    if(moveTo(x, y))
+        _hasMotion = _hasMotion || pixelX() != beforeX || pixelY() != beforeY;
 }
 
 void EventAdapter::sendMotion()
@@ -228,8 +244,6 @@ void EventAdapter::sendMotion()
 
 void EventAdapter::sendMotionOrIdle()
 {
-    if(ownsDrag())
-        return;
     bool const isIdlesTurn = _isIdleDue && (_buttonsDown == 0 || _idlesInDrags);
     if(_hasMotion && !_wasMotionSent && !isIdlesTurn)
         sendMotion();

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include <boost/function.hpp>
+
 #include "OSGNavigator.h"
 #include "OSGPointerTool.h"
 #include "OSGTolvaniteKitApi.h"
@@ -63,6 +65,11 @@ class OSG_TOLVANITEKIT_API EventAdapter
     /// Whether a drag with motion in each frame brings idle events in every second one too. False
     /// at first. For a walk, whose person goes and looks around while a button is down.
     void setIdlesInDrags(bool idles) { _idlesInDrags = idles; }
+    /// Where the pointer is now, in the toolkit's units; false where the toolkit cannot tell.
+    using PointerQuery = boost::function<bool(Real64 &x, Real64 &y)>;
+    /// Asked in each frame, and believed instead of the last event. For a walk, which puts the
+    /// pointer back into the window: an event from before that would turn the view. Empty at first.
+    void setPointerQuery(PointerQuery query) { _pointerQuery = std::move(query); }
 
     // --- panels of the host ---
     void setPointerTaken(bool isTaken) { _isPointerTaken = isTaken; }
@@ -99,6 +106,7 @@ class OSG_TOLVANITEKIT_API EventAdapter
     bool moveTo(Real64 x, Real64 y); // false, and nothing moved, where it is no position
     bool ownsDrag() const;
     PointerTool::Event toolEvent(UInt16 modifiers) const;
+    void askForPointer();
     void sendMotion();
     void sendMotionOrIdle();
     bool cancelTool();
@@ -109,6 +117,7 @@ class OSG_TOLVANITEKIT_API EventAdapter
     Navigator &_navigator;
     std::shared_ptr<PointerTool> _tool;
     WalkFocusGuard *_guard = nullptr;
+    PointerQuery _pointerQuery;
     Real64 _scale = 1;
     Real64 _x = 0; // in device pixels
     Real64 _y = 0;
