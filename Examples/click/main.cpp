@@ -9,11 +9,16 @@
 
 int main(int argc, char **argv)
 {
+    if(argc != 4)
+    {
+        std::fprintf(stderr, "usage: click FILE X Y\n");
+        return 2;
+    }
     OSG::startUp();
     if(OSG::UnrecordedRefPtr<OSG::Node> const scene{
-           OSG::SceneFileHandlerBase::the()->read(argc == 4 ? argv[1] : "")})
+           OSG::SceneFileHandlerBase::the()->read(argv[1])})
     {
-        // An eye in front of the model's middle, 1280 by 720 pixels.
+        // The view of a window of 1280 by 720 pixels: eye, point looked at, up, angle.
         OSG::WindowView const view{{1, 1.7f, 12}, {0, 0.95f, 0}, {0, 1, 0}, 30, 1280, 720};
         auto const area =
             OSG::pixel_square(std::strtof(argv[2], nullptr), std::strtof(argv[3], nullptr), 2);

@@ -8,6 +8,7 @@
 #include <GLFW/glfw3.h>
 
 #include "OSGCadTrackballEngine.h"
+#include "OSGChangeList.h"
 #include "OSGEventAdapter.h"
 #include "OSGFrameDemand.h"
 #include "OSGGLObjectStore.h"
@@ -16,6 +17,7 @@
 #include "OSGSceneFileHandler.h"
 #include "OSGSceneView.h"
 #include "OSGSystem.h"
+#include "OSGThread.h"
 
 namespace
 {
@@ -59,10 +61,17 @@ void draw_when_needed(GLFWwindow *window)
     int width = 0;
     int height = 0;
     glfwGetFramebufferSize(window, &width, &height);
+    int units = 1; // of the toolkit across the window: pixels on some systems
+    glfwGetWindowSize(window, &units, nullptr);
+    if(units > 0)
+        events.setContentScale(double(width) / units);
     view.setSize(width, height);
     events.frame();
+    view.update();
+    OSG::Thread::getCurrentChangeList()->commitChanges();
     if(demand.take(*view.getViewport()))
     {
+        view.getViewport()->activateSize();
         view.draw();
         glfwSwapBuffers(window);
     }
@@ -91,13 +100,18 @@ void run(GLFWwindow *window, OSG::Node *scene)
 
 int main(int argc, char **argv)
 {
+    if(argc != 2)
+    {
+        std::fprintf(stderr, "usage: glfw-view FILE\n");
+        return 2;
+    }
     OSG::startUp();
     {
         OSG::UnrecordedRefPtr<OSG::Node> const scene(
-            OSG::SceneFileHandlerBase::the()->read(argv[argc - 1]));
+            OSG::SceneFileHandlerBase::the()->read(argv[1]));
         GLFWwindow *window = nullptr;
         if(scene != nullptr && glfwInit() == GLFW_TRUE)
-            window = glfwCreateWindow(800, 600, argv[argc - 1], nullptr, nullptr);
+            window = glfwCreateWindow(800, 600, argv[1], nullptr, nullptr);
         if(window != nullptr)
             run(window, scene);
         glfwTerminate();

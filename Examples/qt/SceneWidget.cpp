@@ -3,11 +3,15 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 
+#include <utility>
+
 #include "OSGCadTrackballEngine.h"
+#include "OSGChangeList.h"
 #include "OSGGLObjectStore.h"
 #include "OSGPickResult.h"
 #include "OSGPickTool.h"
 #include "OSGSimpleMaterial.h"
+#include "OSGThread.h"
 
 namespace
 {
@@ -61,6 +65,8 @@ SceneWidget::SceneWidget(OSG::Node *scene)
 
 SceneWidget::~SceneWidget()
 {
+    if(context() != nullptr)
+        disconnect(context(), nullptr, this, nullptr);
     makeCurrent();
     OSG::GLObjectStore::releaseCurrent();
     doneCurrent();
@@ -103,14 +109,14 @@ void SceneWidget::initializeGL()
                 OSG::GLObjectStore::releaseCurrent();
                 doneCurrent();
             });
-    _view.fit();
 }
 
 void SceneWidget::resizeGL(int width, int height)
 {
     qreal const scale = devicePixelRatioF();
     _view.setSize(qRound(width * scale), qRound(height * scale));
-    _view.fit();
+    if(!std::exchange(_isFitted, true))
+        _view.fit();
 }
 
 // The widget has set its frame buffer and the OpenGL viewport.
@@ -180,6 +186,8 @@ void SceneWidget::nextFrame()
 {
     _events.frame();
     showBand();
+    _view.update();
+    OSG::Thread::getCurrentChangeList()->commitChanges();
     update();
 }
 

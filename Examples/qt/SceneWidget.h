@@ -43,5 +43,6 @@ class SceneWidget : public QOpenGLWidget
     OSG::SelectionSet _selection;
     OSG::SelectionHighlight _highlight;
     std::shared_ptr<OSG::BandTool> _bandTool;
+    bool _isFitted = false;
     QRubberBand _band{QRubberBand::Rectangle, this};
 };

@@ -1,7 +1,7 @@
 // A model in a widget of Qt:
 //   qt-view FILE [PICTURE]
-// B changes between orbiting and bands, F shows the whole model, S saves PICTURE and prints the
-// addresses of the selected parts, Escape ends.
+// B changes between orbiting and bands, F shows the whole model, S saves PICTURE (in the format of
+// its suffix) and prints the addresses of the selected parts, Escape ends.
 #include <QApplication>
 #include <QShortcut>
 

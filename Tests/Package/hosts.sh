@@ -49,23 +49,51 @@ wait_for clicked
 kill $host
 wait $host || true
 
-# A band to the left takes what it touches, S saves the picture, Escape ends.
-rm -f "$work/qt.png"
-"$work/qt/qt-view" "$model" "$work/qt.png" >"$work/qt.txt" &
+# A band to the left takes what it touches, and a click what is in front. S prints what is selected and
+# saves the picture, Escape ends.
+rm -f "$work"/qt.ppm
+"$work/qt/qt-view" "$model" "$work/qt.ppm" >"$work/qt.txt" &
 host=$!
 wait_for xdotool search --onlyvisible --name qt-view
+save() {
+    : >"$work/qt.txt"
+    rm -f "$work/qt.ppm"
+    xdotool key s
+    wait_for test -s "$work/qt.ppm"
+}
+# Pixels of the colour of what is selected.
+orange_pixels() {
+    python3 - "$work/qt.ppm" <<'PYTHON'
+import sys
+picture = open(sys.argv[1], 'rb').read().split(b'\n', 3)[3]
+print(sum(picture[i] > 100 and picture[i + 2] < 20 for i in range(0, len(picture) - 2, 3)))
+PYTHON
+}
 answers() { # there is no window manager to give it the keys
     xdotool search --onlyvisible --name qt-view windowfocus key s
-    [ -s "$work/qt.png" ]
+    [ -s "$work/qt.ppm" ]
 }
 wait_for answers
+save
+[ "$(orange_pixels)" -eq 0 ] && [ ! -s "$work/qt.txt" ]
+
+xdotool mousemove 320 240 click 1
+sleep 0.2
+save
+[ "$(cat "$work/qt.txt")" = /7 ] || { echo "a click on the roof gives $(cat "$work/qt.txt")" >&2; exit 1; }
+[ "$(orange_pixels)" -gt 10000 ]
+
+# To the right, around one column: only that is wholly inside. To the left it is not alone.
 xdotool key b
-banded() {
-    xdotool mousemove 600 400 mousedown 1 mousemove 500 300 mousemove 350 250 mouseup 1
-    xdotool key s
-    grep -q '^/' "$work/qt.txt" && [ -s "$work/qt.png" ]
-}
-wait_for banded
+xdotool mousemove 90 180 mousedown 1 mousemove 120 200 mousemove 190 290 mouseup 1
+sleep 0.2
+save
+enclosed=$(wc -l <"$work/qt.txt")
+xdotool mousemove 190 290 mousedown 1 mousemove 120 200 mousemove 90 180 mouseup 1
+sleep 0.2
+save
+touched=$(wc -l <"$work/qt.txt")
+echo "enclosed $enclosed, touched $touched"
+[ "$enclosed" -ge 1 ] && [ "$touched" -gt "$enclosed" ]
 xdotool key Escape
 wait $host
-sort -u "$work/qt.txt" | head -3

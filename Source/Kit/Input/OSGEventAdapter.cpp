@@ -97,6 +97,9 @@ void EventAdapter::pointerMove(Real64 x, Real64 y, UInt16 modifiers)
 
 void EventAdapter::buttonPress(Int16 button, Real64 x, Real64 y, UInt16 modifiers)
 {
+    // Toolkits lose releases: the tool's drag before has no result.
+    if(button == NavigatorEvent::LeftButton && ownsDrag())
+        cancelTool();
     // A drag keeps the pointer until it ends, so that no second one begins in the middle of it.
     if(_isPointerTaken || ownsDrag() || !moveTo(x, y))
         return;
@@ -209,7 +212,9 @@ void EventAdapter::frame()
 {
     if(_guard != nullptr)
     {
-        _guard->setInputTaken(_isKeyboardTaken || ownsDrag());
+        // Buttons are keys of a walk.
+        bool const isPanels = _isKeyboardTaken || (_isPointerTaken && _buttonsDown == 0);
+        _guard->setInputTaken(isPanels || ownsDrag());
         _guard->beforeFrame();
     }
     if(!ownsDrag())

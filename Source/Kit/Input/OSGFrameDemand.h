@@ -11,7 +11,7 @@ class Viewport;
 
 /// Says whether a viewport has to be drawn again, so that an idle host draws nothing.
 ///
-///     selection.addObserver(&demand);
+///     selection.addObserver(&demand); // and removeObserver before the demand ends
 ///     ...
 ///     adapter.frame();
 ///     Thread::getCurrentChangeList()->commitChanges();

@@ -12,7 +12,6 @@
 #include "OSGAspectStore.h"
 #include "OSGChangeList.h"
 #include "OSGSceneFileHandler.h"
-#include "OSGShownText.h"
 #include "OSGThread.h"
 
 namespace OSG
@@ -173,6 +172,7 @@ class SceneLoader::Job
 
   private:
     void run() noexcept;
+    void useTurn() noexcept;
     UnrecordedRefPtr<Node> read();
     void readAndOffer();
     static void leaveNothing() noexcept;
@@ -206,10 +206,21 @@ class SceneLoader::Job
 
 void SceneLoader::Job::run() noexcept
 {
-    Thread::setCurrentAspect(_aspect);
-    Turn const turn(_isCancelled);
-    if(!turn.isMine())
-        return;
+    try
+    {
+        Thread::setCurrentAspect(_aspect);
+        Turn const turn(_isCancelled);
+        if(turn.isMine())
+            useTurn();
+    }
+    catch(...)
+    {
+        fail("out of memory"); // for what a thread has of its own
+    }
+}
+
+void SceneLoader::Job::useTurn() noexcept
+{
     try
     {
         readAndOffer();

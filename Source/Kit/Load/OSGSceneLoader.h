@@ -22,7 +22,8 @@ namespace OSG
 ///
 /// Only one thread at a time may use the SceneFileHandler: while a loader is Running, and after
 /// cancel() until it is destroyed, the host neither reads nor writes scenes, and leaves the
-/// handler's settings alone. Loaders wait for one another.
+/// handler's settings alone. Loaders wait for one another: one begins to read when the scene of the
+/// one before it is taken, or when that one has failed or is cancelled.
 ///
 /// The functions are called by one thread, the host's. What a reader cannot be told while it works
 /// it notices at the next percent that it reports.
@@ -67,7 +68,8 @@ class OSG_TOLVANITEKIT_API SceneLoader
     /// null; all that was read is freed by the thread. A scene that was taken stays, and so does
     /// Failed.
     void cancel();
-    /// Waits until the state is not Running.
+    /// Waits until the state is not Running. That is for ever where another loader is Ready, and
+    /// its scene is not taken by another thread: take that one first.
     void wait() const;
     /// Why there is no scene, as half a sentence; empty where the state is not Failed. The log says
     /// what is wrong with the file.

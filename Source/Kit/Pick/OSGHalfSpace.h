@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OSGDoublePrecision.h"
 #include "OSGPlane.h"
 
 namespace OSG
@@ -14,9 +15,6 @@ struct HalfSpace
     Real64 at(Pnt3d const &point) const { return normal.dot(point - origin); }
     bool holds(Pnt3d const &point) const { return at(point) >= 0; }
 };
-
-inline Pnt3d wide(Pnt3f const &point) { return Pnt3d(point[0], point[1], point[2]); }
-inline Vec3d wide(Vec3f const &vector) { return Vec3d(vector[0], vector[1], vector[2]); }
 
 /// On the side of a plane that its normal points to.
 inline HalfSpace half_space_of(Plane const &plane)

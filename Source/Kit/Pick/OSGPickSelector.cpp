@@ -1,5 +1,6 @@
 #include "OSGPickSelector.h"
 
+#include "OSGAppearanceTable.h"
 #include "OSGFastSelectionFunctor.h"
 #include "OSGGeometry.h"
 #include "OSGRegionFunctor.h"
@@ -19,32 +20,49 @@ ActionPtr new_action(bool usesIndex)
     return action;
 }
 
-/// Judges a node once for all kinds of its hits.
-class EnclosedFilter
+/// Judges a node once for all kinds of its hits: whether it is drawn, and whether it is enclosed.
+class PlaceFilter
 {
   public:
-    explicit EnclosedFilter(PickRegion const &region)
+    PlaceFilter(PickRegion const &region, PickSettings const &settings, Node const *root)
         : _region(&region)
+        , _settings(&settings)
+        , _root(root)
     {
     }
 
     bool operator()(SelectionAction const &action)
     {
         Node *const node = action.getActNode();
-        if(node == _node && action.getVisitSubTreeNodes() == _visiting)
-            return _isEnclosed;
-        _node = node;
-        _visiting = action.getVisitSubTreeNodes();
-        auto const *const geometry = dynamic_cast<Geometry const *>(node->getCore());
-        _isEnclosed = geometry != nullptr && is_enclosed(*_region, *geometry, action.topMatrix());
-        return _isEnclosed;
+        if(node != _node || action.getVisitSubTreeNodes() != _visiting)
+        {
+            _node = node;
+            _visiting = action.getVisitSubTreeNodes();
+            _passes = isDrawn() && isEnclosed(action.topMatrix());
+        }
+        return _passes;
     }
 
   private:
+    bool isDrawn() const
+    {
+        AppearanceTable const *const table = _settings->appearances;
+        return table == nullptr || table->isDrawn(_node, _visiting, _root);
+    }
+    bool isEnclosed(Matrix const &toRoot) const
+    {
+        if(!_settings->enclosed)
+            return true;
+        auto const *const geometry = dynamic_cast<Geometry const *>(_node->getCore());
+        return geometry != nullptr && is_enclosed(*_region, *geometry, toRoot);
+    }
+
     PickRegion const *_region;
+    PickSettings const *_settings;
+    Node const *_root;
     Node *_node = nullptr;
     std::vector<Node *> _visiting;
-    bool _isEnclosed = false;
+    bool _passes = false;
 };
 } // namespace
 
@@ -93,11 +111,12 @@ std::deque<SelectionFunctor::HitT> const &PickSelector::select(PickRegion const 
     SelectionAction &action = *functor.getAction();
     functor.setSelectionType(settings.kinds);
     functor.setPlaneType(settings.plane);
-    functor.setFilter(settings.enclosed ? EnclosedFilter(region) : SelectionFunctor::Filter());
+    if(settings.enclosed || settings.appearances != nullptr)
+        functor.setFilter(PlaceFilter(region, settings, _root));
     action.reinitialize();
     action.pushFrustum(region.getSolid());
     action.apply(_root);
-    functor.setFilter({}); // it refers to the region
+    functor.setFilter({}); // it refers to the region and the settings
     _wasIndexed = action.getIndexedGeometries() != 0;
     return functor.hits(settings.hits);
 }

@@ -9,6 +9,8 @@
 
 namespace OSG
 {
+class AppearanceTable;
+
 /// What a pick looks for in its region.
 struct PickSettings
 {
@@ -21,6 +23,9 @@ struct PickSettings
     /// Only nodes that are hit and whose own geometry lies wholly inside; see is_enclosed. A node
     /// is judged on each path to it.
     bool enclosed = false;
+    /// Only what this table lets be drawn: that of the action that draws the picture. Null for all.
+    /// It has to stay while the selector selects.
+    AppearanceTable const *appearances = nullptr;
 };
 
 /// Selects in one scene, one region after the other. A solid is searched by SimpleSelectionFunctor

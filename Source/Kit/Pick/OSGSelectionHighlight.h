@@ -1,12 +1,15 @@
 #pragma once
 
+#include <unordered_map>
+
 #include "OSGAppearanceTable.h"
 #include "OSGSelectionSet.h"
 
 namespace OSG
 {
-/// Shows what is selected in a material of its own, by the table of the action that draws. It knows
-/// the rows that it has made, and leaves those of others as they are.
+/// Shows what is selected in a material of its own, by the table of the action that draws. When a
+/// place is not selected any more, it gets back the material that it had in the table before; where
+/// somebody has set another one meanwhile, that one stays.
 ///
 ///     SelectionHighlight highlight(selection, action->editAppearances(), material);
 class OSG_TOLVANITEKIT_API SelectionHighlight : private SelectionSet::Observer
@@ -23,8 +26,13 @@ class OSG_TOLVANITEKIT_API SelectionHighlight : private SelectionSet::Observer
   private:
     void selectionChanged(SelectionSet const &set, SelectionSet::Change const &change) override;
 
+    void show(NodePath const &path);
+    void giveBack(NodePath const &path, Material *before);
+
     SelectionSet &_set;
     AppearanceTable &_table;
     UnrecordedRefPtr<Material> _material;
+    // By path: what the table had before.
+    std::unordered_map<NodePath, UnrecordedRefPtr<Material>, NodePathHash> _before;
 };
 } // namespace OSG

@@ -109,7 +109,7 @@ class OSG_TOLVANITEKIT_API SelectionSet
     bool clear();
     /// Takes out the paths by which a walk from `root` no longer comes to their node. Costs next to
     /// nothing where nothing was committed and nothing added since the last call, otherwise a look
-    /// at each path. Null takes all out.
+    /// at each path: also while a camera moves, since that edits its beacon. Null takes all out.
     bool prune(Node const *root);
 
     /// For what comes from now on. What is in the set stays.

@@ -15,8 +15,7 @@ bool SceneEdits::haveCome()
         _epochs = currentEpochs();
         return true;
     }
-    _entries.clear();
-    bool const hasEntries = !_journal->read(_entries) || !_entries.empty();
+    bool const hasEntries = _journal->skip();
     Epochs const before = std::exchange(_epochs, currentEpochs());
     return hasEntries || _epochs != before;
 }

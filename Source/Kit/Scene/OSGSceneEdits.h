@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include "OSGEditJournal.h"
 #include "OSGTolvaniteKitApi.h"
@@ -14,8 +13,9 @@ namespace OSG
 ///     ...
 ///     if(edits.haveCome()) // since the last call
 ///
-/// It hears of what any thread of the process has committed, of any scene: it may be true for
-/// nothing, but never false for an edit. Edits that are not committed are not heard of.
+/// It hears of what is committed in the aspect of the first call, of any scene: it may be true for
+/// nothing, but never false for an edit. A moved camera is an edit of its beacon. Edits that are
+/// not committed are not heard of.
 class OSG_TOLVANITEKIT_API SceneEdits
 {
   public:
@@ -47,6 +47,5 @@ class OSG_TOLVANITEKIT_API SceneEdits
     Watched _watched;
     Epochs _epochs;
     std::optional<EditJournal::Follower> _journal; // from the first call on
-    std::vector<EditJournal::Entry> _entries;      // keeps its room
 };
 } // namespace OSG

@@ -72,7 +72,7 @@ WindowView SceneView::getView() const
     view.at = engine->getAt();
     view.up = engine->getUp();
     if(view.orthographicHeight)
-        view.orthographicHeight = static_cast<Real32>(_heightByDistance * engine->getDistance());
+        view.orthographicHeight = static_cast<Real32>(_heightByDistance * distance());
     return view;
 }
 
@@ -91,7 +91,7 @@ bool SceneView::setView(WindowView const &view)
         _heightByDistance = Real64(*view.orthographicHeight) / distance();
     _viewport->setCamera(view.orthographicHeight ? static_cast<Camera *>(_orthographic)
                                                  : _perspective);
-    placeCamera();
+    update();
     return true;
 }
 
@@ -108,23 +108,34 @@ void SceneView::setBackground(Color3f const &color) { _background->setColor(colo
 
 void SceneView::draw()
 {
-    placeCamera();
+    update();
     _viewport->render(_action);
 }
 
 Real64 SceneView::distance() const
 {
     NavigatorEngine *const engine = _navigator.getEngine();
-    return engine != nullptr ? engine->getDistance() : (_view.at - _view.from).length();
+    Real64 const known = engine != nullptr ? engine->getDistance() : 0;
+    if(known > 0)
+        return known;
+    // Engines that look at nothing have no distance.
+    return engine != nullptr ? (engine->getAt() - engine->getFrom()).length()
+                             : (_view.at - _view.from).length();
 }
 
-void SceneView::placeCamera()
+void SceneView::update()
 {
     show_view(*_viewport, getView());
     ViewDepths const depths = picture_depths(getBounds(), _beacon->getToWorld());
     if(!depths.isVisible())
         return;
-    _viewport->getCamera()->setNear(static_cast<Real32>(depths.nearSide));
-    _viewport->getCamera()->setFar(static_cast<Real32>(depths.farSide));
+    // Equal values are not written again: each edit asks for another frame.
+    Camera &camera = *_viewport->getCamera();
+    Real32 const nearSide = static_cast<Real32>(depths.nearSide);
+    Real32 const farSide = static_cast<Real32>(depths.farSide);
+    if(camera.getNear() != nearSide)
+        camera.setNear(nearSide);
+    if(camera.getFar() != farSide)
+        camera.setFar(farSide);
 }
 } // namespace OSG

@@ -25,7 +25,10 @@ class SolidBackground;
 ///     view.setEngine(engine);
 ///     ... once per frame:
 ///     view.getNavigator().updateCameraTransformation(); // or EventAdapter::frame()
-///     view.draw();
+///     view.update();
+///     Thread::getCurrentChangeList()->commitChanges();
+///     if(demand.take(*view.getViewport())) // a FrameDemand
+///         view.draw();
 ///
 /// All of it is used by one thread, that of the window.
 class OSG_TOLVANITEKIT_API SceneView
@@ -63,13 +66,15 @@ class OSG_TOLVANITEKIT_API SceneView
     EnhPassiveViewport *getViewport() const { return _viewport; }
     void setBackground(Color3f const &color);
 
-    /// Draws the scene over the OpenGL viewport of the current context. Near and far follow the
-    /// bounds. Before its context ends a host calls GLObjectStore::releaseCurrent() in it.
+    /// Puts the camera where the engine looks, with near and far by the bounds. To be called once
+    /// per frame before the viewport is asked or drawn.
+    void update();
+    /// Draws the scene over the OpenGL viewport of the current context. Calls update()
+    /// first. Before its context ends a host calls GLObjectStore::releaseCurrent() in it.
     void draw();
 
   private:
     Real64 distance() const; // from the eye to what is looked at
-    void placeCamera();
 
     UnrecordedRefPtr<Node> _beacon;
     UnrecordedRefPtr<PerspectiveCamera> _perspective;

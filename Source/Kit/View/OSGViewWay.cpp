@@ -107,6 +107,10 @@ WindowView view_between(WindowView const &from, WindowView const &to, Real32 sha
     if(share <= 0)
         return from;
     WindowView const alike = from.orthographicHeight ? to_orthographic(to) : to_perspective(to);
+    bool const isAlike =
+        alike.orthographicHeight.has_value() == from.orthographicHeight.has_value();
+    if(!isAlike || !is_view(alike))
+        return to; // its size has no number in the other projection
     return between(from, alike, share).value_or(to);
 }
 } // namespace OSG

@@ -42,7 +42,8 @@ void put_projection(WindowView &view, Camera const *camera)
 
 Real64 distance_for(Pnt3d const &eye, std::optional<Real32> const &distance)
 {
-    return distance ? *distance : std::max(1., ShortestTrueOffset * last_unit(eye));
+    return distance && *distance != 0 ? *distance
+                                      : std::max(1., ShortestTrueOffset * last_unit(eye));
 }
 } // namespace
 

@@ -16,12 +16,14 @@ class Viewport;
 /// so that a host with several viewports subtracts the corner from those of its window.
 ///
 /// A camera does not say what it looks at. `distance` is how far `at` is from the eye: that of the
-/// engine, say. Without it `at` is 1 away, or as far as an eighth of the eye's largest coordinate,
-/// since nearer points would not keep the direction.
+/// engine, say. Without it, and with 0, which engines give that look at nothing, `at` is 1 away, or
+/// as far as an eighth of the eye's largest coordinate, since nearer points would not keep the
+/// direction.
 ///
 /// No value for a viewport without pixels, without a camera, with a camera of another projection
 /// than perspective or orthographic or with one that shows nothing, for a camera without a beacon
-/// and for a beacon whose matrix scales, shears or mirrors, or for a distance that is not above 0.
+/// and for a beacon whose matrix scales, shears or mirrors, or for a distance below 0 or one that
+/// is not finite.
 OSG_TOLVANITEKIT_API std::optional<WindowView>
 view_of(Viewport const &viewport, std::optional<Real32> distance = std::nullopt);
 

@@ -127,6 +127,23 @@ void AppearanceTable::endIsolation()
 
 // --- questions ---
 
+bool AppearanceTable::isDrawn(Node *node, std::vector<Node *> const &visiting,
+                              Node const *root) const
+{
+    if(isEmpty())
+        return true;
+    Appearance result;
+    for(std::vector<Node *> around = visiting;; around.pop_back())
+    {
+        Node const *const top = around.empty() ? root : around.back()->getCore()->getOtherTree();
+        for(; node != nullptr; node = node == top ? nullptr : node->getParent())
+            result = find(node, around).with(result);
+        if(around.empty())
+            return isDrawn(result);
+        node = around.back();
+    }
+}
+
 Material *AppearanceTable::getMaterial(NodePath const &path) const
 {
     return rowOf(path).material.get();

@@ -65,6 +65,9 @@ class OSG_STATE_API AppearanceTable
     Material *getMaterial(NodePath const &path) const;
     bool isHidden(NodePath const &path) const;
     bool isIsolated(NodePath const &path) const;
+    /// Whether what is at this place of the tree of `root` is drawn: neither it nor a node around
+    /// it is hidden, and it is isolated where something is.
+    bool isDrawn(Node *node, std::vector<Node *> const &visiting, Node const *root) const;
     /// Everything is drawn as it is.
     bool isEmpty() const { return _rows.empty() && !_isIsolating; }
 

@@ -78,11 +78,22 @@ bool EditJournal::Follower::read(std::vector<Entry> &entries)
     Journals &journals = Journals::the();
     std::lock_guard const hold(journals.guard);
     Journal const &journal = journals.byAspect[_aspect];
+    UInt64 const number = journal.written - _position;
+    if(number <= Capacity)
+        entries.reserve(entries.size() + number);
     UInt64 const from = std::exchange(_position, journal.written);
-    if(journal.written - from > Capacity)
+    if(number > Capacity)
         return false;
     for(UInt64 i = from; i < journal.written; ++i)
         entries.push_back(journal.entries[i % Capacity]);
     return true;
+}
+
+bool EditJournal::Follower::skip()
+{
+    Journals &journals = Journals::the();
+    std::lock_guard const hold(journals.guard);
+    UInt64 const written = journals.byAspect[_aspect].written;
+    return std::exchange(_position, written) != written;
 }
 } // namespace OSG

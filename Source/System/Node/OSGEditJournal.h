@@ -41,8 +41,10 @@ class OSG_SYSTEM_API EditJournal
         Follower &operator=(Follower const &) = delete;
 
         /// Appends what was written since the last call. False, and nothing appended, where that
-        /// was more than the journal holds.
+        /// was more than the journal holds. std::bad_alloc counts as no call.
         bool read(std::vector<Entry> &entries);
+        /// Passes over what was written since the last call. False where nothing was.
+        bool skip();
 
       private:
         UInt32 _aspect;

@@ -16,6 +16,7 @@
 #include "OSGFrameDemand.h"
 #include "OSGHover.h"
 #include "OSGPickSelector.h"
+#include "OSGSceneView.h"
 #include "OSGScriptedDesktop.h"
 #include "OSGStandardView.h"
 #include "OSGThread.h"
@@ -32,6 +33,15 @@ using namespace OSG::Test;
 
 namespace
 {
+void next_frame(SceneView &view, EventAdapter &events, FrameDemand &demand)
+{
+    events.frame();
+    view.update();
+    Thread::getCurrentChangeList()->commitChanges();
+    if(demand.take(*view.getViewport()))
+        view.draw();
+}
+
 struct KitGuide : testing::Test
 {
     NavigatedView navigated;
@@ -42,6 +52,17 @@ struct KitGuide : testing::Test
     FrameDemand demand;
     EventAdapter adapter{navigator};
 };
+
+TEST_F(KitGuide, AViewPutTogether)
+{
+    SceneView shown;
+    EventAdapter events(shown.getNavigator());
+    FrameDemand frames;
+    shown.setScene(scene);
+    EXPECT_TRUE(frames.take(*shown.getViewport()));
+    next_frame(shown, events, frames); // nothing has changed: it needs no context
+    EXPECT_FALSE(frames.take(*shown.getViewport()));
+}
 
 TEST_F(KitGuide, Views)
 {

@@ -34,6 +34,16 @@ TEST_F(EventAdapterTest, AToolOwnsTheLeftDrag)
     EXPECT_THAT(heard.take(), ElementsAre(press(Right, 6, 0)));
 }
 
+TEST_F(EventAdapterTest, APressAfterALostReleaseBeginsAnotherDrag)
+{
+    auto const tool = setWritingTool();
+    adapter.buttonPress(Left, 1, 1);
+    adapter.pointerMove(2, 2);
+    adapter.buttonPress(Left, 50, 50);
+    adapter.buttonRelease(Left, 60, 60);
+    EXPECT_EQ(tool->text, "press 1 drag 2 cancel press 50 release 60 ");
+}
+
 TEST_F(EventAdapterTest, ABandDoesNotOrbit)
 {
     NavigatedView view;

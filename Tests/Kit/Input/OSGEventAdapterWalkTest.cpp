@@ -127,6 +127,13 @@ TEST_F(WalkAdapterTest, TypingAndBandsDoNotWalk)
     adapter.buttonRelease(Left, 20, 20);
     desktop->setKey(1, false);
     EXPECT_EQ(framesLater(), 0);
+    // In a panel it is a click.
+    adapter.setPointerTaken(true);
+    desktop->setKey(1, true);
+    EXPECT_EQ(framesLater(), 0);
+    desktop->setKey(1, false);
+    adapter.setPointerTaken(false);
+    EXPECT_EQ(framesLater(), 0);
     desktop->setKey('W', true);
     EXPECT_LT(framesLater(), 0);
     adapter.setWalkGuard(nullptr);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "GeometryBuilders.h"
+#include "OSGAppearanceTable.h"
 #include "OSGSceneBounds.h"
 #include "SceneBuilders.h"
 
@@ -240,6 +241,39 @@ TEST(PickRegion, ARectangleGivenAsALassoIsTheRectangle)
         PickRegion::ofLasso(straight_view(), {{90, 40}, {110, 41}, {110, 60}, {90, 60}}, bounds);
     ASSERT_TRUE(other);
     EXPECT_FALSE(other->isSolid());
+}
+
+TEST(PickSelector, WhatIsNotDrawnIsNotPicked)
+{
+    NodePtr const hidden = triangle_at({-1, -1, 0}, {1, -1, 0}, {0, 1, 0});
+    NodePtr const shown = triangle_at({-1, -1, -1}, {1, -1, -1}, {0, 1, -1});
+    NodePtr const outer = make_group({shown});
+    NodePtr const first = make_visit(outer);
+    NodePtr const second = make_visit(outer);
+    NodePtr const root = make_group({make_group({hidden}), first, second});
+    AppearanceTable table;
+    PickSettings settings;
+    settings.appearances = &table;
+    settings.hits = SelectionFunctor::AllHits;
+    Lasso const all = {{0, 0}, {200, 0}, {200, 100}, {1, 100}};
+    auto const found = [&]
+    {
+        std::set<std::string> paths;
+        for(HitT const &hit : picked(root, all, settings))
+            paths.insert(node_path(root, hit.visitSubTreeNodes, hit.node));
+        return paths;
+    };
+    using Paths = std::set<std::string>;
+    EXPECT_EQ(found(), (Paths{"/0/0", "/1@/0", "/2@/0"}));
+    table.hide(NodePath(root->getChild(0)));
+    EXPECT_EQ(found(), (Paths{"/1@/0", "/2@/0"}));
+    table.hide(NodePath(outer, {first}));
+    EXPECT_EQ(found(), (Paths{"/2@/0"}));
+    table.clear();
+    table.isolate({NodePath(first)});
+    EXPECT_EQ(found(), (Paths{"/1@/0"}));
+    table.hide(NodePath(shown, {first}));
+    EXPECT_EQ(found(), Paths());
 }
 } // namespace
 } // namespace OSG::Test

@@ -5,9 +5,13 @@
 #include "MathPrinters.h"
 #include "NeedsContext.h"
 #include "OSGCadTrackballEngine.h"
+#include "OSGChangeList.h"
+#include "OSGFrameDemand.h"
 #include "OSGOffscreenContext.h"
 #include "OSGPicture.h"
+#include "OSGThread.h"
 #include "OSGViewFit.h"
+#include "OSGWASDFlyEngine.h"
 #include "OperationScenes.h"
 
 namespace OSG::Test
@@ -77,6 +81,37 @@ TEST_F(SceneViewTest, WithoutPerspectiveTheHeightGoesWithTheEnginesDistance)
     EXPECT_NEAR(*view.getView().orthographicHeight, 4, 1e-5);
     view.getNavigator().getEngine()->setDistance(5); // half as far
     EXPECT_NEAR(*view.getView().orthographicHeight, 2, 1e-5);
+}
+
+TEST_F(SceneViewTest, AnEngineWithoutADistanceKeepsTheHeight)
+{
+    view.setScene(make_triangle());
+    view.setEngine(UnrecordedRefPtr<WASDFlyEngine>(WASDFlyEngine::create()));
+    ASSERT_EQ(view.getNavigator().getEngine()->getDistance(), 0);
+    EXPECT_TRUE(view.setView(flat(4)));
+    EXPECT_NEAR(*view.getView().orthographicHeight, 4, 1e-5);
+    EXPECT_TRUE(is_view(view.getView()));
+}
+
+TEST_F(SceneViewTest, AnIdleFrameEditsNothing)
+{
+    view.setScene(make_triangle());
+    view.setEngine(UnrecordedRefPtr<CadTrackballEngine>(CadTrackballEngine::create(0.8f)));
+    view.setView(Side);
+    FrameDemand demand;
+    auto const frame = [&]
+    {
+        view.getNavigator().updateCameraTransformation();
+        view.update();
+        Thread::getCurrentChangeList()->commitChanges();
+        return demand.take(*view.getViewport());
+    };
+    EXPECT_TRUE(frame());
+    EXPECT_FALSE(frame());
+    EXPECT_FALSE(frame());
+    view.getNavigator().buttonPress(NavigatorEvent::WheelUp, 32, 24);
+    EXPECT_TRUE(frame());
+    EXPECT_FALSE(frame());
 }
 
 TEST_F(SceneViewTest, FitsTheSceneInTheDirectionOfTheView)

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "OSGDoublePrecision.h"
 #include "OSGWindowView.h"
 
 namespace OSG
@@ -38,11 +39,6 @@ struct ViewFrame
 };
 /// No value where is_view is false.
 std::optional<ViewFrame> frame_of(WindowView const &view);
-
-inline Pnt3d wide(Pnt3f const &p) { return Pnt3d(p[0], p[1], p[2]); }
-inline Vec3d wide(Vec3f const &v) { return Vec3d(v[0], v[1], v[2]); }
-/// Rounds each number.
-inline Vec3f narrow(Vec3d const &v) { return Vec3f(v[0], v[1], v[2]); }
 
 /// The side of a pixel at that depth. Negative behind the eye of a view with perspective.
 Real64 pixel_at(WindowView const &view, Real64 depth);
