@@ -3,12 +3,12 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 
+#include <algorithm>
 #include <utility>
 
 #include "OSGCadTrackballEngine.h"
 #include "OSGChangeList.h"
 #include "OSGGLObjectStore.h"
-#include "OSGPickResult.h"
 #include "OSGPickTool.h"
 #include "OSGSimpleMaterial.h"
 #include "OSGThread.h"
@@ -42,8 +42,6 @@ OSG::UInt16 modifiers_of(QMouseEvent const *event)
 {
     return event->modifiers().testFlag(Qt::ShiftModifier) ? OSG::PointerTool::Shift : 0;
 }
-
-bool adds(OSG::UInt16 modifiers) { return (modifiers & OSG::PointerTool::Shift) != 0; }
 } // namespace
 
 SceneWidget::SceneWidget(OSG::Node *scene)
@@ -56,7 +54,7 @@ SceneWidget::SceneWidget(OSG::Node *scene)
         [this](OSG::BandTool::Band const &band)
         {
             bool const enclosed = band.direction == OSG::BandTool::Direction::LeftToRight;
-            select(band.area, enclosed, adds(band.modifiers));
+            select(pick(band.area, enclosed), band.modifiers);
         });
     setBandMode(false);
     setFocusPolicy(Qt::StrongFocus);
@@ -80,8 +78,11 @@ void SceneWidget::setBandMode(bool isOn)
         _events.setTool(std::make_shared<OSG::NavigateTool>(
             [this](OSG::PointerTool::Event const &click)
             {
-                select(OSG::pixel_square(click.pixel[0], click.pixel[1], OSG::DefaultPickRadius),
-                       false, adds(click.modifiers));
+                auto results =
+                    pick(OSG::pixel_square(click.pixel[0], click.pixel[1], OSG::DefaultPickRadius),
+                         false);
+                results.resize(std::min<std::size_t>(results.size(), 1)); // what is in front
+                select(results, click.modifiers);
             }));
 }
 
@@ -164,19 +165,21 @@ OSG::EventAdapter &SceneWidget::scaledEvents()
     return _events;
 }
 
-void SceneWidget::select(OSG::PixelArea const &area, bool enclosed, bool adds)
+std::vector<OSG::PickResult> SceneWidget::pick(OSG::PixelArea const &area, bool enclosed)
 {
-    OSG::SelectionSet::Items items;
     OSG::PickSettings settings;
     settings.enclosed = enclosed;
     auto const region = OSG::PickRegion::ofRectangle(_view.getView(), area, _view.getBounds());
     OSG::PickSelector selector(_view.getScene());
-    if(region)
-    {
-        for(OSG::PickResult const &hit : OSG::pick_results(selector, *region, settings))
-            items.push_back({hit.path});
-    }
-    if(adds)
+    return region ? OSG::pick_results(selector, *region, settings) : std::vector<OSG::PickResult>();
+}
+
+void SceneWidget::select(std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers)
+{
+    OSG::SelectionSet::Items items;
+    for(OSG::PickResult const &result : results)
+        items.push_back({result.path});
+    if((modifiers & OSG::PointerTool::Shift) != 0)
         _selection.toggle(items);
     else
         _selection.replace(items);

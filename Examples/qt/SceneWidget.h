@@ -5,6 +5,7 @@
 
 #include "OSGBandTool.h"
 #include "OSGEventAdapter.h"
+#include "OSGPickResult.h"
 #include "OSGSceneView.h"
 #include "OSGSelectionHighlight.h"
 
@@ -34,7 +35,9 @@ class SceneWidget : public QOpenGLWidget
 
   private:
     OSG::EventAdapter &scaledEvents();
-    void select(OSG::PixelArea const &area, bool enclosed, bool adds);
+    /// The foremost first. `enclosed`: what lies wholly inside, otherwise what is touched.
+    std::vector<OSG::PickResult> pick(OSG::PixelArea const &area, bool enclosed);
+    void select(std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers);
     void nextFrame();
     void showBand();
 

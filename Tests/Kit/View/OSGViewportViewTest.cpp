@@ -103,7 +103,8 @@ TEST_F(ViewportView, IncompleteOnesHaveNone)
     EXPECT_FALSE(view_of(*viewport)); // no camera
     setCamera(perspective.get());
     EXPECT_TRUE(view_of(*viewport));
-    EXPECT_FALSE(view_of(*viewport, 0.f));
+    EXPECT_FALSE(view_of(*viewport, -1.f));
+    EXPECT_EQ(view_of(*viewport, 0.f), view_of(*viewport)); // of an engine that looks at nothing
     EXPECT_FALSE(view_of(*viewport, std::numeric_limits<Real32>::quiet_NaN()));
     perspective->setBeacon(nullptr);
     EXPECT_FALSE(view_of(*viewport));
