@@ -29,10 +29,10 @@ struct Host
 };
 Host &host(GLFWwindow *window) { return *static_cast<Host *>(glfwGetWindowUserPointer(window)); }
 
-void print_hits(OSG::SceneView &view, OSG::Pnt2f const &pixel)
+void print_hits(OSG::SceneView &view, OSG::PointerTool::Event const &click)
 {
-    auto const region = OSG::PickRegion::ofRectangle(
-        view.getView(), OSG::pixel_square(pixel[0], pixel[1], 2), view.getBounds());
+    auto const area = OSG::pixel_square(click.pixel[0], click.pixel[1], 2 * click.scale);
+    auto const region = OSG::PickRegion::ofRectangle(view.getView(), area, view.getBounds());
     if(!region)
         return;
     OSG::PickSelector selector(view.getScene());
@@ -84,7 +84,7 @@ void run(GLFWwindow *window, OSG::Node *scene)
     all.view.setScene(scene);
     all.view.setEngine(engine);
     all.events.setTool(std::make_shared<OSG::NavigateTool>([&](auto const &click)
-                                                           { print_hits(all.view, click.pixel); }));
+                                                           { print_hits(all.view, click); }));
     glfwMakeContextCurrent(window);
     glfwSetWindowUserPointer(window, &all);
     glfwSetMouseButtonCallback(window, on_button);

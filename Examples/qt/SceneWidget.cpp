@@ -78,9 +78,9 @@ void SceneWidget::setBandMode(bool isOn)
         _events.setTool(std::make_shared<OSG::NavigateTool>(
             [this](OSG::PointerTool::Event const &click)
             {
-                auto results =
-                    pick(OSG::pixel_square(click.pixel[0], click.pixel[1], OSG::DefaultPickRadius),
-                         false);
+                auto results = pick(OSG::pixel_square(click.pixel[0], click.pixel[1],
+                                                      OSG::DefaultPickRadius * click.scale),
+                                    false);
                 results.resize(std::min<std::size_t>(results.size(), 1)); // what is in front
                 select(results, click.modifiers);
             }));

@@ -13,7 +13,7 @@ void DragTool::press(Event const &event)
 
 void DragTool::note(Event const &event)
 {
-    _hasMoved = _hasMoved || (event.pixel - _begin).length() > ClickRadius;
+    _hasMoved = _hasMoved || (event.pixel - _begin).length() > ClickRadius * event.scale;
     if(_hasMoved)
         follow(event);
 }

@@ -9,7 +9,7 @@ namespace OSG
 class OSG_TOLVANITEKIT_API DragTool : public PointerTool
 {
   public:
-    /// In device pixels.
+    /// In units of the toolkit.
     static constexpr Real32 ClickRadius = 3;
 
     void press(Event const &event) final;

@@ -76,7 +76,7 @@ Int16 EventAdapter::pixelY() const { return whole_pixel(_y); }
 
 PointerTool::Event EventAdapter::toolEvent(UInt16 modifiers) const
 {
-    return {getPointer(), modifiers};
+    return {getPointer(), modifiers, static_cast<Real32>(_scale)};
 }
 
 bool EventAdapter::ownsDrag() const { return _isToolDrag && !_tool->sharesDrag(); }

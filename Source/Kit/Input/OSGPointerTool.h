@@ -21,6 +21,7 @@ class OSG_TOLVANITEKIT_API PointerTool
     {
         Pnt2f pixel; ///< device pixels from the window's left top corner, with fractions
         UInt16 modifiers = 0;
+        Real32 scale = 1; ///< device pixels in a unit of the toolkit
     };
 
     virtual ~PointerTool();

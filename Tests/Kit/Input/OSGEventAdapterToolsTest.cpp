@@ -44,6 +44,19 @@ TEST_F(EventAdapterTest, APressAfterALostReleaseBeginsAnotherDrag)
     EXPECT_EQ(tool->text, "press 1 drag 2 cancel press 50 release 60 ");
 }
 
+TEST_F(EventAdapterTest, OnAScaledScreenAClickMayMoveByAsManyUnits)
+{
+    int clicks = 0;
+    adapter.setTool(std::make_shared<PickTool>([&](PointerTool::Event const &) { ++clicks; }));
+    adapter.setContentScale(3);
+    adapter.buttonPress(Left, 10, 10);
+    adapter.buttonRelease(Left, 12, 10); // six device pixels
+    EXPECT_EQ(clicks, 1);
+    adapter.buttonPress(Left, 10, 10);
+    adapter.buttonRelease(Left, 14, 10);
+    EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(EventAdapterTest, ABandDoesNotOrbit)
 {
     NavigatedView view;
