@@ -58,7 +58,7 @@ inline NodePtr make_shape(Material *material = nullptr, Real32 size = 1)
 
 inline UnrecordedRefPtr<SimpleMaterial> make_colored(Real32 red, Real32 transparency = 0)
 {
-    UnrecordedRefPtr<SimpleMaterial> const material(SimpleMaterial::create());
+    UnrecordedRefPtr<SimpleMaterial> material(SimpleMaterial::create());
     material->setDiffuse(Color3f(red, 0, 0));
     material->setTransparency(transparency);
     return material;
@@ -84,6 +84,7 @@ inline std::vector<DrawShape const *> shapes_in(DrawList const &list)
 inline std::vector<DrawShape const *> shapes_of(std::vector<Node const *> const &nodes)
 {
     std::vector<DrawShape const *> shapes;
+    shapes.reserve(nodes.size());
     for(Node const *node : nodes)
         shapes.push_back(shape_of(node));
     return shapes;

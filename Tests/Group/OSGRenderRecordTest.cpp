@@ -176,12 +176,12 @@ class RandomScene
     {
         if(depth == 0)
         {
-            NodePtr const leaf =
+            NodePtr leaf =
                 make_shape(_random.below(4) == 0 ? nullptr : _materials[_random.below(4)].get());
             _nodes.push_back(leaf);
             return leaf;
         }
-        NodePtr const node = make_node(makeCore());
+        NodePtr node = make_node(makeCore());
         UInt32 const count = 1 + _random.below(3);
         for(UInt32 i = 0; i < count; ++i)
             node->addChild(makeTree(depth - 1));
