@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "OSGGroup.h"
 #include "OSGMakeNode.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
@@ -26,6 +27,7 @@ WindowView const FirstView{{0, 0, 1}, {0, 0, 0}, {0, 1, 0}, DefaultFieldOfView, 
 
 SceneView::SceneView()
     : _beacon(new_beacon())
+    , _nothing(make_node(UnrecordedRefPtr<Group>(Group::create())))
     , _perspective(PerspectiveCamera::create())
     , _orthographic(OrthographicCamera::create())
     , _background(SolidBackground::create())
@@ -38,6 +40,7 @@ SceneView::SceneView()
     _background->setColor(Color3f(1, 1, 1));
     _viewport->setBackground(_background);
     _viewport->setCamera(_perspective);
+    _viewport->setRoot(_nothing);
     _action->setHeadlight(true);
     _navigator.setViewport(_viewport);
     setSize(1, 1);
@@ -46,7 +49,16 @@ SceneView::SceneView()
 
 SceneView::~SceneView() = default;
 
-void SceneView::setScene(Node *scene) { _viewport->setRoot(scene); }
+void SceneView::setScene(Node *scene)
+{
+    _viewport->setRoot(scene != nullptr ? scene : _nothing.get());
+}
+
+Node *SceneView::getScene() const
+{
+    Node *const root = _viewport->getRoot();
+    return root != _nothing ? root : nullptr;
+}
 
 void SceneView::setSize(UInt32 width, UInt32 height)
 {
@@ -72,7 +84,7 @@ WindowView SceneView::getView() const
     view.at = engine->getAt();
     view.up = engine->getUp();
     if(view.orthographicHeight)
-        view.orthographicHeight = static_cast<Real32>(_heightByDistance * distance());
+        view.orthographicHeight = static_cast<Real32>(_heightByDistance * distance() * zoom());
     return view;
 }
 
@@ -89,6 +101,7 @@ bool SceneView::setView(WindowView const &view)
         engine->set(view.from, view.at, view.up);
     if(view.orthographicHeight)
         _heightByDistance = Real64(*view.orthographicHeight) / distance();
+    _shownHeight = 0;
     _viewport->setCamera(view.orthographicHeight ? static_cast<Camera *>(_orthographic)
                                                  : _perspective);
     update();
@@ -105,6 +118,12 @@ void SceneView::setEngine(NavigatorEngine *engine)
 }
 
 void SceneView::setBackground(Color3f const &color) { _background->setColor(color); }
+
+void SceneView::setSections(SectionPlanes const &sections)
+{
+    _sections = sections;
+    _action->editDrawEnv().setSections(_sections.getPlanes());
+}
 
 void SceneView::draw()
 {
@@ -123,9 +142,18 @@ Real64 SceneView::distance() const
                              : (_view.at - _view.from).length();
 }
 
+Real64 SceneView::zoom() const
+{
+    bool const isShown = _view.orthographicHeight && _shownHeight > 0;
+    return isShown ? Real64(_orthographic->getVerticalSize()) / _shownHeight : 1;
+}
+
 void SceneView::update()
 {
-    show_view(*_viewport, getView());
+    WindowView const view = getView();
+    _heightByDistance *= zoom();
+    show_view(*_viewport, view);
+    _shownHeight = _orthographic->getVerticalSize();
     ViewDepths const depths = picture_depths(getBounds(), _beacon->getToWorld());
     if(!depths.isVisible())
         return;

@@ -4,6 +4,7 @@
 #include "OSGNavigator.h"
 #include "OSGRenderAction.h"
 #include "OSGSceneBounds.h"
+#include "OSGSectionPlanes.h"
 #include "OSGTolvaniteKitApi.h"
 #include "OSGWindowView.h"
 
@@ -43,7 +44,7 @@ class OSG_TOLVANITEKIT_API SceneView
 
     /// Keeps a reference. The view stays; null shows the background alone.
     void setScene(Node *scene);
-    Node *getScene() const { return _viewport->getRoot(); }
+    Node *getScene() const;
     /// Where the scene lies. Its volumes are up to date afterwards.
     SceneBounds getBounds() const { return bounds_of(getScene()); }
 
@@ -65,6 +66,9 @@ class OSG_TOLVANITEKIT_API SceneView
     RenderAction *getRenderAction() const { return _action; }
     EnhPassiveViewport *getViewport() const { return _viewport; }
     void setBackground(Color3f const &color);
+    /// Cuts the scene open, for drawing; a ScenePicker cuts its regions alike.
+    void setSections(SectionPlanes const &sections);
+    SectionPlanes const &getSections() const { return _sections; }
 
     /// Puts the camera where the engine looks, with near and far by the bounds. To be called once
     /// per frame before the viewport is asked or drawn.
@@ -75,15 +79,19 @@ class OSG_TOLVANITEKIT_API SceneView
 
   private:
     Real64 distance() const; // from the eye to what is looked at
+    Real64 zoom() const; // by which an engine has scaled the camera's picture since it was shown
 
     UnrecordedRefPtr<Node> _beacon;
+    UnrecordedRefPtr<Node> _nothing; // stands for no scene: a viewport without a root is a mistake
     UnrecordedRefPtr<PerspectiveCamera> _perspective;
     UnrecordedRefPtr<OrthographicCamera> _orthographic;
     UnrecordedRefPtr<SolidBackground> _background;
     UnrecordedRefPtr<EnhPassiveViewport> _viewport;
     UnrecordedRefPtr<RenderAction> _action;
     Navigator _navigator;
+    SectionPlanes _sections;
     WindowView _view;             // as it was set last
     Real64 _heightByDistance = 1; // without perspective
+    Real32 _shownHeight = 0;      // that of the camera when it was shown, without perspective
 };
 } // namespace OSG
