@@ -1,8 +1,7 @@
-#include <algorithm>
 #include <new>
 #include <vector>
 
-#include "OSGImage.h"
+#include "OSGFrameImage.h"
 #include "OSGOffscreenContext.h"
 #include "OSGPicture.h"
 #include "OSGShownText.h"
@@ -47,25 +46,12 @@ std::string refusal_of_size(PictureChoice const &choice)
            " is more than a picture file holds";
 }
 
-using ImagePtr = OSG::UnrecordedRefPtr<OSG::Image>;
-
-// Pictures in files have their bottom row first.
-ImagePtr image_of(std::vector<OSG::UInt8> const &pixels, PictureChoice const &choice)
-{
-    ImagePtr image(OSG::Image::create());
-    image->set(choice.width(), choice.height(), Channels, nullptr);
-    auto &rows = *image->editMFPixel();
-    auto const row = static_cast<std::ptrdiff_t>(Channels) * choice.width();
-    for(std::ptrdiff_t y = 0; y < choice.height(); ++y)
-        std::copy_n(pixels.end() - row * (y + 1), row, rows.begin() + row * y);
-    return image;
-}
-
 // Empty on success, otherwise the reason of the failure.
 std::string write_picture(std::string const &target, std::vector<OSG::UInt8> const &pixels,
                           PictureChoice const &choice)
 {
-    ImagePtr const image = image_of(pixels, choice);
+    OSG::UnrecordedRefPtr<OSG::Image> const image(
+        OSG::image_of(pixels, choice.width(), choice.height()));
     std::string const reason = replace_file(target, [&image](std::string const &path)
                                             { return image->write(path.c_str()); });
     return reason.empty() ? reason : "cannot write " + target + ": " + reason;
