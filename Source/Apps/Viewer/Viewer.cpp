@@ -148,8 +148,7 @@ void Viewer::followPointer()
     bool const isInView = !_gui.wantsPointer() && !_session.events.isDragging();
     _session.events.setPointerTaken(_gui.wantsPointer());
     _session.events.setKeyboardTaken(_gui.wantsKeyboard());
-    _session.picking.hoverAt(isInView ? std::optional(_session.events.getPointer())
-                                      : std::nullopt);
+    _session.picking.hoverAt(isInView ? std::optional(_session.events.getPointer()) : std::nullopt);
 }
 
 void Viewer::draw(bool hasSceneChanged)
@@ -205,8 +204,7 @@ void Viewer::keyPressed(OSG::Int16 code, OSG::UInt16 modifiers)
 {
     constexpr OSG::UInt16 Down = OSG::NavigatorEvent::KeyDown | OSG::NavigatorEvent::VirtualKey;
     _keysDown.insert(code);
-    bool const lettersAreTaken =
-        _gui.wantsKeyboard() || _session.engines.getName() != "cad";
+    bool const lettersAreTaken = _gui.wantsKeyboard() || _session.engines.getName() != "cad";
     if(!run_key(_commands, {code, modifiers}, lettersAreTaken))
         _session.events.key(code, Down);
 }

@@ -28,16 +28,19 @@ void add_file_commands(Commands &commands, Session &session, std::function<void(
 void add_view_commands(Commands &commands, Session &session)
 {
     OSG::ViewDriver &driver = session.driver;
-    commands.push_back(
-        {.menu = "View", .name = "Whole scene", .key = {Home, 0}, .run = [&driver] { driver.fit(); }});
-    commands.push_back({.menu = "View",
-                        .name = "Selection",
-                        .key = {'F', 0},
-                        .run = [&session] { session.fitSelection(); }});
+    commands.push_back({.menu = "View", .name = "Whole scene", .key = {Home, 0}, .run = [&driver] {
+                            driver.fit();
+                        }});
+    commands.push_back({.menu = "View", .name = "Selection", .key = {'F', 0}, .run = [&session] {
+                            session.fitSelection();
+                        }});
     std::pair<char const *, OSG::StandardView> const standard[] = {
-        {"Front", OSG::StandardView::Front},   {"Back", OSG::StandardView::Back},
-        {"Left", OSG::StandardView::Left},     {"Right", OSG::StandardView::Right},
-        {"Top", OSG::StandardView::Top},       {"Bottom", OSG::StandardView::Bottom},
+        {"Front", OSG::StandardView::Front},
+        {"Back", OSG::StandardView::Back},
+        {"Left", OSG::StandardView::Left},
+        {"Right", OSG::StandardView::Right},
+        {"Top", OSG::StandardView::Top},
+        {"Bottom", OSG::StandardView::Bottom},
         {"Isometric", OSG::StandardView::Isometric}};
     OSG::Int16 digit = '1';
     for(auto const &[name, view] : standard)
@@ -75,12 +78,12 @@ void add_tool_commands(Commands &commands, Session &session)
                                                  {Kind::Band, 'B'},     {Kind::Lasso, 'L'},
                                                  {Kind::Distance, 'M'}, {Kind::Angle, 'G'}};
     for(auto const &[tool, letter] : tools)
-        commands.push_back({.menu = "Tool",
-                            .name = name_of(tool),
-                            .key = {letter, Shift},
-                            .run = [&session, tool = tool] { session.tools.take(tool); },
-                            .isOn = [&session, tool = tool]
-                            { return session.tools.getTool() == tool; }});
+        commands.push_back(
+            {.menu = "Tool",
+             .name = name_of(tool),
+             .key = {letter, Shift},
+             .run = [&session, tool = tool] { session.tools.take(tool); },
+             .isOn = [&session, tool = tool] { return session.tools.getTool() == tool; }});
 }
 
 void add_engine_commands(Commands &commands, Session &session)

@@ -86,9 +86,9 @@ bool KeptFrame::show(UInt32 width, UInt32 height)
         return false;
     CopyState const state(_texture);
     glViewport(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height));
-    for(GLenum const capability : {GL_DEPTH_TEST, GL_LIGHTING, GL_BLEND, GL_ALPHA_TEST, GL_CULL_FACE,
-                                   GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_FOG, GL_DITHER,
-                                   GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T})
+    for(GLenum const capability :
+        {GL_DEPTH_TEST, GL_LIGHTING, GL_BLEND, GL_ALPHA_TEST, GL_CULL_FACE, GL_SCISSOR_TEST,
+         GL_STENCIL_TEST, GL_FOG, GL_DITHER, GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T})
         glDisable(capability);
     for(GLenum plane = GL_CLIP_PLANE0; plane < GL_CLIP_PLANE0 + 6; ++plane)
         glDisable(plane);

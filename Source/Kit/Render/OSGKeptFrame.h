@@ -1,7 +1,7 @@
 #pragma once
 
-#include "OSGTolvaniteKitApi.h"
 #include "OSGBaseTypes.h"
+#include "OSGTolvaniteKitApi.h"
 
 namespace OSG
 {

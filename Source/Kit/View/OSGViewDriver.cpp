@@ -20,7 +20,8 @@ void ViewDriver::goTo(WindowView const &view)
     if(!is_view(view))
         return;
     WindowView const now = _view.getView();
-    if(_waySeconds == 0 || view.orthographicHeight.has_value() != now.orthographicHeight.has_value())
+    if(_waySeconds == 0 ||
+       view.orthographicHeight.has_value() != now.orthographicHeight.has_value())
         jumpTo(view);
     else
         _way = Way{now, view};

@@ -82,7 +82,8 @@ void Panels::drawProgress()
     if(!_session.files.isReading())
         return;
     ImGuiIO const &io = ImGui::GetIO();
-    ImGui::SetNextWindowPos(ImVec2(io.DisplaySize.x / 2, io.DisplaySize.y / 2), 0, ImVec2(0.5f, 0.5f));
+    ImGui::SetNextWindowPos(ImVec2(io.DisplaySize.x / 2, io.DisplaySize.y / 2), 0,
+                            ImVec2(0.5f, 0.5f));
     if(ImGui::Begin("##progress", nullptr, Fixed | ImGuiWindowFlags_AlwaysAutoResize))
     {
         ImGui::ProgressBar(_session.files.getProgress(), ImVec2(20 * ImGui::GetFontSize(), 0));
@@ -98,8 +99,8 @@ void draw_tool_shape(Session const &session, float unitsPerPixel)
     auto const corners = session.tools.drawnShape();
     if(corners.size() < 2)
         return;
-    ImU32 const color = session.tools.drawsEnclosed() ? IM_COL32(70, 150, 255, 255)
-                                                      : IM_COL32(80, 200, 90, 255);
+    ImU32 const color =
+        session.tools.drawsEnclosed() ? IM_COL32(70, 150, 255, 255) : IM_COL32(80, 200, 90, 255);
     ImDrawList &list = *ImGui::GetBackgroundDrawList();
     for(OSG::Pnt2f const &corner : corners)
         list.PathLineTo(ImVec2(corner[0] * unitsPerPixel, corner[1] * unitsPerPixel));

@@ -14,8 +14,8 @@ constexpr OSG::Int16 F12 = 123;
 std::string key_name(OSG::Int16 code)
 {
     constexpr std::pair<OSG::Int16, char const *> Names[] = {
-        {8, "Backspace"}, {9, "Tab"},   {13, "Enter"}, {27, "Escape"},   {32, "Space"},
-        {33, "Page Up"},  {34, "Page Down"}, {35, "End"}, {36, "Home"},  {46, "Delete"}};
+        {8, "Backspace"}, {9, "Tab"},        {13, "Enter"}, {27, "Escape"}, {32, "Space"},
+        {33, "Page Up"},  {34, "Page Down"}, {35, "End"},   {36, "Home"},   {46, "Delete"}};
     if(code >= F1 && code <= F12)
         return 'F' + std::to_string(code - F1 + 1);
     for(auto const &[known, name] : Names)

@@ -35,19 +35,19 @@ void Picking::click(OSG::PointerTool::Event const &click)
     Question question{Question::Kind::Pick, _view.getView(), {click.pixel}};
     question.radius = OSG::DefaultPickRadius * click.scale;
     auto const region = _picker.regionAt(click.pixel, question.radius);
-    _underClick = OSG::PickCycle(region ? _picker.results(*region)
-                                        : std::vector<OSG::PickResult>());
+    _underClick =
+        OSG::PickCycle(region ? _picker.results(*region) : std::vector<OSG::PickResult>());
     OSG::PickResult const *const foremost = _underClick.current();
     _clicked = foremost != nullptr ? std::optional(*foremost) : std::nullopt;
-    select(question, region,
-           _clicked ? std::vector{*_clicked} : std::vector<OSG::PickResult>(), click.modifiers);
+    select(question, region, _clicked ? std::vector{*_clicked} : std::vector<OSG::PickResult>(),
+           click.modifiers);
 }
 
 void Picking::band(OSG::BandTool::Band const &band)
 {
     OSG::PixelArea const &area = band.area;
-    Question question{Question::Kind::Band, _view.getView(),
-                      {{area.left, area.top}, {area.right, area.bottom}}};
+    Question question{
+        Question::Kind::Band, _view.getView(), {{area.left, area.top}, {area.right, area.bottom}}};
     question.enclosed = band.direction == OSG::BandTool::Direction::LeftToRight;
     auto const region = _picker.regionOf(area);
     select(question, region,
@@ -59,8 +59,8 @@ void Picking::lasso(OSG::LassoTool::Lasso const &lasso)
 {
     Question const question{Question::Kind::Lasso, _view.getView(), lasso.corners};
     auto const region = _picker.regionOf(lasso.corners);
-    select(question, region,
-           region ? _picker.results(*region) : std::vector<OSG::PickResult>(), lasso.modifiers);
+    select(question, region, region ? _picker.results(*region) : std::vector<OSG::PickResult>(),
+           lasso.modifiers);
 }
 
 void Picking::select(Question const &question, std::optional<OSG::PickRegion> const &region,

@@ -20,8 +20,8 @@ struct Saved
 };
 
 /// A file with a line of JSON for each answer. The keys are those of `tolvanite select` and
-/// `tolvanite convert`; "event" says what a line tells of, and "asked" is the question as a line for
-/// `tolvanite select --queries`.
+/// `tolvanite convert`; "event" says what a line tells of, and "asked" is the question as a line
+/// for `tolvanite select --queries`.
 class Report
 {
   public:

@@ -83,9 +83,9 @@ void Session::showScene()
     driver.forget();
     view.setScene(files.getScene());
     engines.fitStep();
-    driver.jumpTo(OSG::fit(
-        OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp),
-        view.getBounds()));
+    driver.jumpTo(
+        OSG::fit(OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp),
+                 view.getBounds()));
 }
 
 bool Session::frame(double seconds)

@@ -19,7 +19,7 @@ struct Settings
     OSG::SceneUp sceneUp = OSG::SceneUp::Y;
     bool clickCenters = false;
     bool zoomsToPointer = true;
-    bool reloads = true; ///< reads a file again that has changed
+    bool reloads = true;                       ///< reads a file again that has changed
     std::vector<std::string> recentFiles = {}; ///< the newest first
 
     /// Puts a file first.

@@ -18,8 +18,8 @@ class Gui
     void endFrame();
     void render();
 
-    /// Whether a panel lies under this place of the window, in the toolkit's units. Asked at a press,
-    /// since the pointer may have come there since the last frame.
+    /// Whether a panel lies under this place of the window, in the toolkit's units. Asked at a
+    /// press, since the pointer may have come there since the last frame.
     bool isOverPanel(double x, double y) const;
     /// Whether a panel has the pointer: it lies over one, or a drag began there.
     bool wantsPointer() const;

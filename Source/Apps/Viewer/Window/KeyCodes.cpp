@@ -16,30 +16,15 @@ struct Pair
 };
 
 // The codes as in the documentation of virtual keys.
-constexpr Pair Pairs[] = {{GLFW_KEY_BACKSPACE, 8},
-                          {GLFW_KEY_TAB, 9},
-                          {GLFW_KEY_ENTER, 13},
-                          {GLFW_KEY_LEFT_SHIFT, 16},
-                          {GLFW_KEY_RIGHT_SHIFT, 16},
-                          {GLFW_KEY_LEFT_CONTROL, 17},
-                          {GLFW_KEY_RIGHT_CONTROL, 17},
-                          {GLFW_KEY_LEFT_ALT, 18},
-                          {GLFW_KEY_RIGHT_ALT, 18},
-                          {GLFW_KEY_ESCAPE, 27},
-                          {GLFW_KEY_SPACE, 32},
-                          {GLFW_KEY_PAGE_UP, 33},
-                          {GLFW_KEY_PAGE_DOWN, 34},
-                          {GLFW_KEY_END, 35},
-                          {GLFW_KEY_HOME, 36},
-                          {GLFW_KEY_LEFT, 37},
-                          {GLFW_KEY_UP, 38},
-                          {GLFW_KEY_RIGHT, 39},
-                          {GLFW_KEY_DOWN, 40},
-                          {GLFW_KEY_INSERT, 45},
-                          {GLFW_KEY_DELETE, 46},
-                          {GLFW_KEY_KP_MULTIPLY, 106},
-                          {GLFW_KEY_KP_ADD, 107},
-                          {GLFW_KEY_KP_SUBTRACT, 109}};
+constexpr Pair Pairs[] = {
+    {GLFW_KEY_BACKSPACE, 8},      {GLFW_KEY_TAB, 9},          {GLFW_KEY_ENTER, 13},
+    {GLFW_KEY_LEFT_SHIFT, 16},    {GLFW_KEY_RIGHT_SHIFT, 16}, {GLFW_KEY_LEFT_CONTROL, 17},
+    {GLFW_KEY_RIGHT_CONTROL, 17}, {GLFW_KEY_LEFT_ALT, 18},    {GLFW_KEY_RIGHT_ALT, 18},
+    {GLFW_KEY_ESCAPE, 27},        {GLFW_KEY_SPACE, 32},       {GLFW_KEY_PAGE_UP, 33},
+    {GLFW_KEY_PAGE_DOWN, 34},     {GLFW_KEY_END, 35},         {GLFW_KEY_HOME, 36},
+    {GLFW_KEY_LEFT, 37},          {GLFW_KEY_UP, 38},          {GLFW_KEY_RIGHT, 39},
+    {GLFW_KEY_DOWN, 40},          {GLFW_KEY_INSERT, 45},      {GLFW_KEY_DELETE, 46},
+    {GLFW_KEY_KP_MULTIPLY, 106},  {GLFW_KEY_KP_ADD, 107},     {GLFW_KEY_KP_SUBTRACT, 109}};
 } // namespace
 
 OSG::Int16 virtual_key(int glfwKey)
