@@ -1,15 +1,18 @@
 #include "Viewer.h"
 
 #include <chrono>
+#include <filesystem>
 #include <set>
 
 #include "Gui.h"
+#include "OSGFrameImage.h"
 #include "OSGGLObjectStore.h"
 #include "OSGKeptFrame.h"
 #include "Panels.h"
 #include "Session.h"
 #include "ViewerCommands.h"
 #include "ViewerWindow.h"
+#include "WritePicture.h"
 
 namespace Viewer
 {
@@ -37,7 +40,10 @@ class Viewer : private WindowListener
     std::optional<double> waitSeconds() const;
     void turn();
     void followPointer();
+    void showTitle();
     void draw(bool hasSceneChanged);
+    void goOnWithErrand();
+    void saveScreenshot(std::string const &target);
     double seconds() const;
 
     ViewerWindow &_window;
@@ -51,7 +57,9 @@ class Viewer : private WindowListener
     OSG::KeptFrame _kept;
     std::set<OSG::Int16> _keysDown;
     int _panelFrames = 0; // to be drawn before the panels have settled
-    bool _isPanelPress = false;
+    std::string _titled; // the file that the title names
+    int _status = Tool::Success;
+    bool _hasErrand = true; // what the command line asks for is not done yet
     std::chrono::steady_clock::time_point _begin = std::chrono::steady_clock::now();
 };
 
@@ -104,12 +112,55 @@ int Viewer::run()
     _panelFrames = SettlingFrames;
     while(!_window.isClosing())
     {
-        if(_window.handleEvents(waitSeconds()))
+        std::optional<double> const wait = waitSeconds();
+        if(!wait)
+            _session.engines.rest();
+        if(_window.handleEvents(wait))
             _panelFrames = SettlingFrames;
+        _session.engines.wake();
         turn();
+        goOnWithErrand();
     }
     _session.settings.save();
-    return Tool::Success;
+    return _status;
+}
+
+// When the file is there: the recording, the screenshot, the end.
+void Viewer::goOnWithErrand()
+{
+    if(!_hasErrand || _session.files.isReading())
+        return;
+    _hasErrand = false;
+    bool const isShown = _options.file.empty() || _session.files.getScene() != nullptr;
+    if(!isShown && _options.exit)
+    {
+        Tool::complain(_streams, _session.message);
+        _status = Tool::Failed;
+    }
+    if(isShown && !_options.screenshot.empty())
+        saveScreenshot(_options.screenshot);
+    if(_options.exit)
+        _window.close();
+}
+
+// The scene without the panels.
+void Viewer::saveScreenshot(std::string const &target)
+{
+    auto const [width, height] = _window.getPixels();
+    auto const w = static_cast<OSG::UInt32>(width);
+    auto const h = static_cast<OSG::UInt32>(height);
+    std::string reason = Tool::refusal_of_size(w, h);
+    if(reason.empty())
+    {
+        _session.view.getViewport()->activateSize();
+        _session.view.draw();
+        reason = Tool::write_picture(target, OSG::read_frame(w, h), w, h);
+    }
+    _session.message = reason.empty() ? "saved " + target : "no picture: " + reason;
+    if(reason.empty())
+        return;
+    _status = Tool::Failed;
+    Tool::complain(_streams, _session.message);
 }
 
 // Nothing means until an event comes.
@@ -134,6 +185,7 @@ void Viewer::turn()
         _session.setSize(static_cast<OSG::UInt32>(width), static_cast<OSG::UInt32>(height));
     followPointer();
     bool const hasSceneChanged = _session.frame(seconds());
+    showTitle();
     if(width <= 0 || height <= 0)
     {
         _panelFrames = 0;
@@ -141,6 +193,14 @@ void Viewer::turn()
     }
     if(hasSceneChanged || _panelFrames > 0 || _gui.isAnimated())
         draw(hasSceneChanged);
+}
+
+void Viewer::showTitle()
+{
+    if(_titled == _session.files.getFile())
+        return;
+    _titled = _session.files.getFile();
+    _window.setTitle(std::filesystem::path(_titled).filename().string() + " - Tolvanite");
 }
 
 void Viewer::followPointer()

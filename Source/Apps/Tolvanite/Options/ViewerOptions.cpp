@@ -1,6 +1,7 @@
 #include "ViewerOptions.h"
 
 #include "OSGFileSuffix.h"
+#include "OSGNamedEngine.h"
 
 namespace Tool
 {
@@ -34,7 +35,7 @@ void add_viewer_options(CLI::App &command, ViewerOptions &options)
     command
         .add_option("--engine", options.engine,
                     "Engine that moves the camera: cad, fly, copter or walk")
-        ->check(CLI::IsMember({"cad", "fly", "copter", "walk"}));
+        ->check(CLI::IsMember(OSG::engine_names()));
     command.add_option("--play", options.play, "Play a recording of input events")
         ->check(CLI::ExistingFile);
     command.add_option("--report", options.report,

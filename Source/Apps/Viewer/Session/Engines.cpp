@@ -1,33 +1,11 @@
 #include "Engines.h"
 
-#include <algorithm>
+#include <utility>
 
-#include "OSGCadTrackballEngine.h"
-#include "OSGCopterFlyEngine.h"
-#include "OSGWASDFlyEngine.h"
+#include "OSGNamedEngine.h"
 
 namespace Viewer
 {
-namespace
-{
-using EnginePtr = OSG::UnrecordedRefPtr<OSG::NavigatorEngine>;
-
-constexpr OSG::Real32 TrackballRadius = 0.8f;
-
-EnginePtr make_engine(std::string const &name)
-{
-    if(name == "cad")
-        return EnginePtr(OSG::CadTrackballEngine::create(TrackballRadius));
-    if(name == "fly")
-        return EnginePtr(OSG::WASDFlyEngine::create());
-    if(name == "copter")
-        return EnginePtr(OSG::CopterFlyEngine::create());
-    if(name == "walk")
-        return EnginePtr(OSG::WASDWalkEngine::create());
-    return {};
-}
-} // namespace
-
 Engines::Engines(OSG::SceneView &view, OSG::EventAdapter &events)
     : _view(view)
     , _events(events)
@@ -45,9 +23,24 @@ Engines::~Engines()
 
 void Engines::setDesktop(std::shared_ptr<OSG::Desktop> desktop, OSG::NativeWindow window)
 {
-    _desktop = std::move(desktop);
     _window->setHwnd(window);
+    if(desktop == nullptr)
+        return;
+    _desktop = std::make_shared<OSG::WatchedDesktop>(std::move(desktop));
+    _clock = std::make_unique<OSG::RestingClock>(_desktop);
     OSG::Desktop::setCurrent(_desktop);
+}
+
+void Engines::rest()
+{
+    if(_clock != nullptr)
+        _clock->rest();
+}
+
+void Engines::wake()
+{
+    if(_clock != nullptr)
+        _clock->wake();
 }
 
 std::string Engines::walkMissing() const
@@ -62,7 +55,7 @@ bool Engines::choose(std::string const &name)
 {
     if(name == "walk" && !walkMissing().empty())
         return false;
-    EnginePtr const engine = make_engine(name);
+    OSG::UnrecordedRefPtr<OSG::NavigatorEngine> const engine(OSG::make_engine(name));
     if(engine == nullptr)
         return false;
     _events.setWalkGuard(nullptr);

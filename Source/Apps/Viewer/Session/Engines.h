@@ -5,6 +5,7 @@
 
 #include "OSGDesktop.h"
 #include "OSGEventAdapter.h"
+#include "OSGRestingClock.h"
 #include "OSGSceneView.h"
 #include "OSGWASDWalkEngine.h"
 #include "OSGWIN32Window.h"
@@ -22,8 +23,12 @@ class Engines
     Engines(Engines const &) = delete;
     Engines &operator=(Engines const &) = delete;
 
-    /// The desktop that walks ask, and the window as it knows it. Null for none: no walk then.
+    /// The desktop that walks ask, and the window as it knows it. Null for none: no walk then. Set
+    /// once.
     void setDesktop(std::shared_ptr<OSG::Desktop> desktop, OSG::NativeWindow window);
+    /// While the host sleeps, the clock of a walk stands still.
+    void rest();
+    void wake();
     /// Why there is no walk, as half a sentence; empty where there is one.
     std::string walkMissing() const;
 
@@ -41,7 +46,8 @@ class Engines
   private:
     OSG::SceneView &_view;
     OSG::EventAdapter &_events;
-    std::shared_ptr<OSG::Desktop> _desktop;
+    std::shared_ptr<OSG::WatchedDesktop> _desktop;
+    std::unique_ptr<OSG::RestingClock> _clock;
     OSG::UnrecordedRefPtr<OSG::WIN32Window> _window;
     std::unique_ptr<OSG::WalkFocusGuard> _guard;
     OSG::UnrecordedRefPtr<OSG::WASDWalkEngine> _walk;

@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "OSGNamedEngine.h"
 #include "ReplaceFile.h"
 
 namespace Viewer
@@ -81,7 +82,8 @@ void take(Json const &json, char const *key, T &value)
 
 bool is_engine(std::string const &name)
 {
-    return name == "cad" || name == "fly" || name == "copter" || name == "walk";
+    std::vector<std::string> const names = OSG::engine_names();
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 } // namespace
 
