@@ -57,7 +57,7 @@ class Viewer : private WindowListener
     OSG::KeptFrame _kept;
     std::set<OSG::Int16> _keysDown;
     int _panelFrames = 0; // to be drawn before the panels have settled
-    std::string _titled; // the file that the title names
+    std::string _titled;  // the file that the title names
     int _status = Tool::Success;
     bool _hasErrand = true; // what the command line asks for is not done yet
     std::chrono::steady_clock::time_point _begin = std::chrono::steady_clock::now();

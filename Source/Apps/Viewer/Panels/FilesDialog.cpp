@@ -24,9 +24,11 @@ void FilesDialog::draw()
         return;
     ImVec2 const size = ImGui::GetIO().DisplaySize;
     float const em = ImGui::GetFontSize();
-    ImGui::SetNextWindowPos(ImVec2(size.x / 2, size.y / 2), ImGuiCond_Appearing, ImVec2(0.5f, 0.5f));
-    ImGui::SetNextWindowSize(ImVec2(std::min(42 * em, 0.9f * size.x), std::min(32 * em, 0.8f * size.y)),
-                             ImGuiCond_Appearing);
+    ImGui::SetNextWindowPos(ImVec2(size.x / 2, size.y / 2), ImGuiCond_Appearing,
+                            ImVec2(0.5f, 0.5f));
+    ImGui::SetNextWindowSize(
+        ImVec2(std::min(42 * em, 0.9f * size.x), std::min(32 * em, 0.8f * size.y)),
+        ImGuiCond_Appearing);
     bool isOpen = true;
     char const *const title = _chooser.isForSaving() ? "Save as###files" : "Open###files";
     if(ImGui::Begin(title, &isOpen, ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoSavedSettings))
@@ -71,13 +73,14 @@ void FilesDialog::drawName()
     _typed = _chooser.getTyped();
     char const *const hint =
         _chooser.isForSaving() ? "Name of the file (.osb or .obj)" : "Part of a name, or a path";
-    bool const isEntered = ImGui::InputTextWithHint("##name", hint, &_typed,
-                                                    ImGuiInputTextFlags_EnterReturnsTrue);
+    bool const isEntered =
+        ImGui::InputTextWithHint("##name", hint, &_typed, ImGuiInputTextFlags_EnterReturnsTrue);
     if(_typed != _chooser.getTyped())
         _chooser.type(_typed);
-    int const steps = (is_pressed(ImGuiKey_DownArrow) ? 1 : 0) - (is_pressed(ImGuiKey_UpArrow) ? 1 : 0) +
-                      PageRows * ((is_pressed(ImGuiKey_PageDown) ? 1 : 0) -
-                                  (is_pressed(ImGuiKey_PageUp) ? 1 : 0));
+    int const steps =
+        (is_pressed(ImGuiKey_DownArrow) ? 1 : 0) - (is_pressed(ImGuiKey_UpArrow) ? 1 : 0) +
+        PageRows *
+            ((is_pressed(ImGuiKey_PageDown) ? 1 : 0) - (is_pressed(ImGuiKey_PageUp) ? 1 : 0));
     if(steps != 0)
     {
         _chooser.step(steps);

@@ -5,6 +5,7 @@
 #include <imgui.h>
 
 #include "OSGShownText.h"
+#include "SceneRows.h"
 #include "ValueRows.h"
 
 namespace Viewer
@@ -26,7 +27,7 @@ char const *kind_name(OSG::SelectionFunctor::SelectionType kind)
 
 std::string title_of(OSG::PickResult const &result)
 {
-    return OSG::shown_text(result.name.empty() ? "no name" : result.name);
+    return OSG::shown_text(result.name.empty() ? label_of(*result.getNode()) : result.name);
 }
 } // namespace
 
@@ -92,7 +93,8 @@ void SelectionPanel::drawClicked(OSG::PickResult const &clicked)
     value_row("Path", _address);
     if(clicked.entity != 0)
         value_row("Entity", std::to_string(clicked.entity));
-    value_row("Kind", std::string(kind_name(clicked.kind)) + ' ' + std::to_string(clicked.primitive));
+    value_row("Kind",
+              std::string(kind_name(clicked.kind)) + ' ' + std::to_string(clicked.primitive));
     value_row("Point", text_of_tuple(clicked.point));
     value_row("Normal", text_of_tuple(clicked.normal));
     if(clicked.eyeDistance)

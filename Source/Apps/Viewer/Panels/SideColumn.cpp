@@ -26,15 +26,18 @@ void SideColumn::begin()
     float const height = std::max(em, size.y - top - ImGui::GetFrameHeightWithSpacing());
     float const most = std::max(em, LargestShare * size.x);
     float const least = std::min(SmallestEms * em, most);
-    float const usual = _width > 0 ? _share * size.x
-                                   : std::min(_share * size.x, LargestEmsAtStart * em);
+    float const usual =
+        _width > 0 ? _share * size.x : std::min(_share * size.x, LargestEmsAtStart * em);
     bool const isLeft = _side == Side::Left;
     ImGui::SetNextWindowPos(ImVec2(isLeft ? 0 : size.x, top), ImGuiCond_Always,
                             ImVec2(isLeft ? 0 : 1, 0));
     ImGui::SetNextWindowSize(ImVec2(std::clamp(usual, least, most), height));
     ImGui::SetNextWindowSizeConstraints(ImVec2(least, height), ImVec2(most, height));
     ImGui::SetNextWindowBgAlpha(0.9f);
+    // The inner edge can be drawn; the corners have no handles.
+    ImGui::PushStyleColor(ImGuiCol_ResizeGrip, IM_COL32_BLACK_TRANS);
     ImGui::Begin(_id, nullptr, Flags);
+    ImGui::PopStyleColor();
     _width = ImGui::GetWindowWidth();
     _share = _width / std::max(1.f, size.x);
 }

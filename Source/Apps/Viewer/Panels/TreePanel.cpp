@@ -32,7 +32,8 @@ bool draw_arrow(SceneRows::Row const &row)
         return false;
     ImVec2 const middle(corner.x + size / 2, corner.y + size / 2);
     float const r = size * 0.3f;
-    ImU32 const color = ImGui::GetColorU32(ImGui::IsItemHovered() ? ImGuiCol_CheckMark : ImGuiCol_Text);
+    ImU32 const color =
+        ImGui::GetColorU32(ImGui::IsItemHovered() ? ImGuiCol_CheckMark : ImGuiCol_Text);
     ImDrawList &list = *ImGui::GetWindowDrawList();
     if(row.isOpen)
         list.AddTriangleFilled(ImVec2(middle.x - r, middle.y - r * 0.6f),
@@ -77,8 +78,7 @@ TreePanel::TreePanel(Session &session)
 
 TreePanel::~TreePanel() { _session.picking.getSelection().removeObserver(this); }
 
-void TreePanel::selectionChanged(OSG::SelectionSet const &,
-                                 OSG::SelectionSet::Change const &change)
+void TreePanel::selectionChanged(OSG::SelectionSet const &, OSG::SelectionSet::Change const &change)
 {
     if(!_isSelecting && !change.came.empty())
         _selected = change.came.back();
@@ -104,8 +104,7 @@ void TreePanel::draw()
 void TreePanel::drawSearch()
 {
     ImGui::SetNextItemWidth(-1);
-    bool const isOther =
-        ImGui::InputTextWithHint("##search", "Search name or type", &_word);
+    bool const isOther = ImGui::InputTextWithHint("##search", "Search name or type", &_word);
     OSG::Node *const scene = _session.view.getScene();
     if(isOther || (!_word.empty() && _searched.get() != scene))
     {
@@ -136,8 +135,7 @@ void TreePanel::drawRows()
     revealSelected();
     std::optional<std::size_t> toggled;
     ImGuiListClipper clipper;
-    clipper.Begin(static_cast<int>(_rows.getRows().size()),
-                  ImGui::GetTextLineHeightWithSpacing());
+    clipper.Begin(static_cast<int>(_rows.getRows().size()), ImGui::GetTextLineHeightWithSpacing());
     while(clipper.Step())
     {
         for(int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i)

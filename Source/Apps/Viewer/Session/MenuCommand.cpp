@@ -57,7 +57,7 @@ bool run_key(Commands const &commands, Chord const &key, bool lettersAreTaken)
     {
         if(!(command.key == key))
             continue;
-        if(command.isReady())
+        if(command.run && command.isReady())
             command.run();
         return true;
     }

@@ -33,6 +33,9 @@ struct Command
     std::function<bool()> isOn = {};   ///< whether it has a tick; empty for a command without one
     std::function<bool()> canRun = {}; ///< empty for always
     bool beginsGroup = false;          ///< a line stands above it in the menu
+    /// Texts to choose from in a menu of its own; empty for a command without choices.
+    std::function<std::vector<std::string>()> choices = {};
+    std::function<void(std::string const &)> choose = {};
 
     bool isReady() const { return !canRun || canRun(); }
 };

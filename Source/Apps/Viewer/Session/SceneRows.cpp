@@ -45,8 +45,9 @@ bool SceneRows::wereListedNodesEdited()
 {
     _entries.clear();
     bool const isKnown = _edits.read(_entries);
-    return !isKnown || std::any_of(_entries.begin(), _entries.end(), [this](auto const &entry)
-                                   { return _listed.contains(entry.node); });
+    return !isKnown ||
+           std::any_of(_entries.begin(), _entries.end(),
+                       [this](auto const &entry) { return _listed.contains(entry.node); });
 }
 
 // Without recursion, since files decide how deep a scene is.

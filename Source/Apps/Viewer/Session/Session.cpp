@@ -81,6 +81,7 @@ void Session::showScene()
 {
     picking.forget();
     driver.forget();
+    settings.noteFile(files.getFile());
     view.setScene(files.getScene());
     engines.fitStep();
     driver.jumpTo(
