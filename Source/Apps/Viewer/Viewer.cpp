@@ -6,10 +6,13 @@
 
 #include "Gui.h"
 #include "OSGFrameImage.h"
+#include "OSGGLErrors.h"
 #include "OSGGLObjectStore.h"
 #include "OSGKeptFrame.h"
+#include "OSGLog.h"
 #include "Panels.h"
 #include "Session.h"
+#include "Stopwatch.h"
 #include "ViewerCommands.h"
 #include "ViewerWindow.h"
 #include "WritePicture.h"
@@ -44,6 +47,8 @@ class Viewer : private WindowListener
     void draw(bool hasSceneChanged);
     void goOnWithErrand();
     void saveScreenshot(std::string const &target);
+    void noteDrawn(double frameSeconds);
+    void logTimes() const;
     double seconds() const;
 
     ViewerWindow &_window;
@@ -57,6 +62,7 @@ class Viewer : private WindowListener
     OSG::KeptFrame _kept;
     std::set<OSG::Int16> _keysDown;
     int _panelFrames = 0; // to be drawn before the panels have settled
+    Timing _drawn;
     std::string _titled; // the file that the title names
     int _status = Tool::Success;
     bool _hasErrand = true; // what the command line asks for is not done yet
@@ -122,7 +128,30 @@ int Viewer::run()
         goOnWithErrand();
     }
     _session.settings.save();
+    logTimes();
     return _status;
+}
+
+// With --verbose the log tells what frames cost, and of errors of OpenGL.
+void Viewer::noteDrawn(double frameSeconds)
+{
+    if(!_options.verbose)
+        return;
+    if(_session.view.getScene() != nullptr && _drawn.count == 0)
+        OSG_LOG_PROGRESS("first picture after %.3f s\n", seconds());
+    if(_session.view.getScene() != nullptr)
+        _drawn.add(frameSeconds);
+    std::string const errors = OSG::take_gl_errors();
+    if(!errors.empty())
+        OSG_LOG_WARNING("OpenGL: %s\n", errors.c_str());
+}
+
+void Viewer::logTimes() const
+{
+    Timing const &hovers = _session.picking.getHoverTiming();
+    OSG_LOG_PROGRESS("%llu frames, %.6f s each, %llu hovers, %.9f s each\n",
+                     static_cast<unsigned long long>(_drawn.count), _drawn.mean(),
+                     static_cast<unsigned long long>(hovers.count), hovers.mean());
 }
 
 // When the file is there: the recording, the screenshot, the end.
@@ -216,6 +245,7 @@ void Viewer::draw(bool hasSceneChanged)
     auto const [width, height] = _window.getPixels();
     auto const w = static_cast<OSG::UInt32>(width);
     auto const h = static_cast<OSG::UInt32>(height);
+    Tool::Stopwatch const watch;
     _gui.setStyle(_session.settings.isDark, _window.getContentScale());
     _gui.beginFrame();
     _panels.draw(static_cast<float>(1 / _window.getPixelScale()));
@@ -228,6 +258,8 @@ void Viewer::draw(bool hasSceneChanged)
     }
     _gui.render();
     _window.swap();
+    if(hasSceneChanged)
+        noteDrawn(watch.seconds());
     if(_panelFrames > 0)
         --_panelFrames;
 }
@@ -301,7 +333,9 @@ int run_viewer(Tool::ViewerOptions const &options, Tool::Streams streams)
         Tool::complain(streams, "no window: " + missing);
         return Tool::Failed;
     }
-    Viewer viewer(*window, options, streams);
+    Tool::LogLines log(streams.err,
+                       options.quiet ? Tool::LogLines::Show::Nothing : Tool::LogLines::Show::Lines);
+    Viewer viewer(*window, options, {streams.out, streams.err, &log});
     return viewer.run();
 }
 } // namespace Viewer

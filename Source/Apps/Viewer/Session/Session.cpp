@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "LogLines.h"
 #include "OSGChangeList.h"
 #include "OSGSelectionBounds.h"
 #include "OSGThread.h"
@@ -94,7 +95,11 @@ bool Session::frame(double seconds)
         showScene();
     std::string const told = files.takeMessage();
     if(!told.empty())
+    {
         message = told;
+        if(_streams.log != nullptr)
+            _streams.log->print(); // nothing is read now
+    }
     events.frame();
     driver.update(seconds, !events.isDragging());
     view.update();
