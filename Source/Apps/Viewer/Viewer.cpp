@@ -71,6 +71,8 @@ class Viewer : private WindowListener
 
 // Panels need another frame or two until they have settled after an event.
 constexpr int SettlingFrames = 3;
+// Waits that are longer are none of a moving scene's, in seconds.
+constexpr double LongestStep = 0.1;
 
 Viewer::Viewer(ViewerWindow &window, Tool::ViewerOptions const &options, Tool::Streams streams)
     : _window(window)
@@ -114,12 +116,12 @@ int Viewer::run()
         return Tool::Failed;
     }
     if(!_options.file.empty())
-        _session.files.open(_options.file);
+        _session.open(_options.file);
     _panelFrames = SettlingFrames;
     while(!_window.isClosing())
     {
         std::optional<double> const wait = waitSeconds();
-        if(!wait)
+        if(!wait || *wait > LongestStep)
             _session.engines.rest();
         if(_window.handleEvents(wait))
             _panelFrames = SettlingFrames;
@@ -157,10 +159,10 @@ void Viewer::logTimes() const
 // When the file is there: the recording, the screenshot, the end.
 void Viewer::goOnWithErrand()
 {
-    if(!_hasErrand || _session.files.isReading())
+    if(!_hasErrand || _session.document.isReading())
         return;
     _hasErrand = false;
-    bool const isShown = _options.file.empty() || _session.files.getScene() != nullptr;
+    bool const isShown = _options.file.empty() || _session.document.getScene() != nullptr;
     if(!isShown && _options.exit)
     {
         Tool::complain(_streams, _session.message);
@@ -197,13 +199,15 @@ std::optional<double> Viewer::waitSeconds() const
 {
     constexpr double FrameSeconds = 1. / 60;
     constexpr double BlinkSeconds = 0.25;
+    constexpr double FileSeconds = 1; // until a changed file is seen
     if(_panelFrames > 0)
         return 0;
     if(_session.isMoving() || !_keysDown.empty())
         return FrameSeconds;
     if(_gui.isAnimated())
         return BlinkSeconds;
-    return {};
+    bool const looksAtFile = _session.settings.reloads && !_session.document.getFile().empty();
+    return looksAtFile ? std::optional(FileSeconds) : std::nullopt;
 }
 
 void Viewer::turn()
@@ -226,9 +230,9 @@ void Viewer::turn()
 
 void Viewer::showTitle()
 {
-    if(_titled == _session.files.getFile())
+    if(_titled == _session.document.getFile())
         return;
-    _titled = _session.files.getFile();
+    _titled = _session.document.getFile();
     _window.setTitle(std::filesystem::path(_titled).filename().string() + " - Tolvanite");
 }
 
@@ -317,7 +321,7 @@ void Viewer::focusLost()
 void Viewer::filesDropped(std::vector<std::string> const &files)
 {
     if(!files.empty())
-        _session.files.open(files.front());
+        _session.open(files.front());
 }
 } // namespace
 
