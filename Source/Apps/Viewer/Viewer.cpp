@@ -6,10 +6,13 @@
 
 #include "Gui.h"
 #include "OSGFrameImage.h"
+#include "OSGGLErrors.h"
 #include "OSGGLObjectStore.h"
 #include "OSGKeptFrame.h"
+#include "OSGLog.h"
 #include "Panels.h"
 #include "Session.h"
+#include "Stopwatch.h"
 #include "ViewerCommands.h"
 #include "ViewerWindow.h"
 #include "WritePicture.h"
@@ -44,6 +47,8 @@ class Viewer : private WindowListener
     void draw(bool hasSceneChanged);
     void goOnWithErrand();
     void saveScreenshot(std::string const &target);
+    void noteDrawn(double frameSeconds);
+    void logTimes() const;
     double seconds() const;
 
     ViewerWindow &_window;
@@ -57,7 +62,8 @@ class Viewer : private WindowListener
     OSG::KeptFrame _kept;
     std::set<OSG::Int16> _keysDown;
     int _panelFrames = 0; // to be drawn before the panels have settled
-    std::string _titled;  // the file that the title names
+    Timing _drawn;
+    std::string _titled; // the file that the title names
     int _status = Tool::Success;
     bool _hasErrand = true; // what the command line asks for is not done yet
     std::chrono::steady_clock::time_point _begin = std::chrono::steady_clock::now();
@@ -65,6 +71,8 @@ class Viewer : private WindowListener
 
 // Panels need another frame or two until they have settled after an event.
 constexpr int SettlingFrames = 3;
+// Waits that are longer are none of a moving scene's, in seconds.
+constexpr double LongestStep = 0.1;
 
 Viewer::Viewer(ViewerWindow &window, Tool::ViewerOptions const &options, Tool::Streams streams)
     : _window(window)
@@ -108,12 +116,12 @@ int Viewer::run()
         return Tool::Failed;
     }
     if(!_options.file.empty())
-        _session.files.open(_options.file);
+        _session.open(_options.file);
     _panelFrames = SettlingFrames;
     while(!_window.isClosing())
     {
         std::optional<double> const wait = waitSeconds();
-        if(!wait)
+        if(!wait || *wait > LongestStep)
             _session.engines.rest();
         if(_window.handleEvents(wait))
             _panelFrames = SettlingFrames;
@@ -122,16 +130,39 @@ int Viewer::run()
         goOnWithErrand();
     }
     _session.settings.save();
+    logTimes();
     return _status;
+}
+
+// With --verbose the log tells what frames cost, and of errors of OpenGL.
+void Viewer::noteDrawn(double frameSeconds)
+{
+    if(!_options.verbose)
+        return;
+    if(_session.view.getScene() != nullptr && _drawn.count == 0)
+        OSG_LOG_PROGRESS("first picture after %.3f s\n", seconds());
+    if(_session.view.getScene() != nullptr)
+        _drawn.add(frameSeconds);
+    std::string const errors = OSG::take_gl_errors();
+    if(!errors.empty())
+        OSG_LOG_WARNING("OpenGL: %s\n", errors.c_str());
+}
+
+void Viewer::logTimes() const
+{
+    Timing const &hovers = _session.picking.getHoverTiming();
+    OSG_LOG_PROGRESS("%llu frames, %.6f s each, %llu hovers, %.9f s each\n",
+                     static_cast<unsigned long long>(_drawn.count), _drawn.mean(),
+                     static_cast<unsigned long long>(hovers.count), hovers.mean());
 }
 
 // When the file is there: the recording, the screenshot, the end.
 void Viewer::goOnWithErrand()
 {
-    if(!_hasErrand || _session.files.isReading())
+    if(!_hasErrand || _session.document.isReading())
         return;
     _hasErrand = false;
-    bool const isShown = _options.file.empty() || _session.files.getScene() != nullptr;
+    bool const isShown = _options.file.empty() || _session.document.getScene() != nullptr;
     if(!isShown && _options.exit)
     {
         Tool::complain(_streams, _session.message);
@@ -168,13 +199,15 @@ std::optional<double> Viewer::waitSeconds() const
 {
     constexpr double FrameSeconds = 1. / 60;
     constexpr double BlinkSeconds = 0.25;
+    constexpr double FileSeconds = 1; // until a changed file is seen
     if(_panelFrames > 0)
         return 0;
     if(_session.isMoving() || !_keysDown.empty())
         return FrameSeconds;
     if(_gui.isAnimated())
         return BlinkSeconds;
-    return {};
+    bool const looksAtFile = _session.settings.reloads && !_session.document.getFile().empty();
+    return looksAtFile ? std::optional(FileSeconds) : std::nullopt;
 }
 
 void Viewer::turn()
@@ -197,9 +230,9 @@ void Viewer::turn()
 
 void Viewer::showTitle()
 {
-    if(_titled == _session.files.getFile())
+    if(_titled == _session.document.getFile())
         return;
-    _titled = _session.files.getFile();
+    _titled = _session.document.getFile();
     _window.setTitle(std::filesystem::path(_titled).filename().string() + " - Tolvanite");
 }
 
@@ -216,6 +249,7 @@ void Viewer::draw(bool hasSceneChanged)
     auto const [width, height] = _window.getPixels();
     auto const w = static_cast<OSG::UInt32>(width);
     auto const h = static_cast<OSG::UInt32>(height);
+    Tool::Stopwatch const watch;
     _gui.setStyle(_session.settings.isDark, _window.getContentScale());
     _gui.beginFrame();
     _panels.draw(static_cast<float>(1 / _window.getPixelScale()));
@@ -228,6 +262,8 @@ void Viewer::draw(bool hasSceneChanged)
     }
     _gui.render();
     _window.swap();
+    if(hasSceneChanged)
+        noteDrawn(watch.seconds());
     if(_panelFrames > 0)
         --_panelFrames;
 }
@@ -285,7 +321,7 @@ void Viewer::focusLost()
 void Viewer::filesDropped(std::vector<std::string> const &files)
 {
     if(!files.empty())
-        _session.files.open(files.front());
+        _session.open(files.front());
 }
 } // namespace
 
@@ -301,7 +337,9 @@ int run_viewer(Tool::ViewerOptions const &options, Tool::Streams streams)
         Tool::complain(streams, "no window: " + missing);
         return Tool::Failed;
     }
-    Viewer viewer(*window, options, streams);
+    Tool::LogLines log(streams.err,
+                       options.quiet ? Tool::LogLines::Show::Nothing : Tool::LogLines::Show::Lines);
+    Viewer viewer(*window, options, {streams.out, streams.err, &log});
     return viewer.run();
 }
 } // namespace Viewer

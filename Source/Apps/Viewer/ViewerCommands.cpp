@@ -19,8 +19,8 @@ void add_file_commands(Commands &commands, Session &session, std::function<void(
     commands.push_back({.menu = "File",
                         .name = "Read again",
                         .key = {F5, 0},
-                        .run = [&session] { session.files.open(session.files.getFile()); },
-                        .canRun = [&session] { return !session.files.getFile().empty(); }});
+                        .run = [&session] { session.open(session.document.getFile()); },
+                        .canRun = [&session] { return !session.document.getFile().empty(); }});
     commands.push_back(
         {.menu = "File", .name = "Quit", .key = {'Q', Control}, .run = quit, .beginsGroup = true});
 }

@@ -139,17 +139,17 @@ void Panels::drawBottomLine()
 
 void Panels::drawProgress()
 {
-    if(!_session.files.isReading())
+    if(!_session.document.isReading())
         return;
     ImGuiIO const &io = ImGui::GetIO();
     ImGui::SetNextWindowPos(ImVec2(io.DisplaySize.x / 2, io.DisplaySize.y / 2), 0,
                             ImVec2(0.5f, 0.5f));
     if(ImGui::Begin("##progress", nullptr, Fixed | ImGuiWindowFlags_AlwaysAutoResize))
     {
-        ImGui::ProgressBar(_session.files.getProgress(), ImVec2(20 * ImGui::GetFontSize(), 0));
+        ImGui::ProgressBar(_session.document.getProgress(), ImVec2(20 * ImGui::GetFontSize(), 0));
         ImGui::SameLine();
         if(ImGui::Button("Cancel"))
-            _session.files.cancel();
+            _session.document.cancel();
     }
     ImGui::End();
 }

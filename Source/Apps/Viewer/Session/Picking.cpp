@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "OSGSimpleMaterial.h"
+#include "Stopwatch.h"
 
 namespace Viewer
 {
@@ -24,7 +25,7 @@ Picking::Picking(OSG::SceneView &view)
                       colored(OSG::Color3f(0.35f, 0.65f, 1.f)))
     , _highlight(_selection, view.getRenderAction()->editAppearances(),
                  colored(OSG::Color3f(1.f, 0.5f, 0.05f)))
-    , _hover([this](OSG::Pnt2f const &pixel) { return _picker.foremost(pixel); })
+    , _hover([this](OSG::Pnt2f const &pixel) { return hovered(pixel); })
 {
 }
 
@@ -96,6 +97,14 @@ void Picking::hoverAt(std::optional<OSG::Pnt2f> const &pixel)
         _hover.moveTo(*pixel);
     else
         _hover.leave();
+}
+
+std::optional<OSG::PickResult> Picking::hovered(OSG::Pnt2f const &pixel)
+{
+    Tool::Stopwatch const watch;
+    std::optional<OSG::PickResult> found = _picker.foremost(pixel);
+    _hoverTiming.add(watch.seconds());
+    return found;
 }
 
 bool Picking::updateHover()

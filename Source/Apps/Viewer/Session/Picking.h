@@ -12,6 +12,7 @@
 #include "OSGSceneView.h"
 #include "OSGSelectionHighlight.h"
 #include "OSGSelectionSet.h"
+#include "Timing.h"
 
 namespace Viewer
 {
@@ -65,6 +66,8 @@ class Picking
     /// Once a frame after the commit. Whether the picture has changed.
     bool updateHover();
     std::optional<OSG::PickResult> const &getHovered() const { return _hover.getAnswer(); }
+    /// Of the questions that the hover has asked.
+    Timing const &getHoverTiming() const { return _hoverTiming; }
 
     // --- selection ---
     OSG::SelectionSet &getSelection() { return _selection; }
@@ -86,7 +89,7 @@ class Picking
   private:
     void select(Question const &question, std::optional<OSG::PickRegion> const &region,
                 std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers);
-    void showHovered();
+    std::optional<OSG::PickResult> hovered(OSG::Pnt2f const &pixel);
 
     OSG::SceneView &_view;
     OSG::ScenePicker _picker;
@@ -95,6 +98,7 @@ class Picking
     OSG::SelectionHighlight _hoverHighlight;
     OSG::SelectionHighlight _highlight; // after that of the hover: it is shown where both are
     OSG::Hover<OSG::PickResult> _hover;
+    Timing _hoverTiming;
     OSG::PickCycle _underClick;
     std::optional<OSG::PickResult> _clicked;
     std::vector<OSG::Pnt3f> _measured;

@@ -2,10 +2,15 @@
 
 #include <cmath>
 
+#include "LogLines.h"
 #include "OSGChangeList.h"
+#include "OSGFileSuffix.h"
+#include "OSGReachableNodes.h"
 #include "OSGSelectionBounds.h"
 #include "OSGThread.h"
 #include "OSGViewFit.h"
+#include "Stopwatch.h"
+#include "WriteScene.h"
 
 namespace Viewer
 {
@@ -15,8 +20,8 @@ Session::Session(Tool::Streams streams)
     picking.getSelection().addObserver(&demand);
     picking.setAnswered(
         [this](Question const &question, std::optional<OSG::PickRegion> const &region) {
-            report.answer(question, region, picking.getPicker(), files.getFile(),
-                          files.isComplete());
+            report.answer(question, region, picking.getPicker(), document.getFile(),
+                          document.wasComplete());
         });
 }
 
@@ -36,6 +41,7 @@ void Session::applySettings()
 {
     view.setBackground(settings.isDark ? OSG::Color3f(0.16f, 0.17f, 0.19f)
                                        : OSG::Color3f(0.93f, 0.94f, 0.96f));
+    document.setReloads(settings.reloads);
     driver.setSceneUp(settings.sceneUp);
     view.getNavigator().setClickCenter(settings.clickCenters);
     if(settings.engine != engines.getName() && !engines.choose(settings.engine))
@@ -49,8 +55,39 @@ void Session::applySettings()
 
 void Session::save(std::string const &target)
 {
-    if(auto const saved = files.save(target, _streams))
-        report.saved(*saved);
+    Tool::Stopwatch const watch;
+    std::string reason;
+    if(document.usesFiles())
+        reason = "a file is being read";
+    else if(document.getScene() == nullptr)
+        reason = "there is no scene";
+    else if(!Tool::is_written(OSG::file_suffix(target)))
+        reason = "no format writes '" + OSG::file_suffix(target) + "'";
+    else
+        reason = Tool::write_scene(document.getScene(), target, _streams);
+    if(!reason.empty())
+    {
+        tell("cannot write " + target + ": " + reason);
+        return;
+    }
+    report.saved({document.getFile(), target, OSG::count_reachable_nodes(document.getScene()),
+                  watch.seconds(), document.wasComplete()});
+    document.setSaved(target);
+    settings.noteFile(target);
+    tell("saved " + target);
+}
+
+void Session::open(std::string const &file)
+{
+    document.open(file);
+    message.clear();
+}
+
+void Session::tell(std::string const &line)
+{
+    message = line;
+    if(_streams.log != nullptr && !document.usesFiles()) // its lines may come from the read's thread
+        _streams.log->print();
 }
 
 void Session::fitSelection()
@@ -81,9 +118,12 @@ void Session::showScene()
 {
     picking.forget();
     driver.forget();
-    settings.noteFile(files.getFile());
-    view.setScene(files.getScene());
+    view.setScene(document.getScene());
     engines.fitStep();
+    if(_shownFile == document.getFile())
+        return; // the file was read again, or an operation undone: the user goes on looking
+    _shownFile = document.getFile();
+    settings.noteFile(_shownFile);
     driver.jumpTo(
         OSG::fit(OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp),
                  view.getBounds()));
@@ -91,11 +131,11 @@ void Session::showScene()
 
 bool Session::frame(double seconds)
 {
-    if(files.update())
+    if(document.update(seconds))
         showScene();
-    std::string const told = files.takeMessage();
+    std::string const told = document.takeMessage();
     if(!told.empty())
-        message = told;
+        tell(told);
     events.frame();
     driver.update(seconds, !events.isDragging());
     view.update();
@@ -111,7 +151,7 @@ bool Session::frame(double seconds)
 
 bool Session::isMoving() const
 {
-    return _hasMoved || driver.isOnWay() || files.isReading() ||
+    return _hasMoved || driver.isOnWay() || document.isReading() ||
            (events.isDragging() && engines.getName() != "cad");
 }
 } // namespace Viewer

@@ -4,14 +4,14 @@
 #include <string>
 
 #include "Engines.h"
-#include "Files.h"
 #include "OSGEventAdapter.h"
 #include "OSGFrameDemand.h"
-#include "OSGInputRecording.h"
+#include "OSGSceneDocument.h"
 #include "OSGViewDriver.h"
 #include "Picking.h"
 #include "Report.h"
 #include "Settings.h"
+#include "Tool.h"
 #include "ToolBox.h"
 
 namespace Viewer
@@ -33,7 +33,7 @@ class Session
     Picking picking{view};
     ToolBox tools{events, picking};
     Engines engines{view, events};
-    Files files;
+    OSG::SceneDocument document;
     Report report;
     Settings settings;
     std::string message; ///< for the line at the bottom
@@ -43,6 +43,9 @@ class Session
     void applySettings();
 
     // --- commands of more than one part ---
+    /// Begins to read a file; what is shown stays until the scene is there.
+    void open(std::string const &file);
+    /// Writes the scene in the format of the suffix.
     void save(std::string const &target);
     void fitSelection();
     /// A wheel's step over the scene.
@@ -56,8 +59,10 @@ class Session
 
   private:
     void showScene();
+    void tell(std::string const &line);
 
     Tool::Streams _streams;
+    std::string _shownFile; // whose scene is shown
     std::optional<OSG::WindowView> _lastView;
     bool _hasMoved = false;
 };
