@@ -10,7 +10,8 @@ constexpr OSG::UInt16 Control = OSG::PointerTool::Control;
 constexpr OSG::UInt16 Shift = OSG::PointerTool::Shift;
 constexpr OSG::Int16 F1 = 112;
 
-void add_toggle(Commands &commands, char const *menu, char const *name, Chord const &key, bool &flag)
+void add_toggle(Commands &commands, char const *menu, char const *name, Chord const &key,
+                bool &flag)
 {
     commands.push_back({.menu = menu,
                         .name = name,
@@ -24,28 +25,27 @@ void add_dialog_commands(Commands &commands, Session &session, OpenPanels &open)
 {
     using Purpose = FileChooser::Purpose;
     Settings &settings = session.settings;
-    Files &files = session.files;
-    commands.push_back(
-        {.menu = "File",
-         .name = "Open...",
-         .key = {'O', Control},
-         .run =
-             [&]
-         {
-             bool const isFirst = files.getFile().empty() && !settings.recentFiles.empty();
-             open.files.begin(Purpose::Open,
-                              isFirst ? settings.recentFiles.front() : files.getFile());
-         }});
+    OSG::SceneDocument &document = session.document;
+    commands.push_back({.menu = "File",
+                        .name = "Open...",
+                        .key = {'O', Control},
+                        .run = [&]
+                        {
+                            bool const isFirst =
+                                document.getFile().empty() && !settings.recentFiles.empty();
+                            open.files.begin(Purpose::Open, isFirst ? settings.recentFiles.front()
+                                                                    : document.getFile());
+                        }});
     commands.push_back({.menu = "File",
                         .name = "Open recent",
                         .canRun = [&settings] { return !settings.recentFiles.empty(); },
                         .choices = [&settings] { return settings.recentFiles; },
-                        .choose = [&files](std::string const &file) { files.open(file); }});
+                        .choose = [&session](std::string const &file) { session.open(file); }});
     commands.push_back({.menu = "File",
                         .name = "Save as...",
                         .key = {'S', Control},
-                        .run = [&] { open.files.begin(Purpose::Save, files.getFile()); },
-                        .canRun = [&files] { return files.getScene() != nullptr; }});
+                        .run = [&] { open.files.begin(Purpose::Save, document.getFile()); },
+                        .canRun = [&document] { return document.getScene() != nullptr; }});
 }
 
 void add_show_commands(Commands &commands, Session &session)

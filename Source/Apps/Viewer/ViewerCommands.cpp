@@ -88,10 +88,10 @@ void add_tool_commands(Commands &commands, Session &session)
 
 void add_engine_commands(Commands &commands, Session &session)
 {
-    constexpr OSG::Int16 F6 = 117;
+    constexpr OSG::Int16 F9 = 120; // a walk has F2, F3, F7 and F8 itself
     std::pair<char const *, char const *> const engines[] = {
         {"Trackball", "cad"}, {"Fly", "fly"}, {"Copter", "copter"}, {"Walk", "walk"}};
-    OSG::Int16 key = F6;
+    OSG::Int16 key = F9;
     for(auto const &[title, name] : engines)
     {
         commands.push_back({.menu = "Move",

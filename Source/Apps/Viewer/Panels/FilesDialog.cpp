@@ -29,6 +29,7 @@ void FilesDialog::draw()
     ImGui::SetNextWindowSize(
         ImVec2(std::min(42 * em, 0.9f * size.x), std::min(32 * em, 0.8f * size.y)),
         ImGuiCond_Appearing);
+    ImGui::SetNextWindowBgAlpha(1);
     bool isOpen = true;
     char const *const title = _chooser.isForSaving() ? "Save as###files" : "Open###files";
     if(ImGui::Begin(title, &isOpen, ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoSavedSettings))
@@ -159,6 +160,6 @@ void FilesDialog::use(std::optional<std::string> const &file)
     if(_chooser.isForSaving())
         _session.save(*file);
     else
-        _session.files.open(*file);
+        _session.open(*file);
 }
 } // namespace Viewer

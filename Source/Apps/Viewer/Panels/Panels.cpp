@@ -2,6 +2,7 @@
 
 #include <imgui.h>
 
+#include "HelpOverlay.h"
 #include "OSGShownText.h"
 
 namespace Viewer
@@ -66,6 +67,10 @@ Panels::Panels(Session &session, Commands const &commands, OpenPanels &open)
     , _open(open)
     , _tree(session)
     , _selection(session)
+    , _sections(session)
+    , _walk(session)
+    , _operations(session)
+    , _settings(session)
     , _files(session, open.files)
 {
 }
@@ -110,12 +115,15 @@ void Panels::drawColumns()
         draw_panel("Scene tree", _open.tree, _tree);
         ImGui::End();
     }
-    if(_open.selection)
-    {
-        _right.begin();
-        draw_panel("Selection", _open.selection, _selection);
-        ImGui::End();
-    }
+    if(!_open.selection && !_open.sections && !_open.walk && !_open.operations && !_open.settings)
+        return;
+    _right.begin();
+    draw_panel("Selection", _open.selection, _selection);
+    draw_panel("Sections", _open.sections, _sections);
+    draw_panel("Walk console", _open.walk, _walk);
+    draw_panel("Operations", _open.operations, _operations);
+    draw_panel("Settings", _open.settings, _settings);
+    ImGui::End();
 }
 
 void Panels::drawBottomLine()
@@ -165,18 +173,5 @@ void draw_tool_shape(Session const &session, float unitsPerPixel)
     for(OSG::Pnt2f const &corner : corners)
         list.PathLineTo(ImVec2(corner[0] * unitsPerPixel, corner[1] * unitsPerPixel));
     list.PathStroke(color, ImDrawFlags_Closed, 1.5f);
-}
-
-void draw_help(Session const &, Commands const &commands, bool &isOpen)
-{
-    ImGui::SetNextWindowPos(ImVec2(60, 60), ImGuiCond_FirstUseEver);
-    if(ImGui::Begin("Keys", &isOpen,
-                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings))
-    {
-        for(Command const &command : commands)
-            if(command.key.code != 0)
-                ImGui::Text("%-14s %s", text_of(command.key).c_str(), command.name);
-    }
-    ImGui::End();
 }
 } // namespace Viewer

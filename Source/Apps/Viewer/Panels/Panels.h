@@ -5,10 +5,14 @@
 #include "FilesDialog.h"
 #include "MenuCommand.h"
 #include "OpenPanels.h"
+#include "OperationsPanel.h"
+#include "SectionsPanel.h"
 #include "SelectionPanel.h"
 #include "Session.h"
+#include "SettingsPanel.h"
 #include "SideColumn.h"
 #include "TreePanel.h"
+#include "WalkPanel.h"
 
 namespace Viewer
 {
@@ -35,11 +39,13 @@ class Panels
     SideColumn _right{"##right", SideColumn::Side::Right};
     TreePanel _tree;
     SelectionPanel _selection;
+    SectionsPanel _sections;
+    WalkPanel _walk;
+    OperationsPanel _operations;
+    SettingsPanel _settings;
     FilesDialog _files;
 };
 
 /// The band or lasso of the tool in hand, and the points of a measurement.
 void draw_tool_shape(Session const &session, float unitsPerPixel);
-/// The keys of commands and engines.
-void draw_help(Session const &session, Commands const &commands, bool &isOpen);
 } // namespace Viewer

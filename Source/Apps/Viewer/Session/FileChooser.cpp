@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "OSGFileSuffix.h"
 #include "WriteScene.h"
 
 namespace Viewer
@@ -118,8 +119,7 @@ std::optional<std::string> FileChooser::acceptSave()
         enter(path);
         return {};
     }
-    std::string const suffix = path.extension().string();
-    if(suffix.size() < 2 || !Tool::is_written(suffix.substr(1)))
+    if(!Tool::is_written(OSG::file_suffix(path.string())))
         path += ".osb";
     if(!fs::exists(path, error))
         return give(path.string());

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "FoldedText.h"
+#include "OSGFileSuffix.h"
 #include "OSGSceneFileHandler.h"
 
 namespace Viewer
@@ -14,9 +14,8 @@ namespace
 {
 bool is_scene(fs::path const &file)
 {
-    std::string const suffix = file.extension().string();
-    return suffix.size() > 1 &&
-           OSG::SceneFileHandlerBase::the()->getFileType(suffix.c_str() + 1) != nullptr;
+    std::string const suffix = OSG::file_suffix(file.string());
+    return OSG::SceneFileHandlerBase::the()->getFileType(suffix.c_str()) != nullptr;
 }
 } // namespace
 
@@ -34,8 +33,9 @@ FolderList list_folder(fs::path const &folder)
     }
     if(error)
         list.reason = error.message();
-    auto const order = [](FolderList::Entry const &entry)
-    { return std::tuple(!entry.isFolder, !entry.isScene, folded(entry.name), entry.name); };
+    auto const order = [](FolderList::Entry const &entry) {
+        return std::tuple(!entry.isFolder, !entry.isScene, OSG::lower_case(entry.name), entry.name);
+    };
     std::sort(list.entries.begin(), list.entries.end(),
               [&order](auto const &left, auto const &right) { return order(left) < order(right); });
     return list;
@@ -43,10 +43,10 @@ FolderList list_folder(fs::path const &folder)
 
 std::vector<std::size_t> filter_entries(FolderList const &list, std::string const &text)
 {
-    std::string const word = folded(text);
+    std::string const word = OSG::lower_case(text);
     std::vector<std::size_t> numbers;
     for(std::size_t i = 0; i < list.entries.size(); ++i)
-        if(folded(list.entries[i].name).find(word) != std::string::npos)
+        if(OSG::lower_case(list.entries[i].name).find(word) != std::string::npos)
             numbers.push_back(i);
     return numbers;
 }

@@ -41,7 +41,15 @@ struct Command
 };
 using Commands = std::vector<Command>;
 
-/// Runs the command of the key, if there is one and it can run. With `lettersAreTaken` plain keys
-/// are not commands. Whether a command has the key.
-bool run_key(Commands const &commands, Chord const &key, bool lettersAreTaken);
+/// Who needs keys for something else than commands.
+enum class KeyOwner : OSG::UInt8
+{
+    Nobody,
+    Engine, ///< plain keys steer
+    Text    ///< somebody types: Home, Delete, arrows and the like are no commands as well
+};
+
+/// Runs the command of the key, if there is one and it can run. Whether the key is that of a
+/// command, and its owner leaves it to commands.
+bool run_key(Commands const &commands, Chord const &key, KeyOwner owner);
 } // namespace Viewer

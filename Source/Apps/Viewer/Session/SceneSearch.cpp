@@ -1,6 +1,6 @@
 #include "SceneSearch.h"
 
-#include "FoldedText.h"
+#include "OSGFileSuffix.h"
 #include "OSGName.h"
 #include "OSGNodeWalker.h"
 
@@ -13,7 +13,7 @@ class Searcher
 {
   public:
     Searcher(std::string const &text, SceneSearch &result)
-        : _word(folded(text))
+        : _word(OSG::lower_case(text))
         , _result(result)
     {
     }
@@ -54,7 +54,7 @@ class Searcher
 
     bool has(char const *name) const
     {
-        return name != nullptr && folded(name).find(_word) != std::string::npos;
+        return name != nullptr && OSG::lower_case(name).find(_word) != std::string::npos;
     }
     bool hasWord(OSG::Node const &node) const
     {

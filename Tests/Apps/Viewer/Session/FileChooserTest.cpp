@@ -128,8 +128,9 @@ TEST_F(FileChooserTest, AFileIsReplacedOnlyAfterAQuestion)
 TEST_F(FileChooserTest, ANameWithoutASuffixThatIsWrittenBecomesABinaryScene)
 {
     std::pair<char const *, char const *> const names[] = {
-        {"gear", "gear.osb"},     {"gear.v2", "gear.v2.osb"}, {"gear.obj", "gear.obj"},
-        {"gear.osb", "gear.osb"}, {"gear.3ds", "gear.3ds.osb"}, {"parts/gear.obj", "parts/gear.obj"}};
+        {"gear", "gear.osb"},         {"gear.v2", "gear.v2.osb"},
+        {"gear.obj", "gear.obj"},     {"gear.osb", "gear.osb"},
+        {"gear.3ds", "gear.3ds.osb"}, {"parts/gear.obj", "parts/gear.obj"}};
     for(auto const &[typed, file] : names)
     {
         chooser.begin(FileChooser::Purpose::Save, folder.path("nut.obj"));

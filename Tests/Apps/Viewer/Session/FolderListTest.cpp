@@ -75,8 +75,11 @@ TEST_F(FolderListTest, AFolderThatMayNotBeReadHasAReason)
 
 TEST_F(FolderListTest, BytesThatAreNoUtf8ArePartOfAName)
 {
-    folder.write("pi\xe8" "ce.obj", "");
-    EXPECT_THAT(names(list_folder(folder.path(""))), ElementsAre("pi\xe8" "ce.obj*"));
+    folder.write("pi\xe8"
+                 "ce.obj",
+                 "");
+    EXPECT_THAT(names(list_folder(folder.path(""))), ElementsAre("pi\xe8"
+                                                                 "ce.obj*"));
 }
 
 TEST_F(FolderListTest, ALinkThatLeadsNowhereIsAFileAndALinkToAFolderIsAFolder)

@@ -30,7 +30,9 @@ std::vector<std::string> shown(SceneRows const &rows)
     std::vector<std::string> texts;
     for(SceneRows::Row const &row : rows.getRows())
         texts.push_back(std::string(row.depth, ' ') + Viewer::label_of(*row.node) +
-                        (row.isOpen ? " -" : row.hasBelow ? " +" : ""));
+                        (row.isOpen     ? " -"
+                         : row.hasBelow ? " +"
+                                        : ""));
     return texts;
 }
 
@@ -129,8 +131,8 @@ TEST_F(SceneRowsTest, ATreeThatIsShownTwiceHasRowsBelowEachThatShowsIt)
     rows.update(both);
     NodePath const place(nut, {right});
     EXPECT_EQ(rows.reveal(place), 5u);
-    EXPECT_THAT(shown(rows), ElementsAre("both -", " left +", " right -", "  pair -", "   bolt",
-                                         "   nut"));
+    EXPECT_THAT(shown(rows),
+                ElementsAre("both -", " left +", " right -", "  pair -", "   bolt", "   nut"));
     EXPECT_EQ(rows.pathOf(rows.getRows()[5]), place);
     EXPECT_EQ(rows.pathOf(rows.getRows()[1]), NodePath(left));
 }
