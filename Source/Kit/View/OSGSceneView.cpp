@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "OSGBeaconPose.h"
 #include "OSGGroup.h"
 #include "OSGMakeNode.h"
 #include "OSGOrthographicCamera.h"
@@ -152,7 +153,14 @@ void SceneView::update()
 {
     WindowView const view = getView();
     _heightByDistance *= zoom();
-    show_view(*_viewport, view);
+    // The pose is the engine's to the bit, as the navigator sets it: both would write it in turn.
+    if(NavigatorEngine *const engine = _navigator.getEngine())
+    {
+        pose_beacon(_viewport->getCamera(), engine->getMatrix());
+        show_projection(*_viewport, view);
+    }
+    else
+        show_view(*_viewport, view);
     _shownHeight = _orthographic->getVerticalSize();
     ViewDepths const depths = picture_depths(getBounds(), _beacon->getToWorld());
     if(!depths.isVisible())

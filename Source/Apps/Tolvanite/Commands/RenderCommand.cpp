@@ -91,8 +91,8 @@ int make_picture(RenderOptions const &options, PictureChoice const &choice, Stre
         context, scene.root, choice.inScene(OSG::bounds_of(scene.root)), choice.background());
     if(!picture.missing.empty())
         return no_picture(picture.missing, streams);
-    std::string const reason = write_picture(options.picture.target, picture.pixels,
-                                             choice.width(), choice.height());
+    std::string const reason =
+        write_picture(options.picture.target, picture.pixels, choice.width(), choice.height());
     if(!reason.empty())
         return no_picture(reason, streams);
     print_result(options, choice, {picture.triangles, watch.seconds(), context.getRenderer()},

@@ -19,9 +19,9 @@ std::string write_picture(std::string const &target, std::vector<OSG::UInt8> con
                           OSG::UInt32 width, OSG::UInt32 height)
 {
     OSG::UnrecordedRefPtr<OSG::Image> const image(OSG::image_of(pixels, width, height));
-    std::string const reason = replace_file(
-        target, [&image](std::string const &path)
-        { return image != nullptr && image->write(path.c_str()); });
+    std::string const reason =
+        replace_file(target, [&image](std::string const &path)
+                     { return image != nullptr && image->write(path.c_str()); });
     return reason.empty() ? reason : "cannot write " + target + ": " + reason;
 }
 } // namespace Tool
