@@ -4,6 +4,7 @@
 
 #include "OSGMakeNode.h"
 #include "OSGOrthographicCamera.h"
+#include "OSGOverlayDepths.h"
 #include "OSGPerspectiveCamera.h"
 #include "OSGPictureView.h"
 #include "OSGSolidBackground.h"
@@ -31,6 +32,7 @@ SceneView::SceneView()
     , _background(SolidBackground::create())
     , _viewport(EnhPassiveViewport::create())
     , _action(RenderAction::create())
+    , _onTop(ViewLayer::Behind::Nothing)
     , _view(FirstView)
 {
     _perspective->setBeacon(_beacon);
@@ -39,6 +41,9 @@ SceneView::SceneView()
     _viewport->setBackground(_background);
     _viewport->setCamera(_perspective);
     _action->setHeadlight(true);
+    _empty.setRoot(UnrecordedRefPtr<Node>(Node::create()));
+    _empty.setBackground(_background);
+    setMultisampled(true);
     _navigator.setViewport(_viewport);
     setSize(1, 1);
     setView(FirstView);
@@ -106,10 +111,54 @@ void SceneView::setEngine(NavigatorEngine *engine)
 
 void SceneView::setBackground(Color3f const &color) { _background->setColor(color); }
 
+// --- how the scene is drawn, and what besides ---
+
+namespace
+{
+template <class Change>
+void change_look(RenderAction &action, Change change)
+{
+    DrawLook look = action.getDrawEnv().getLook();
+    change(look);
+    action.editDrawEnv().setLook(look);
+}
+} // namespace
+
+void SceneView::setStyle(DrawStyle style)
+{
+    change_look(*_action, [style](DrawLook &look) { look.style = style; });
+}
+
+void SceneView::setLineColor(Color3f const &color)
+{
+    change_look(*_action, [&color](DrawLook &look) { look.lineColor = color; });
+}
+
+void SceneView::setMultisampled(bool isOn)
+{
+    for(RenderAction *action :
+        {_action.get(), _overlay.getRenderAction(), _onTop.getRenderAction()})
+        change_look(*action, [isOn](DrawLook &look) { look.isMultisampled = isOn; });
+}
+
+void SceneView::setOverlay(Node *root)
+{
+    _overlay.setRoot(root);
+    change_look(*_action, [root](DrawLook &look) { look.pushesFacesBack = root != nullptr; });
+}
+
+void SceneView::setOverlayOnTop(Node *root) { _onTop.setRoot(root); }
+
 void SceneView::draw()
 {
     update();
-    _viewport->render(_action);
+    Camera *const camera = _viewport->getCamera();
+    if(getScene() != nullptr)
+        _viewport->render(_action);
+    else
+        _empty.draw(camera);
+    _overlay.draw(camera);
+    _onTop.draw(camera);
 }
 
 Real64 SceneView::distance() const
@@ -123,16 +172,28 @@ Real64 SceneView::distance() const
                              : (_view.at - _view.from).length();
 }
 
+ViewDepths SceneView::depths() const
+{
+    Matrix const camera = _beacon->getToWorld();
+    ViewDepths depths = picture_depths(getBounds(), camera);
+    for(ViewLayer const *layer : {&_overlay, &_onTop})
+    {
+        if(Node *const root = layer->getRoot())
+            depths = with_overlay(depths, bounds_of(root), getView(), camera);
+    }
+    return depths;
+}
+
 void SceneView::update()
 {
     show_view(*_viewport, getView());
-    ViewDepths const depths = picture_depths(getBounds(), _beacon->getToWorld());
-    if(!depths.isVisible())
+    ViewDepths const shown = depths();
+    if(!shown.isVisible())
         return;
     // Equal values are not written again: each edit asks for another frame.
     Camera &camera = *_viewport->getCamera();
-    Real32 const nearSide = static_cast<Real32>(depths.nearSide);
-    Real32 const farSide = static_cast<Real32>(depths.farSide);
+    Real32 const nearSide = static_cast<Real32>(shown.nearSide);
+    Real32 const farSide = static_cast<Real32>(shown.farSide);
     if(camera.getNear() != nearSide)
         camera.setNear(nearSide);
     if(camera.getFar() != farSide)
