@@ -43,6 +43,7 @@ SceneView::SceneView()
     _action->setHeadlight(true);
     _empty.setRoot(UnrecordedRefPtr<Node>(Node::create()));
     _empty.setBackground(_background);
+    _sharpEdges.drawBy(*_edges.getRenderAction());
     setMultisampled(true);
     _navigator.setViewport(_viewport);
     setSize(1, 1);
@@ -136,18 +137,59 @@ void SceneView::setLineColor(Color3f const &color)
 
 void SceneView::setMultisampled(bool isOn)
 {
-    for(RenderAction *action :
-        {_action.get(), _overlay.getRenderAction(), _onTop.getRenderAction()})
+    for(RenderAction *action : {_action.get(), _edges.getRenderAction(), _overlay.getRenderAction(),
+                                _onTop.getRenderAction()})
         change_look(*action, [isOn](DrawLook &look) { look.isMultisampled = isOn; });
 }
 
 void SceneView::setOverlay(Node *root)
 {
     _overlay.setRoot(root);
-    change_look(*_action, [root](DrawLook &look) { look.pushesFacesBack = root != nullptr; });
+    pushFacesBack();
 }
 
 void SceneView::setOverlayOnTop(Node *root) { _onTop.setRoot(root); }
+
+void SceneView::showEdges(Color3f const &color)
+{
+    change_look(*_edges.getRenderAction(),
+                [&color](DrawLook &look)
+                {
+                    look.style = DrawStyle::OneColor;
+                    look.lineColor = color;
+                });
+    _showsEdges = true;
+    pushFacesBack();
+}
+
+void SceneView::hideEdges()
+{
+    _showsEdges = false;
+    _edges.setRoot(nullptr);
+    pushFacesBack();
+}
+
+void SceneView::pushFacesBack()
+{
+    bool const isWanted = _showsEdges || getOverlay() != nullptr;
+    change_look(*_action, [isWanted](DrawLook &look) { look.pushesFacesBack = isWanted; });
+}
+
+// Edges are hidden and cut as the scene is. A table of appearances is copied when it has changed.
+void SceneView::drawEdges()
+{
+    RenderAction &action = *_edges.getRenderAction();
+    AppearanceTable const &looks = _action->getAppearances();
+    if(action.getAppearances().getNumber() != looks.getNumber())
+        action.editAppearances() = looks;
+    std::vector<Plane> const &sections = _action->getDrawEnv().getSections();
+    if(action.getDrawEnv().getSections() != sections)
+        action.editDrawEnv().setSections(sections);
+    _edges.getViewport()->setTravMask(_viewport->getTravMask());
+    _edges.setRoot(getScene());
+    _edges.draw(_viewport->getCamera());
+    _isComplete = _sharpEdges.build();
+}
 
 void SceneView::draw()
 {
@@ -157,6 +199,9 @@ void SceneView::draw()
         _viewport->render(_action);
     else
         _empty.draw(camera);
+    _isComplete = true;
+    if(_showsEdges)
+        drawEdges();
     _overlay.draw(camera);
     _onTop.draw(camera);
 }

@@ -4,6 +4,7 @@
 #include "OSGNavigator.h"
 #include "OSGRenderAction.h"
 #include "OSGSceneBounds.h"
+#include "OSGSharpEdges.h"
 #include "OSGTolvaniteKitApi.h"
 #include "OSGViewDepths.h"
 #include "OSGViewLayer.h"
@@ -76,6 +77,15 @@ class OSG_TOLVANITEKIT_API SceneView
     /// Whether edges are smooth where the frame buffer has several samples a pixel (true).
     void setMultisampled(bool isOn);
 
+    /// Draws the sharp edges of what is shown over it, in `color`, whatever the style is. They are
+    /// found step by step by draw(): see SharpEdges.
+    void showEdges(Color3f const &color = Color3f(0, 0, 0));
+    void hideEdges();
+    bool hasEdges() const { return _showsEdges; }
+    /// Whether the last draw() has shown all that there is. Where it has not, the host draws
+    /// again when it has time: edges are still looked for.
+    bool isComplete() const { return _isComplete; }
+
     // --- what is drawn besides the scene ---
     /// Draws what is below `root` with the camera of the view after the scene, in front of what
     /// lies deeper and behind the rest. It is drawn as it is: neither shown in the style of the
@@ -98,6 +108,8 @@ class OSG_TOLVANITEKIT_API SceneView
   private:
     Real64 distance() const; // from the eye to what is looked at
     ViewDepths depths() const;
+    void pushFacesBack();
+    void drawEdges();
 
     UnrecordedRefPtr<Node> _beacon;
     UnrecordedRefPtr<PerspectiveCamera> _perspective;
@@ -106,8 +118,12 @@ class OSG_TOLVANITEKIT_API SceneView
     UnrecordedRefPtr<EnhPassiveViewport> _viewport;
     UnrecordedRefPtr<RenderAction> _action;
     ViewLayer _empty; // the background, where there is no scene
+    ViewLayer _edges;
     ViewLayer _overlay;
     ViewLayer _onTop;
+    SharpEdges _sharpEdges;
+    bool _showsEdges = false;
+    bool _isComplete = true;
     Navigator _navigator;
     WindowView _view;             // as it was set last
     Real64 _heightByDistance = 1; // without perspective

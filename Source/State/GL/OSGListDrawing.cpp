@@ -284,6 +284,9 @@ void draw_in_style(ListDrawing &drawing, DrawList const &list, LineStates const 
     else
     {
         set_wires(look.style == DrawStyle::Wires);
+        // Lines in one colour lie over the wires that another list has drawn in the same places.
+        if(look.style == DrawStyle::OneColor)
+            glDepthFunc(GL_LEQUAL);
         draw_in_states(drawing, list, lines);
     }
 }
