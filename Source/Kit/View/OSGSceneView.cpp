@@ -2,9 +2,11 @@
 
 #include <limits>
 
+#include "OSGBeaconPose.h"
 #include "OSGGroup.h"
 #include "OSGMakeNode.h"
 #include "OSGOrthographicCamera.h"
+#include "OSGOverlayDepths.h"
 #include "OSGPerspectiveCamera.h"
 #include "OSGPictureView.h"
 #include "OSGSolidBackground.h"
@@ -33,6 +35,7 @@ SceneView::SceneView()
     , _background(SolidBackground::create())
     , _viewport(EnhPassiveViewport::create())
     , _action(RenderAction::create())
+    , _onTop(ViewLayer::Behind::Nothing)
     , _view(FirstView)
 {
     _perspective->setBeacon(_beacon);
@@ -42,6 +45,8 @@ SceneView::SceneView()
     _viewport->setCamera(_perspective);
     _viewport->setRoot(_nothing);
     _action->setHeadlight(true);
+    _sharpEdges.drawBy(*_edges.getRenderAction());
+    setMultisampled(true);
     _navigator.setViewport(_viewport);
     setSize(1, 1);
     setView(FirstView);
@@ -125,10 +130,95 @@ void SceneView::setSections(SectionPlanes const &sections)
     _action->editDrawEnv().setSections(_sections.getPlanes());
 }
 
+// --- how the scene is drawn, and what besides ---
+
+namespace
+{
+template <class Change>
+void change_look(RenderAction &action, Change change)
+{
+    DrawLook look = action.getDrawEnv().getLook();
+    change(look);
+    action.editDrawEnv().setLook(look);
+}
+} // namespace
+
+void SceneView::setStyle(DrawStyle style)
+{
+    change_look(*_action, [style](DrawLook &look) { look.style = style; });
+}
+
+void SceneView::setLineColor(Color3f const &color)
+{
+    change_look(*_action, [&color](DrawLook &look) { look.lineColor = color; });
+}
+
+void SceneView::setMultisampled(bool isOn)
+{
+    for(RenderAction *action : {_action.get(), _edges.getRenderAction(), _overlay.getRenderAction(),
+                                _onTop.getRenderAction()})
+        change_look(*action, [isOn](DrawLook &look) { look.isMultisampled = isOn; });
+}
+
+void SceneView::setOverlay(Node *root)
+{
+    _overlay.setRoot(root);
+    pushFacesBack();
+}
+
+void SceneView::setOverlayOnTop(Node *root) { _onTop.setRoot(root); }
+
+void SceneView::showEdges(Color3f const &color)
+{
+    change_look(*_edges.getRenderAction(),
+                [&color](DrawLook &look)
+                {
+                    look.style = DrawStyle::OneColor;
+                    look.lineColor = color;
+                });
+    _showsEdges = true;
+    pushFacesBack();
+}
+
+void SceneView::hideEdges()
+{
+    _showsEdges = false;
+    _edges.setRoot(nullptr);
+    pushFacesBack();
+}
+
+void SceneView::pushFacesBack()
+{
+    bool const isWanted = _showsEdges || getOverlay() != nullptr;
+    change_look(*_action, [isWanted](DrawLook &look) { look.pushesFacesBack = isWanted; });
+}
+
+// Edges are hidden and cut as the scene is. A table of appearances is copied when it has changed.
+void SceneView::drawEdges()
+{
+    RenderAction &action = *_edges.getRenderAction();
+    AppearanceTable const &looks = _action->getAppearances();
+    if(action.getAppearances().getNumber() != looks.getNumber())
+        action.editAppearances() = looks;
+    std::vector<Plane> const &sections = _action->getDrawEnv().getSections();
+    if(action.getDrawEnv().getSections() != sections)
+        action.editDrawEnv().setSections(sections);
+    _edges.getViewport()->setTravMask(_viewport->getTravMask());
+    _edges.setRoot(getScene());
+    _edges.draw(_viewport->getCamera());
+    _isComplete = _sharpEdges.build();
+}
+
 void SceneView::draw()
 {
     update();
+    Camera *const camera = _viewport->getCamera();
     _viewport->render(_action);
+    _isComplete = true;
+    if(_showsEdges)
+        drawEdges();
+    _overlay.draw(camera);
+    _onTop.draw(camera);
 }
 
 Real64 SceneView::distance() const
@@ -148,19 +238,38 @@ Real64 SceneView::zoom() const
     return isShown ? Real64(_orthographic->getVerticalSize()) / _shownHeight : 1;
 }
 
+ViewDepths SceneView::depths() const
+{
+    Matrix const camera = _beacon->getToWorld();
+    ViewDepths depths = picture_depths(getBounds(), camera);
+    for(ViewLayer const *layer : {&_overlay, &_onTop})
+    {
+        if(Node *const root = layer->getRoot())
+            depths = with_overlay(depths, bounds_of(root), getView(), camera);
+    }
+    return depths;
+}
+
 void SceneView::update()
 {
     WindowView const view = getView();
     _heightByDistance *= zoom();
-    show_view(*_viewport, view);
+    // The pose is the engine's to the bit, as the navigator sets it: both would write it in turn.
+    if(NavigatorEngine *const engine = _navigator.getEngine())
+    {
+        pose_beacon(_viewport->getCamera(), engine->getMatrix());
+        show_projection(*_viewport, view);
+    }
+    else
+        show_view(*_viewport, view);
     _shownHeight = _orthographic->getVerticalSize();
-    ViewDepths const depths = picture_depths(getBounds(), _beacon->getToWorld());
-    if(!depths.isVisible())
+    ViewDepths const shown = depths();
+    if(!shown.isVisible())
         return;
     // Equal values are not written again: each edit asks for another frame.
     Camera &camera = *_viewport->getCamera();
-    Real32 const nearSide = static_cast<Real32>(depths.nearSide);
-    Real32 const farSide = static_cast<Real32>(depths.farSide);
+    Real32 const nearSide = static_cast<Real32>(shown.nearSide);
+    Real32 const farSide = static_cast<Real32>(shown.farSide);
     if(camera.getNear() != nearSide)
         camera.setNear(nearSide);
     if(camera.getFar() != farSide)

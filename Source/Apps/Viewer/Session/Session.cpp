@@ -69,14 +69,14 @@ void Session::save(std::string const &target)
         reason = Tool::write_scene(document.getScene(), target, _streams);
     if(!reason.empty())
     {
-        tell("cannot write " + target + ": " + reason);
+        complain("cannot write " + target + ": " + reason);
         return;
     }
     report.saved({document.getFile(), target, OSG::count_reachable_nodes(document.getScene()),
                   watch.seconds(), document.wasComplete()});
     document.setSaved(target);
     settings.noteFile(target);
-    tell("saved " + target);
+    message = "saved " + target;
 }
 
 void Session::open(std::string const &file)
@@ -85,12 +85,14 @@ void Session::open(std::string const &file)
     message.clear();
 }
 
-void Session::tell(std::string const &line)
+// Also for who started the viewer at a terminal. While a file is read its thread writes to the log.
+void Session::complain(std::string const &line)
 {
     message = line;
-    if(_streams.log != nullptr &&
-       !document.usesFiles()) // its lines may come from the read's thread
-        _streams.log->print();
+    Tool::Streams streams = _streams;
+    if(document.usesFiles())
+        streams.log = nullptr;
+    Tool::complain(streams, line);
 }
 
 void Session::fitSelection()
@@ -141,7 +143,7 @@ bool Session::frame(double seconds)
         showScene();
     std::string const told = document.takeMessage();
     if(!told.empty())
-        tell(told);
+        complain(told);
     console.update(seconds);
     events.frame();
     driver.update(seconds, !events.isDragging());

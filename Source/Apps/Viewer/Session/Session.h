@@ -65,7 +65,7 @@ class Session
 
   private:
     void showScene();
-    void tell(std::string const &line);
+    void complain(std::string const &line);
 
     Tool::Streams _streams;
     std::string _shownFile; // whose scene is shown

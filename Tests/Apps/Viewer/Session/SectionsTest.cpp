@@ -19,7 +19,8 @@ struct SectionsTest : testing::Test
 {
     SectionsTest()
     {
-        scene = make_node(make_triangles({{1, 2, 3}, {5, 4, 9}, {1, 4, 3}}));
+        scene = make_node(
+            make_geometry(one_primitive(Triangles, {{1, 2, 3}, {5, 4, 9}, {1, 4, 3}})));
         view.setScene(scene);
     }
 
