@@ -320,9 +320,9 @@ bool WalkConsole::goHome()
     Pnt3f const from = getAttachment()->getHomeFrom();
     Pnt3f const at = getAttachment()->getHomeAt();
     Vec3f const choices[] = {_upward, engine->getUp(), Vec3f(0, 1, 0), Vec3f(1, 0, 0)};
-    Vec3f const *const up = std::find_if(std::begin(choices), std::end(choices) - 1,
-                                         [&](Vec3f const &choice)
-                                         { return is_viewpoint(from, at, choice); });
+    Vec3f const *const up =
+        std::find_if(std::begin(choices), std::end(choices) - 1,
+                     [&](Vec3f const &choice) { return is_viewpoint(from, at, choice); });
     return goTo({from, at, *up});
 }
 } // namespace OSG
