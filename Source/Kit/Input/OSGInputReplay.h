@@ -74,8 +74,8 @@ class OSG_TOLVANITEKIT_API InputReplay
     Navigator &_navigator;
     Host _host;
     std::size_t _position = 0;
-    bool _ownsDrag;            // the navigator does not hear of left drags
-    bool _isToolDown = false;  // a left drag is under way
+    bool _ownsDrag;           // the navigator does not hear of left drags
+    bool _isToolDown = false; // a left drag is under way
     UInt16 _modifiers = 0;
 };
 

@@ -79,7 +79,8 @@ bool is_of_tools(InputRecording::TimedEvent const &timed)
 
 RecordingVersion version_of(InputRecording const &recording)
 {
-    bool const hasTools = std::any_of(recording.events.begin(), recording.events.end(), is_of_tools);
+    bool const hasTools =
+        std::any_of(recording.events.begin(), recording.events.end(), is_of_tools);
     if(hasTools || recording.contentScale != 1)
         return ToolVersion;
     return recording.ticksPerSecond ? DesktopVersion : PlainVersion;

@@ -19,7 +19,7 @@ struct ToolEvent
     Kind kind = Kind::Chosen;
     PointerTool const *tool = nullptr; ///< null for none, of Chosen alone
     UInt16 modifiers = 0;              ///< of PointerTool::Modifier; of Press, Drag and Release
-    Int16 x = 0; ///< the pixel under the pointer, as a navigator hears of it
+    Int16 x = 0;                       ///< the pixel under the pointer, as a navigator hears of it
     Int16 y = 0;
 };
 

@@ -95,7 +95,7 @@ struct Host
         x = random.below(3) == 0 ? x : static_cast<Real64>(random.below(640));
         y = random.below(3) == 0 ? y : static_cast<Real64>(random.below(480));
         auto const modifiers = static_cast<UInt16>(random.below(8));
-        static constexpr char const *Tools[] = {"navigate", "pick",    "band", "lasso",
+        static constexpr char const *Tools[] = {"navigate", "pick",   "band", "lasso",
                                                 "measure",  "glance", "none"};
         auto const button = static_cast<Int16>(random.below(4) == 0 ? random.below(3) : 0);
         switch(random.below(12))
@@ -284,6 +284,24 @@ TEST(InputRecorder, TheToolInHandIsTheFirstLineAndTheRestOfItsDragMeansNothing)
     EXPECT_EQ(host.adapter.getToolObserver(), nullptr);
 }
 
+TEST(InputRecorder, TheDragOfAToolThatIsNeverBusyIsCancelledToo)
+{
+    struct Calm : PickTool
+    {
+        using PickTool::PickTool;
+        bool isBusy() const override { return false; }
+    };
+    Host host("fly");
+    InputRecorder const recorder(
+        host.view.navigator, [] { return 0.0; }, nullptr, &host.adapter);
+    host.adapter.setTool(std::make_shared<Calm>(PickTool::OnClick()));
+    host.adapter.buttonPress(Left, 3, 4);
+    host.adapter.setTool(nullptr);
+    auto const &events = recorder.getRecording().events;
+    ASSERT_EQ(events.size(), 5u);
+    EXPECT_EQ(events[3].what, InputRecording::What::Cancel);
+}
+
 TEST(InputRecorder, AToolByANameThatMeansSomethingElseIsATool)
 {
     struct Misnamed : PickTool
@@ -430,8 +448,8 @@ std::vector<CameraPose> poses_of_host(InputRecording const &recording, ModelRow 
 {
     Desk const desk(recording);
     bool const isFlat = recording.projection == InputRecording::Projection::Orthographic;
-    auto const opening = static_cast<Real32>(
-        isFlat ? recording.opening : recording.opening * std::numbers::pi / 180);
+    auto const opening = static_cast<Real32>(isFlat ? recording.opening
+                                                    : recording.opening * std::numbers::pi / 180);
     UnrecordedRefPtr<Camera> camera;
     if(isFlat)
         camera = make_orthographic(opening, recording.near, recording.far).get();
