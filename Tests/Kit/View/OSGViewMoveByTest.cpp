@@ -36,8 +36,8 @@ Vec3d seen_from(WindowView const &view, Pnt3f const &point)
     Matrix4d const viewing = slow_viewing(view);
     Vec3d result;
     for(UInt32 r = 0; r < 3; ++r)
-        result[r] = viewing[0][r] * point[0] + viewing[1][r] * point[1] +
-                    viewing[2][r] * point[2] + viewing[3][r];
+        result[r] = viewing[0][r] * point[0] + viewing[1][r] * point[1] + viewing[2][r] * point[2] +
+                    viewing[3][r];
     return result;
 }
 
