@@ -20,7 +20,7 @@ struct SectionsTest : testing::Test
     SectionsTest()
     {
         scene = make_node(
-            make_geometry(one_primitive(Triangles, {{1, 2, 3}, {5, 4, 9}, {1, 4, 3}})));
+            make_geometry(one_primitive(TrianglesPrimitive, {{1, 2, 3}, {5, 4, 9}, {1, 4, 3}})));
         view.setScene(scene);
     }
 
