@@ -84,6 +84,36 @@ void add_show_commands(Commands &commands, Session &session)
                         .canRun = [&picking] { return picking.isAnythingHidden(); }});
 }
 
+void add_style_commands(Commands &commands, Session &session)
+{
+    bool isFirst = true;
+    for(StyleName const &name : style_names())
+    {
+        commands.push_back(
+            {.menu = "Show",
+             .name = name.title,
+             .run =
+                 [&session, style = name.style]
+             {
+                 session.settings.style = style;
+                 session.applySettings();
+             },
+             .isOn = [&session, style = name.style] { return session.settings.style == style; },
+             .beginsGroup = isFirst});
+        isFirst = false;
+    }
+    commands.push_back({.menu = "Show",
+                        .name = "Sharp edges",
+                        .key = {'E', 0},
+                        .run =
+                            [&session]
+                        {
+                            session.settings.showsEdges = !session.settings.showsEdges;
+                            session.applySettings();
+                        },
+                        .isOn = [&session] { return session.settings.showsEdges; }});
+}
+
 void add_panel_commands(Commands &commands, OpenPanels &open)
 {
     add_toggle(commands, "Panels", "Scene tree", {'T', Shift}, open.tree);

@@ -12,6 +12,7 @@ namespace Viewer
 void add_dialog_commands(Commands &commands, Session &session, OpenPanels &open);
 /// What is drawn of the scene.
 void add_show_commands(Commands &commands, Session &session);
+void add_style_commands(Commands &commands, Session &session);
 /// Opening and closing panels.
 void add_panel_commands(Commands &commands, OpenPanels &open);
 } // namespace Viewer

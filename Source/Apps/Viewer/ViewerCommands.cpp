@@ -117,6 +117,7 @@ Commands make_commands(Session &session, OpenPanels &open, std::function<void()>
     add_file_commands(commands, session, quit);
     add_view_commands(commands, session);
     add_show_commands(commands, session);
+    add_style_commands(commands, session);
     add_tool_commands(commands, session);
     add_engine_commands(commands, session);
     add_panel_commands(commands, open);

@@ -56,11 +56,14 @@ void draw_help(Session const &session, Commands const &commands, bool &isOpen)
 {
     ImVec2 const size = ImGui::GetIO().DisplaySize;
     float const em = ImGui::GetFontSize();
-    ImGui::SetNextWindowPos(ImVec2(size.x / 2, size.y / 2), ImGuiCond_Appearing, ImVec2(0.5f, 0.5f));
-    ImGui::SetNextWindowSize(ImVec2(std::min(58 * em, 0.96f * size.x), std::min(44 * em, 0.88f * size.y)),
-                             ImGuiCond_Appearing);
+    ImGui::SetNextWindowPos(ImVec2(size.x / 2, size.y / 2), ImGuiCond_Appearing,
+                            ImVec2(0.5f, 0.5f));
+    ImGui::SetNextWindowSize(
+        ImVec2(std::min(58 * em, 0.96f * size.x), std::min(44 * em, 0.88f * size.y)),
+        ImGuiCond_Appearing);
     ImGui::SetNextWindowBgAlpha(0.97f);
-    if(ImGui::Begin("Keys", &isOpen, ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoSavedSettings) &&
+    if(ImGui::Begin("Keys", &isOpen,
+                    ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoSavedSettings) &&
        ImGui::BeginTable("##halves", 2))
     {
         std::string const engine = session.engines.getName();

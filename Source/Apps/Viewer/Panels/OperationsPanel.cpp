@@ -5,6 +5,7 @@
 
 #include "OSGGraphOpFactory.h"
 #include "ValueRows.h"
+#include "ValueTexts.h"
 
 namespace Viewer
 {

@@ -3,6 +3,7 @@
 #include <imgui.h>
 
 #include "HelpOverlay.h"
+#include "MeasureTexts.h"
 #include "OSGShownText.h"
 
 namespace Viewer
@@ -79,6 +80,7 @@ void Panels::draw(float unitsPerPixel)
 {
     drawMenus();
     draw_tool_shape(_session, unitsPerPixel);
+    draw_measure_texts(_session, unitsPerPixel);
     drawBottomLine();
     drawColumns();
     drawProgress();

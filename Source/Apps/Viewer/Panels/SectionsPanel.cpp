@@ -58,7 +58,8 @@ bool SectionsPanel::drawCut(std::size_t number)
     ImGui::SameLine();
     bool const isRemoved = ImGui::SmallButton("Remove");
     ImGui::SetNextItemWidth(-1);
-    hasChanged = ImGui::SliderFloat("##place", &cut.place, cut.first, cut.last, "%.4g") || hasChanged;
+    hasChanged =
+        ImGui::SliderFloat("##place", &cut.place, cut.first, cut.last, "%.4g") || hasChanged;
     if(isRemoved)
         _session.sections.remove(number);
     else if(hasChanged)

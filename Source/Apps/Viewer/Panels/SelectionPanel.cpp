@@ -7,6 +7,7 @@
 #include "OSGShownText.h"
 #include "SceneRows.h"
 #include "ValueRows.h"
+#include "ValueTexts.h"
 
 namespace Viewer
 {
@@ -42,6 +43,7 @@ void SelectionPanel::draw()
     else
         ImGui::TextDisabled("A click shows what it hits.");
     drawUnderPointer();
+    drawMeasured();
 }
 
 void SelectionPanel::drawSelected()
@@ -100,6 +102,22 @@ void SelectionPanel::drawClicked(OSG::PickResult const &clicked)
     if(clicked.eyeDistance)
         value_row("From eye", text_of_number(*clicked.eyeDistance));
     end_values();
+}
+
+void SelectionPanel::drawMeasured()
+{
+    auto const values = values_of_measurement(_session.picking.getMeasured());
+    if(values.empty())
+        return;
+    ImGui::Separator();
+    if(begin_values("measured"))
+    {
+        for(NamedValue const &row : values)
+            value_row(row.name, row.value);
+        end_values();
+    }
+    if(ImGui::Button("Clear"))
+        _session.picking.measure({});
 }
 
 void SelectionPanel::drawUnderPointer()

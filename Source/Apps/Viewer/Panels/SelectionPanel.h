@@ -7,7 +7,8 @@
 
 namespace Viewer
 {
-/// What was clicked last, what lies under it, what is selected and what may be.
+/// What was clicked last, what lies under it, what is selected, what may be, and what was
+/// measured.
 class SelectionPanel
 {
   public:
@@ -24,6 +25,7 @@ class SelectionPanel
     void drawSelected();
     void drawClicked(OSG::PickResult const &clicked);
     void drawUnderPointer();
+    void drawMeasured();
 
     Session &_session;
     OSG::NodePath _path; // that of _address

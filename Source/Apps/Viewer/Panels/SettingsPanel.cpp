@@ -10,6 +10,7 @@ void SettingsPanel::draw()
 {
     bool hasChanged = drawColors();
     hasChanged = drawUpward() || hasChanged;
+    hasChanged = drawStyle() || hasChanged;
     hasChanged = drawMoves() || hasChanged;
     ImGui::Checkbox("Read a changed file again", &_session.settings.reloads);
     _session.document.setReloads(_session.settings.reloads);
@@ -40,11 +41,26 @@ bool SettingsPanel::drawUpward()
     return isY || isZ;
 }
 
+bool SettingsPanel::drawStyle()
+{
+    Settings &settings = _session.settings;
+    bool hasChanged = false;
+    for(StyleName const &name : style_names())
+    {
+        if(!ImGui::RadioButton(name.title, settings.style == name.style))
+            continue;
+        settings.style = name.style;
+        hasChanged = true;
+    }
+    return ImGui::Checkbox("Sharp edges", &settings.showsEdges) || hasChanged;
+}
+
 bool SettingsPanel::drawMoves()
 {
     Settings &settings = _session.settings;
     bool hasChanged = ImGui::Checkbox("A click is the centre of turns", &settings.clickCenters);
-    hasChanged = ImGui::Checkbox("The wheel zooms to the pointer", &settings.zoomsToPointer) || hasChanged;
+    hasChanged =
+        ImGui::Checkbox("The wheel zooms to the pointer", &settings.zoomsToPointer) || hasChanged;
     OSG::Navigator &navigator = _session.view.getNavigator();
     float step = navigator.getMotionFactor();
     ImGui::SetNextItemWidth(6 * ImGui::GetFontSize());

@@ -19,6 +19,7 @@ class SettingsPanel
   private:
     bool drawColors();
     bool drawUpward();
+    bool drawStyle();
     bool drawMoves();
     void drawSamples();
 

@@ -168,8 +168,8 @@ void WalkPanel::drawPlot()
                 OSG::standard_up(OSG::StandardView::Front, _session.settings.sceneUp);
             std::string const reason = save_way_plot(_plotFile, _session.console.getScene(),
                                                      _session.console.getWay(), up);
-            _session.message = reason.empty() ? "saved " + _plotFile
-                                              : "cannot write " + _plotFile + ": " + reason;
+            _session.message =
+                reason.empty() ? "saved " + _plotFile : "cannot write " + _plotFile + ": " + reason;
         }
         _asksToReplace = !isNew && !_asksToReplace;
     }

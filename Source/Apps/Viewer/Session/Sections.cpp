@@ -41,8 +41,8 @@ bool Sections::addAtFace(OSG::Pnt3f const &point, OSG::Vec3f const &normal)
     if(!add("face", normal / length))
         return false;
     Cut cut = _cuts.back();
-    cut.place = point[0] * cut.direction[0] + point[1] * cut.direction[1] +
-                point[2] * cut.direction[2];
+    cut.place =
+        point[0] * cut.direction[0] + point[1] * cut.direction[1] + point[2] * cut.direction[2];
     set(_cuts.size() - 1, cut);
     return true;
 }

@@ -13,10 +13,10 @@ class Sections
   public:
     struct Cut
     {
-        std::string name;       ///< of the direction
-        OSG::Vec3f direction;   ///< of length 1, in the coordinates of the scene's root
-        OSG::Real32 place = 0;  ///< of the plane along the direction
-        OSG::Real32 first = 0;  ///< where the scene begins along the direction, and where it ends
+        std::string name;      ///< of the direction
+        OSG::Vec3f direction;  ///< of length 1, in the coordinates of the scene's root
+        OSG::Real32 place = 0; ///< of the plane along the direction
+        OSG::Real32 first = 0; ///< where the scene begins along the direction, and where it ends
         OSG::Real32 last = 0;
         bool isOn = true;
         bool isFlipped = false; ///< keeps what lies beyond the plane; else what lies before it

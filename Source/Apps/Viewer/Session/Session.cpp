@@ -42,6 +42,11 @@ void Session::applySettings()
 {
     view.setBackground(settings.isDark ? OSG::Color3f(0.16f, 0.17f, 0.19f)
                                        : OSG::Color3f(0.93f, 0.94f, 0.96f));
+    view.setStyle(settings.style);
+    if(settings.showsEdges)
+        view.showEdges();
+    else
+        view.hideEdges();
     document.setReloads(settings.reloads);
     driver.setSceneUp(settings.sceneUp);
     console.setUpward(OSG::standard_up(OSG::StandardView::Front, settings.sceneUp));
@@ -147,6 +152,10 @@ bool Session::frame(double seconds)
     console.update(seconds);
     events.frame();
     driver.update(seconds, !events.isDragging());
+    auto const measuring = tools.measuredSoFar();
+    if(measureMarks.show(measuring.empty() ? picking.getMeasured() : measuring) ||
+       !view.isComplete())
+        demand.request();
     view.update();
     OSG::Thread::getCurrentChangeList()->commitChanges();
     picking.getSelection().prune(view.getScene());
@@ -160,7 +169,8 @@ bool Session::frame(double seconds)
 
 bool Session::isMoving() const
 {
-    return _hasMoved || driver.isOnWay() || document.isReading() || console.isRecording() ||
-           console.isPlaying() || (events.isDragging() && engines.getName() != "cad");
+    return _hasMoved || driver.isOnWay() || !view.isComplete() || document.isReading() ||
+           console.isRecording() || console.isPlaying() ||
+           (events.isDragging() && engines.getName() != "cad");
 }
 } // namespace Viewer

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Engines.h"
+#include "MeasureMarks.h"
 #include "OSGEventAdapter.h"
 #include "OSGFrameDemand.h"
 #include "OSGSceneDocument.h"
@@ -38,6 +39,7 @@ class Session
     Engines engines{view, events};
     OSG::SceneDocument document;
     Sections sections{view};
+    MeasureMarks measureMarks{view};
     OSG::WalkConsole console{view.getNavigator()};
     Operations operations{document, picking};
     Report report;

@@ -87,6 +87,15 @@ bool is_engine(std::string const &name)
 }
 } // namespace
 
+std::span<StyleName const> style_names()
+{
+    static constexpr StyleName Names[] = {
+        {OSG::DrawStyle::Shaded, "shaded", "Shaded"},
+        {OSG::DrawStyle::ShadedWithWires, "shadedWithWires", "Shaded with wires"},
+        {OSG::DrawStyle::Wires, "wires", "Wires"}};
+    return Names;
+}
+
 fs::path config_folder() { return own_folder("XDG_CONFIG_HOME", ".config"); }
 fs::path state_folder() { return own_folder("XDG_STATE_HOME", ".local/state"); }
 
@@ -107,16 +116,22 @@ std::string Settings::load()
     Json const json = read_json(settings_file(), complaint);
     std::string upward;
     std::string wanted;
+    std::string styled;
     take(json, "dark", isDark);
     take(json, "samples", samples);
     take(json, "engine", wanted);
     take(json, "up", upward);
+    take(json, "style", styled);
+    take(json, "edges", showsEdges);
     take(json, "clickCenters", clickCenters);
     take(json, "zoomsToPointer", zoomsToPointer);
     take(json, "reloads", reloads);
     samples = std::clamp(samples, 0, MostSamples);
     if(is_engine(wanted))
         engine = wanted;
+    for(StyleName const &name : style_names())
+        if(styled == name.key)
+            style = name.style;
     if(upward == "z" || upward == "y")
         sceneUp = upward == "z" ? OSG::SceneUp::Z : OSG::SceneUp::Y;
 
@@ -131,6 +146,17 @@ std::string Settings::load()
     return complaint;
 }
 
+namespace
+{
+char const *key_of(OSG::DrawStyle style)
+{
+    for(StyleName const &name : style_names())
+        if(style == name.style)
+            return name.key;
+    return style_names().front().key;
+}
+} // namespace
+
 std::string Settings::save() const
 {
     if(config_folder().empty())
@@ -140,6 +166,8 @@ std::string Settings::save() const
                                      {"samples", samples},
                                      {"engine", engine},
                                      {"up", sceneUp == OSG::SceneUp::Z ? "z" : "y"},
+                                     {"style", key_of(style)},
+                                     {"edges", showsEdges},
                                      {"clickCenters", clickCenters},
                                      {"zoomsToPointer", zoomsToPointer},
                                      {"reloads", reloads}});

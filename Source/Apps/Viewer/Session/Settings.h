@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "OSGDrawLook.h"
 #include "OSGStandardView.h"
 
 namespace Viewer
@@ -17,6 +19,8 @@ struct Settings
     int samples = 4; ///< of a pixel; from the next start on
     std::string engine = "cad";
     OSG::SceneUp sceneUp = OSG::SceneUp::Y;
+    OSG::DrawStyle style = OSG::DrawStyle::Shaded;
+    bool showsEdges = false; ///< sharp ones, over the style
     bool clickCenters = false;
     bool zoomsToPointer = true;
     bool reloads = true;                       ///< reads a file again that has changed
@@ -31,6 +35,15 @@ struct Settings
     /// Empty on success, otherwise the reason of the failure.
     std::string save() const;
 };
+
+/// The styles that a user chooses from.
+struct StyleName
+{
+    OSG::DrawStyle style;
+    char const *key;   ///< in the file of the settings
+    char const *title; ///< for menus
+};
+std::span<StyleName const> style_names();
 
 /// The folder of this program below $XDG_CONFIG_HOME or $XDG_STATE_HOME, or where these stand if
 /// they are not set; empty where there is no home.

@@ -22,15 +22,22 @@ struct KeyCase
 
 TEST(EngineKeys, EachEngineGetsWhatItUnderstands)
 {
-    KeyCase const cases[] = {
-        {"cad", 38, 38, Event::VirtualKey},       {"fly", 37, Event::LeftKey, 0},
-        {"fly", 38, Event::ForwardKey, 0},        {"fly", 39, Event::RightKey, 0},
-        {"fly", 40, Event::BackwardKey, 0},       {"fly", 33, Event::RotateLeftKey, 0},
-        {"fly", 34, Event::RotateRightKey, 0},    {"fly", 'A', 'A', Event::VirtualKey},
-        {"copter", 32, 32, Event::VirtualKey},    {"copter", 107, '+', 0},
-        {"copter", 109, '-', 0},                  {"copter", '1', '1', Event::VirtualKey},
-        {"walk", '1', '1', 0},                    {"walk", '3', '3', Event::VirtualKey},
-        {"walk", 106, '*', 0},                    {"walk", 113, 113, Event::VirtualKey}};
+    KeyCase const cases[] = {{"cad", 38, 38, Event::VirtualKey},
+                             {"fly", 37, Event::LeftKey, 0},
+                             {"fly", 38, Event::ForwardKey, 0},
+                             {"fly", 39, Event::RightKey, 0},
+                             {"fly", 40, Event::BackwardKey, 0},
+                             {"fly", 33, Event::RotateLeftKey, 0},
+                             {"fly", 34, Event::RotateRightKey, 0},
+                             {"fly", 'A', 'A', Event::VirtualKey},
+                             {"copter", 32, 32, Event::VirtualKey},
+                             {"copter", 107, '+', 0},
+                             {"copter", 109, '-', 0},
+                             {"copter", '1', '1', Event::VirtualKey},
+                             {"walk", '1', '1', 0},
+                             {"walk", '3', '3', Event::VirtualKey},
+                             {"walk", 106, '*', 0},
+                             {"walk", 113, 113, Event::VirtualKey}};
     for(KeyCase const &row : cases)
     {
         EngineKey const key = engine_key(row.engine, row.virtualKey);

@@ -28,7 +28,8 @@ struct SectionsTest : testing::Test
     {
         bool isKept = true;
         for(Plane const &plane : view.getSections().getPlanes())
-            isKept = isKept && plane.getNormal().dot(point.subZero()) >= plane.getDistanceFromOrigin();
+            isKept =
+                isKept && plane.getNormal().dot(point.subZero()) >= plane.getDistanceFromOrigin();
         return isKept;
     }
 
