@@ -30,6 +30,7 @@ class OSG_TOLVANITEKIT_API BandTool : public PickTool
 
     /// A band without width or height has no result.
     explicit BandTool(OnBand onBand, OnClick onClick = {});
+    char const *getName() const override { return "band"; }
 
     /// The band that is being drawn, for the host to show it. No value while there is none.
     std::optional<Band> getBand() const;

@@ -55,6 +55,13 @@ void EventAdapter::setTool(std::shared_ptr<PointerTool> tool)
     if(wasShared)
         endNavigatorDrag();
     _tool = std::move(tool);
+    tellObserver(ToolEvent::Kind::Chosen);
+}
+
+void EventAdapter::tellObserver(ToolEvent::Kind kind, UInt16 modifiers) const
+{
+    if(_toolObserver != nullptr)
+        _toolObserver->observeTool({kind, _tool.get(), modifiers, pixelX(), pixelY()});
 }
 
 // --- where the pointer is ---
@@ -90,6 +97,7 @@ void EventAdapter::pointerMove(Real64 x, Real64 y, UInt16 modifiers)
     if(_isToolDrag)
     {
         std::shared_ptr<PointerTool> const tool = _tool;
+        tellObserver(ToolEvent::Kind::Drag, modifiers);
         tool->drag(toolEvent(modifiers));
     }
     _hasMotion = !ownsDrag();
@@ -112,6 +120,7 @@ void EventAdapter::buttonPress(Int16 button, Real64 x, Real64 y, UInt16 modifier
         std::shared_ptr<PointerTool> const tool = _tool;
         _isToolDrag = true;
         _hasMotion = _hasMotion && isShared;
+        tellObserver(ToolEvent::Kind::Press, modifiers);
         tool->press(toolEvent(modifiers));
         if(!isShared)
             return;
@@ -130,6 +139,8 @@ void EventAdapter::buttonRelease(Int16 button, Real64 x, Real64 y, UInt16 modifi
     if(!isTools && !isNavigators)
         return;
     moveTo(x, y); // without a position the button comes up where the pointer was last
+    if(isTools)
+        tellObserver(ToolEvent::Kind::Release, modifiers);
     if(isNavigators)
     {
         // The last motion of a drag counts, unless the engine has heard of one in this frame.
@@ -184,8 +195,11 @@ void EventAdapter::focusLost()
 
 bool EventAdapter::cancelTool()
 {
-    _isToolDrag = false;
-    if(_tool == nullptr || !_tool->isBusy())
+    bool const wasToolDrag = std::exchange(_isToolDrag, false);
+    bool const wasBusy = _tool != nullptr && _tool->isBusy();
+    if(wasToolDrag || wasBusy)
+        tellObserver(ToolEvent::Kind::Cancel);
+    if(!wasBusy)
         return false;
     std::shared_ptr<PointerTool> const tool = _tool;
     tool->cancel();

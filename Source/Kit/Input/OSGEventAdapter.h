@@ -5,8 +5,8 @@
 #include <boost/function.hpp>
 
 #include "OSGNavigator.h"
-#include "OSGPointerTool.h"
 #include "OSGTolvaniteKitApi.h"
+#include "OSGToolObserver.h"
 
 namespace OSG
 {
@@ -59,6 +59,9 @@ class OSG_TOLVANITEKIT_API EventAdapter
     /// one while it tells its result.
     void setTool(std::shared_ptr<PointerTool> tool);
     PointerTool *getTool() const { return _tool.get(); }
+    /// Sees what tools hear. Not owned; it has to take itself out before it ends. Null for none.
+    void setToolObserver(ToolObserver *observer) { _toolObserver = observer; }
+    ToolObserver *getToolObserver() const { return _toolObserver; }
     /// For a walk: called in each frame, and told when a panel or a tool has keys and buttons. Not
     /// owned; null for none.
     void setWalkGuard(WalkFocusGuard *guard) { _guard = guard; }
@@ -106,6 +109,7 @@ class OSG_TOLVANITEKIT_API EventAdapter
     bool moveTo(Real64 x, Real64 y); // false, and nothing moved, where it is no position
     bool ownsDrag() const;
     PointerTool::Event toolEvent(UInt16 modifiers) const;
+    void tellObserver(ToolEvent::Kind kind, UInt16 modifiers = 0) const;
     void askForPointer();
     void sendMotion();
     void sendMotionOrIdle();
@@ -116,6 +120,7 @@ class OSG_TOLVANITEKIT_API EventAdapter
 
     Navigator &_navigator;
     std::shared_ptr<PointerTool> _tool;
+    ToolObserver *_toolObserver = nullptr;
     WalkFocusGuard *_guard = nullptr;
     PointerQuery _pointerQuery;
     Real64 _scale = 1;

@@ -35,11 +35,9 @@ UnrecordedRefPtr<Camera> camera_of(InputRecording const &recording)
 
 InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engine, Node *scene,
                          UInt16 width, UInt16 height, std::shared_ptr<ScriptedDesktop> desktop)
-    : _recording(recording)
-    , _beacon(make_node(UnrecordedRefPtr<Transform>(Transform::create())))
+    : _beacon(make_node(UnrecordedRefPtr<Transform>(Transform::create())))
     , _viewport(Viewport::create())
     , _window(WIN32Window::create())
-    , _desktop(std::move(desktop))
 {
     UnrecordedRefPtr<Camera> const camera = camera_of(recording);
     camera->setNear(recording.near);
@@ -52,50 +50,16 @@ InputPlayer::InputPlayer(InputRecording const &recording, NavigatorEngine *engin
     if(scene != nullptr)
         scene->updateVolume();
 
-    if(_desktop != nullptr)
-        _desktop->show(*_window);
+    if(desktop != nullptr)
+        desktop->show(*_window);
 
-    _navigator.setMotionFactor(recording.motionFactor);
-    _navigator.setRotationAngle(recording.rotationAngle);
-    _navigator.setClickCenter(recording.clickCenter);
-    _navigator.setClickNoIntersect(recording.noIntersect);
     _navigator.setEngine(engine);
     _navigator.setViewport(_viewport); // tells the engine too
-    engine->set(recording.from, recording.at, recording.up);
-    _navigator.updateCameraTransformation();
+    InputReplay::Host host;
+    host.desktop = std::move(desktop);
+    host.window = getWindow();
+    _replay.emplace(recording, _navigator, std::move(host));
 }
 
 InputPlayer::~InputPlayer() = default;
-
-bool InputPlayer::step()
-{
-    if(_position >= _recording.events.size())
-        return false;
-    play(_recording.events[_position]);
-    ++_position;
-    return true;
-}
-
-void InputPlayer::play(InputRecording::TimedEvent const &timed)
-{
-    switch(timed.what)
-    {
-    case InputRecording::What::Event:
-        _navigator.handle(timed.event);
-        break;
-    case InputRecording::What::Key:
-        if(_desktop != nullptr)
-            _desktop->setKey(timed.code, timed.isOn);
-        break;
-    case InputRecording::What::Focus:
-        if(_desktop != nullptr)
-            _desktop->setFocus(timed.isOn ? _window->getHwnd() : nullptr);
-        break;
-    case InputRecording::What::Frame:
-        if(_desktop != nullptr)
-            _desktop->setTicks(timed.ticks);
-        _navigator.updateCameraTransformation();
-        break;
-    }
-}
 } // namespace OSG

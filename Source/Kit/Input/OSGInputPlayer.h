@@ -1,8 +1,6 @@
 #pragma once
 
-#include "OSGInputRecording.h"
-#include "OSGNavigator.h"
-#include "OSGScriptedDesktop.h"
+#include "OSGInputReplay.h"
 #include "OSGWIN32Window.h"
 
 namespace OSG
@@ -24,7 +22,8 @@ OSG_TOLVANITEKIT_API CameraPose pose_of(NavigatorEngine &engine);
 /// camera. The viewport covers the window; the camera is the one that the recording describes.
 ///
 /// The same recording, scene, engine and size give the same poses to the last bit. The seconds of
-/// the events are not used. An engine that asks the desktop is made while a scripted one is
+/// the events are not used. The player has no tools: the drags that a tool had for itself leave the
+/// camera where it is. An engine that asks the desktop is made while a scripted one is
 /// current, and the player plays keys, focus and frames on that:
 ///
 ///     auto const desktop = std::make_shared<ScriptedDesktop>(recording.ticksPerSecond.value_or(1000));
@@ -45,9 +44,9 @@ class OSG_TOLVANITEKIT_API InputPlayer
 
     /// Handles the next event, or what else the next line holds. After the last one it does nothing
     /// and returns false.
-    bool step();
+    bool step() { return _replay->step(); }
     /// Number of events handled so far.
-    std::size_t getPosition() const { return _position; }
+    std::size_t getPosition() const { return _replay->getPosition(); }
 
     CameraPose getPose() { return pose_of(*_navigator.getEngine()); }
     Navigator &getNavigator() { return _navigator; }
@@ -56,14 +55,10 @@ class OSG_TOLVANITEKIT_API InputPlayer
     NativeWindow getWindow() const { return _window->getHwnd(); }
 
   private:
-    void play(InputRecording::TimedEvent const &timed);
-
-    InputRecording const &_recording;
-    std::size_t _position = 0;
     UnrecordedRefPtr<Node> _beacon;
     UnrecordedRefPtr<Viewport> _viewport;
     UnrecordedRefPtr<WIN32Window> _window; // known to the scripted desktop alone
-    std::shared_ptr<ScriptedDesktop> _desktop;
     Navigator _navigator;
+    std::optional<InputReplay> _replay; // begins when the navigator has its engine
 };
 } // namespace OSG

@@ -6,15 +6,17 @@
 #include "OSGNavigator.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
+#include "OSGRecordingWords.h"
 
 namespace OSG
 {
 InputRecorder::InputRecorder(Navigator &navigator, Clock clock,
-                             std::shared_ptr<WatchedDesktop> desktop)
+                             std::shared_ptr<WatchedDesktop> desktop, EventAdapter *adapter)
     : _navigator(navigator)
     , _clock(std::move(clock))
     , _begin(_clock())
     , _desktop(std::move(desktop))
+    , _adapter(adapter)
 {
     takeCamera();
     if(_desktop != nullptr)
@@ -31,6 +33,7 @@ InputRecorder::InputRecorder(Navigator &navigator, Clock clock,
     _recording.clickCenter = navigator.getClickCenter();
     _recording.noIntersect = navigator.getClickNoIntersect();
     navigator.setEventObserver(this);
+    beginWithTools();
 }
 
 InputRecorder::~InputRecorder()
@@ -40,6 +43,8 @@ InputRecorder::~InputRecorder()
         _navigator.setEventObserver(nullptr);
     if(_desktop != nullptr && _desktop->getWatcher() == this)
         _desktop->setWatcher(nullptr);
+    if(_adapter != nullptr && _adapter->getToolObserver() == this)
+        _adapter->setToolObserver(nullptr);
 }
 
 // The engine of a replay has just been made, and its pose has been set: its next step counts from
@@ -92,7 +97,9 @@ void InputRecorder::takePose()
     _navigator.updateCameraTransformation(); // a replay begins with the camera at this pose
 }
 
-void InputRecorder::observe(NavigatorEvent const &event)
+void InputRecorder::observe(NavigatorEvent const &event) { add(event); }
+
+void InputRecorder::add(NavigatorEvent const &event)
 {
     _recording.events.push_back({_clock() - _begin, event});
 }
@@ -106,6 +113,72 @@ void InputRecorder::observeFrame()
     frame.what = InputRecording::What::Frame;
     frame.ticks = _frameTicks;
     _recording.events.push_back(frame);
+}
+
+// --- what tools hear ---
+
+// A recording without tools is one of the older versions of the format.
+void InputRecorder::beginWithTools()
+{
+    if(_adapter == nullptr)
+        return;
+    _adapter->setToolObserver(this);
+    if(_adapter->getTool() != nullptr)
+        takeTool(_adapter->getTool());
+}
+
+void InputRecorder::add(InputRecording::What what, Int16 code)
+{
+    InputRecording::TimedEvent line{_clock() - _begin};
+    line.what = what;
+    line.code = code;
+    _recording.events.push_back(line);
+}
+
+// A host may give its tools names that the format does not have, or that mean something else.
+void InputRecorder::takeTool(PointerTool const *tool)
+{
+    bool const isShared = tool == nullptr || tool->sharesDrag();
+    std::string name = tool != nullptr ? tool->getName() : "none";
+    if(!is_tool_name(name) || (!isShared && is_shared_by_name(name)))
+        name = "tool";
+    _recording.contentScale = static_cast<Real32>(_adapter->getContentScale());
+    add(InputRecording::What::Tool);
+    _recording.events.back().tool = name;
+    _recording.events.back().isOn = isShared;
+}
+
+void InputRecorder::observeTool(ToolEvent const &event)
+{
+    using Kind = ToolEvent::Kind;
+    if(event.kind == Kind::Chosen)
+        takeTool(event.tool);
+    else if(event.kind == Kind::Cancel)
+        add(InputRecording::What::Cancel);
+    else
+        takeDrag(event);
+}
+
+// What is left of a drag that had begun before the recording means nothing.
+void InputRecorder::takeDrag(ToolEvent const &event)
+{
+    using Kind = ToolEvent::Kind;
+    bool const wasDown = std::exchange(_isToolDown, event.kind != Kind::Release);
+    if(!wasDown && event.kind != Kind::Press)
+    {
+        _isToolDown = false;
+        return;
+    }
+    if(std::exchange(_held, event.modifiers) != event.modifiers)
+        add(InputRecording::What::Held, static_cast<Int16>(event.modifiers));
+    if(event.tool->sharesDrag()) // the navigator is told the same
+        return;
+    NavigatorEvent drag{NavigatorEvent::Move, NavigatorEvent::LeftButton, 0, event.x, event.y};
+    if(event.kind == Kind::Press)
+        drag.kind = NavigatorEvent::ButtonPress;
+    if(event.kind == Kind::Release)
+        drag.kind = NavigatorEvent::ButtonRelease;
+    add(drag);
 }
 
 // --- what the engine asks ---

@@ -4,6 +4,7 @@
 
 #include <boost/function.hpp>
 
+#include "OSGEventAdapter.h"
 #include "OSGInputRecording.h"
 #include "OSGNavigator.h"
 #include "OSGWatchedDesktop.h"
@@ -29,24 +30,32 @@ namespace OSG
 /// Events hold pixels of the window. The viewport has to cover its window, because a replay shows
 /// the view in a window of its own.
 ///
-/// The recorder is the navigator's observer, and the desktop's watcher, until it is destroyed or
-/// another one is set.
-class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver, private WatchedDesktop::Watcher
+/// With the adapter of the navigator it also records which tool is in hand, and the left drags that
+/// a tool has for itself, so that an InputReplay gives the same clicks, bands and lassos. Tools
+/// are told whole pixels there.
+///
+/// The recorder is the navigator's observer, the desktop's watcher and the adapter's observer until
+/// it is destroyed or another one is set.
+class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver,
+                                           public ToolObserver,
+                                           private WatchedDesktop::Watcher
 {
   public:
     /// Gives the seconds since a fixed moment. They must not decrease.
     using Clock = boost::function<Real64()>;
 
     /// The navigator must have an engine and a viewport with a perspective or an orthographic
-    /// camera. It must live longer than the recorder.
+    /// camera. It must live longer than the recorder, and so must the adapter.
     InputRecorder(Navigator &navigator, Clock clock,
-                  std::shared_ptr<WatchedDesktop> desktop = nullptr);
+                  std::shared_ptr<WatchedDesktop> desktop = nullptr,
+                  EventAdapter *adapter = nullptr);
     InputRecorder(InputRecorder const &) = delete;
     InputRecorder &operator=(InputRecorder const &) = delete;
     ~InputRecorder() override;
 
     void observe(NavigatorEvent const &event) override;
     void observeFrame() override;
+    void observeTool(ToolEvent const &event) override;
 
     InputRecording const &getRecording() const { return _recording; }
 
@@ -59,6 +68,11 @@ class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver, private Wat
     void takePose();
     void beginWithDesktop();
     void handleFirst(NavigatorEvent::Kind kind, Int16 code);
+    void beginWithTools();
+    void add(NavigatorEvent const &event);
+    void add(InputRecording::What what, Int16 code = 0);
+    void takeTool(PointerTool const *tool);
+    void takeDrag(ToolEvent const &event);
     void insertChange(InputRecording::TimedEvent const &change);
 
     Navigator &_navigator;
@@ -66,6 +80,9 @@ class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver, private Wat
     Real64 _begin;
     InputRecording _recording;
     std::shared_ptr<WatchedDesktop> _desktop;
+    EventAdapter *_adapter;
+    bool _isToolDown = false;
+    UInt16 _held = 0; // the modifiers of the last line that tells them
     std::set<Int16> _keysDown;
     bool _hasFocus = true;
     bool _isBeginning = false; // the engine is told that it has the focus and no key is down

@@ -4,42 +4,20 @@
 #include <charconv>
 #include <cmath>
 #include <istream>
-#include <ostream>
 #include <set>
 #include <string_view>
 
 #include "OSGMatrixUtility.h"
+#include "OSGPointerTool.h"
+#include "OSGRecordingWords.h"
 #include "OSGShownText.h"
 
 namespace OSG
 {
 namespace
 {
-constexpr char const *Signature = "tolvanite-events";
-constexpr int PlainVersion = 1;
-constexpr int DesktopVersion = 2;
 // Two of these differ by less than the greatest 64-bit number.
 constexpr Int64 GreatestTicks = 4'000'000'000'000'000'000;
-
-struct EventWord
-{
-    char const *word;
-    NavigatorEvent::Kind kind;
-    bool hasCode;
-    bool hasModifiers;
-    bool hasPointer;
-};
-EventWord const EventWords[] = {
-    {"press", NavigatorEvent::ButtonPress, true, false, true},
-    {"release", NavigatorEvent::ButtonRelease, true, false, true},
-    {"key", NavigatorEvent::Key, true, true, true},
-    {"move", NavigatorEvent::Move, false, false, true},
-    {"hover", NavigatorEvent::Hover, false, false, true},
-    {"idle", NavigatorEvent::Idle, true, false, true},
-    {"blur", NavigatorEvent::KillFocus, false, false, false},
-};
-
-// --- reading ---
 
 /// Thrown for a fault in a line. read_recording catches it and adds the line's number.
 struct Complaint
@@ -158,12 +136,11 @@ class Reader
   private:
     void takeSignature(Words &words)
     {
-        if(words.take() != Signature)
+        if(words.take() != RecordingSignature)
             complain("this is no recording of events");
-        int const version = words.number<int>();
-        if(version != PlainVersion && version != DesktopVersion)
+        _version = words.number<int>();
+        if(_version < PlainVersion || _version > ToolVersion)
             complain("this version of the format is not known");
-        _hasDesktop = version == DesktopVersion;
         _signed = true;
     }
 
@@ -198,8 +175,10 @@ class Reader
             _recording.clickCenter = words.truth();
         else if(name == "no-intersect")
             _recording.noIntersect = words.truth();
-        else if(name == "clock" && _hasDesktop)
+        else if(name == "clock" && _version >= DesktopVersion)
             takeClock(words);
+        else if(name == "content-scale" && _version >= ToolVersion)
+            takeContentScale(words);
         else
             complain(shown(name) + " is not known");
     }
@@ -209,6 +188,13 @@ class Reader
         _recording.ticksPerSecond = words.number<Int64>();
         if(*_recording.ticksPerSecond < 0)
             complain("a clock cannot run like that");
+    }
+
+    void takeContentScale(Words &words)
+    {
+        _recording.contentScale = words.number<Real32>();
+        if(!(_recording.contentScale > 0))
+            complain("a content scale is above 0");
     }
 
     void takeCamera(Words &words)
@@ -251,7 +237,7 @@ class Reader
             if(_seen.count(name) == 0)
                 complain(shown(name) + " is missing");
         }
-        if(_hasDesktop && !_recording.ticksPerSecond)
+        if(_version == DesktopVersion && !_recording.ticksPerSecond)
             complain("clock is missing");
     }
 
@@ -264,7 +250,9 @@ class Reader
             complain("time runs backwards");
         std::string_view const name = words.take();
         InputRecording::TimedEvent timed{seconds};
-        if(!_hasDesktop || !takeDesktop(name, words, timed))
+        bool const isDesktops = _recording.ticksPerSecond && takeDesktop(name, words, timed);
+        bool const isTools = _version >= ToolVersion && takeTool(name, words, timed);
+        if(!isDesktops && !isTools)
             timed.event = eventOf(name, words);
         events.push_back(timed);
     }
@@ -293,6 +281,33 @@ class Reader
         return timed.what != InputRecording::What::Event;
     }
 
+    /// False if `name` is no word of tools.
+    static bool takeTool(std::string_view name, Words &words, InputRecording::TimedEvent &timed)
+    {
+        constexpr Int16 MostModifiers =
+            PointerTool::Shift | PointerTool::Control | PointerTool::Alt;
+        if(name == "tool")
+        {
+            timed.what = InputRecording::What::Tool;
+            timed.tool = words.take();
+            if(!is_tool_name(timed.tool))
+                complain(shown(timed.tool) + " is no name of a tool");
+            timed.isOn = is_shared_by_name(timed.tool) || !words.empty();
+            if(!words.empty() && words.take() != SharedWord)
+                complain("only shared may follow the name of a tool");
+        }
+        else if(name == "held")
+        {
+            timed.what = InputRecording::What::Held;
+            timed.code = words.number<Int16>();
+            if(timed.code < 0 || timed.code > MostModifiers)
+                complain("these are no modifiers");
+        }
+        else if(name == "cancel")
+            timed.what = InputRecording::What::Cancel;
+        return timed.what != InputRecording::What::Event;
+    }
+
     static NavigatorEvent eventOf(std::string_view name, Words &words)
     {
         for(EventWord const &row : EventWords)
@@ -313,60 +328,8 @@ class Reader
     InputRecording _recording;
     std::set<std::string> _seen;
     bool _signed = false;
-    bool _hasDesktop = false; // the second version
+    int _version = 0;
 };
-
-// --- writing ---
-
-template <class Number>
-std::string shortest(Number value)
-{
-    char text[32];
-    return std::string(text, std::to_chars(text, text + sizeof(text), value).ptr);
-}
-
-template <class Tuple>
-std::string spaced(Tuple const &values)
-{
-    return shortest(values[0]) + ' ' + shortest(values[1]) + ' ' + shortest(values[2]);
-}
-
-void write_event(std::ostream &out, NavigatorEvent const &event)
-{
-    for(EventWord const &row : EventWords)
-    {
-        if(row.kind != event.kind)
-            continue;
-        out << row.word;
-        if(row.hasCode)
-            out << ' ' << shortest(event.code);
-        if(row.hasModifiers)
-            out << ' ' << shortest(event.modifiers);
-        if(row.hasPointer)
-            out << ' ' << shortest(event.x) << ' ' << shortest(event.y);
-    }
-}
-
-void write_line(std::ostream &out, InputRecording::TimedEvent const &timed)
-{
-    out << shortest(timed.seconds) << ' ';
-    switch(timed.what)
-    {
-    case InputRecording::What::Event:
-        write_event(out, timed.event);
-        break;
-    case InputRecording::What::Key:
-        out << (timed.isOn ? "down " : "up ") << shortest(timed.code);
-        break;
-    case InputRecording::What::Focus:
-        out << (timed.isOn ? "focus on" : "focus off");
-        break;
-    case InputRecording::What::Frame:
-        out << "frame " << shortest(timed.ticks);
-        break;
-    }
-    out << '\n';
-}
 
 // Like std::getline, but with a limit. A file that is not a recording may have no line break at
 // all, and std::getline would read all of it into memory. The longest event has less than 100
@@ -381,7 +344,7 @@ bool take_line(std::istream &in, std::string &line)
     for(int c = in.get(); c != Traits::eof() && c != '\n'; c = in.get())
     {
         if(line.size() == LongestLine)
-            complain("more than " + shortest(LongestLine) + " characters");
+            complain("more than " + std::to_string(LongestLine) + " characters");
         line.push_back(Traits::to_char_type(c));
     }
     return true;
@@ -401,27 +364,7 @@ RecordingResult read_recording(std::istream &in)
     }
     catch(Complaint const &complaint)
     {
-        return {std::nullopt, "line " + shortest(number) + ": " + complaint.text};
+        return {std::nullopt, "line " + std::to_string(number) + ": " + complaint.text};
     }
-}
-
-void write_recording(std::ostream &out, InputRecording const &recording)
-{
-    bool const perspective = recording.projection == InputRecording::Projection::Perspective;
-    out << Signature << ' ' << (recording.ticksPerSecond ? DesktopVersion : PlainVersion) << '\n'
-        << "camera " << (perspective ? "perspective " : "orthographic ")
-        << shortest(recording.opening) << '\n'
-        << "depth " << shortest(recording.near) << ' ' << shortest(recording.far) << '\n'
-        << "from " << spaced(recording.from) << '\n'
-        << "at " << spaced(recording.at) << '\n'
-        << "up " << spaced(recording.up) << '\n'
-        << "motion-factor " << shortest(recording.motionFactor) << '\n'
-        << "rotation-angle " << shortest(recording.rotationAngle) << '\n'
-        << "click-center " << (recording.clickCenter ? "on" : "off") << '\n'
-        << "no-intersect " << (recording.noIntersect ? "on" : "off") << '\n';
-    if(recording.ticksPerSecond)
-        out << "clock " << shortest(*recording.ticksPerSecond) << '\n';
-    for(InputRecording::TimedEvent const &timed : recording.events)
-        write_line(out, timed);
 }
 } // namespace OSG

@@ -19,7 +19,7 @@
 ///     0.533 release 0 324 240
 ///
 /// The second version also holds what an engine asked the desktop: keys, focus, and the time of
-/// each frame.
+/// each frame. The third one also holds which tool had the left button.
 ///
 /// Numbers are written so that reading them gives the same bits again.
 
@@ -49,7 +49,10 @@ struct InputRecording
         Event, ///< `event`
         Key,   ///< the key `code` goes down or up, for those who poll it
         Focus, ///< the window gets or loses the focus, for those who ask for it
-        Frame  ///< Navigator::updateCameraTransformation at the time `ticks`
+        Frame, ///< Navigator::updateCameraTransformation at the time `ticks`
+        Tool,  ///< the left drags belong to `tool` from here on
+        Held,  ///< `code` holds the modifiers that are down for tools, see PointerTool::Modifier
+        Cancel ///< the tool ends what is under way without a result
     };
 
     struct TimedEvent
@@ -57,9 +60,10 @@ struct InputRecording
         Real64 seconds; ///< since the recording began; not less than that of the event before
         NavigatorEvent event{};
         What what = What::Event;
-        Int16 code = 0;    ///< a virtual-key code
-        bool isOn = false; ///< down, or focused
-        Int64 ticks = 0;   ///< of the desktop's clock, since the recording began
+        Int16 code = 0;        ///< a virtual-key code, or modifiers
+        bool isOn = false;     ///< down, or focused, or shared with the navigator
+        Int64 ticks = 0;       ///< of the desktop's clock, since the recording began
+        std::string tool = {}; ///< a word of letters, see PointerTool::getName; "none" for none
     };
 
     Projection projection = Projection::Perspective;
@@ -76,9 +80,10 @@ struct InputRecording
     bool clickCenter = false;
     bool noIntersect = false;
     /// Of the desktop's clock, see Desktop::getTicksPerSecond. Only a recording that has it may
-    /// hold keys, focus and frames; it is written in the second version of the format, others in
-    /// the first.
+    /// hold keys, focus and frames.
     std::optional<Int64> ticksPerSecond;
+    /// Device pixels in a unit of the toolkit, for tools.
+    Real32 contentScale = 1;
     std::vector<TimedEvent> events;
 };
 
@@ -92,6 +97,7 @@ struct RecordingResult
 /// Reads up to the end of the stream or to the first fault. Memory is bounded by the events that
 /// were read and the longest line that is allowed, 4096 characters.
 OSG_TOLVANITEKIT_API RecordingResult read_recording(std::istream &in);
-/// Writes a text that read_recording reads back to an equal recording.
+/// Writes a text that read_recording reads back to an equal recording, in the oldest version of the
+/// format that can hold it.
 OSG_TOLVANITEKIT_API void write_recording(std::ostream &out, InputRecording const &recording);
 } // namespace OSG

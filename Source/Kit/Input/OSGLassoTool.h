@@ -27,6 +27,7 @@ class OSG_TOLVANITEKIT_API LassoTool : public PickTool
     /// A lasso of fewer than three corners has no result.
     explicit LassoTool(OnLasso onLasso, OnClick onClick = {});
 
+    char const *getName() const override { return "lasso"; }
     void cancel() override;
     /// The corners of the lasso that is being drawn, for the host to show it. Empty while there is
     /// none.

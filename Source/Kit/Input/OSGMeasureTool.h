@@ -23,6 +23,7 @@ class OSG_TOLVANITEKIT_API MeasureTool : public DragTool
     /// `count` points, 0 counts as 1.
     MeasureTool(UInt32 count, Pick pick, OnMeasured onMeasured);
 
+    char const *getName() const override { return "measure"; }
     /// Forgets the points that were clicked.
     void cancel() override;
     bool isBusy() const override { return DragTool::isBusy() || !_points.empty(); }

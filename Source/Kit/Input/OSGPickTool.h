@@ -14,6 +14,7 @@ class OSG_TOLVANITEKIT_API PickTool : public DragTool
     using OnClick = boost::function<void(Event const &click)>;
 
     explicit PickTool(OnClick onClick);
+    char const *getName() const override { return "pick"; }
 
   protected:
     void finishClick(Event const &event) override;
@@ -29,5 +30,6 @@ class OSG_TOLVANITEKIT_API NavigateTool : public PickTool
   public:
     using PickTool::PickTool;
     bool sharesDrag() const override;
+    char const *getName() const override { return "navigate"; }
 };
 } // namespace OSG

@@ -35,5 +35,7 @@ class OSG_TOLVANITEKIT_API PointerTool
     virtual bool isBusy() const = 0;
     /// Whether the navigator hears of the left button too. False in this class.
     virtual bool sharesDrag() const;
+    /// A word of letters, by which recordings of input name the tool. "tool" in this class.
+    virtual char const *getName() const;
 };
 } // namespace OSG

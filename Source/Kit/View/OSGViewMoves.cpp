@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "OSGFinite.h"
 #include "OSGViewFrame.h"
@@ -59,6 +60,22 @@ WindowView scaled_view(WindowView const &view, ViewFrame const &frame, ViewAncho
     if(factor < 1 && !(pixel >= SmallestPixel * last_unit(eye)))
         return view;
     return anchored_view(scaled, offset, view.up, anchor).value_or(view);
+}
+
+Vec3d in_axes(ViewAxes const &axes, Vec3d const &v)
+{
+    return axes.right * v[0] + axes.up * v[1] + axes.back * v[2];
+}
+
+/// The height of a view without perspective after a shift backwards. The way to `at` is the measure
+/// of a shift, as it is in perspective.
+Real32 forwards_height(WindowView const &view, ViewFrame const &frame, Real64 backwards)
+{
+    WindowView scaled = view;
+    Real64 const height = *view.orthographicHeight * std::exp(backwards / frame.offset.length());
+    scaled.orthographicHeight = static_cast<Real32>(height);
+    bool const isTooSmall = !(pixel_at(scaled, 0) >= SmallestPixel * last_unit(frame.eye));
+    return backwards < 0 && isTooSmall ? *view.orthographicHeight : *scaled.orthographicHeight;
 }
 
 std::optional<Vec3d> unit_of(Vec3f const &vector)
@@ -158,5 +175,34 @@ WindowView orbit_upright(WindowView const &view, Pnt3f const &point, Vec3f const
     return anchored_view(view, carry(frame->offset), narrow(carry(frame->axes.up)),
                          anchor_of(view, *frame, point))
         .value_or(view);
+}
+
+WindowView move_by(WindowView const &view, Vec3f const &shift, Vec3f const &turn,
+                   std::optional<Pnt3f> const &pivot)
+{
+    std::optional<ViewFrame> const frame = frame_of(view);
+    bool const isStill = shift == Vec3f(0, 0, 0) && turn == Vec3f(0, 0, 0);
+    if(!frame || isStill || !is_finite(shift) || !is_finite(turn) || (pivot && !is_finite(*pivot)))
+        return view;
+    Real64 const angle = wide(turn).length();
+    std::optional<Vec3d> const axis = unit_of(turn);
+    auto const carry = [&](Vec3d const &v)
+    { return axis ? turned(v, in_axes(frame->axes, *axis), angle) : v; };
+    Vec3d const offset = carry(frame->offset);
+    Vec3d const up = carry(wide(view.up));
+    std::optional<ViewAxes> const axes = axes_of(offset, up);
+    if(!axes)
+        return view;
+    Vec3d way = wide(shift);
+    WindowView moved = view;
+    if(view.orthographicHeight)
+        moved.orthographicHeight = forwards_height(view, *frame, std::exchange(way[2], 0));
+    // A pivot beside the eye or behind it has no pixel.
+    bool const hasPixel = pivot && is_before_eye(view, frame->placeOf(wide(*pivot)).depth);
+    Pnt3d const eye = pivot ? wide(*pivot) + carry(frame->eye - wide(*pivot)) : frame->eye;
+    ViewAnchor anchor = hasPixel ? anchor_of(view, *frame, *pivot)
+                                 : middle_anchor(view, eye - offset, offset.length());
+    anchor.point = anchor.point + in_axes(*axes, way);
+    return anchored_view(moved, offset, narrow(up), anchor).value_or(view);
 }
 } // namespace OSG

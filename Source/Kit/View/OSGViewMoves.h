@@ -62,4 +62,20 @@ OSG_TOLVANITEKIT_API WindowView orbit_about(WindowView const &view, Pnt3f const 
 /// parallel to `worldUp`. The point stays where it is in the window.
 OSG_TOLVANITEKIT_API WindowView orbit_upright(WindowView const &view, Pnt3f const &point,
                                               Vec3f const &worldUp, Real32 around, Real32 over);
+
+/// Moves the camera as a 3D mouse does: turns it about the axis `turn`, right-handed, by as many
+/// radians as `turn` is long, then shifts it by `shift` in units of the scene. Both are in the
+/// camera's axes, the shift in those after the turn: x to the right, y upwards, z backwards,
+/// towards the user. A host multiplies what the device tells by its speeds and by the seconds of
+/// the frame.
+///
+/// Without `pivot` the camera turns about its eye. With it the camera goes around the pivot, which
+/// stays where it is in the window but for the shift.
+///
+/// Without perspective nothing comes nearer: a shift forwards zooms in instead, by e where it is as
+/// long as the way to `at`. The pivot, or else the middle of the window, keeps its place. It does
+/// not zoom in where a pixel would be smaller than zoom_at() allows.
+OSG_TOLVANITEKIT_API WindowView move_by(WindowView const &view, Vec3f const &shift,
+                                        Vec3f const &turn,
+                                        std::optional<Pnt3f> const &pivot = std::nullopt);
 } // namespace OSG

@@ -115,6 +115,50 @@ TEST(InputRecording, ReadsKeysFocusAndFramesOfTheSecondVersion)
     EXPECT_EQ(recording.events[5].event, (NavigatorEvent{NavigatorEvent::Hover, 0, 0, 3, 4}));
 }
 
+std::string third_version(std::string const &lines)
+{
+    std::string text = Head;
+    text.replace(text.find(" 1\n"), 3, " 3\n");
+    return text + lines;
+}
+
+TEST(InputRecording, ReadsToolsOfTheThirdVersion)
+{
+    InputRecording const recording = good(third_version("content-scale 1.5\n"
+                                                        "0 tool band\n"
+                                                        "0 held 5\n"
+                                                        "0.5 press 0 1 2\n"
+                                                        "1 cancel\n"
+                                                        "1 tool navigate\n"
+                                                        "1 tool glance shared\n"
+                                                        "1 tool none\n"));
+    EXPECT_EQ(recording.contentScale, 1.5f);
+    EXPECT_FALSE(recording.ticksPerSecond);
+    using What = InputRecording::What;
+    What const whats[] = {What::Tool, What::Held, What::Event, What::Cancel,
+                          What::Tool, What::Tool, What::Tool};
+    ASSERT_EQ(recording.events.size(), std::size(whats));
+    for(std::size_t i = 0; i < std::size(whats); ++i)
+        EXPECT_EQ(recording.events[i].what, whats[i]) << i;
+    EXPECT_EQ(recording.events[0].tool, "band");
+    EXPECT_FALSE(recording.events[0].isOn);
+    EXPECT_EQ(recording.events[1].code, 5);
+    EXPECT_EQ(recording.events[4].tool, "navigate");
+    for(std::size_t const shared : {4u, 5u, 6u})
+        EXPECT_TRUE(recording.events[shared].isOn) << shared;
+    std::string const text = text_of(recording);
+    EXPECT_EQ(text_of(good(text)), text);
+}
+
+TEST(InputRecording, TheThirdVersionHoldsTheDesktopToo)
+{
+    InputRecording const recording =
+        good(third_version("clock 1000\n0 tool pick\n0 down 87\n0 frame 16\n"));
+    EXPECT_EQ(recording.ticksPerSecond, 1000);
+    EXPECT_EQ(recording.events.size(), 3u);
+    EXPECT_EQ(text_of(recording).rfind("tolvanite-events 3\n", 0), 0u);
+}
+
 TEST(InputRecording, IsWrittenInTheFirstVersionThatHoldsIt)
 {
     InputRecording recording = good(Head);
@@ -180,7 +224,8 @@ std::string without(std::string const &word)
 BadText const BadTexts[] = {
     {"Empty", "", "line 0: this is no recording of events"},
     {"OtherFile", "v 0 0 0\n", "line 1: this is no recording of events"},
-    {"OtherVersion", "tolvanite-events 3\n", "line 1: this version of the format is not known"},
+    {"OtherVersion", "tolvanite-events 4\n", "line 1: this version of the format is not known"},
+    {"VersionZero", "tolvanite-events 0\n", "line 1: this version of the format is not known"},
     {"NoVersion", "tolvanite-events\n", "line 1: something is missing at the end"},
     {"NoCamera", without("camera"), "line 8: camera is missing"},
     {"NoPose", without("up") + "0 blur\n", "line 9: up is missing"},
@@ -223,6 +268,20 @@ BadText const BadTexts[] = {
      "line 11: something is missing at the end"},
     {"HalfAFocus", second_version("clock 1\n") + "0 focus maybe\n",
      "line 11: maybe is neither on nor off"},
+    {"ToolInTheSecondVersion", second_version("clock 1\n") + "0 tool band\n",
+     "line 11: tool is no event"},
+    {"ScaleInTheSecondVersion", second_version("content-scale 2\n"),
+     "line 10: content-scale is not known"},
+    {"FrameWithoutClock", third_version("0 frame 16\n"), "line 10: frame is no event"},
+    {"NoTool", third_version("0 tool\n"), "line 10: something is missing at the end"},
+    {"ToolOfDigits", third_version("0 tool b4nd\n"), "line 10: b4nd is no name of a tool"},
+    {"ToolThatIsElse", third_version("0 tool band mine\n"),
+     "line 10: only shared may follow the name of a tool"},
+    {"ToolOfThreeWords", third_version("0 tool band shared too\n"), "line 10: too is too much"},
+    {"UnknownModifiers", third_version("0 held 8\n"), "line 10: these are no modifiers"},
+    {"ModifiersBelowZero", third_version("0 held -1\n"), "line 10: these are no modifiers"},
+    {"CancelOfWhat", third_version("0 cancel 3\n"), "line 10: 3 is too much"},
+    {"NoScale", third_version("content-scale 0\n"), "line 10: a content scale is above 0"},
     {"TimeAlone", with("1"), "line 10: something is missing at the end"},
     {"Binary", with(std::string("1 \x01\x02\xff 3 4", 10)), "line 10: \\x01\\x02\xff is no event"},
     {"VeryLong", with("1 " + std::string(100000, 'x')), "line 10: more than 4096 characters"},
@@ -264,6 +323,9 @@ TEST(InputRecording, ReadsBackToTheSameBits)
         bool const hasDesktop = random.below(2) == 0;
         if(hasDesktop)
             recording.ticksPerSecond = random.below(1000);
+        bool const hasTools = random.below(2) == 0;
+        if(hasTools)
+            recording.contentScale = random.real(0.5f, 3);
         Real64 seconds = 0;
         for(int i = 0; i < 20; ++i)
         {
@@ -278,6 +340,13 @@ TEST(InputRecording, ReadsBackToTheSameBits)
             if(hasDesktop)
                 timed.what = InputRecording::What(random.below(4));
             timed.code = static_cast<Int16>(random.below(65536));
+            if(hasTools && random.below(2) == 0)
+            {
+                static constexpr char const *Tools[] = {"band", "none", "navigate", "Own"};
+                timed.what = InputRecording::What(4 + random.below(3));
+                timed.tool = Tools[random.below(4)];
+                timed.code = static_cast<Int16>(random.below(8));
+            }
             timed.isOn = random.below(2) == 0;
             timed.ticks =
                 Int64(random.below(1u << 31)) * Int64(random.below(1u << 30)) - 1000000000;
@@ -287,6 +356,7 @@ TEST(InputRecording, ReadsBackToTheSameBits)
         InputRecording const again = good(text);
         EXPECT_EQ(text_of(again), text);
         EXPECT_EQ(again.opening, recording.opening);
+        EXPECT_EQ(again.contentScale, recording.contentScale);
         EXPECT_EQ(again.from, recording.from);
         EXPECT_EQ(again.at, recording.at);
         EXPECT_EQ(again.events.back().seconds, seconds);
