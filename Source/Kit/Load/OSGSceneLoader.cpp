@@ -110,6 +110,7 @@ class SceneLoader::Job
         if(aspect == Thread::getCurrentAspect())
         {
             fail("the host works on the aspect of the loader");
+            _hasEnded = true;
             return;
         }
         try
@@ -119,6 +120,7 @@ class SceneLoader::Job
         catch(std::system_error const &)
         {
             fail("there is no thread for it");
+            _hasEnded = true;
         }
     }
     ~Job()
@@ -152,6 +154,7 @@ class SceneLoader::Job
         return _isComplete;
     }
     Real64 handOverSeconds() const { return _handOverSeconds; }
+    bool hasEnded() const { return _hasEnded; }
 
     void cancel()
     {
@@ -192,6 +195,7 @@ class SceneLoader::Job
     UInt32 const _aspect;
     std::atomic<UInt32> _percent{0};
     std::atomic<bool> _isCancelled{false};
+    std::atomic<bool> _hasEnded{false};
     // Below, what the lock guards.
     State _state = State::Running;
     char const *_error = "";
@@ -217,6 +221,7 @@ void SceneLoader::Job::run() noexcept
     {
         fail("out of memory"); // for what a thread has of its own
     }
+    _hasEnded = true;
 }
 
 void SceneLoader::Job::useTurn() noexcept
@@ -325,6 +330,7 @@ TransitPtr<Node> SceneLoader::take() { return _job->take(); }
 Real64 SceneLoader::getHandOverSeconds() const { return _job->handOverSeconds(); }
 bool SceneLoader::isComplete() const { return _job->isComplete(); }
 void SceneLoader::cancel() { _job->cancel(); }
+bool SceneLoader::hasEnded() const { return _job->hasEnded(); }
 void SceneLoader::wait() const { _job->wait(); }
 std::string SceneLoader::getError() const { return _job->error(); }
 } // namespace OSG

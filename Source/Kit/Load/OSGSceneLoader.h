@@ -68,6 +68,8 @@ class OSG_TOLVANITEKIT_API SceneLoader
     /// null; all that was read is freed by the thread. A scene that was taken stays, and so does
     /// Failed.
     void cancel();
+    /// Whether the thread is through, so that the destructor does not wait.
+    bool hasEnded() const;
     /// Waits until the state is not Running. That is for ever where another loader is Ready, and
     /// its scene is not taken by another thread: take that one first.
     void wait() const;

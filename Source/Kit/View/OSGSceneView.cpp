@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "OSGBeaconPose.h"
+#include "OSGGroup.h"
 #include "OSGMakeNode.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGOverlayDepths.h"
@@ -27,6 +29,7 @@ WindowView const FirstView{{0, 0, 1}, {0, 0, 0}, {0, 1, 0}, DefaultFieldOfView, 
 
 SceneView::SceneView()
     : _beacon(new_beacon())
+    , _nothing(make_node(UnrecordedRefPtr<Group>(Group::create())))
     , _perspective(PerspectiveCamera::create())
     , _orthographic(OrthographicCamera::create())
     , _background(SolidBackground::create())
@@ -40,9 +43,8 @@ SceneView::SceneView()
     _background->setColor(Color3f(1, 1, 1));
     _viewport->setBackground(_background);
     _viewport->setCamera(_perspective);
+    _viewport->setRoot(_nothing);
     _action->setHeadlight(true);
-    _empty.setRoot(UnrecordedRefPtr<Node>(Node::create()));
-    _empty.setBackground(_background);
     _sharpEdges.drawBy(*_edges.getRenderAction());
     setMultisampled(true);
     _navigator.setViewport(_viewport);
@@ -52,7 +54,16 @@ SceneView::SceneView()
 
 SceneView::~SceneView() = default;
 
-void SceneView::setScene(Node *scene) { _viewport->setRoot(scene); }
+void SceneView::setScene(Node *scene)
+{
+    _viewport->setRoot(scene != nullptr ? scene : _nothing.get());
+}
+
+Node *SceneView::getScene() const
+{
+    Node *const root = _viewport->getRoot();
+    return root != _nothing ? root : nullptr;
+}
 
 void SceneView::setSize(UInt32 width, UInt32 height)
 {
@@ -78,7 +89,7 @@ WindowView SceneView::getView() const
     view.at = engine->getAt();
     view.up = engine->getUp();
     if(view.orthographicHeight)
-        view.orthographicHeight = static_cast<Real32>(_heightByDistance * distance());
+        view.orthographicHeight = static_cast<Real32>(_heightByDistance * distance() * zoom());
     return view;
 }
 
@@ -95,6 +106,7 @@ bool SceneView::setView(WindowView const &view)
         engine->set(view.from, view.at, view.up);
     if(view.orthographicHeight)
         _heightByDistance = Real64(*view.orthographicHeight) / distance();
+    _shownHeight = 0;
     _viewport->setCamera(view.orthographicHeight ? static_cast<Camera *>(_orthographic)
                                                  : _perspective);
     update();
@@ -111,6 +123,12 @@ void SceneView::setEngine(NavigatorEngine *engine)
 }
 
 void SceneView::setBackground(Color3f const &color) { _background->setColor(color); }
+
+void SceneView::setSections(SectionPlanes const &sections)
+{
+    _sections = sections;
+    _action->editDrawEnv().setSections(_sections.getPlanes());
+}
 
 // --- how the scene is drawn, and what besides ---
 
@@ -195,10 +213,7 @@ void SceneView::draw()
 {
     update();
     Camera *const camera = _viewport->getCamera();
-    if(getScene() != nullptr)
-        _viewport->render(_action);
-    else
-        _empty.draw(camera);
+    _viewport->render(_action);
     _isComplete = true;
     if(_showsEdges)
         drawEdges();
@@ -217,6 +232,12 @@ Real64 SceneView::distance() const
                              : (_view.at - _view.from).length();
 }
 
+Real64 SceneView::zoom() const
+{
+    bool const isShown = _view.orthographicHeight && _shownHeight > 0;
+    return isShown ? Real64(_orthographic->getVerticalSize()) / _shownHeight : 1;
+}
+
 ViewDepths SceneView::depths() const
 {
     Matrix const camera = _beacon->getToWorld();
@@ -231,7 +252,17 @@ ViewDepths SceneView::depths() const
 
 void SceneView::update()
 {
-    show_view(*_viewport, getView());
+    WindowView const view = getView();
+    _heightByDistance *= zoom();
+    // The pose is the engine's to the bit, as the navigator sets it: both would write it in turn.
+    if(NavigatorEngine *const engine = _navigator.getEngine())
+    {
+        pose_beacon(_viewport->getCamera(), engine->getMatrix());
+        show_projection(*_viewport, view);
+    }
+    else
+        show_view(*_viewport, view);
+    _shownHeight = _orthographic->getVerticalSize();
     ViewDepths const shown = depths();
     if(!shown.isVisible())
         return;

@@ -4,6 +4,7 @@
 #include "OSGNavigator.h"
 #include "OSGRenderAction.h"
 #include "OSGSceneBounds.h"
+#include "OSGSectionPlanes.h"
 #include "OSGSharpEdges.h"
 #include "OSGTolvaniteKitApi.h"
 #include "OSGViewDepths.h"
@@ -46,7 +47,7 @@ class OSG_TOLVANITEKIT_API SceneView
 
     /// Keeps a reference. The view stays; null shows the background alone.
     void setScene(Node *scene);
-    Node *getScene() const { return _viewport->getRoot(); }
+    Node *getScene() const;
     /// Where the scene lies. Its volumes are up to date afterwards.
     SceneBounds getBounds() const { return bounds_of(getScene()); }
 
@@ -68,6 +69,9 @@ class OSG_TOLVANITEKIT_API SceneView
     RenderAction *getRenderAction() const { return _action; }
     EnhPassiveViewport *getViewport() const { return _viewport; }
     void setBackground(Color3f const &color);
+    /// Cuts the scene open, for drawing; a ScenePicker cuts its regions alike.
+    void setSections(SectionPlanes const &sections);
+    SectionPlanes const &getSections() const { return _sections; }
 
     // --- how the scene is drawn; a host that draws on demand asks for a frame ---
     void setStyle(DrawStyle style);
@@ -107,17 +111,18 @@ class OSG_TOLVANITEKIT_API SceneView
 
   private:
     Real64 distance() const; // from the eye to what is looked at
+    Real64 zoom() const; // by which an engine has scaled the camera's picture since it was shown
     ViewDepths depths() const;
     void pushFacesBack();
     void drawEdges();
 
     UnrecordedRefPtr<Node> _beacon;
+    UnrecordedRefPtr<Node> _nothing; // stands for no scene: a viewport without a root is a mistake
     UnrecordedRefPtr<PerspectiveCamera> _perspective;
     UnrecordedRefPtr<OrthographicCamera> _orthographic;
     UnrecordedRefPtr<SolidBackground> _background;
     UnrecordedRefPtr<EnhPassiveViewport> _viewport;
     UnrecordedRefPtr<RenderAction> _action;
-    ViewLayer _empty; // the background, where there is no scene
     ViewLayer _edges;
     ViewLayer _overlay;
     ViewLayer _onTop;
@@ -125,7 +130,9 @@ class OSG_TOLVANITEKIT_API SceneView
     bool _showsEdges = false;
     bool _isComplete = true;
     Navigator _navigator;
+    SectionPlanes _sections;
     WindowView _view;             // as it was set last
     Real64 _heightByDistance = 1; // without perspective
+    Real32 _shownHeight = 0;      // that of the camera when it was shown, without perspective
 };
 } // namespace OSG

@@ -1,16 +1,14 @@
 #include <new>
 #include <vector>
 
-#include "OSGFrameImage.h"
 #include "OSGOffscreenContext.h"
 #include "OSGPicture.h"
 #include "OSGShownText.h"
-#include "OSGStbCodec.h"
 #include "Operations.h"
 #include "PictureOptions.h"
-#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
+#include "WritePicture.h"
 
 namespace Tool
 {
@@ -33,28 +31,6 @@ int no_picture(std::string const &reason, Streams streams)
 {
     complain(streams, "no picture: " + reason);
     return Failed;
-}
-
-constexpr OSG::UInt32 Channels = 3;
-
-// Empty where a picture of this size can be written. Reading and drawing would be for nothing.
-std::string refusal_of_size(PictureChoice const &choice)
-{
-    if(OSG::UInt64(Channels) * choice.width() * choice.height() <= OSG::MaxEncodedBytes)
-        return {};
-    return "a size of " + std::to_string(choice.width()) + 'x' + std::to_string(choice.height()) +
-           " is more than a picture file holds";
-}
-
-// Empty on success, otherwise the reason of the failure.
-std::string write_picture(std::string const &target, std::vector<OSG::UInt8> const &pixels,
-                          PictureChoice const &choice)
-{
-    OSG::UnrecordedRefPtr<OSG::Image> const image(
-        OSG::image_of(pixels, choice.width(), choice.height()));
-    std::string const reason = replace_file(target, [&image](std::string const &path)
-                                            { return image->write(path.c_str()); });
-    return reason.empty() ? reason : "cannot write " + target + ": " + reason;
 }
 
 void print_outcome(std::ostream &out, RenderOptions const &options, PictureChoice const &choice,
@@ -98,7 +74,7 @@ void print_result(RenderOptions const &options, PictureChoice const &choice, Out
 // The context comes first: a machine that cannot draw need not read.
 int make_picture(RenderOptions const &options, PictureChoice const &choice, Streams streams)
 {
-    std::string const refusal = refusal_of_size(choice);
+    std::string const refusal = refusal_of_size(choice.width(), choice.height());
     if(!refusal.empty())
         return no_picture(refusal, streams);
     OSG::OffscreenContext context(choice.width(), choice.height());
@@ -115,7 +91,8 @@ int make_picture(RenderOptions const &options, PictureChoice const &choice, Stre
         context, scene.root, choice.inScene(OSG::bounds_of(scene.root)), choice.background());
     if(!picture.missing.empty())
         return no_picture(picture.missing, streams);
-    std::string const reason = write_picture(options.picture.target, picture.pixels, choice);
+    std::string const reason =
+        write_picture(options.picture.target, picture.pixels, choice.width(), choice.height());
     if(!reason.empty())
         return no_picture(reason, streams);
     print_result(options, choice, {picture.triangles, watch.seconds(), context.getRenderer()},

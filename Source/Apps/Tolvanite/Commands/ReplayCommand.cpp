@@ -2,19 +2,15 @@
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
-#include <map>
-#include <set>
+#include <new>
 #include <vector>
 
 #include "Arguments.h"
 #include "NumberText.h"
-#include "OSGCadTrackballEngine.h"
-#include "OSGCopterFlyEngine.h"
 #include "OSGInputPlayer.h"
+#include "OSGNamedEngine.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPathPlot.h"
-#include "OSGWASDFlyEngine.h"
-#include "OSGWASDWalkEngine.h"
 #include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "ValueJson.h"
@@ -33,14 +29,6 @@ struct ReplayOptions : SceneOptions
     std::string size;
     std::string plot;
 };
-
-EnginePtr make_cad() { return EnginePtr(OSG::CadTrackballEngine::create(0.8f)); }
-EnginePtr make_fly() { return EnginePtr(OSG::WASDFlyEngine::create()); }
-EnginePtr make_copter() { return EnginePtr(OSG::CopterFlyEngine::create()); }
-EnginePtr make_walk() { return EnginePtr(OSG::WASDWalkEngine::create()); }
-
-std::map<std::string, EnginePtr (*)()> const Engines = {
-    {"cad", make_cad}, {"copter", make_copter}, {"fly", make_fly}, {"walk", make_walk}};
 
 /// The pose of the camera after an event.
 struct Pose : CameraPose
@@ -75,8 +63,10 @@ std::vector<Pose> play(OSG::InputRecording const &recording, std::string const &
     auto const desktop =
         std::make_shared<OSG::ScriptedDesktop>(recording.ticksPerSecond.value_or(Milliseconds));
     OSG::Desktop::setCurrent(desktop); // an engine takes it when it is made
-    OSG::InputPlayer player(recording, Engines.at(engine)(), scene,
-                            static_cast<OSG::UInt16>(size.first),
+    EnginePtr const mover(OSG::make_engine(engine));
+    if(mover == nullptr)
+        throw std::bad_alloc();
+    OSG::InputPlayer player(recording, mover, scene, static_cast<OSG::UInt16>(size.first),
                             static_cast<OSG::UInt16>(size.second), desktop);
     auto const *camera = dynamic_cast<OSG::OrthographicCamera const *>(&player.getCamera());
     std::vector<Pose> poses;
@@ -188,14 +178,11 @@ void add_replay_command(CLI::App &program, ChosenCommand &chosen)
     command.add_option("EVENTS", options->events, "Recording of input events")
         ->required()
         ->check(CLI::ExistingFile);
-    std::set<std::string> names;
-    for(auto const &entry : Engines)
-        names.insert(entry.first);
     command
         .add_option("--engine", options->engine,
                     "Engine that moves the camera: cad, fly, copter or walk")
         ->required()
-        ->check(CLI::IsMember(names));
+        ->check(CLI::IsMember(OSG::engine_names()));
     command.add_option("--size", options->size, "Size of the view in pixels, WxH")->required();
     command.add_option("--plot", options->plot, "Draw the camera's path as an SVG picture");
 }

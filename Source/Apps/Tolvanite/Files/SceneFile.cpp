@@ -3,7 +3,7 @@
 #include <exception>
 #include <new>
 
-#include "OSGImageFileHandler.h"
+#include "OSGPicturePaths.h"
 #include "OSGSceneFileHandler.h"
 #include "ProgressBar.h"
 #include "Stopwatch.h"
@@ -36,10 +36,8 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
     ReadProgress const progress(streams.err, ProgressBar::whereWanted(options.quiet));
     try
     {
-        OSG::SceneFileHandlerBase &handler = *OSG::SceneFileHandlerBase::the();
-        // During a read the path handler knows the folder of the scene, where its pictures are.
-        OSG::ImageFileHandlerBase::the()->setPathHandler(handler.getPathHandler());
-        return ScenePtr(handler.read(options.file.c_str()));
+        OSG::find_pictures_beside_scenes();
+        return ScenePtr(OSG::SceneFileHandlerBase::the()->read(options.file.c_str()));
     }
     catch(std::bad_alloc const &)
     {

@@ -1,0 +1,161 @@
+#include "Session.h"
+
+#include <cmath>
+
+#include "LogLines.h"
+#include "OSGChangeList.h"
+#include "OSGFileSuffix.h"
+#include "OSGReachableNodes.h"
+#include "OSGSelectionBounds.h"
+#include "OSGThread.h"
+#include "OSGViewFit.h"
+#include "Stopwatch.h"
+#include "WriteScene.h"
+
+namespace Viewer
+{
+Session::Session(Tool::Streams streams)
+    : _streams(streams)
+{
+    picking.getSelection().addObserver(&demand);
+    picking.setAnswered(
+        [this](Question const &question, std::optional<OSG::PickRegion> const &region)
+        {
+            report.answer(question, region, picking.getPicker(), document.getFile(),
+                          document.wasComplete());
+        });
+}
+
+Session::~Session()
+{
+    picking.getSelection().removeObserver(&demand);
+    events.setTool(nullptr);
+}
+
+void Session::setSize(OSG::UInt32 width, OSG::UInt32 height)
+{
+    view.setSize(width, height);
+    engines.setSize(static_cast<OSG::UInt16>(width), static_cast<OSG::UInt16>(height));
+}
+
+void Session::applySettings()
+{
+    view.setBackground(settings.isDark ? OSG::Color3f(0.16f, 0.17f, 0.19f)
+                                       : OSG::Color3f(0.93f, 0.94f, 0.96f));
+    document.setReloads(settings.reloads);
+    driver.setSceneUp(settings.sceneUp);
+    view.getNavigator().setClickCenter(settings.clickCenters);
+    if(settings.engine != engines.getName() && !engines.choose(settings.engine))
+    {
+        message = "no walk: " + engines.walkMissing();
+        settings.engine = engines.getName().empty() ? "cad" : engines.getName();
+        engines.choose(settings.engine);
+    }
+    demand.request();
+}
+
+void Session::save(std::string const &target)
+{
+    Tool::Stopwatch const watch;
+    std::string reason;
+    if(document.usesFiles())
+        reason = "a file is being read";
+    else if(document.getScene() == nullptr)
+        reason = "there is no scene";
+    else if(!Tool::is_written(OSG::file_suffix(target)))
+        reason = "no format writes '" + OSG::file_suffix(target) + "'";
+    else
+        reason = Tool::write_scene(document.getScene(), target, _streams);
+    if(!reason.empty())
+    {
+        complain("cannot write " + target + ": " + reason);
+        return;
+    }
+    report.saved({document.getFile(), target, OSG::count_reachable_nodes(document.getScene()),
+                  watch.seconds(), document.wasComplete()});
+    document.setSaved(target);
+    settings.noteFile(target);
+    message = "saved " + target;
+}
+
+void Session::open(std::string const &file)
+{
+    document.open(file);
+    message.clear();
+}
+
+// Also for who started the viewer at a terminal. While a file is read its thread writes to the log.
+void Session::complain(std::string const &line)
+{
+    message = line;
+    Tool::Streams streams = _streams;
+    if(document.usesFiles())
+        streams.log = nullptr;
+    Tool::complain(streams, line);
+}
+
+void Session::fitSelection()
+{
+    OSG::BoxVolume const box = OSG::bounds_of(picking.getSelection(), view.getScene());
+    if(box.isEmpty())
+        driver.fit();
+    else
+        driver.fit(box);
+}
+
+void Session::wheel(double steps, double x, double y)
+{
+    constexpr double StepMagnification = 1.2;
+    if(!settings.zoomsToPointer || engines.getName() != "cad")
+    {
+        events.wheel(steps, x, y);
+        return;
+    }
+    events.pointerMove(x, y);
+    OSG::Pnt2f const pixel = events.getPointer();
+    auto const found = picking.getPicker().foremost(pixel);
+    driver.zoomAt(pixel, found ? std::optional(found->point) : std::nullopt,
+                  static_cast<OSG::Real32>(std::pow(StepMagnification, steps)));
+}
+
+void Session::showScene()
+{
+    picking.forget();
+    driver.forget();
+    view.setScene(document.getScene());
+    engines.fitStep();
+    if(_shownFile == document.getFile())
+        return; // the file was read again, or an operation undone: the user goes on looking
+    _shownFile = document.getFile();
+    settings.noteFile(_shownFile);
+    driver.jumpTo(
+        OSG::fit(OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp),
+                 view.getBounds()));
+}
+
+bool Session::frame(double seconds)
+{
+    if(document.update(seconds))
+        showScene();
+    std::string const told = document.takeMessage();
+    if(!told.empty())
+        complain(told);
+    events.frame();
+    driver.update(seconds, !events.isDragging());
+    view.update();
+    OSG::Thread::getCurrentChangeList()->commitChanges();
+    picking.getSelection().prune(view.getScene());
+    if(picking.updateHover())
+        demand.request();
+    OSG::WindowView const now = view.getView();
+    _hasMoved = _lastView && !(now == *_lastView);
+    _lastView = now;
+    return demand.take(*view.getViewport());
+}
+
+bool Session::isMoving() const
+{
+    return _hasMoved || driver.isOnWay() || document.isReading() ||
+           (events.isDragging() && engines.getName() != "cad");
+}
+} // namespace Viewer

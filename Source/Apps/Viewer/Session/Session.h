@@ -1,0 +1,69 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "Engines.h"
+#include "OSGEventAdapter.h"
+#include "OSGFrameDemand.h"
+#include "OSGSceneDocument.h"
+#include "OSGViewDriver.h"
+#include "Picking.h"
+#include "Report.h"
+#include "Settings.h"
+#include "Tool.h"
+#include "ToolBox.h"
+
+namespace Viewer
+{
+/// What the viewer shows and does, put together, without a window and without panels. The parts are
+/// public: panels show them and change them.
+class Session
+{
+  public:
+    explicit Session(Tool::Streams streams);
+    ~Session();
+    Session(Session const &) = delete;
+    Session &operator=(Session const &) = delete;
+
+    OSG::SceneView view;
+    OSG::EventAdapter events{view.getNavigator()};
+    OSG::FrameDemand demand;
+    OSG::ViewDriver driver{view};
+    Picking picking{view};
+    ToolBox tools{events, picking};
+    Engines engines{view, events};
+    OSG::SceneDocument document;
+    Report report;
+    Settings settings;
+    std::string message; ///< for the line at the bottom
+
+    /// In device pixels.
+    void setSize(OSG::UInt32 width, OSG::UInt32 height);
+    void applySettings();
+
+    // --- commands of more than one part ---
+    /// Begins to read a file; what is shown stays until the scene is there.
+    void open(std::string const &file);
+    /// Writes the scene in the format of the suffix.
+    void save(std::string const &target);
+    void fitSelection();
+    /// A wheel's step over the scene.
+    void wheel(double steps, double x, double y);
+
+    /// A turn of the host's loop, at `seconds` of a clock: takes scenes over, moves the camera,
+    /// hovers, commits. Whether the scene has to be drawn.
+    bool frame(double seconds);
+    /// Whether a frame has to follow soon, though no event comes.
+    bool isMoving() const;
+
+  private:
+    void showScene();
+    void complain(std::string const &line);
+
+    Tool::Streams _streams;
+    std::string _shownFile; // whose scene is shown
+    std::optional<OSG::WindowView> _lastView;
+    bool _hasMoved = false;
+};
+} // namespace Viewer

@@ -1,0 +1,127 @@
+#include "ViewerCommands.h"
+
+#include "OSGPointerTool.h"
+
+namespace Viewer
+{
+namespace
+{
+constexpr OSG::UInt16 Control = OSG::PointerTool::Control;
+constexpr OSG::UInt16 Shift = OSG::PointerTool::Shift;
+constexpr OSG::Int16 Home = 36;
+constexpr OSG::Int16 Left = 37;
+constexpr OSG::Int16 Right = 39;
+constexpr OSG::Int16 F1 = 112;
+constexpr OSG::Int16 F5 = 116;
+
+void add_file_commands(Commands &commands, Session &session, std::function<void()> const &quit)
+{
+    commands.push_back({.menu = "File",
+                        .name = "Read again",
+                        .key = {F5, 0},
+                        .run = [&session] { session.open(session.document.getFile()); },
+                        .canRun = [&session] { return !session.document.getFile().empty(); }});
+    commands.push_back(
+        {.menu = "File", .name = "Quit", .key = {'Q', Control}, .run = quit, .beginsGroup = true});
+}
+
+void add_view_commands(Commands &commands, Session &session)
+{
+    OSG::ViewDriver &driver = session.driver;
+    commands.push_back({.menu = "View", .name = "Whole scene", .key = {Home, 0}, .run = [&driver] {
+                            driver.fit();
+                        }});
+    commands.push_back({.menu = "View", .name = "Selection", .key = {'F', 0}, .run = [&session] {
+                            session.fitSelection();
+                        }});
+    std::pair<char const *, OSG::StandardView> const standard[] = {
+        {"Front", OSG::StandardView::Front},
+        {"Back", OSG::StandardView::Back},
+        {"Left", OSG::StandardView::Left},
+        {"Right", OSG::StandardView::Right},
+        {"Top", OSG::StandardView::Top},
+        {"Bottom", OSG::StandardView::Bottom},
+        {"Isometric", OSG::StandardView::Isometric}};
+    OSG::Int16 digit = '1';
+    for(auto const &[name, view] : standard)
+    {
+        commands.push_back({.menu = "View",
+                            .name = name,
+                            .key = {digit, 0},
+                            .run = [&driver, view = view] { driver.look(view); },
+                            .beginsGroup = digit == '1'});
+        ++digit;
+    }
+    commands.push_back({.menu = "View",
+                        .name = "Perspective",
+                        .key = {'P', 0},
+                        .run = [&driver] { driver.setOrthographic(!driver.isOrthographic()); },
+                        .isOn = [&driver] { return !driver.isOrthographic(); },
+                        .beginsGroup = true});
+    commands.push_back({.menu = "View",
+                        .name = "View before",
+                        .key = {Left, OSG::PointerTool::Alt},
+                        .run = [&driver] { driver.undo(); },
+                        .canRun = [&driver] { return driver.canUndo(); },
+                        .beginsGroup = true});
+    commands.push_back({.menu = "View",
+                        .name = "View after",
+                        .key = {Right, OSG::PointerTool::Alt},
+                        .run = [&driver] { driver.redo(); },
+                        .canRun = [&driver] { return driver.canRedo(); }});
+}
+
+void add_tool_commands(Commands &commands, Session &session)
+{
+    using Kind = ToolBox::Tool;
+    std::pair<Kind, OSG::Int16> const tools[] = {{Kind::Navigate, 'N'}, {Kind::Pick, 'K'},
+                                                 {Kind::Band, 'B'},     {Kind::Lasso, 'L'},
+                                                 {Kind::Distance, 'M'}, {Kind::Angle, 'G'}};
+    for(auto const &[tool, letter] : tools)
+        commands.push_back(
+            {.menu = "Tool",
+             .name = name_of(tool),
+             .key = {letter, Shift},
+             .run = [&session, tool = tool] { session.tools.take(tool); },
+             .isOn = [&session, tool = tool] { return session.tools.getTool() == tool; }});
+}
+
+void add_engine_commands(Commands &commands, Session &session)
+{
+    constexpr OSG::Int16 F6 = 117;
+    std::pair<char const *, char const *> const engines[] = {
+        {"Trackball", "cad"}, {"Fly", "fly"}, {"Copter", "copter"}, {"Walk", "walk"}};
+    OSG::Int16 key = F6;
+    for(auto const &[title, name] : engines)
+    {
+        commands.push_back({.menu = "Move",
+                            .name = title,
+                            .key = {key, 0},
+                            .run =
+                                [&session, name = std::string(name)]
+                            {
+                                session.settings.engine = name;
+                                session.applySettings();
+                            },
+                            .isOn = [&session, name = std::string(name)]
+                            { return session.engines.getName() == name; }});
+        ++key;
+    }
+}
+} // namespace
+
+Commands make_commands(Session &session, OpenPanels &open, std::function<void()> const &quit)
+{
+    Commands commands;
+    add_file_commands(commands, session, quit);
+    add_view_commands(commands, session);
+    add_tool_commands(commands, session);
+    add_engine_commands(commands, session);
+    commands.push_back({.menu = "Help",
+                        .name = "Keys",
+                        .key = {F1, 0},
+                        .run = [&open] { open.help = !open.help; },
+                        .isOn = [&open] { return open.help; }});
+    return commands;
+}
+} // namespace Viewer
