@@ -6,8 +6,8 @@
 
 #include "OSGDrawEpochs.h"
 #include "OSGPartCursor.h"
+#include "OSGPlainShape.h"
 #include "OSGSharpEdgeFinder.h"
-#include "OSGTypedGeoProperties.h"
 
 namespace OSG
 {
@@ -54,21 +54,14 @@ class EdgeInputs
 
 void put_lines(Geometry &lines, std::vector<SharpEdgeFinder::Edge> const &edges)
 {
-    UnrecordedRefPtr<GeoUInt8Property> const types(GeoUInt8Property::create());
-    UnrecordedRefPtr<GeoUInt32Property> const lengths(GeoUInt32Property::create());
-    UnrecordedRefPtr<GeoPnt3fProperty> const positions(GeoPnt3fProperty::create());
-    types->editValues().push_back(LinesPrimitive);
-    lengths->editValues().push_back(static_cast<UInt32>(2 * edges.size()));
-    auto &points = positions->editValues();
+    std::vector<Pnt3f> points;
     points.reserve(2 * edges.size());
     for(SharpEdgeFinder::Edge const &edge : edges)
     {
         points.push_back(edge.a);
         points.push_back(edge.b);
     }
-    lines.setTypes(types);
-    lines.setLengths(lengths);
-    lines.setPositions(positions);
+    set_primitives(lines, LinesPrimitive, {static_cast<UInt32>(points.size())}, points);
 }
 
 /// A search that goes on from step to step, while its geometry stays as it was.

@@ -2,6 +2,8 @@
 
 #include <epoxy/gl.h>
 
+#include "OSGTrueSizes.h"
+
 namespace OSG
 {
 namespace
@@ -27,6 +29,7 @@ ViewLayer::ViewLayer(Behind behind)
         behind == Behind::Depths ? Background::create() : DepthBackground::make());
     _viewport->setBackground(background);
     _action->setHeadlight(true);
+    keep_true_sizes(*_action);
 }
 
 ViewLayer::~ViewLayer() = default;

@@ -7,7 +7,8 @@
 namespace OSG
 {
 /// A tree that is drawn over what another viewport has drawn, through the same camera and over the
-/// same pixels, by an action of its own and by a light at the eye.
+/// same pixels, by an action of its own and by a light at the eye. One unit below a
+/// ConstantSizeTransform is one pixel everywhere in the window.
 class OSG_TOLVANITEKIT_API ViewLayer
 {
   public:
