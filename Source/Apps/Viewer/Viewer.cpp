@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <set>
 
+#include "EngineKeys.h"
 #include "Gui.h"
 #include "OSGFrameImage.h"
 #include "OSGGLErrors.h"
@@ -298,18 +299,21 @@ void Viewer::wheelTurned(double steps)
 
 void Viewer::keyPressed(OSG::Int16 code, OSG::UInt16 modifiers)
 {
-    constexpr OSG::UInt16 Down = OSG::NavigatorEvent::KeyDown | OSG::NavigatorEvent::VirtualKey;
     _keysDown.insert(code);
-    bool const lettersAreTaken = _gui.wantsKeyboard() || _session.engines.getName() != "cad";
-    if(!run_key(_commands, {code, modifiers}, lettersAreTaken))
-        _session.events.key(code, Down);
+    KeyOwner const owner = _gui.wantsKeyboard()                  ? KeyOwner::Text
+                           : _session.engines.getName() != "cad" ? KeyOwner::Engine
+                                                                 : KeyOwner::Nobody;
+    if(run_key(_commands, {code, modifiers}, owner))
+        return;
+    EngineKey const key = engine_key(_session.engines.getName(), code);
+    _session.events.key(key.code, key.modifiers | OSG::NavigatorEvent::KeyDown);
 }
 
 void Viewer::keyReleased(OSG::Int16 code, OSG::UInt16)
 {
-    constexpr OSG::UInt16 Up = OSG::NavigatorEvent::KeyUp | OSG::NavigatorEvent::VirtualKey;
     _keysDown.erase(code);
-    _session.events.key(code, Up);
+    EngineKey const key = engine_key(_session.engines.getName(), code);
+    _session.events.key(key.code, key.modifiers | OSG::NavigatorEvent::KeyUp);
 }
 
 void Viewer::focusLost()

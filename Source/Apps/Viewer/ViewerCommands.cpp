@@ -1,6 +1,7 @@
 #include "ViewerCommands.h"
 
 #include "OSGPointerTool.h"
+#include "PanelCommands.h"
 
 namespace Viewer
 {
@@ -11,7 +12,6 @@ constexpr OSG::UInt16 Shift = OSG::PointerTool::Shift;
 constexpr OSG::Int16 Home = 36;
 constexpr OSG::Int16 Left = 37;
 constexpr OSG::Int16 Right = 39;
-constexpr OSG::Int16 F1 = 112;
 constexpr OSG::Int16 F5 = 116;
 
 void add_file_commands(Commands &commands, Session &session, std::function<void()> const &quit)
@@ -88,10 +88,10 @@ void add_tool_commands(Commands &commands, Session &session)
 
 void add_engine_commands(Commands &commands, Session &session)
 {
-    constexpr OSG::Int16 F6 = 117;
+    constexpr OSG::Int16 F9 = 120; // a walk has F2, F3, F7 and F8 itself
     std::pair<char const *, char const *> const engines[] = {
         {"Trackball", "cad"}, {"Fly", "fly"}, {"Copter", "copter"}, {"Walk", "walk"}};
-    OSG::Int16 key = F6;
+    OSG::Int16 key = F9;
     for(auto const &[title, name] : engines)
     {
         commands.push_back({.menu = "Move",
@@ -113,15 +113,13 @@ void add_engine_commands(Commands &commands, Session &session)
 Commands make_commands(Session &session, OpenPanels &open, std::function<void()> const &quit)
 {
     Commands commands;
+    add_dialog_commands(commands, session, open);
     add_file_commands(commands, session, quit);
     add_view_commands(commands, session);
+    add_show_commands(commands, session);
     add_tool_commands(commands, session);
     add_engine_commands(commands, session);
-    commands.push_back({.menu = "Help",
-                        .name = "Keys",
-                        .key = {F1, 0},
-                        .run = [&open] { open.help = !open.help; },
-                        .isOn = [&open] { return open.help; }});
+    add_panel_commands(commands, open);
     return commands;
 }
 } // namespace Viewer

@@ -2,6 +2,9 @@
 
 #include <imgui.h>
 
+#include "HelpOverlay.h"
+#include "OSGShownText.h"
+
 namespace Viewer
 {
 namespace
@@ -10,10 +13,47 @@ constexpr ImGuiWindowFlags Fixed = ImGuiWindowFlags_NoDecoration | ImGuiWindowFl
                                    ImGuiWindowFlags_NoSavedSettings |
                                    ImGuiWindowFlags_NoFocusOnAppearing | ImGuiWindowFlags_NoNav;
 
+// A text may hold any bytes, so that it is no label of Dear ImGui.
+void draw_choices(Command const &command)
+{
+    if(!ImGui::BeginMenu(command.name, command.isReady()))
+        return;
+    auto const choices = command.choices();
+    for(std::size_t i = 0; i < choices.size(); ++i)
+    {
+        std::string const text = OSG::shown_text(choices[i]);
+        ImVec2 const place = ImGui::GetCursorPos();
+        ImGui::PushID(static_cast<int>(i));
+        if(ImGui::Selectable("##choice", false, 0, ImGui::CalcTextSize(text.c_str())))
+            command.choose(choices[i]);
+        ImGui::PopID();
+        ImGui::SetCursorPos(place);
+        ImGui::TextUnformatted(text.c_str());
+    }
+    ImGui::EndMenu();
+}
+
+// An open panel in a column, under its heading.
+template <class Panel>
+void draw_panel(char const *title, bool &isOpen, Panel &panel)
+{
+    if(!isOpen)
+        return;
+    ImGui::PushID(title);
+    if(ImGui::CollapsingHeader(title, &isOpen, ImGuiTreeNodeFlags_DefaultOpen))
+        panel.draw();
+    ImGui::PopID();
+}
+
 void draw_menu_item(Command const &command)
 {
     if(command.beginsGroup)
         ImGui::Separator();
+    if(command.choices)
+    {
+        draw_choices(command);
+        return;
+    }
     std::string const key = text_of(command.key);
     bool const isOn = command.isOn && command.isOn();
     if(ImGui::MenuItem(command.name, key.c_str(), isOn, command.isReady()))
@@ -25,6 +65,13 @@ Panels::Panels(Session &session, Commands const &commands, OpenPanels &open)
     : _session(session)
     , _commands(commands)
     , _open(open)
+    , _tree(session)
+    , _selection(session)
+    , _sections(session)
+    , _walk(session)
+    , _operations(session)
+    , _settings(session)
+    , _files(session, open.files)
 {
 }
 
@@ -33,7 +80,9 @@ void Panels::draw(float unitsPerPixel)
     drawMenus();
     draw_tool_shape(_session, unitsPerPixel);
     drawBottomLine();
+    drawColumns();
     drawProgress();
+    _files.draw();
     if(_open.help)
         draw_help(_session, _commands, _open.help);
 }
@@ -56,6 +105,25 @@ void Panels::drawMenus()
             ImGui::EndMenu();
     }
     ImGui::EndMainMenuBar();
+}
+
+void Panels::drawColumns()
+{
+    if(_open.tree)
+    {
+        _left.begin();
+        draw_panel("Scene tree", _open.tree, _tree);
+        ImGui::End();
+    }
+    if(!_open.selection && !_open.sections && !_open.walk && !_open.operations && !_open.settings)
+        return;
+    _right.begin();
+    draw_panel("Selection", _open.selection, _selection);
+    draw_panel("Sections", _open.sections, _sections);
+    draw_panel("Walk console", _open.walk, _walk);
+    draw_panel("Operations", _open.operations, _operations);
+    draw_panel("Settings", _open.settings, _settings);
+    ImGui::End();
 }
 
 void Panels::drawBottomLine()
@@ -105,18 +173,5 @@ void draw_tool_shape(Session const &session, float unitsPerPixel)
     for(OSG::Pnt2f const &corner : corners)
         list.PathLineTo(ImVec2(corner[0] * unitsPerPixel, corner[1] * unitsPerPixel));
     list.PathStroke(color, ImDrawFlags_Closed, 1.5f);
-}
-
-void draw_help(Session const &, Commands const &commands, bool &isOpen)
-{
-    ImGui::SetNextWindowPos(ImVec2(60, 60), ImGuiCond_FirstUseEver);
-    if(ImGui::Begin("Keys", &isOpen,
-                    ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings))
-    {
-        for(Command const &command : commands)
-            if(command.key.code != 0)
-                ImGui::Text("%-14s %s", text_of(command.key).c_str(), command.name);
-    }
-    ImGui::End();
 }
 } // namespace Viewer

@@ -2,17 +2,20 @@
 
 #include <string>
 
+#include "FilesDialog.h"
 #include "MenuCommand.h"
+#include "OpenPanels.h"
+#include "OperationsPanel.h"
+#include "SectionsPanel.h"
+#include "SelectionPanel.h"
 #include "Session.h"
+#include "SettingsPanel.h"
+#include "SideColumn.h"
+#include "TreePanel.h"
+#include "WalkPanel.h"
 
 namespace Viewer
 {
-/// Which panels are open.
-struct OpenPanels
-{
-    bool help = false;
-};
-
 /// What is drawn over the scene by Dear ImGui: menus, the line at the bottom, panels, and what a
 /// tool draws. To be called in a frame of Gui.
 class Panels
@@ -25,16 +28,24 @@ class Panels
 
   private:
     void drawMenus();
+    void drawColumns();
     void drawBottomLine();
     void drawProgress();
 
     Session &_session;
     Commands const &_commands;
     OpenPanels &_open;
+    SideColumn _left{"##left", SideColumn::Side::Left};
+    SideColumn _right{"##right", SideColumn::Side::Right};
+    TreePanel _tree;
+    SelectionPanel _selection;
+    SectionsPanel _sections;
+    WalkPanel _walk;
+    OperationsPanel _operations;
+    SettingsPanel _settings;
+    FilesDialog _files;
 };
 
 /// The band or lasso of the tool in hand, and the points of a measurement.
 void draw_tool_shape(Session const &session, float unitsPerPixel);
-/// The keys of commands and engines.
-void draw_help(Session const &session, Commands const &commands, bool &isOpen);
 } // namespace Viewer

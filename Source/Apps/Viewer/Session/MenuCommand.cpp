@@ -1,5 +1,6 @@
 #include "MenuCommand.h"
 
+#include <string_view>
 #include <utility>
 
 #include "OSGPointerTool.h"
@@ -15,7 +16,8 @@ std::string key_name(OSG::Int16 code)
 {
     constexpr std::pair<OSG::Int16, char const *> Names[] = {
         {8, "Backspace"}, {9, "Tab"},        {13, "Enter"}, {27, "Escape"}, {32, "Space"},
-        {33, "Page Up"},  {34, "Page Down"}, {35, "End"},   {36, "Home"},   {46, "Delete"}};
+        {33, "Page Up"},  {34, "Page Down"}, {35, "End"},   {36, "Home"},   {37, "Left"},
+        {38, "Up"},       {39, "Right"},     {40, "Down"},  {46, "Delete"}};
     if(code >= F1 && code <= F12)
         return 'F' + std::to_string(code - F1 + 1);
     for(auto const &[known, name] : Names)
@@ -49,15 +51,33 @@ bool is_plain(Chord const &chord)
     return is_letter_or_digit(chord.code) && (chord.modifiers & OSG::PointerTool::Control) == 0;
 }
 
-bool run_key(Commands const &commands, Chord const &key, bool lettersAreTaken)
+namespace
 {
-    if(key.code == 0 || (lettersAreTaken && is_plain(key)))
+// Function keys and chords with Control and Alt are none of a text's, but for those of its edits.
+bool is_typed(Chord const &chord)
+{
+    constexpr std::string_view Edits = "ACVXYZ";
+    bool const hasControl = (chord.modifiers & OSG::PointerTool::Control) != 0;
+    if(hasControl && chord.code < F1 &&
+       (!is_letter_or_digit(chord.code) ||
+        Edits.find(static_cast<char>(chord.code)) != std::string_view::npos))
+        return true;
+    bool const isFunction = chord.code >= F1 && chord.code <= F12;
+    return !hasControl && !isFunction && (chord.modifiers & OSG::PointerTool::Alt) == 0;
+}
+} // namespace
+
+bool run_key(Commands const &commands, Chord const &key, KeyOwner owner)
+{
+    bool const isTaken =
+        (owner == KeyOwner::Engine && is_plain(key)) || (owner == KeyOwner::Text && is_typed(key));
+    if(key.code == 0 || isTaken)
         return false;
     for(Command const &command : commands)
     {
         if(!(command.key == key))
             continue;
-        if(command.isReady())
+        if(command.run && command.isReady())
             command.run();
         return true;
     }

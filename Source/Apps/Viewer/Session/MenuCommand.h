@@ -33,12 +33,23 @@ struct Command
     std::function<bool()> isOn = {};   ///< whether it has a tick; empty for a command without one
     std::function<bool()> canRun = {}; ///< empty for always
     bool beginsGroup = false;          ///< a line stands above it in the menu
+    /// Texts to choose from in a menu of its own; empty for a command without choices.
+    std::function<std::vector<std::string>()> choices = {};
+    std::function<void(std::string const &)> choose = {};
 
     bool isReady() const { return !canRun || canRun(); }
 };
 using Commands = std::vector<Command>;
 
-/// Runs the command of the key, if there is one and it can run. With `lettersAreTaken` plain keys
-/// are not commands. Whether a command has the key.
-bool run_key(Commands const &commands, Chord const &key, bool lettersAreTaken);
+/// Who needs keys for something else than commands.
+enum class KeyOwner : OSG::UInt8
+{
+    Nobody,
+    Engine, ///< plain keys steer
+    Text    ///< somebody types: Home, Delete, arrows and the like are no commands as well
+};
+
+/// Runs the command of the key, if there is one and it can run. Whether the key is that of a
+/// command, and its owner leaves it to commands.
+bool run_key(Commands const &commands, Chord const &key, KeyOwner owner);
 } // namespace Viewer

@@ -44,6 +44,7 @@ void Session::applySettings()
                                        : OSG::Color3f(0.93f, 0.94f, 0.96f));
     document.setReloads(settings.reloads);
     driver.setSceneUp(settings.sceneUp);
+    console.setUpward(OSG::standard_up(OSG::StandardView::Front, settings.sceneUp));
     view.getNavigator().setClickCenter(settings.clickCenters);
     if(settings.engine != engines.getName() && !engines.choose(settings.engine))
     {
@@ -123,11 +124,14 @@ void Session::showScene()
     picking.forget();
     driver.forget();
     view.setScene(document.getScene());
+    console.setScene(document.getScene());
     engines.fitStep();
     if(_shownFile == document.getFile())
         return; // the file was read again, or an operation undone: the user goes on looking
     _shownFile = document.getFile();
     settings.noteFile(_shownFile);
+    sections.clear();
+    operations.forget();
     driver.jumpTo(
         OSG::fit(OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp),
                  view.getBounds()));
@@ -140,6 +144,7 @@ bool Session::frame(double seconds)
     std::string const told = document.takeMessage();
     if(!told.empty())
         complain(told);
+    console.update(seconds);
     events.frame();
     driver.update(seconds, !events.isDragging());
     view.update();
@@ -155,7 +160,7 @@ bool Session::frame(double seconds)
 
 bool Session::isMoving() const
 {
-    return _hasMoved || driver.isOnWay() || document.isReading() ||
-           (events.isDragging() && engines.getName() != "cad");
+    return _hasMoved || driver.isOnWay() || document.isReading() || console.isRecording() ||
+           console.isPlaying() || (events.isDragging() && engines.getName() != "cad");
 }
 } // namespace Viewer

@@ -8,8 +8,11 @@
 #include "OSGFrameDemand.h"
 #include "OSGSceneDocument.h"
 #include "OSGViewDriver.h"
+#include "OSGWalkConsole.h"
+#include "Operations.h"
 #include "Picking.h"
 #include "Report.h"
+#include "Sections.h"
 #include "Settings.h"
 #include "Tool.h"
 #include "ToolBox.h"
@@ -34,6 +37,9 @@ class Session
     ToolBox tools{events, picking};
     Engines engines{view, events};
     OSG::SceneDocument document;
+    Sections sections{view};
+    OSG::WalkConsole console{view.getNavigator()};
+    Operations operations{document, picking};
     Report report;
     Settings settings;
     std::string message; ///< for the line at the bottom

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "OSGBaseTypes.h"
+
+namespace Viewer
+{
+/// A key as Navigator::keyPressEx takes it.
+struct EngineKey
+{
+    OSG::Int16 code = 0;
+    OSG::UInt16 modifiers = 0; ///< without KeyDown and KeyUp
+};
+
+/// What the engine of that name understands for a virtual-key code. Some engines want numbers of
+/// their own for arrows, and characters for digits and signs.
+EngineKey engine_key(std::string const &engine, OSG::Int16 virtualKey);
+} // namespace Viewer
