@@ -57,16 +57,19 @@ void ViewDriver::zoomAt(Pnt2f const &pixel, std::optional<Pnt3f> const &point, R
         jumpTo(zoom_at(view, *kept, pixel, magnification));
 }
 
-void ViewDriver::undo()
-{
-    if(auto const before = _history.undo())
-        goTo(*before);
-}
+void ViewDriver::undo() { goInHistory(_history.undo()); }
 
-void ViewDriver::redo()
+void ViewDriver::redo() { goInHistory(_history.redo()); }
+
+void ViewDriver::goInHistory(std::optional<WindowView> const &view)
 {
-    if(auto const after = _history.redo())
-        goTo(*after);
+    if(!view)
+        return;
+    goTo(*view);
+    if(_way)
+        _way->isInHistory = true;
+    else
+        _arrived = _view.getView();
 }
 
 void ViewDriver::forget()
@@ -79,7 +82,8 @@ void ViewDriver::forget()
 void ViewDriver::update(Real64 seconds, bool isResting)
 {
     WindowView const now = _view.getView();
-    if(_way && _way->begin && _last && !(now == *_last))
+    bool const hasMoved = _last && !(now == *_last);
+    if(_way && _way->begin && hasMoved)
         _way.reset(); // the user has taken over
     if(_way)
     {
@@ -89,10 +93,17 @@ void ViewDriver::update(Real64 seconds, bool isResting)
         WindowView const to = _way->to;
         _view.setView(view_between(_way->from, to, static_cast<Real32>(share)));
         if(!(share < 1))
+        {
+            if(_way->isInHistory)
+                _arrived = _view.getView();
             _way.reset();
+        }
     }
-    else if(isResting && _last && now == *_last)
+    else if(isResting && _last && !hasMoved && _arrived != now)
+    {
+        _arrived.reset();
         _history.add(now);
+    }
     _last = _view.getView();
 }
 } // namespace OSG

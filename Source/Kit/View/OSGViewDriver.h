@@ -67,13 +67,16 @@ class OSG_TOLVANITEKIT_API ViewDriver
         WindowView from;
         WindowView to;
         std::optional<Real64> begin = {}; // unset until the next update
+        bool isInHistory = false;
     };
     WindowView target() const;
+    void goInHistory(std::optional<WindowView> const &view);
 
     SceneView &_view;
     ViewHistory _history;
     std::optional<Way> _way;
-    std::optional<WindowView> _last; // as the last update left it
+    std::optional<WindowView> _last;    // as the last update left it
+    std::optional<WindowView> _arrived; // where undo or redo led; an engine may have rounded it
     Real64 _waySeconds = DefaultWaySeconds;
     SceneUp _sceneUp = SceneUp::Y;
 };

@@ -27,7 +27,6 @@ class OSG_TOLVANITEKIT_API ViewLayer
     /// Keeps a reference. Null draws nothing.
     void setRoot(Node *root) { _viewport->setRoot(root); }
     Node *getRoot() const { return _viewport->getRoot(); }
-    void setBackground(Background *background) { _viewport->setBackground(background); }
     RenderAction *getRenderAction() const { return _action; }
     EnhPassiveViewport *getViewport() const { return _viewport; }
 
