@@ -15,8 +15,8 @@ class OSG_TOLVANITEKIT_API ViewLayer
     /// What the layer finds in the frame buffer.
     enum class Behind
     {
-        Depths,  ///< what was drawn before hides what lies deeper
-        Nothing, ///< colours stay and hide nothing
+        Depths, ///< what was drawn before hides what lies deeper
+        Nothing ///< colours stay and hide nothing
     };
 
     explicit ViewLayer(Behind behind = Behind::Depths);
@@ -27,7 +27,6 @@ class OSG_TOLVANITEKIT_API ViewLayer
     /// Keeps a reference. Null draws nothing.
     void setRoot(Node *root) { _viewport->setRoot(root); }
     Node *getRoot() const { return _viewport->getRoot(); }
-    void setBackground(Background *background) { _viewport->setBackground(background); }
     RenderAction *getRenderAction() const { return _action; }
     EnhPassiveViewport *getViewport() const { return _viewport; }
 
