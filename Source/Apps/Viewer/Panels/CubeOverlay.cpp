@@ -95,8 +95,7 @@ void CubeOverlay::drawCube(OSG::ViewCube const &cube, float unitsPerPixel)
     if(!ImGui::IsWindowHovered())
         return;
     ImVec2 const pointer = ImGui::GetMousePos();
-    auto const part =
-        cube.partAt(OSG::Pnt2f(pointer.x / unitsPerPixel, pointer.y / unitsPerPixel));
+    auto const part = cube.partAt(OSG::Pnt2f(pointer.x / unitsPerPixel, pointer.y / unitsPerPixel));
     if(!part)
         return;
     for(OSG::ViewCube::Polygon const &polygon : cube.outlinesOf(*part))

@@ -4,6 +4,7 @@
 #include <imgui_stdlib.h>
 
 #include "OSGGraphOpFactory.h"
+#include "RowButton.h"
 #include "ValueRows.h"
 #include "ValueTexts.h"
 
@@ -47,9 +48,8 @@ void OperationsPanel::drawButtons()
     if(ImGui::Button("Run"))
         _session.message = _session.operations.run(_name, _params);
     ImGui::EndDisabled();
-    ImGui::SameLine();
     ImGui::BeginDisabled(!_session.document.canUndo());
-    if(ImGui::Button("Undo"))
+    if(row_button("Undo"))
         _session.message = _session.operations.undo();
     ImGui::EndDisabled();
 }
