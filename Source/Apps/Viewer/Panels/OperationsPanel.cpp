@@ -16,6 +16,12 @@ void OperationsPanel::draw()
     drawButtons();
     for(auto const &account : _session.operations.getAccounts())
         drawAccount(account);
+    if(_usage.empty())
+        return;
+    ImGui::Separator();
+    ImGui::PushTextWrapPos(0);
+    ImGui::TextUnformatted(_usage.c_str());
+    ImGui::PopTextWrapPos();
 }
 
 void OperationsPanel::drawChoice()
@@ -35,9 +41,6 @@ void OperationsPanel::drawChoice()
     }
     if(_name.empty())
         return;
-    ImGui::PushTextWrapPos(0);
-    ImGui::TextUnformatted(_usage.c_str());
-    ImGui::PopTextWrapPos();
     ImGui::SetNextItemWidth(-1);
     ImGui::InputTextWithHint("##parameters", "Parameters", &_params);
 }
