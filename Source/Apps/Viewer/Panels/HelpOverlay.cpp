@@ -61,7 +61,7 @@ void draw_help(Session const &session, Commands const &commands, bool &isOpen)
     ImGui::SetNextWindowSize(
         ImVec2(std::min(58 * em, 0.96f * size.x), std::min(44 * em, 0.88f * size.y)),
         ImGuiCond_Appearing);
-    ImGui::SetNextWindowBgAlpha(0.97f);
+    ImGui::SetNextWindowBgAlpha(1);
     if(ImGui::Begin("Keys", &isOpen,
                     ImGuiWindowFlags_NoCollapse | ImGuiWindowFlags_NoSavedSettings) &&
        ImGui::BeginTable("##halves", 2))

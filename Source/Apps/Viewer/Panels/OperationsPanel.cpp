@@ -4,6 +4,7 @@
 #include <imgui_stdlib.h>
 
 #include "OSGGraphOpFactory.h"
+#include "RowButton.h"
 #include "ValueRows.h"
 #include "ValueTexts.h"
 
@@ -15,6 +16,12 @@ void OperationsPanel::draw()
     drawButtons();
     for(auto const &account : _session.operations.getAccounts())
         drawAccount(account);
+    if(_usage.empty())
+        return;
+    ImGui::Separator();
+    ImGui::PushTextWrapPos(0);
+    ImGui::TextUnformatted(_usage.c_str());
+    ImGui::PopTextWrapPos();
 }
 
 void OperationsPanel::drawChoice()
@@ -34,9 +41,6 @@ void OperationsPanel::drawChoice()
     }
     if(_name.empty())
         return;
-    ImGui::PushTextWrapPos(0);
-    ImGui::TextUnformatted(_usage.c_str());
-    ImGui::PopTextWrapPos();
     ImGui::SetNextItemWidth(-1);
     ImGui::InputTextWithHint("##parameters", "Parameters", &_params);
 }
@@ -47,9 +51,8 @@ void OperationsPanel::drawButtons()
     if(ImGui::Button("Run"))
         _session.message = _session.operations.run(_name, _params);
     ImGui::EndDisabled();
-    ImGui::SameLine();
     ImGui::BeginDisabled(!_session.document.canUndo());
-    if(ImGui::Button("Undo"))
+    if(row_button("Undo"))
         _session.message = _session.operations.undo();
     ImGui::EndDisabled();
 }

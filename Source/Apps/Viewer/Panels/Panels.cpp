@@ -72,6 +72,7 @@ Panels::Panels(Session &session, Commands const &commands, OpenPanels &open)
     , _walk(session)
     , _operations(session)
     , _settings(session)
+    , _cube(session)
     , _files(session, open.files)
 {
 }
@@ -83,6 +84,7 @@ void Panels::draw(float unitsPerPixel)
     draw_measure_texts(_session, unitsPerPixel);
     drawBottomLine();
     drawColumns();
+    _cube.draw(ImGui::GetIO().DisplaySize.x - _right.takeWidth(), unitsPerPixel);
     drawProgress();
     _files.draw();
     if(_open.help)

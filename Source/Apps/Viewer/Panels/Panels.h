@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "CubeOverlay.h"
 #include "FilesDialog.h"
 #include "MenuCommand.h"
 #include "OpenPanels.h"
@@ -43,6 +44,7 @@ class Panels
     WalkPanel _walk;
     OperationsPanel _operations;
     SettingsPanel _settings;
+    CubeOverlay _cube;
     FilesDialog _files;
 };
 

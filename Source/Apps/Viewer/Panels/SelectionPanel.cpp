@@ -5,6 +5,7 @@
 #include <imgui.h>
 
 #include "OSGShownText.h"
+#include "RowButton.h"
 #include "SceneRows.h"
 #include "ValueRows.h"
 #include "ValueTexts.h"
@@ -53,11 +54,9 @@ void SelectionPanel::drawSelected()
     ImGui::Text("%zu selected", picking.getSelection().size());
     ImGui::BeginDisabled(isEmpty);
     bool const hides = ImGui::Button("Hide");
-    ImGui::SameLine();
-    bool const isolates = ImGui::Button("Isolate");
+    bool const isolates = row_button("Isolate");
     ImGui::EndDisabled();
-    ImGui::SameLine();
-    bool const shows = ImGui::Button("Show all");
+    bool const shows = row_button("Show all");
     if(hides)
         picking.hideSelection();
     if(isolates)

@@ -27,7 +27,7 @@ void SideColumn::begin()
     float const most = std::max(em, LargestShare * size.x);
     float const least = std::min(SmallestEms * em, most);
     float const usual =
-        _width > 0 ? _share * size.x : std::min(_share * size.x, LargestEmsAtStart * em);
+        _wasSized ? _share * size.x : std::min(_share * size.x, LargestEmsAtStart * em);
     bool const isLeft = _side == Side::Left;
     ImGui::SetNextWindowPos(ImVec2(isLeft ? 0 : size.x, top), ImGuiCond_Always,
                             ImVec2(isLeft ? 0 : 1, 0));
@@ -39,6 +39,7 @@ void SideColumn::begin()
     ImGui::Begin(_id, nullptr, Flags);
     ImGui::PopStyleColor();
     _width = ImGui::GetWindowWidth();
+    _wasSized = true;
     _share = _width / std::max(1.f, size.x);
 }
 

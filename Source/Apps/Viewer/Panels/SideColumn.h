@@ -21,7 +21,7 @@ class SideColumn
 
     /// Begins a window of Dear ImGui, which has to be ended.
     void begin();
-    /// What the column takes from the view: 0 while it was not begun since the last call.
+    /// What the column has taken from the view since the last call; 0 where it was not begun.
     float takeWidth();
 
   private:
@@ -29,5 +29,6 @@ class SideColumn
     Side _side;
     float _share = 0.22f; // of the window's width
     float _width = 0;
+    bool _wasSized = false;
 };
 } // namespace Viewer

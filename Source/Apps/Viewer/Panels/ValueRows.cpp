@@ -4,8 +4,29 @@
 
 namespace Viewer
 {
+namespace
+{
+constexpr float NarrowEms = 18;
+
+void draw_value(std::string const &value)
+{
+    ImGui::PushTextWrapPos(0);
+    ImGui::TextUnformatted(value.c_str());
+    ImGui::PopTextWrapPos();
+}
+
+void draw_copy_button(std::string const &value)
+{
+    if(ImGui::SmallButton("Copy"))
+        ImGui::SetClipboardText(value.c_str());
+}
+} // namespace
+
+// In a narrow column the value stands below its name.
 bool begin_values(char const *id)
 {
+    if(ImGui::GetContentRegionAvail().x < NarrowEms * ImGui::GetFontSize())
+        return ImGui::BeginTable(id, 1, ImGuiTableFlags_RowBg);
     if(!ImGui::BeginTable(id, 3, ImGuiTableFlags_RowBg))
         return false;
     ImGui::TableSetupColumn("name", ImGuiTableColumnFlags_WidthFixed);
@@ -16,17 +37,24 @@ bool begin_values(char const *id)
 
 void value_row(char const *name, std::string const &value)
 {
+    bool const isNarrow = ImGui::TableGetColumnCount() == 1;
+    ImGui::PushID(name);
     ImGui::TableNextRow();
     ImGui::TableNextColumn();
     ImGui::TextDisabled("%s", name);
-    ImGui::TableNextColumn();
-    ImGui::PushID(name);
-    ImGui::PushTextWrapPos(0);
-    ImGui::TextUnformatted(value.c_str());
-    ImGui::PopTextWrapPos();
-    ImGui::TableNextColumn();
-    if(ImGui::SmallButton("Copy"))
-        ImGui::SetClipboardText(value.c_str());
+    if(isNarrow)
+    {
+        ImGui::SameLine();
+        draw_copy_button(value);
+        draw_value(value);
+    }
+    else
+    {
+        ImGui::TableNextColumn();
+        draw_value(value);
+        ImGui::TableNextColumn();
+        draw_copy_button(value);
+    }
     ImGui::PopID();
 }
 

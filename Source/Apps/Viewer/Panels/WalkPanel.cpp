@@ -9,6 +9,7 @@
 #include "OSGShownText.h"
 #include "OSGWalkSettingNames.h"
 #include "PersonSettings.h"
+#include "RowButton.h"
 #include "WayPlot.h"
 
 namespace Viewer
@@ -50,14 +51,11 @@ void WalkPanel::drawMarks()
     ImGui::BeginDisabled(console.getMarkIndex() < 0);
     if(ImGui::Button("<"))
         console.goToPreviousMark();
-    ImGui::SameLine();
-    if(ImGui::Button(">"))
+    if(row_button(">"))
         console.goToNextMark();
-    ImGui::SameLine();
-    if(ImGui::Button("Remove") && console.removeMark())
+    if(row_button("Remove") && console.removeMark())
         noteEdit();
-    ImGui::SameLine();
-    if(ImGui::Button("Clear##marks") && console.clearMarks())
+    if(row_button("Clear##marks") && console.clearMarks())
         noteEdit();
     ImGui::EndDisabled();
 }
@@ -88,9 +86,8 @@ void WalkPanel::drawHome()
     OSG::WalkConsole &console = _session.console;
     if(ImGui::Button("Set home") && console.setHome())
         noteEdit();
-    ImGui::SameLine();
     ImGui::BeginDisabled(!console.hasHome());
-    if(ImGui::Button("Go home"))
+    if(row_button("Go home"))
         console.goHome();
     ImGui::EndDisabled();
 }
@@ -107,16 +104,14 @@ void WalkPanel::drawWay()
         else if(console.startRecording())
             noteEdit();
     }
-    ImGui::SameLine();
-    if(ImGui::Button(isPlaying ? "Stop###play" : "Play###play"))
+    if(row_button(isPlaying ? "Stop###play" : "Play###play"))
     {
         if(isPlaying)
             console.stopPlaying();
         else
             console.startPlaying();
     }
-    ImGui::SameLine();
-    if(ImGui::Button("Clear##way") && console.clearRecording())
+    if(row_button("Clear##way") && console.clearRecording())
         noteEdit();
     drawSketch();
     drawPlot();

@@ -95,7 +95,7 @@ struct ViewerWindow::Callbacks
     }
     static void key(GLFWwindow *window, int key, int scancode, int action, int modifiers)
     {
-        ImGui_ImplGlfw_KeyCallback(window, key, scancode, action, modifiers);
+        self(window).tellPanels({key, scancode, action, modifiers});
         OSG::Int16 const code = virtual_key(key);
         tell(window,
              [=](WindowListener &listener)
@@ -224,9 +224,33 @@ bool ViewerWindow::isClosing() const { return glfwWindowShouldClose(_window) == 
 
 void ViewerWindow::close() { glfwSetWindowShouldClose(_window, GLFW_TRUE); }
 
+// Panels look at the state of the keys once a frame: a key that has gone down and up since then was
+// never down. It goes up for them in the next frame.
+void ViewerWindow::tellPanels(KeyEvent const &event)
+{
+    bool const isNew = event.action == GLFW_RELEASE && _pressedKeys.count(event.key) != 0;
+    if(event.action == GLFW_PRESS)
+        _pressedKeys.insert(event.key);
+    if(isNew)
+        _lateReleases.push_back(event);
+    else
+        ImGui_ImplGlfw_KeyCallback(_window, event.key, event.scancode, event.action,
+                                   event.modifiers);
+}
+
+void ViewerWindow::tellLateReleases()
+{
+    for(KeyEvent const &event : _lateReleases)
+        ImGui_ImplGlfw_KeyCallback(_window, event.key, event.scancode, event.action,
+                                   event.modifiers);
+    _lateReleases.clear();
+    _pressedKeys.clear();
+}
+
 bool ViewerWindow::handleEvents(std::optional<double> seconds)
 {
     _hasEvent = false;
+    tellLateReleases();
     if(!seconds)
         glfwWaitEvents();
     else if(*seconds > 0)

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -75,10 +76,21 @@ class ViewerWindow
     explicit ViewerWindow(GLFWwindow *window);
     void listen();
     struct Callbacks;
+    struct KeyEvent
+    {
+        int key;
+        int scancode;
+        int action;
+        int modifiers;
+    };
+    void tellPanels(KeyEvent const &event);
+    void tellLateReleases();
 
     GLFWwindow *_window;
     WindowListener *_listener = nullptr;
     std::shared_ptr<OSG::Desktop> _desktop;
     bool _hasEvent = false;
+    std::set<int> _pressedKeys; // since events were handled last
+    std::vector<KeyEvent> _lateReleases;
 };
 } // namespace Viewer
