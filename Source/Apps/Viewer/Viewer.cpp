@@ -1,5 +1,6 @@
 #include "Viewer.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <set>
@@ -14,6 +15,7 @@
 #include "OSGLog.h"
 #include "Panels.h"
 #include "Session.h"
+#include "SpaceMouse.h"
 #include "Stopwatch.h"
 #include "ViewerCommands.h"
 #include "ViewerWindow.h"
@@ -45,6 +47,7 @@ class Viewer : private WindowListener
     std::optional<double> waitSeconds() const;
     void turn();
     void followPointer();
+    void followSpaceMouse();
     void showTitle();
     void draw(bool hasSceneChanged);
     void goOnWithErrand();
@@ -57,6 +60,9 @@ class Viewer : private WindowListener
     Tool::ViewerOptions const &_options;
     Tool::Streams _streams;
     Session _session;
+    SpaceMouse _spaceMouse{ViewerWindow::wake};
+    bool _isSpaceMouseHeld = false;
+    double _lastTurn = 0;
     Gui _gui;
     OpenPanels _open;
     Commands _commands;
@@ -218,7 +224,7 @@ std::optional<double> Viewer::waitSeconds() const
     constexpr double FileSeconds = 1; // until a changed file is seen
     if(_panelFrames > 0)
         return 0;
-    if(_session.isMoving() || !_keysDown.empty())
+    if(_session.isMoving() || !_keysDown.empty() || _isSpaceMouseHeld)
         return FrameSeconds;
     if(_gui.isAnimated())
         return BlinkSeconds;
@@ -233,6 +239,7 @@ void Viewer::turn()
     if(width > 0 && height > 0)
         _session.setSize(static_cast<OSG::UInt32>(width), static_cast<OSG::UInt32>(height));
     followPointer();
+    followSpaceMouse();
     bool const hasSceneChanged = _session.frame(seconds());
     showTitle();
     if(width <= 0 || height <= 0)
@@ -242,6 +249,17 @@ void Viewer::turn()
     }
     if(hasSceneChanged || _panelFrames > 0 || _gui.isAnimated())
         draw(hasSceneChanged);
+}
+
+void Viewer::followSpaceMouse()
+{
+    double const passed = std::min(seconds() - _lastTurn, LongestStep);
+    _lastTurn = seconds();
+    SpaceMouse::Deflection const &held = _spaceMouse.read();
+    _isSpaceMouseHeld = !held.isAtRest();
+    auto const time = static_cast<OSG::Real32>(passed);
+    if(_isSpaceMouseHeld)
+        _session.moveBy(held.push * time, held.turn * time);
 }
 
 void Viewer::showTitle()

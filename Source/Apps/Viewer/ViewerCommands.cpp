@@ -108,6 +108,53 @@ void add_engine_commands(Commands &commands, Session &session)
         ++key;
     }
 }
+// Also in the walk console: a person who walks has no pointer.
+void add_walk_commands(Commands &commands, Session &session)
+{
+    OSG::WalkConsole &console = session.console;
+    auto const hasScene = [&session] { return session.document.getScene() != nullptr; };
+    auto const hasMarks = [&console] { return !console.getMarkLabels().empty(); };
+    commands.push_back({.menu = "Walk",
+                        .name = "Add mark",
+                        .key = {'M', Control},
+                        .run = [&session] { session.addMark({}); },
+                        .canRun = hasScene});
+    commands.push_back({.menu = "Walk",
+                        .name = "First mark",
+                        .key = {'1', Control},
+                        .run = [&console] { console.goToFirstMark(); },
+                        .canRun = hasMarks});
+    commands.push_back({.menu = "Walk",
+                        .name = "Next mark",
+                        .key = {'N', Control},
+                        .run = [&console] { console.goToNextMark(); },
+                        .canRun = hasMarks});
+    commands.push_back({.menu = "Walk",
+                        .name = "Mark before",
+                        .key = {'B', Control},
+                        .run = [&console] { console.goToPreviousMark(); },
+                        .canRun = hasMarks});
+    commands.push_back({.menu = "Walk",
+                        .name = "Record the way",
+                        .key = {'W', Control},
+                        .run = [&session] { session.toggleWay(); },
+                        .isOn = [&console] { return console.isRecording(); },
+                        .canRun = hasScene,
+                        .beginsGroup = true});
+    commands.push_back({.menu = "Walk",
+                        .name = "Play the way",
+                        .key = {'G', Control},
+                        .run = [&console] { console.startPlaying(); },
+                        .isOn = [&console] { return console.isPlaying(); },
+                        .canRun = hasScene});
+    commands.push_back({.menu = "Walk",
+                        .name = "Go home",
+                        .key = {'H', Control},
+                        .run = [&console] { console.goHome(); },
+                        .canRun = [&console] { return console.hasHome(); },
+                        .beginsGroup = true});
+}
+
 void add_record_commands(Commands &commands, Session &session)
 {
     Recordings &recordings = session.recordings;
@@ -154,6 +201,7 @@ Commands make_commands(Session &session, OpenPanels &open, std::function<void()>
     add_style_commands(commands, session);
     add_tool_commands(commands, session);
     add_held(commands, session, add_engine_commands);
+    add_held(commands, session, add_walk_commands);
     add_record_commands(commands, session);
     add_panel_commands(commands, open);
     return commands;

@@ -42,10 +42,10 @@ void WalkPanel::drawMarks()
     bool const isEntered = ImGui::InputTextWithHint("##label", "Name of a mark", &_label,
                                                     ImGuiInputTextFlags_EnterReturnsTrue);
     ImGui::SameLine();
-    if((ImGui::Button("Add") || isEntered) && console.addMark(_label))
+    if(ImGui::Button("Add") || isEntered)
     {
+        _session.addMark(_label);
         _label.clear();
-        noteEdit();
     }
     drawMarkList();
     ImGui::BeginDisabled(console.getMarkIndex() < 0);
@@ -98,12 +98,7 @@ void WalkPanel::drawWay()
     bool const isRecording = console.isRecording();
     bool const isPlaying = console.isPlaying();
     if(ImGui::Button(isRecording ? "Stop###record" : "Record###record"))
-    {
-        if(isRecording)
-            console.stopRecording();
-        else if(console.startRecording())
-            noteEdit();
-    }
+        _session.toggleWay();
     if(row_button(isPlaying ? "Stop###play" : "Play###play"))
     {
         if(isPlaying)

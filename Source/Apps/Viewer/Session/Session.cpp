@@ -9,6 +9,7 @@
 #include "OSGSelectionBounds.h"
 #include "OSGThread.h"
 #include "OSGViewFit.h"
+#include "OSGViewMoves.h"
 #include "Stopwatch.h"
 #include "WriteScene.h"
 
@@ -109,6 +110,21 @@ void Session::fitSelection()
         driver.fit(box);
 }
 
+void Session::addMark(std::string const &label)
+{
+    std::string const number = std::to_string(console.getMarkLabels().size() + 1);
+    if(console.addMark(label.empty() ? "mark " + number : label))
+        document.setNeedsSaving();
+}
+
+void Session::toggleWay()
+{
+    if(console.isRecording())
+        console.stopRecording();
+    else if(console.startRecording())
+        document.setNeedsSaving();
+}
+
 std::filesystem::path Session::recordingFile() { return state_folder() / "last.events"; }
 
 void Session::toggleRecording()
@@ -150,6 +166,19 @@ void Session::wheel(double steps, double x, double y)
     auto const found = picking.getPicker().foremost(pixel);
     driver.zoomAt(pixel, found ? std::optional(found->point) : std::nullopt,
                   static_cast<OSG::Real32>(std::pow(StepMagnification, steps)));
+}
+
+void Session::moveBy(OSG::Vec3f const &push, OSG::Vec3f const &turn)
+{
+    constexpr OSG::Real32 TurnSpeed = 1.5f; // radians a second at a full deflection
+    OSG::WindowView const now = view.getView();
+    OSG::Real32 const reach = (now.at - now.from).length(); // a second goes as far
+    if(recordings.isBusy() || engines.isWalk())
+        return;
+    if(engines.getName() == "cad")
+        driver.jumpTo(OSG::move_by(now, push * -reach, turn * -TurnSpeed, now.at));
+    else
+        driver.jumpTo(OSG::move_by(now, push * reach, turn * TurnSpeed));
 }
 
 void Session::showScene()

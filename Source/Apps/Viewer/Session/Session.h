@@ -58,6 +58,10 @@ class Session
     /// Writes the scene in the format of the suffix.
     void save(std::string const &target);
     void fitSelection();
+    /// Marks where the camera stands, with a label of its number where none is given.
+    void addMark(std::string const &label);
+    /// Begins to record the way of the camera, or ends it.
+    void toggleWay();
     /// Begins to record what the user does in the view, or ends it and writes the file.
     void toggleRecording();
     /// Plays a recording; false, and a line for the user, where it is none.
@@ -66,6 +70,10 @@ class Session
     static std::filesystem::path recordingFile();
     /// A wheel's step over the scene.
     void wheel(double steps, double x, double y);
+
+    /// A 3D mouse pushes and turns, both in its axes, by units of its deflection times seconds. The
+    /// trackball has the model in the hand; other engines have the camera.
+    void moveBy(OSG::Vec3f const &push, OSG::Vec3f const &turn);
 
     /// A turn of the host's loop, at `seconds` of a clock: takes scenes over, moves the camera,
     /// hovers, commits. Whether the scene has to be drawn.
