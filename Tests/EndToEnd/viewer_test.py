@@ -7,6 +7,7 @@ import json
 import os
 import pathlib
 import shutil
+import socket
 import struct
 import subprocess
 import sys
@@ -22,6 +23,35 @@ MODELS = SOURCE / "Models"
 PAVILION = str(MODELS / "pavilion.obj")
 BUILDING = str(MODELS / "building.obj")
 SIZE = (1000, 700)
+
+RECORDING = """tolvanite-events 1
+camera perspective 45
+from 0 2 20
+at 0 1 0
+up 0 1 0
+motion-factor 1
+rotation-angle 0.05
+click-center off
+no-intersect off
+0.5 press 0 500 350
+0.6 release 0 500 350
+0.7 press 0 400 300
+0.8 move 440 330
+0.9 release 0 440 330
+1.0 press 0 500 350
+1.1 release 0 500 350
+"""
+START_IN_THE_BUILDING = """tolvanite-events 1
+camera perspective 60
+from -3.2 1.65 -3.3
+at 0 1.65 -3.3
+up 0 1 0
+motion-factor 1
+rotation-angle 0.05
+click-center off
+no-intersect off
+0 hover 500 350
+"""
 
 
 class Bench:
@@ -216,7 +246,7 @@ def test_what_is_selected_is_shown_and_hidden_parts_are_not_picked(bench):
         viewer.click(500, 350)
         second = viewer.wait_for_lines(2)[1]["hits"]
         holds(all(hit["node"] != first for hit in second), "what is hidden is not picked")
-        viewer.key("shift+h")
+        viewer.key("a")
         viewer.click(500, 350)
         equal(viewer.wait_for_lines(3)[2]["hits"][0]["node"], first, "after all is shown again")
 
@@ -306,6 +336,134 @@ def test_without_the_viewer_one_line_says_so(bench):
         equal(done.returncode, 1, "exit status")
         equal(done.stderr.count("\n"), 1, "lines")
         holds("tolvanite: no viewer: tolvanite-view is not installed" in done.stderr, done.stderr)
+
+
+def test_a_played_recording_gives_the_poses_of_replay_and_its_clicks_pick(bench):
+    with Screen() as screen, tempfile.TemporaryDirectory() as folder:
+        events = os.path.join(folder, "drag.events")
+        pathlib.Path(events).write_text(RECORDING, encoding="utf-8")
+        with bench.open(screen, PAVILION, "--play", events, "--exit") as viewer:
+            equal(viewer.wait_for_end(), 0, "exit status")
+            lines = viewer.lines()
+        done = subprocess.run([bench.tool, "replay", PAVILION, events, "--engine", "cad", "--size",
+                               f"{SIZE[0]}x{SIZE[1]}", "--json"], stdout=subprocess.PIPE, text=True,
+                              check=True)
+        last = json.loads(done.stdout)["poses"][-1]
+        equal(len(lines), 2, "clicks")
+        for key in ("from", "at", "up"):
+            equal(lines[1]["asked"][key], last[key], key)
+        bench.check_answers(PAVILION, lines)
+
+
+def test_what_a_user_does_is_recorded_and_gives_the_same_answers_when_it_is_played(bench):
+    with Screen() as screen, bench.open(screen, PAVILION) as viewer:
+        viewer.wait_for_title("pavilion.obj")
+        viewer.key("ctrl+r")
+        viewer.drag((400, 300), (450, 310), (520, 330))
+        viewer.click(500, 350)
+        viewer.key("shift+b")
+        viewer.drag((350, 200), (500, 400), (650, 500))
+        viewer.wait_for_lines(2)
+        viewer.key("ctrl+r")
+        events = os.path.join(viewer.folder, "state", "tolvanite", "last.events")
+        wait_until("the recording", lambda: os.path.exists(events))
+        recorded = viewer.lines()
+        viewer.key("shift+n")
+        viewer.drag((400, 300), (420, 380))
+        viewer.key("ctrl+p")
+        played = viewer.wait_for_lines(4)[2:]
+        for before, after in zip(recorded, played):
+            equal(after["asked"], before["asked"], "the question")
+            equal(after["hits"], before["hits"], "the answer")
+        bench.check_answers(PAVILION, played)
+
+
+def test_a_person_walks_by_the_keys_and_marks_are_saved_with_the_scene(bench):
+    with Screen() as screen, tempfile.TemporaryDirectory() as folder:
+        events = os.path.join(folder, "start.events")
+        pathlib.Path(events).write_text(START_IN_THE_BUILDING, encoding="utf-8")
+        with bench.open(screen, BUILDING, "--engine", "walk", "--play", events) as viewer:
+            viewer.wait_for_title("building.obj")
+            time.sleep(0.5)
+            viewer.key("ctrl+m")
+            start = pick_from(viewer)
+            viewer.act("keydown", "w")
+            time.sleep(0.5)
+            viewer.act("keyup", "w")
+            time.sleep(0.2)
+            there = pick_from(viewer)
+            holds(there[0] > start[0] + 0.2, f"the person has walked on from {start} to {there}")
+            equal(there[1], start[1], "the height of the eye")
+            viewer.key("ctrl+m")
+            viewer.key("ctrl+1")
+            time.sleep(0.2)
+            equal(pick_from(viewer), start, "the first mark")
+            saved = save_as(viewer, "walked.osb")
+            done = subprocess.run([bench.tool, "dump", saved["out"], "--json"], text=True,
+                                  stdout=subprocess.PIPE, check=True)
+        holds("WalkConsoleAttachment" in done.stdout, "the marks are in the file")
+
+
+def pick_from(viewer):
+    """Where the eye is, by a click beside the scene's middle."""
+    count = len(viewer.lines())
+    viewer.click(500, 350)
+    return viewer.wait_for_lines(count + 1)[-1]["asked"]["from"]
+
+
+def save_as(viewer, name):
+    """Saves in the viewer's folder by the dialog; the line of the report."""
+    count = len(viewer.lines())
+    viewer.key("ctrl+s")
+    time.sleep(0.3)
+    viewer.key("ctrl+a")
+    viewer.type(os.path.join(viewer.folder, name))
+    viewer.key("Return")
+    line = viewer.wait_for_lines(count + 1)[-1]
+    equal(line["event"], "saved", "event")
+    holds(os.path.getsize(line["out"]) > 0, "a file")
+    return line
+
+
+def test_a_saved_file_is_what_convert_writes(bench):
+    with Screen() as screen, bench.open(screen, PAVILION) as viewer:
+        viewer.wait_for_title("pavilion.obj")
+        line = save_as(viewer, "saved.obj")
+        wait_until("the title", lambda: "saved.obj" in viewer.title())
+        target = os.path.join(viewer.folder, "converted.obj")
+        done = subprocess.run([bench.tool, "convert", PAVILION, target, "--json"], text=True,
+                              stdout=subprocess.PIPE, check=True)
+        converted = json.loads(done.stdout)
+        for key in ("in", "nodesBefore", "nodesAfter", "complete"):
+            equal(line[key], converted[key], key)
+        text = pathlib.Path(line["out"]).read_text(encoding="utf-8")
+        wanted = pathlib.Path(target).read_text(encoding="utf-8")
+        equal(text.replace("saved.mtl", ""), wanted.replace("converted.mtl", ""), "the text")
+
+
+def test_a_3d_mouse_moves_the_view_and_its_daemon_may_end(bench):
+    with Screen() as screen, tempfile.TemporaryDirectory() as folder:
+        daemon = socket.socket(socket.AF_UNIX)
+        daemon.bind(os.path.join(folder, "spnav"))
+        daemon.listen()
+        os.environ["SPNAV_SOCKET"] = os.path.join(folder, "spnav")
+        with bench.open(screen, PAVILION) as viewer:
+            del os.environ["SPNAV_SOCKET"]
+            connection, _ = daemon.accept()
+            viewer.wait_for_title("pavilion.obj")
+            before = pick_from(viewer)
+            for push in (300, 0):
+                connection.sendall(struct.pack("=8i", 0, push, 0, 0, 0, 0, 0, 16))
+                time.sleep(0.5)
+            after = pick_from(viewer)
+            holds(after != before, "the cap moves the view")
+            equal(pick_from(viewer), after, "at rest it stands still")
+            connection.close()
+            time.sleep(0.5)
+            used = viewer.cpu_seconds()
+            time.sleep(2)
+            holds(viewer.cpu_seconds() - used < 0.1, "without the daemon the window is idle")
+            equal(viewer.quit(), 0, "exit status")
 
 
 def main():
