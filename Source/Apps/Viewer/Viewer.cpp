@@ -6,6 +6,7 @@
 
 #include "EngineKeys.h"
 #include "Gui.h"
+#include "OSGFileSuffix.h"
 #include "OSGFrameImage.h"
 #include "OSGGLErrors.h"
 #include "OSGGLObjectStore.h"
@@ -66,7 +67,14 @@ class Viewer : private WindowListener
     Timing _drawn;
     std::string _titled; // the file that the title names
     int _status = Tool::Success;
-    bool _hasErrand = true; // what the command line asks for is not done yet
+    /// How far what the command line asks for has come.
+    enum class Errand : OSG::UInt8
+    {
+        Read,
+        Play,
+        Done
+    };
+    Errand _errand = Errand::Read;
     std::chrono::steady_clock::time_point _begin = std::chrono::steady_clock::now();
 };
 
@@ -160,19 +168,26 @@ void Viewer::logTimes() const
 // When the file is there: the recording, the screenshot, the end.
 void Viewer::goOnWithErrand()
 {
-    if(!_hasErrand || _session.document.isReading())
+    if(_errand == Errand::Done || _session.document.isReading() || _session.recordings.isPlaying())
         return;
-    _hasErrand = false;
     bool const isShown = _options.file.empty() || _session.document.getScene() != nullptr;
-    if(!isShown && _options.exit)
+    if(_errand == Errand::Read && isShown && !_options.play.empty())
     {
-        Tool::complain(_streams, _session.message);
+        _errand = Errand::Play;
+        using Pace = Recordings::Pace;
+        if(_session.play(_options.play, _options.exit ? Pace::AtOnce : Pace::AsRecorded))
+            return;
         _status = Tool::Failed;
     }
-    if(isShown && !_options.screenshot.empty())
+    _errand = Errand::Done;
+    if(!isShown)
+        _status = Tool::Failed;
+    else if(!_options.screenshot.empty())
         saveScreenshot(_options.screenshot);
     if(_options.exit)
         _window.close();
+    else
+        _status = Tool::Success; // whoever stays at the window has seen what is wrong
 }
 
 // The scene without the panels.
@@ -324,7 +339,11 @@ void Viewer::focusLost()
 
 void Viewer::filesDropped(std::vector<std::string> const &files)
 {
-    if(!files.empty())
+    if(files.empty())
+        return;
+    if(OSG::file_suffix(files.front()) == "events")
+        _session.play(files.front(), Recordings::Pace::AsRecorded);
+    else
         _session.open(files.front());
 }
 } // namespace

@@ -108,6 +108,40 @@ void add_engine_commands(Commands &commands, Session &session)
         ++key;
     }
 }
+void add_record_commands(Commands &commands, Session &session)
+{
+    Recordings &recordings = session.recordings;
+    commands.push_back({.menu = "Record",
+                        .name = "Record input",
+                        .key = {'R', Control},
+                        .run = [&session] { session.toggleRecording(); },
+                        .isOn = [&recordings] { return recordings.isRecording(); },
+                        .canRun = [&recordings] { return !recordings.isPlaying(); }});
+    commands.push_back(
+        {.menu = "Record",
+         .name = "Play the last recording",
+         .key = {'P', Control},
+         .run = [&session]
+         { session.play(Session::recordingFile().string(), Recordings::Pace::AsRecorded); },
+         .canRun = [&recordings] { return !recordings.isBusy(); }});
+    commands.push_back({.menu = "Record",
+                        .name = "Stop playing",
+                        .run = [&recordings] { recordings.stopPlaying(); },
+                        .canRun = [&recordings] { return recordings.isPlaying(); }});
+}
+
+// Recordings hold what engines and tools hear: nothing else moves the camera meanwhile.
+void add_held(Commands &commands, Session &session, void (*add)(Commands &, Session &))
+{
+    std::size_t const begin = commands.size();
+    add(commands, session);
+    for(std::size_t i = begin; i < commands.size(); ++i)
+    {
+        auto const canRun = commands[i].canRun;
+        commands[i].canRun = [&session, canRun]
+        { return !session.recordings.isBusy() && (!canRun || canRun()); };
+    }
+}
 } // namespace
 
 Commands make_commands(Session &session, OpenPanels &open, std::function<void()> const &quit)
@@ -115,11 +149,12 @@ Commands make_commands(Session &session, OpenPanels &open, std::function<void()>
     Commands commands;
     add_dialog_commands(commands, session, open);
     add_file_commands(commands, session, quit);
-    add_view_commands(commands, session);
+    add_held(commands, session, add_view_commands);
     add_show_commands(commands, session);
     add_style_commands(commands, session);
     add_tool_commands(commands, session);
-    add_engine_commands(commands, session);
+    add_held(commands, session, add_engine_commands);
+    add_record_commands(commands, session);
     add_panel_commands(commands, open);
     return commands;
 }

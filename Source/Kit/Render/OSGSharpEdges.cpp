@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 
 #include "OSGDrawEpochs.h"
 #include "OSGPartCursor.h"
@@ -101,14 +102,14 @@ class SharpEdges::Table
     /// Of a geometry that is drawn.
     Geometry &linesOf(Geometry &geometry)
     {
-        auto const [at, isNew] = _entries.try_emplace(&geometry);
-        if(isNew)
-        {
-            at->second.geometry = WeakRefPtr<Geometry>(&geometry);
-            at->second.lines = UnrecordedRefPtr<Geometry>(Geometry::create());
-            _hasNew = true;
-        }
-        return *at->second.lines;
+        auto const known = _entries.find(&geometry);
+        if(known != _entries.end())
+            return *known->second.lines;
+        Entry entry;
+        entry.geometry = WeakRefPtr<Geometry>(&geometry);
+        entry.lines = UnrecordedRefPtr<Geometry>(Geometry::create());
+        _hasNew = true;
+        return *_entries.emplace(&geometry, std::move(entry)).first->second.lines;
     }
 
     bool build(UInt64 triangles)

@@ -15,8 +15,8 @@ class OSG_TOLVANITEKIT_API ViewLayer
     /// What the layer finds in the frame buffer.
     enum class Behind
     {
-        Depths,  ///< what was drawn before hides what lies deeper
-        Nothing, ///< colours stay and hide nothing
+        Depths, ///< what was drawn before hides what lies deeper
+        Nothing ///< colours stay and hide nothing
     };
 
     explicit ViewLayer(Behind behind = Behind::Depths);

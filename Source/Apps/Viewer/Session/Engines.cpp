@@ -26,8 +26,9 @@ void Engines::setDesktop(std::shared_ptr<OSG::Desktop> desktop, OSG::NativeWindo
     _window->setHwnd(window);
     if(desktop == nullptr)
         return;
-    _desktop = std::make_shared<OSG::WatchedDesktop>(std::move(desktop));
-    _clock = std::make_unique<OSG::RestingClock>(_desktop);
+    _resting = std::make_shared<OSG::WatchedDesktop>(std::move(desktop));
+    _clock = std::make_unique<OSG::RestingClock>(_resting);
+    _desktop = std::make_shared<OSG::WatchedDesktop>(_resting);
     OSG::Desktop::setCurrent(_desktop);
 }
 
@@ -53,22 +54,48 @@ std::string Engines::walkMissing() const
 
 bool Engines::choose(std::string const &name)
 {
-    if(name == "walk" && !walkMissing().empty())
+    bool const isKnown = OSG::make_engine(name) != nullptr;
+    if(!isKnown || (name == "walk" && !walkMissing().empty()))
         return false;
+    make(name);
+    if(_walk != nullptr)
+        _guard = std::make_unique<OSG::WalkFocusGuard>(_view.getNavigator(), *_walk, _desktop);
+    _events.setWalkGuard(_guard.get());
+    return true;
+}
+
+void Engines::make(std::string const &name)
+{
     OSG::UnrecordedRefPtr<OSG::NavigatorEngine> const engine(OSG::make_engine(name));
     if(engine == nullptr)
-        return false;
+        return;
     _events.setWalkGuard(nullptr);
     _guard.reset();
     _view.setEngine(engine);
     _walk = dynamic_cast<OSG::WASDWalkEngine *>(engine.get());
-    if(_walk != nullptr)
-        _guard = std::make_unique<OSG::WalkFocusGuard>(_view.getNavigator(), *_walk, _desktop);
-    _events.setWalkGuard(_guard.get());
     _events.setIdlesInDrags(_walk != nullptr);
     _name = name;
     fitStep();
-    return true;
+}
+
+std::shared_ptr<OSG::ScriptedDesktop>
+Engines::beginReplay(std::optional<OSG::Int64> const &ticksPerSecond)
+{
+    constexpr OSG::Int64 Milliseconds = 1000; // where no frame is recorded, any will do
+    auto const desktop =
+        std::make_shared<OSG::ScriptedDesktop>(ticksPerSecond.value_or(Milliseconds));
+    desktop->setWindow(getWindow(), {0, 0}, {_window->getWidth(), _window->getHeight()});
+    desktop->setFocus(getWindow());
+    OSG::Desktop::setCurrent(desktop);
+    make(_name);
+    return desktop;
+}
+
+void Engines::endReplay()
+{
+    OSG::Desktop::setCurrent(_desktop);
+    if(!choose(_name))
+        choose("cad");
 }
 
 // A walking person measures in the scene's own units; the others in parts of the scene.

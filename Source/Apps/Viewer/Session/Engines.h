@@ -7,6 +7,7 @@
 #include "OSGEventAdapter.h"
 #include "OSGRestingClock.h"
 #include "OSGSceneView.h"
+#include "OSGScriptedDesktop.h"
 #include "OSGWASDWalkEngine.h"
 #include "OSGWIN32Window.h"
 #include "OSGWalkFocusGuard.h"
@@ -26,6 +27,9 @@ class Engines
     /// The desktop that walks ask, and the window as it knows it. Null for none: no walk then. Set
     /// once.
     void setDesktop(std::shared_ptr<OSG::Desktop> desktop, OSG::NativeWindow window);
+    /// For a recorder; null for none.
+    std::shared_ptr<OSG::WatchedDesktop> const &getDesktop() const { return _desktop; }
+    OSG::NativeWindow getWindow() const { return _window->getHwnd(); }
     /// While the host sleeps, the clock of a walk stands still.
     void rest();
     void wake();
@@ -39,13 +43,22 @@ class Engines
     /// The person; null for another engine.
     OSG::WASDWalkEngine *getWalk() const { return _walk; }
 
+    /// A new engine of the same kind that asks a scripted desktop, with the clock of a recording,
+    /// until endReplay().
+    std::shared_ptr<OSG::ScriptedDesktop>
+    beginReplay(std::optional<OSG::Int64> const &ticksPerSecond);
+    void endReplay();
+
     /// The step of the engines, by the extent of the scene.
     void fitStep();
     void setSize(OSG::UInt16 width, OSG::UInt16 height) { _window->setSize(width, height); }
 
   private:
+    void make(std::string const &name);
+
     OSG::SceneView &_view;
     OSG::EventAdapter &_events;
+    std::shared_ptr<OSG::WatchedDesktop> _resting; // its clock stands still while the host sleeps
     std::shared_ptr<OSG::WatchedDesktop> _desktop;
     std::unique_ptr<OSG::RestingClock> _clock;
     OSG::UnrecordedRefPtr<OSG::WIN32Window> _window;

@@ -109,10 +109,38 @@ void Session::fitSelection()
         driver.fit(box);
 }
 
+std::filesystem::path Session::recordingFile() { return state_folder() / "last.events"; }
+
+void Session::toggleRecording()
+{
+    if(!recordings.isRecording())
+    {
+        recordings.startRecording();
+        message = "recording";
+        return;
+    }
+    std::string const file = recordingFile().string();
+    std::string const reason = recordings.stopRecording(file);
+    if(reason.empty())
+        message = "saved " + file;
+    else
+        complain("cannot write " + file + ": " + reason);
+}
+
+bool Session::play(std::string const &file, Recordings::Pace pace)
+{
+    std::string const reason = recordings.play(file, pace);
+    if(reason.empty())
+        return true;
+    complain(file + ": " + reason);
+    return false;
+}
+
 void Session::wheel(double steps, double x, double y)
 {
     constexpr double StepMagnification = 1.2;
-    if(!settings.zoomsToPointer || engines.getName() != "cad")
+    // A recording holds what the engine hears, so that the wheel is the engine's then.
+    if(!settings.zoomsToPointer || engines.getName() != "cad" || recordings.isRecording())
     {
         events.wheel(steps, x, y);
         return;
@@ -126,6 +154,7 @@ void Session::wheel(double steps, double x, double y)
 
 void Session::showScene()
 {
+    recordings.stopPlaying();
     picking.forget();
     driver.forget();
     view.setScene(document.getScene());
@@ -149,9 +178,13 @@ bool Session::frame(double seconds)
     std::string const told = document.takeMessage();
     if(!told.empty())
         complain(told);
-    console.update(seconds);
-    events.frame();
-    driver.update(seconds, !events.isDragging());
+    recordings.update(seconds);
+    if(!recordings.isPlaying())
+    {
+        console.update(seconds);
+        events.frame();
+        driver.update(seconds, !events.isDragging());
+    }
     auto const measuring = tools.measuredSoFar();
     if(measureMarks.show(measuring.empty() ? picking.getMeasured() : measuring) ||
        !view.isComplete())
@@ -170,7 +203,7 @@ bool Session::frame(double seconds)
 bool Session::isMoving() const
 {
     return _hasMoved || driver.isOnWay() || !view.isComplete() || document.isReading() ||
-           console.isRecording() || console.isPlaying() ||
+           console.isRecording() || console.isPlaying() || recordings.isPlaying() ||
            (events.isDragging() && engines.getName() != "cad");
 }
 } // namespace Viewer

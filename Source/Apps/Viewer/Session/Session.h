@@ -12,6 +12,7 @@
 #include "OSGWalkConsole.h"
 #include "Operations.h"
 #include "Picking.h"
+#include "Recordings.h"
 #include "Report.h"
 #include "Sections.h"
 #include "Settings.h"
@@ -42,6 +43,7 @@ class Session
     MeasureMarks measureMarks{view};
     OSG::WalkConsole console{view.getNavigator()};
     Operations operations{document, picking};
+    Recordings recordings{view, events, engines, tools};
     Report report;
     Settings settings;
     std::string message; ///< for the line at the bottom
@@ -56,6 +58,12 @@ class Session
     /// Writes the scene in the format of the suffix.
     void save(std::string const &target);
     void fitSelection();
+    /// Begins to record what the user does in the view, or ends it and writes the file.
+    void toggleRecording();
+    /// Plays a recording; false, and a line for the user, where it is none.
+    bool play(std::string const &file, Recordings::Pace pace);
+    /// What toggleRecording() writes.
+    static std::filesystem::path recordingFile();
     /// A wheel's step over the scene.
     void wheel(double steps, double x, double y);
 

@@ -1,17 +1,30 @@
 #include "ToolBox.h"
 
+#include <utility>
+
 namespace Viewer
 {
 namespace
 {
 using Event = OSG::PointerTool::Event;
 
-std::shared_ptr<OSG::MeasureTool> measure_tool(Picking &picking, OSG::UInt32 count)
+/// Distances and angles have names of their own in recordings.
+class NamedMeasureTool : public OSG::MeasureTool
 {
-    return std::make_shared<OSG::MeasureTool>(
-        count, [&picking](Event const &click) { return picking.pointAt(click); },
-        [&picking](std::vector<OSG::Pnt3f> const &points) { picking.measure(points); });
-}
+  public:
+    NamedMeasureTool(Picking &picking, OSG::UInt32 count)
+        : MeasureTool(
+              count, [&picking](Event const &click) { return picking.pointAt(click); },
+              [&picking](std::vector<OSG::Pnt3f> const &points) { picking.measure(points); })
+        , _isAngle(count > 2)
+    {
+    }
+
+    char const *getName() const override { return _isAngle ? "angle" : "distance"; }
+
+  private:
+    bool _isAngle;
+};
 } // namespace
 
 ToolBox::ToolBox(OSG::EventAdapter &events, Picking &picking)
@@ -31,27 +44,42 @@ void ToolBox::take(Tool tool)
     switch(tool)
     {
     case Tool::Navigate:
-        _events.setTool(std::make_shared<OSG::NavigateTool>(click));
-        return;
+        _inHand = std::make_shared<OSG::NavigateTool>(click);
+        break;
     case Tool::Pick:
-        _events.setTool(std::make_shared<OSG::PickTool>(click));
-        return;
+        _inHand = std::make_shared<OSG::PickTool>(click);
+        break;
     case Tool::Band:
-        _band = std::make_shared<OSG::BandTool>(
+        _inHand = _band = std::make_shared<OSG::BandTool>(
             [this](OSG::BandTool::Band const &band) { _picking.band(band); }, click);
-        _events.setTool(_band);
-        return;
+        break;
     case Tool::Lasso:
-        _lasso = std::make_shared<OSG::LassoTool>(
+        _inHand = _lasso = std::make_shared<OSG::LassoTool>(
             [this](OSG::LassoTool::Lasso const &lasso) { _picking.lasso(lasso); }, click);
-        _events.setTool(_lasso);
-        return;
+        break;
     case Tool::Distance:
     case Tool::Angle:
-        _measure = measure_tool(_picking, tool == Tool::Angle ? 3 : 2);
-        _events.setTool(_measure);
-        return;
+        _inHand = _measure =
+            std::make_shared<NamedMeasureTool>(_picking, tool == Tool::Angle ? 3 : 2);
+        break;
     }
+    _events.setTool(_inHand);
+}
+
+bool ToolBox::takeNamed(std::string const &name)
+{
+    std::pair<char const *, Tool> const tools[] = {
+        {"navigate", Tool::Navigate}, {"pick", Tool::Pick},         {"band", Tool::Band},
+        {"lasso", Tool::Lasso},       {"distance", Tool::Distance}, {"measure", Tool::Distance},
+        {"angle", Tool::Angle}};
+    for(auto const &[known, tool] : tools)
+    {
+        if(name != known)
+            continue;
+        take(tool);
+        return true;
+    }
+    return false;
 }
 
 std::vector<OSG::Pnt2f> ToolBox::drawnShape() const

@@ -31,6 +31,9 @@ class ToolBox
     /// Ends what the tool before was at.
     void take(Tool tool);
     Tool getTool() const { return _tool; }
+    /// Takes the tool that recordings call so; false where there is none.
+    bool takeNamed(std::string const &name);
+    std::shared_ptr<OSG::PointerTool> const &getPointerTool() const { return _inHand; }
     /// What the pointer draws at the moment: a band or a lasso, in device pixels, closed; or the
     /// pixels of nothing.
     std::vector<OSG::Pnt2f> drawnShape() const;
@@ -43,6 +46,7 @@ class ToolBox
     OSG::EventAdapter &_events;
     Picking &_picking;
     Tool _tool = Tool::Navigate;
+    std::shared_ptr<OSG::PointerTool> _inHand;
     std::shared_ptr<OSG::BandTool> _band;
     std::shared_ptr<OSG::LassoTool> _lasso;
     std::shared_ptr<OSG::MeasureTool> _measure;
