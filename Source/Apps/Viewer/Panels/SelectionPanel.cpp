@@ -146,7 +146,11 @@ void SelectionPanel::drawUnderPointer()
             if(ImGui::Selectable("##result", i == current))
                 steps = i - current;
             ImGui::SetCursorPos(place);
-            ImGui::Text("%s %s", title_of(result).c_str(), kind_name(result.kind));
+            ImGui::TextUnformatted(title_of(result).c_str());
+            ImGui::SameLine();
+            std::string const distance =
+                result.eyeDistance ? text_of_number(*result.eyeDistance) : "";
+            ImGui::TextDisabled("%s %s", kind_name(result.kind), distance.c_str());
             ImGui::PopID();
         }
     }

@@ -93,7 +93,7 @@ void TreePanel::draw()
         return;
     }
     drawSearch();
-    ImGui::BeginChild("##rows");
+    ImGui::BeginChild(_word.empty() ? "##rows" : "##found");
     if(_word.empty())
         drawRows();
     else
@@ -204,7 +204,9 @@ bool TreePanel::drawName(OSG::NodePath const &path, std::string const &name,
         ImGui::SameLine();
         ImGui::TextDisabled("%s", address.c_str());
     }
-    if(isHovered)
+    bool const isCut =
+        ImGui::GetItemRectMax().x > ImGui::GetWindowPos().x + ImGui::GetWindowContentRegionMax().x;
+    if(isHovered && isCut)
         ImGui::SetTooltip("%s %s", shown.c_str(), address.c_str());
     return isHovered;
 }

@@ -67,9 +67,16 @@ void Picking::lasso(OSG::LassoTool::Lasso const &lasso)
 void Picking::select(Question const &question, std::optional<OSG::PickRegion> const &region,
                      std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers)
 {
-    OSG::select(_selection, results, modifiers);
+    choose(results, modifiers);
     if(_answered)
         _answered(question, region);
+}
+
+// The look of the hover is not what is given back to a place that is no longer selected.
+void Picking::choose(std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers)
+{
+    _hovered.clear();
+    OSG::select(_selection, results, modifiers);
 }
 
 std::optional<OSG::Pnt3f> Picking::pointAt(OSG::PointerTool::Event const &click)
@@ -88,7 +95,7 @@ void Picking::selectOther(int steps)
     if(current == nullptr)
         return;
     _clicked = *current;
-    OSG::select(_selection, {*current}, 0);
+    choose({*current}, 0);
 }
 
 void Picking::hoverAt(std::optional<OSG::Pnt2f> const &pixel)
@@ -122,7 +129,7 @@ void Picking::selectPath(OSG::NodePath const &path, OSG::UInt16 modifiers)
 {
     OSG::PickResult result;
     result.path = path;
-    OSG::select(_selection, {result}, modifiers);
+    choose({result}, modifiers);
 }
 
 void Picking::hideSelection()

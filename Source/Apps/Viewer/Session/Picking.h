@@ -87,6 +87,7 @@ class Picking
     void forget();
 
   private:
+    void choose(std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers);
     void select(Question const &question, std::optional<OSG::PickRegion> const &region,
                 std::vector<OSG::PickResult> const &results, OSG::UInt16 modifiers);
     std::optional<OSG::PickResult> hovered(OSG::Pnt2f const &pixel);

@@ -117,10 +117,10 @@ void SceneRows::toggle(std::size_t index)
     list();
 }
 
-std::size_t SceneRows::reveal(OSG::NodePath const &path)
+// Whether one of them was closed.
+bool SceneRows::openAround(OSG::NodePath const &path)
 {
-    if(!path.isIn(_scene))
-        return _rows.size();
+    std::size_t const numOpen = _open.size();
     std::vector<OSG::Node *> visiting = path.getVisiting();
     OSG::Node *node = path.getNode();
     for(;;)
@@ -133,7 +133,15 @@ std::size_t SceneRows::reveal(OSG::NodePath const &path)
         visiting.pop_back();
         _open.insert(OSG::NodePath(node, visiting));
     }
-    list();
+    return _open.size() != numOpen;
+}
+
+std::size_t SceneRows::reveal(OSG::NodePath const &path)
+{
+    if(!path.isIn(_scene))
+        return _rows.size();
+    if(openAround(path))
+        list();
     auto const found = std::find_if(_rows.begin(), _rows.end(),
                                     [&](Row const &row)
                                     { return row.node == path.getNode() && pathOf(row) == path; });

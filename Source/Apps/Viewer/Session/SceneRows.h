@@ -59,6 +59,7 @@ class SceneRows
     };
 
     bool wereListedNodesEdited();
+    bool openAround(OSG::NodePath const &path);
     void list();
     void listNode(OSG::Node *node, OSG::UInt32 way, OSG::UInt32 depth, std::vector<Row> &waiting);
     std::vector<OSG::Node *> visitingOf(OSG::UInt32 way) const;
