@@ -29,7 +29,6 @@ EngineKey engine_key(std::string const &engine, OSG::Int16 virtualKey)
             if(key.virtualKey == virtualKey)
                 return {key.code, 0};
     }
-    return {virtualKey, 0};
     return {virtualKey, Event::VirtualKey};
 }
 
