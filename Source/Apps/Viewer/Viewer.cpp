@@ -42,6 +42,7 @@ class Viewer : private WindowListener
     void wheelTurned(double steps) override;
     void keyPressed(OSG::Int16 code, OSG::UInt16 modifiers) override;
     void keyReleased(OSG::Int16 code, OSG::UInt16 modifiers) override;
+    void characterTyped(unsigned int character) override;
     void focusLost() override;
     void filesDropped(std::vector<std::string> const &files) override;
 
@@ -351,6 +352,12 @@ void Viewer::keyReleased(OSG::Int16 code, OSG::UInt16)
     _keysDown.erase(code);
     EngineKey const key = engine_key(_session.engines.getName(), code);
     _session.events.key(key.code, key.modifiers | OSG::NavigatorEvent::KeyUp);
+}
+
+void Viewer::characterTyped(unsigned int character)
+{
+    if(!_gui.wantsKeyboard() && takes_character(_session.engines.getName(), character))
+        _session.events.key(static_cast<OSG::Int16>(character), OSG::NavigatorEvent::KeyDown);
 }
 
 void Viewer::focusLost()
