@@ -14,8 +14,8 @@ from viewer_driver import Screen, Viewer
 SIZE = (1000, 640)
 LOOK_AT_THE_BUILDING = """tolvanite-events 1
 camera perspective 60
-from -3.4 1.65 -2.6
-at 2.6 2.4 -3.4
+from -3.4 1.65 -3.3
+at 0 1.65 -3.3
 up 0 1 0
 motion-factor 1
 rotation-angle 0.05
