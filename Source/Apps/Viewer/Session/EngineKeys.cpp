@@ -1,5 +1,7 @@
 #include "EngineKeys.h"
 
+#include <string_view>
+
 #include "OSGNavigatorEvent.h"
 
 namespace Viewer
@@ -17,8 +19,6 @@ struct Meaning
 constexpr Meaning FlyKeys[] = {{33, Event::RotateLeftKey}, {34, Event::RotateRightKey},
                                {37, Event::LeftKey},       {38, Event::ForwardKey},
                                {39, Event::RightKey},      {40, Event::BackwardKey}};
-// Those of the numeric pad.
-constexpr Meaning Signs[] = {{106, '*'}, {107, '+'}, {109, '-'}};
 } // namespace
 
 EngineKey engine_key(std::string const &engine, OSG::Int16 virtualKey)
@@ -29,14 +29,12 @@ EngineKey engine_key(std::string const &engine, OSG::Int16 virtualKey)
             if(key.virtualKey == virtualKey)
                 return {key.code, 0};
     }
-    if(engine == "walk" && (virtualKey == '1' || virtualKey == '2'))
-        return {virtualKey, 0};
-    if(engine == "walk" || engine == "copter")
-    {
-        for(Meaning const &sign : Signs)
-            if(sign.virtualKey == virtualKey)
-                return {sign.code, 0};
-    }
     return {virtualKey, Event::VirtualKey};
+}
+
+bool takes_character(std::string const &engine, unsigned int character)
+{
+    std::string_view const taken = engine == "walk" ? "+-*_12" : engine == "copter" ? "+-" : "";
+    return character < 0x80 && taken.find(static_cast<char>(character)) != std::string_view::npos;
 }
 } // namespace Viewer

@@ -109,7 +109,7 @@ struct ViewerWindow::Callbacks
     static void character(GLFWwindow *window, unsigned int code)
     {
         ImGui_ImplGlfw_CharCallback(window, code);
-        self(window);
+        tell(window, [=](WindowListener &listener) { listener.characterTyped(code); });
     }
     static void focus(GLFWwindow *window, int isFocused)
     {

@@ -24,6 +24,8 @@ class WindowListener
     /// `code` is a virtual-key code. A key that is held is told as pressed again.
     virtual void keyPressed(OSG::Int16 code, OSG::UInt16 modifiers) = 0;
     virtual void keyReleased(OSG::Int16 code, OSG::UInt16 modifiers) = 0;
+    /// A character as the layout of the keyboard has it, beside the key.
+    virtual void characterTyped(unsigned int character) = 0;
     virtual void focusLost() = 0;
     virtual void filesDropped(std::vector<std::string> const &files) = 0;
 };
