@@ -90,14 +90,18 @@ TEST_F(HostGuideView, RecordingsAndEngines)
     InputRecording recording;
     {
         auto const seconds = [] { return 0.5; };
-        InputRecorder const recorder(navigator, seconds, nullptr, &adapter);
+        InputRecorder recorder(navigator, seconds, nullptr, &adapter);
+        WindowView const view{{0, 0, 8}, {0, 0, 0}, {0, 1, 0}, 45, 640, 480};
+        set_pose(navigator, view.from, view.at, view.up);
+        recorder.takePoseOfHost();
         adapter.buttonPress(NavigatorEvent::LeftButton, 1, 1);
         adapter.buttonRelease(NavigatorEvent::LeftButton, 9, 9);
         recording = recorder.getRecording();
     }
     Real64 const now = 1;
     auto const toolOf = [](std::string const &) { return std::shared_ptr<PointerTool>(); };
-    InputReplay replay(recording, navigator, {[&](std::string const &name) { return toolOf(name); }});
+    InputReplay replay(recording, navigator,
+                       {[&](std::string const &name) { return toolOf(name); }});
     while(replay.nextSeconds() && *replay.nextSeconds() <= now)
         replay.step();
     EXPECT_TRUE(replay.isAtEnd());
@@ -126,7 +130,8 @@ TEST(HostGuide, Measures)
     std::optional<Real64> angle;
     auto const pick = [](PointerTool::Event const &click)
     { return std::optional(Pnt3f(click.pixel[0], click.pixel[1], 0)); };
-    MeasureTool tool(3, pick, [&](std::vector<Pnt3f> const &points)
+    MeasureTool tool(3, pick,
+                     [&](std::vector<Pnt3f> const &points)
                      { angle = angle_between(points[0], points[1], points[2]); });
     for(Pnt2f const &pixel : {Pnt2f(1, 0), Pnt2f(0, 0), Pnt2f(0, 7)})
     {
