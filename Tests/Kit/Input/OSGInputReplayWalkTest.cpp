@@ -86,13 +86,13 @@ struct Walker
 
     std::shared_ptr<ScriptedDesktop> const desktop = std::make_shared<ScriptedDesktop>();
     std::shared_ptr<WatchedDesktop> const watched = std::make_shared<WatchedDesktop>(desktop);
-    NodePtr const floor = make_group({make_node(
-        make_geometry(one_primitive(TrianglesPrimitive, {{-900, 0, -900},
-                                                         {-900, 0, 900},
-                                                         {900, 0, -900},
-                                                         {900, 0, -900},
-                                                         {-900, 0, 900},
-                                                         {900, 0, 900}})))});
+    NodePtr const floor =
+        make_group({make_node(make_geometry(one_primitive(TrianglesPrimitive, {{-900, 0, -900},
+                                                                               {-900, 0, 900},
+                                                                               {900, 0, -900},
+                                                                               {900, 0, -900},
+                                                                               {-900, 0, 900},
+                                                                               {900, 0, 900}})))});
     NodePtr const beacon = make_transform(translation(0, 0, 0));
     UnrecordedRefPtr<WIN32Window> const window{WIN32Window::create()};
     ViewportPtr const viewport{Viewport::create()};
