@@ -18,6 +18,7 @@
 #include "OSGGroup.h"
 #include "OSGInputPlayer.h"
 #include "OSGIntersectAction.h"
+#include "OSGMarkers.h"
 #include "OSGMaterialGroup.h"
 #include "OSGName.h"
 #include "OSGPerspectiveCamera.h"
@@ -26,6 +27,7 @@
 #include "OSGSceneFileHandler.h"
 #include "OSGSelectionAction.h"
 #include "OSGSelectionSet.h"
+#include "OSGSharpEdges.h"
 #include "OSGShownTriangles.h"
 #include "OSGSimpleSelectionFunctor.h"
 #include "OSGSwitch.h"
@@ -171,6 +173,25 @@ void keep_a_selection(Node *scene)
     ASSERT_EQ(listener.size, 1u);
 }
 
+void find_sharp_edges(Node *scene)
+{
+    UnrecordedRefPtr<RenderAction> const action(RenderAction::create());
+    SharpEdges edges;
+    edges.drawBy(*action);
+    action->apply(scene);
+    commit();
+    for(int step = 0; step < 9 && !edges.build(2); ++step)
+        commit();
+}
+
+void place_markers(Node *)
+{
+    Markers markers;
+    markers.addPoint({0, 0, 0}, Color3f(1, 0, 0));
+    markers.addPoint({1, 0, 0}, Color3f(1, 0, 0));
+    markers.addLine({0, 0, 0}, {1, 0, 0}, Color3f(1, 0, 0));
+}
+
 struct Job
 {
     char const *name;
@@ -187,6 +208,8 @@ Job const Jobs[] = {{"SelectExactly", &select_exactly},
                     {"CountShown", &count_shown},
                     {"Bound", &bound},
                     {"KeepASelection", &keep_a_selection},
+                    {"FindSharpEdges", &find_sharp_edges},
+                    {"PlaceMarkers", &place_markers},
                     {"ReadObj", &read_obj},
                     {"WriteAndReadOsb", &write_and_read_osb},
                     {"OrbitByRecording", &orbit},

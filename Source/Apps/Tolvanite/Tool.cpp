@@ -59,6 +59,13 @@ void complain(Streams streams, std::string const &text)
     streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
 }
 
+void add_common_options(CLI::App &command, CommonOptions &options)
+{
+    command.add_flag("--json", options.json, "Print JSON instead of a table");
+    command.add_flag("--quiet", options.quiet, "No progress bar and no warnings");
+    command.add_flag("--verbose", options.verbose, "Log progress messages too");
+}
+
 void apply_log_level(CommonOptions const &options)
 {
     OSG::doInitLog();
@@ -81,6 +88,7 @@ int run_tool(int argc, char const *const *argv, Streams streams)
     add_types_command(program, chosen);
     add_walk_command(program, chosen);
     add_render_command(program, chosen);
+    add_view_command(program, chosen);
 
     std::string const word = argc > 1 ? argv[1] : "help";
     if(word == "help")

@@ -8,6 +8,7 @@
 #include "OSGGLContext.h"
 #include "OSGGLObjectStore.h"
 #include "OSGPixelReading.h"
+#include "OSGPixelRows.h"
 
 namespace OSG
 {
@@ -129,17 +130,12 @@ std::vector<UInt8> OffscreenContext::readPixels() const
 {
     if(!_missing.empty())
         return {};
-    std::size_t const row = std::size_t(3) * _width;
-    std::vector<UInt8> pixels(row * _height);
+    std::vector<UInt8> pixels(std::size_t(3) * _width * _height);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glBindFramebuffer(GL_FRAMEBUFFER, _frameBuffer);
     read_pixels(_width, _height, pixels.data());
     glPopClientAttrib();
-    // OpenGL has the bottom row first.
-    for(UInt32 y = 0; y < _height / 2; ++y)
-        std::swap_ranges(pixels.begin() + static_cast<std::ptrdiff_t>(row * y),
-                         pixels.begin() + static_cast<std::ptrdiff_t>(row * (y + 1)),
-                         pixels.end() - static_cast<std::ptrdiff_t>(row * (y + 1)));
+    flip_rows(pixels, _height);
     return pixels;
 }
 } // namespace OSG

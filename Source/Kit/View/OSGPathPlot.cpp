@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdio>
 #include <iterator>
-#include <map>
 #include <optional>
 #include <ostream>
 
@@ -14,6 +13,7 @@
 #include "OSGGeometryIterators.h"
 #include "OSGNavigationMath.h"
 #include "OSGNodeWalker.h"
+#include "OSGSharpEdgeFinder.h"
 
 namespace OSG
 {
@@ -27,9 +27,8 @@ struct Segment
 
 /// A scene with more edges is drawn as boxes. More lines than these would be one grey area.
 constexpr std::size_t MostEdges = 40000;
-/// Two faces are in one plane if the cosine of the angle between them is at least this (2.6
-/// degrees).
-constexpr Real32 CoplanarCosine = 0.999f;
+/// Faces are in one plane up to this angle between them, in degrees.
+constexpr Real64 LargestAngle = 2.6;
 
 /// Collects the edges of triangles in world space. Edges between faces of one plane are left out.
 class EdgeCollector
@@ -45,28 +44,15 @@ class EdgeCollector
 
     std::vector<Segment> finish() const
     {
-        if(_edges.size() > MostEdges)
+        if(_finder.countEdges() > MostEdges)
             return _boxes;
         std::vector<Segment> sharp;
-        for(auto const &[key, edge] : _edges)
-        {
-            if(!edge.isFlat())
-                sharp.push_back({Pnt3f(key[0], key[1], key[2]), Pnt3f(key[3], key[4], key[5])});
-        }
+        for(SharpEdgeFinder::Edge const &edge : _finder.find())
+            sharp.push_back({edge.a, edge.b});
         return sharp;
     }
 
   private:
-    using Key = std::array<Real32, 6>;
-    struct Edge
-    {
-        Vec3f normal; // normal of the first face that has the edge
-        int faces = 1;
-        bool coplanar = true;
-
-        bool isFlat() const { return faces > 1 && coplanar; }
-    };
-
     void addGeometry(Geometry const &geometry, Matrix const &toWorld, Node *node)
     {
         BoxVolume box;
@@ -75,30 +61,11 @@ class EdgeCollector
         TriangleIterator const end = geometry.endTriangles();
         for(TriangleIterator it = geometry.beginTriangles(); it != end; ++it)
         {
-            if(_edges.size() > MostEdges)
+            if(_finder.countEdges() > MostEdges)
                 return;
-            Pnt3f const corners[3] = {toWorld * it.getPosition(0), toWorld * it.getPosition(1),
-                                      toWorld * it.getPosition(2)};
-            if(!is_finite(corners[0]) || !is_finite(corners[1]) || !is_finite(corners[2]))
-                continue;
-            Vec3f normal = (corners[1] - corners[0]).cross(corners[2] - corners[0]);
-            normal.normalize();
-            for(int i = 0; i < 3; ++i)
-                addEdge(corners[i], corners[(i + 1) % 3], normal);
+            _finder.add(toWorld * it.getPosition(0), toWorld * it.getPosition(1),
+                        toWorld * it.getPosition(2));
         }
-    }
-
-    void addEdge(Pnt3f const &a, Pnt3f const &b, Vec3f const &normal)
-    {
-        Key const ab{a[0], a[1], a[2], b[0], b[1], b[2]};
-        Key const ba{b[0], b[1], b[2], a[0], a[1], a[2]};
-        auto const [place, isNew] = _edges.insert({std::min(ab, ba), Edge{normal}});
-        if(isNew)
-            return;
-        Edge &edge = place->second;
-        ++edge.faces;
-        // One face in another plane makes the edge sharp; later faces do not change that.
-        edge.coplanar = edge.coplanar && std::abs(edge.normal.dot(normal)) >= CoplanarCosine;
     }
 
     void addBox(BoxVolume const &box)
@@ -120,7 +87,7 @@ class EdgeCollector
         }
     }
 
-    std::map<Key, Edge> _edges;
+    SharpEdgeFinder _finder{LargestAngle};
     std::vector<Segment> _boxes;
 };
 

@@ -53,16 +53,22 @@ Vec3f standard_up(StandardView standard, SceneUp sceneUp)
     return in_scene(directions_of(standard).up, sceneUp);
 }
 
-WindowView standard_view(WindowView const &view, StandardView standard, SceneUp sceneUp)
+WindowView turned_view(WindowView const &view, Vec3f const &back, Vec3f const &up)
 {
     std::optional<ViewFrame> const frame = frame_of(view);
-    if(!frame)
+    Real64 const length = wide(back).length();
+    if(!frame || !(length > 0))
         return view;
     Real64 const distance = frame->offset.length();
-    // The numbers of the table, so that the isometric view has three equal ones after rounding too.
-    Vec3d const back = wide(in_scene(directions_of(standard).back, sceneUp));
-    return anchored_view(view, back * (distance / back.length()), standard_up(standard, sceneUp),
+    return anchored_view(view, wide(back) * (distance / length), up,
                          middle_anchor(view, wide(view.at), distance))
         .value_or(view);
+}
+
+// The numbers of the table, so that the isometric view has three equal ones after rounding too.
+WindowView standard_view(WindowView const &view, StandardView standard, SceneUp sceneUp)
+{
+    return turned_view(view, in_scene(directions_of(standard).back, sceneUp),
+                       standard_up(standard, sceneUp));
 }
 } // namespace OSG

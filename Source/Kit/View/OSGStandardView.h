@@ -31,6 +31,11 @@ OSG_TOLVANITEKIT_API Vec3f standard_direction(StandardView standard, SceneUp sce
 /// The direction that points upwards in the window.
 OSG_TOLVANITEKIT_API Vec3f standard_up(StandardView standard, SceneUp sceneUp);
 
+/// Looks at the same point from the same distance against `back`, which may have any length, with
+/// `up` upwards in the window. `view` itself where is_view is false for it or would be for the
+/// result.
+OSG_TOLVANITEKIT_API WindowView turned_view(WindowView const &view, Vec3f const &back,
+                                            Vec3f const &up);
 /// Looks at the same point from the same distance in a standard direction. `view` itself where
 /// is_view is false for it. fit() then shows the whole scene.
 OSG_TOLVANITEKIT_API WindowView standard_view(WindowView const &view, StandardView standard,

@@ -45,6 +45,15 @@ Real64 distance_for(Pnt3d const &eye, std::optional<Real32> const &distance)
     return distance && *distance != 0 ? *distance
                                       : std::max(1., ShortestTrueOffset * last_unit(eye));
 }
+// Whether the camera has the projection of the view.
+bool is_shown_alike(Viewport const &viewport, WindowView const &view)
+{
+    Camera *const camera = viewport.getCamera();
+    bool const isAlike = view.orthographicHeight
+                             ? dynamic_cast<OrthographicCamera *>(camera) != nullptr
+                             : dynamic_cast<PerspectiveCamera *>(camera) != nullptr;
+    return isAlike && is_view(view);
+}
 } // namespace
 
 std::optional<WindowView> view_of(Viewport const &viewport, std::optional<Real32> distance)
@@ -70,21 +79,25 @@ std::optional<WindowView> view_of(Viewport const &viewport, std::optional<Real32
 
 bool show_view(Viewport const &viewport, WindowView const &view)
 {
-    Camera *const camera = viewport.getCamera();
-    auto *const perspective = dynamic_cast<PerspectiveCamera *>(camera);
-    auto *const flat = dynamic_cast<OrthographicCamera *>(camera);
-    bool const isAlike = view.orthographicHeight ? flat != nullptr : perspective != nullptr;
-    if(!isAlike || !is_view(view) || !pose_beacon(camera, camera_of(view)))
+    return is_shown_alike(viewport, view) && pose_beacon(viewport.getCamera(), camera_of(view)) &&
+           show_projection(viewport, view);
+}
+
+bool show_projection(Viewport const &viewport, WindowView const &view)
+{
+    if(!is_shown_alike(viewport, view))
         return false;
     if(view.orthographicHeight)
     {
-        if(flat->getVerticalSize() != *view.orthographicHeight)
-            flat->setVerticalSize(*view.orthographicHeight);
+        auto &flat = dynamic_cast<OrthographicCamera &>(*viewport.getCamera());
+        if(flat.getVerticalSize() != *view.orthographicHeight)
+            flat.setVerticalSize(*view.orthographicHeight);
         return true;
     }
+    auto &perspective = dynamic_cast<PerspectiveCamera &>(*viewport.getCamera());
     Real32 const angle = static_cast<Real32>(view.fieldOfView * std::numbers::pi / 180);
-    if(perspective->getFov() != angle)
-        perspective->setFov(angle);
+    if(perspective.getFov() != angle)
+        perspective.setFov(angle);
     return true;
 }
 } // namespace OSG

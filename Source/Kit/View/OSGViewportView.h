@@ -34,4 +34,7 @@ view_of(Viewport const &viewport, std::optional<Real32> distance = std::nullopt)
 /// False, and nothing changed, where is_view is false for the view, where the camera has another
 /// projection than the view, or where its beacon is not there or cannot be moved.
 OSG_TOLVANITEKIT_API bool show_view(Viewport const &viewport, WindowView const &view);
+/// Gives the camera the field of view or the vertical size alone, for a host whose navigator poses
+/// the beacon. False, and nothing changed, for a camera of another projection and for no view.
+OSG_TOLVANITEKIT_API bool show_projection(Viewport const &viewport, WindowView const &view);
 } // namespace OSG

@@ -3,6 +3,7 @@
 #include <span>
 #include <vector>
 
+#include "OSGDrawLook.h"
 #include "OSGMatrix.h"
 #include "OSGPlane.h"
 #include "OSGStateApi.h"
@@ -61,6 +62,11 @@ class OSG_STATE_API DrawEnv
     /// In eye coordinates: (a, b, c, d) keeps a x + b y + c z + d >= 0.
     std::vector<Vector<Real64, 4>> getSectionsInEye() const;
 
+    // --- the look ---
+    /// It stays when the view is set anew.
+    DrawLook const &getLook() const { return _look; }
+    void setLook(DrawLook const &look) { _look = look; }
+
     // --- the context ---
     /// Null while no context is drawn to; not owned.
     GLObjectStore *getObjects() const { return _objects; }
@@ -74,6 +80,7 @@ class OSG_STATE_API DrawEnv
     Matrix _worldToScreen;
     PixelBounds _pixels;
     std::vector<Plane> _sections;
+    DrawLook _look;
     GLObjectStore *_objects = nullptr;
 };
 } // namespace OSG

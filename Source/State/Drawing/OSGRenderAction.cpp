@@ -54,6 +54,7 @@ RenderAction::RenderAction(RenderAction const &source)
 {
     _appearances = source._appearances;
     editDrawEnv().setSections(source.getDrawEnv().getSections());
+    editDrawEnv().setLook(source.getDrawEnv().getLook());
 }
 
 RenderAction::~RenderAction() = default;

@@ -5,6 +5,7 @@
 #include "OSGCheckedState.h"
 #include "OSGDrawEnv.h"
 #include "OSGGLObjectStore.h"
+#include "OSGLineStates.h"
 #include "OSGMeshStore.h"
 #include "OSGStateTracker.h"
 #include "OSGVertexArrays.h"
@@ -21,9 +22,19 @@ class ListDrawing
         : _list(list)
         , _places(env.getObjects()->meshes().prepare(list))
         , _tracker(env)
+        , _states(&list.states)
     {
     }
 
+    enum class Parts
+    {
+        All,
+        Triangles
+    };
+
+    /// From now on items are drawn in these states, which have the numbers of the list's, and no
+    /// more of them than `parts`. The states have to live until the end.
+    void use(std::vector<DrawState const *> const &states, Parts parts);
     void draw(std::vector<DrawItem> const &items);
     void finish() { _tracker.leave(); }
 
@@ -40,6 +51,8 @@ class ListDrawing
     DrawList const &_list;
     std::vector<MeshStore::Place> const &_places;
     StateTracker _tracker;
+    std::vector<DrawState const *> const *_states;
+    Parts _parts = Parts::All;
     VertexArrays _arrays;
     MeshPage const *_page = nullptr;
     GLenum _indexType = GL_UNSIGNED_SHORT;
@@ -50,6 +63,13 @@ class ListDrawing
     UInt32 _lightsOn = 0;
     bool _isMirrored = false;
 };
+
+void ListDrawing::use(std::vector<DrawState const *> const &states, Parts parts)
+{
+    _states = &states;
+    _parts = parts;
+    _state = None;
+}
 
 void ListDrawing::draw(std::vector<DrawItem> const &items)
 {
@@ -76,7 +96,7 @@ void ListDrawing::enter(DrawItem const &item, MeshPage const &page)
 {
     bool const isSameLayout = _page != nullptr && _page->layout().bits == page.layout().bits;
     if(item.state != _state || !isSameLayout)
-        _tracker.enter(*_list.states[item.state], page.layout());
+        _tracker.enter(*(*_states)[item.state], page.layout());
     _arrays.bind(page, _tracker.use());
     _state = item.state;
     _page = &page;
@@ -130,7 +150,8 @@ DrawItem const *ListDrawing::drawRun(DrawItem const *item, DrawItem const *end) 
     MeshStore::Place const &place = _places[item->shape];
     MeshRange const &range = place.range;
     UInt32 const firstIndex = range.firstIndex;
-    if(place.runs != nullptr && _list.states[item->state]->isTransparent())
+    bool const hasAll = _parts == Parts::All;
+    if(hasAll && place.runs != nullptr && (*_states)[item->state]->isTransparent())
     {
         drawInOrder(range, *place.runs);
         return item + 1;
@@ -138,8 +159,8 @@ DrawItem const *ListDrawing::drawRun(DrawItem const *item, DrawItem const *end) 
     if(range.lineIndices + range.pointIndices != 0)
     {
         drawPart(GL_TRIANGLES, range.triangleIndices, firstIndex);
-        drawPart(GL_LINES, range.lineIndices, firstIndex + range.triangleIndices);
-        drawPart(GL_POINTS, range.pointIndices,
+        drawPart(GL_LINES, hasAll ? range.lineIndices : 0, firstIndex + range.triangleIndices);
+        drawPart(GL_POINTS, hasAll ? range.pointIndices : 0,
                  firstIndex + range.triangleIndices + range.lineIndices);
         return item + 1;
     }
@@ -198,10 +219,76 @@ void set_up(DrawEnv const &env)
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1);
     glEnable(GL_NORMALIZE);
     glEnable(GL_DEPTH_TEST);
+    if(env.getLook().isMultisampled)
+        glEnable(GL_MULTISAMPLE);
     glMatrixMode(GL_PROJECTION);
     glLoadMatrixf(env.getCameraProjection().values());
     glMatrixMode(GL_MODELVIEW);
     set_sections(env);
+}
+
+// One unit of depth, and as much again as a face's depth changes from one pixel to the next: a line
+// in the face goes past the centres of pixels by at most that.
+void push_faces_back()
+{
+    glPolygonOffset(1, 1);
+    glEnable(GL_POLYGON_OFFSET_FILL);
+}
+
+void set_wires(bool isOn)
+{
+    glEdgeFlag(GL_TRUE);
+    glPolygonMode(GL_FRONT_AND_BACK, isOn ? GL_LINE : GL_FILL);
+}
+
+// Transparent faces write no depths.
+void draw_shaded(ListDrawing &drawing, DrawList const &list)
+{
+    drawing.draw(list.opaque);
+    glDepthMask(GL_FALSE);
+    drawing.draw(list.transparent);
+}
+
+// The wires of what is opaque come before transparent faces, through which they are seen.
+void draw_with_wires(ListDrawing &drawing, DrawList const &list, LineStates const &wires)
+{
+    for(std::vector<DrawItem> const *items : {&list.opaque, &list.transparent})
+    {
+        drawing.use(list.states, ListDrawing::Parts::All);
+        drawing.draw(*items);
+        set_wires(true);
+        drawing.use(wires.get(), ListDrawing::Parts::Triangles);
+        drawing.draw(*items);
+        set_wires(false);
+        glDepthMask(GL_FALSE);
+    }
+}
+
+void draw_in_states(ListDrawing &drawing, DrawList const &list, LineStates const &states)
+{
+    drawing.use(states.get(), ListDrawing::Parts::All);
+    drawing.draw(list.opaque);
+    drawing.draw(list.transparent);
+}
+
+void draw_in_style(ListDrawing &drawing, DrawList const &list, LineStates const &lines,
+                   DrawLook const &look)
+{
+    bool const hasWires = look.style == DrawStyle::ShadedWithWires;
+    if(look.pushesFacesBack || hasWires)
+        push_faces_back();
+    if(look.style == DrawStyle::Shaded)
+        draw_shaded(drawing, list);
+    else if(hasWires)
+        draw_with_wires(drawing, list, lines);
+    else
+    {
+        set_wires(look.style == DrawStyle::Wires);
+        // Lines in one colour lie over the wires that another list has drawn in the same places.
+        if(look.style == DrawStyle::OneColor)
+            glDepthFunc(GL_LEQUAL);
+        draw_in_states(drawing, list, lines);
+    }
 }
 } // namespace
 
@@ -209,11 +296,10 @@ void draw_list(DrawEnv &env, DrawList const &list)
 {
     if(env.getObjects() == nullptr)
         return;
+    LineStates const lines(env.getLook(), list.states);
     ListDrawing drawing(env, list);
     set_up(env);
-    drawing.draw(list.opaque);
-    glDepthMask(GL_FALSE);
-    drawing.draw(list.transparent);
+    draw_in_style(drawing, list, lines, env.getLook());
     drawing.finish();
 }
 } // namespace OSG

@@ -112,6 +112,29 @@ TEST_F(SceneViewTest, AnIdleFrameEditsNothing)
     view.getNavigator().buttonPress(NavigatorEvent::WheelUp, 32, 24);
     EXPECT_TRUE(frame());
     EXPECT_FALSE(frame());
+    // Whatever the view: the navigator and the view pose the camera alike to the bit.
+    for(int i = 1; i <= 50; ++i)
+    {
+        Real32 const part = static_cast<Real32>(i) / 7;
+        view.setView({{part, 3 / part, 5 - part}, {1, 1, part / 9}, {part, 1, 0}, 30, 64, 48});
+        frame();
+        EXPECT_FALSE(frame()) << i;
+    }
+}
+
+TEST_F(SceneViewTest, WithoutPerspectiveAnEnginesZoomStays)
+{
+    view.setScene(make_triangle());
+    view.setEngine(UnrecordedRefPtr<CadTrackballEngine>(CadTrackballEngine::create(0.8f)));
+    view.setView(flat(4));
+    view.getNavigator().buttonPress(NavigatorEvent::WheelUp, 32, 24);
+    Real32 const zoomed = *view.getView().orthographicHeight;
+    EXPECT_NE(zoomed, 4);
+    for(int i = 0; i < 3; ++i)
+        view.update();
+    EXPECT_EQ(view.getView().orthographicHeight, zoomed);
+    view.setView(flat(2));
+    EXPECT_EQ(view.getView().orthographicHeight, 2);
 }
 
 TEST_F(SceneViewTest, FitsTheSceneInTheDirectionOfTheView)

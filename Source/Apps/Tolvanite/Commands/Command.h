@@ -22,6 +22,8 @@ struct CommonOptions
 /// Sets the level of the log: warnings and worse, or also progress with --verbose.
 void apply_log_level(CommonOptions const &options);
 
+void add_common_options(CLI::App &command, CommonOptions &options);
+
 /// The command of the command line. The parser sets it; it runs after the parse.
 using ChosenCommand = std::function<int(Streams)>;
 
@@ -33,9 +35,7 @@ CLI::App &add_command(CLI::App &program, char const *name, char const *purpose,
                       ChosenCommand &chosen)
 {
     CLI::App &command = *program.add_subcommand(name, purpose);
-    command.add_flag("--json", options->json, "Print JSON instead of a table");
-    command.add_flag("--quiet", options->quiet, "No progress bar and no warnings");
-    command.add_flag("--verbose", options->verbose, "Log progress messages too");
+    add_common_options(command, *options);
     command.callback(
         [options, run, &chosen]
         {
@@ -61,4 +61,5 @@ void add_formats_command(CLI::App &program, ChosenCommand &chosen);
 void add_types_command(CLI::App &program, ChosenCommand &chosen);
 void add_walk_command(CLI::App &program, ChosenCommand &chosen);
 void add_render_command(CLI::App &program, ChosenCommand &chosen);
+void add_view_command(CLI::App &program, ChosenCommand &chosen);
 } // namespace Tool

@@ -1,25 +1,16 @@
-#include <algorithm>
-#include <filesystem>
 #include <ostream>
 #include <vector>
 
 #include "OSGFileSuffix.h"
-#include "OSGImage.h"
-#include "OSGImageFileHandler.h"
-#include "OSGImageFileType.h"
-#include "OSGReachableMaterials.h"
 #include "OSGReachableNodes.h"
-#include "OSGSceneFileHandler.h"
 #include "OSGShownText.h"
 #include "Operations.h"
-#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
+#include "WriteScene.h"
 
 namespace Tool
 {
-namespace fs = std::filesystem;
-
 namespace
 {
 struct ConvertOptions : SceneOptions
@@ -27,72 +18,6 @@ struct ConvertOptions : SceneOptions
     std::string target;
     std::vector<Operation> operations;
 };
-
-bool is_written(std::string const &suffix)
-{
-    return OSG::SceneFileHandlerBase::the()->getFileType(
-               suffix.c_str(), OSG::IOFileTypeBase::WriteSupported) != nullptr;
-}
-
-/// The pictures that the images of a scene were read from. Writing one again would only compress it
-/// once more.
-class SourcePictures
-{
-  public:
-    explicit SourcePictures(OSG::Node *root)
-    {
-        OSG::ReachableMaterials const materials = OSG::materials_of(root);
-        for(OSG::Image const *const image : materials.getImages())
-            _files.emplace_back(image->getName());
-    }
-
-    bool contains(fs::path const &file) const
-    {
-        return std::any_of(_files.begin(), _files.end(),
-                           [&file](fs::path const &source)
-                           {
-                               std::error_code error;
-                               return source.filename() == file.filename() &&
-                                      fs::equivalent(source, file, error);
-                           });
-    }
-
-  private:
-    std::vector<fs::path> _files;
-};
-
-bool can_be_written(std::string const &file)
-{
-    std::string const suffix = OSG::file_suffix(file);
-    OSG::ImageFileType const *const type =
-        OSG::ImageFileHandlerBase::the()->getFileType(suffix.c_str());
-    return suffix == "mtl" || (type != nullptr && type->canWrite());
-}
-
-// A picture whose format nobody writes is named and left out. Every other failure ends the write.
-bool write_files(OSG::Node *root, std::string const &path, Streams streams)
-{
-    OSG::SceneFileHandlerBase &handler = *OSG::SceneFileHandlerBase::the();
-    if(!handler.write(root, path.c_str()))
-        return false;
-    for(std::string const &file : handler.getUnwrittenFiles())
-    {
-        if(can_be_written(file))
-            return false;
-        complain(streams, "cannot write " + fs::path(file).filename().string() +
-                              ": no format writes '" + OSG::file_suffix(file) + "'");
-    }
-    return true;
-}
-
-// Empty on success, otherwise the reason of the failure.
-std::string write_scene(OSG::Node *root, std::string const &target, Streams streams)
-{
-    SourcePictures const pictures(root);
-    return replace_file(
-        target, [&](std::string const &path) { return write_files(root, path, streams); },
-        [&pictures](fs::path const &file) { return pictures.contains(file); });
-}
 
 struct Outcome
 {

@@ -1,17 +1,14 @@
-#include <algorithm>
 #include <new>
 #include <vector>
 
-#include "OSGImage.h"
 #include "OSGOffscreenContext.h"
 #include "OSGPicture.h"
 #include "OSGShownText.h"
-#include "OSGStbCodec.h"
 #include "Operations.h"
 #include "PictureOptions.h"
-#include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "Stopwatch.h"
+#include "WritePicture.h"
 
 namespace Tool
 {
@@ -34,41 +31,6 @@ int no_picture(std::string const &reason, Streams streams)
 {
     complain(streams, "no picture: " + reason);
     return Failed;
-}
-
-constexpr OSG::UInt32 Channels = 3;
-
-// Empty where a picture of this size can be written. Reading and drawing would be for nothing.
-std::string refusal_of_size(PictureChoice const &choice)
-{
-    if(OSG::UInt64(Channels) * choice.width() * choice.height() <= OSG::MaxEncodedBytes)
-        return {};
-    return "a size of " + std::to_string(choice.width()) + 'x' + std::to_string(choice.height()) +
-           " is more than a picture file holds";
-}
-
-using ImagePtr = OSG::UnrecordedRefPtr<OSG::Image>;
-
-// Pictures in files have their bottom row first.
-ImagePtr image_of(std::vector<OSG::UInt8> const &pixels, PictureChoice const &choice)
-{
-    ImagePtr image(OSG::Image::create());
-    image->set(choice.width(), choice.height(), Channels, nullptr);
-    auto &rows = *image->editMFPixel();
-    auto const row = static_cast<std::ptrdiff_t>(Channels) * choice.width();
-    for(std::ptrdiff_t y = 0; y < choice.height(); ++y)
-        std::copy_n(pixels.end() - row * (y + 1), row, rows.begin() + row * y);
-    return image;
-}
-
-// Empty on success, otherwise the reason of the failure.
-std::string write_picture(std::string const &target, std::vector<OSG::UInt8> const &pixels,
-                          PictureChoice const &choice)
-{
-    ImagePtr const image = image_of(pixels, choice);
-    std::string const reason = replace_file(target, [&image](std::string const &path)
-                                            { return image->write(path.c_str()); });
-    return reason.empty() ? reason : "cannot write " + target + ": " + reason;
 }
 
 void print_outcome(std::ostream &out, RenderOptions const &options, PictureChoice const &choice,
@@ -112,7 +74,7 @@ void print_result(RenderOptions const &options, PictureChoice const &choice, Out
 // The context comes first: a machine that cannot draw need not read.
 int make_picture(RenderOptions const &options, PictureChoice const &choice, Streams streams)
 {
-    std::string const refusal = refusal_of_size(choice);
+    std::string const refusal = refusal_of_size(choice.width(), choice.height());
     if(!refusal.empty())
         return no_picture(refusal, streams);
     OSG::OffscreenContext context(choice.width(), choice.height());
@@ -129,7 +91,8 @@ int make_picture(RenderOptions const &options, PictureChoice const &choice, Stre
         context, scene.root, choice.inScene(OSG::bounds_of(scene.root)), choice.background());
     if(!picture.missing.empty())
         return no_picture(picture.missing, streams);
-    std::string const reason = write_picture(options.picture.target, picture.pixels, choice);
+    std::string const reason =
+        write_picture(options.picture.target, picture.pixels, choice.width(), choice.height());
     if(!reason.empty())
         return no_picture(reason, streams);
     print_result(options, choice, {picture.triangles, watch.seconds(), context.getRenderer()},

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iomanip>
 #include <new>
@@ -11,6 +10,7 @@
 #include "OSGNamedEngine.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPathPlot.h"
+#include "ReadRecording.h"
 #include "ReplaceFile.h"
 #include "SceneFile.h"
 #include "ValueJson.h"
@@ -43,17 +43,6 @@ Pair size_of(std::string const &text)
        size.second > 32767)
         throw CLI::ValidationError("--size", text + " is not WxH in pixels up to 32767");
     return size;
-}
-
-OSG::RecordingResult read_events(std::string const &file)
-{
-    // Only regular files are read: opening a pipe may wait forever, and a device may have no end.
-    if(!std::filesystem::is_regular_file(file))
-        return {std::nullopt, "is no regular file"};
-    std::ifstream in(file, std::ios::binary);
-    if(!in)
-        return {std::nullopt, "cannot be opened"};
-    return OSG::read_recording(in);
 }
 
 std::vector<Pose> play(OSG::InputRecording const &recording, std::string const &engine,
@@ -137,7 +126,7 @@ std::string write_plot(std::string const &target, OSG::Node *scene, std::vector<
 int run_replay(ReplayOptions const &options, Streams streams)
 {
     Pair const size = size_of(options.size);
-    OSG::RecordingResult const events = read_events(options.events);
+    OSG::RecordingResult const events = read_recording_file(options.events);
     if(!events.recording)
     {
         complain(streams, options.events + ": " + events.complaint);

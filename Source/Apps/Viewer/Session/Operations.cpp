@@ -1,0 +1,42 @@
+#include "Operations.h"
+
+#include <new>
+
+#include "OSGGraphOpFactory.h"
+
+namespace Viewer
+{
+std::string Operations::run(std::string const &name, std::string const &params)
+{
+    OSG::UnrecordedRefPtr<OSG::GraphOp> const operation(
+        OSG::GraphOpFactoryBase::the()->create(name.c_str()));
+    if(operation == nullptr)
+        return "there is no operation " + name;
+    if(_document.getScene() == nullptr)
+        return "there is no scene";
+    try
+    {
+        auto const account = _document.apply(*operation, params);
+        _picking.forget();
+        if(!account)
+            return _document.takeMessage();
+        _accounts.push_back(*account);
+        return "done: " + name;
+    }
+    catch(std::bad_alloc const &)
+    {
+        return "not enough memory for " + name;
+    }
+}
+
+std::string Operations::undo()
+{
+    if(!_document.undo())
+        return "nothing to undo";
+    if(_accounts.empty())
+        return "undone";
+    std::string const name = _accounts.back().name;
+    _accounts.pop_back();
+    return "undone: " + name;
+}
+} // namespace Viewer

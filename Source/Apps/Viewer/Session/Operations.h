@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "OSGSceneDocument.h"
+#include "Picking.h"
+
+namespace Viewer
+{
+/// Runs graph operations over the scene that is shown, and keeps their accounts.
+class Operations
+{
+  public:
+    /// Keeps references to both, which have to outlive it.
+    Operations(OSG::SceneDocument &document, Picking &picking)
+        : _document(document)
+        , _picking(picking)
+    {
+    }
+
+    /// The operation of that name. What is selected, hidden and measured is forgotten, because
+    /// places may lead elsewhere afterwards. The result is a line for the user; it tells as well
+    /// where there is no such operation, no scene or no memory.
+    std::string run(std::string const &name, std::string const &params);
+    /// See SceneDocument::undo.
+    std::string undo();
+    /// There is another scene.
+    void forget() { _accounts.clear(); }
+
+    /// Of the operations that made the scene what it is, in their order.
+    std::vector<OSG::GraphOpAccount> const &getAccounts() const { return _accounts; }
+
+  private:
+    OSG::SceneDocument &_document;
+    Picking &_picking;
+    std::vector<OSG::GraphOpAccount> _accounts;
+};
+} // namespace Viewer

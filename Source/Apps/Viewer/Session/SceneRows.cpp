@@ -1,0 +1,150 @@
+#include "SceneRows.h"
+
+#include <algorithm>
+
+#include "OSGName.h"
+
+namespace Viewer
+{
+namespace
+{
+OSG::Node *other_tree_of(OSG::Node const &node)
+{
+    return node.getCore() != nullptr ? node.getCore()->getOtherTree() : nullptr;
+}
+} // namespace
+
+std::string label_of(OSG::Node const &node)
+{
+    OSG::NodeCore const *const core = node.getCore();
+    char const *const name = OSG::getName(&node);
+    char const *const found = name != nullptr ? name : OSG::getName(core);
+    if(found != nullptr && *found != '\0')
+        return found;
+    return core != nullptr ? core->getType().getCName() : "no core";
+}
+
+SceneRows::SceneRows() = default;
+SceneRows::~SceneRows() = default;
+
+void SceneRows::update(OSG::Node *scene)
+{
+    bool const isOther = scene != _scene.get();
+    if(isOther)
+    {
+        _open.clear();
+        _scene = scene;
+        if(scene != nullptr)
+            _open.insert(OSG::NodePath(scene));
+    }
+    if(wereListedNodesEdited() || isOther)
+        list();
+}
+
+bool SceneRows::wereListedNodesEdited()
+{
+    _entries.clear();
+    bool const isKnown = _edits.read(_entries);
+    return !isKnown ||
+           std::any_of(_entries.begin(), _entries.end(),
+                       [this](auto const &entry) { return _listed.contains(entry.node); });
+}
+
+// Without recursion, since files decide how deep a scene is.
+void SceneRows::list()
+{
+    _rows.clear();
+    _listed.clear();
+    _ways.assign(1, Way());
+    if(_scene == nullptr)
+        return;
+    std::vector<Row> waiting; // the next one last
+    Places met;
+    waiting.push_back({_scene, 0, 0});
+    while(!waiting.empty())
+    {
+        Row row = std::move(waiting.back());
+        waiting.pop_back();
+        OSG::Node *const node = row.node;
+        OSG::UInt32 const way = row.way;
+        OSG::UInt32 const depth = row.depth;
+        row.hasBelow = node->getNChildren() != 0 || other_tree_of(*node) != nullptr;
+        OSG::NodePath const path = pathOf(row);
+        row.isOpen = row.hasBelow && _open.contains(path);
+        _listed.insert(node);
+        if(row.isOpen)
+            met.insert(path);
+        bool const isOpen = row.isOpen;
+        _rows.push_back(std::move(row));
+        if(isOpen)
+            listNode(node, way, depth + 1, waiting);
+    }
+    _open = std::move(met);
+}
+
+void SceneRows::listNode(OSG::Node *node, OSG::UInt32 way, OSG::UInt32 depth,
+                         std::vector<Row> &waiting)
+{
+    if(OSG::Node *const other = other_tree_of(*node))
+    {
+        waiting.push_back({NodePtr(other), depth, static_cast<OSG::UInt32>(_ways.size())});
+        _ways.push_back({node, way});
+    }
+    for(OSG::UInt32 i = node->getNChildren(); i-- > 0;)
+        waiting.push_back({NodePtr(node->getChild(i)), depth, way});
+}
+
+std::vector<OSG::Node *> SceneRows::visitingOf(OSG::UInt32 way) const
+{
+    std::vector<OSG::Node *> visiting;
+    for(; way != 0; way = _ways[way].outer)
+        visiting.insert(visiting.begin(), _ways[way].visiting);
+    return visiting;
+}
+
+OSG::NodePath SceneRows::pathOf(Row const &row) const
+{
+    return OSG::NodePath(row.node, visitingOf(row.way));
+}
+
+void SceneRows::toggle(std::size_t index)
+{
+    if(index >= _rows.size() || !_rows[index].hasBelow)
+        return;
+    OSG::NodePath const path = pathOf(_rows[index]);
+    if(_open.erase(path) == 0)
+        _open.insert(path);
+    list();
+}
+
+// Whether one of them was closed.
+bool SceneRows::openAround(OSG::NodePath const &path)
+{
+    std::size_t const numOpen = _open.size();
+    std::vector<OSG::Node *> visiting = path.getVisiting();
+    OSG::Node *node = path.getNode();
+    for(;;)
+    {
+        for(node = node->getParent(); node != nullptr; node = node->getParent())
+            _open.insert(OSG::NodePath(node, visiting));
+        if(visiting.empty())
+            break;
+        node = visiting.back();
+        visiting.pop_back();
+        _open.insert(OSG::NodePath(node, visiting));
+    }
+    return _open.size() != numOpen;
+}
+
+std::size_t SceneRows::reveal(OSG::NodePath const &path)
+{
+    if(!path.isIn(_scene))
+        return _rows.size();
+    if(openAround(path))
+        list();
+    auto const found = std::find_if(_rows.begin(), _rows.end(),
+                                    [&](Row const &row)
+                                    { return row.node == path.getNode() && pathOf(row) == path; });
+    return static_cast<std::size_t>(found - _rows.begin());
+}
+} // namespace Viewer

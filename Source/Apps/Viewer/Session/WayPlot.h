@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "OSGPathPlot.h"
+
+namespace Viewer
+{
+/// Writes a plot of the way through the scene, see OSG::write_path_plot, and replaces a file that
+/// is there. Empty on success, otherwise the reason of the failure.
+std::string save_way_plot(std::string const &target, OSG::Node *scene,
+                          std::vector<OSG::PathPoint> const &way, OSG::Vec3f const &up);
+
+/// The places of a way seen from above, in a square from 0 to 1 with x to the right and y down, to
+/// one scale. Places that are not finite are left out. A way that stays where it is lies in the
+/// middle.
+std::vector<OSG::Pnt2f> sketch_way(std::vector<OSG::PathPoint> const &way, bool isZUp);
+} // namespace Viewer

@@ -1,0 +1,67 @@
+#include "Operations.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "OSGGraphOpFactory.h"
+#include "TempFolder.h"
+
+using namespace OSG;
+using namespace OSG::Test;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace
+{
+/// A scene of two nodes without names, read from a file.
+struct OperationsTest : testing::Test
+{
+    void read()
+    {
+        document.open(folder.write("part.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n"));
+        while(!document.update(0))
+            ASSERT_TRUE(document.isReading());
+        view.setScene(document.getScene());
+    }
+
+    TempFolder folder;
+    SceneView view;
+    Viewer::Picking picking{view};
+    SceneDocument document;
+    Viewer::Operations operations{document, picking};
+};
+
+TEST_F(OperationsTest, ARunIsAccountedForAndUndone)
+{
+    read();
+    picking.selectPath(NodePath(document.getScene()), 0);
+    EXPECT_EQ(operations.run("Mrg", ""), "done: Mrg");
+    ASSERT_THAT(operations.getAccounts(), SizeIs(1));
+    EXPECT_EQ(operations.getAccounts()[0].name, "Mrg");
+    EXPECT_TRUE(picking.getSelection().isEmpty());
+    EXPECT_EQ(operations.undo(), "undone: Mrg");
+    EXPECT_THAT(operations.getAccounts(), IsEmpty());
+    EXPECT_EQ(operations.undo(), "nothing to undo");
+}
+
+TEST_F(OperationsTest, WithoutASceneNothingRuns)
+{
+    EXPECT_EQ(operations.run("Mrg", ""), "there is no scene");
+    EXPECT_THAT(operations.getAccounts(), IsEmpty());
+}
+
+TEST_F(OperationsTest, AnOperationThatIsNotRegisteredDoesNotRun)
+{
+    read();
+    EXPECT_EQ(operations.run("Melt", ""), "there is no operation Melt");
+    EXPECT_FALSE(document.canUndo());
+}
+
+TEST_F(OperationsTest, ForgettingDropsTheAccounts)
+{
+    read();
+    operations.run("Mrg", "");
+    operations.forget();
+    EXPECT_THAT(operations.getAccounts(), IsEmpty());
+}
+} // namespace

@@ -1,0 +1,35 @@
+# What the viewer needs: TOLVANITE_VIEWER_FOUND and the target TolvaniteToolkit. Where something is
+# missing the viewer is left out, and `tolvanite view` says so.
+set(TOLVANITE_VIEWER_FOUND FALSE)
+find_package(glfw3 3.3 QUIET)
+find_package(OpenGL QUIET COMPONENTS OpenGL)
+find_path(TOLVANITE_IMGUI_INCLUDE_DIR imgui.h PATH_SUFFIXES imgui)
+find_library(TOLVANITE_IMGUI_LIBRARY imgui)
+find_library(TOLVANITE_STB_LIBRARY stb) # Debian's Dear ImGui takes its fonts from there
+find_path(TOLVANITE_SPNAV_INCLUDE_DIR spnav.h)
+find_library(TOLVANITE_SPNAV_LIBRARY spnav)
+mark_as_advanced(TOLVANITE_IMGUI_INCLUDE_DIR TOLVANITE_IMGUI_LIBRARY TOLVANITE_STB_LIBRARY
+    TOLVANITE_SPNAV_INCLUDE_DIR TOLVANITE_SPNAV_LIBRARY)
+if(TARGET glfw AND TARGET OpenGL::GL AND TOLVANITE_IMGUI_INCLUDE_DIR AND TOLVANITE_IMGUI_LIBRARY)
+    set(TOLVANITE_VIEWER_FOUND TRUE)
+    add_library(TolvaniteToolkit INTERFACE)
+    target_include_directories(TolvaniteToolkit SYSTEM INTERFACE ${TOLVANITE_IMGUI_INCLUDE_DIR}
+        ${TOLVANITE_IMGUI_INCLUDE_DIR}/backends)
+    target_link_libraries(TolvaniteToolkit INTERFACE ${TOLVANITE_IMGUI_LIBRARY} glfw OpenGL::GL)
+    if(TOLVANITE_STB_LIBRARY)
+        target_link_libraries(TolvaniteToolkit INTERFACE ${TOLVANITE_STB_LIBRARY})
+    endif()
+    # The desktop that a walk asks. Without it the walk is greyed.
+    find_package(X11 QUIET)
+    if(TOLVANITE_XCB_LIBRARIES AND X11_X11_xcb_FOUND AND X11_Xrandr_FOUND)
+        target_compile_definitions(TolvaniteToolkit INTERFACE VIEWER_WITH_X11)
+        target_link_libraries(TolvaniteToolkit INTERFACE X11::X11_xcb X11::X11)
+    endif()
+    if(TOLVANITE_SPNAV_INCLUDE_DIR AND TOLVANITE_SPNAV_LIBRARY)
+        target_compile_definitions(TolvaniteToolkit INTERFACE VIEWER_WITH_SPNAV)
+        target_include_directories(TolvaniteToolkit SYSTEM INTERFACE ${TOLVANITE_SPNAV_INCLUDE_DIR})
+        target_link_libraries(TolvaniteToolkit INTERFACE ${TOLVANITE_SPNAV_LIBRARY})
+    endif()
+else()
+    message(STATUS "GLFW, OpenGL or Dear ImGui not found, the viewer is left out")
+endif()
