@@ -10,6 +10,7 @@ import json
 import os
 import shutil
 import signal
+import struct
 import subprocess
 import tempfile
 import time
@@ -39,8 +40,10 @@ class Screen:
 
     def __enter__(self):
         read, write = os.pipe()
+        self.folder = tempfile.mkdtemp(prefix="tolvanite-screen-")
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", self.size, "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", self.size, "-nolisten", "tcp",
+             "-fbdir", self.folder],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as answer:
@@ -53,6 +56,22 @@ class Screen:
     def __exit__(self, *_):
         self.server.terminate()
         self.server.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def picture(self, width, height):
+        """Rows of red, green and blue of the left top corner of the screen."""
+        # The head of the dump: 25 numbers, then a name, then the table of colours.
+        with open(os.path.join(self.folder, "Xvfb_screen0"), "rb") as dump:
+            data = dump.read()
+        head = struct.unpack(">25I", data[:100])
+        begin, stride = head[0] + 12 * head[19], head[12]
+        rows = []
+        for y in range(height):
+            row = data[begin + y * stride:begin + y * stride + 4 * width]
+            colors = bytearray(3 * width)
+            colors[0::3], colors[1::3], colors[2::3] = row[2::4], row[1::4], row[0::4]
+            rows.append(bytes(colors))
+        return rows
 
     def act(self, *words):
         """One call of xdotool; its output."""

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <set>
+#include <utility>
 
 #include "EngineKeys.h"
 #include "Gui.h"
@@ -52,7 +53,7 @@ class Viewer : private WindowListener
     void showTitle();
     void draw(bool hasSceneChanged);
     void goOnWithErrand();
-    void saveScreenshot(std::string const &target);
+    bool saveScreenshot(std::string const &target);
     void noteDrawn(double frameSeconds);
     void logTimes() const;
     double seconds() const;
@@ -189,16 +190,16 @@ void Viewer::goOnWithErrand()
     _errand = Errand::Done;
     if(!isShown)
         _status = Tool::Failed;
-    else if(!_options.screenshot.empty())
-        saveScreenshot(_options.screenshot);
+    else if(!_options.screenshot.empty() && !saveScreenshot(_options.screenshot))
+        _status = Tool::Failed;
     if(_options.exit)
         _window.close();
     else
         _status = Tool::Success; // whoever stays at the window has seen what is wrong
 }
 
-// The scene without the panels.
-void Viewer::saveScreenshot(std::string const &target)
+// The scene without the panels, when all its edges are found.
+bool Viewer::saveScreenshot(std::string const &target)
 {
     auto const [width, height] = _window.getPixels();
     auto const w = static_cast<OSG::UInt32>(width);
@@ -207,14 +208,15 @@ void Viewer::saveScreenshot(std::string const &target)
     if(reason.empty())
     {
         _session.view.getViewport()->activateSize();
-        _session.view.draw();
+        do
+            _session.view.draw();
+        while(!_session.view.isComplete());
         reason = Tool::write_picture(target, OSG::read_frame(w, h), w, h);
     }
     _session.message = reason.empty() ? "saved " + target : "no picture: " + reason;
-    if(reason.empty())
-        return;
-    _status = Tool::Failed;
-    Tool::complain(_streams, _session.message);
+    if(!reason.empty())
+        Tool::complain(_streams, _session.message);
+    return reason.empty();
 }
 
 // Nothing means until an event comes.
@@ -289,6 +291,8 @@ void Viewer::draw(bool hasSceneChanged)
     _gui.beginFrame();
     _panels.draw(static_cast<float>(1 / _window.getPixelScale()));
     _gui.endFrame();
+    if(std::exchange(_session.wantsScreenshot, false))
+        saveScreenshot(_session.freePictureName());
     _session.view.getViewport()->activateSize();
     if(hasSceneChanged || !_kept.show(w, h))
     {

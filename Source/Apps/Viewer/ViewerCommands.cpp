@@ -22,6 +22,10 @@ void add_file_commands(Commands &commands, Session &session, std::function<void(
                         .run = [&session] { session.open(session.document.getFile()); },
                         .canRun = [&session] { return !session.document.getFile().empty(); }});
     commands.push_back(
+        {.menu = "File", .name = "Screenshot", .key = {'S', Control | Shift}, .run = [&session] {
+             session.wantsScreenshot = true;
+         }});
+    commands.push_back(
         {.menu = "File", .name = "Quit", .key = {'Q', Control}, .run = quit, .beginsGroup = true});
 }
 
@@ -74,9 +78,9 @@ void add_view_commands(Commands &commands, Session &session)
 void add_tool_commands(Commands &commands, Session &session)
 {
     using Kind = ToolBox::Tool;
-    std::pair<Kind, OSG::Int16> const tools[] = {{Kind::Navigate, 'N'}, {Kind::Pick, 'K'},
-                                                 {Kind::Band, 'B'},     {Kind::Lasso, 'L'},
-                                                 {Kind::Distance, 'M'}, {Kind::Angle, 'G'}};
+    std::pair<Kind, OSG::Int16> const tools[] = {
+        {Kind::Navigate, 'N'}, {Kind::Pick, 'K'},  {Kind::Band, 'B'}, {Kind::Lasso, 'L'},
+        {Kind::Distance, 'M'}, {Kind::Angle, 'G'}, {Kind::Zoom, 'Z'}};
     for(auto const &[tool, letter] : tools)
         commands.push_back(
             {.menu = "Tool",

@@ -125,6 +125,19 @@ void Session::toggleWay()
         document.setNeedsSaving();
 }
 
+std::string Session::freePictureName() const
+{
+    std::filesystem::path const file(document.getFile());
+    std::string const stem = file.empty() ? "tolvanite" : file.stem().string();
+    std::error_code error;
+    for(int number = 1;; ++number)
+    {
+        std::string name = stem + '-' + std::to_string(number) + ".png";
+        if(!std::filesystem::exists(name, error))
+            return name;
+    }
+}
+
 std::filesystem::path Session::recordingFile() { return state_folder() / "last.events"; }
 
 void Session::toggleRecording()

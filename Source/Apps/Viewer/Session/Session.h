@@ -36,7 +36,7 @@ class Session
     OSG::FrameDemand demand;
     OSG::ViewDriver driver{view};
     Picking picking{view};
-    ToolBox tools{events, picking};
+    ToolBox tools{events, picking, view, driver};
     Engines engines{view, events};
     OSG::SceneDocument document;
     Sections sections{view};
@@ -46,7 +46,8 @@ class Session
     Recordings recordings{view, events, engines, tools};
     Report report;
     Settings settings;
-    std::string message; ///< for the line at the bottom
+    std::string message;          ///< for the line at the bottom
+    bool wantsScreenshot = false; ///< the host saves one and takes it back
 
     /// In device pixels.
     void setSize(OSG::UInt32 width, OSG::UInt32 height);
@@ -66,6 +67,8 @@ class Session
     void toggleRecording();
     /// Plays a recording; false, and a line for the user, where it is none.
     bool play(std::string const &file, Recordings::Pace pace);
+    /// A name for a picture in the current folder that no file has.
+    std::string freePictureName() const;
     /// What toggleRecording() writes.
     static std::filesystem::path recordingFile();
     /// A wheel's step over the scene.

@@ -2,11 +2,21 @@
 
 #include <utility>
 
+#include "OSGViewMoves.h"
+
 namespace Viewer
 {
 namespace
 {
 using Event = OSG::PointerTool::Event;
+
+/// In recordings its bands are not those that select.
+class NamedZoomTool : public OSG::BandTool
+{
+  public:
+    using BandTool::BandTool;
+    char const *getName() const override { return "zoom"; }
+};
 
 /// Distances and angles have names of their own in recordings.
 class NamedMeasureTool : public OSG::MeasureTool
@@ -27,9 +37,12 @@ class NamedMeasureTool : public OSG::MeasureTool
 };
 } // namespace
 
-ToolBox::ToolBox(OSG::EventAdapter &events, Picking &picking)
+ToolBox::ToolBox(OSG::EventAdapter &events, Picking &picking, OSG::SceneView &view,
+                 OSG::ViewDriver &driver)
     : _events(events)
     , _picking(picking)
+    , _view(view)
+    , _driver(driver)
 {
     take(Tool::Navigate);
 }
@@ -57,6 +70,10 @@ void ToolBox::take(Tool tool)
         _inHand = _lasso = std::make_shared<OSG::LassoTool>(
             [this](OSG::LassoTool::Lasso const &lasso) { _picking.lasso(lasso); }, click);
         break;
+    case Tool::Zoom:
+        _inHand = _band = std::make_shared<NamedZoomTool>([this](OSG::BandTool::Band const &band)
+                                                          { zoom(band.area); });
+        break;
     case Tool::Distance:
     case Tool::Angle:
         _inHand = _measure =
@@ -71,7 +88,7 @@ bool ToolBox::takeNamed(std::string const &name)
     std::pair<char const *, Tool> const tools[] = {
         {"navigate", Tool::Navigate}, {"pick", Tool::Pick},         {"band", Tool::Band},
         {"lasso", Tool::Lasso},       {"distance", Tool::Distance}, {"measure", Tool::Distance},
-        {"angle", Tool::Angle}};
+        {"angle", Tool::Angle},       {"zoom", Tool::Zoom}};
     for(auto const &[known, tool] : tools)
     {
         if(name != known)
@@ -80,6 +97,16 @@ bool ToolBox::takeNamed(std::string const &name)
         return true;
     }
     return false;
+}
+
+// What lies under the middle of the band is as large as the window lets it.
+void ToolBox::zoom(OSG::PixelArea const &area)
+{
+    OSG::WindowView const view = _view.getView();
+    OSG::Pnt2f const middle((area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    auto const found = _picking.getPicker().foremost(middle);
+    _driver.goTo(OSG::zoom_window(view, {area.left, area.top}, {area.right, area.bottom},
+                                  found ? found->point : view.at));
 }
 
 std::vector<OSG::Pnt2f> ToolBox::drawnShape() const
@@ -109,7 +136,8 @@ std::vector<OSG::Pnt3f> ToolBox::measuredSoFar() const
 
 char const *name_of(ToolBox::Tool tool)
 {
-    constexpr char const *Names[] = {"Navigate", "Pick", "Band", "Lasso", "Distance", "Angle"};
+    constexpr char const *Names[] = {"Navigate", "Pick",  "Band",       "Lasso",
+                                     "Distance", "Angle", "Zoom window"};
     return Names[static_cast<std::size_t>(tool)];
 }
 } // namespace Viewer

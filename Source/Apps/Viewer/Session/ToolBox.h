@@ -7,6 +7,7 @@
 #include "OSGEventAdapter.h"
 #include "OSGLassoTool.h"
 #include "OSGMeasureTool.h"
+#include "OSGViewDriver.h"
 #include "Picking.h"
 
 namespace Viewer
@@ -22,11 +23,13 @@ class ToolBox
         Band,
         Lasso,
         Distance,
-        Angle
+        Angle,
+        Zoom ///< a band is what the window shows then
     };
 
-    /// Keeps references to both, which have to outlive it.
-    ToolBox(OSG::EventAdapter &events, Picking &picking);
+    /// Keeps references to all, which have to outlive it.
+    ToolBox(OSG::EventAdapter &events, Picking &picking, OSG::SceneView &view,
+            OSG::ViewDriver &driver);
 
     /// Ends what the tool before was at.
     void take(Tool tool);
@@ -43,8 +46,12 @@ class ToolBox
     std::vector<OSG::Pnt3f> measuredSoFar() const;
 
   private:
+    void zoom(OSG::PixelArea const &area);
+
     OSG::EventAdapter &_events;
     Picking &_picking;
+    OSG::SceneView &_view;
+    OSG::ViewDriver &_driver;
     Tool _tool = Tool::Navigate;
     std::shared_ptr<OSG::PointerTool> _inHand;
     std::shared_ptr<OSG::BandTool> _band;
