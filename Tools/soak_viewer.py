@@ -61,7 +61,7 @@ class Hand:
         self.viewer.click(*self.place(), button=self.chance.choice([4, 5]))
 
     def engine(self):
-        self.viewer.key(self.chance.choice(["F6", "F7", "F8", "F9"]))
+        self.viewer.key(self.chance.choice(["F9", "F10", "F11", "F12"]))
 
     def size(self):
         width, height = self.chance.randrange(1, SIZE[0]), self.chance.randrange(1, SIZE[1])
@@ -142,7 +142,7 @@ def main():
                 soak(viewer, random.Random(options.seed), options.seconds)
                 check(viewer)
                 viewer.act("keyup", "shift", "keyup", "ctrl", "keyup", "alt")
-                viewer.key("Escape", "Escape", "F6")
+                viewer.key("Escape", "Escape", "F9")
                 status = viewer.quit()
                 if status != 0:
                     raise Failure(f"exit status {status}")

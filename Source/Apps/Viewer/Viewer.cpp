@@ -313,7 +313,7 @@ void Viewer::buttonPressed(OSG::Int16 button, OSG::UInt16 modifiers)
 {
     double x = 0;
     double y = 0;
-    _window.getPointer(x, y);
+    _window.getPointerOfEvent(x, y);
     _session.events.setPointerTaken(_gui.isOverPanel(x, y));
     _session.events.buttonPress(button, x, y, modifiers);
 }
@@ -322,7 +322,7 @@ void Viewer::buttonReleased(OSG::Int16 button, OSG::UInt16 modifiers)
 {
     double x = 0;
     double y = 0;
-    _window.getPointer(x, y);
+    _window.getPointerOfEvent(x, y);
     _session.events.buttonRelease(button, x, y, modifiers);
 }
 
@@ -330,7 +330,7 @@ void Viewer::wheelTurned(double steps)
 {
     double x = 0;
     double y = 0;
-    _window.getPointer(x, y);
+    _window.getPointerOfEvent(x, y);
     if(!_gui.isOverPanel(x, y))
         _session.wheel(steps, x, y);
 }

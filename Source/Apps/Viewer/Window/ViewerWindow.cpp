@@ -1,5 +1,7 @@
 #include "ViewerWindow.h"
 
+#include <tuple>
+
 #include "KeyCodes.h"
 #include "OSGNavigatorEvent.h"
 #include "OSGPointerTool.h"
@@ -74,6 +76,7 @@ struct ViewerWindow::Callbacks
 
     static void move(GLFWwindow *window, double x, double y)
     {
+        self(window)._toldPointer = {x, y};
         tell(window, [=](WindowListener &listener) { listener.pointerMoved(x, y); });
     }
     static void button(GLFWwindow *window, int button, int action, int modifiers)
@@ -214,6 +217,14 @@ float ViewerWindow::getContentScale() const
 }
 
 void ViewerWindow::getPointer(double &x, double &y) const { glfwGetCursorPos(_window, &x, &y); }
+
+void ViewerWindow::getPointerOfEvent(double &x, double &y) const
+{
+    if(_toldPointer)
+        std::tie(x, y) = *_toldPointer;
+    else
+        getPointer(x, y);
+}
 
 void ViewerWindow::setTitle(std::string const &title)
 {

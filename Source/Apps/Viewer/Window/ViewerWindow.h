@@ -59,6 +59,8 @@ class ViewerWindow
     float getContentScale() const;
     /// Where the pointer is, in the toolkit's units.
     void getPointer(double &x, double &y) const;
+    /// Where it was at the event that is told now: it may have gone on since.
+    void getPointerOfEvent(double &x, double &y) const;
     void setTitle(std::string const &title);
 
     bool isClosing() const;
@@ -92,6 +94,7 @@ class ViewerWindow
     WindowListener *_listener = nullptr;
     std::shared_ptr<OSG::Desktop> _desktop;
     bool _hasEvent = false;
+    std::optional<std::pair<double, double>> _toldPointer;
     std::set<int> _pressedKeys; // since events were handled last
     std::vector<KeyEvent> _lateReleases;
 };
