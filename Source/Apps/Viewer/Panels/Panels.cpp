@@ -84,7 +84,9 @@ void Panels::draw(float unitsPerPixel)
     draw_measure_texts(_session, unitsPerPixel);
     drawBottomLine();
     drawColumns();
-    _cube.draw(ImGui::GetIO().DisplaySize.x - _right.takeWidth(), unitsPerPixel);
+    float const right = ImGui::GetIO().DisplaySize.x - _right.takeWidth();
+    if(_open.cube)
+        _cube.draw(right, unitsPerPixel);
     drawProgress();
     _files.draw();
     if(_open.help)
