@@ -14,8 +14,8 @@ from viewer_driver import Screen, Viewer
 SIZE = (1000, 640)
 LOOK_AT_THE_BUILDING = """tolvanite-events 1
 camera perspective 60
-from -3.4 1.65 -2.6
-at 2.6 2.4 -3.4
+from -3.4 1.65 -3.3
+at 0 1.65 -3.3
 up 0 1 0
 motion-factor 1
 rotation-angle 0.05
@@ -46,8 +46,8 @@ def show_selection(screen, program, models, out):
     with Viewer(screen, program, [os.path.join(models, "pavilion.obj")], SIZE) as viewer:
         viewer.wait_for_title("pavilion.obj")
         viewer.key("shift+b")
-        viewer.drag((560, 380), (500, 420), (420, 470))
-        viewer.click(500, 280, keys=("shift",))
+        viewer.drag((560, 420), (540, 400), (520, 380))
+        viewer.move(100, 600)
         save(viewer, os.path.join(out, "viewer-selection.png"))
 
 
@@ -59,6 +59,7 @@ def show_edges(screen, program, models, out):
         viewer.key("e")
         viewer.key("p")
         viewer.click(500, 330)
+        viewer.move(100, 600)
         save(viewer, os.path.join(out, "viewer-edges.png"))
 
 
@@ -67,16 +68,17 @@ def show_walk(screen, program, models, out):
     events = os.path.join(out, "viewer-walk.events")
     with open(events, "w", encoding="utf-8") as text:
         text.write(LOOK_AT_THE_BUILDING)
-    with Viewer(screen, program, [os.path.join(models, "building.obj"), "--engine", "walk",
-                                  "--play", events], SIZE) as viewer:
+    with Viewer(screen, program, [os.path.join(models, "building.obj"), "--play", events],
+                SIZE) as viewer:
         viewer.wait_for_title("building.obj")
         time.sleep(0.5)
-        viewer.key("shift+s", "shift+t", "shift+w")
+        viewer.key("shift+s", "shift+t", "shift+w", "F12")
         viewer.key("ctrl+m", "ctrl+w")
         viewer.act("keydown", "w")
         time.sleep(1.2)
         viewer.act("keyup", "w")
         viewer.key("ctrl+m", "ctrl+w")
+        viewer.move(980, 600)
         save(viewer, os.path.join(out, "viewer-walk.png"))
     os.unlink(events)
 

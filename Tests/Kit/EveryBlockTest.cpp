@@ -48,10 +48,9 @@ NodePtr make_scene()
     NodePtr const materials =
         make<MaterialGroup>({make_triangle(), make_group({make_triangle(), make_triangle()})});
     core_of<MaterialGroup>(materials)->setMaterial(make_material());
-    NodePtr const root =
-        make_group({make_transform(translation(1, 0, 0), {make_triangle(), shared}), materials,
-                    make<Switch>({make_triangle()}), make_group({make_group({make_triangle()})}),
-                    make_visit(shared)});
+    NodePtr root = make_group({make_transform(translation(1, 0, 0), {make_triangle(), shared}),
+                               materials, make<Switch>({make_triangle()}),
+                               make_group({make_group({make_triangle()})}), make_visit(shared)});
     commit();
     root->updateVolume();
     commit();

@@ -1,12 +1,15 @@
 #include "OSGInputRecorder.h"
 
+#include <cmath>
 #include <numbers>
 #include <utility>
 
+#include "OSGInputPlayer.h"
 #include "OSGNavigator.h"
 #include "OSGOrthographicCamera.h"
 #include "OSGPerspectiveCamera.h"
 #include "OSGRecordingWords.h"
+#include "OSGWASDWalkEngine.h"
 
 namespace OSG
 {
@@ -28,10 +31,12 @@ InputRecorder::InputRecorder(Navigator &navigator, Clock clock,
                                      navigator.getLastY()};
         _recording.events.push_back({0, pointer});
     }
-    _recording.motionFactor = navigator.getMotionFactor();
-    _recording.rotationAngle = navigator.getRotationAngle();
-    _recording.clickCenter = navigator.getClickCenter();
-    _recording.noIntersect = navigator.getClickNoIntersect();
+    _settings = settings();
+    _settings.isSilent = false; // as in a new engine
+    _recording.motionFactor = _settings.motionFactor;
+    _recording.rotationAngle = _settings.rotationAngle;
+    _recording.clickCenter = _settings.clickCenter;
+    _recording.noIntersect = _settings.noIntersect;
     navigator.setEventObserver(this);
     beginWithTools();
 }
@@ -86,18 +91,76 @@ void InputRecorder::takeCamera()
         _recording.opening = perspective->getFov() * 180 / std::numbers::pi;
 }
 
-void InputRecorder::takePose()
+// Engines round what they are given; a replay gives it to them as well.
+InputRecording::Viewpoint InputRecorder::roundPose()
 {
-    NavigatorEngine &engine = *_navigator.getEngine();
-    engine.getMatrix(); // some engines update from, at and up only here
-    _recording.from = engine.getFrom();
-    _recording.at = engine.getAt();
-    _recording.up = engine.getUp();
-    engine.set(_recording.from, _recording.at, _recording.up);
-    _navigator.updateCameraTransformation(); // a replay begins with the camera at this pose
+    CameraPose const pose = pose_of(*_navigator.getEngine());
+    set_pose(_navigator, pose.from, pose.at, pose.up);
+    return {pose.from, pose.at, pose.up};
 }
 
-void InputRecorder::observe(NavigatorEvent const &event) { add(event); }
+void InputRecorder::takePose()
+{
+    InputRecording::Viewpoint const pose = roundPose();
+    _recording.from = pose.from;
+    _recording.at = pose.at;
+    _recording.up = pose.up;
+    _navigator.updateCameraTransformation(); // as a replay does when it begins
+}
+
+void InputRecorder::takePoseOfHost()
+{
+    takeSettings();
+    InputRecording::Viewpoint const pose = roundPose();
+    add(InputRecording::What::Pose);
+    _recording.events.back().pose = pose;
+}
+
+// --- what the host changes ---
+
+InputRecorder::Settings InputRecorder::settings() const
+{
+    auto const *const walk = dynamic_cast<WASDWalkEngine const *>(_navigator.getEngine());
+    return {_navigator.getMotionFactor(), _navigator.getRotationAngle(),
+            _navigator.getClickCenter(), _navigator.getClickNoIntersect(),
+            walk != nullptr && walk->isSilent()};
+}
+
+void InputRecorder::takeNumber(InputRecording::What what, Real32 before, Real32 now)
+{
+    if(now == before || !std::isfinite(now))
+        return;
+    add(what);
+    _recording.events.back().number = now;
+}
+
+void InputRecorder::takeTruth(InputRecording::What what, bool before, bool now)
+{
+    if(now == before)
+        return;
+    add(what);
+    _recording.events.back().isOn = now;
+}
+
+void InputRecorder::takeSettings()
+{
+    using What = InputRecording::What;
+    Settings const now = settings();
+    Settings const before = std::exchange(_settings, now);
+    takeNumber(What::MotionFactor, before.motionFactor, now.motionFactor);
+    takeNumber(What::RotationAngle, before.rotationAngle, now.rotationAngle);
+    takeTruth(What::ClickCenter, before.clickCenter, now.clickCenter);
+    takeTruth(What::NoIntersect, before.noIntersect, now.noIntersect);
+    takeTruth(What::Silent, before.isSilent, now.isSilent);
+}
+
+// --- what the navigator hears ---
+
+void InputRecorder::observe(NavigatorEvent const &event)
+{
+    takeSettings();
+    add(event);
+}
 
 void InputRecorder::add(NavigatorEvent const &event)
 {
@@ -108,6 +171,7 @@ void InputRecorder::observeFrame()
 {
     if(_desktop == nullptr)
         return;
+    takeSettings();
     _frameTicks = _desktop->getTrueDesktop().getTicks() - _beginTicks;
     InputRecording::TimedEvent frame{_clock() - _begin};
     frame.what = InputRecording::What::Frame;

@@ -30,6 +30,9 @@ namespace OSG
 /// Events hold pixels of the window. The viewport has to cover its window, because a replay shows
 /// the view in a window of its own.
 ///
+/// Settings of the navigator that change, and a walk that is silenced, are recorded before the next
+/// event or frame. The host tells of poses that it sets itself by takePoseOfHost().
+///
 /// With the adapter of the navigator it also records which tool is in hand, and the left drags that
 /// a tool has for itself, so that an InputReplay gives the same clicks, bands and lassos. Tools
 /// are told whole pixels there.
@@ -53,6 +56,10 @@ class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver,
     InputRecorder &operator=(InputRecorder const &) = delete;
     ~InputRecorder() override;
 
+    /// To be called when the host has given the engine another pose: by a standard view, a mark, a
+    /// history. Gives the engine this pose once more, as at the begin.
+    void takePoseOfHost();
+
     void observe(NavigatorEvent const &event) override;
     void observeFrame() override;
     void observeTool(ToolEvent const &event) override;
@@ -68,6 +75,20 @@ class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver,
     void takePose();
     void beginWithDesktop();
     void handleFirst(NavigatorEvent::Kind kind, Int16 code);
+    /// What a host may change between two events.
+    struct Settings
+    {
+        Real32 motionFactor;
+        Real32 rotationAngle;
+        bool clickCenter;
+        bool noIntersect;
+        bool isSilent; // a walk
+    };
+    Settings settings() const;
+    void takeSettings();
+    void takeNumber(InputRecording::What what, Real32 before, Real32 now);
+    void takeTruth(InputRecording::What what, bool before, bool now);
+    InputRecording::Viewpoint roundPose();
     void beginWithTools();
     void add(NavigatorEvent const &event);
     void add(InputRecording::What what, Int16 code = 0);
@@ -81,6 +102,7 @@ class OSG_TOLVANITEKIT_API InputRecorder : public NavigatorObserver,
     InputRecording _recording;
     std::shared_ptr<WatchedDesktop> _desktop;
     EventAdapter *_adapter;
+    Settings _settings; // as they were recorded
     bool _isToolDown = false;
     UInt16 _held = 0; // the modifiers of the last line that tells them
     std::set<Int16> _keysDown;

@@ -139,7 +139,7 @@ class Reader
         if(words.take() != RecordingSignature)
             complain("this is no recording of events");
         _version = words.number<int>();
-        if(_version < PlainVersion || _version > ToolVersion)
+        if(_version < PlainVersion || _version > HostVersion)
             complain("this version of the format is not known");
         _signed = true;
     }
@@ -177,7 +177,7 @@ class Reader
             _recording.noIntersect = words.truth();
         else if(name == "clock" && _version >= DesktopVersion)
             takeClock(words);
-        else if(name == "content-scale" && _version >= ToolVersion)
+        else if(name == "content-scale" && _version >= HostVersion)
             takeContentScale(words);
         else
             complain(shown(name) + " is not known");
@@ -224,8 +224,13 @@ class Reader
         if(_recording.projection == InputRecording::Projection::Perspective &&
            !(_recording.near > 0))
             complain("a perspective view wants a depth of 0 < near < far");
+        checkPose(_recording.from, _recording.at, _recording.up);
+    }
+
+    static void checkPose(Pnt3f const &from, Pnt3f const &at, Vec3f const &up)
+    {
         Matrix view;
-        if(MatrixLookAt(view, _recording.from, _recording.at, _recording.up))
+        if(MatrixLookAt(view, from, at, up))
             complain("from, at and up give no view");
     }
 
@@ -251,8 +256,9 @@ class Reader
         std::string_view const name = words.take();
         InputRecording::TimedEvent timed{seconds};
         bool const isDesktops = _recording.ticksPerSecond && takeDesktop(name, words, timed);
-        bool const isTools = _version >= ToolVersion && takeTool(name, words, timed);
-        if(!isDesktops && !isTools)
+        bool const isHosts = _version >= HostVersion &&
+                             (takeTool(name, words, timed) || takeChange(name, words, timed));
+        if(!isDesktops && !isHosts)
             timed.event = eventOf(name, words);
         events.push_back(timed);
     }
@@ -305,6 +311,30 @@ class Reader
         }
         else if(name == "cancel")
             timed.what = InputRecording::What::Cancel;
+        return timed.what != InputRecording::What::Event;
+    }
+
+    /// False if `name` is no word of a change by the host.
+    static bool takeChange(std::string_view name, Words &words, InputRecording::TimedEvent &timed)
+    {
+        if(name == "pose")
+        {
+            timed.what = InputRecording::What::Pose;
+            timed.pose.from = words.triple<Pnt3f>();
+            timed.pose.at = words.triple<Pnt3f>();
+            timed.pose.up = words.triple<Vec3f>();
+            checkPose(timed.pose.from, timed.pose.at, timed.pose.up);
+        }
+        for(ChangeWord const &row : ChangeWords)
+        {
+            if(name != row.word)
+                continue;
+            timed.what = row.what;
+            if(row.isNumber)
+                timed.number = words.number<Real32>();
+            else
+                timed.isOn = words.truth();
+        }
         return timed.what != InputRecording::What::Event;
     }
 

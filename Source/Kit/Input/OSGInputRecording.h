@@ -19,7 +19,8 @@
 ///     0.533 release 0 324 240
 ///
 /// The second version also holds what an engine asked the desktop: keys, focus, and the time of
-/// each frame. The third one also holds which tool had the left button.
+/// each frame. The third one also holds which tool had the left button, and what the host
+/// changed: settings and poses.
 ///
 /// Numbers are written so that reading them gives the same bits again.
 
@@ -46,13 +47,26 @@ struct InputRecording
     /// What a line of the recording holds.
     enum class What : UInt8
     {
-        Event, ///< `event`
-        Key,   ///< the key `code` goes down or up, for those who poll it
-        Focus, ///< the window gets or loses the focus, for those who ask for it
-        Frame, ///< Navigator::updateCameraTransformation at the time `ticks`
-        Tool,  ///< the left drags belong to `tool` from here on
-        Held,  ///< `code` holds the modifiers that are down for tools, see PointerTool::Modifier
-        Cancel ///< the tool ends what is under way without a result
+        Event,  ///< `event`
+        Key,    ///< the key `code` goes down or up, for those who poll it
+        Focus,  ///< the window gets or loses the focus, for those who ask for it
+        Frame,  ///< Navigator::updateCameraTransformation at the time `ticks`
+        Tool,   ///< the left drags belong to `tool` from here on
+        Held,   ///< `code` holds the modifiers that are down for tools, see PointerTool::Modifier
+        Cancel, ///< the tool ends what is under way without a result
+        Pose,   ///< the host gives the engine `pose`
+        MotionFactor, ///< the navigator's settings are `number` or `isOn` from here on
+        RotationAngle,
+        ClickCenter,
+        NoIntersect,
+        Silent ///< a walk hears of nothing where `isOn`, see WASDWalkEngine::setSilent
+    };
+
+    struct Viewpoint
+    {
+        Pnt3f from;
+        Pnt3f at;
+        Vec3f up;
     };
 
     struct TimedEvent
@@ -60,9 +74,11 @@ struct InputRecording
         Real64 seconds; ///< since the recording began; not less than that of the event before
         NavigatorEvent event{};
         What what = What::Event;
-        Int16 code = 0;        ///< a virtual-key code, or modifiers
-        bool isOn = false;     ///< down, or focused, or shared with the navigator
-        Int64 ticks = 0;       ///< of the desktop's clock, since the recording began
+        Int16 code = 0;    ///< a virtual-key code, or modifiers
+        bool isOn = false; ///< down, or focused, or shared with the navigator
+        Int64 ticks = 0;   ///< of the desktop's clock, since the recording began
+        Real32 number = 0;
+        Viewpoint pose = {};
         std::string tool = {}; ///< a word of letters, see PointerTool::getName; "none" for none
     };
 

@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "OSGBeaconPose.h"
+#include "OSGWASDWalkEngine.h"
+
 namespace OSG
 {
 InputReplay::InputReplay(InputRecording const &recording, Navigator &navigator, Host host)
@@ -72,6 +75,29 @@ void InputReplay::play(InputRecording::TimedEvent const &line)
     case What::Cancel:
         cancelTool();
         break;
+    default:
+        playChange(line);
+    }
+}
+
+void InputReplay::playChange(InputRecording::TimedEvent const &line)
+{
+    using What = InputRecording::What;
+    if(line.what == What::MotionFactor)
+        _navigator.setMotionFactor(line.number);
+    else if(line.what == What::RotationAngle)
+        _navigator.setRotationAngle(line.number);
+    else if(line.what == What::ClickCenter)
+        _navigator.setClickCenter(line.isOn);
+    else if(line.what == What::NoIntersect)
+        _navigator.setClickNoIntersect(line.isOn);
+    else if(line.what == What::Pose)
+        set_pose(_navigator, line.pose.from, line.pose.at, line.pose.up);
+    else if(auto *const walk = dynamic_cast<WASDWalkEngine *>(_navigator.getEngine()))
+    {
+        walk->setSilent(line.isOn);
+        if(!line.isOn) // as WalkFocusGuard does, so that the next step counts from here
+            walk->onUpdateCameraTransformation(&_navigator);
     }
 }
 
@@ -116,6 +142,16 @@ void InputReplay::playEvent(NavigatorEvent const &event)
         _navigator.handle(event);
     if(tool != nullptr && isRelease)
         playToolDrag(*tool, event);
+}
+
+void set_pose(Navigator &navigator, Pnt3f const &from, Pnt3f const &at, Vec3f const &up)
+{
+    NavigatorEngine *const engine = navigator.getEngine();
+    if(engine == nullptr)
+        return;
+    engine->set(from, at, up);
+    Viewport const *const viewport = navigator.getViewport();
+    pose_beacon(viewport != nullptr ? viewport->getCamera() : nullptr, engine->getMatrix());
 }
 
 WindowView view_of(InputRecording const &recording, UInt32 width, UInt32 height)

@@ -66,6 +66,7 @@ class OSG_TOLVANITEKIT_API InputReplay
 
   private:
     void play(InputRecording::TimedEvent const &line);
+    void playChange(InputRecording::TimedEvent const &line);
     void playEvent(NavigatorEvent const &event);
     void playToolDrag(PointerTool &tool, NavigatorEvent const &event);
     void cancelTool();
@@ -79,6 +80,10 @@ class OSG_TOLVANITEKIT_API InputReplay
     UInt16 _modifiers = 0;
 };
 
+/// Gives the engine of a navigator a pose, and the camera at once, without a frame. Nothing happens
+/// without an engine.
+OSG_TOLVANITEKIT_API void set_pose(Navigator &navigator, Pnt3f const &from, Pnt3f const &at,
+                                   Vec3f const &up);
 /// The view in which a recording begins, in a window of the host's size.
 OSG_TOLVANITEKIT_API WindowView view_of(InputRecording const &recording, UInt32 width,
                                         UInt32 height);

@@ -39,6 +39,18 @@ void write_event(std::ostream &out, NavigatorEvent const &event)
     }
 }
 
+void write_change(std::ostream &out, InputRecording::TimedEvent const &timed)
+{
+    for(ChangeWord const &row : ChangeWords)
+    {
+        if(row.what == timed.what)
+            out << row.word << ' '
+                << (row.isNumber ? shortest(timed.number)
+                    : timed.isOn ? "on"
+                                 : "off");
+    }
+}
+
 void write_line(std::ostream &out, InputRecording::TimedEvent const &timed)
 {
     out << shortest(timed.seconds) << ' ';
@@ -67,22 +79,26 @@ void write_line(std::ostream &out, InputRecording::TimedEvent const &timed)
     case InputRecording::What::Cancel:
         out << "cancel";
         break;
+    case InputRecording::What::Pose:
+        out << "pose " << spaced(timed.pose.from) << ' ' << spaced(timed.pose.at) << ' '
+            << spaced(timed.pose.up);
+        break;
+    default:
+        write_change(out, timed);
     }
     out << '\n';
 }
 
-bool is_of_tools(InputRecording::TimedEvent const &timed)
+bool is_of_host(InputRecording::TimedEvent const &timed)
 {
-    using What = InputRecording::What;
-    return timed.what == What::Tool || timed.what == What::Held || timed.what == What::Cancel;
+    return timed.what > InputRecording::What::Frame;
 }
 
 RecordingVersion version_of(InputRecording const &recording)
 {
-    bool const hasTools =
-        std::any_of(recording.events.begin(), recording.events.end(), is_of_tools);
-    if(hasTools || recording.contentScale != 1)
-        return ToolVersion;
+    bool const hasHosts = std::any_of(recording.events.begin(), recording.events.end(), is_of_host);
+    if(hasHosts || recording.contentScale != 1)
+        return HostVersion;
     return recording.ticksPerSecond ? DesktopVersion : PlainVersion;
 }
 } // namespace

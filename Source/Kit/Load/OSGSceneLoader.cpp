@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <new>
+#include <set>
 #include <system_error>
 #include <thread>
 
@@ -30,6 +31,8 @@ struct Shared
     std::mutex mutex;
     std::condition_variable changes;
     bool isHandlerTaken = false;
+    UInt64 lastTicket = 0;
+    std::set<UInt64> waiting; // tickets of those who want the handler
 };
 Shared &shared()
 {
@@ -46,16 +49,39 @@ class Lock : public std::unique_lock<std::mutex>
     }
 };
 
+/// A place in the row of those who want the scene file handler. Threads may begin in another order
+/// than they were made in, so the host's thread takes the ticket.
+UInt64 take_ticket()
+{
+    Lock const lock;
+    Shared &all = shared();
+    all.waiting.insert(all.lastTicket + 1);
+    return ++all.lastTicket;
+}
+void give_back(UInt64 ticket)
+{
+    Lock const lock;
+    shared().waiting.erase(ticket);
+    shared().changes.notify_all();
+}
+
 /// The turn to use the scene file handler.
 class Turn
 {
   public:
-    /// Waits for the turn, and gives up where `isCancelled` is set.
-    explicit Turn(std::atomic<bool> const &isCancelled)
+    /// Waits for the turn of the ticket, and gives up where `isCancelled` is set.
+    Turn(UInt64 ticket, std::atomic<bool> const &isCancelled)
     {
         Lock lock;
         Shared &all = shared();
-        all.changes.wait(lock, [&] { return !all.isHandlerTaken || isCancelled; });
+        all.changes.wait(lock,
+                         [&]
+                         {
+                             bool const isNext = *all.waiting.begin() == ticket;
+                             return (isNext && !all.isHandlerTaken) || isCancelled;
+                         });
+        all.waiting.erase(ticket);
+        all.changes.notify_all();
         _isMine = !isCancelled;
         all.isHandlerTaken = all.isHandlerTaken || _isMine;
     }
@@ -113,14 +139,21 @@ class SceneLoader::Job
             _hasEnded = true;
             return;
         }
+        _ticket = take_ticket();
         try
         {
             _thread = std::thread([this] { run(); });
         }
         catch(std::system_error const &)
         {
+            give_back(_ticket);
             fail("there is no thread for it");
             _hasEnded = true;
+        }
+        catch(...)
+        {
+            give_back(_ticket);
+            throw;
         }
     }
     ~Job()
@@ -193,6 +226,7 @@ class SceneLoader::Job
 
     std::string const _fileName;
     UInt32 const _aspect;
+    UInt64 _ticket = 0;
     std::atomic<UInt32> _percent{0};
     std::atomic<bool> _isCancelled{false};
     std::atomic<bool> _hasEnded{false};
@@ -213,7 +247,7 @@ void SceneLoader::Job::run() noexcept
     try
     {
         Thread::setCurrentAspect(_aspect);
-        Turn const turn(_isCancelled);
+        Turn const turn(_ticket, _isCancelled);
         if(turn.isMine())
             useTurn();
     }

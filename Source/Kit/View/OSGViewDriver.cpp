@@ -33,13 +33,30 @@ void ViewDriver::jumpTo(WindowView const &view)
         _way.reset();
 }
 
-void ViewDriver::fit() { goTo(OSG::fit(target(), _view.getBounds())); }
+// A window as wide as what is free shows the same in its height.
+template <class Extent>
+WindowView ViewDriver::fittedTo(WindowView const &view, Extent const &extent) const
+{
+    WindowView free = view;
+    if(_freeWidth > 0 && _freeWidth < view.width)
+        free.width = _freeWidth;
+    free = OSG::fit(free, extent);
+    free.width = view.width;
+    return free;
+}
 
-void ViewDriver::fit(BoxVolume const &box) { goTo(OSG::fit(target(), box)); }
+WindowView ViewDriver::fitted(WindowView const &view) const
+{
+    return fittedTo(view, _view.getBounds());
+}
+
+void ViewDriver::fit() { goTo(fitted(target())); }
+
+void ViewDriver::fit(BoxVolume const &box) { goTo(fittedTo(target(), box)); }
 
 void ViewDriver::look(StandardView standard)
 {
-    goTo(OSG::fit(standard_view(target(), standard, _sceneUp), _view.getBounds()));
+    goTo(fitted(standard_view(target(), standard, _sceneUp)));
 }
 
 void ViewDriver::setOrthographic(bool isOrthographic)

@@ -31,6 +31,12 @@ class OSG_TOLVANITEKIT_API ViewDriver
     void setSceneUp(SceneUp sceneUp) { _sceneUp = sceneUp; }
     SceneUp getSceneUp() const { return _sceneUp; }
 
+    /// How much of the window's width, about its middle, panels leave free: what is fitted is shown
+    /// there. 0, and more than the window has, stand for all of it.
+    void setFreeWidth(UInt32 pixels) { _freeWidth = pixels; }
+    /// The whole scene, in the direction of a view, within the free width.
+    WindowView fitted(WindowView const &view) const;
+
     // --- where to go; a view that is none, see is_view, changes nothing ---
     void goTo(WindowView const &view);
     /// Is there at once.
@@ -70,6 +76,8 @@ class OSG_TOLVANITEKIT_API ViewDriver
         bool isInHistory = false;
     };
     WindowView target() const;
+    template <class Extent>
+    WindowView fittedTo(WindowView const &view, Extent const &extent) const;
     void goInHistory(std::optional<WindowView> const &view);
 
     SceneView &_view;
@@ -79,5 +87,6 @@ class OSG_TOLVANITEKIT_API ViewDriver
     std::optional<WindowView> _arrived; // where undo or redo led; an engine may have rounded it
     Real64 _waySeconds = DefaultWaySeconds;
     SceneUp _sceneUp = SceneUp::Y;
+    UInt32 _freeWidth = 0;
 };
 } // namespace OSG

@@ -24,8 +24,8 @@ namespace
 {
 struct BesidesGuide : testing::Test
 {
-    static constexpr UInt32 width = 64;
-    static constexpr UInt32 height = 48;
+    UInt32 const width = 64;
+    UInt32 const height = 48;
 
     SceneView view;
     FrameDemand demand;

@@ -90,7 +90,10 @@ TEST_F(HostGuideView, RecordingsAndEngines)
     InputRecording recording;
     {
         auto const seconds = [] { return 0.5; };
-        InputRecorder const recorder(navigator, seconds, nullptr, &adapter);
+        InputRecorder recorder(navigator, seconds, nullptr, &adapter);
+        WindowView const view{{0, 0, 8}, {0, 0, 0}, {0, 1, 0}, 45, 640, 480};
+        set_pose(navigator, view.from, view.at, view.up);
+        recorder.takePoseOfHost();
         adapter.buttonPress(NavigatorEvent::LeftButton, 1, 1);
         adapter.buttonRelease(NavigatorEvent::LeftButton, 9, 9);
         recording = recorder.getRecording();

@@ -280,6 +280,15 @@ BadText const BadTexts[] = {
     {"ToolOfThreeWords", third_version("0 tool band shared too\n"), "line 10: too is too much"},
     {"UnknownModifiers", third_version("0 held 8\n"), "line 10: these are no modifiers"},
     {"ModifiersBelowZero", third_version("0 held -1\n"), "line 10: these are no modifiers"},
+    {"PoseOfNothing", third_version("0 pose 1 1 1 1 1 1 0 1 0\n"),
+     "line 10: from, at and up give no view"},
+    {"PoseWithoutUp", third_version("0 pose 1 1 1 2 1 1\n"),
+     "line 10: something is missing at the end"},
+    {"FactorOfWords", third_version("0 motion-factor on\n"), "line 10: on is not a number here"},
+    {"HalfSilent", third_version("0 silent 1\n"), "line 10: 1 is neither on nor off"},
+    {"PoseInTheSecondVersion", second_version("clock 1\n") + "0 pose 0 0 1 0 0 0 0 1 0\n",
+     "line 11: pose is no event"},
+    {"ChangeInTheFirstVersion", with("0 motion-factor 2"), "line 10: motion-factor is no event"},
     {"CancelOfWhat", third_version("0 cancel 3\n"), "line 10: 3 is too much"},
     {"NoScale", third_version("content-scale 0\n"), "line 10: a content scale is above 0"},
     {"TimeAlone", with("1"), "line 10: something is missing at the end"},
@@ -343,7 +352,9 @@ TEST(InputRecording, ReadsBackToTheSameBits)
             if(hasTools && random.below(2) == 0)
             {
                 static constexpr char const *Tools[] = {"band", "none", "navigate", "Own"};
-                timed.what = InputRecording::What(4 + random.below(3));
+                timed.what = InputRecording::What(4 + random.below(9));
+                timed.number = random.real(-9, 9);
+                timed.pose = {random.point(2, 3), random.point(-1, 1), Vec3f(0, 1, 0)};
                 timed.tool = Tools[random.below(4)];
                 timed.code = static_cast<Int16>(random.below(8));
             }

@@ -3,6 +3,7 @@
 #include "OSGInputReplay.h"
 
 #include <fstream>
+#include <limits>
 #include <numbers>
 #include <sstream>
 
@@ -98,8 +99,12 @@ struct Host
         static constexpr char const *Tools[] = {"navigate", "pick",   "band", "lasso",
                                                 "measure",  "glance", "none"};
         auto const button = static_cast<Int16>(random.below(4) == 0 ? random.below(3) : 0);
-        switch(random.below(12))
+        switch(random.below(14))
         {
+        case 12:
+            if(random.below(8) == 0)
+                change(random);
+            break;
         case 0:
         case 1:
             adapter.buttonPress(button, x, y, modifiers);
@@ -133,9 +138,34 @@ struct Host
         }
     }
 
+    /// What a host changes by its panels.
+    void change(RandomNumbers &random)
+    {
+        Navigator &navigator = view.navigator;
+        switch(random.below(5))
+        {
+        case 0:
+            navigator.setMotionFactor(random.real(0.01f, 0.2f));
+            break;
+        case 1:
+            navigator.setRotationAngle(random.real(0.01f, 0.2f));
+            break;
+        case 2:
+            navigator.setClickCenter(!navigator.getClickCenter());
+            break;
+        case 3:
+            navigator.setClickNoIntersect(!navigator.getClickNoIntersect());
+            break;
+        default:
+            set_pose(navigator, random.point(-9, 9), random.point(-1, 1), Vec3f(0, 1, 0.1f));
+            recorder->takePoseOfHost();
+        }
+    }
+
     CameraPose pose() const { return pose_of(*engine); }
 
     EnginePtr engine;
+    InputRecorder *recorder = nullptr;
     NavigatedView view;
     EventAdapter adapter{view.navigator};
     std::ostringstream results;
@@ -193,13 +223,15 @@ void play_and_compare(InputRecording const &recording, std::vector<Seen> const &
 
 TEST_P(ReplayOf, ASessionWithToolsGivesThePosesAndResultsThatItGave)
 {
+    std::size_t results = 0;
     for(UInt32 seed = 1; seed <= 8 && !testing::Test::HasFailure(); ++seed)
     {
         SCOPED_TRACE(seed);
         RandomNumbers random(seed);
         Host host(GetParam());
-        InputRecorder const recorder(
+        InputRecorder recorder(
             host.view.navigator, [] { return 0.0; }, nullptr, &host.adapter);
+        host.recorder = &recorder;
         host.adapter.setTool(host.makeTool("band"));
         std::vector<Seen> seen;
         for(int i = 0; i < 800; ++i)
@@ -207,10 +239,11 @@ TEST_P(ReplayOf, ASessionWithToolsGivesThePosesAndResultsThatItGave)
             host.act(random);
             seen.push_back({recorder.getRecording().events.size(), host.pose()});
         }
-        EXPECT_GT(host.results.str().size(), 500u);
+        results += host.results.str().size();
         play_and_compare(through_text(recorder.getRecording()), seen, GetParam(),
                          host.results.str());
     }
+    EXPECT_GT(results, 3000u);
 }
 
 TEST(InputRecorder, WritesToolsTheirDragsAndTheirModifiers)
@@ -252,6 +285,35 @@ TEST(InputRecorder, WritesToolsTheirDragsAndTheirModifiers)
                                                          "2 press 0 6 8\n"
                                                          "2 release 0 6 8\n"
                                                          "2 tool none\n");
+}
+
+TEST(InputRecorder, WritesWhatTheHostChangesBeforeTheNextEvent)
+{
+    Host host("fly");
+    Navigator &navigator = host.view.navigator;
+    InputRecorder recorder(navigator, [] { return 0.0; });
+    navigator.setMotionFactor(2);
+    navigator.setRotationAngle(0.5f);
+    navigator.setClickCenter(true);
+    navigator.setClickNoIntersect(true);
+    navigator.mouseMove(1, 1);
+    navigator.setClickCenter(false);
+    set_pose(navigator, Pnt3f(1, 2, 3), Pnt3f(4, 2, 3), Vec3f(0, 0, 1));
+    recorder.takePoseOfHost();
+    navigator.setMotionFactor(std::numeric_limits<Real32>::quiet_NaN()); // is no number of a file
+    navigator.mouseMove(2, 2);
+    std::ostringstream text;
+    write_recording(text, recorder.getRecording());
+    std::string const lines = text.str();
+    EXPECT_EQ(lines.substr(lines.find("0 hover")), "0 hover 0 0\n"
+                                                   "0 motion-factor 2\n"
+                                                   "0 rotation-angle 0.5\n"
+                                                   "0 click-center on\n"
+                                                   "0 no-intersect on\n"
+                                                   "0 hover 1 1\n"
+                                                   "0 click-center off\n"
+                                                   "0 pose 1 2 3 4 2 3 0 0 1\n"
+                                                   "0 hover 2 2\n");
 }
 
 TEST(InputRecorder, WithoutToolsASessionIsOfTheFirstVersion)
@@ -392,6 +454,25 @@ TEST(InputReplay, SetsPoseAndSettingsAndNeedsNoEngine)
     while(other.step())
     {
     }
+}
+
+TEST(InputReplay, APoseMovesTheCameraAtOnceAndIsNoFrame)
+{
+    struct Frames : NavigatorObserver
+    {
+        void observe(NavigatorEvent const &) override { ++count; }
+        void observeFrame() override { ++count; }
+        int count = 0;
+    } frames;
+    Host host("cad");
+    host.view.navigator.setEventObserver(&frames);
+    set_pose(host.view.navigator, Pnt3f(3, 4, 5), Pnt3f(3, 4, 0), Vec3f(0, 1, 0));
+    EXPECT_NEAR(host.view.beacon->getToWorld()[3][0], 3, 1e-5);
+    EXPECT_NEAR(host.pose().from[2], 5, 1e-5);
+    EXPECT_EQ(frames.count, 0);
+    host.view.navigator.setEventObserver(nullptr);
+    Navigator empty;
+    set_pose(empty, Pnt3f(3, 4, 5), Pnt3f(3, 4, 0), Vec3f(0, 1, 0));
 }
 
 TEST(InputReplay, GivesTheViewInWhichARecordingBegins)

@@ -349,6 +349,23 @@ TEST_F(SceneLoaderTest, LoadersWaitForOneAnother)
     EXPECT_NE(two, nullptr);
 }
 
+TEST_F(SceneLoaderTest, ReadInTheOrderInWhichTheyWereMade)
+{
+    for(int round = 0; round < 300; ++round)
+    {
+        SceneLoader first(stepped);
+        SceneLoader second(stepped);
+        while(first.getState() == State::Running)
+        {
+            ASSERT_EQ(second.getState(), State::Running) << round;
+            std::this_thread::yield();
+        }
+        NodePtr const one(first.take());
+        second.wait();
+        EXPECT_EQ(second.getState(), State::Ready);
+    }
+}
+
 TEST_F(SceneLoaderTest, AHandOverWithoutMemoryMayBeTriedAgain)
 {
     SceneLoader loader(Models + "building.obj");

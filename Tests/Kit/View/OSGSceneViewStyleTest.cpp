@@ -155,9 +155,9 @@ TEST_F(SceneViewStyle, OfATexturedPartWiresHaveNoTexture)
     material->setEnvMode(0x1E01); // GL_REPLACE
     material->setLit(false);
     material->setDiffuse(Color3f(1, 0, 0));
-    auto *const geometry = dynamic_cast<Geometry *>(square->getCore());
-    geometry->setMaterial(material);
-    geometry->setTexCoords(
+    auto &geometry = static_cast<Geometry &>(*square->getCore());
+    geometry.setMaterial(material);
+    geometry.setTexCoords(
         make_property<GeoVec2fProperty>(std::vector<Vec2f>{{0, 0}, {1, 0}, {1, 1}, {0, 1}}));
     draw(DrawStyle::Shaded);
     ASSERT_EQ(at(0, 8), Blue);
@@ -223,9 +223,9 @@ TEST_F(SceneViewStyle, VertexColoursColourWires)
 {
     UnrecordedRefPtr<SimpleMaterial> const material = unlit(Red);
     material->setColorMaterial(0x1201); // GL_DIFFUSE
-    auto *const geometry = dynamic_cast<Geometry *>(square->getCore());
-    geometry->setMaterial(material);
-    geometry->setColors(make_property<GeoColor3fProperty>(std::vector<Color3f>(4, {0, 0, 1})));
+    auto &geometry = static_cast<Geometry &>(*square->getCore());
+    geometry.setMaterial(material);
+    geometry.setColors(make_property<GeoColor3fProperty>(std::vector<Color3f>(4, {0, 0, 1})));
     draw(DrawStyle::Wires);
     EXPECT_EQ(at(0, 9), Blue);
     draw(DrawStyle::ShadedWithWires);

@@ -156,6 +156,25 @@ TEST_F(ViewDriverTest, StandardViewsShowTheWholeSceneWithEitherAxisUpwards)
     }
 }
 
+TEST_F(ViewDriverTest, FitsIntoWhatPanelsLeaveFreeOfTheWidth)
+{
+    driver.setWaySeconds(0);
+    driver.setFreeWidth(200);
+    driver.fit();
+    for(Pnt3f const &corner : {Pnt3f(2, 1, 0), Pnt3f(3, 1, 0), Pnt3f(2, 2, 0)})
+    {
+        Pnt2f const shown = *pixel_of(view.getView(), corner);
+        EXPECT_GT(shown[0], 220);
+        EXPECT_LT(shown[0], 420);
+    }
+    EXPECT_EQ(view.getView().width, 640u);
+    for(UInt32 const all : {0U, 640U, 9999U})
+    {
+        driver.setFreeWidth(all);
+        EXPECT_EQ(driver.fitted(Begin), fit(Begin, view.getBounds()));
+    }
+}
+
 TEST_F(ViewDriverTest, ChangesTheProjectionInPlace)
 {
     EXPECT_FALSE(driver.isOrthographic());

@@ -1,5 +1,7 @@
 #include "Panels.h"
 
+#include <algorithm>
+
 #include <imgui.h>
 
 #include "HelpOverlay.h"
@@ -84,9 +86,13 @@ void Panels::draw(float unitsPerPixel)
     draw_measure_texts(_session, unitsPerPixel);
     drawBottomLine();
     drawColumns();
-    float const right = ImGui::GetIO().DisplaySize.x - _right.takeWidth();
+    float const width = ImGui::GetIO().DisplaySize.x;
+    float const left = _left.takeWidth();
+    float const right = _right.takeWidth();
+    float const free = std::max(1.f, (width - 2 * std::max(left, right)) / unitsPerPixel);
+    _session.driver.setFreeWidth(static_cast<OSG::UInt32>(free));
     if(_open.cube)
-        _cube.draw(right, unitsPerPixel);
+        _cube.draw(width - right, unitsPerPixel);
     drawProgress();
     _files.draw();
     if(_open.help)

@@ -208,9 +208,8 @@ void Session::showScene()
     settings.noteFile(_shownFile);
     sections.clear();
     operations.forget();
-    driver.jumpTo(
-        OSG::fit(OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp),
-                 view.getBounds()));
+    driver.jumpTo(driver.fitted(OSG::standard_view(
+        view.getView(), OSG::StandardView::Isometric, settings.sceneUp)));
 }
 
 bool Session::frame(double seconds)

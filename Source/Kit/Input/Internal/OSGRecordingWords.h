@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "OSGNavigatorEvent.h"
+#include "OSGInputRecording.h"
 
 namespace OSG
 {
@@ -16,7 +16,7 @@ enum RecordingVersion : int
 {
     PlainVersion = 1,
     DesktopVersion = 2, ///< holds what an engine asks the desktop
-    ToolVersion = 3     ///< holds what tools do, and may hold what an engine asks
+    HostVersion = 3     ///< holds what a host and its tools do, and may hold what an engine asks
 };
 
 struct EventWord
@@ -35,6 +35,21 @@ inline constexpr EventWord EventWords[] = {
     {"hover", NavigatorEvent::Hover, false, false, true},
     {"idle", NavigatorEvent::Idle, true, false, true},
     {"blur", NavigatorEvent::KillFocus, false, false, false},
+};
+
+/// Lines that change a setting, to a number or to on or off.
+struct ChangeWord
+{
+    char const *word;
+    InputRecording::What what;
+    bool isNumber;
+};
+inline constexpr ChangeWord ChangeWords[] = {
+    {"motion-factor", InputRecording::What::MotionFactor, true},
+    {"rotation-angle", InputRecording::What::RotationAngle, true},
+    {"click-center", InputRecording::What::ClickCenter, false},
+    {"no-intersect", InputRecording::What::NoIntersect, false},
+    {"silent", InputRecording::What::Silent, false},
 };
 
 /// Whether a text can be the name of a tool: letters of ASCII, at least one.

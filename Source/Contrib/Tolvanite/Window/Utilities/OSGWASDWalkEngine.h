@@ -184,6 +184,7 @@ class OSG_CONTRIBTOLVANITE_API WASDWalkEngine : public UserNavigatorEngine
     // --- modes ---
     /// A silent engine ignores events and keys, but not killFocus.
     void setSilent(bool silent) { _silent = silent; }
+    bool isSilent() const { return _silent; }
     /// Changes between console mode and game mode, in which every motion of the pointer turns.
     void setGameMode();
 
