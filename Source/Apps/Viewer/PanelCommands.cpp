@@ -122,6 +122,7 @@ void add_panel_commands(Commands &commands, OpenPanels &open)
     add_toggle(commands, "Panels", "Walk console", {'W', Shift}, open.walk);
     add_toggle(commands, "Panels", "Operations", {'O', Shift}, open.operations);
     add_toggle(commands, "Panels", "Settings", {'P', Shift}, open.settings);
+    add_toggle(commands, "Panels", "View cube", {'C', Shift}, open.cube);
     add_toggle(commands, "Help", "Keys", {F1, 0}, open.help);
 }
 } // namespace Viewer

@@ -13,6 +13,7 @@ struct OpenPanels
     bool settings = false;
     bool walk = false;
     bool operations = false;
+    bool cube = true;
     bool help = false;
     FileChooser files = {};
 };

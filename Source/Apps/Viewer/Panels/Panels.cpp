@@ -91,7 +91,8 @@ void Panels::draw(float unitsPerPixel)
     float const right = _right.takeWidth();
     float const free = std::max(1.f, (width - 2 * std::max(left, right)) / unitsPerPixel);
     _session.driver.setFreeWidth(static_cast<OSG::UInt32>(free));
-    _cube.draw(width - right, unitsPerPixel);
+    if(_open.cube)
+        _cube.draw(width - right, unitsPerPixel);
     drawProgress();
     _files.draw();
     if(_open.help)

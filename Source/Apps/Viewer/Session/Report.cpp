@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include "JsonWriter.h"
+#include "Operations.h"
 #include "SelectionJson.h"
 #include "Selector.h"
 #include "Stopwatch.h"
@@ -115,11 +116,13 @@ void Report::saved(Saved const &saved)
         .member("event", "saved")
         .member("in", saved.in)
         .member("out", saved.out)
-        .member("nodesBefore", saved.nodes)
+        .member("nodesBefore", saved.operations.empty() ? saved.nodes
+                                                        : saved.operations.front().nodesBefore)
         .member("nodesAfter", saved.nodes)
         .member("seconds", saved.seconds)
-        .member("complete", saved.isComplete)
-        .endObject();
+        .member("complete", saved.isComplete);
+    Tool::write_operations(json, saved.operations);
+    json.endObject();
     endLine();
 }
 

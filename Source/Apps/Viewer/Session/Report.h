@@ -3,7 +3,9 @@
 #include <fstream>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "OSGGraphOpAccount.h"
 #include "OSGScenePicker.h"
 #include "Picking.h"
 
@@ -14,9 +16,10 @@ struct Saved
 {
     std::string in; ///< the file that was shown; empty for none
     std::string out;
-    OSG::UInt64 nodes = 0;
+    OSG::UInt64 nodes = 0; ///< in the saved file
     double seconds = 0;
     bool isComplete = false; ///< the shown file was read to its end
+    std::vector<OSG::GraphOpAccount> operations = {}; ///< that ran since the file was read
 };
 
 /// A file with a line of JSON for each answer. The keys are those of `tolvanite select` and
