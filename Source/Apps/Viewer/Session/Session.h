@@ -10,7 +10,7 @@
 #include "OSGSceneDocument.h"
 #include "OSGViewDriver.h"
 #include "OSGWalkConsole.h"
-#include "Operations.h"
+#include "SceneOperations.h"
 #include "Picking.h"
 #include "Recordings.h"
 #include "Report.h"

@@ -1,4 +1,4 @@
-#include "Operations.h"
+#include "SceneOperations.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Operations.h"
+#include "SceneOperations.h"
 
 #include <new>
 
