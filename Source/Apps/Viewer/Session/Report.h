@@ -18,7 +18,7 @@ struct Saved
     std::string out;
     OSG::UInt64 nodes = 0; ///< in the saved file
     double seconds = 0;
-    bool isComplete = false; ///< the shown file was read to its end
+    bool isComplete = false;                          ///< the shown file was read to its end
     std::vector<OSG::GraphOpAccount> operations = {}; ///< that ran since the file was read
 };
 

@@ -79,7 +79,7 @@ void Session::save(std::string const &target)
         return;
     }
     report.saved({document.getFile(), target, OSG::count_reachable_nodes(document.getScene()),
-                  watch.seconds(), document.wasComplete()});
+                  watch.seconds(), document.wasComplete(), operations.getAccounts()});
     document.setSaved(target);
     settings.noteFile(target);
     message = "saved " + target;
@@ -208,8 +208,8 @@ void Session::showScene()
     settings.noteFile(_shownFile);
     sections.clear();
     operations.forget();
-    driver.jumpTo(driver.fitted(OSG::standard_view(
-        view.getView(), OSG::StandardView::Isometric, settings.sceneUp)));
+    driver.jumpTo(driver.fitted(
+        OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp)));
 }
 
 bool Session::frame(double seconds)

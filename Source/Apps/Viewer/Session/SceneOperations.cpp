@@ -1,4 +1,4 @@
-#include "Operations.h"
+#include "SceneOperations.h"
 
 #include <new>
 
@@ -6,7 +6,7 @@
 
 namespace Viewer
 {
-std::string Operations::run(std::string const &name, std::string const &params)
+std::string SceneOperations::run(std::string const &name, std::string const &params)
 {
     OSG::UnrecordedRefPtr<OSG::GraphOp> const operation(
         OSG::GraphOpFactoryBase::the()->create(name.c_str()));
@@ -29,7 +29,7 @@ std::string Operations::run(std::string const &name, std::string const &params)
     }
 }
 
-std::string Operations::undo()
+std::string SceneOperations::undo()
 {
     if(!_document.undo())
         return "nothing to undo";

@@ -9,11 +9,11 @@
 namespace Viewer
 {
 /// Runs graph operations over the scene that is shown, and keeps their accounts.
-class Operations
+class SceneOperations
 {
   public:
     /// Keeps references to both, which have to outlive it.
-    Operations(OSG::SceneDocument &document, Picking &picking)
+    SceneOperations(OSG::SceneDocument &document, Picking &picking)
         : _document(document)
         , _picking(picking)
     {
