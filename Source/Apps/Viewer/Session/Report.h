@@ -19,7 +19,7 @@ struct Saved
     OSG::UInt64 nodes = 0; ///< in the saved file
     double seconds = 0;
     bool isComplete = false;                          ///< the shown file was read to its end
-    std::vector<OSG::GraphOpAccount> operations = {}; ///< that ran since the file was read
+    std::vector<OSG::GraphOpAccount> operations = {}; ///< since `in` was read or saved
 };
 
 /// A file with a line of JSON for each answer. The keys are those of `tolvanite select` and

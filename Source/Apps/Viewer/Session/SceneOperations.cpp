@@ -1,5 +1,6 @@
 #include "SceneOperations.h"
 
+#include <algorithm>
 #include <new>
 
 #include "OSGGraphOpFactory.h"
@@ -37,6 +38,7 @@ std::string SceneOperations::undo()
         return "undone";
     std::string const name = _accounts.back().name;
     _accounts.pop_back();
+    _numSaved = std::min(_numSaved, _accounts.size());
     return "undone: " + name;
 }
 } // namespace Viewer

@@ -57,6 +57,23 @@ TEST_F(SceneOperationsTest, AnOperationThatIsNotRegisteredDoesNotRun)
     EXPECT_FALSE(document.canUndo());
 }
 
+TEST_F(SceneOperationsTest, OperationsBeforeASaveAreNotThoseOfTheNextOne)
+{
+    read();
+    operations.run("Mrg", "");
+    operations.noteSaved();
+    EXPECT_THAT(operations.getUnsaved(), IsEmpty());
+    operations.run("GrpMerge", "");
+    ASSERT_THAT(operations.getUnsaved(), SizeIs(1));
+    EXPECT_EQ(operations.getUnsaved()[0].name, "GrpMerge");
+    EXPECT_THAT(operations.getAccounts(), SizeIs(2));
+    operations.undo();
+    operations.undo();
+    EXPECT_THAT(operations.getUnsaved(), IsEmpty());
+    operations.run("GrpMerge", "");
+    EXPECT_THAT(operations.getUnsaved(), SizeIs(1));
+}
+
 TEST_F(SceneOperationsTest, ForgettingDropsTheAccounts)
 {
     read();
