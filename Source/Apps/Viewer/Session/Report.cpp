@@ -116,8 +116,8 @@ void Report::saved(Saved const &saved)
         .member("event", "saved")
         .member("in", saved.in)
         .member("out", saved.out)
-        .member("nodesBefore", saved.operations.empty() ? saved.nodes
-                                                        : saved.operations.front().nodesBefore)
+        .member("nodesBefore",
+                saved.operations.empty() ? saved.nodes : saved.operations.front().nodesBefore)
         .member("nodesAfter", saved.nodes)
         .member("seconds", saved.seconds)
         .member("complete", saved.isComplete);

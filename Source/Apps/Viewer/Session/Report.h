@@ -18,8 +18,8 @@ struct Saved
     std::string out;
     OSG::UInt64 nodes = 0; ///< in the saved file
     double seconds = 0;
-    bool isComplete = false; ///< the shown file was read to its end
-    std::vector<OSG::GraphOpAccount> operations = {}; ///< that ran since the file was read
+    bool isComplete = false;                          ///< the shown file was read to its end
+    std::vector<OSG::GraphOpAccount> operations = {}; ///< since `in` was read or saved
 };
 
 /// A file with a line of JSON for each answer. The keys are those of `tolvanite select` and

@@ -1,12 +1,13 @@
 #include "SceneOperations.h"
 
+#include <algorithm>
 #include <new>
 
 #include "OSGGraphOpFactory.h"
 
 namespace Viewer
 {
-std::string Operations::run(std::string const &name, std::string const &params)
+std::string SceneOperations::run(std::string const &name, std::string const &params)
 {
     OSG::UnrecordedRefPtr<OSG::GraphOp> const operation(
         OSG::GraphOpFactoryBase::the()->create(name.c_str()));
@@ -29,7 +30,7 @@ std::string Operations::run(std::string const &name, std::string const &params)
     }
 }
 
-std::string Operations::undo()
+std::string SceneOperations::undo()
 {
     if(!_document.undo())
         return "nothing to undo";
@@ -37,6 +38,7 @@ std::string Operations::undo()
         return "undone";
     std::string const name = _accounts.back().name;
     _accounts.pop_back();
+    _numSaved = std::min(_numSaved, _accounts.size());
     return "undone: " + name;
 }
 } // namespace Viewer

@@ -9,11 +9,11 @@
 namespace Viewer
 {
 /// Runs graph operations over the scene that is shown, and keeps their accounts.
-class Operations
+class SceneOperations
 {
   public:
     /// Keeps references to both, which have to outlive it.
-    Operations(OSG::SceneDocument &document, Picking &picking)
+    SceneOperations(OSG::SceneDocument &document, Picking &picking)
         : _document(document)
         , _picking(picking)
     {
@@ -26,14 +26,26 @@ class Operations
     /// See SceneDocument::undo.
     std::string undo();
     /// There is another scene.
-    void forget() { _accounts.clear(); }
+    void forget()
+    {
+        _accounts.clear();
+        _numSaved = 0;
+    }
+    /// The scene has been written to a file.
+    void noteSaved() { _numSaved = _accounts.size(); }
 
     /// Of the operations that made the scene what it is, in their order.
     std::vector<OSG::GraphOpAccount> const &getAccounts() const { return _accounts; }
+    /// Those since the scene was read or saved.
+    std::vector<OSG::GraphOpAccount> getUnsaved() const
+    {
+        return {_accounts.begin() + static_cast<std::ptrdiff_t>(_numSaved), _accounts.end()};
+    }
 
   private:
     OSG::SceneDocument &_document;
     Picking &_picking;
     std::vector<OSG::GraphOpAccount> _accounts;
+    std::size_t _numSaved = 0; // of the accounts
 };
 } // namespace Viewer

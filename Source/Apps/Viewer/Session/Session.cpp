@@ -81,8 +81,10 @@ void Session::save(std::string const &target)
         return;
     }
     report.saved({document.getFile(), target, OSG::count_reachable_nodes(document.getScene()),
-                  watch.seconds(), document.wasComplete()});
+                  watch.seconds(), document.wasComplete(), operations.getUnsaved()});
     document.setSaved(target);
+    operations.noteSaved();
+    _shownFile = document.getFile();
     settings.noteFile(target);
     message = "saved " + target;
 }
@@ -205,14 +207,16 @@ void Session::showScene()
     view.setScene(document.getScene());
     console.setScene(document.getScene());
     engines.fitStep();
+    if(!document.needsSaving()) // else it is an operation that was undone
+        operations.forget();
     if(_shownFile == document.getFile())
         return; // the file was read again, or an operation undone: the user goes on looking
     _shownFile = document.getFile();
     settings.noteFile(_shownFile);
     sections.clear();
     operations.forget();
-    driver.jumpTo(driver.fitted(OSG::standard_view(
-        view.getView(), OSG::StandardView::Isometric, settings.sceneUp)));
+    driver.jumpTo(driver.fitted(
+        OSG::standard_view(view.getView(), OSG::StandardView::Isometric, settings.sceneUp)));
 }
 
 bool Session::frame(double seconds)

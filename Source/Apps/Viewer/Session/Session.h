@@ -10,10 +10,10 @@
 #include "OSGSceneDocument.h"
 #include "OSGViewDriver.h"
 #include "OSGWalkConsole.h"
-#include "SceneOperations.h"
 #include "Picking.h"
 #include "Recordings.h"
 #include "Report.h"
+#include "SceneOperations.h"
 #include "Sections.h"
 #include "Settings.h"
 #include "Tool.h"
@@ -42,7 +42,7 @@ class Session
     Sections sections{view};
     MeasureMarks measureMarks{view};
     OSG::WalkConsole console{view.getNavigator()};
-    Operations operations{document, picking};
+    SceneOperations operations{document, picking};
     Recordings recordings{view, events, engines, tools};
     Report report;
     Settings settings;

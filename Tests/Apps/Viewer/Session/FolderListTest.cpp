@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "TempFolder.h"
 
@@ -61,16 +60,11 @@ TEST_F(FolderListTest, AFileIsNoFolder)
     EXPECT_EQ(list_folder(folder.write("bolt.obj", "")).reason, "Not a directory");
 }
 
-TEST_F(FolderListTest, AFolderThatMayNotBeReadHasAReason)
+TEST_F(FolderListTest, AFolderThatCannotBeOpenedHasAReason)
 {
-    if(geteuid() == 0)
-        GTEST_SKIP() << "root may read every folder";
-    std::string const closed = folder.makeFolder("closed");
-    std::filesystem::permissions(closed, std::filesystem::perms::none);
-    FolderList const list = list_folder(closed);
-    std::filesystem::permissions(closed, std::filesystem::perms::owner_all);
+    FolderList const list = list_folder(folder.path(std::string(300, 'x')));
     EXPECT_THAT(list.entries, IsEmpty());
-    EXPECT_EQ(list.reason, "Permission denied");
+    EXPECT_EQ(list.reason, "File name too long");
 }
 
 TEST_F(FolderListTest, BytesThatAreNoUtf8ArePartOfAName)

@@ -14,7 +14,7 @@ using testing::SizeIs;
 namespace
 {
 /// A scene of two nodes without names, read from a file.
-struct OperationsTest : testing::Test
+struct SceneOperationsTest : testing::Test
 {
     void read()
     {
@@ -28,10 +28,10 @@ struct OperationsTest : testing::Test
     SceneView view;
     Viewer::Picking picking{view};
     SceneDocument document;
-    Viewer::Operations operations{document, picking};
+    Viewer::SceneOperations operations{document, picking};
 };
 
-TEST_F(OperationsTest, ARunIsAccountedForAndUndone)
+TEST_F(SceneOperationsTest, ARunIsAccountedForAndUndone)
 {
     read();
     picking.selectPath(NodePath(document.getScene()), 0);
@@ -44,20 +44,37 @@ TEST_F(OperationsTest, ARunIsAccountedForAndUndone)
     EXPECT_EQ(operations.undo(), "nothing to undo");
 }
 
-TEST_F(OperationsTest, WithoutASceneNothingRuns)
+TEST_F(SceneOperationsTest, WithoutASceneNothingRuns)
 {
     EXPECT_EQ(operations.run("Mrg", ""), "there is no scene");
     EXPECT_THAT(operations.getAccounts(), IsEmpty());
 }
 
-TEST_F(OperationsTest, AnOperationThatIsNotRegisteredDoesNotRun)
+TEST_F(SceneOperationsTest, AnOperationThatIsNotRegisteredDoesNotRun)
 {
     read();
     EXPECT_EQ(operations.run("Melt", ""), "there is no operation Melt");
     EXPECT_FALSE(document.canUndo());
 }
 
-TEST_F(OperationsTest, ForgettingDropsTheAccounts)
+TEST_F(SceneOperationsTest, OperationsBeforeASaveAreNotThoseOfTheNextOne)
+{
+    read();
+    operations.run("Mrg", "");
+    operations.noteSaved();
+    EXPECT_THAT(operations.getUnsaved(), IsEmpty());
+    operations.run("GrpMerge", "");
+    ASSERT_THAT(operations.getUnsaved(), SizeIs(1));
+    EXPECT_EQ(operations.getUnsaved()[0].name, "GrpMerge");
+    EXPECT_THAT(operations.getAccounts(), SizeIs(2));
+    operations.undo();
+    operations.undo();
+    EXPECT_THAT(operations.getUnsaved(), IsEmpty());
+    operations.run("GrpMerge", "");
+    EXPECT_THAT(operations.getUnsaved(), SizeIs(1));
+}
+
+TEST_F(SceneOperationsTest, ForgettingDropsTheAccounts)
 {
     read();
     operations.run("Mrg", "");
