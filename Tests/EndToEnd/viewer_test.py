@@ -360,6 +360,9 @@ def test_what_a_user_does_is_recorded_and_gives_the_same_answers_when_it_is_play
         viewer.wait_for_title("pavilion.obj")
         viewer.key("ctrl+r")
         viewer.drag((400, 300), (450, 310), (520, 330))
+        viewer.key("2")  # from behind
+        time.sleep(0.6)
+        viewer.click(480, 340, button=4)
         viewer.click(500, 350)
         viewer.key("shift+b")
         viewer.drag((350, 200), (500, 400), (650, 500))

@@ -65,6 +65,7 @@ class Viewer : private WindowListener
     SpaceMouse _spaceMouse{ViewerWindow::wake};
     bool _isSpaceMouseHeld = false;
     double _lastTurn = 0;
+    double _lastEvent = 0;
     Gui _gui;
     OpenPanels _open;
     Commands _commands;
@@ -141,7 +142,10 @@ int Viewer::run()
         if(!wait || *wait > LongestStep)
             _session.engines.rest();
         if(_window.handleEvents(wait))
+        {
             _panelFrames = SettlingFrames;
+            _lastEvent = seconds();
+        }
         _session.engines.wake();
         turn();
         goOnWithErrand();
@@ -225,9 +229,13 @@ std::optional<double> Viewer::waitSeconds() const
     constexpr double FrameSeconds = 1. / 60;
     constexpr double BlinkSeconds = 0.25;
     constexpr double FileSeconds = 1; // until a changed file is seen
+    constexpr double KeySeconds = 0.5;
     if(_panelFrames > 0)
         return 0;
     if(_session.isMoving() || !_keysDown.empty() || _isSpaceMouseHeld)
+        return FrameSeconds;
+    // No event tells when the system knows that the keys are up.
+    if(_session.engines.isWaiting() && seconds() < _lastEvent + KeySeconds)
         return FrameSeconds;
     if(_gui.isAnimated())
         return BlinkSeconds;

@@ -61,6 +61,8 @@ void add_view_commands(Commands &commands, Session &session)
                         .key = {'P', 0},
                         .run = [&driver] { driver.setOrthographic(!driver.isOrthographic()); },
                         .isOn = [&driver] { return !driver.isOrthographic(); },
+                        // A recording has one projection, and one engine.
+                        .canRun = [&session] { return !session.recordings.isRecording(); },
                         .beginsGroup = true});
     commands.push_back({.menu = "View",
                         .name = "View before",
@@ -108,7 +110,8 @@ void add_engine_commands(Commands &commands, Session &session)
                                 session.applySettings();
                             },
                             .isOn = [&session, name = std::string(name)]
-                            { return session.engines.getName() == name; }});
+                            { return session.engines.getName() == name; },
+                            .canRun = [&session] { return !session.recordings.isRecording(); }});
         ++key;
     }
 }
@@ -181,8 +184,10 @@ void add_record_commands(Commands &commands, Session &session)
                         .canRun = [&recordings] { return recordings.isPlaying(); }});
 }
 
-// Recordings hold what engines and tools hear: nothing else moves the camera meanwhile.
-void add_held(Commands &commands, Session &session, void (*add)(Commands &, Session &))
+using Adder = void (*)(Commands &, Session &);
+
+// The user does not move the camera of a recording that is played.
+void add_held(Commands &commands, Session &session, Adder add)
 {
     std::size_t const begin = commands.size();
     add(commands, session);
@@ -190,7 +195,7 @@ void add_held(Commands &commands, Session &session, void (*add)(Commands &, Sess
     {
         auto const canRun = commands[i].canRun;
         commands[i].canRun = [&session, canRun]
-        { return !session.recordings.isBusy() && (!canRun || canRun()); };
+        { return !session.recordings.isPlaying() && (!canRun || canRun()); };
     }
 }
 } // namespace

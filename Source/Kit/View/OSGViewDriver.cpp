@@ -29,8 +29,17 @@ void ViewDriver::goTo(WindowView const &view)
 
 void ViewDriver::jumpTo(WindowView const &view)
 {
-    if(_view.setView(view))
+    if(show(view))
         _way.reset();
+}
+
+bool ViewDriver::show(WindowView const &view)
+{
+    if(!_view.setView(view))
+        return false;
+    if(_moved)
+        _moved();
+    return true;
 }
 
 // A window as wide as what is free shows the same in its height.
@@ -108,7 +117,7 @@ void ViewDriver::update(Real64 seconds, bool isResting)
         _way->begin = begin;
         Real64 const share = (seconds - begin) / _waySeconds;
         WindowView const to = _way->to;
-        _view.setView(view_between(_way->from, to, static_cast<Real32>(share)));
+        show(view_between(_way->from, to, static_cast<Real32>(share)));
         if(!(share < 1))
         {
             if(_way->isInHistory)

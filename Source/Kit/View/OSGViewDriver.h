@@ -1,6 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <utility>
+
+#include <boost/function.hpp>
 
 #include "OSGSceneView.h"
 #include "OSGStandardView.h"
@@ -27,6 +30,8 @@ class OSG_TOLVANITEKIT_API ViewDriver
 
     /// 0 jumps. A number below 0 and NaN count as 0.
     void setWaySeconds(Real64 seconds) { _waySeconds = seconds > 0 ? seconds : 0; }
+    /// Called when the driver has moved the view, for a recorder (InputRecorder::takePoseOfHost).
+    void setMoved(boost::function<void()> moved) { _moved = std::move(moved); }
     /// The axis that points upwards in standard views: Y at first.
     void setSceneUp(SceneUp sceneUp) { _sceneUp = sceneUp; }
     SceneUp getSceneUp() const { return _sceneUp; }
@@ -76,11 +81,13 @@ class OSG_TOLVANITEKIT_API ViewDriver
         bool isInHistory = false;
     };
     WindowView target() const;
+    bool show(WindowView const &view);
     template <class Extent>
     WindowView fittedTo(WindowView const &view, Extent const &extent) const;
     void goInHistory(std::optional<WindowView> const &view);
 
     SceneView &_view;
+    boost::function<void()> _moved;
     ViewHistory _history;
     std::optional<Way> _way;
     std::optional<WindowView> _last;    // as the last update left it

@@ -104,6 +104,8 @@ bool WalkConsole::goTo(Viewpoint const &viewpoint)
         return false;
     }
     engine->set(viewpoint.from, viewpoint.at, viewpoint.up);
+    if(_moved)
+        _moved();
     return true;
 }
 

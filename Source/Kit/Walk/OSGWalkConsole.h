@@ -1,7 +1,10 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
+
+#include <boost/function.hpp>
 
 #include "OSGNavigator.h"
 #include "OSGPathPlot.h"
@@ -42,6 +45,9 @@ class OSG_TOLVANITEKIT_API WalkConsole
     /// Ends recording and playing where it is another scene. Keeps a reference; null for none.
     void setScene(Node *root);
     Node *getScene() const { return _scene; }
+    /// Called when the console has given the engine a pose, for a recorder
+    /// (InputRecorder::takePoseOfHost).
+    void setMoved(boost::function<void()> moved) { _moved = std::move(moved); }
     /// Null where nothing is stored yet.
     WalkConsoleAttachment *getAttachment() const;
 
@@ -127,5 +133,6 @@ class OSG_TOLVANITEKIT_API WalkConsole
     Activity _activity = Activity::None;
     TickClock _clock;
     Vec3f _upward{0, 1, 0};
+    boost::function<void()> _moved;
 };
 } // namespace OSG

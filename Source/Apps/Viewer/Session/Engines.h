@@ -40,6 +40,8 @@ class Engines
     bool choose(std::string const &name);
     std::string const &getName() const { return _name; }
     bool isWalk() const { return _walk != nullptr; }
+    /// Whether a walk stands still until all keys are up.
+    bool isWaiting() const { return _guard != nullptr && _guard->isWaiting(); }
     /// The person; null for another engine.
     OSG::WASDWalkEngine *getWalk() const { return _walk; }
 

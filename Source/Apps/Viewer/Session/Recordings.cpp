@@ -40,6 +40,12 @@ void Recordings::startRecording()
         _view.getNavigator(), now, _engines.isWalk() ? _engines.getDesktop() : nullptr, &_events);
 }
 
+void Recordings::noteMove()
+{
+    if(isRecording())
+        _recorder->takePoseOfHost();
+}
+
 std::string Recordings::stopRecording(std::filesystem::path const &target)
 {
     std::unique_ptr<OSG::InputRecorder> const recorder = std::move(_recorder);

@@ -29,6 +29,8 @@ class Recordings
 
     // --- recording ---
     void startRecording();
+    /// The camera was moved neither by its engine nor by a recording.
+    void noteMove();
     /// Writes the recording. Empty on success, otherwise the reason of the failure.
     std::string stopRecording(std::filesystem::path const &target);
 

@@ -19,6 +19,8 @@ Session::Session(Tool::Streams streams)
     : _streams(streams)
 {
     picking.getSelection().addObserver(&demand);
+    driver.setMoved([this] { recordings.noteMove(); });
+    console.setMoved([this] { recordings.noteMove(); });
     picking.setAnswered(
         [this](Question const &question, std::optional<OSG::PickRegion> const &region)
         {
@@ -170,8 +172,9 @@ bool Session::play(std::string const &file, Recordings::Pace pace)
 void Session::wheel(double steps, double x, double y)
 {
     constexpr double StepMagnification = 1.2;
-    // A recording holds what the engine hears, so that the wheel is the engine's then.
-    if(!settings.zoomsToPointer || engines.getName() != "cad" || recordings.isRecording())
+    if(recordings.isPlaying())
+        return;
+    if(!settings.zoomsToPointer || engines.getName() != "cad")
     {
         events.wheel(steps, x, y);
         return;
@@ -188,7 +191,7 @@ void Session::moveBy(OSG::Vec3f const &push, OSG::Vec3f const &turn)
     constexpr OSG::Real32 TurnSpeed = 1.5f; // radians a second at a full deflection
     OSG::WindowView const now = view.getView();
     OSG::Real32 const reach = (now.at - now.from).length(); // a second goes as far
-    if(recordings.isBusy() || engines.isWalk())
+    if(recordings.isPlaying() || engines.isWalk())
         return;
     if(engines.getName() == "cad")
         driver.jumpTo(OSG::move_by(now, push * -reach, turn * -TurnSpeed, now.at));
