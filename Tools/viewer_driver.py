@@ -43,7 +43,7 @@ class Screen:
         self.folder = tempfile.mkdtemp(prefix="tolvanite-screen-")
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write), "-screen", "0", self.size, "-nolisten", "tcp",
-             "-fbdir", self.folder],
+             "-noreset", "-fbdir", self.folder],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as answer:

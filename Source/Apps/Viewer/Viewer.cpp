@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <set>
 #include <utility>
 
-#include "EngineKeys.h"
 #include "Gui.h"
-#include "OSGFileSuffix.h"
 #include "OSGFrameImage.h"
 #include "OSGGLErrors.h"
 #include "OSGGLObjectStore.h"
@@ -16,9 +13,9 @@
 #include "OSGLog.h"
 #include "Panels.h"
 #include "Session.h"
-#include "SpaceMouse.h"
 #include "Stopwatch.h"
 #include "ViewerCommands.h"
+#include "ViewerInput.h"
 #include "ViewerWindow.h"
 #include "WritePicture.h"
 
@@ -27,29 +24,20 @@ namespace Viewer
 namespace
 {
 /// The loop between the window and the session.
-class Viewer : private WindowListener
+class Viewer
 {
   public:
-    Viewer(ViewerWindow &window, Tool::ViewerOptions const &options, Tool::Streams streams);
-    ~Viewer() override;
+    Viewer(ViewerWindow &window, Settings const &settings, Tool::ViewerOptions const &options,
+           Tool::Streams streams);
+    ~Viewer();
+    Viewer(Viewer const &) = delete;
+    Viewer &operator=(Viewer const &) = delete;
 
     int run();
 
   private:
-    void pointerMoved(double x, double y) override;
-    void buttonPressed(OSG::Int16 button, OSG::UInt16 modifiers) override;
-    void buttonReleased(OSG::Int16 button, OSG::UInt16 modifiers) override;
-    void wheelTurned(double steps) override;
-    void keyPressed(OSG::Int16 code, OSG::UInt16 modifiers) override;
-    void keyReleased(OSG::Int16 code, OSG::UInt16 modifiers) override;
-    void characterTyped(unsigned int character) override;
-    void focusLost() override;
-    void filesDropped(std::vector<std::string> const &files) override;
-
     std::optional<double> waitSeconds() const;
     void turn();
-    void followPointer();
-    void followSpaceMouse();
     void showTitle();
     void draw(bool hasSceneChanged);
     void goOnWithErrand();
@@ -62,16 +50,14 @@ class Viewer : private WindowListener
     Tool::ViewerOptions const &_options;
     Tool::Streams _streams;
     Session _session;
-    SpaceMouse _spaceMouse{ViewerWindow::wake};
-    bool _isSpaceMouseHeld = false;
     double _lastTurn = 0;
     double _lastEvent = 0;
     Gui _gui;
     OpenPanels _open;
     Commands _commands;
     Panels _panels;
+    ViewerInput _input;
     OSG::KeptFrame _kept;
-    std::set<OSG::Int16> _keysDown;
     int _panelFrames = 0; // to be drawn before the panels have settled
     Timing _drawn;
     std::string _titled; // the file that the title names
@@ -92,15 +78,17 @@ constexpr int SettlingFrames = 3;
 // Waits that are longer are none of a moving scene's, in seconds.
 constexpr double LongestStep = 0.1;
 
-Viewer::Viewer(ViewerWindow &window, Tool::ViewerOptions const &options, Tool::Streams streams)
+Viewer::Viewer(ViewerWindow &window, Settings const &settings, Tool::ViewerOptions const &options,
+               Tool::Streams streams)
     : _window(window)
     , _options(options)
     , _streams(streams)
     , _session(streams)
     , _commands(make_commands(_session, _open, [&window] { window.close(); }))
     , _panels(_session, _commands, _open)
+    , _input(window, _gui, _session, _commands)
 {
-    _session.message = _session.settings.load();
+    _session.settings = settings;
     if(!options.engine.empty())
         _session.settings.engine = options.engine;
     _session.engines.setDesktop(_window.makeDesktop(), _window.getHandle());
@@ -111,12 +99,10 @@ Viewer::Viewer(ViewerWindow &window, Tool::ViewerOptions const &options, Tool::S
             return true;
         });
     _session.applySettings();
-    _window.setListener(this);
 }
 
 Viewer::~Viewer()
 {
-    _window.setListener(nullptr);
     _kept.release();
     OSG::GLObjectStore::releaseCurrent();
 }
@@ -232,7 +218,9 @@ std::optional<double> Viewer::waitSeconds() const
     constexpr double KeySeconds = 0.5;
     if(_panelFrames > 0)
         return 0;
-    if(_session.isMoving() || !_keysDown.empty() || _isSpaceMouseHeld)
+    if(_window.getPixels().width == 0)
+        return FileSeconds; // an icon shows nothing that moves
+    if(_session.isMoving() || _input.isHeld())
         return FrameSeconds;
     // No event tells when the system knows that the keys are up.
     if(_session.engines.isWaiting() && seconds() < _lastEvent + KeySeconds)
@@ -249,10 +237,9 @@ void Viewer::turn()
     _session.events.setContentScale(_window.getPixelScale());
     if(width > 0 && height > 0)
         _session.setSize(static_cast<OSG::UInt32>(width), static_cast<OSG::UInt32>(height));
-    followPointer();
-    followSpaceMouse();
-    bool const hasSceneChanged = _session.frame(seconds());
-    showTitle();
+    double const now = seconds();
+    _input.follow(std::min(now - std::exchange(_lastTurn, now), LongestStep));
+    bool const hasSceneChanged = _session.frame(now);
     if(width <= 0 || height <= 0)
     {
         _panelFrames = 0;
@@ -260,17 +247,7 @@ void Viewer::turn()
     }
     if(hasSceneChanged || _panelFrames > 0 || _gui.isAnimated())
         draw(hasSceneChanged);
-}
-
-void Viewer::followSpaceMouse()
-{
-    double const passed = std::min(seconds() - _lastTurn, LongestStep);
-    _lastTurn = seconds();
-    SpaceMouse::Deflection const &held = _spaceMouse.read();
-    _isSpaceMouseHeld = !held.isAtRest();
-    auto const time = static_cast<OSG::Real32>(passed);
-    if(_isSpaceMouseHeld)
-        _session.moveBy(held.push * time, held.turn * time);
+    showTitle(); // what the title names is on the screen
 }
 
 void Viewer::showTitle()
@@ -279,14 +256,6 @@ void Viewer::showTitle()
         return;
     _titled = _session.document.getFile();
     _window.setTitle(std::filesystem::path(_titled).filename().string() + " - Tolvanite");
-}
-
-void Viewer::followPointer()
-{
-    bool const isInView = !_gui.wantsPointer() && !_session.events.isDragging();
-    _session.events.setPointerTaken(_gui.wantsPointer());
-    _session.events.setKeyboardTaken(_gui.wantsKeyboard());
-    _session.picking.hoverAt(isInView ? std::optional(_session.events.getPointer()) : std::nullopt);
 }
 
 void Viewer::draw(bool hasSceneChanged)
@@ -315,80 +284,14 @@ void Viewer::draw(bool hasSceneChanged)
         --_panelFrames;
 }
 
-void Viewer::pointerMoved(double x, double y) { _session.events.pointerMove(x, y); }
-
-void Viewer::buttonPressed(OSG::Int16 button, OSG::UInt16 modifiers)
-{
-    double x = 0;
-    double y = 0;
-    _window.getPointerOfEvent(x, y);
-    _session.events.setPointerTaken(_gui.isOverPanel(x, y));
-    _session.events.buttonPress(button, x, y, modifiers);
-}
-
-void Viewer::buttonReleased(OSG::Int16 button, OSG::UInt16 modifiers)
-{
-    double x = 0;
-    double y = 0;
-    _window.getPointerOfEvent(x, y);
-    _session.events.buttonRelease(button, x, y, modifiers);
-}
-
-void Viewer::wheelTurned(double steps)
-{
-    double x = 0;
-    double y = 0;
-    _window.getPointerOfEvent(x, y);
-    if(!_gui.isOverPanel(x, y))
-        _session.wheel(steps, x, y);
-}
-
-void Viewer::keyPressed(OSG::Int16 code, OSG::UInt16 modifiers)
-{
-    _keysDown.insert(code);
-    KeyOwner const owner = _gui.wantsKeyboard()                  ? KeyOwner::Text
-                           : _session.engines.getName() != "cad" ? KeyOwner::Engine
-                                                                 : KeyOwner::Nobody;
-    if(run_key(_commands, {code, modifiers}, owner))
-        return;
-    EngineKey const key = engine_key(_session.engines.getName(), code);
-    _session.events.key(key.code, key.modifiers | OSG::NavigatorEvent::KeyDown);
-}
-
-void Viewer::keyReleased(OSG::Int16 code, OSG::UInt16)
-{
-    _keysDown.erase(code);
-    EngineKey const key = engine_key(_session.engines.getName(), code);
-    _session.events.key(key.code, key.modifiers | OSG::NavigatorEvent::KeyUp);
-}
-
-void Viewer::characterTyped(unsigned int character)
-{
-    if(!_gui.wantsKeyboard() && takes_character(_session.engines.getName(), character))
-        _session.events.key(static_cast<OSG::Int16>(character), OSG::NavigatorEvent::KeyDown);
-}
-
-void Viewer::focusLost()
-{
-    _keysDown.clear();
-    _session.events.focusLost();
-}
-
-void Viewer::filesDropped(std::vector<std::string> const &files)
-{
-    if(files.empty())
-        return;
-    if(OSG::file_suffix(files.front()) == "events")
-        _session.play(files.front(), Recordings::Pace::AsRecorded);
-    else
-        _session.open(files.front());
-}
 } // namespace
 
 int run_viewer(Tool::ViewerOptions const &options, Tool::Streams streams)
 {
     Settings settings;
-    settings.load();
+    std::string const complaint = settings.load();
+    if(!complaint.empty())
+        Tool::complain(streams, complaint);
     auto const [width, height] = Tool::window_size(options);
     std::string missing;
     auto const window = ViewerWindow::open({width, height}, settings.samples, missing);
@@ -399,7 +302,7 @@ int run_viewer(Tool::ViewerOptions const &options, Tool::Streams streams)
     }
     Tool::LogLines log(streams.err,
                        options.quiet ? Tool::LogLines::Show::Nothing : Tool::LogLines::Show::Lines);
-    Viewer viewer(*window, options, {streams.out, streams.err, &log});
+    Viewer viewer(*window, settings, options, {streams.out, streams.err, &log});
     return viewer.run();
 }
 } // namespace Viewer

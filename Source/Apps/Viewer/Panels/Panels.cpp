@@ -157,13 +157,18 @@ void Panels::drawBottomLine()
     ImGui::End();
 }
 
+// Above the line at the bottom, and not for reads that are over at once: it would take clicks away.
 void Panels::drawProgress()
 {
+    constexpr double Patience = 0.3; // seconds
+    double const now = ImGui::GetTime();
     if(!_session.document.isReading())
+        _readBegin = now;
+    if(now < _readBegin + Patience)
         return;
-    ImGuiIO const &io = ImGui::GetIO();
-    ImGui::SetNextWindowPos(ImVec2(io.DisplaySize.x / 2, io.DisplaySize.y / 2), 0,
-                            ImVec2(0.5f, 0.5f));
+    ImVec2 const size = ImGui::GetIO().DisplaySize;
+    ImGui::SetNextWindowPos(ImVec2(size.x / 2, size.y - ImGui::GetFrameHeightWithSpacing()), 0,
+                            ImVec2(0.5f, 1));
     if(ImGui::Begin("##progress", nullptr, Fixed | ImGuiWindowFlags_AlwaysAutoResize))
     {
         ImGui::ProgressBar(_session.document.getProgress(), ImVec2(20 * ImGui::GetFontSize(), 0));

@@ -46,6 +46,7 @@ class Panels
     SettingsPanel _settings;
     CubeOverlay _cube;
     FilesDialog _files;
+    double _readBegin = 0; // when nothing was read last, by the panels' clock
 };
 
 /// The band or lasso of the tool in hand, and the points of a measurement.

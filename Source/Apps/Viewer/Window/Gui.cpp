@@ -63,7 +63,7 @@ bool Gui::isOverPanel(double x, double y) const
     ImVec2 const place(static_cast<float>(x), static_cast<float>(y));
     for(ImGuiWindow const *window : ImGui::GetCurrentContext()->Windows)
     {
-        bool const isThere = window->WasActive && !window->Hidden;
+        bool const isThere = window->Active && !window->Hidden; // in the frame that is shown
         bool const hears = (window->Flags & ImGuiWindowFlags_NoMouseInputs) == 0;
         if(isThere && hears && window->OuterRectClipped.Contains(place))
             return true;
