@@ -35,15 +35,16 @@ def wait_until(what, condition, seconds=60):
 class Screen:
     """An X server of its own, without a window manager."""
 
-    def __init__(self, width=1280, height=800):
+    def __init__(self, width=1280, height=800, words=()):
         self.size = f"{width}x{height}x24"
+        self.words = words
 
     def __enter__(self):
         read, write = os.pipe()
         self.folder = tempfile.mkdtemp(prefix="tolvanite-screen-")
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write), "-screen", "0", self.size, "-nolisten", "tcp",
-             "-noreset", "-fbdir", self.folder],
+             "-noreset", "-fbdir", self.folder, *self.words],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as answer:

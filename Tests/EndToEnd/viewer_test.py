@@ -326,6 +326,16 @@ def test_without_a_display_one_line_says_so(bench):
     holds(done.stderr.startswith("tolvanite: no window: "), done.stderr)
 
 
+def test_without_opengl_one_line_says_so(bench):
+    with Screen(words=("-extension", "GLX")) as screen:
+        done = subprocess.run([bench.viewer, PAVILION], text=True, check=False, timeout=60,
+                              env={**os.environ, "DISPLAY": screen.display},
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        equal(done.returncode, 1, "exit status")
+        equal(done.stderr.count("\n"), 1, "lines")
+        holds(done.stderr.startswith("tolvanite: no window: "), done.stderr)
+
+
 def test_without_the_viewer_one_line_says_so(bench):
     with tempfile.TemporaryDirectory() as folder:
         alone = shutil.copy(bench.tool, folder)
