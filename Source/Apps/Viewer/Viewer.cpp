@@ -119,9 +119,10 @@ int Viewer::run()
         Tool::complain(_streams, "cannot write " + _options.report);
         return Tool::Failed;
     }
+    _panelFrames = SettlingFrames;
+    turn(); // what is shown is fitted between the panels
     if(!_options.file.empty())
         _session.open(_options.file);
-    _panelFrames = SettlingFrames;
     while(!_window.isClosing())
     {
         std::optional<double> const wait = waitSeconds();
