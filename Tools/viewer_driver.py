@@ -198,7 +198,13 @@ class Viewer:
             raise Failure("the viewer does not end") from error
 
     def quit(self):
+        """Without saving."""
         self.key("ctrl+q")
+        end = time.monotonic() + 60
+        while self.process.poll() is None and time.monotonic() < end:
+            time.sleep(0.5)
+            if self.process.poll() is None:
+                self.key("Delete")  # discards changes, if it is asked
         return self.wait_for_end()
 
     def interrupt(self):

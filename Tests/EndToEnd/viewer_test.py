@@ -413,7 +413,10 @@ def test_a_person_walks_by_the_keys_and_marks_are_saved_with_the_scene(bench):
             # A click is a short step, too.
             back = pick_from(viewer)
             holds(abs(back[0] - start[0]) < 0.05, f"the first mark at {start}, not at {back}")
+            holds(viewer.title().startswith("*"), "the title shows that there are changes")
             saved = save_as(viewer, "walked.osb")
+            viewer.wait_for_title("walked.osb")
+            holds(not viewer.title().startswith("*"), "there are none after they are saved")
             done = subprocess.run([bench.tool, "dump", saved["out"], "--json"], text=True,
                                   stdout=subprocess.PIPE, check=True)
         holds("WalkConsoleAttachment" in done.stdout, "the marks are in the file")
@@ -444,7 +447,7 @@ def test_a_saved_file_is_what_convert_writes(bench):
     with Screen() as screen, bench.open(screen, PAVILION) as viewer:
         viewer.wait_for_title("pavilion.obj")
         line = save_as(viewer, "saved.obj")
-        wait_until("the title", lambda: "saved.obj" in viewer.title())
+        holds("pavilion.obj" in viewer.title(), "an OBJ file does not hold all of the scene")
         target = os.path.join(viewer.folder, "converted.obj")
         done = subprocess.run([bench.tool, "convert", PAVILION, target, "--json"], text=True,
                               stdout=subprocess.PIPE, check=True)
@@ -454,6 +457,56 @@ def test_a_saved_file_is_what_convert_writes(bench):
         text = pathlib.Path(line["out"]).read_text(encoding="utf-8")
         wanted = pathlib.Path(target).read_text(encoding="utf-8")
         equal(text.replace("saved.mtl", ""), wanted.replace("converted.mtl", ""), "the text")
+
+
+def test_changes_are_not_thrown_away_without_a_question(bench):
+    with Screen() as screen, bench.open(screen, PAVILION) as viewer:
+        viewer.wait_for_title("pavilion.obj")
+        viewer.key("ctrl+m")
+        wait_until("a change", lambda: viewer.title().startswith("*"))
+        viewer.key("ctrl+q")
+        time.sleep(0.5)
+        viewer.key("Escape")
+        time.sleep(0.5)
+        equal(viewer.process.poll(), None, "the viewer has stayed")
+        viewer.key("F5")
+        time.sleep(0.5)
+        viewer.key("Escape")
+        time.sleep(0.5)
+        holds(viewer.title().startswith("*"), "the change is still there")
+        viewer.key("F5")
+        time.sleep(0.5)
+        viewer.key("Delete")
+        wait_until("the file of before", lambda: not viewer.title().startswith("*"))
+        viewer.key("ctrl+q")
+        equal(viewer.wait_for_end(), 0, "exit status")
+
+
+def test_what_changes_without_an_event_is_drawn(bench):
+    with Screen() as screen, tempfile.TemporaryDirectory() as folder:
+        model = shutil.copy(MODELS / "plant.osb", folder)
+        with bench.open(screen, model) as viewer:
+            viewer.wait_for_title("plant.osb")
+            time.sleep(1)
+            before = screen.picture(*SIZE)[SIZE[1] - 12]
+            pathlib.Path(model).write_bytes(b"no scene any more")
+            wait_until("the line at the bottom",
+                       lambda: screen.picture(*SIZE)[SIZE[1] - 12] != before)
+            holds("cannot read" in viewer.log_text(), "a line")
+
+
+def test_a_report_that_cannot_be_written_is_one_line_and_a_failure(bench):
+    with Screen() as screen, tempfile.TemporaryDirectory() as folder:
+        events = os.path.join(folder, "drag.events")
+        pathlib.Path(events).write_text(RECORDING, encoding="utf-8")
+        done = subprocess.run([bench.viewer, PAVILION, "--size", "1000x700", "--play", events,
+                               "--report", "/dev/full", "--exit"], text=True, check=False,
+                              env={**os.environ, "DISPLAY": screen.display,
+                                   "XDG_CONFIG_HOME": folder, "XDG_STATE_HOME": folder},
+                              timeout=60, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        equal(done.returncode, 1, "exit status")
+        equal(done.stderr, "tolvanite: cannot write the report\n", "standard error")
+        equal(os.listdir(folder), ["drag.events"], "no settings were written")
 
 
 def test_a_3d_mouse_moves_the_view_and_its_daemon_may_end(bench):

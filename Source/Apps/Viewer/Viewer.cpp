@@ -42,6 +42,9 @@ class Viewer
     void draw(bool hasSceneChanged);
     void goOnWithErrand();
     bool saveScreenshot(std::string const &target);
+    bool isEnding();
+    void saveSettings();
+    bool arePanelsStale(double now) const;
     void noteDrawn(double frameSeconds);
     void logTimes() const;
     double seconds() const;
@@ -59,9 +62,14 @@ class Viewer
     ViewerInput _input;
     OSG::KeptFrame _kept;
     int _panelFrames = 0; // to be drawn before the panels have settled
+    std::string _drawnMessage;
+    bool _drewReading = false;
+    double _lastDraw = 0;
+    Settings _savedSettings;
     Timing _drawn;
-    std::string _titled; // the file that the title names
+    std::string _titled;
     int _status = Tool::Success;
+    bool _mayEnd = false; // the user does not mind unsaved changes
     /// How far what the command line asks for has come.
     enum class Errand : OSG::UInt8
     {
@@ -89,8 +97,7 @@ Viewer::Viewer(ViewerWindow &window, Settings const &settings, Tool::ViewerOptio
     , _input(window, _gui, _session, _commands)
 {
     _session.settings = settings;
-    if(!options.engine.empty())
-        _session.settings.engine = options.engine;
+    _savedSettings = settings;
     _session.engines.setDesktop(_window.makeDesktop(), _window.getHandle());
     _session.events.setPointerQuery(
         [this](double &x, double &y)
@@ -98,6 +105,7 @@ Viewer::Viewer(ViewerWindow &window, Settings const &settings, Tool::ViewerOptio
             _window.getPointer(x, y);
             return true;
         });
+    _session.useEngine(options.engine.empty() ? settings.engine : options.engine);
     _session.applySettings();
 }
 
@@ -123,7 +131,7 @@ int Viewer::run()
     turn(); // what is shown is fitted between the panels
     if(!_options.file.empty())
         _session.open(_options.file);
-    while(!_window.isClosing())
+    while(!isEnding())
     {
         std::optional<double> const wait = waitSeconds();
         if(!wait || *wait > LongestStep)
@@ -136,10 +144,41 @@ int Viewer::run()
         _session.engines.wake();
         turn();
         goOnWithErrand();
+        saveSettings();
     }
-    _session.settings.save();
+    if(_options.exit && _session.report.hasFailed())
+        _status = Tool::Failed;
     logTimes();
     return _status;
+}
+
+// A run that ends by itself is no choice of the user's. Others are kept at once: a signal may end
+// the program.
+void Viewer::saveSettings()
+{
+    if(_options.exit || _session.settings == _savedSettings)
+        return;
+    _savedSettings = _session.settings;
+    std::string const reason = _savedSettings.save();
+    if(!reason.empty())
+        Tool::complain(_streams, "cannot write the settings: " + reason);
+}
+
+bool Viewer::isEnding()
+{
+    if(!_window.isClosing())
+        return false;
+    if(_options.exit || _mayEnd || !_session.document.needsSaving())
+        return true;
+    _window.stay();
+    _session.unsaved.before("the viewer ends",
+                            [this]
+                            {
+                                _mayEnd = true;
+                                _window.close();
+                            });
+    _panelFrames = SettlingFrames;
+    return false;
 }
 
 // With --verbose the log tells what frames cost, and of errors of OpenGL.
@@ -179,9 +218,9 @@ void Viewer::goOnWithErrand()
         _status = Tool::Failed;
     }
     _errand = Errand::Done;
-    if(!isShown)
-        _status = Tool::Failed;
-    else if(!_options.screenshot.empty() && !saveScreenshot(_options.screenshot))
+    bool const hasScreenshot =
+        _options.screenshot.empty() || (isShown && saveScreenshot(_options.screenshot));
+    if(!isShown || !hasScreenshot)
         _status = Tool::Failed;
     if(_options.exit)
         _window.close();
@@ -214,7 +253,6 @@ bool Viewer::saveScreenshot(std::string const &target)
 std::optional<double> Viewer::waitSeconds() const
 {
     constexpr double FrameSeconds = 1. / 60;
-    constexpr double BlinkSeconds = 0.25;
     constexpr double FileSeconds = 1; // until a changed file is seen
     constexpr double KeySeconds = 0.5;
     if(_panelFrames > 0)
@@ -226,8 +264,6 @@ std::optional<double> Viewer::waitSeconds() const
     // No event tells when the system knows that the keys are up.
     if(_session.engines.isWaiting() && seconds() < _lastEvent + KeySeconds)
         return FrameSeconds;
-    if(_gui.isAnimated())
-        return BlinkSeconds;
     bool const looksAtFile = _session.settings.reloads && !_session.document.getFile().empty();
     return looksAtFile ? std::optional(FileSeconds) : std::nullopt;
 }
@@ -246,17 +282,31 @@ void Viewer::turn()
         _panelFrames = 0;
         return;
     }
-    if(hasSceneChanged || _panelFrames > 0 || _gui.isAnimated())
+    if(arePanelsStale(now))
+        _panelFrames = std::max(_panelFrames, 1);
+    if(hasSceneChanged || _panelFrames > 0)
         draw(hasSceneChanged);
     showTitle(); // what the title names is on the screen
 }
 
+// What panels show has changed without an event.
+bool Viewer::arePanelsStale(double now) const
+{
+    constexpr double ProgressSeconds = 0.1;
+    bool const isReading = _session.document.isReading();
+    bool const isBusy = isReading || _session.console.isRecording();
+    return _session.message != _drawnMessage || isReading != _drewReading ||
+           (isBusy && now > _lastDraw + ProgressSeconds);
+}
+
 void Viewer::showTitle()
 {
-    if(_titled == _session.document.getFile())
-        return;
-    _titled = _session.document.getFile();
-    _window.setTitle(std::filesystem::path(_titled).filename().string() + " - Tolvanite");
+    std::filesystem::path const file(_session.document.getFile());
+    std::string const title = (_session.document.needsSaving() ? "*" : "") +
+                              (file.empty() ? "" : file.filename().string() + " - ") + "Tolvanite";
+    if(_titled != title)
+        _window.setTitle(title);
+    _titled = title;
 }
 
 void Viewer::draw(bool hasSceneChanged)
@@ -266,6 +316,9 @@ void Viewer::draw(bool hasSceneChanged)
     auto const h = static_cast<OSG::UInt32>(height);
     Tool::Stopwatch const watch;
     _gui.setStyle(_session.settings.isDark, _window.getContentScale());
+    _drawnMessage = _session.message;
+    _drewReading = _session.document.isReading();
+    _lastDraw = seconds();
     _gui.beginFrame();
     _panels.draw(static_cast<float>(1 / _window.getPixelScale()));
     _gui.endFrame();

@@ -106,12 +106,17 @@ void add_engine_commands(Commands &commands, Session &session)
                             .run =
                                 [&session, name = std::string(name)]
                             {
-                                session.settings.engine = name;
-                                session.applySettings();
+                                if(session.useEngine(name))
+                                    session.settings.engine = name;
                             },
                             .isOn = [&session, name = std::string(name)]
                             { return session.engines.getName() == name; },
-                            .canRun = [&session] { return !session.recordings.isRecording(); }});
+                            .canRun =
+                                [&session, isWalk = std::string(name) == "walk"]
+                            {
+                                return !session.recordings.isRecording() &&
+                                       (!isWalk || session.engines.walkMissing().empty());
+                            }});
         ++key;
     }
 }

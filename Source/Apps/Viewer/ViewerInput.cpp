@@ -27,6 +27,12 @@ void ViewerInput::follow(double passed)
     followSpaceMouse(passed);
 }
 
+// The trackball moves with the events of keys alone.
+bool ViewerInput::isHeld() const
+{
+    return _isSpaceMouseHeld || (!_keysDown.empty() && _session.engines.getName() != "cad");
+}
+
 void ViewerInput::followSpaceMouse(double passed)
 {
     SpaceMouse::Deflection const &held = _spaceMouse.read();

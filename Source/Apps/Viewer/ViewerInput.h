@@ -25,7 +25,7 @@ class ViewerInput : private WindowListener
     /// what is hovered over, what the 3D mouse does.
     void follow(double passed);
     /// Whether a key or the cap of the 3D mouse is held, so that frames have to follow.
-    bool isHeld() const { return !_keysDown.empty() || _isSpaceMouseHeld; }
+    bool isHeld() const;
 
   private:
     struct Place

@@ -60,17 +60,19 @@ void WalkConsole::setScene(Node *root)
     _scene = root;
 }
 
-WalkConsoleAttachment *WalkConsole::getAttachment() const
+WalkConsoleAttachment *walk_console_of(Node const *root)
 {
-    if(_scene == nullptr)
+    if(root == nullptr)
         return nullptr;
-    for(Attachment *const attachment : *_scene->getMFAttachments())
+    for(Attachment *const attachment : *root->getMFAttachments())
     {
         if(auto *const store = dynamic_cast<Store *>(attachment))
             return store;
     }
     return nullptr;
 }
+
+WalkConsoleAttachment *WalkConsole::getAttachment() const { return walk_console_of(_scene); }
 
 bool WalkConsole::canStore() const
 {

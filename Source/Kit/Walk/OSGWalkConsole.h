@@ -14,6 +14,9 @@
 
 namespace OSG
 {
+/// The store of marks, way and home of a scene's root; null where there is none.
+OSG_TOLVANITEKIT_API WalkConsoleAttachment *walk_console_of(Node const *root);
+
 /// What a host does with the marks, the recorded way and the home of a scene: it reads the pose of
 /// the navigator's engine and sets it. The data are in the WalkConsoleAttachment of the scene's
 /// root, so that they are saved with the scene.

@@ -7,6 +7,7 @@
 #include "HelpOverlay.h"
 #include "MeasureTexts.h"
 #include "OSGShownText.h"
+#include "UnsavedQuestion.h"
 
 namespace Viewer
 {
@@ -95,6 +96,7 @@ void Panels::draw(float unitsPerPixel)
         _cube.draw(width - right, unitsPerPixel);
     drawProgress();
     _files.draw();
+    draw_unsaved_question(_session, _open.files);
     if(_open.help)
         draw_help(_session, _commands, _open.help);
 }

@@ -127,5 +127,9 @@ void Report::saved(Saved const &saved)
 }
 
 // A reader that waits for a line finds it whole.
-void Report::endLine() { _out << '\n' << std::flush; }
+void Report::endLine()
+{
+    _out << '\n' << std::flush;
+    _hasFailed = _hasFailed || !_out;
+}
 } // namespace Viewer

@@ -31,6 +31,8 @@ class Report
     /// False where the file cannot be written.
     bool open(std::string const &file);
     bool isOpen() const { return _out.is_open(); }
+    /// Whether a line could not be written.
+    bool hasFailed() const { return _hasFailed; }
 
     /// Answers the question once more, as `tolvanite select` would: the foremost hit of each node.
     void answer(Question const &question, std::optional<OSG::PickRegion> const &region,
@@ -41,5 +43,6 @@ class Report
     void endLine();
 
     std::ofstream _out;
+    bool _hasFailed = false;
 };
 } // namespace Viewer

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "OSGGraphOpFactory.h"
+#include "OSGWalkConsole.h"
 
 namespace Viewer
 {
@@ -30,10 +31,19 @@ std::string SceneOperations::run(std::string const &name, std::string const &par
     }
 }
 
+// Marks, way and home are those of now: they are no part of an operation.
 std::string SceneOperations::undo()
 {
-    if(!_document.undo())
+    if(!_document.canUndo())
         return "nothing to undo";
+    OSG::UnrecordedRefPtr<OSG::WalkConsoleAttachment> const console(
+        OSG::walk_console_of(_document.getScene()));
+    _document.undo();
+    OSG::Node *const root = _document.getScene();
+    if(OSG::WalkConsoleAttachment *const former = OSG::walk_console_of(root))
+        root->subAttachment(former);
+    if(console != nullptr)
+        root->addAttachment(console);
     if(_accounts.empty())
         return "undone";
     std::string const name = _accounts.back().name;

@@ -1,6 +1,7 @@
 #include "Session.h"
 
 #include <cmath>
+#include <utility>
 
 #include "LogLines.h"
 #include "OSGChangeList.h"
@@ -26,6 +27,7 @@ Session::Session(Tool::Streams streams)
         {
             report.answer(question, region, picking.getPicker(), document.getFile(),
                           document.wasComplete());
+            checkReport();
         });
 }
 
@@ -54,13 +56,17 @@ void Session::applySettings()
     driver.setSceneUp(settings.sceneUp);
     console.setUpward(OSG::standard_up(OSG::StandardView::Front, settings.sceneUp));
     view.getNavigator().setClickCenter(settings.clickCenters);
-    if(settings.engine != engines.getName() && !engines.choose(settings.engine))
-    {
-        message = "no walk: " + engines.walkMissing();
-        settings.engine = engines.getName().empty() ? "cad" : engines.getName();
-        engines.choose(settings.engine);
-    }
     demand.request();
+}
+
+bool Session::useEngine(std::string const &name)
+{
+    if(engines.choose(name))
+        return true;
+    complain("no walk: " + engines.walkMissing());
+    if(engines.getName().empty())
+        engines.choose("cad");
+    return false;
 }
 
 void Session::save(std::string const &target)
@@ -82,17 +88,38 @@ void Session::save(std::string const &target)
     }
     report.saved({document.getFile(), target, OSG::count_reachable_nodes(document.getScene()),
                   watch.seconds(), document.wasComplete(), operations.getUnsaved()});
-    document.setSaved(target);
+    noteSaved(target);
+    checkReport();
+}
+
+void Session::checkReport()
+{
+    if(report.hasFailed() && !std::exchange(_isReportTold, true))
+        complain("cannot write the report");
+}
+
+void Session::noteSaved(std::string const &target)
+{
+    bool const holdsAll = OSG::file_suffix(target) == "osb";
+    bool const needsSaving = document.needsSaving() && !holdsAll;
+    if(holdsAll || target == document.getFile())
+        document.setSaved(target);
+    if(needsSaving)
+        document.setNeedsSaving();
     operations.noteSaved();
     _shownFile = document.getFile();
     settings.noteFile(target);
-    message = "saved " + target;
+    message = "saved " + target + (holdsAll ? "" : "; only an osb file holds marks and all nodes");
 }
 
 void Session::open(std::string const &file)
 {
-    document.open(file);
-    message.clear();
+    auto const read = [this, file]
+    {
+        document.open(file);
+        message.clear();
+    };
+    unsaved.before("another file is read", read);
 }
 
 // Also for who started the viewer at a terminal. While a file is read its thread writes to the log.
@@ -201,6 +228,7 @@ void Session::moveBy(OSG::Vec3f const &push, OSG::Vec3f const &turn)
 
 void Session::showScene()
 {
+    message.clear();
     recordings.stopPlaying();
     picking.forget();
     driver.forget();

@@ -18,6 +18,7 @@
 #include "Settings.h"
 #include "Tool.h"
 #include "ToolBox.h"
+#include "UnsavedGuard.h"
 
 namespace Viewer
 {
@@ -43,6 +44,7 @@ class Session
     MeasureMarks measureMarks{view};
     OSG::WalkConsole console{view.getNavigator()};
     SceneOperations operations{document, picking};
+    UnsavedGuard unsaved{document};
     Recordings recordings{view, events, engines, tools};
     Report report;
     Settings settings;
@@ -51,12 +53,17 @@ class Session
 
     /// In device pixels.
     void setSize(OSG::UInt32 width, OSG::UInt32 height);
+    /// But for the engine.
     void applySettings();
+    /// Takes that engine; false, and a line for the user, where there is none.
+    bool useEngine(std::string const &name);
 
     // --- commands of more than one part ---
-    /// Begins to read a file; what is shown stays until the scene is there.
+    /// Begins to read a file; what is shown stays until the scene is there. Asks before changes are
+    /// lost.
     void open(std::string const &file);
-    /// Writes the scene in the format of the suffix.
+    /// Writes the scene in the format of the suffix. Only the binary format holds all of it, so
+    /// that changes count as unsaved after the others.
     void save(std::string const &target);
     void fitSelection();
     /// Marks where the camera stands, with a label of its number where none is given.
@@ -87,9 +94,12 @@ class Session
   private:
     void showScene();
     void complain(std::string const &line);
+    void noteSaved(std::string const &target);
+    void checkReport();
 
     Tool::Streams _streams;
     std::string _shownFile; // whose scene is shown
+    bool _isReportTold = false;
     std::optional<OSG::WindowView> _lastView;
     bool _hasMoved = false;
 };

@@ -26,6 +26,8 @@ struct Settings
     bool reloads = true;                       ///< reads a file again that has changed
     std::vector<std::string> recentFiles = {}; ///< the newest first
 
+    friend bool operator==(Settings const &, Settings const &) = default;
+
     /// Puts a file first.
     void noteFile(std::string const &file);
 

@@ -15,7 +15,8 @@ constexpr float FontPixels = 13;
 Gui::Gui()
 {
     ImGuiIO &io = ImGui::GetIO();
-    io.IniFilename = nullptr; // the settings are ours
+    io.IniFilename = nullptr;              // the settings are ours
+    io.ConfigInputTextCursorBlink = false; // an idle window draws nothing
     io.ConfigFlags |= ImGuiConfigFlags_NoMouseCursorChange;
     ImGui_ImplOpenGL2_Init();
 }
@@ -74,6 +75,4 @@ bool Gui::isOverPanel(double x, double y) const
 bool Gui::wantsPointer() const { return ImGui::GetIO().WantCaptureMouse; }
 
 bool Gui::wantsKeyboard() const { return ImGui::GetIO().WantCaptureKeyboard; }
-
-bool Gui::isAnimated() const { return ImGui::GetIO().WantTextInput; }
 } // namespace Viewer

@@ -24,8 +24,6 @@ class Gui
     /// Whether a panel has the pointer: it lies over one, or a drag began there.
     bool wantsPointer() const;
     bool wantsKeyboard() const;
-    /// Whether something moves by itself, like the mark of a text field.
-    bool isAnimated() const;
 
   private:
     bool _isDark = true;

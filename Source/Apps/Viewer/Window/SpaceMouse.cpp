@@ -26,6 +26,7 @@ class SpaceMouse::Listener
         if(!_thread.joinable())
             return;
         ::close(_end[1]);
+        _isEnding = true;
         _hasEvent = false;
         _hasEvent.notify_one();
         _thread.join();
@@ -49,6 +50,8 @@ class SpaceMouse::Listener
         while(::poll(files, 2, -1) >= 0 && files[1].revents == 0)
         {
             _hasEvent = true;
+            if(_isEnding) // nobody reads any more
+                return;
             _wake();
             _hasEvent.wait(true);
             if((files[0].revents & (POLLHUP | POLLERR)) != 0)
@@ -59,6 +62,7 @@ class SpaceMouse::Listener
     void (*_wake)();
     int _end[2] = {-1, -1}; // closed to end the thread
     std::atomic<bool> _hasEvent = false;
+    std::atomic<bool> _isEnding = false;
     std::thread _thread;
 };
 

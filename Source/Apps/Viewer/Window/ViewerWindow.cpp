@@ -233,16 +233,20 @@ void ViewerWindow::setTitle(std::string const &title)
 
 bool ViewerWindow::isClosing() const { return glfwWindowShouldClose(_window) == GLFW_TRUE; }
 
+void ViewerWindow::stay() { glfwSetWindowShouldClose(_window, GLFW_FALSE); }
+
 void ViewerWindow::close() { glfwSetWindowShouldClose(_window, GLFW_TRUE); }
 
 // Panels look at the state of the keys once a frame: a key that has gone down and up since then was
 // never down. It goes up for them in the next frame.
 void ViewerWindow::tellPanels(KeyEvent const &event)
 {
-    bool const isNew = event.action == GLFW_RELEASE && _pressedKeys.count(event.key) != 0;
+    // Keys go up in their order, so that Control is still down for a quick Ctrl+A.
+    bool const isLate = event.action == GLFW_RELEASE &&
+                        (_pressedKeys.count(event.key) != 0 || !_lateReleases.empty());
     if(event.action == GLFW_PRESS)
         _pressedKeys.insert(event.key);
-    if(isNew)
+    if(isLate)
         _lateReleases.push_back(event);
     else
         ImGui_ImplGlfw_KeyCallback(_window, event.key, event.scancode, event.action,

@@ -65,6 +65,8 @@ class ViewerWindow
 
     bool isClosing() const;
     void close();
+    /// The user has closed the window, but it stays.
+    void stay();
     /// Handles the events that are there, or waits until one comes, at most for `seconds`. Whether
     /// one has come.
     bool handleEvents(std::optional<double> seconds);
