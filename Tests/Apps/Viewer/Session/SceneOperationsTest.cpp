@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "OSGGraphOpFactory.h"
+#include "OSGNamedEngine.h"
+#include "OSGWalkConsole.h"
 #include "TempFolder.h"
 
 using namespace OSG;
@@ -72,6 +74,23 @@ TEST_F(SceneOperationsTest, OperationsBeforeASaveAreNotThoseOfTheNextOne)
     EXPECT_THAT(operations.getUnsaved(), IsEmpty());
     operations.run("GrpMerge", "");
     EXPECT_THAT(operations.getUnsaved(), SizeIs(1));
+}
+
+TEST_F(SceneOperationsTest, MarksMadeAfterAnOperationStayWhenItIsUndone)
+{
+    read();
+    UnrecordedRefPtr<NavigatorEngine> const engine(make_engine("cad"));
+    view.setEngine(engine);
+    WalkConsole console(view.getNavigator());
+    console.setScene(document.getScene());
+    ASSERT_TRUE(console.addMark("before"));
+    operations.run("Mrg", "");
+    view.setView({{5, 1, 6}, {1, 1, 0}, {0, 1, 0}, 30, 64, 48});
+    ASSERT_TRUE(console.addMark("after"));
+    operations.undo();
+    EXPECT_NE(console.getScene(), document.getScene());
+    console.setScene(document.getScene());
+    EXPECT_THAT(console.getMarkLabels(), testing::ElementsAre("before", "after"));
 }
 
 TEST_F(SceneOperationsTest, ForgettingDropsTheAccounts)
