@@ -43,6 +43,7 @@ int run_view(ViewerOptions const &options, Streams streams)
 {
     std::vector<std::string> words = words_of(options);
     std::vector<char *> arguments;
+    arguments.reserve(words.size() + 1);
     for(std::string &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
