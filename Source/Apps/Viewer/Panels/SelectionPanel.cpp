@@ -133,7 +133,7 @@ void SelectionPanel::drawUnderPointer()
     float const height = (rows + 0.5f) * ImGui::GetTextLineHeightWithSpacing();
     ImGui::BeginChild("##under", ImVec2(0, height), true, ImGuiWindowFlags_NoScrollWithMouse);
     if(ImGui::IsWindowHovered())
-        steps = -static_cast<int>(ImGui::GetIO().MouseWheel);
+        steps = -_wheel.take(ImGui::GetIO().MouseWheel);
     ImGuiListClipper clipper;
     clipper.Begin(static_cast<int>(results.size()), ImGui::GetTextLineHeightWithSpacing());
     while(clipper.Step())
