@@ -56,7 +56,9 @@ void SelectionPanel::drawSelected()
     bool const hides = ImGui::Button("Hide");
     bool const isolates = row_button("Isolate");
     ImGui::EndDisabled();
+    ImGui::BeginDisabled(!picking.isAnythingHidden());
     bool const shows = row_button("Show all");
+    ImGui::EndDisabled();
     if(hides)
         picking.hideSelection();
     if(isolates)
