@@ -36,7 +36,7 @@ void draw_choices(Command const &command)
     ImGui::EndMenu();
 }
 
-// An open panel in a column, under its heading.
+// An open panel in a column, under its heading. The column scrolls to one that was just opened.
 template <class Panel>
 void draw_panel(SideColumn &column, char const *title, bool &isOpen, Panel &panel)
 {
@@ -96,7 +96,7 @@ void Panels::draw(float unitsPerPixel)
     float const free = std::max(1.f, (width - 2 * std::max(left, right)) / unitsPerPixel);
     _session.driver.setFreeWidth(static_cast<OSG::UInt32>(free));
     if(_open.cube)
-        _cube.draw(width - right, unitsPerPixel);
+        _cube.draw(left, width - right, unitsPerPixel);
     drawProgress();
     _files.draw();
     if(_open.help)
