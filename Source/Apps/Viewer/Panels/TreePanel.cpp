@@ -1,6 +1,7 @@
 #include "TreePanel.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include <imgui.h>
 #include <imgui_stdlib.h>
@@ -89,7 +90,7 @@ void TreePanel::draw()
     _rows.update(_session.view.getScene());
     if(_session.view.getScene() == nullptr)
     {
-        ImGui::TextDisabled("No scene. Ctrl+O opens a file.");
+        drawNoScene();
         return;
     }
     drawSearch();
@@ -99,6 +100,18 @@ void TreePanel::draw()
     else
         drawFound();
     ImGui::EndChild();
+}
+
+void TreePanel::drawNoScene()
+{
+    OSG::SceneDocument const &document = _session.document;
+    std::filesystem::path const file = document.getFileBeingRead();
+    std::string const text = document.isReading()
+                                 ? "Reading " + OSG::shown_text(file.filename().string()) + " ..."
+                                 : "No scene. Ctrl+O opens a file.";
+    ImGui::PushTextWrapPos(0);
+    ImGui::TextDisabled("%s", text.c_str());
+    ImGui::PopTextWrapPos();
 }
 
 void TreePanel::drawSearch()

@@ -23,6 +23,7 @@ class TreePanel : private OSG::SelectionSet::Observer
     void selectionChanged(OSG::SelectionSet const &set,
                           OSG::SelectionSet::Change const &change) override;
 
+    void drawNoScene();
     void drawSearch();
     void drawRows();
     void drawFound();
