@@ -117,15 +117,8 @@ void TreePanel::drawNoScene()
 void TreePanel::drawSearch()
 {
     ImGui::SetNextItemWidth(-1);
-    bool const isOther = ImGui::InputTextWithHint("##search", "Search name or type", &_word);
-    OSG::Node *const scene = _session.view.getScene();
-    if(isOther || (!_word.empty() && _searched.get() != scene))
-    {
-        _search = search_scene(scene, _word);
-        _searched = scene;
-    }
-    if(_word.empty())
-        _searched = nullptr;
+    ImGui::InputTextWithHint("##search", "Search name or type", &_word);
+    _search.update(_session.view.getScene(), _word);
 }
 
 void TreePanel::revealSelected()
@@ -226,15 +219,16 @@ bool TreePanel::drawName(OSG::NodePath const &path, std::string const &name,
 
 void TreePanel::drawFound()
 {
-    if(_search.found.empty())
+    SceneSearch const &search = _search.getAnswer();
+    if(search.found.empty())
         ImGui::TextDisabled("Nothing found.");
     ImGuiListClipper clipper;
-    clipper.Begin(static_cast<int>(_search.found.size()), ImGui::GetTextLineHeightWithSpacing());
+    clipper.Begin(static_cast<int>(search.found.size()), ImGui::GetTextLineHeightWithSpacing());
     while(clipper.Step())
     {
         for(int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i)
         {
-            SceneSearch::Found const &found = _search.found[static_cast<std::size_t>(i)];
+            SceneSearch::Found const &found = search.found[static_cast<std::size_t>(i)];
             ImGui::PushID(i);
             drawEye(found.path);
             ImGui::SameLine(0, 2);
@@ -242,7 +236,7 @@ void TreePanel::drawFound()
             ImGui::PopID();
         }
     }
-    if(_search.isCut)
+    if(search.isCut)
         ImGui::TextDisabled("There are more.");
 }
 } // namespace Viewer

@@ -37,17 +37,8 @@ void SceneRows::update(OSG::Node *scene)
         if(scene != nullptr)
             _open.insert(OSG::NodePath(scene));
     }
-    if(wereListedNodesEdited() || isOther)
+    if(_edits.wereEdited(_listed) || isOther)
         list();
-}
-
-bool SceneRows::wereListedNodesEdited()
-{
-    _entries.clear();
-    bool const isKnown = _edits.read(_entries);
-    return !isKnown ||
-           std::any_of(_entries.begin(), _entries.end(),
-                       [this](auto const &entry) { return _listed.contains(entry.node); });
 }
 
 // Without recursion, since files decide how deep a scene is.

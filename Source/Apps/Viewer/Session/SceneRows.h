@@ -4,7 +4,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "OSGEditJournal.h"
+#include "EditWatch.h"
 #include "OSGNodePath.h"
 
 namespace Viewer
@@ -58,7 +58,6 @@ class SceneRows
         OSG::UInt32 outer = 0;
     };
 
-    bool wereListedNodesEdited();
     bool openAround(OSG::NodePath const &path);
     void list();
     void listNode(OSG::Node *node, OSG::UInt32 way, OSG::UInt32 depth, std::vector<Row> &waiting);
@@ -69,7 +68,6 @@ class SceneRows
     std::vector<Row> _rows;
     std::vector<Way> _ways;
     std::unordered_set<OSG::Node const *> _listed;
-    OSG::EditJournal::Follower _edits;
-    std::vector<OSG::EditJournal::Entry> _entries;
+    EditWatch _edits;
 };
 } // namespace Viewer
