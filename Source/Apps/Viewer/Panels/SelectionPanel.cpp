@@ -29,7 +29,8 @@ char const *kind_name(OSG::SelectionFunctor::SelectionType kind)
 
 std::string title_of(OSG::PickResult const &result)
 {
-    return OSG::shown_text(result.name.empty() ? label_of(*result.getNode()) : result.name);
+    OSG::Node const &node = *result.getNode();
+    return OSG::shown_text(result.name.empty() ? label_of(node, number_of(node)) : result.name);
 }
 } // namespace
 

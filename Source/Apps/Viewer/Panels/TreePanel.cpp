@@ -166,7 +166,7 @@ bool TreePanel::drawRow(SceneRows::Row const &row)
     ImGui::SetCursorPosX(ImGui::GetCursorPosX() + indent);
     bool isToggled = draw_arrow(row);
     ImGui::SameLine(0, 2);
-    bool const isNameHovered = drawName(path, label_of(*row.node), {});
+    bool const isNameHovered = drawName(path, label_of(*row.node, row.number), {});
     if(row.hasBelow && isNameHovered && ImGui::IsMouseDoubleClicked(0))
         isToggled = true;
     return isToggled;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -11,6 +12,11 @@ namespace Viewer
 {
 /// The name of the node, or of its core, or else the type of its core.
 std::string label_of(OSG::Node const &node);
+/// The same for a list of many nodes: a type is followed by the node's number among the children of
+/// its parent, where it has one, and by the name of a geometry's material, where it has one.
+std::string label_of(OSG::Node const &node, std::optional<OSG::UInt32> number);
+/// Looks through the children of the parent; none where there is no parent.
+std::optional<OSG::UInt32> number_of(OSG::Node const &node);
 
 /// The rows of a tree of a scene: those of open nodes have the rows of what is below them after
 /// them, other trees that they show (NodeCore::getOtherTree) included. What is below a closed node
@@ -23,8 +29,9 @@ class SceneRows
     struct Row
     {
         NodePtr node;
-        OSG::UInt32 depth = 0; ///< levels below the root's row
-        OSG::UInt32 way = 0;   ///< for pathOf
+        OSG::UInt32 depth = 0;                  ///< levels below the root's row
+        OSG::UInt32 way = 0;                    ///< for pathOf
+        std::optional<OSG::UInt32> number = {}; ///< among the children of the parent
         bool hasBelow = false;
         bool isOpen = false;
     };
