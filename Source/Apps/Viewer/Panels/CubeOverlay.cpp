@@ -8,6 +8,7 @@ namespace
 {
 constexpr float CubeEms = 8;
 constexpr float TriadEms = 2.2f;
+constexpr float LeastEmsForTriad = 40;     // of the view's width: the model has the room otherwise
 constexpr float LeastShadeForText = 0.45f; // on a side that is seen from aside a text is not read
 constexpr ImU32 PartColor = IM_COL32(80, 160, 255, 200);
 constexpr ImU32 BorderColor = IM_COL32(40, 44, 50, 255);
@@ -65,38 +66,38 @@ void draw_face(OSG::ViewCube::Face const &face, float unitsPerPixel)
 }
 } // namespace
 
-void CubeOverlay::draw(float right, float unitsPerPixel)
+// Only the cube itself hears the pointer; what is beside it in its square is the view's.
+void CubeOverlay::draw(float left, float right, float unitsPerPixel)
 {
     float const em = ImGui::GetFontSize();
     float const side = CubeEms * em;
     float const top = ImGui::GetFrameHeight() + em / 2;
     if(_session.view.getScene() == nullptr || unitsPerPixel <= 0)
         return;
+    OSG::Pnt2f const middle((right - side / 2 - em / 2) / unitsPerPixel,
+                            (top + side / 2) / unitsPerPixel);
+    OSG::ViewCube const cube(_session.view.getView(), middle, side / unitsPerPixel,
+                             _session.settings.sceneUp);
+    ImVec2 const pointer = ImGui::GetMousePos();
+    auto const part = cube.partAt(OSG::Pnt2f(pointer.x / unitsPerPixel, pointer.y / unitsPerPixel));
     ImGui::SetNextWindowPos(ImVec2(right - side - em / 2, top));
     ImGui::SetNextWindowSize(ImVec2(side, side));
-    if(ImGui::Begin("##cube", nullptr, Flags))
-    {
-        OSG::Pnt2f const middle((right - side / 2 - em / 2) / unitsPerPixel,
-                                (top + side / 2) / unitsPerPixel);
-        drawCube(OSG::ViewCube(_session.view.getView(), middle, side / unitsPerPixel,
-                               _session.settings.sceneUp),
-                 unitsPerPixel);
-    }
+    if(ImGui::Begin("##cube", nullptr, part ? Flags : Flags | ImGuiWindowFlags_NoMouseInputs))
+        drawCube(cube, part, unitsPerPixel);
     ImGui::End();
+    if(right - left < LeastEmsForTriad * em)
+        return;
     OSG::Pnt2f const below((right - side / 2 - em / 2) / unitsPerPixel,
                            (top + side + 1.5f * TriadEms * em) / unitsPerPixel);
     drawTriad(below, TriadEms * em / unitsPerPixel, unitsPerPixel);
 }
 
-void CubeOverlay::drawCube(OSG::ViewCube const &cube, float unitsPerPixel)
+void CubeOverlay::drawCube(OSG::ViewCube const &cube, std::optional<OSG::CubePart> const &part,
+                           float unitsPerPixel)
 {
     for(OSG::ViewCube::Face const &face : cube.getFaces())
         draw_face(face, unitsPerPixel);
-    if(!ImGui::IsWindowHovered())
-        return;
-    ImVec2 const pointer = ImGui::GetMousePos();
-    auto const part = cube.partAt(OSG::Pnt2f(pointer.x / unitsPerPixel, pointer.y / unitsPerPixel));
-    if(!part)
+    if(!part || !ImGui::IsWindowHovered())
         return;
     for(OSG::ViewCube::Polygon const &polygon : cube.outlinesOf(*part))
         ImGui::GetWindowDrawList()->AddQuadFilled(

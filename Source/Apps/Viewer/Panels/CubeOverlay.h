@@ -15,12 +15,13 @@ class CubeOverlay
     {
     }
 
-    /// `right`: where the view ends at its right, and `unitsPerPixel`: device pixels, both in the
-    /// toolkit's units.
-    void draw(float right, float unitsPerPixel);
+    /// `left` and `right`: where the view ends at its sides, and `unitsPerPixel`: device pixels,
+    /// all in the toolkit's units. The axes are left out in a view that is narrow.
+    void draw(float left, float right, float unitsPerPixel);
 
   private:
-    void drawCube(OSG::ViewCube const &cube, float unitsPerPixel);
+    void drawCube(OSG::ViewCube const &cube, std::optional<OSG::CubePart> const &part,
+                  float unitsPerPixel);
     void drawTriad(OSG::Pnt2f const &middle, float length, float unitsPerPixel) const;
 
     Session &_session;

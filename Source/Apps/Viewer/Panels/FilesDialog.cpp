@@ -87,6 +87,12 @@ void FilesDialog::drawName()
         _chooser.step(steps);
         _scrolls = true;
     }
+    if(!_chooser.getNote().empty())
+    {
+        ImGui::PushTextWrapPos(0);
+        ImGui::TextDisabled("%s", OSG::shown_text(_chooser.getNote()).c_str());
+        ImGui::PopTextWrapPos();
+    }
     if(isEntered)
         use(_chooser.accept());
 }

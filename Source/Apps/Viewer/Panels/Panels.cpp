@@ -37,14 +37,18 @@ void draw_choices(Command const &command)
     ImGui::EndMenu();
 }
 
-// An open panel in a column, under its heading.
+// An open panel in a column, under its heading. The column scrolls to one that was just opened.
 template <class Panel>
-void draw_panel(char const *title, bool &isOpen, Panel &panel)
+void draw_panel(SideColumn &column, char const *title, bool &isOpen, Panel &panel)
 {
     if(!isOpen)
         return;
+    bool const wasOpened = column.noteShown(title);
     ImGui::PushID(title);
-    if(ImGui::CollapsingHeader(title, &isOpen, ImGuiTreeNodeFlags_DefaultOpen))
+    bool const isUnfolded = ImGui::CollapsingHeader(title, &isOpen, ImGuiTreeNodeFlags_DefaultOpen);
+    if(wasOpened)
+        ImGui::SetScrollHereY(0);
+    if(isUnfolded)
         panel.draw();
     ImGui::PopID();
 }
@@ -88,12 +92,12 @@ void Panels::draw(float unitsPerPixel)
     drawBottomLine();
     drawColumns();
     float const width = ImGui::GetIO().DisplaySize.x;
-    float const left = _left.takeWidth();
-    float const right = _right.takeWidth();
+    float const left = _left.endFrame();
+    float const right = _right.endFrame();
     float const free = std::max(1.f, (width - 2 * std::max(left, right)) / unitsPerPixel);
     _session.driver.setFreeWidth(static_cast<OSG::UInt32>(free));
     if(_open.cube)
-        _cube.draw(width - right, unitsPerPixel);
+        _cube.draw(left, width - right, unitsPerPixel);
     drawProgress();
     _files.draw();
     draw_unsaved_question(_session, _open.files);
@@ -126,17 +130,17 @@ void Panels::drawColumns()
     if(_open.tree)
     {
         _left.begin();
-        draw_panel("Scene tree", _open.tree, _tree);
+        draw_panel(_left, "Scene tree", _open.tree, _tree);
         ImGui::End();
     }
     if(!_open.selection && !_open.sections && !_open.walk && !_open.operations && !_open.settings)
         return;
     _right.begin();
-    draw_panel("Selection", _open.selection, _selection);
-    draw_panel("Sections", _open.sections, _sections);
-    draw_panel("Walk console", _open.walk, _walk);
-    draw_panel("Operations", _open.operations, _operations);
-    draw_panel("Settings", _open.settings, _settings);
+    draw_panel(_right, "Selection", _open.selection, _selection);
+    draw_panel(_right, "Sections", _open.sections, _sections);
+    draw_panel(_right, "Walk console", _open.walk, _walk);
+    draw_panel(_right, "Operations", _open.operations, _operations);
+    draw_panel(_right, "Settings", _open.settings, _settings);
     ImGui::End();
 }
 

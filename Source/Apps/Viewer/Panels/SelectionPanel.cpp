@@ -29,7 +29,8 @@ char const *kind_name(OSG::SelectionFunctor::SelectionType kind)
 
 std::string title_of(OSG::PickResult const &result)
 {
-    return OSG::shown_text(result.name.empty() ? label_of(*result.getNode()) : result.name);
+    OSG::Node const &node = *result.getNode();
+    return OSG::shown_text(result.name.empty() ? label_of(node, number_of(node)) : result.name);
 }
 } // namespace
 
@@ -56,7 +57,9 @@ void SelectionPanel::drawSelected()
     bool const hides = ImGui::Button("Hide");
     bool const isolates = row_button("Isolate");
     ImGui::EndDisabled();
+    ImGui::BeginDisabled(!picking.isAnythingHidden());
     bool const shows = row_button("Show all");
+    ImGui::EndDisabled();
     if(hides)
         picking.hideSelection();
     if(isolates)
@@ -133,7 +136,7 @@ void SelectionPanel::drawUnderPointer()
     float const height = (rows + 0.5f) * ImGui::GetTextLineHeightWithSpacing();
     ImGui::BeginChild("##under", ImVec2(0, height), true, ImGuiWindowFlags_NoScrollWithMouse);
     if(ImGui::IsWindowHovered())
-        steps = -static_cast<int>(ImGui::GetIO().MouseWheel);
+        steps = -_wheel.take(ImGui::GetIO().MouseWheel);
     ImGuiListClipper clipper;
     clipper.Begin(static_cast<int>(results.size()), ImGui::GetTextLineHeightWithSpacing());
     while(clipper.Step())

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Session.h"
+#include "WheelSteps.h"
 
 namespace Viewer
 {
@@ -30,5 +31,6 @@ class SelectionPanel
     Session &_session;
     OSG::NodePath _path; // that of _address
     std::string _address;
+    WheelSteps _wheel; // over what lies under the click
 };
 } // namespace Viewer

@@ -43,5 +43,15 @@ void SideColumn::begin()
     _share = _width / std::max(1.f, size.x);
 }
 
-float SideColumn::takeWidth() { return std::exchange(_width, 0.f); }
+bool SideColumn::noteShown(std::string const &panel)
+{
+    _shown.insert(panel);
+    return !_shownBefore.contains(panel);
+}
+
+float SideColumn::endFrame()
+{
+    _shownBefore = std::exchange(_shown, {});
+    return std::exchange(_width, 0.f);
+}
 } // namespace Viewer

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <set>
+#include <string>
+
 namespace Viewer
 {
 /// A column of panels at a side of the window, from the menus down to the line at the bottom. The
@@ -21,8 +24,11 @@ class SideColumn
 
     /// Begins a window of Dear ImGui, which has to be ended.
     void begin();
-    /// What the column has taken from the view since the last call; 0 where it was not begun.
-    float takeWidth();
+    /// Notes a panel that is drawn. Whether it was not drawn in the frame before.
+    bool noteShown(std::string const &panel);
+    /// Once per frame, after the panels. What the column has taken from the view; 0 where it was
+    /// not begun.
+    float endFrame();
 
   private:
     char const *_id;
@@ -30,5 +36,7 @@ class SideColumn
     float _share = 0.22f; // of the window's width
     float _width = 0;
     bool _wasSized = false;
+    std::set<std::string> _shown;       // panels of this frame
+    std::set<std::string> _shownBefore; // panels of the frame before
 };
 } // namespace Viewer

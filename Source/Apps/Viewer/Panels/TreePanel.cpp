@@ -1,6 +1,7 @@
 #include "TreePanel.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include <imgui.h>
 #include <imgui_stdlib.h>
@@ -89,7 +90,7 @@ void TreePanel::draw()
     _rows.update(_session.view.getScene());
     if(_session.view.getScene() == nullptr)
     {
-        ImGui::TextDisabled("No scene. Ctrl+O opens a file.");
+        drawNoScene();
         return;
     }
     drawSearch();
@@ -101,18 +102,23 @@ void TreePanel::draw()
     ImGui::EndChild();
 }
 
+void TreePanel::drawNoScene()
+{
+    OSG::SceneDocument const &document = _session.document;
+    std::filesystem::path const file = document.getFileBeingRead();
+    std::string const text = document.isReading()
+                                 ? "Reading " + OSG::shown_text(file.filename().string()) + " ..."
+                                 : "No scene. Ctrl+O opens a file.";
+    ImGui::PushTextWrapPos(0);
+    ImGui::TextDisabled("%s", text.c_str());
+    ImGui::PopTextWrapPos();
+}
+
 void TreePanel::drawSearch()
 {
     ImGui::SetNextItemWidth(-1);
-    bool const isOther = ImGui::InputTextWithHint("##search", "Search name or type", &_word);
-    OSG::Node *const scene = _session.view.getScene();
-    if(isOther || (!_word.empty() && _searched.get() != scene))
-    {
-        _search = search_scene(scene, _word);
-        _searched = scene;
-    }
-    if(_word.empty())
-        _searched = nullptr;
+    ImGui::InputTextWithHint("##search", "Search name or type", &_word);
+    _search.update(_session.view.getScene(), _word);
 }
 
 void TreePanel::revealSelected()
@@ -160,7 +166,7 @@ bool TreePanel::drawRow(SceneRows::Row const &row)
     ImGui::SetCursorPosX(ImGui::GetCursorPosX() + indent);
     bool isToggled = draw_arrow(row);
     ImGui::SameLine(0, 2);
-    bool const isNameHovered = drawName(path, label_of(*row.node), {});
+    bool const isNameHovered = drawName(path, label_of(*row.node, row.number), {});
     if(row.hasBelow && isNameHovered && ImGui::IsMouseDoubleClicked(0))
         isToggled = true;
     return isToggled;
@@ -213,15 +219,16 @@ bool TreePanel::drawName(OSG::NodePath const &path, std::string const &name,
 
 void TreePanel::drawFound()
 {
-    if(_search.found.empty())
+    SceneSearch const &search = _search.getAnswer();
+    if(search.found.empty())
         ImGui::TextDisabled("Nothing found.");
     ImGuiListClipper clipper;
-    clipper.Begin(static_cast<int>(_search.found.size()), ImGui::GetTextLineHeightWithSpacing());
+    clipper.Begin(static_cast<int>(search.found.size()), ImGui::GetTextLineHeightWithSpacing());
     while(clipper.Step())
     {
         for(int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i)
         {
-            SceneSearch::Found const &found = _search.found[static_cast<std::size_t>(i)];
+            SceneSearch::Found const &found = search.found[static_cast<std::size_t>(i)];
             ImGui::PushID(i);
             drawEye(found.path);
             ImGui::SameLine(0, 2);
@@ -229,7 +236,7 @@ void TreePanel::drawFound()
             ImGui::PopID();
         }
     }
-    if(_search.isCut)
+    if(search.isCut)
         ImGui::TextDisabled("There are more.");
 }
 } // namespace Viewer

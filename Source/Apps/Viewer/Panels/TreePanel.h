@@ -23,6 +23,7 @@ class TreePanel : private OSG::SelectionSet::Observer
     void selectionChanged(OSG::SelectionSet const &set,
                           OSG::SelectionSet::Change const &change) override;
 
+    void drawNoScene();
     void drawSearch();
     void drawRows();
     void drawFound();
@@ -34,9 +35,8 @@ class TreePanel : private OSG::SelectionSet::Observer
 
     Session &_session;
     SceneRows _rows;
-    SceneRows::NodePtr _searched; // the scene of the answer
     std::string _word;
-    SceneSearch _search;
+    FollowedSearch _search;
     std::optional<OSG::NodePath> _selected; // in the view, and not shown here yet
     bool _isSelecting = false;
 };

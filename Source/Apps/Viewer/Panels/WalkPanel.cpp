@@ -99,6 +99,7 @@ void WalkPanel::drawWay()
     bool const isPlaying = console.isPlaying();
     if(ImGui::Button(isRecording ? "Stop###record" : "Record###record"))
         _session.toggleWay();
+    ImGui::BeginDisabled(length_of_way(console) == 0);
     if(row_button(isPlaying ? "Stop###play" : "Play###play"))
     {
         if(isPlaying)
@@ -108,17 +109,22 @@ void WalkPanel::drawWay()
     }
     if(row_button("Clear##way") && console.clearRecording())
         noteEdit();
+    ImGui::EndDisabled();
     drawSketch();
     drawPlot();
 }
 
-// The way is copied for a sketch, so that this is not done in each frame.
+// The way is copied for a sketch, so that this is not done in each frame of a recording.
 void WalkPanel::drawSketch()
 {
     OSG::WalkConsole const &console = _session.console;
     double const now = ImGui::GetTime();
-    if(console.getScene() != _sketched || now >= _sketchTime + SketchSeconds)
+    std::size_t const length = length_of_way(console);
+    bool const isOther =
+        console.getScene() != _sketched || (length != _sketchLength && !console.isRecording());
+    if(isOther || length < _sketchLength || now >= _sketchTime + SketchSeconds)
     {
+        _sketchLength = length;
         _sketch = sketch_way(console.getWay(), _session.settings.sceneUp == OSG::SceneUp::Z);
         _sketched = console.getScene();
         _sketchTime = now;
@@ -147,7 +153,7 @@ void WalkPanel::drawPlot()
     if(ImGui::InputText("##plot", &_plotFile))
         _asksToReplace = false;
     ImGui::SameLine();
-    ImGui::BeginDisabled(_plotFile.empty() || _sketch.empty());
+    ImGui::BeginDisabled(_plotFile.empty() || length_of_way(_session.console) == 0);
     if(ImGui::Button(_asksToReplace ? "Replace?###plot" : "Save plot###plot"))
     {
         std::error_code error;

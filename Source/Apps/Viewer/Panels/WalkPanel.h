@@ -34,6 +34,7 @@ class WalkPanel
     std::string _label;
     std::vector<OSG::Pnt2f> _sketch;
     OSG::Node const *_sketched = nullptr; // the scene; a key only
+    std::size_t _sketchLength = 0;
     double _sketchTime = 0;
     std::string _plotFile = "way.svg";
     bool _asksToReplace = false;

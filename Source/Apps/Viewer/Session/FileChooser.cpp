@@ -58,6 +58,7 @@ void FileChooser::type(std::string const &text)
     _typed = text;
     _atHand = 0;
     _shown = filter_entries(_list, isForSaving() ? "" : text);
+    _note = noteOnTyped();
 }
 
 void FileChooser::take(std::size_t shown)
@@ -68,6 +69,7 @@ void FileChooser::take(std::size_t shown)
     FolderList::Entry const &entry = _list.entries[_shown[shown]];
     if(isForSaving() && !entry.isFolder)
         _typed = entry.name;
+    _note = noteOnTyped();
 }
 
 void FileChooser::step(int by)
@@ -83,6 +85,27 @@ fs::path FileChooser::typedPath() const
     if(_typed == "~" || _typed.starts_with("~/"))
         return home_folder() / fs::path(_typed.substr(std::min<std::size_t>(2, _typed.size())));
     return (_list.folder / _typed).lexically_normal();
+}
+
+// With the suffix of a binary scene where that of the name is not written.
+fs::path FileChooser::savedPath() const
+{
+    fs::path path = typedPath();
+    if(!Tool::is_written(OSG::file_suffix(path.string())))
+        path += ".osb";
+    return path;
+}
+
+std::string FileChooser::noteOnTyped() const
+{
+    std::error_code error;
+    fs::path const path = typedPath();
+    if(_typed.empty() || fs::is_directory(path, error))
+        return {};
+    if(!isForSaving())
+        return _shown.empty() && !fs::exists(path, error) ? "There is no such file." : "";
+    fs::path const saved = savedPath();
+    return saved != path ? "Will be saved as " + saved.filename().string() + '.' : "";
 }
 
 std::optional<std::string> FileChooser::accept()
@@ -112,15 +135,14 @@ std::optional<std::string> FileChooser::acceptSave()
     if(_typed.empty())
         return {};
     std::error_code error;
-    fs::path path = typedPath();
-    if(fs::is_directory(path, error))
+    if(fs::is_directory(typedPath(), error))
     {
+        fs::path const folder = typedPath();
         _typed.clear();
-        enter(path);
+        enter(folder);
         return {};
     }
-    if(!Tool::is_written(OSG::file_suffix(path.string())))
-        path += ".osb";
+    fs::path const path = savedPath();
     if(!fs::exists(path, error))
         return give(path.string());
     _replaced = path.string();

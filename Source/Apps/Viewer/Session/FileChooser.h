@@ -35,6 +35,9 @@ class FileChooser
     /// For Open a part of the names that are shown; for Save the name of the file.
     void type(std::string const &text);
     std::string const &getTyped() const { return _typed; }
+    /// What the user should know of it: that there is no such file, or under which name the scene
+    /// will be saved. A line, with the bytes of the names; empty for nothing.
+    std::string const &getNote() const { return _note; }
     /// Numbers of the entries that are shown.
     std::vector<std::size_t> const &getShown() const { return _shown; }
 
@@ -55,6 +58,8 @@ class FileChooser
 
   private:
     std::filesystem::path typedPath() const;
+    std::filesystem::path savedPath() const;
+    std::string noteOnTyped() const;
     std::optional<std::string> acceptOpen();
     std::optional<std::string> acceptSave();
     std::optional<std::string> give(std::string const &file);
@@ -63,6 +68,7 @@ class FileChooser
     bool _isAsking = false;
     FolderList _list;
     std::string _typed;
+    std::string _note;
     std::vector<std::size_t> _shown;
     std::size_t _atHand = 0;
     std::optional<std::string> _replaced;

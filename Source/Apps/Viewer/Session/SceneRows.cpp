@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "OSGGeometry.h"
 #include "OSGName.h"
 
 namespace Viewer
@@ -12,16 +13,49 @@ OSG::Node *other_tree_of(OSG::Node const &node)
 {
     return node.getCore() != nullptr ? node.getCore()->getOtherTree() : nullptr;
 }
+
+// Empty for none.
+char const *name_of(OSG::Node const &node)
+{
+    char const *const name = OSG::getName(&node);
+    char const *const found = name != nullptr ? name : OSG::getName(node.getCore());
+    return found != nullptr ? found : "";
+}
+
+char const *type_of(OSG::Node const &node)
+{
+    OSG::NodeCore const *const core = node.getCore();
+    return core != nullptr ? core->getType().getCName() : "no core";
+}
 } // namespace
 
 std::string label_of(OSG::Node const &node)
 {
-    OSG::NodeCore const *const core = node.getCore();
-    char const *const name = OSG::getName(&node);
-    char const *const found = name != nullptr ? name : OSG::getName(core);
-    if(found != nullptr && *found != '\0')
-        return found;
-    return core != nullptr ? core->getType().getCName() : "no core";
+    char const *const name = name_of(node);
+    return *name != '\0' ? name : type_of(node);
+}
+
+std::string label_of(OSG::Node const &node, std::optional<OSG::UInt32> number)
+{
+    char const *const name = name_of(node);
+    if(*name != '\0')
+        return name;
+    std::string label = type_of(node);
+    if(number)
+        label += ' ' + std::to_string(*number);
+    auto const *const geometry = dynamic_cast<OSG::Geometry const *>(node.getCore());
+    char const *const material =
+        geometry != nullptr ? OSG::getName(geometry->getMaterial()) : nullptr;
+    if(material != nullptr && *material != '\0')
+        label += std::string(" (") + material + ')';
+    return label;
+}
+
+std::optional<OSG::UInt32> number_of(OSG::Node const &node)
+{
+    OSG::Node const *const parent = node.getParent();
+    OSG::Int32 const number = parent != nullptr ? parent->findChild(&node) : -1;
+    return number >= 0 ? std::optional(static_cast<OSG::UInt32>(number)) : std::nullopt;
 }
 
 SceneRows::SceneRows() = default;
@@ -37,17 +71,8 @@ void SceneRows::update(OSG::Node *scene)
         if(scene != nullptr)
             _open.insert(OSG::NodePath(scene));
     }
-    if(wereListedNodesEdited() || isOther)
+    if(_edits.wereEdited(_listed) || isOther)
         list();
-}
-
-bool SceneRows::wereListedNodesEdited()
-{
-    _entries.clear();
-    bool const isKnown = _edits.read(_entries);
-    return !isKnown ||
-           std::any_of(_entries.begin(), _entries.end(),
-                       [this](auto const &entry) { return _listed.contains(entry.node); });
 }
 
 // Without recursion, since files decide how deep a scene is.
@@ -91,7 +116,7 @@ void SceneRows::listNode(OSG::Node *node, OSG::UInt32 way, OSG::UInt32 depth,
         _ways.push_back({node, way});
     }
     for(OSG::UInt32 i = node->getNChildren(); i-- > 0;)
-        waiting.push_back({NodePtr(node->getChild(i)), depth, way});
+        waiting.push_back({NodePtr(node->getChild(i)), depth, way, i});
 }
 
 std::vector<OSG::Node *> SceneRows::visitingOf(OSG::UInt32 way) const

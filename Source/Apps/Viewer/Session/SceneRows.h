@@ -1,16 +1,22 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
 
-#include "OSGEditJournal.h"
+#include "EditWatch.h"
 #include "OSGNodePath.h"
 
 namespace Viewer
 {
 /// The name of the node, or of its core, or else the type of its core.
 std::string label_of(OSG::Node const &node);
+/// The same for a list of many nodes: a type is followed by the node's number among the children of
+/// its parent, where it has one, and by the name of a geometry's material, where it has one.
+std::string label_of(OSG::Node const &node, std::optional<OSG::UInt32> number);
+/// Looks through the children of the parent; none where there is no parent.
+std::optional<OSG::UInt32> number_of(OSG::Node const &node);
 
 /// The rows of a tree of a scene: those of open nodes have the rows of what is below them after
 /// them, other trees that they show (NodeCore::getOtherTree) included. What is below a closed node
@@ -23,8 +29,9 @@ class SceneRows
     struct Row
     {
         NodePtr node;
-        OSG::UInt32 depth = 0; ///< levels below the root's row
-        OSG::UInt32 way = 0;   ///< for pathOf
+        OSG::UInt32 depth = 0;                  ///< levels below the root's row
+        OSG::UInt32 way = 0;                    ///< for pathOf
+        std::optional<OSG::UInt32> number = {}; ///< among the children of the parent
         bool hasBelow = false;
         bool isOpen = false;
     };
@@ -58,7 +65,6 @@ class SceneRows
         OSG::UInt32 outer = 0;
     };
 
-    bool wereListedNodesEdited();
     bool openAround(OSG::NodePath const &path);
     void list();
     void listNode(OSG::Node *node, OSG::UInt32 way, OSG::UInt32 depth, std::vector<Row> &waiting);
@@ -69,7 +75,6 @@ class SceneRows
     std::vector<Row> _rows;
     std::vector<Way> _ways;
     std::unordered_set<OSG::Node const *> _listed;
-    OSG::EditJournal::Follower _edits;
-    std::vector<OSG::EditJournal::Entry> _entries;
+    EditWatch _edits;
 };
 } // namespace Viewer

@@ -22,6 +22,7 @@ class Searcher
     {
         if(_result.isCut)
             return false;
+        _result.seen.insert(node);
         bool const isVisited = !_open.empty() && node->getParent() != _open.back().node;
         OSG::UInt32 const number = _open.empty() || isVisited ? 0 : _open.back().numEntered++;
         if(isVisited)
@@ -100,5 +101,18 @@ SceneSearch search_scene(OSG::Node *scene, std::string const &text)
     Searcher searcher(text, result);
     OSG::NodeWalker().walk(scene, searcher);
     return result;
+}
+
+FollowedSearch::FollowedSearch() = default;
+FollowedSearch::~FollowedSearch() = default;
+
+void FollowedSearch::update(OSG::Node *scene, std::string const &text)
+{
+    bool const wasEdited = _edits.wereEdited(_answer.seen);
+    if(!wasEdited && scene == _scene.get() && text == _text)
+        return;
+    _scene = text.empty() ? nullptr : scene; // a search that is not made holds no scene
+    _text = text;
+    _answer = search_scene(_scene, text);
 }
 } // namespace Viewer

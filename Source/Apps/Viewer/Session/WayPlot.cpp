@@ -20,6 +20,16 @@ std::string save_way_plot(std::string const &target, OSG::Node *scene,
                               });
 }
 
+std::size_t length_of_way(OSG::WalkConsole const &console)
+{
+    using Store = OSG::WalkConsoleAttachment;
+    Store const *const store = console.getAttachment();
+    if(store == nullptr)
+        return 0;
+    return std::min(store->getField(Store::RecordedFromFieldId)->size(),
+                    store->getField(Store::RecordedAtFieldId)->size());
+}
+
 std::vector<OSG::Pnt2f> sketch_way(std::vector<OSG::PathPoint> const &way, bool isZUp)
 {
     std::vector<OSG::Pnt2f> sketch;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "OSGPathPlot.h"
+#include "OSGWalkConsole.h"
 
 namespace Viewer
 {
@@ -11,6 +12,9 @@ namespace Viewer
 /// is there. Empty on success, otherwise the reason of the failure.
 std::string save_way_plot(std::string const &target, OSG::Node *scene,
                           std::vector<OSG::PathPoint> const &way, OSG::Vec3f const &up);
+
+/// The number of points of WalkConsole::getWay, without a copy of them.
+std::size_t length_of_way(OSG::WalkConsole const &console);
 
 /// The places of a way seen from above, in a square from 0 to 1 with x to the right and y down, to
 /// one scale. Places that are not finite are left out. A way that stays where it is lies in the

@@ -91,6 +91,24 @@ TEST_F(FileChooserTest, NothingIsAcceptedWhereNothingIsShown)
     EXPECT_TRUE(chooser.isAsking());
 }
 
+TEST_F(FileChooserTest, ANameThatNoFileHasIsSaidToBeNone)
+{
+    chooser.begin(FileChooser::Purpose::Open, folder.path("nut.obj"));
+    EXPECT_EQ(chooser.getNote(), "");
+    for(std::string const &none : {std::string("gear"), folder.path("gear.obj"),
+                                   folder.path("parts/gear.obj"), std::string("~/gear/none.obj")})
+    {
+        chooser.type(none);
+        EXPECT_EQ(chooser.getNote(), "There is no such file.") << none;
+    }
+    for(std::string const &some :
+        {std::string("nu"), std::string(), folder.path("parts"), folder.path("parts/wheel.obj")})
+    {
+        chooser.type(some);
+        EXPECT_EQ(chooser.getNote(), "") << some;
+    }
+}
+
 TEST_F(FileChooserTest, AFolderThatHasVanishedGivesItsParent)
 {
     chooser.begin(FileChooser::Purpose::Open, folder.path("gone/deeper/gear.obj"));
@@ -135,6 +153,9 @@ TEST_F(FileChooserTest, ANameWithoutASuffixThatIsWrittenBecomesABinaryScene)
     {
         chooser.begin(FileChooser::Purpose::Save, folder.path("nut.obj"));
         chooser.type(typed);
+        std::string const name = std::filesystem::path(file).filename().string();
+        bool const isOther = std::string_view(typed) != file;
+        EXPECT_EQ(chooser.getNote(), isOther ? "Will be saved as " + name + '.' : "");
         EXPECT_THAT(chooser.accept(), Optional(folder.path(file))) << typed;
     }
 }
@@ -143,8 +164,10 @@ TEST_F(FileChooserTest, SavingToNoNameDoesNothingAndToAFolderEntersIt)
 {
     chooser.begin(FileChooser::Purpose::Save, folder.path("nut.obj"));
     chooser.type("");
+    EXPECT_EQ(chooser.getNote(), "");
     EXPECT_EQ(chooser.accept(), std::nullopt);
     chooser.type("parts");
+    EXPECT_EQ(chooser.getNote(), "");
     EXPECT_EQ(chooser.accept(), std::nullopt);
     EXPECT_THAT(shown(chooser), ElementsAre("wheel.obj"));
     EXPECT_TRUE(chooser.isAsking());
@@ -155,7 +178,9 @@ TEST_F(FileChooserTest, AClickTakesTheNameOfAFileToSave)
     chooser.begin(FileChooser::Purpose::Save, folder.path("nut.obj"));
     chooser.take(0); // a folder
     EXPECT_EQ(chooser.getTyped(), "nut.osb");
+    chooser.type("model.stl");
     chooser.take(1);
     EXPECT_EQ(chooser.getTyped(), "bolt.obj");
+    EXPECT_EQ(chooser.getNote(), "");
 }
 } // namespace

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "OSGChangeList.h"
+#include "OSGGeometry.h"
 #include "OSGName.h"
+#include "OSGSimpleMaterial.h"
 #include "OSGThread.h"
 #include "SceneBuilders.h"
 
@@ -172,5 +174,40 @@ TEST(SceneRowsLabel, IsTheNameOfTheNodeOrOfItsCoreOrTheTypeOfTheCore)
     setName(node.get(), "node");
     EXPECT_EQ(Viewer::label_of(*node), "node");
     EXPECT_EQ(Viewer::label_of(*NodePtr(Node::create())), "no core");
+}
+
+TEST(SceneRowsLabel, OfANodeWithoutANameHasItsNumberAmongTheChildren)
+{
+    NodePtr const first = make_group();
+    NodePtr const second = make_group();
+    NodePtr const root = make_group({first, second});
+    EXPECT_EQ(Viewer::label_of(*second, Viewer::number_of(*second)), "Group 1");
+    EXPECT_EQ(Viewer::label_of(*root, Viewer::number_of(*root)), "Group");
+    setName(second.get(), "second");
+    EXPECT_EQ(Viewer::label_of(*second, Viewer::number_of(*second)), "second");
+}
+
+TEST(SceneRowsLabel, OfAGeometryWithoutANameHasTheNameOfItsMaterial)
+{
+    UnrecordedRefPtr<Geometry> const geometry(Geometry::create());
+    NodePtr const node = make_node(geometry);
+    EXPECT_EQ(Viewer::label_of(*node, 19), "Geometry 19");
+    UnrecordedRefPtr<SimpleMaterial> const material(SimpleMaterial::create());
+    geometry->setMaterial(material);
+    EXPECT_EQ(Viewer::label_of(*node, 19), "Geometry 19");
+    setName(material.get(), "steel");
+    EXPECT_EQ(Viewer::label_of(*node, 19), "Geometry 19 (steel)");
+}
+
+TEST_F(SceneRowsTest, RowsKnowTheirNumberAmongTheChildren)
+{
+    NodePtr const visit = make_visit(pair);
+    root->addChild(visit);
+    rows.update(root);
+    rows.reveal(NodePath(nut, {visit}));
+    std::vector<std::optional<UInt32>> numbers;
+    for(SceneRows::Row const &row : rows.getRows())
+        numbers.push_back(row.number);
+    EXPECT_THAT(numbers, ElementsAre(std::nullopt, 0u, 1u, 2u, std::nullopt, 0u, 1u));
 }
 } // namespace

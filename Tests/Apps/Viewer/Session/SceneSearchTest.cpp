@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "OSGChangeList.h"
 #include "OSGName.h"
+#include "OSGThread.h"
 #include "SceneBuilders.h"
 
 using namespace OSG;
@@ -99,5 +101,57 @@ TEST_F(SceneSearchTest, ATreeThatShowsItselfIsSearchedToAnEnd)
     SceneSearch const search = search_scene(circle, "circle");
     EXPECT_THAT(addresses(search), ElementsAre("/"));
     core->setSubTreeRoot(nullptr);
+}
+
+TEST_F(SceneSearchTest, AFollowedSearchSearchesForAnotherTextAndInAnotherScene)
+{
+    Viewer::FollowedSearch search;
+    search.update(root, "m8");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/1/0", "/1/1"));
+    search.update(root, "nut");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/1/1"));
+    search.update(set, "nut");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/1"));
+    search.update(set, "");
+    EXPECT_THAT(addresses(search.getAnswer()), IsEmpty());
+    search.update(nullptr, "nut");
+    EXPECT_THAT(addresses(search.getAnswer()), IsEmpty());
+}
+
+TEST_F(SceneSearchTest, AFollowedSearchIsMadeAgainAfterACommittedEdit)
+{
+    Viewer::FollowedSearch search;
+    search.update(root, "nut");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/1/1"));
+    root->subChild(plate);
+    Thread::getCurrentChangeList()->commitChanges();
+    search.update(root, "nut");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/0/1"));
+    bolt->addChild(named("nut of the bolt", make_group()));
+    Thread::getCurrentChangeList()->commitChanges();
+    search.update(root, "nut");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/0/0/0", "/0/1"));
+}
+
+TEST_F(SceneSearchTest, AFollowedSearchIsMadeAgainWhenANodeGetsAnotherName)
+{
+    Viewer::FollowedSearch search;
+    search.update(root, "wheel");
+    setName(plate.get(), "wheel");
+    Thread::getCurrentChangeList()->commitChanges();
+    search.update(root, "wheel");
+    EXPECT_THAT(addresses(search.getAnswer()), ElementsAre("/0"));
+}
+
+TEST_F(SceneSearchTest, AFollowedSearchIsNotMadeAgainForNodesOfOtherScenes)
+{
+    Thread::getCurrentChangeList()->commitChanges();
+    Viewer::FollowedSearch search;
+    search.update(root, "nut");
+    SceneSearch::Found const *const found = search.getAnswer().found.data();
+    NodePtr const camera = make_transform(Matrix());
+    Thread::getCurrentChangeList()->commitChanges();
+    search.update(root, "nut");
+    EXPECT_EQ(search.getAnswer().found.data(), found);
 }
 } // namespace

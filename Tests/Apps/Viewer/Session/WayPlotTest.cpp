@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "FileContent.h"
+#include "OSGNamedEngine.h"
+#include "OSGSceneView.h"
+#include "SceneBuilders.h"
 #include "TempFolder.h"
 
 using namespace OSG;
@@ -49,6 +52,25 @@ TEST(SketchWay, PlacesThatAreNotFiniteAreLeftOut)
                 ElementsAre(Pnt2f(0.5f, 0.5f)));
     EXPECT_THAT(sketch_way(through({{-most, 0, 0}, {most, 0, 0}}), false),
                 ElementsAre(Pnt2f(0, 0.5f), Pnt2f(1, 0.5f)));
+}
+
+TEST(LengthOfWay, IsTheNumberOfItsPoints)
+{
+    SceneView view;
+    UnrecordedRefPtr<NavigatorEngine> const engine{make_engine("fly")};
+    view.setEngine(engine);
+    WalkConsole console(view.getNavigator());
+    EXPECT_EQ(Viewer::length_of_way(console), 0u);
+    NodePtr const scene = make_group();
+    view.setScene(scene);
+    console.setScene(scene);
+    EXPECT_EQ(Viewer::length_of_way(console), 0u);
+    ASSERT_TRUE(console.startRecording());
+    EXPECT_EQ(Viewer::length_of_way(console), 1u);
+    EXPECT_EQ(Viewer::length_of_way(console), console.getWay().size());
+    ASSERT_TRUE(console.clearRecording());
+    EXPECT_EQ(Viewer::length_of_way(console), 0u);
+    console.setScene(nullptr);
 }
 
 TEST(SaveWayPlot, WritesAPictureAndTellsWhereItCannot)
