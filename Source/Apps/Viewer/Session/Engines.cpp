@@ -82,8 +82,7 @@ std::shared_ptr<OSG::ScriptedDesktop>
 Engines::beginReplay(std::optional<OSG::Int64> const &ticksPerSecond)
 {
     constexpr OSG::Int64 Milliseconds = 1000; // where no frame is recorded, any will do
-    auto const desktop =
-        std::make_shared<OSG::ScriptedDesktop>(ticksPerSecond.value_or(Milliseconds));
+    auto desktop = std::make_shared<OSG::ScriptedDesktop>(ticksPerSecond.value_or(Milliseconds));
     desktop->setWindow(getWindow(), {0, 0}, {_window->getWidth(), _window->getHeight()});
     desktop->setFocus(getWindow());
     OSG::Desktop::setCurrent(desktop);
