@@ -128,7 +128,8 @@ int Viewer::run()
         return Tool::Failed;
     }
     _panelFrames = SettlingFrames;
-    turn(); // what is shown is fitted between the panels
+    if(!_options.exit)
+        turn(); // what is shown is fitted between the panels
     if(!_options.file.empty())
         _session.open(_options.file);
     while(!isEnding())
@@ -198,9 +199,9 @@ void Viewer::noteDrawn(double frameSeconds)
 void Viewer::logTimes() const
 {
     Timing const &hovers = _session.picking.getHoverTiming();
-    OSG_LOG_PROGRESS("%llu frames, %.6f s each, %llu hovers, %.9f s each\n",
+    OSG_LOG_PROGRESS("%llu frames, %.6f s each, %llu hovers, %.9f s each, the longest %.9f s\n",
                      static_cast<unsigned long long>(_drawn.count), _drawn.mean(),
-                     static_cast<unsigned long long>(hovers.count), hovers.mean());
+                     static_cast<unsigned long long>(hovers.count), hovers.mean(), hovers.longest);
 }
 
 // When the file is there: the recording, the screenshot, the end.
@@ -280,6 +281,11 @@ void Viewer::turn()
     if(width <= 0 || height <= 0)
     {
         _panelFrames = 0;
+        return;
+    }
+    if(_options.exit)
+    {
+        _panelFrames = 0; // nobody looks: the screenshot draws for itself
         return;
     }
     if(arePanelsStale(now))
