@@ -41,10 +41,9 @@ void draw_quad()
     glPushMatrix();
     glLoadIdentity();
     glBegin(GL_QUADS);
-    for(int const corner : {0, 1, 3, 2})
+    constexpr float Corners[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+    for(auto const &[x, y] : Corners)
     {
-        auto const x = static_cast<float>(corner % 2);
-        auto const y = static_cast<float>(corner / 2);
         glTexCoord2f(x, y);
         glVertex2f(2 * x - 1, 2 * y - 1);
     }
