@@ -229,7 +229,7 @@ void Viewer::goOnWithErrand()
         _status = Tool::Success; // whoever stays at the window has seen what is wrong
 }
 
-// The scene without the panels, when all its edges are found.
+// The scene without the panels and the colour of the hover, when all its edges are found.
 bool Viewer::saveScreenshot(std::string const &target)
 {
     auto const [width, height] = _window.getPixels();
@@ -238,6 +238,8 @@ bool Viewer::saveScreenshot(std::string const &target)
     std::string reason = Tool::refusal_of_size(w, h);
     if(reason.empty())
     {
+        _session.picking.hoverAt(std::nullopt);
+        _session.picking.updateHover();
         _session.view.getViewport()->activateSize();
         do
             _session.view.draw();

@@ -54,21 +54,19 @@ std::string Engines::walkMissing() const
 
 bool Engines::choose(std::string const &name)
 {
-    bool const isKnown = OSG::make_engine(name) != nullptr;
-    if(!isKnown || (name == "walk" && !walkMissing().empty()))
+    if((name == "walk" && !walkMissing().empty()) || !make(name))
         return false;
-    make(name);
     if(_walk != nullptr)
         _guard = std::make_unique<OSG::WalkFocusGuard>(_view.getNavigator(), *_walk, _desktop);
     _events.setWalkGuard(_guard.get());
     return true;
 }
 
-void Engines::make(std::string const &name)
+bool Engines::make(std::string const &name)
 {
     OSG::UnrecordedRefPtr<OSG::NavigatorEngine> const engine(OSG::make_engine(name));
     if(engine == nullptr)
-        return;
+        return false;
     _events.setWalkGuard(nullptr);
     _guard.reset();
     _view.setEngine(engine);
@@ -76,6 +74,7 @@ void Engines::make(std::string const &name)
     _events.setIdlesInDrags(_walk != nullptr);
     _name = name;
     fitStep();
+    return true;
 }
 
 std::shared_ptr<OSG::ScriptedDesktop>

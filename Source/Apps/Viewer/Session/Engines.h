@@ -56,7 +56,7 @@ class Engines
     void setSize(OSG::UInt16 width, OSG::UInt16 height) { _window->setSize(width, height); }
 
   private:
-    void make(std::string const &name);
+    bool make(std::string const &name); // false for another name
 
     OSG::SceneView &_view;
     OSG::EventAdapter &_events;

@@ -75,8 +75,7 @@ std::string Recordings::play(std::string const &file, Pace pace)
     auto const desktop = _engines.beginReplay(_played.ticksPerSecond);
     OSG::WindowView const window = _view.getView();
     _view.setView(OSG::view_of(_played, window.width, window.height));
-    _events.setPointerTaken(true);
-    _events.setKeyboardTaken(true);
+    _tools.take(ToolBox::Tool::Navigate); // a recording without tools has none of the user's
     OSG::InputReplay::Host host;
     host.takeTool = [this](std::string const &name) { return takeTool(name); };
     host.tool = _tools.getPointerTool();
@@ -93,8 +92,6 @@ void Recordings::stopPlaying()
     if(!isPlaying())
         return;
     _replay.reset();
-    _events.setPointerTaken(false);
-    _events.setKeyboardTaken(false);
     _engines.endReplay();
 }
 
