@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <utility>
 
@@ -14,7 +15,6 @@ namespace
 {
 constexpr Int16 EscapeKey = 27; // as a virtual-key code and as a character
 constexpr Int16 NoButton = -1;
-constexpr Real64 MostWheelSteps = 100;
 
 bool can_be_held(Int16 button)
 {
@@ -162,12 +162,10 @@ void EventAdapter::wheel(Real64 steps, Real64 x, Real64 y)
 {
     if(_isPointerTaken || ownsDrag() || !std::isfinite(steps) || !moveTo(x, y))
         return;
-    _wheelRest += std::clamp(steps, -MostWheelSteps, MostWheelSteps);
-    for(; std::abs(_wheelRest) >= 1; _wheelRest -= _wheelRest > 0 ? 1 : -1)
-    {
-        Int16 const button = _wheelRest > 0 ? NavigatorEvent::WheelUp : NavigatorEvent::WheelDown;
+    Int32 const whole = _wheel.take(steps);
+    Int16 const button = whole > 0 ? NavigatorEvent::WheelUp : NavigatorEvent::WheelDown;
+    for(Int32 i = 0; i < std::abs(whole); ++i)
         _navigator.buttonPress(button, pixelX(), pixelY());
-    }
 }
 
 void EventAdapter::key(Int16 code, UInt16 navigatorModifiers)
@@ -189,7 +187,7 @@ void EventAdapter::focusLost()
     cancelTool();
     endNavigatorDrag();
     _hasMotion = false;
-    _wheelRest = 0;
+    _wheel = WheelSteps();
     _navigator.killFocus();
 }
 

@@ -7,6 +7,7 @@
 #include "OSGNavigator.h"
 #include "OSGTolvaniteKitApi.h"
 #include "OSGToolObserver.h"
+#include "OSGWheelSteps.h"
 
 namespace OSG
 {
@@ -126,7 +127,7 @@ class OSG_TOLVANITEKIT_API EventAdapter
     Real64 _scale = 1;
     Real64 _x = 0; // in device pixels
     Real64 _y = 0;
-    Real64 _wheelRest = 0;
+    WheelSteps _wheel;
     UInt8 _buttonsDown = 0; // bit b: the navigator knows that button b is down
     bool _isToolDrag = false;
     bool _hasMotion = false;     // that the engine has not heard of

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "OSGWheelSteps.h"
 #include "Session.h"
-#include "WheelSteps.h"
 
 namespace Viewer
 {
@@ -31,6 +31,6 @@ class SelectionPanel
     Session &_session;
     OSG::NodePath _path; // that of _address
     std::string _address;
-    WheelSteps _wheel; // over what lies under the click
+    OSG::WheelSteps _wheel; // over what lies under the click
 };
 } // namespace Viewer

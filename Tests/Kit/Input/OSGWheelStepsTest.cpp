@@ -1,10 +1,10 @@
-#include "WheelSteps.h"
+#include "OSGWheelSteps.h"
 
 #include <limits>
 
 #include <gtest/gtest.h>
 
-using Viewer::WheelSteps;
+using OSG::WheelSteps;
 
 namespace
 {

@@ -1,16 +1,19 @@
 #pragma once
 
-namespace Viewer
+#include "OSGBaseTypes.h"
+#include "OSGTolvaniteKitApi.h"
+
+namespace OSG
 {
 /// Whole steps of a wheel that turns by fractions of them.
-class WheelSteps
+class OSG_TOLVANITEKIT_API WheelSteps
 {
   public:
     /// The steps that are whole with what was left before; the rest is kept. A call counts for 100
     /// steps at most, and one with a number that is not finite for none.
-    int take(double steps);
+    Int32 take(Real64 steps);
 
   private:
-    double _rest = 0;
+    Real64 _rest = 0;
 };
-} // namespace Viewer
+} // namespace OSG
