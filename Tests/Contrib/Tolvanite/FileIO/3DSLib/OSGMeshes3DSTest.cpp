@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "Chunks3DS.h"
+#include "RandomNumbers.h"
 #include "Scene3DS.h"
 
 using namespace OSG;
@@ -103,6 +104,43 @@ TEST(Meshes3DS, AVertexOfSeveralFacesHasTheNormalOfTheLastOne)
     Real32 const third = 1.f / std::sqrt(3.f);
     for(UInt32 const shared : {1u, 2u})
         EXPECT_TRUE(normal_of(geometry, shared).equals(Vec3f(-third, -third, third), 1e-6f));
+}
+
+// More vertices than are looked at together, in two parts.
+TEST(Meshes3DS, TheNormalOfTheLastFaceIsKeptInMeshesOfManyVerticesToo)
+{
+    RandomNumbers random(73);
+    std::vector<float> points(3 * 900);
+    for(float &number : points)
+        number = random.real(-9, 9);
+    std::vector<Face3DS> faces(2000);
+    std::vector<std::uint32_t> groups(faces.size());
+    for(std::size_t i = 0; i < faces.size(); ++i)
+    {
+        UInt32 const corner = random.below(900);
+        faces[i] = {{corner, (corner + 1 + random.below(400)) % 900,
+                     (corner + 401 + random.below(400)) % 900}};
+        groups[i] = random.below(8) == 0 ? 2 : 1;
+    }
+    Scene3DS const scene = read_3ds(
+        file_3ds(mesh_3ds("m", points_3ds(points) + faces_3ds(faces, smoothing_3ds(groups)))));
+    ASSERT_EQ(scene.geometries().size(), 2u);
+    for(UInt32 part = 0; part < 2; ++part)
+    {
+        Geometry const &geometry = *scene.geometries()[part];
+        std::vector<Pnt3f> const at = positions_of(geometry);
+        std::vector<Vec3f> expected(at.size());
+        for(auto it = geometry.beginTriangles(); it != geometry.endTriangles(); ++it)
+        {
+            Vec3f normal = (it.getPosition(1) - it.getPosition(0))
+                               .cross(it.getPosition(2) - it.getPosition(0));
+            normal.normalize();
+            for(Int32 i = 0; i < 3; ++i)
+                expected[it.getPositionIndex(i)] = normal;
+        }
+        for(UInt32 i = 0; i < at.size(); ++i)
+            ASSERT_TRUE(normal_of(geometry, i).equals(expected[i], 1e-3f)) << part << " " << i;
+    }
 }
 
 TEST(Meshes3DS, EachFaceIsAPrimitiveOfItsOwn)

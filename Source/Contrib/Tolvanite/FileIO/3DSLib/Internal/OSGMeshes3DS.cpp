@@ -1,23 +1,40 @@
 #include "OSGMeshes3DS.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 #include "OSGGeometryView.h"
 #include "OSGGroup.h"
 #include "OSGMakeNode.h"
+#include "OSGMemArray.h"
 #include "OSGName.h"
+#include "OSGPlacedNormals.h"
 #include "OSGTypedGeoProperties.h"
 
 namespace OSG
 {
 // --- faces by material and smoothing group ---
 
+namespace
+{
+bool are_in_one_part(Lib3dsFace const &a, Lib3dsFace const &b)
+{
+    return a.material == b.material && a.smoothing_group == b.smoothing_group;
+}
+} // namespace
+
 MeshParts3DS::MeshParts3DS(Lib3dsMesh const &mesh)
 {
-    List<UInt32> const partOf = partOfEachFace(mesh);
-    List<UInt32> const places = sortParts();
+    Lib3dsFace const *const faces = mesh.faces;
+    if(mesh.nfaces != 0 && std::all_of(faces, faces + mesh.nfaces,
+                                       [first = faces[0]](Lib3dsFace const &face)
+                                       { return are_in_one_part(face, first); }))
+    {
+        _parts.push_back({faces[0].material, faces[0].smoothing_group, 0, mesh.nfaces});
+        return;
+    }
+    List<UInt16> const partOf = partOfEachFace(mesh);
+    List<UInt16> const places = sortParts();
     // The faces go to their parts in the order of the file.
     List<UInt32> next(_parts.size());
     UInt32 begin = 0;
@@ -28,24 +45,22 @@ MeshParts3DS::MeshParts3DS(Lib3dsMesh const &mesh)
     }
     _faces.resize(mesh.nfaces);
     for(UInt32 face = 0; face < mesh.nfaces; ++face)
-        _faces[next[places[partOf[face]]]++] = face;
+        _faces[next[places[partOf[face]]]++] = static_cast<UInt16>(face);
 }
 
 // Makes the parts in the order in which they begin, and counts their faces.
-MeshParts3DS::List<UInt32> MeshParts3DS::partOfEachFace(Lib3dsMesh const &mesh)
+MeshParts3DS::List<UInt16> MeshParts3DS::partOfEachFace(Lib3dsMesh const &mesh)
 {
-    std::unordered_map<UInt64, UInt32> numbers;
-    List<UInt32> partOf(mesh.nfaces);
-    UInt32 part = 0;
+    std::unordered_map<UInt64, UInt16> numbers;
+    List<UInt16> partOf(mesh.nfaces);
+    UInt16 part = 0;
     for(UInt32 i = 0; i < mesh.nfaces; ++i)
     {
         Lib3dsFace const &face = mesh.faces[i];
-        bool const goesOn = i != 0 && _parts[part].material == face.material &&
-                            _parts[part].smoothing == face.smoothing_group;
-        if(!goesOn)
+        if(i == 0 || !are_in_one_part(face, mesh.faces[i - 1]))
         {
             UInt64 const key = UInt64(UInt32(face.material)) << 32 | face.smoothing_group;
-            auto const [entry, isNew] = numbers.emplace(key, static_cast<UInt32>(_parts.size()));
+            auto const [entry, isNew] = numbers.emplace(key, static_cast<UInt16>(_parts.size()));
             if(isNew)
                 _parts.push_back({face.material, face.smoothing_group, 0, 0});
             part = entry->second;
@@ -57,20 +72,20 @@ MeshParts3DS::List<UInt32> MeshParts3DS::partOfEachFace(Lib3dsMesh const &mesh)
 }
 
 // The result is the new place of each part.
-MeshParts3DS::List<UInt32> MeshParts3DS::sortParts()
+MeshParts3DS::List<UInt16> MeshParts3DS::sortParts()
 {
-    List<UInt32> order(_parts.size());
-    std::iota(order.begin(), order.end(), 0u);
+    List<UInt16> order(_parts.size());
+    std::iota(order.begin(), order.end(), UInt16(0));
     // Compared as unsigned numbers, -1 comes behind all materials.
     auto const key = [this](UInt32 i)
     { return std::pair(static_cast<UInt32>(_parts[i].material), _parts[i].smoothing); };
     std::sort(order.begin(), order.end(), [&](UInt32 a, UInt32 b) { return key(a) < key(b); });
     List<Part> sorted(_parts.size());
-    List<UInt32> places(_parts.size());
-    for(UInt32 i = 0; i < order.size(); ++i)
+    List<UInt16> places(_parts.size());
+    for(std::size_t i = 0; i < order.size(); ++i)
     {
         sorted[i] = _parts[order[i]];
-        places[order[i]] = i;
+        places[order[i]] = static_cast<UInt16>(i);
     }
     _parts = std::move(sorted);
     return places;
@@ -84,61 +99,67 @@ UnrecordedRefPtr<Node> make_group_node()
 }
 
 /// Makes the geometries of one mesh. The vertices of a part are numbered in the order of their
-/// first use.
+/// first use. The file's numbers of vertices and faces have 16 bits.
 class Meshes3DS::PartBuilder
 {
   public:
-    PartBuilder(Meshes3DS &meshes, Lib3dsMesh const &mesh, Matrix const *matrix,
-                Normals const &normals)
+    PartBuilder(Meshes3DS &meshes, Lib3dsMesh const &mesh, Matrix const *matrix)
         : _meshes(meshes)
         , _mesh(mesh)
         , _matrix(matrix)
-        , _normals(normals)
-        , _numbers(mesh.nvertices, Unused)
+        , _numbers(mesh.nvertices)
+        , _used(mesh.nvertices)
+        , _lastFaces(mesh.nvertices)
     {
+        std::fill_n(_numbers.data(), mesh.nvertices, Unused);
     }
 
-    NodePtr build(UInt32 const *faces, UInt32 count, Material *material)
+    /// `faces` holds `count` numbers of faces; null stands for all faces of the mesh.
+    NodePtr build(UInt16 const *faces, UInt32 count, Material *material)
     {
         UnrecordedRefPtr<Geometry> const geometry(Geometry::create());
         geometry->setMaterial(material);
         UnrecordedRefPtr<GeoUInt32Property> const index = numberVertices(faces, count);
         geometry->setPositions(positions());
-        geometry->setNormals(normals(faces, count, *index));
+        geometry->setNormals(normals());
         if(_mesh.texcos != nullptr)
             geometry->setTexCoords(texCoords());
         geometry->setIndices(index);
         geometry->setLengths(_meshes._lengths.get(MField<UInt32>(count, 3u)));
         geometry->setTypes(_meshes._types.get(MField<UInt8>(count, UInt8(TrianglesPrimitive))));
-        for(UInt32 vertex : _used)
-            _numbers[vertex] = Unused;
+        for(std::size_t i = 0; i < _usedCount; ++i)
+            _numbers[_used[i]] = Unused;
         NodePtr node(make_node(geometry));
         setName(node, _mesh.name);
         return node;
     }
 
   private:
-    static constexpr UInt32 Unused = 0xFFFFFFFF;
+    static constexpr UInt16 Unused = 0xFFFF; // a mesh has fewer vertices
 
-    UnrecordedRefPtr<GeoUInt32Property> numberVertices(UInt32 const *faces, UInt32 count)
+    UnrecordedRefPtr<GeoUInt32Property> numberVertices(UInt16 const *faces, UInt32 count)
     {
         UnrecordedRefPtr<GeoUInt32Property> index(GeoUInt32Property::create());
         auto &entries = index->editValues();
         entries.resize(3 * std::size_t(count));
-        _used.clear();
         UInt32 *entry = entries.data();
+        UInt16 used = 0;
         for(UInt32 i = 0; i < count; ++i)
         {
-            for(UInt32 const vertex : _mesh.faces[faces[i]].index)
+            UInt16 const face = faces != nullptr ? faces[i] : static_cast<UInt16>(i);
+            for(UInt16 const vertex : _mesh.faces[face].index)
             {
-                if(_numbers[vertex] == Unused)
+                UInt16 number = _numbers[vertex];
+                if(number == Unused)
                 {
-                    _numbers[vertex] = static_cast<UInt32>(_used.size());
-                    _used.push_back(vertex);
+                    number = _numbers[vertex] = used;
+                    _used[used++] = vertex;
                 }
-                *entry++ = _numbers[vertex];
+                _lastFaces[number] = face;
+                *entry++ = number;
             }
         }
+        _usedCount = used;
         return index;
     }
 
@@ -146,8 +167,8 @@ class Meshes3DS::PartBuilder
     {
         UnrecordedRefPtr<GeoPnt3fProperty> property(GeoPnt3fProperty::create());
         auto &values = property->editValues();
-        values.resize(_used.size());
-        for(std::size_t i = 0; i < _used.size(); ++i)
+        values.resize(_usedCount);
+        for(std::size_t i = 0; i < _usedCount; ++i)
         {
             float const *const at = _mesh.vertices[_used[i]];
             Pnt3f const point(at[0], at[1], at[2]);
@@ -156,20 +177,35 @@ class Meshes3DS::PartBuilder
         return property;
     }
 
-    // A vertex of several faces gets the normal of the last one.
-    UnrecordedRefPtr<GeoVec3fProperty> normals(UInt32 const *faces, UInt32 count,
-                                               GeoUInt32Property const &index) const
+    // A vertex of several faces gets the normal of the last one. Other faces need none. So the
+    // vertices are taken in blocks, and those faces that are the last of a vertex of the block are
+    // given to the reader as a mesh of their own.
+    UnrecordedRefPtr<GeoVec3fProperty> normals() const
     {
         UnrecordedRefPtr<GeoVec3fProperty> property(GeoVec3fProperty::create());
         auto &values = property->editValues();
-        values.resize(_used.size());
-        UInt32 const *entry = index.getValues().data();
-        for(UInt32 i = 0; i < count; ++i)
+        values.resize(_usedCount);
+        constexpr std::size_t Width = 256;
+        Lib3dsFace faces[Width];
+        Vec3f normals[Width];
+        UInt16 faceOf[Width]; // in `faces`
+        Lib3dsMesh part = _mesh;
+        part.faces = faces;
+        for(std::size_t begin = 0; begin < _usedCount; begin += Width)
         {
-            float const *const at = _normals[faces[i]].at;
-            Vec3f const normal(at[0], at[1], at[2]);
-            for(int corner = 0; corner < 3; ++corner)
-                values[*entry++] = normal;
+            std::size_t const count = std::min(Width, _usedCount - begin);
+            UInt16 const *const last = _lastFaces.data() + begin;
+            part.nfaces = 0;
+            for(std::size_t i = 0; i < count; ++i)
+            {
+                if(i == 0 || last[i] != last[i - 1])
+                    faces[part.nfaces++] = _mesh.faces[last[i]];
+                faceOf[i] = static_cast<UInt16>(part.nfaces - 1);
+            }
+            lib3ds_mesh_calculate_face_normals(&part, reinterpret_cast<float(*)[3]>(normals));
+            place_normals(normals, part.nfaces, _matrix);
+            for(std::size_t i = 0; i < count; ++i)
+                values[begin + i] = normals[faceOf[i]];
         }
         return property;
     }
@@ -178,8 +214,8 @@ class Meshes3DS::PartBuilder
     {
         UnrecordedRefPtr<GeoVec2fProperty> property(GeoVec2fProperty::create());
         auto &values = property->editValues();
-        values.resize(_used.size());
-        for(std::size_t i = 0; i < _used.size(); ++i)
+        values.resize(_usedCount);
+        for(std::size_t i = 0; i < _usedCount; ++i)
             values[i] = Vec2f(_mesh.texcos[_used[i]][0], _mesh.texcos[_used[i]][1]);
         return property;
     }
@@ -187,9 +223,11 @@ class Meshes3DS::PartBuilder
     Meshes3DS &_meshes;
     Lib3dsMesh const &_mesh;
     Matrix const *_matrix;
-    Normals const &_normals;
-    Numbers _numbers; // of the mesh's vertices in the part
-    Numbers _used;    // vertices of the part
+    MemArray<UInt16> _numbers; // of the mesh's vertices in the part
+    // Of the vertices of the part:
+    MemArray<UInt16> _used; // numbers in the mesh
+    MemArray<UInt16> _lastFaces;
+    std::size_t _usedCount = 0;
 };
 
 Meshes3DS::Meshes3DS(Lib3dsFile const &file)
@@ -205,32 +243,10 @@ UInt64 Meshes3DS::countNodes(Lib3dsMesh const *mesh) const
     return groups + _parts.at(mesh).parts().size();
 }
 
-// The normals of the faces at the mesh's place.
-Meshes3DS::Normals Meshes3DS::faceNormals(Lib3dsMesh *mesh, Matrix const *matrix) const
-{
-    constexpr float ShortestVector = 1e-6f; // shorter ones stay as they are
-    Normals normals(mesh->nfaces);
-    if(normals.empty())
-        return normals;
-    lib3ds_mesh_calculate_face_normals(mesh, &normals.front().at);
-    for(Normal &normal : normals)
-    {
-        Vec3f at(normal.at[0], normal.at[1], normal.at[2]);
-        if(matrix != nullptr)
-            at = *matrix * at;
-        float const length = std::sqrt(at[0] * at[0] + at[1] * at[1] + at[2] * at[2]);
-        if(!(length < ShortestVector))
-            at = at * (1.f / length);
-        std::copy_n(at.values(), 3, normal.at);
-    }
-    return normals;
-}
-
 Meshes3DS::NodePtr Meshes3DS::convert(Lib3dsMesh *mesh, Matrix const *matrix)
 {
     MeshParts3DS const &sorted = _parts.at(mesh);
-    Normals const normals = faceNormals(mesh, matrix);
-    PartBuilder builder(*this, *mesh, matrix, normals);
+    PartBuilder builder(*this, *mesh, matrix);
     NodePtr root = make_group_node();
     auto part = sorted.parts().begin();
     for(UInt32 list = 0; list <= _materialCount; ++list)
@@ -240,8 +256,11 @@ Meshes3DS::NodePtr Meshes3DS::convert(Lib3dsMesh *mesh, Matrix const *matrix)
         Int32 const wanted = isLast ? -1 : static_cast<Int32>(list);
         NodePtr const group = make_group_node();
         for(; part != sorted.parts().end() && part->material == wanted; ++part)
-            group->addChild(
-                builder.build(&sorted.faces()[part->begin], part->end - part->begin, material));
+        {
+            UInt16 const *const faces =
+                sorted.faces().empty() ? nullptr : &sorted.faces()[part->begin];
+            group->addChild(builder.build(faces, part->end - part->begin, material));
+        }
         root->addChild(group);
     }
     return root;

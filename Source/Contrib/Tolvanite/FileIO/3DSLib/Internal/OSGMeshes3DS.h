@@ -38,15 +38,15 @@ class MeshParts3DS
 
     /// By material, those without one last, then by smoothing group.
     List<Part> const &parts() const { return _parts; }
-    /// Numbers of faces, part after part.
-    List<UInt32> const &faces() const { return _faces; }
+    /// Numbers of faces, part after part. Empty where one part has all faces, in the file's order.
+    List<UInt16> const &faces() const { return _faces; }
 
   private:
-    List<UInt32> partOfEachFace(Lib3dsMesh const &mesh);
-    List<UInt32> sortParts();
+    List<UInt16> partOfEachFace(Lib3dsMesh const &mesh);
+    List<UInt16> sortParts();
 
     List<Part> _parts;
-    List<UInt32> _faces;
+    List<UInt16> _faces;
 };
 
 /// Converts the meshes of one file. A mesh may be shown several times, each time at another place.
@@ -68,15 +68,7 @@ class Meshes3DS
     NodePtr convert(Lib3dsMesh *mesh, Matrix const *matrix);
 
   private:
-    using Numbers = std::vector<UInt32, MemAllocator<UInt32>>;
-    struct Normal
-    {
-        float at[3];
-    };
-    using Normals = std::vector<Normal, MemAllocator<Normal>>;
     class PartBuilder;
-
-    Normals faceNormals(Lib3dsMesh *mesh, Matrix const *matrix) const;
 
     UInt32 _materialCount;
     std::vector<UnrecordedRefPtr<ChunkMaterial>> _materials; // by the index in the file

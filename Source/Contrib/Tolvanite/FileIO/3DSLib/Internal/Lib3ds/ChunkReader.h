@@ -44,6 +44,15 @@ class Messages
 /// "0x4d4d".
 std::string hex(unsigned kind);
 
+inline unsigned short word_at(unsigned char const *bytes)
+{
+    return static_cast<unsigned short>(bytes[0] | bytes[1] << 8);
+}
+inline std::uint32_t dword_at(unsigned char const *bytes)
+{
+    return word_at(bytes) | std::uint32_t(word_at(bytes + 2)) << 16;
+}
+
 /// What stands in a chunk, read from the front. A read beyond the end raises DamagedFile.
 class Chunk
 {
@@ -65,21 +74,19 @@ class Chunk
     Messages const &messages() const { return _messages; }
 
     // --- values ---
-    unsigned short word()
-    {
-        unsigned char const *const bytes = take(2);
-        return static_cast<unsigned short>(bytes[0] | bytes[1] << 8);
-    }
-    std::uint32_t dword()
-    {
-        std::uint32_t const low = word();
-        return low | std::uint32_t(word()) << 16;
-    }
+    unsigned short word() { return word_at(take(2)); }
+    std::uint32_t dword() { return dword_at(take(4)); }
     float real() { return std::bit_cast<float>(dword()); }
     unsigned char byte() { return *take(1); }
     void reals(float *values, std::size_t count);
     /// Makes sure that `count` parts of `size` bytes are there.
     void require(std::uint64_t count, std::size_t size) const;
+    /// Takes `count` parts of `size` bytes at once.
+    unsigned char const *parts(std::size_t count, std::size_t size)
+    {
+        require(count, size);
+        return take(count * size);
+    }
     /// A text that ends with a NUL within the chunk and within NameSize bytes.
     void name(char (&text)[NameSize]);
 

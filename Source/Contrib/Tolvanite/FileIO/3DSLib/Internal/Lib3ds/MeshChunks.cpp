@@ -9,27 +9,55 @@ namespace OSG::Lib3ds
 {
 namespace
 {
+constexpr std::size_t FaceBytes = 8; // three indices and flags
+
+/// Makes room for `count` values; the first `kept` stay, the others are not set.
+template <class T>
+void make_room(MemArray<T> &values, std::size_t count, std::size_t kept)
+{
+    if(count <= values.size())
+        return;
+    MemArray<T> longer(count);
+    std::copy_n(values.data(), kept, longer.data());
+    values = std::move(longer);
+}
+
+/// Has `count` values instead of `old`. New ones are zero.
+template <class T>
+void resize(MemArray<T> &values, std::size_t old, std::size_t count)
+{
+    make_room(values, count, old);
+    if(old < count)
+        std::fill(values.data() + old, values.data() + count, T{});
+}
+
 void read_points(Chunk chunk, Mesh &mesh)
 {
-    std::size_t const count = chunk.word();
+    unsigned short const count = chunk.word();
     chunk.require(count, sizeof(Vertex));
-    mesh.vertexList.resize(count);
-    chunk.reals(mesh.vertexList.empty() ? nullptr : mesh.vertexList.front().at, 3 * count);
+    make_room(mesh.vertexRoom, count, 0);
+    chunk.reals(reinterpret_cast<float *>(mesh.vertexRoom.data()), 3 * std::size_t(count));
     if(mesh.hasTexCoords)
-        mesh.texCoordList.resize(count, TexCoord{});
+        resize(mesh.texCoordRoom, mesh.nvertices, count);
+    mesh.nvertices = count;
 }
 
 void read_tex_coords(Chunk chunk, Mesh &mesh)
 {
-    std::size_t const count = chunk.word();
+    unsigned short const count = chunk.word();
     chunk.require(count, sizeof(TexCoord));
     if(count == 0)
         return;
-    if(count > mesh.vertexList.size())
-        mesh.vertexList.resize(count, Vertex{});
+    if(count > mesh.nvertices)
+    {
+        resize(mesh.vertexRoom, mesh.nvertices, count);
+        mesh.nvertices = count;
+    }
     mesh.hasTexCoords = true;
-    mesh.texCoordList.assign(mesh.vertexList.size(), TexCoord{});
-    chunk.reals(mesh.texCoordList.front().at, 2 * count);
+    make_room(mesh.texCoordRoom, mesh.nvertices, 0);
+    std::fill(mesh.texCoordRoom.data() + count, mesh.texCoordRoom.data() + mesh.nvertices,
+              TexCoord{});
+    chunk.reals(reinterpret_cast<float *>(mesh.texCoordRoom.data()), 2 * std::size_t(count));
 }
 
 // Only materials that stand before the mesh in the file are known.
@@ -43,29 +71,38 @@ void read_face_materials(Chunk chunk, Mesh &mesh, File const &file)
     for(std::size_t i = 0; i < count; ++i)
     {
         std::size_t const face = chunk.word();
-        if(face < mesh.faceList.size())
-            mesh.faceList[face].material = material;
+        if(face < mesh.nfaces)
+            mesh.faceRoom[face].material = material;
     }
 }
 
 void read_smoothing(Chunk chunk, Mesh &mesh)
 {
-    chunk.require(mesh.faceList.size(), 4);
-    for(Lib3dsFace &face : mesh.faceList)
-        face.smoothing_group = chunk.dword();
+    unsigned char const *bytes = chunk.parts(mesh.nfaces, 4);
+    for(std::size_t i = 0; i < mesh.nfaces; ++i, bytes += 4)
+        mesh.faceRoom[i].smoothing_group = dword_at(bytes);
+}
+
+void read_face_list(unsigned char const *bytes, Mesh &mesh)
+{
+    unsigned short largest = 0;
+    for(std::size_t i = 0; i < mesh.nfaces; ++i, bytes += FaceBytes)
+    {
+        Lib3dsFace const face = {
+            {word_at(bytes), word_at(bytes + 2), word_at(bytes + 4)}, word_at(bytes + 6), -1, 0};
+        largest = std::max({largest, face.index[0], face.index[1], face.index[2]});
+        mesh.faceRoom[i] = face;
+    }
+    mesh.largestIndex = largest;
 }
 
 void read_faces(Chunk chunk, Mesh &mesh, File const &file)
 {
-    std::size_t const count = chunk.word();
-    chunk.require(count, 8);
-    mesh.faceList.assign(count, Lib3dsFace{{}, 0, -1, 0});
-    for(Lib3dsFace &face : mesh.faceList)
-    {
-        for(unsigned short &index : face.index)
-            index = chunk.word();
-        face.flags = chunk.word();
-    }
+    unsigned short const count = chunk.word();
+    unsigned char const *const bytes = chunk.parts(count, FaceBytes);
+    make_room(mesh.faceRoom, count, 0);
+    mesh.nfaces = count;
+    read_face_list(bytes, mesh);
     if(count == 0)
         return;
     chunk.readChildren(
@@ -110,13 +147,19 @@ bool read_part(Chunk const &part, Mesh &mesh, File const &file)
 
 void drop_bad_faces(Mesh &mesh, Messages const &messages)
 {
-    std::size_t const vertices = mesh.vertexList.size();
-    std::size_t const dropped = std::erase_if(
-        mesh.faceList, [vertices](Lib3dsFace const &face)
-        { return *std::max_element(std::begin(face.index), std::end(face.index)) >= vertices; });
-    if(dropped != 0)
-        messages.warn("Mesh '" + std::string(mesh.name) + "': " + std::to_string(dropped) +
-                      " faces name vertices that are not there and are dropped");
+    if(mesh.nfaces == 0 || mesh.largestIndex < mesh.nvertices)
+        return;
+    Lib3dsFace *const begin = mesh.faceRoom.data();
+    Lib3dsFace *const end = begin + mesh.nfaces;
+    Lib3dsFace *const kept =
+        std::remove_if(begin, end,
+                       [&mesh](Lib3dsFace const &face) {
+                           return *std::max_element(std::begin(face.index), std::end(face.index)) >=
+                                  mesh.nvertices;
+                       });
+    mesh.nfaces = static_cast<unsigned short>(kept - begin);
+    messages.warn("Mesh '" + std::string(mesh.name) + "': " + std::to_string(end - kept) +
+                  " faces name vertices that are not there and are dropped");
 }
 
 // A matrix that mirrors stands for a mesh that the author has mirrored along its own first axis.
@@ -132,8 +175,9 @@ void mirror_vertices(Mesh &mesh)
     TransformationMatrix<Real64> flip;
     flip[0][0] = -1;
     TransformationMatrix<Real64> const mirror = matrix * flip * inverse;
-    for(Vertex &vertex : mesh.vertexList)
+    for(std::size_t v = 0; v < mesh.nvertices; ++v)
     {
+        Vertex &vertex = mesh.vertexRoom[v];
         auto const at = mirror * Point<Real64, 3>(vertex.at[0], vertex.at[1], vertex.at[2]);
         for(int i = 0; i < 3; ++i)
             vertex.at[i] = static_cast<float>(at[i]);

@@ -32,11 +32,9 @@ Mesh::Mesh()
 
 void Mesh::publish()
 {
-    nvertices = static_cast<unsigned short>(vertexList.size());
-    vertices = vertexList.empty() ? nullptr : &vertexList.front().at;
-    texcos = hasTexCoords && !texCoordList.empty() ? &texCoordList.front().at : nullptr;
-    nfaces = static_cast<unsigned short>(faceList.size());
-    faces = first_of(faceList);
+    vertices = nvertices != 0 ? &vertexRoom[0].at : nullptr;
+    texcos = hasTexCoords && nvertices != 0 ? &texCoordRoom[0].at : nullptr;
+    faces = nfaces != 0 ? faceRoom.data() : nullptr;
 }
 
 Node::Node(Lib3dsNodeType type, unsigned short number)

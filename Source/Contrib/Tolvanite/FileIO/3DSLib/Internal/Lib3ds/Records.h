@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "OSGMemArray.h"
 #include "OSGMemManager.h"
 #include "Track.h"
 #include "lib3ds.h"
@@ -33,13 +34,14 @@ struct TexCoord
 
 struct Mesh : Lib3dsMesh
 {
-    List<Vertex> vertexList;
-    List<TexCoord> texCoordList;
-    List<Lib3dsFace> faceList;
+    MemArray<Vertex> vertexRoom;     ///< for `nvertices` or more
+    MemArray<TexCoord> texCoordRoom; ///< the same, where the mesh has any
+    MemArray<Lib3dsFace> faceRoom;   ///< for `nfaces` or more
     bool hasTexCoords = false;
+    unsigned short largestIndex = 0; ///< of the faces
 
     Mesh();
-    /// Lets the public record point to the lists.
+    /// Lets the public record point to the arrays.
     void publish();
 };
 

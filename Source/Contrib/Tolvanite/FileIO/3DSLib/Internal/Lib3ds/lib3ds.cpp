@@ -1,8 +1,7 @@
 #include "lib3ds.h"
 
-#include <cmath>
-
 #include "Chunks.h"
+#include "FaceNormals.h"
 #include "OSGMatrix3DS.h"
 
 using namespace OSG::Lib3ds;
@@ -39,16 +38,6 @@ OSG::Matrix own_matrix(Node const &node, float t)
     OSG::Matrix scaling;
     scaling.setScale(scale[0], scale[1], scale[2]);
     return matrix * rotation_matrix(node.rotation.rotation(t)) * scaling;
-}
-
-void set_axis(float (&normal)[3])
-{
-    float const x = normal[0];
-    float const y = normal[1];
-    float const z = normal[2];
-    int const axis = x >= y && x >= z ? 0 : (y >= z ? 1 : 2);
-    for(int i = 0; i < 3; ++i)
-        normal[i] = i == axis ? 1.f : 0.f;
 }
 } // namespace
 
@@ -103,27 +92,5 @@ Lib3dsMesh *lib3ds_file_mesh_for_node(Lib3dsFile *file, Lib3dsNode *node)
 
 void lib3ds_mesh_calculate_face_normals(Lib3dsMesh *mesh, float (*faceNormals)[3])
 {
-    constexpr float ShortestNormal = 1e-5f;
-    for(unsigned i = 0; i < mesh->nfaces; ++i)
-    {
-        unsigned short const *const index = mesh->faces[i].index;
-        float const *const a = mesh->vertices[index[0]];
-        float const *const b = mesh->vertices[index[1]];
-        float const *const c = mesh->vertices[index[2]];
-        float const p[3] = {c[0] - b[0], c[1] - b[1], c[2] - b[2]};
-        float const q[3] = {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-        float(&normal)[3] = faceNormals[i];
-        normal[0] = p[1] * q[2] - p[2] * q[1];
-        normal[1] = p[2] * q[0] - p[0] * q[2];
-        normal[2] = p[0] * q[1] - p[1] * q[0];
-        float const length =
-            std::sqrt(normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]);
-        if(length < ShortestNormal)
-        {
-            set_axis(normal);
-            continue;
-        }
-        for(float &component : normal)
-            component *= 1.f / length;
-    }
+    face_normals(*mesh, faceNormals);
 }

@@ -1,0 +1,35 @@
+#pragma once
+
+/// \file
+/// Vector code in each of its versions.
+
+#include <cstdint>
+
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+namespace OSG::Test
+{
+/// Calls `run` once for each of Highway's instruction sets that the machine has, with that set
+/// alone in use, until something has failed.
+template <class Run>
+void for_each_instruction_set(Run const &run)
+{
+    int sets = 0;
+    for(std::int64_t rest = hwy::SupportedTargets(); rest != 0; rest &= rest - 1)
+    {
+        std::int64_t const target = rest & -rest;
+        SCOPED_TRACE(hwy::TargetName(target));
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+        ++sets;
+        run();
+        if(testing::Test::HasFailure())
+            break;
+    }
+    hwy::SetSupportedTargetsForTest(0);
+    hwy::GetChosenTarget().DeInit();
+    EXPECT_GE(sets, 1);
+    testing::Test::RecordProperty("InstructionSets", sets);
+}
+} // namespace OSG::Test
