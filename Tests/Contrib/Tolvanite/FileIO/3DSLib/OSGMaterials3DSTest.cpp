@@ -232,6 +232,28 @@ TEST_F(Materials3DS, AMissingPictureIsOneWarningAndLeavesTheTextureOut)
                                        "version 'a\\nO1.JPG'! \n"));
 }
 
+TEST_F(Materials3DS, AMissingPictureOfAMaterialThatNobodyUsesIsAWarningToo)
+{
+    Scene3DS const unused =
+        read_3ds(file_3ds(material_3ds("m", map_3ds(Bump, "no")) + triangle_3ds("t")));
+    EXPECT_EQ(unused.describe(), "[[[] [t1]]]");
+    EXPECT_THAT(unused.log, ElementsAre("2: Couldn't load image 'no', trying case reversed version "
+                                        "'NO'! \n"));
+}
+
+TEST_F(Materials3DS, MaterialsOfWhichTheFileSaysNothingKeepTheirPlaces)
+{
+    std::string const mesh =
+        mesh_3ds("t", points_3ds({0, 0, 0, 1, 0, 0, 0, 1, 0}) +
+                          faces_3ds({{{0, 1, 2}}, {{1, 2, 0}}},
+                                    face_material_3ds("", {0}) + face_material_3ds("m", {1})));
+    Scene3DS const some = read_3ds(
+        file_3ds(chunk(0xAFFF) + material_3ds("m") + chunk(0xAFFF) + chunk(0xAFFF) + mesh));
+    EXPECT_EQ(some.describe(), "[[[t1] [t1] [] [] []]]");
+    EXPECT_STREQ(getName(chunks_of(*some.geometries()[0])), "");
+    EXPECT_STREQ(getName(chunks_of(*some.geometries()[1])), "m");
+}
+
 TEST_F(Materials3DS, AMapWithoutANameIsNone)
 {
     EXPECT_THAT(typesOf(read(map_3ds(Texture1, ""))), ElementsAre("MaterialChunk"));

@@ -223,6 +223,37 @@ TEST(Meshes3DS, FewerTextureCoordinatesAndLaterPointsLeaveZeroes)
     }
 }
 
+TEST(Meshes3DS, ALaterListOfTextureCoordinatesReplacesAllOfTheFirst)
+{
+    std::string const points = points_3ds({0, 0, 0, 1, 0, 0, 0, 1, 0});
+    std::string const all = tex_coords_3ds({1, 2, 3, 4, 5, 6});
+    std::string const few = tex_coords_3ds({7, 8});
+    std::string const face = faces_3ds({{{0, 1, 2}}});
+    for(std::string const &parts : {points + all + few + face, all + points + few + face,
+                                    all + points_3ds({}) + few + points + face})
+    {
+        Scene3DS const scene = read_3ds(file_3ds(mesh_3ds("m", parts)));
+        for(UInt32 i = 0; i < 3; ++i)
+        {
+            Real32 numbers[2];
+            scene.geometries()[0]->getTexCoords()->getValue(numbers, i);
+            EXPECT_EQ(Vec2f(numbers[0], numbers[1]), i == 0 ? Vec2f(7, 8) : Vec2f(0, 0));
+        }
+    }
+}
+
+TEST(Meshes3DS, MeshesWithoutContentAreShownOneByOne)
+{
+    std::string const object =
+        chunk(0x4000, Bytes().text("o").raw(chunk(0x4100) + chunk(0x4100, chunk(0x9999))));
+    std::string const full = triangle_3ds("o");
+    EXPECT_EQ(read_3ds(file_3ds(object + mesh_3ds("p", "") + full + object)).describe(),
+              "[[[]] [[]] [[]] [[o1]] [[]] [[]]]");
+    std::string const node = instance_3ds(0, "o", NoParent3DS);
+    EXPECT_EQ(read_3ds(file_3ds(object + full, node)).describe(), "[[]]");
+    EXPECT_EQ(read_3ds(file_3ds(full + object, node)).describe(), "[[o1]]");
+}
+
 TEST(Meshes3DS, ASecondListOfFacesReplacesTheFirstWithItsMaterialsAndSmoothing)
 {
     std::string const first = faces_3ds({{{0, 1, 2}}, {{1, 3, 2}}},

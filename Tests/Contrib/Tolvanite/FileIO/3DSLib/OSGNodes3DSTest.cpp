@@ -90,6 +90,39 @@ TEST(Nodes3DS, WithoutAnIdANodeHasItsRunningNumberOverAllKinds)
     EXPECT_EQ(read_3ds(file_3ds(Triangle, nodes)).describe(), "[c[[[t1]]]]");
 }
 
+// --- nodes of which the file says nothing ---
+
+TEST(Nodes3DS, NodesOfWhichTheFileSaysNothingStillTellThatThereAreNodesAndHowMany)
+{
+    EXPECT_EQ(read_3ds(file_3ds(Triangle, chunk(0xB002))).describe(), "null");
+    EXPECT_EQ(read_3ds(file_3ds(Triangle, chunk(0xB002) + chunk(0xB003))).describe(), "[]");
+    std::string const shown = instance_3ds(5, "t", NoParent3DS);
+    EXPECT_EQ(read_3ds(file_3ds(Triangle, chunk(0xB002) + shown)).describe(), "[[[t1]]]");
+    EXPECT_EQ(read_3ds(file_3ds(Triangle, shown + chunk(0xB005))).describe(), "[[[t1]]]");
+}
+
+TEST(Nodes3DS, ANodeOfWhichTheFileSaysNothingMayHaveChildren)
+{
+    std::string nodes;
+    for(int i = 0; i < 5; ++i)
+        nodes += chunk(0xB002);
+    nodes +=
+        instance_3ds(7, "t", 3) + instance_3ds(8, "t", 3) + chunk(0xB001) + instance_3ds(9, "t", 7);
+    Scene3DS const scene = read_3ds(file_3ds(Triangle, nodes + camera_3ds(10, "c", 6)));
+    // The second instance is the sixth node, but its id is 8.
+    EXPECT_EQ(scene.describe(), "[[[[[t1]] [[t1]]] [[t1]]]]");
+    EXPECT_THAT(scene.log, ElementsAre("2: Node 'c' has no usable parent and goes to the top\n"));
+}
+
+TEST(Nodes3DS, InstancesWithoutANameShowTheMeshThatHasTheirs)
+{
+    std::string const nodes = chunk(0xB003) + chunk(0xB002) + chunk(0xB005) + chunk(0xB002);
+    std::string const mesh = triangle_3ds("$$$DUMMY");
+    EXPECT_EQ(read_3ds(file_3ds(mesh, nodes)).describe(), "[[[$$$DUMMY1]] [[$$$DUMMY1]]]");
+    EXPECT_EQ(read_3ds(chunk(0x4D4D, chunk(0xB000, nodes) + chunk(0x3D3D, mesh))).describe(),
+              "[[[$$$DUMMY1]] [[$$$DUMMY1]]]");
+}
+
 TEST(Nodes3DS, OfEqualIdsTheFirstIsTheParent)
 {
     std::string const nodes = camera_3ds(3, "first", NoParent3DS) +

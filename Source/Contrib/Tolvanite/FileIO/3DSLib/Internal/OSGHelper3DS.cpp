@@ -92,19 +92,25 @@ TransitPtr<Node> Helper3DS::operator()()
 Helper3DS::NodePtr Helper3DS::convertFile()
 {
     Meshes3DS meshes(*file);
-    if(isTooLarge(meshes))
+    if(!announceMeshes(meshes))
         return nullptr;
     lib3ds_file_eval(file, 0.f);
     convertMaterials(meshes);
     return file->nodes == nullptr ? convertMeshes(meshes) : convertNodes(meshes);
 }
 
+// A material that nobody shows is only asked for its pictures, so that the log names those that are
+// missing.
 void Helper3DS::convertMaterials(Meshes3DS &meshes) const
 {
-    for(int i = 0; i < file->nmaterials; ++i)
+    for(UInt32 i = 0; i < static_cast<UInt32>(file->nmaterials); ++i)
     {
-        UnrecordedRefPtr<ChunkMaterial> const material(convert_material(*file->materials[i]));
-        meshes.addMaterial(material);
+        Lib3dsMaterial const &source = *file->materials[i];
+        if(!meshes.usesMaterial(i) && !names_pictures(source))
+            continue;
+        UnrecordedRefPtr<ChunkMaterial> const material(convert_material(source));
+        if(meshes.usesMaterial(i))
+            meshes.setMaterial(i, material);
     }
 }
 
@@ -124,14 +130,16 @@ void for_each_node(Lib3dsFile const &file, Look const &look)
         for(; node != nullptr; node = node->next)
         {
             look(node);
-            chains.push_back(node->childs);
+            if(node->childs != nullptr)
+                chains.push_back(node->childs);
         }
     }
 }
 } // namespace
 
-// A small file may show large meshes very often.
-bool Helper3DS::isTooLarge(Meshes3DS const &meshes) const
+// False, with a warning, where the scene would be too large: a small file may show large meshes
+// very often.
+bool Helper3DS::announceMeshes(Meshes3DS &meshes) const
 {
     constexpr UInt64 MostNodes = 4000000;
     constexpr UInt64 MostFaces = 20000000;
@@ -139,7 +147,7 @@ bool Helper3DS::isTooLarge(Meshes3DS const &meshes) const
     UInt64 faces = 0;
     auto const show = [&](Lib3dsMesh const *mesh)
     {
-        nodes += mesh != nullptr ? meshes.countNodes(mesh) : 0;
+        nodes += mesh != nullptr ? meshes.announce(mesh) : 0;
         faces += mesh != nullptr ? mesh->nfaces : 0;
     };
     for(int i = 0; file->nodes == nullptr && i < file->nmeshes; ++i)
@@ -151,10 +159,10 @@ bool Helper3DS::isTooLarge(Meshes3DS const &meshes) const
                       show(lib3ds_file_mesh_for_node(file, node));
                   });
     if(nodes <= MostNodes && faces <= MostFaces)
-        return false;
+        return true;
     OSG_LOG_WARNING("The file would give %llu nodes and %llu faces, which is too many!\n",
                     static_cast<unsigned long long>(nodes), static_cast<unsigned long long>(faces));
-    return true;
+    return false;
 }
 
 // --- the tree ---

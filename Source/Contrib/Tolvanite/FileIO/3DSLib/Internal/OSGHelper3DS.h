@@ -31,7 +31,7 @@ class Helper3DS
     using NodePtr = UnrecordedRefPtr<Node>;
 
     NodePtr convertFile();
-    bool isTooLarge(Meshes3DS const &meshes) const;
+    bool announceMeshes(Meshes3DS &meshes) const;
     void convertMaterials(Meshes3DS &meshes) const;
     NodePtr convertMeshes(Meshes3DS &meshes) const;
     NodePtr convertNodes(Meshes3DS &meshes) const;

@@ -130,6 +130,12 @@ TransitPtr<Image> load_image(char const *name)
     return image;
 }
 
+bool names_pictures(Lib3dsMaterial const &material)
+{
+    return material.texture1_map.name[0] != '\0' || material.texture2_map.name[0] != '\0' ||
+           material.bump_map.name[0] != '\0';
+}
+
 // The chunk of colours comes last.
 TransitPtr<ChunkMaterial> convert_material(Lib3dsMaterial const &source)
 {

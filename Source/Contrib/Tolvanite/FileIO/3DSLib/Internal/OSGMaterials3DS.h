@@ -14,6 +14,9 @@ namespace OSG
 /// fail or the name is null or empty.
 TransitPtr<Image> load_image(char const *name);
 
+/// Whether convert_material() looks for a picture.
+bool names_pictures(Lib3dsMaterial const &material);
+
 /// A named material with its colours, and with a texture for each map of the file whose picture can
 /// be read. Where textures replace the colours, the colours are plain grey.
 TransitPtr<ChunkMaterial> convert_material(Lib3dsMaterial const &material);

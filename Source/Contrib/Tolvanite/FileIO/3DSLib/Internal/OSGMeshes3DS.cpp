@@ -231,16 +231,22 @@ class Meshes3DS::PartBuilder
 };
 
 Meshes3DS::Meshes3DS(Lib3dsFile const &file)
-    : _materialCount(static_cast<UInt32>(file.nmaterials))
+    : _materials(static_cast<std::size_t>(file.nmaterials))
+    , _isUsed(_materials.size())
 {
-    for(int i = 0; i < file.nmeshes; ++i)
-        _parts.emplace(file.meshes[i], *file.meshes[i]);
 }
 
-UInt64 Meshes3DS::countNodes(Lib3dsMesh const *mesh) const
+UInt64 Meshes3DS::announce(Lib3dsMesh const *mesh)
 {
-    UInt64 const groups = UInt64(1) + _materialCount + 1;
-    return groups + _parts.at(mesh).parts().size();
+    auto const [entry, isNew] = _parts.try_emplace(mesh, *mesh);
+    MeshParts3DS::List<MeshParts3DS::Part> const &parts = entry->second.parts();
+    for(MeshParts3DS::Part const &part : parts)
+    {
+        if(part.material >= 0)
+            _isUsed[static_cast<std::size_t>(part.material)] = 1;
+    }
+    UInt64 const groups = UInt64(1) + _materials.size() + 1;
+    return groups + parts.size();
 }
 
 Meshes3DS::NodePtr Meshes3DS::convert(Lib3dsMesh *mesh, Matrix const *matrix)
@@ -249,9 +255,9 @@ Meshes3DS::NodePtr Meshes3DS::convert(Lib3dsMesh *mesh, Matrix const *matrix)
     PartBuilder builder(*this, *mesh, matrix);
     NodePtr root = make_group_node();
     auto part = sorted.parts().begin();
-    for(UInt32 list = 0; list <= _materialCount; ++list)
+    for(std::size_t list = 0; list <= _materials.size(); ++list)
     {
-        bool const isLast = list == _materialCount;
+        bool const isLast = list == _materials.size();
         Material *const material = isLast ? nullptr : _materials[list].get();
         Int32 const wanted = isLast ? -1 : static_cast<Int32>(list);
         NodePtr const group = make_group_node();

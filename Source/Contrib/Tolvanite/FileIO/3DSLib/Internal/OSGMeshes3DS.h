@@ -57,11 +57,14 @@ class Meshes3DS
 
     /// Keeps pointers to the meshes.
     explicit Meshes3DS(Lib3dsFile const &file);
-    /// In the order of the file, before the first mesh is converted.
-    void addMaterial(ChunkMaterial *material) { _materials.emplace_back(material); }
 
-    /// Nodes that convert() makes for the mesh.
-    UInt64 countNodes(Lib3dsMesh const *mesh) const;
+    /// Takes note of a mesh that will be converted. Gives the number of nodes that convert() makes
+    /// for it.
+    UInt64 announce(Lib3dsMesh const *mesh);
+    /// Whether an announced mesh has a face of the material.
+    bool usesMaterial(UInt32 index) const { return _isUsed[index] != 0; }
+    /// Each that is used gets its material before the first mesh is converted.
+    void setMaterial(UInt32 index, ChunkMaterial *material) { _materials[index] = material; }
     /// A Group with a Group for each material and one for faces without. Each of these has a
     /// Geometry for each smoothing group. `matrix` takes the vertices to their place; null leaves
     /// them where they are.
@@ -70,8 +73,9 @@ class Meshes3DS
   private:
     class PartBuilder;
 
-    UInt32 _materialCount;
-    std::vector<UnrecordedRefPtr<ChunkMaterial>> _materials; // by the index in the file
+    // By the index in the file:
+    std::vector<UnrecordedRefPtr<ChunkMaterial>> _materials;
+    std::vector<UInt8> _isUsed;
     std::unordered_map<Lib3dsMesh const *, MeshParts3DS> _parts;
     GeoArrayPool<GeoUInt8Property> _types;
     GeoArrayPool<GeoUInt32Property> _lengths;

@@ -96,16 +96,20 @@ class Chunk
     /// Takes the next one. One that is longer than what is left is cut, with a warning.
     Chunk child();
     /// Takes all that are left. `read(Chunk &child)` is false for a chunk that it does not know,
-    /// which is passed over.
+    /// which is passed over. The result is whether it knew one.
     template <class Read>
-    void readChildren(Read read)
+    bool readChildren(Read read)
     {
+        bool knewOne = false;
         while(hasChild())
         {
             Chunk part = child();
-            if(!read(part))
+            bool const isKnown = read(part);
+            knewOne = knewOne || isKnown;
+            if(!isKnown)
                 _messages.passOver(part.kind());
         }
+        return knewOne;
     }
 
   private:

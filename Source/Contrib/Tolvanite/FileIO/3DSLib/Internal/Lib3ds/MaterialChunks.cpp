@@ -65,6 +65,40 @@ void read_map(Chunk chunk, Lib3dsTextureMap &map)
         });
 }
 
+bool read_map_of_kind(Chunk const &part, Lib3dsMaterial &material)
+{
+    Lib3dsTextureMap unused{};
+    switch(part.kind())
+    {
+    case Texture1Chunk:
+        read_map(part, material.texture1_map);
+        return true;
+    case Texture2Chunk:
+        read_map(part, material.texture2_map);
+        return true;
+    case BumpChunk:
+        read_map(part, material.bump_map);
+        return true;
+    case Texture1MaskChunk:
+    case Texture2MaskChunk:
+    case OpacityChunk:
+    case OpacityMaskChunk:
+    case BumpMaskChunk:
+    case SpecularMapChunk:
+    case SpecularMaskChunk:
+    case ShininessMapChunk:
+    case ShininessMaskChunk:
+    case SelfIlluminationChunk:
+    case SelfIlluminationMaskChunk:
+    case ReflectionChunk:
+    case ReflectionMaskChunk:
+        read_map(part, unused); // it may be damaged as others
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool read_part(Chunk &part, Lib3dsMaterial &material)
 {
     switch(part.kind())
@@ -93,19 +127,16 @@ bool read_part(Chunk &part, Lib3dsMaterial &material)
     default:
         break;
     }
-    auto const *const slot = std::find_if(std::begin(MapSlots), std::end(MapSlots),
-                                          [&](MapSlot const &s) { return s.kind == part.kind(); });
-    if(slot == std::end(MapSlots))
-        return false;
-    read_map(part, material.*slot->map);
-    return true;
+    return read_map_of_kind(part, material);
 }
 } // namespace
 
 void read_material(Chunk chunk, File &file)
 {
     Lib3dsMaterial material = new_material();
-    chunk.readChildren([&material](Chunk &part) { return read_part(part, material); });
-    file.addMaterial(material);
+    if(chunk.readChildren([&material](Chunk &part) { return read_part(part, material); }))
+        file.addMaterial(material);
+    else
+        file.addEmptyMaterial();
 }
 } // namespace OSG::Lib3ds

@@ -39,6 +39,7 @@ void read_points(Chunk chunk, Mesh &mesh)
     chunk.reals(reinterpret_cast<float *>(mesh.vertexRoom.data()), 3 * std::size_t(count));
     if(mesh.hasTexCoords)
         resize(mesh.texCoordRoom, mesh.nvertices, count);
+    mesh.texCoordsSet = std::min(mesh.texCoordsSet, count);
     mesh.nvertices = count;
 }
 
@@ -48,16 +49,20 @@ void read_tex_coords(Chunk chunk, Mesh &mesh)
     chunk.require(count, sizeof(TexCoord));
     if(count == 0)
         return;
+    std::size_t const old = mesh.hasTexCoords ? mesh.nvertices : 0;
     if(count > mesh.nvertices)
     {
         resize(mesh.vertexRoom, mesh.nvertices, count);
         mesh.nvertices = count;
     }
+    resize(mesh.texCoordRoom, old, mesh.nvertices);
+    // Only what an earlier list has set is cleared. There may be very many lists.
+    TexCoord *const texCoords = mesh.texCoordRoom.data();
+    if(count < mesh.texCoordsSet)
+        std::fill(texCoords + count, texCoords + mesh.texCoordsSet, TexCoord{});
+    chunk.reals(reinterpret_cast<float *>(texCoords), 2 * std::size_t(count));
     mesh.hasTexCoords = true;
-    make_room(mesh.texCoordRoom, mesh.nvertices, 0);
-    std::fill(mesh.texCoordRoom.data() + count, mesh.texCoordRoom.data() + mesh.nvertices,
-              TexCoord{});
-    chunk.reals(reinterpret_cast<float *>(mesh.texCoordRoom.data()), 2 * std::size_t(count));
+    mesh.texCoordsSet = count;
 }
 
 // Only materials that stand before the mesh in the file are known.
@@ -188,7 +193,11 @@ void read_mesh(Chunk chunk, char const (&name)[Chunk::NameSize], File &file)
 {
     Mesh mesh;
     std::memcpy(mesh.name, name, sizeof name);
-    chunk.readChildren([&](Chunk const &part) { return read_part(part, mesh, file); });
+    if(!chunk.readChildren([&](Chunk const &part) { return read_part(part, mesh, file); }))
+    {
+        file.addEmptyMesh(name);
+        return;
+    }
     drop_bad_faces(mesh, chunk.messages());
     mirror_vertices(mesh);
     file.addMesh(std::move(mesh));

@@ -144,31 +144,91 @@ void read_keyframer(Chunk chunk, File &file)
                              [&](NodeKind const &k) { return k.chunk == part.kind(); });
             if(kind == std::end(NodeKinds))
                 return false;
-            Node &node = file.nodeStore.emplace_back(
-                kind->type, static_cast<unsigned short>(file.nodeStore.size()));
-            part.readChildren([&node](Chunk &p) { return read_part(p, node); });
+            std::size_t const place = file.nodeList.size();
+            file.nodeList.push_back({nullptr, kind->type});
+            Node &node = file.nodeAt(place);
+            if(!part.readChildren([&node](Chunk &p) { return read_part(p, node); }))
+                file.dropLastNode();
             return true;
         });
 }
 
+namespace
+{
+/// Finds the node that another one names as its parent.
+class Parents
+{
+  public:
+    explicit Parents(File &file)
+        : _file(file)
+    {
+        for(std::size_t i = 0; i < file.nodeList.size(); ++i)
+        {
+            Node const *const node = file.nodeList[i].record;
+            _placesById.emplace(node != nullptr ? node->base.node_id
+                                                : static_cast<unsigned short>(i),
+                                i); // the first of each id stays
+        }
+    }
+
+    static bool has(Node const &node) { return node.hasHeader && node.parentId != NoParent; }
+    /// Null where there is none of that id.
+    Node *find(Node const &child) const
+    {
+        auto const found = _placesById.find(child.parentId);
+        return found != _placesById.end() ? &_file.nodeAt(found->second) : nullptr;
+    }
+
+  private:
+    File &_file;
+    Map<unsigned short, std::size_t> _placesById;
+};
+
+// A node without a record hangs below nothing. It is needed where others hang below it or where it
+// shows a mesh. The first two tell that there are nodes, and that they are several.
+void make_needed_records(File &file, Parents const &parents)
+{
+    for(std::size_t i = 0; i < file.nodeList.size(); ++i)
+    {
+        Node const *const node = file.nodeList[i].record;
+        if(node != nullptr && Parents::has(*node))
+            parents.find(*node);
+    }
+    bool const showsMesh = file.meshesByName.contains(UnnamedInstance);
+    int first = 2;
+    for(std::size_t i = 0; i < file.nodeList.size(); ++i)
+    {
+        FileNode const &node = file.nodeList[i];
+        if(node.record != nullptr)
+            continue;
+        if(first > 0 || (showsMesh && node.type == LIB3DS_NODE_MESH_INSTANCE))
+            file.nodeAt(i);
+        first -= first > 0 ? 1 : 0;
+    }
+}
+} // namespace
+
 void link_nodes(File &file, Messages const &messages)
 {
-    Map<unsigned short, Node *> nodesById; // the first of each id
-    for(Node &node : file.nodeStore)
-        nodesById.emplace(node.base.node_id, &node);
+    Parents const parents(file);
+    make_needed_records(file, parents);
     Trees trees;
     Chains chains(file);
-    for(Node &node : file.nodeStore)
+    for(FileNode const &entry : file.nodeList)
     {
+        if(entry.record == nullptr)
+            continue;
+        Node &node = *entry.record;
         Node *parent = nullptr;
-        if(node.hasHeader && node.parentId != NoParent)
+        if(Parents::has(node))
         {
-            auto const found = nodesById.find(node.parentId);
-            if(found != nodesById.end() && trees.topOf(found->second) != &node)
-                parent = found->second;
-            else
+            parent = parents.find(node);
+            if(parent == nullptr || trees.topOf(parent) == &node)
+            {
+                parent = nullptr;
                 messages.warn("Node '" + std::string(node.base.name) +
                               "' has no usable parent and goes to the top");
+            }
         }
         if(parent != nullptr)
             trees.join(&node, parent);

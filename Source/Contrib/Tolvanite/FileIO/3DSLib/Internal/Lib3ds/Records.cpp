@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace OSG::Lib3ds
 {
@@ -44,7 +45,7 @@ Node::Node(Lib3dsNodeType type, unsigned short number)
     base.node_id = number;
     set_identity(base.matrixNode);
     if(type == LIB3DS_NODE_MESH_INSTANCE)
-        std::strcpy(base.name, "$$$DUMMY");
+        std::strcpy(base.name, UnnamedInstance);
     else if(type == LIB3DS_NODE_AMBIENT_COLOR)
         std::strcpy(base.name, "$AMBIENT$");
 }
@@ -56,8 +57,9 @@ Lib3dsMaterial new_material()
     std::fill_n(material.diffuse, 3, 0.588235f);
     std::fill_n(material.specular, 3, 0.898039f);
     material.shininess = 0.1f;
-    for(MapSlot const &slot : MapSlots)
-        (material.*slot.map).flags = LIB3DS_TEXTURE_NO_TILE;
+    for(Lib3dsTextureMap *map :
+        {&material.texture1_map, &material.texture2_map, &material.bump_map})
+        map->flags = LIB3DS_TEXTURE_NO_TILE;
     return material;
 }
 
@@ -72,12 +74,23 @@ int File::findMaterial(char const *name) const
     return found != _materialsByName.end() ? found->second : -1;
 }
 
-Lib3dsMaterial &File::addMaterial(Lib3dsMaterial const &material)
+void File::addMaterial(Lib3dsMaterial const &material)
 {
-    int const index = static_cast<int>(materialStore.size());
-    Lib3dsMaterial &added = materialStore.emplace_back(material);
-    _materialsByName.emplace(added.name, index);
-    return added;
+    append(materialStore.emplace_back(material));
+}
+
+void File::addEmptyMaterial()
+{
+    if(_emptyMaterial == nullptr)
+        _emptyMaterial = &materialStore.emplace_back(new_material());
+    append(*_emptyMaterial);
+}
+
+void File::append(Lib3dsMaterial &material)
+{
+    if(findMaterial(material.name) < 0)
+        _materialsByName.emplace(material.name, static_cast<int>(materialList.size()));
+    materialList.push_back(&material);
 }
 
 void File::addMesh(Mesh &&mesh)
@@ -85,14 +98,38 @@ void File::addMesh(Mesh &&mesh)
     Mesh &added = meshStore.emplace_back(std::move(mesh));
     added.publish();
     meshesByName.emplace(added.name, &added);
+    meshList.push_back(&added);
+}
+
+void File::addEmptyMesh(char const (&name)[64])
+{
+    if(_emptyMesh == nullptr || std::strcmp(_emptyMesh->name, name) != 0)
+    {
+        Mesh mesh;
+        std::memcpy(mesh.name, name, sizeof name);
+        addMesh(std::move(mesh));
+        _emptyMesh = &meshStore.back();
+        return;
+    }
+    meshList.push_back(_emptyMesh);
+}
+
+Node &File::nodeAt(std::size_t place)
+{
+    FileNode &node = nodeList[place];
+    if(node.record == nullptr)
+        node.record = &nodeStore.emplace_back(node.type, static_cast<unsigned short>(place));
+    return *node.record;
+}
+
+void File::dropLastNode()
+{
+    nodeStore.pop_back();
+    nodeList.back().record = nullptr;
 }
 
 void File::publish()
 {
-    for(Lib3dsMaterial &material : materialStore)
-        materialList.push_back(&material);
-    for(Mesh &mesh : meshStore)
-        meshList.push_back(&mesh);
     nmaterials = static_cast<int>(materialList.size());
     materials = first_of(materialList);
     nmeshes = static_cast<int>(meshList.size());

@@ -38,6 +38,7 @@ struct Mesh : Lib3dsMesh
     MemArray<TexCoord> texCoordRoom; ///< the same, where the mesh has any
     MemArray<Lib3dsFace> faceRoom;   ///< for `nfaces` or more
     bool hasTexCoords = false;
+    unsigned short texCoordsSet = 0; ///< those behind are zero
     unsigned short largestIndex = 0; ///< of the faces
 
     Mesh();
@@ -63,22 +64,15 @@ inline Node &node_of(Lib3dsNode *record)
     return static_cast<Node &>(*reinterpret_cast<Lib3dsMeshInstanceNode *>(record));
 }
 
-/// A chunk of a material that describes a map, and the map.
-struct MapSlot
+/// A node chunk in the order of the file.
+struct FileNode
 {
-    unsigned kind;
-    Lib3dsTextureMap Lib3dsMaterial::*map;
+    Node *record; ///< null where the chunk says nothing of the node and nobody needs it so far
+    Lib3dsNodeType type;
 };
-inline constexpr MapSlot MapSlots[] = {
-    {0xA200, &Lib3dsMaterial::texture1_map},   {0xA33E, &Lib3dsMaterial::texture1_mask},
-    {0xA33A, &Lib3dsMaterial::texture2_map},   {0xA340, &Lib3dsMaterial::texture2_mask},
-    {0xA210, &Lib3dsMaterial::opacity_map},    {0xA342, &Lib3dsMaterial::opacity_mask},
-    {0xA230, &Lib3dsMaterial::bump_map},       {0xA344, &Lib3dsMaterial::bump_mask},
-    {0xA204, &Lib3dsMaterial::specular_map},   {0xA348, &Lib3dsMaterial::specular_mask},
-    {0xA33C, &Lib3dsMaterial::shininess_map},  {0xA346, &Lib3dsMaterial::shininess_mask},
-    {0xA33D, &Lib3dsMaterial::self_illum_map}, {0xA34A, &Lib3dsMaterial::self_illum_mask},
-    {0xA220, &Lib3dsMaterial::reflection_map}, {0xA34C, &Lib3dsMaterial::reflection_mask},
-};
+
+/// The name of a node that shows a mesh and has none in the file.
+inline constexpr char UnnamedInstance[] = "$$$DUMMY";
 
 Lib3dsMaterial new_material();
 
@@ -86,21 +80,34 @@ struct File : Lib3dsFile, MemObject
 {
     Store<Lib3dsMaterial> materialStore;
     Store<Mesh> meshStore;
-    Store<Node> nodeStore; ///< in the order of the file
+    Store<Node> nodeStore;
     List<Lib3dsMaterial *> materialList;
     List<Lib3dsMesh *> meshList;
+    List<FileNode> nodeList;
     List<Node *> nodesByLevel; ///< parents before their children
     Map<std::string_view, Mesh *> meshesByName;
 
     File();
     /// Index of the first material of that name; -1 where there is none.
     int findMaterial(char const *name) const;
-    Lib3dsMaterial &addMaterial(Lib3dsMaterial const &material);
+    void addMaterial(Lib3dsMaterial const &material);
+    /// A material of which the file says nothing.
+    void addEmptyMaterial();
     void addMesh(Mesh &&mesh);
+    /// A mesh of which the file says nothing but its name.
+    void addEmptyMesh(char const (&name)[64]);
+    /// The record of a node chunk, made where there is none.
+    Node &nodeAt(std::size_t place);
+    /// Drops the record of the last node chunk, which was made last.
+    void dropLastNode();
     /// Lets the public record point to the lists.
     void publish();
 
   private:
+    void append(Lib3dsMaterial &material);
+
     Map<std::string_view, int> _materialsByName;
+    Lib3dsMaterial *_emptyMaterial = nullptr;
+    Mesh *_emptyMesh = nullptr; // the last one
 };
 } // namespace OSG::Lib3ds

@@ -106,6 +106,7 @@ extern "C"
         unsigned flags; ///< Lib3dsTextureMapFlags and others
     };
 
+    /// The maps are those that the host shows.
     struct Lib3dsMaterial
     {
         char name[64];
@@ -116,23 +117,14 @@ extern "C"
         float shin_strength;
         float transparency;
         Lib3dsTextureMap texture1_map;
-        Lib3dsTextureMap texture1_mask;
         Lib3dsTextureMap texture2_map;
-        Lib3dsTextureMap texture2_mask;
-        Lib3dsTextureMap opacity_map;
-        Lib3dsTextureMap opacity_mask;
         Lib3dsTextureMap bump_map;
-        Lib3dsTextureMap bump_mask;
-        Lib3dsTextureMap specular_map;
-        Lib3dsTextureMap specular_mask;
-        Lib3dsTextureMap shininess_map;
-        Lib3dsTextureMap shininess_mask;
-        Lib3dsTextureMap self_illum_map;
-        Lib3dsTextureMap self_illum_mask;
-        Lib3dsTextureMap reflection_map;
-        Lib3dsTextureMap reflection_mask;
     };
 
+    /// Materials of which the file says nothing are one record, and so are meshes of one name that
+    /// stand one behind the other without content. Nodes of which it says nothing are left out
+    /// where they show no mesh, have no children and at least two others without a parent are
+    /// there.
     struct Lib3dsFile
     {
         int nmaterials;
