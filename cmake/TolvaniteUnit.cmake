@@ -1,15 +1,16 @@
 include(GenerateExportHeader)
 
-# osg_unit(NAME DIR dir [LINK units...] [EXTERNAL libraries...] [PRIVATE libraries...] [MODULE_STATICS])
+# osg_unit(NAME DIR dir [LINK units...] [EXTERNAL libraries...] [PRIVATE libraries...] [MODULE_STATICS]
+#          [WITHOUT folder])
 #
 # A unit is one folder, one shared library OSG<NAME> and one target Tolvanite::<NAME>. LINK names
 # the units that it may include and call. Include folders come with the link, so an include of a
 # unit above does not compile. The linker flag -z defs makes a call into a unit above fail to link.
 # Every OSG*.xml in the folder describes a container. The generated statics of a unit are compiled
 # as one source. With MODULE_STATICS a source of the unit includes them instead, in an order of its
-# own.
+# own. The folder after WITHOUT, below DIR, is left out.
 function(osg_unit NAME)
-    cmake_parse_arguments(UNIT "MODULE_STATICS" "DIR" "LINK;EXTERNAL;PRIVATE" ${ARGN})
+    cmake_parse_arguments(UNIT "MODULE_STATICS" "DIR;WITHOUT" "LINK;EXTERNAL;PRIVATE" ${ARGN})
     set(target OSG${NAME})
     set(source_dir ${CMAKE_CURRENT_SOURCE_DIR}/${UNIT_DIR})
     set(generated_dir ${PROJECT_BINARY_DIR}/generated/${NAME})
@@ -18,6 +19,10 @@ function(osg_unit NAME)
     file(GLOB_RECURSE descriptions CONFIGURE_DEPENDS ${source_dir}/*.xml)
     # This source is compiled into executables that ask for it, never into a library.
     list(FILTER sources EXCLUDE REGEX "OSGMemGlobal\\.cpp$")
+    if(UNIT_WITHOUT)
+        list(FILTER sources EXCLUDE REGEX "^${source_dir}/${UNIT_WITHOUT}/")
+        list(FILTER headers EXCLUDE REGEX "^${source_dir}/${UNIT_WITHOUT}/")
+    endif()
 
     osg_generate_containers(${NAME} "${descriptions}" ${generated_dir} generated)
     set(generated_sources)

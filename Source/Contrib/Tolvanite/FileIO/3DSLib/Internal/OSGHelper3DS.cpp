@@ -3,12 +3,14 @@
 #include <istream>
 #include <vector>
 
+#include "OSGBytesIo3DS.h"
 #include "OSGChangeList.h"
 #include "OSGLog.h"
 #include "OSGMaterials3DS.h"
 #include "OSGMatrix3DS.h"
 #include "OSGMeshes3DS.h"
 #include "OSGName.h"
+#include "OSGSafeRecords3DS.h"
 #include "OSGSceneFileHandler.h"
 #include "OSGShownText.h"
 #include "OSGThread.h"
@@ -49,7 +51,9 @@ void fileio_log_func(void *, Lib3dsLogLevel level, int, char const *text)
         OSG_LOG_FATAL("%s\n", shown_text(text).c_str());
         break;
     case LIB3DS_LOG_WARN:
-        SceneFileHandlerBase::the()->setReadIncomplete();
+        // An installed library also warns of chunks that nobody needs.
+        if(!HasInstalledLib3ds)
+            SceneFileHandlerBase::the()->setReadIncomplete();
         OSG_LOG_WARNING("%s\n", shown_text(text).c_str());
         break;
     case LIB3DS_LOG_INFO:
@@ -58,6 +62,18 @@ void fileio_log_func(void *, Lib3dsLogLevel level, int, char const *text)
     case LIB3DS_LOG_DEBUG:
         OSG_LOG(LOG_DUMP, "%s\n", shown_text(text).c_str());
         break;
+    }
+}
+
+// No exception may pass through a library in C.
+void log_without_raising(void *self, Lib3dsLogLevel level, int indent, char const *text)
+{
+    try
+    {
+        fileio_log_func(self, level, indent, text);
+    }
+    catch(...)
+    {
     }
 }
 } // namespace
@@ -72,14 +88,15 @@ Helper3DS::Helper3DS(std::istream &in)
     io.seek_func = &seek_stream;
     io.tell_func = &tell_stream;
     io.read_func = &read_stream;
-    io.log_func = &fileio_log_func;
+    // Without this function an installed library goes on after an error.
+    io.log_func = HasInstalledLib3ds ? &log_without_raising : &fileio_log_func;
 }
 
 Helper3DS::~Helper3DS() { lib3ds_file_free(file); }
 
 TransitPtr<Node> Helper3DS::operator()()
 {
-    if(file == nullptr || lib3ds_file_read(file, &io) == 0)
+    if(file == nullptr || !readFile())
     {
         OSG_LOG_WARNING("Couldn't read from stream!\n");
         return nullptr;
@@ -87,6 +104,23 @@ TransitPtr<Node> Helper3DS::operator()()
     NodePtr const root = convertFile();
     Thread::getCurrentChangeList()->commitChanges(0, 0);
     return TransitPtr<Node>(root);
+}
+
+bool Helper3DS::readFile()
+{
+    if constexpr(!HasInstalledLib3ds)
+        return lib3ds_file_read(file, &io) != 0;
+    BytesIo3DS bytes(stream_of(io.self));
+    bytes.connect(io);
+    if(lib3ds_file_read(file, &io) == 0)
+        return false;
+    if(bytes.hasEndedEarly())
+    {
+        SceneFileHandlerBase::the()->setReadIncomplete();
+        OSG_LOG_WARNING("The file ends before its last chunk does\n");
+    }
+    make_records_safe(*file);
+    return true;
 }
 
 Helper3DS::NodePtr Helper3DS::convertFile()
@@ -209,7 +243,7 @@ ShownMesh mesh_shown_by(Lib3dsFile *file, Lib3dsNode *node)
         return shown;
     Matrix toMesh;
     toMesh.invertFrom(as_matrix(shown.mesh->matrix));
-    shown.place = as_matrix(node->matrixNode);
+    shown.place = as_matrix(matrix_of(*node));
     Vec3f const pivot = pivot_of(*as_instance(node));
     if(pivot != Vec3f())
     {

@@ -30,6 +30,7 @@ class Helper3DS
   private:
     using NodePtr = UnrecordedRefPtr<Node>;
 
+    bool readFile();
     NodePtr convertFile();
     bool announceMeshes(Meshes3DS &meshes) const;
     void convertMaterials(Meshes3DS &meshes) const;

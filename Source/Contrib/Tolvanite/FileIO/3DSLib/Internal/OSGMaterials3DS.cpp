@@ -29,6 +29,10 @@ std::string with_other_case_of_last_part(std::string name)
     return name;
 }
 
+// Flags of a map.
+constexpr unsigned NoTile = 0x10;
+constexpr unsigned AlphaSource = 0x40;
+
 /// What the maps of a material have said of it.
 struct Marks
 {
@@ -45,7 +49,7 @@ bool add_map(ChunkMaterial &material, Lib3dsTextureMap const &map)
         return false;
     image->setForceAlphaBinary(image->calcIsAlphaBinary());
     UnrecordedRefPtr<TextureObjChunk> const texture(TextureObjChunk::create());
-    UInt32 const wrap = (map.flags & LIB3DS_TEXTURE_NO_TILE) != 0 ? GLName::Clamp : GLName::Repeat;
+    UInt32 const wrap = (map.flags & NoTile) != 0 ? GLName::Clamp : GLName::Repeat;
     texture->setImage(image);
     texture->setWrapS(wrap);
     texture->setWrapT(wrap);
@@ -64,7 +68,7 @@ void add_texture_map(ChunkMaterial &material, Lib3dsTextureMap const &map, Marks
     if(!add_map(material, map))
         return;
     marks.isTextured = true;
-    if((map.flags & LIB3DS_TEXTURE_ALPHA_SOURCE) != 0)
+    if((map.flags & AlphaSource) != 0)
         marks.hasAlpha = true;
 }
 

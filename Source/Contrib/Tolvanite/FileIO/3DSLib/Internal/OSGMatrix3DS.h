@@ -18,4 +18,14 @@ TransformationMatrix<Value> as_matrix(float const (&columns)[4][4])
     }
     return matrix;
 }
+
+/// The matrix of a node, which has had two names in lib3ds.
+template <class Node>
+auto const &matrix_of(Node const &node)
+{
+    if constexpr(requires { node.matrixNode; })
+        return node.matrixNode;
+    else
+        return node.matrix;
+}
 } // namespace OSG

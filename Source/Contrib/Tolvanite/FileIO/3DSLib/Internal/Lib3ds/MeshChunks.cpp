@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "Chunks.h"
+#include "OSGFaces3DS.h"
 #include "OSGMatrix3DS.h"
 
 namespace OSG::Lib3ds
@@ -154,17 +155,9 @@ void drop_bad_faces(Mesh &mesh, Messages const &messages)
 {
     if(mesh.nfaces == 0 || mesh.largestIndex < mesh.nvertices)
         return;
-    Lib3dsFace *const begin = mesh.faceRoom.data();
-    Lib3dsFace *const end = begin + mesh.nfaces;
-    Lib3dsFace *const kept =
-        std::remove_if(begin, end,
-                       [&mesh](Lib3dsFace const &face) {
-                           return *std::max_element(std::begin(face.index), std::end(face.index)) >=
-                                  mesh.nvertices;
-                       });
-    mesh.nfaces = static_cast<unsigned short>(kept - begin);
-    messages.warn("Mesh '" + std::string(mesh.name) + "': " + std::to_string(end - kept) +
-                  " faces name vertices that are not there and are dropped");
+    mesh.faces = mesh.faceRoom.data();
+    unsigned const dropped = drop_faces_without_vertices(mesh);
+    messages.warn(dropped_faces_text(mesh.name, dropped));
 }
 
 // A matrix that mirrors stands for a mesh that the author has mirrored along its own first axis.

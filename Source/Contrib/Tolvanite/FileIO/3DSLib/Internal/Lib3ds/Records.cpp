@@ -59,7 +59,7 @@ Lib3dsMaterial new_material()
     material.shininess = 0.1f;
     for(Lib3dsTextureMap *map :
         {&material.texture1_map, &material.texture2_map, &material.bump_map})
-        map->flags = LIB3DS_TEXTURE_NO_TILE;
+        map->flags = 0x10; // does not tile
     return material;
 }
 

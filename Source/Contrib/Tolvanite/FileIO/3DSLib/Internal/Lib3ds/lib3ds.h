@@ -2,7 +2,7 @@
 
 /// \file
 /// Reads 3DS files into records. The functions and records have the names of lib3ds 2, so that an
-/// installed lib3ds 2 can take the place of this reader.
+/// installed lib3ds 2 can take the place of this reader (TOLVANITE_INSTALLED_LIB3DS).
 ///
 /// The reader is safe with any bytes: nothing is read outside the stream, no count is believed
 /// before the bytes behind it are there, and work and memory are linear in the size of the file.
@@ -94,16 +94,10 @@ extern "C"
         Lib3dsFace *faces;
     };
 
-    enum Lib3dsTextureMapFlags
-    {
-        LIB3DS_TEXTURE_NO_TILE = 0x10,
-        LIB3DS_TEXTURE_ALPHA_SOURCE = 0x40
-    };
-
     struct Lib3dsTextureMap
     {
         char name[64];  ///< of a picture; empty for none
-        unsigned flags; ///< Lib3dsTextureMapFlags and others
+        unsigned flags; ///< 0x10 for a map that does not tile, 0x40 for a source of alpha
     };
 
     /// The maps are those that the host shows.
