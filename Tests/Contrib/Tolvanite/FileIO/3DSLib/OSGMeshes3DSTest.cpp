@@ -106,6 +106,22 @@ TEST(Meshes3DS, AVertexOfSeveralFacesHasTheNormalOfTheLastOne)
         EXPECT_TRUE(normal_of(geometry, shared).equals(Vec3f(-third, -third, third), 1e-6f));
 }
 
+TEST(Meshes3DS, AMeshMayHaveAsManyVerticesAsItsNumbersReach)
+{
+    constexpr UInt32 Most = 65535;
+    std::vector<float> points(3 * Most);
+    std::vector<Face3DS> faces;
+    for(UInt32 i = 0; i < Most; ++i)
+        points[3 * i] = static_cast<float>(i);
+    for(UInt32 i = 0; i < Most; i += 3)
+        faces.push_back({{Most - 1 - i, Most - 2 - i, Most - 3 - i}});
+    Scene3DS const scene = read_3ds(file_3ds(mesh_3ds("m", points_3ds(points) + faces_3ds(faces))));
+    std::vector<Pnt3f> const at = positions_of(*scene.geometries().at(0));
+    ASSERT_EQ(at.size(), Most);
+    for(UInt32 i = 0; i < Most; ++i)
+        ASSERT_EQ(at[i][0], static_cast<Real32>(Most - 1 - i));
+}
+
 // More vertices than are looked at together, in two parts.
 TEST(Meshes3DS, TheNormalOfTheLastFaceIsKeptInMeshesOfManyVerticesToo)
 {
