@@ -1,7 +1,6 @@
 #include "OSGBoxNode.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include <gmock/gmock.h>
 
@@ -40,9 +39,9 @@ void fill(RandomNumbers &random, BoxNode &node, BoxPlanes &planes)
 void expect_same_bits(BoxGrades const &grades, BoxGrades const &expected)
 {
     ASSERT_EQ(grades.outside, expected.outside);
-    ASSERT_EQ(std::memcmp(grades.crossed, expected.crossed, sizeof(grades.crossed)), 0);
-    ASSERT_EQ(std::memcmp(grades.nearest, expected.nearest, sizeof(grades.nearest)), 0);
-    ASSERT_EQ(std::memcmp(grades.farthest, expected.farthest, sizeof(grades.farthest)), 0);
+    ASSERT_TRUE(have_same_bits(grades.crossed, expected.crossed, sizeof(grades.crossed)));
+    ASSERT_TRUE(have_same_bits(grades.nearest, expected.nearest, sizeof(grades.nearest)));
+    ASSERT_TRUE(have_same_bits(grades.farthest, expected.farthest, sizeof(grades.farthest)));
 }
 
 TEST(BoxGrades, HaveTheSameBitsWithEveryInstructionSetOfTheMachine)

@@ -4,12 +4,19 @@
 /// Vector code in each of its versions.
 
 #include <cstdint>
+#include <cstring>
 
 #include <gtest/gtest.h>
 #include <hwy/targets.h>
 
 namespace OSG::Test
 {
+/// Whether two arrays of numbers have the same bits, not-a-number included.
+inline bool have_same_bits(void const *a, void const *b, std::size_t bytes)
+{
+    return std::memcmp(a, b, bytes) == 0;
+}
+
 /// Calls `run` once for each of Highway's instruction sets that the machine has, with that set
 /// alone in use, until something has failed.
 template <class Run>

@@ -1,7 +1,8 @@
 #include "FaceNormals.h"
 
-#include <cstring>
+#include <array>
 #include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -63,9 +64,8 @@ TEST(FaceNormals, HaveTheSameBitsWithEveryInstructionSetAndNothingIsWrittenBehin
                 std::vector<Triple> expected = normals;
                 Lib3ds::face_normals(record, reinterpret_cast<float(*)[3]>(normals.data()));
                 Lib3ds::face_normals_slowly(record, reinterpret_cast<float(*)[3]>(expected.data()));
-                ASSERT_EQ(
-                    std::memcmp(normals.data(), expected.data(), sizeof(Triple) * normals.size()),
-                    0);
+                ASSERT_TRUE(have_same_bits(normals.data(), expected.data(),
+                                           sizeof(Triple) * normals.size()));
             }
         });
 }

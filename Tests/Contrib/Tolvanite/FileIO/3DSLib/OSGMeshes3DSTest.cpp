@@ -245,9 +245,14 @@ TEST(Meshes3DS, ALaterListOfTextureCoordinatesReplacesAllOfTheFirst)
     std::string const all = tex_coords_3ds({1, 2, 3, 4, 5, 6});
     std::string const few = tex_coords_3ds({7, 8});
     std::string const face = faces_3ds({{{0, 1, 2}}});
-    for(std::string const &parts : {points + all + few + face, all + points + few + face,
-                                    all + points_3ds({}) + few + points + face})
+    std::vector<std::string> const orders[] = {{points, all, few, face},
+                                               {all, points, few, face},
+                                               {all, points_3ds({}), few, points, face}};
+    for(std::vector<std::string> const &order : orders)
     {
+        std::string parts;
+        for(std::string const &part : order)
+            parts += part;
         Scene3DS const scene = read_3ds(file_3ds(mesh_3ds("m", parts)));
         for(UInt32 i = 0; i < 3; ++i)
         {

@@ -45,7 +45,7 @@ Node::Node(Lib3dsNodeType type, unsigned short number)
     base.node_id = number;
     set_identity(base.matrixNode);
     if(type == LIB3DS_NODE_MESH_INSTANCE)
-        std::strcpy(base.name, UnnamedInstance);
+        std::memcpy(base.name, UnnamedInstance, sizeof UnnamedInstance);
     else if(type == LIB3DS_NODE_AMBIENT_COLOR)
         std::strcpy(base.name, "$AMBIENT$");
 }
