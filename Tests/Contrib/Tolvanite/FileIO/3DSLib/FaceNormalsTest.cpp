@@ -1,6 +1,7 @@
 #include "FaceNormals.h"
 
 #include <array>
+#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -25,13 +26,19 @@ struct RandomMesh
         : vertices(1 + random.below(60))
         , faces(random.below(200))
     {
+        // Most faces at the smaller scales have normals that become an axis. Where the numbers are
+        // whole, normals often have equal components.
+        float const scales[] = {0.f, 1e-30f, 1e-4f, 1e-3f, 1.f, 1e18f};
+        float const ofAll = scales[random.below(6)];
+        bool const areWhole = random.below(2) == 0;
         for(Triple &vertex : vertices)
         {
-            // Most faces at the smaller scales have normals that become an axis.
-            float const scales[] = {0.f, 1e-30f, 1e-4f, 1e-3f, 1.f, 1e18f};
-            float const scale = scales[random.below(6)];
+            float const scale = areWhole ? ofAll : scales[random.below(6)];
             for(float &number : vertex)
-                number = random.real(-1, 1) * scale;
+            {
+                float const value = random.real(-2, 2);
+                number = (areWhole ? std::round(value) : value) * scale;
+            }
         }
         auto const corner = [&]
         { return static_cast<unsigned short>(random.below(UInt32(vertices.size()))); };
