@@ -6,7 +6,6 @@
 #include "OSGGeometryView.h"
 #include "OSGGroup.h"
 #include "OSGMakeNode.h"
-#include "OSGMemArray.h"
 #include "OSGName.h"
 #include "OSGPlacedNormals.h"
 #include "OSGTypedGeoProperties.h"
@@ -107,11 +106,16 @@ class Meshes3DS::PartBuilder
         : _meshes(meshes)
         , _mesh(mesh)
         , _matrix(matrix)
-        , _numbers(mesh.nvertices)
-        , _used(mesh.nvertices)
-        , _lastFaces(mesh.nvertices)
+        , _numbers(meshes._numbers)
+        , _used(meshes._used)
+        , _lastFaces(meshes._lastFaces)
     {
+        if(mesh.nvertices <= _numbers.size())
+            return;
+        _numbers = MemArray<UInt16>(mesh.nvertices);
         std::fill_n(_numbers.data(), mesh.nvertices, Unused);
+        _used = MemArray<UInt16>(mesh.nvertices);
+        _lastFaces = MemArray<UInt16>(mesh.nvertices);
     }
 
     /// `faces` holds `count` numbers of faces; null stands for all faces of the mesh.
@@ -223,10 +227,10 @@ class Meshes3DS::PartBuilder
     Meshes3DS &_meshes;
     Lib3dsMesh const &_mesh;
     Matrix const *_matrix;
-    MemArray<UInt16> _numbers; // of the mesh's vertices in the part
+    MemArray<UInt16> &_numbers; // of the mesh's vertices in the part; unused between parts
     // Of the vertices of the part:
-    MemArray<UInt16> _used; // numbers in the mesh
-    MemArray<UInt16> _lastFaces;
+    MemArray<UInt16> &_used; // numbers in the mesh
+    MemArray<UInt16> &_lastFaces;
     std::size_t _usedCount = 0;
 };
 
@@ -240,10 +244,10 @@ UInt64 Meshes3DS::announce(Lib3dsMesh const *mesh)
 {
     auto const [entry, isNew] = _parts.try_emplace(mesh, *mesh);
     MeshParts3DS::List<MeshParts3DS::Part> const &parts = entry->second.parts();
-    for(MeshParts3DS::Part const &part : parts)
+    for(std::size_t i = 0; isNew && i < parts.size(); ++i)
     {
-        if(part.material >= 0)
-            _isUsed[static_cast<std::size_t>(part.material)] = 1;
+        if(parts[i].material >= 0)
+            _isUsed[static_cast<std::size_t>(parts[i].material)] = 1;
     }
     UInt64 const groups = UInt64(1) + _materials.size() + 1;
     return groups + parts.size();

@@ -10,6 +10,7 @@
 #include "OSGGeoArrayPool.h"
 #include "OSGGeometry.h"
 #include "OSGMatrix.h"
+#include "OSGMemArray.h"
 #include "OSGMemManager.h"
 #include "OSGNode.h"
 #include "lib3ds.h"
@@ -77,6 +78,10 @@ class Meshes3DS
     std::vector<UnrecordedRefPtr<ChunkMaterial>> _materials;
     std::vector<UInt8> _isUsed;
     std::unordered_map<Lib3dsMesh const *, MeshParts3DS> _parts;
+    // Room of the builders, for the largest mesh so far. A mesh may be shown very often.
+    MemArray<UInt16> _numbers;
+    MemArray<UInt16> _used;
+    MemArray<UInt16> _lastFaces;
     GeoArrayPool<GeoUInt8Property> _types;
     GeoArrayPool<GeoUInt32Property> _lengths;
 };

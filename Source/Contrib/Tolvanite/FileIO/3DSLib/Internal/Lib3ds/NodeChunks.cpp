@@ -172,7 +172,7 @@ class Parents
     }
 
     static bool has(Node const &node) { return node.hasHeader && node.parentId != NoParent; }
-    /// Null where there is none of that id.
+    /// Null where there is none of that id. Its record is made where it has none.
     Node *find(Node const &child) const
     {
         auto const found = _placesById.find(child.parentId);
@@ -192,7 +192,7 @@ void make_needed_records(File &file, Parents const &parents)
     {
         Node const *const node = file.nodeList[i].record;
         if(node != nullptr && Parents::has(*node))
-            parents.find(*node);
+            parents.find(*node); // makes the record
     }
     bool const showsMesh = file.meshesByName.contains(UnnamedInstance);
     int first = 2;

@@ -115,10 +115,10 @@ extern "C"
         Lib3dsTextureMap bump_map;
     };
 
-    /// Materials of which the file says nothing are one record, and so are meshes of one name that
-    /// stand one behind the other without content. Nodes of which it says nothing are left out
-    /// where they show no mesh, have no children and at least two others without a parent are
-    /// there.
+    /// Materials of which the file says nothing are one record. A mesh without content is the
+    /// record of the last such mesh if it has the same name. Nodes of which it says nothing are
+    /// left out where they show no mesh, have no children and at least two others without a parent
+    /// are there.
     struct Lib3dsFile
     {
         int nmaterials;
