@@ -31,7 +31,8 @@ extern "C"
     };
 
     /// The functions that a reader needs. All of them get `self`. The struct is filled with zeros
-    /// first. This reader calls `read_func` and, if it is not null, `log_func`.
+    /// first. This reader asks `tell_func` and `seek_func` for the bytes that are left, reads by
+    /// `read_func`, and calls `log_func` if it is not null.
     struct Lib3dsIo
     {
         void *impl;
