@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <span>
 #include <utility>
 
 #include "OSGGeometryView.h"
@@ -49,14 +50,15 @@ class CombinationList
         (*this)[_size++] = combination;
     }
 
+    /// Calls the function with one block after the other.
     template <class Function>
-    void forEach(Function const &function) const
+    void forBlocks(Function const &function) const
     {
         UInt64 left = _size;
         for(MemArray<Combination> const &block : _blocks)
         {
             UInt64 const count = std::min<UInt64>(left, block.size());
-            std::for_each(block.data(), block.data() + count, function);
+            function(std::span<Combination const>(block.data(), count));
             left -= count;
         }
     }
@@ -103,11 +105,11 @@ class Array
             _own[vertex] = channel.elementOf(vertex);
         _index = _own.data();
     }
-    Array(Geometry const &geometry, VertexElements &&of)
-        : _slot(of.slot)
-        , _property(geometry.getProperty(of.slot))
+    explicit Array(VertexElements &&given)
+        : _slot(given.slot)
+        , _property(std::move(given.array))
         , _values(_property->getArray())
-        , _own(std::move(of.elements))
+        , _own(std::move(given.elements))
     {
         _index = _own.data();
     }
@@ -133,8 +135,12 @@ class Array
         return gathered;
     }
 
-    /// Frees the elements if they are its own. It has none afterwards.
-    void dropElements() { _own = HeapVector<UInt32>(); }
+    /// Lets the property and the elements go.
+    void drop()
+    {
+        _property = nullptr;
+        _own = HeapVector<UInt32>();
+    }
 
   private:
     /// Where `Dimension` is not 0, it is known to the compiler. `to` is zero.
@@ -142,19 +148,26 @@ class Array
     void gatherInto(Real32 *to, CombinationList const &combinations) const
     {
         UInt32 const dimension = Dimension != 0 ? Dimension : _values.dimension();
-        ElementLookup const elements = lookup();
-        combinations.forEach(
-            [&](Combination const &combination)
+        combinations.forBlocks(
+            [this, &to, dimension](std::span<Combination const> block)
             {
-                UInt32 const element = elements.elementOf(combination.first);
-                if(element != None)
-                    std::memcpy(to, _values[element], dimension * sizeof(Real32));
-                to += dimension;
+                // Copies of its own, since the compiler sees no end of what memcpy may change.
+                VectorArray const values = _values;
+                ElementLookup const elements = lookup();
+                Real32 *next = to;
+                for(Combination const &combination : block)
+                {
+                    UInt32 const element = elements.elementOf(combination.first);
+                    if(element != None)
+                        std::memcpy(next, values[element], dimension * sizeof(Real32));
+                    next += dimension;
+                }
+                to = next;
             });
     }
 
     UInt16 _slot;
-    GeoVectorProperty *_property;
+    UnrecordedRefPtr<GeoVectorProperty> _property;
     VectorArray _values;
     UInt32 const *_index;
     HeapVector<UInt32> _own; // where the geometry does not have the index as an array of words
@@ -368,7 +381,7 @@ Int32 share_index(Geometry &geometry, UInt32 vertices, std::vector<Array> arrays
         UnrecordedRefPtr<GeoVectorProperty> const own(array.gather(table.combinations()));
         geometry.setProperty(own, array.slot());
         geometry.setIndex(index, array.slot());
-        array.dropElements();
+        array.drop();
     }
     return static_cast<Int32>(table.combinations().size());
 }
@@ -396,14 +409,14 @@ Int32 createSharedIndex(Geometry *geometry, IndexMaker const &makeIndex)
                        makeIndex);
 }
 
-Int32 createSharedIndex(Geometry &geometry, std::vector<VertexElements> ofSlots,
+Int32 createSharedIndex(Geometry &geometry, std::vector<VertexElements> arrays,
                         IndexMaker const &makeIndex)
 {
-    UInt32 const vertices = static_cast<UInt32>(ofSlots.front().elements.size());
-    std::vector<Array> arrays;
-    arrays.reserve(ofSlots.size());
-    for(VertexElements &ofSlot : ofSlots)
-        arrays.emplace_back(geometry, std::move(ofSlot));
-    return share_index(geometry, vertices, std::move(arrays), makeIndex);
+    UInt32 const vertices = static_cast<UInt32>(arrays.front().elements.size());
+    std::vector<Array> given;
+    given.reserve(arrays.size());
+    for(VertexElements &array : arrays)
+        given.emplace_back(std::move(array));
+    return share_index(geometry, vertices, std::move(given), makeIndex);
 }
 } // namespace OSG

@@ -19,16 +19,18 @@ OSG_DRAWABLE_API Int32 createSharedIndex(Geometry *geometry);
 /// The same with the index that `makeIndex` gives.
 OSG_DRAWABLE_API Int32 createSharedIndex(Geometry *geometry, IndexMaker const &makeIndex);
 
-/// The elements of the array in a slot that the vertices of a geometry take: one for each vertex.
+/// An array for a slot, and the elements of it that the vertices of a geometry take: one for each
+/// vertex.
 struct VertexElements
 {
     UInt16 slot;
+    UnrecordedRefPtr<GeoVectorProperty> array;
     std::vector<UInt32, MemAllocator<UInt32>> elements;
 };
 
-/// The same for a geometry that has several arrays and no index yet: saves a reader the properties
-/// that would be replaced at once. `ofSlots` has all arrays of the geometry, the positions first,
-/// and is used up.
-OSG_DRAWABLE_API Int32 createSharedIndex(Geometry &geometry, std::vector<VertexElements> ofSlots,
+/// The same for several arrays that the geometry does not have yet: saves a reader the properties
+/// that would be replaced at once. The positions come first. Arrays that nobody else holds are
+/// freed one after the other.
+OSG_DRAWABLE_API Int32 createSharedIndex(Geometry &geometry, std::vector<VertexElements> arrays,
                                          IndexMaker const &makeIndex);
 } // namespace OSG

@@ -107,9 +107,11 @@ TEST(CreateSharedIndex, ElementsThatNoGeometryHasYetGiveWhatIndicesGive)
             parts.normalIndex.push_back(random.below(4));
         }
         GeometryPtr const indexed = make_geometry(parts);
-        GeometryPtr const given = make_geometry({{PolygonPrimitive}, {vertices}, Corners, Axes});
+        GeometryPtr const given(Geometry::create());
         std::vector<VertexElements> elements(2);
         elements[0].slot = Geometry::PositionsSlot;
+        elements[0].array = indexed->getPositions();
+        elements[1].array = indexed->getNormals();
         elements[0].elements.assign(parts.index.begin(), parts.index.end());
         elements[1].slot = Geometry::NormalsSlot;
         elements[1].elements.assign(parts.normalIndex.begin(), parts.normalIndex.end());

@@ -15,15 +15,14 @@
 namespace OSG
 {
 ObjBuilder::ObjBuilder()
-    : _positions(GeoPnt3fProperty::create())
-    , _texCoords(GeoVec2fProperty::create())
-    , _normals(GeoVec3fProperty::create())
+    : _arrays{GeoPnt3fProperty::create(), GeoVec2fProperty::create(), GeoVec3fProperty::create()}
 {
 }
 
 ObjVertexArrays ObjBuilder::arrays()
 {
-    return {_positions->editValues(), _texCoords->editValues(), _normals->editValues()};
+    return {_arrays.positions->editValues(), _arrays.texCoords->editValues(),
+            _arrays.normals->editValues()};
 }
 
 namespace
@@ -78,17 +77,15 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces faces, Material *materia
         return nullptr;
 
     TransitPtr<Geometry> geometry = Geometry::create();
-    setArrays(*geometry, mask);
+    VertexArrays arrays = arraysOf(mask);
     if(afterwards == Arrays::LetGo)
-    {
-        _positions = nullptr;
-        _texCoords = nullptr;
-        _normals = nullptr;
-    }
+        _arrays = VertexArrays();
     if(mask.singleIndex)
-        addOneIndex(*geometry, faces);
+        setOneIndex(*geometry, arrays, faces);
+    else if(arrays.texCoords == nullptr && arrays.normals == nullptr)
+        setPositions(*geometry, arrays, faces);
     else
-        addSharedIndex(*geometry, faces);
+        setSharedIndex(*geometry, std::move(arrays), faces);
     // Last, when the faces have given back most of their memory.
     addPrimitives(*geometry, faces);
     geometry->setMaterial(material != nullptr ? material : defaultMaterial());
@@ -119,13 +116,14 @@ void ObjBuilder::addPrimitives(Geometry &geometry, ObjFaces const &faces)
     geometry.setLengths(_lengths.get(std::move(lengths)));
 }
 
-void ObjBuilder::setArrays(Geometry &geometry, ObjIndexMask const &mask)
+ObjBuilder::VertexArrays ObjBuilder::arraysOf(ObjIndexMask const &mask) const
 {
-    bool const hasTexCoords = (mask.mask & ObjTexCoordBit) != 0 && _texCoords->size() != 0;
-    bool const hasNormals = (mask.mask & ObjNormalBit) != 0 && _normals->size() != 0;
-    geometry.setPositions(_positions);
-    geometry.setTexCoords(hasTexCoords ? _texCoords.get() : nullptr);
-    geometry.setNormals(hasNormals ? _normals.get() : nullptr);
+    VertexArrays arrays = _arrays;
+    if((mask.mask & ObjTexCoordBit) == 0 || arrays.texCoords->size() == 0)
+        arrays.texCoords = nullptr;
+    if((mask.mask & ObjNormalBit) == 0 || arrays.normals->size() == 0)
+        arrays.normals = nullptr;
+    return arrays;
 }
 
 namespace
@@ -139,28 +137,37 @@ MField<UInt32> indices_of(ObjFaces &faces, ObjIndexKind kind)
 }
 } // namespace
 
-/// The corners have one index each, and it serves all kinds.
-void ObjBuilder::addOneIndex(Geometry &geometry, ObjFaces &faces)
+/// The numbers of each corner are equal, and one index serves all slots.
+void ObjBuilder::setOneIndex(Geometry &geometry, VertexArrays const &arrays, ObjFaces &faces)
 {
     GeoUInt32Ptr const index = _indices.get(indices_of(faces, ObjPositionIndex));
+    geometry.setPositions(arrays.positions);
+    geometry.setTexCoords(arrays.texCoords);
+    geometry.setNormals(arrays.normals);
     geometry.setIndex(index, Geometry::PositionsSlot);
     geometry.setIndex(index, Geometry::NormalsSlot);
     geometry.setIndex(index, Geometry::TexCoordsSlot);
 }
 
-void ObjBuilder::addSharedIndex(Geometry &geometry, ObjFaces &faces)
+void ObjBuilder::setPositions(Geometry &geometry, VertexArrays const &arrays, ObjFaces &faces)
 {
-    if(geometry.getNormals() == nullptr && geometry.getTexCoords() == nullptr)
-        return geometry.setIndex(make_index(indices_of(faces, ObjPositionIndex)),
-                                 Geometry::PositionsSlot);
+    geometry.setPositions(arrays.positions);
+    geometry.setIndex(make_index(indices_of(faces, ObjPositionIndex)), Geometry::PositionsSlot);
+}
+
+void ObjBuilder::setSharedIndex(Geometry &geometry, VertexArrays arrays, ObjFaces &faces)
+{
     // The positions are taken last, because other kinds may refer to theirs.
-    std::vector<VertexElements> ofSlots(1);
-    if(geometry.getNormals() != nullptr)
-        ofSlots.push_back({Geometry::NormalsSlot, indices_of(faces, ObjNormalIndex)});
-    if(geometry.getTexCoords() != nullptr)
-        ofSlots.push_back({Geometry::TexCoordsSlot, indices_of(faces, ObjTexCoordIndex)});
-    ofSlots[0] = {Geometry::PositionsSlot, indices_of(faces, ObjPositionIndex)};
-    createSharedIndex(geometry, std::move(ofSlots),
+    std::vector<VertexElements> elements(1);
+    if(arrays.normals != nullptr)
+        elements.push_back(
+            {Geometry::NormalsSlot, std::move(arrays.normals), indices_of(faces, ObjNormalIndex)});
+    if(arrays.texCoords != nullptr)
+        elements.push_back({Geometry::TexCoordsSlot, std::move(arrays.texCoords),
+                            indices_of(faces, ObjTexCoordIndex)});
+    elements[0] = {Geometry::PositionsSlot, std::move(arrays.positions),
+                   indices_of(faces, ObjPositionIndex)};
+    createSharedIndex(geometry, std::move(elements),
                       [this](MField<UInt32> &&entries)
                       { return _indices.get(std::move(entries)); });
 }

@@ -51,15 +51,21 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     };
     TransitPtr<Geometry> buildGeometry(ObjFaces faces, Material *material, Arrays afterwards);
     void addPrimitives(Geometry &geometry, ObjFaces const &faces);
-    void setArrays(Geometry &geometry, ObjIndexMask const &mask);
-    void addOneIndex(Geometry &geometry, ObjFaces &faces);
-    void addSharedIndex(Geometry &geometry, ObjFaces &faces);
+    struct VertexArrays
+    {
+        UnrecordedRefPtr<GeoPnt3fProperty> positions;
+        UnrecordedRefPtr<GeoVec2fProperty> texCoords;
+        UnrecordedRefPtr<GeoVec3fProperty> normals;
+    };
+    /// Those that the geometry of a run has; null for the others.
+    VertexArrays arraysOf(ObjIndexMask const &mask) const;
+    void setOneIndex(Geometry &geometry, VertexArrays const &arrays, ObjFaces &faces);
+    void setPositions(Geometry &geometry, VertexArrays const &arrays, ObjFaces &faces);
+    void setSharedIndex(Geometry &geometry, VertexArrays arrays, ObjFaces &faces);
     /// The material of meshes without one.
     Material *defaultMaterial();
 
-    UnrecordedRefPtr<GeoPnt3fProperty> _positions;
-    UnrecordedRefPtr<GeoVec2fProperty> _texCoords;
-    UnrecordedRefPtr<GeoVec3fProperty> _normals;
+    VertexArrays _arrays;
     UnrecordedRefPtr<SimpleTexturedMaterial> _defaultMaterial;
     GeoArrayPool<GeoUInt8Property> _types;
     GeoArrayPool<GeoUInt32Property> _lengths;

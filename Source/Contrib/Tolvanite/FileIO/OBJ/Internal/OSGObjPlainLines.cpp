@@ -8,6 +8,8 @@
 #include "OSGObjPlainLines.h"
 
 #include <algorithm>
+#include <bit>
+#include <utility>
 
 #include "OSGDigitScan.h"
 #include "OSGReadBuffer.h"
@@ -78,8 +80,7 @@ HWY_INLINE UInt64 others_at(char const *text)
 HWY_INLINE UInt64 bits_of(char const *text, char c)
 {
     Characters const characters;
-    return bits_where(text,
-                      [&](auto some)
+    return bits_where(text, [&](auto some)
                       { return hn::Eq(some, hn::Set(characters, static_cast<UInt8>(c))); });
 }
 
@@ -97,8 +98,8 @@ HWY_INLINE Words numbers_of_words(Tag const words, Words const text)
     auto const twoDigits = hn::Add(tens, hn::ShiftRight<8>(digits));
     auto const hundreds = hn::BitCast(
         fours, hn::Mul(twoDigits, hn::BitCast(pairs, hn::Set(fours, UInt32(0x00010064)))));
-    auto const fourDigits = hn::Add(hn::And(hundreds, hn::Set(fours, UInt32(0xffff))),
-                                    hn::ShiftRight<16>(hundreds));
+    auto const fourDigits =
+        hn::Add(hn::And(hundreds, hn::Set(fours, UInt32(0xffff))), hn::ShiftRight<16>(hundreds));
     auto const high = hn::MulEven(fourDigits, hn::Set(fours, UInt32(10000)));
     return hn::Add(high, hn::ShiftRight<32>(hn::BitCast(words, fourDigits)));
 }
@@ -169,7 +170,7 @@ HWY_INLINE bool find_number(DigitWindow &window, UInt64 signs, UInt32 &at, RealB
     UInt32 const whole = point - at - sign;
     if(whole > MostWholeDigits || fraction > MostFractionDigits || whole + fraction == 0)
         return false;
-    if(ahead[behind] != ' ' && !ends_line(ahead[behind]))
+    if(behind >= DigitWindow::Last || (ahead[behind] != ' ' && !ends_line(ahead[behind])))
         return false;
     batch.wholeWords[n] = digit_word(ahead.at(point), whole);
     batch.fractionWords[n] = digit_word(ahead.at(behind), fraction);
@@ -196,26 +197,29 @@ HWY_INLINE Real32 real_of(RealBatch const &batch, std::size_t i)
 
 /// Finds the numbers of a line. Returns the line break behind them, or null where the line is not
 /// plain or longer than a window.
-template <UInt32 Count>
-HWY_INLINE char const *find_numbers(char const *line, RealBatch &batch, std::size_t n)
+template <std::size_t... I>
+HWY_INLINE char const *find_numbers(char const *line, RealBatch &batch, std::size_t n,
+                                    std::index_sequence<I...>)
 {
     // The line break is looked for by itself, so that the next line need not wait for the numbers.
     UInt32 const lineBreak = static_cast<UInt32>(std::countr_zero(bits_of(line, '\n')));
     UInt64 const signs = bits_of(line, '-') & (bits_of(line, ' ') << 1 | 1);
     DigitWindow window(line, others_at(line) & ~signs);
     UInt32 at = 0;
-#pragma GCC unroll 3
-    for(UInt32 i = 0; i < Count; ++i)
+    auto const findNumber = [&](std::size_t i)
     {
         while(!find_number(window, signs, at, batch, n + i))
         {
             if(!pass_space(window, at))
-                return nullptr;
+                return false;
         }
-    }
+        return true;
+    };
+    if(!(findNumber(I) && ...))
+        return nullptr;
     // The last number has passed the character behind it.
     UInt32 end = at - 1;
-    while(line[end] == ' ' || line[end] == '\r')
+    while(end < lineBreak && (line[end] == ' ' || line[end] == '\r'))
         ++end;
     return end == lineBreak ? line + lineBreak : nullptr;
 }
@@ -226,9 +230,10 @@ HWY_INLINE ObjTakenLines take_values(ObjPlainText const &text, ObjValueList<Valu
     RealBatch batch;
     std::size_t n = 0;
     ObjTakenLines taken = {0, text.begin};
+    std::make_index_sequence<Value::Dimension> const numbers;
     for(char const *line = text.begin; n + Value::Dimension <= BatchSize;)
     {
-        char const *const lineBreak = find_numbers<Value::Dimension>(line, batch, n);
+        char const *const lineBreak = find_numbers(line, batch, n, numbers);
         if(lineBreak == nullptr || lineBreak >= text.end)
             break;
         n += Value::Dimension;
