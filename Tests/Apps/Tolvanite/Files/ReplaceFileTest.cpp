@@ -4,6 +4,7 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <thread>
 
@@ -139,6 +140,79 @@ TEST_F(ReplaceFile, SignalsAreAsTheyWereAfterwards)
     for(int const signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
         EXPECT_EQ(sigismember(&after, signal), sigismember(&before, signal));
 }
+
+// --- further files ---
+
+/// Writes a text into the file and into one beside it that ends in "mtl".
+std::function<bool(std::string const &path)> writer_of_two(std::string const &text)
+{
+    return [text](std::string const &path)
+    { return write_text(path, text) && write_text(fs::path(path).replace_extension("mtl"), text); };
+}
+
+TEST_F(ReplaceFile, AFolderInTheWayOfOneFileLeavesAllAsTheyWere)
+{
+    folder.makeFolder("scene.mtl");
+    folder.write("a.png", "old");
+    folder.write("z.png", "old");
+    auto const write = [](std::string const &path)
+    {
+        fs::path const parent = fs::path(path).parent_path();
+        return writer_of_two("new")(path) && write_text(parent / "a.png", "new") &&
+               write_text(parent / "z.png", "new");
+    };
+    EXPECT_EQ(replace_file(target, write), "scene.mtl: Is a directory");
+    EXPECT_EQ(content_of(target), "old");
+    EXPECT_EQ(content_of(folder.path("a.png")), "old");
+    EXPECT_EQ(content_of(folder.path("z.png")), "old");
+    EXPECT_EQ(fileCount(), 4u);
+}
+
+TEST_F(ReplaceFile, EachFileGetsThePermissionsOfTheOneThatItReplaces)
+{
+    fs::perms const own = fs::perms::owner_read | fs::perms::owner_write;
+    fs::perms const all = fs::perms::all;
+    fs::permissions(target, all);
+    fs::permissions(folder.write("scene.mtl", "old"), own);
+    EXPECT_EQ(replace_file(target, writer_of_two("new")), "");
+    EXPECT_EQ(content_of(folder.path("scene.mtl")), "new");
+    EXPECT_EQ(fs::status(target).permissions(), all);
+    EXPECT_EQ(fs::status(folder.path("scene.mtl")).permissions(), own);
+}
+
+TEST_F(ReplaceFile, FurtherFilesOfALinkGoBesideTheLink)
+{
+    folder.write("store/real.osb", "old");
+    fs::create_symlink("store/real.osb", folder.path("link.osb"));
+    EXPECT_EQ(replace_file(folder.path("link.osb"), writer_of_two("new")), "");
+    EXPECT_TRUE(fs::is_symlink(folder.path("link.osb")));
+    EXPECT_EQ(content_of(folder.path("store/real.osb")), "new");
+    EXPECT_EQ(content_of(folder.path("link.mtl")), "new");
+    EXPECT_FALSE(fs::exists(folder.path("store/link.mtl")));
+}
+
+TEST_F(ReplaceFile, OfRunsAtOnceAllFilesAreThoseOfOneOfThem)
+{
+    for(int round = 0; round < 300; ++round)
+    {
+        std::vector<pid_t> children;
+        for(char const *text : {"one", "two", "three"})
+        {
+            children.push_back(fork());
+            if(children.back() == 0)
+                _exit(replace_file(target, writer_of_two(text)).empty() ? 0 : 1);
+        }
+        for(pid_t const child : children)
+        {
+            int status = 0;
+            waitpid(child, &status, 0);
+            ASSERT_EQ(status, 0);
+        }
+        ASSERT_EQ(content_of(target), content_of(folder.path("scene.mtl"))) << round;
+    }
+}
+
+// --- signals ---
 
 // Writes file after file until a signal ends it.
 [[noreturn]] void write_for_ever(std::string const &target, int started)

@@ -55,7 +55,8 @@ NodePtr make_large_scene(Image *image)
     std::vector<Pnt3f> positions;
     for(int i = 0; i < 60000; ++i)
         positions.emplace_back(static_cast<Real32>(i), 0.5f, -1.f);
-    NodePtr const triangles = make_node(make_geometry(one_primitive(TrianglesPrimitive, positions)));
+    NodePtr const triangles =
+        make_node(make_geometry(one_primitive(TrianglesPrimitive, positions)));
     return make_material_group<MaterialGroup>(make_textured(image), {triangles});
 }
 
@@ -109,8 +110,8 @@ TEST_F(ObjWriterHostile, TheHostsLocaleIsInNeitherFile)
 {
     auto const material = make_material();
     material->setShininess(1234.5f);
-    NodePtr const root = make_material_group<MaterialGroup>(
-        material, {make_triangle(Pnt3f(0.5f, 123456.f, 0))});
+    NodePtr const root =
+        make_material_group<MaterialGroup>(material, {make_triangle(Pnt3f(0.5f, 123456.f, 0))});
     {
         HostLocale const german(',', '.');
         ASSERT_TRUE(SceneFileHandlerBase::the()->write(root, folder.path("a.obj").c_str()));
@@ -162,9 +163,10 @@ TEST_F(ObjWriterHostile, NumbersThatAreNotFiniteAreWrittenAndEndTheWayBack)
 {
     Real32 const nan = std::numeric_limits<Real32>::quiet_NaN();
     Real32 const infinite = std::numeric_limits<Real32>::infinity();
-    NodePtr const root = make_group(
-        {make_triangle(), make_node(make_geometry(one_primitive(
-                              TrianglesPrimitive, {{0, nan, 0}, {infinite, 1, 0}, {0, 0, -infinite}})))});
+    NodePtr const root =
+        make_group({make_triangle(),
+                    make_node(make_geometry(one_primitive(
+                        TrianglesPrimitive, {{0, nan, 0}, {infinite, 1, 0}, {0, 0, -infinite}})))});
     std::string const file = folder.path("a.obj");
     EXPECT_TRUE(SceneFileHandlerBase::the()->write(root, file.c_str()));
     EXPECT_THAT(content_of(file), HasSubstr("v inf"));
