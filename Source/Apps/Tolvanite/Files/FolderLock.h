@@ -8,8 +8,8 @@ namespace Tool
 /// runs with one target all files are those of the later one.
 ///
 /// The lock is the system's own advice (flock) and ends with the process. The constructor waits for
-/// another lock for about a second and then goes on without one, as it does where a folder cannot be
-/// locked.
+/// another lock for about a second and then goes on without one, as it does where a folder cannot
+/// be locked.
 class FolderLock
 {
   public:
