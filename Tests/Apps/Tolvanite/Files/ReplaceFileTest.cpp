@@ -214,9 +214,12 @@ TEST_F(ReplaceFile, OfRunsAtOnceAllFilesAreThoseOfOneOfThem)
 
 // --- signals ---
 
-// Writes file after file until a signal ends it.
-[[noreturn]] void write_for_ever(std::string const &target, int started)
+// Writes file after file until a signal ends it. `ignored` does not.
+[[noreturn]] void write_for_ever(std::string const &target, int started, int ignored)
 {
+    // Whoever runs the tests may have made them ignore signals.
+    for(int const signal : {SIGHUP, SIGINT, SIGTERM})
+        std::signal(signal, signal == ignored ? SIG_IGN : SIG_DFL);
     replace_file(target,
                  [started](std::string const &path)
                  {
@@ -230,30 +233,46 @@ TEST_F(ReplaceFile, OfRunsAtOnceAllFilesAreThoseOfOneOfThem)
     _exit(0);
 }
 
+// Runs write_for_ever() and sends it signals, the first one after so many milliseconds. Gives the
+// signal that ended it.
+int signal_that_ends(std::string const &target, int milliseconds, std::vector<int> const &signals,
+                     int ignored = 0)
+{
+    int started[2];
+    EXPECT_EQ(pipe(started), 0);
+    pid_t const child = fork();
+    if(child == 0)
+        write_for_ever(target, started[1], ignored);
+    char byte;
+    EXPECT_EQ(read(started[0], &byte, 1), 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    for(int const signal : signals)
+        kill(child, signal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    close(started[0]);
+    close(started[1]);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
 TEST_F(ReplaceFile, ASignalInTheMiddleLeavesTheTargetAndNothingBesideIt)
 {
     for(int const signal : {SIGHUP, SIGINT, SIGTERM})
     {
-        for(int milliseconds : {0, 1, 3, 10})
+        for(int const milliseconds : {0, 1, 3, 10})
         {
-            int started[2];
-            ASSERT_EQ(pipe(started), 0);
-            pid_t const child = fork();
-            if(child == 0)
-                write_for_ever(target, started[1]);
-            char byte;
-            ASSERT_EQ(read(started[0], &byte, 1), 1);
-            std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-            kill(child, signal);
-            int status = 0;
-            waitpid(child, &status, 0);
-            close(started[0]);
-            close(started[1]);
-            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal);
+            EXPECT_EQ(signal_that_ends(target, milliseconds, {signal}), signal);
             EXPECT_EQ(content_of(target), "old");
             EXPECT_EQ(fileCount(), 1u);
         }
     }
+}
+
+TEST_F(ReplaceFile, ASignalThatIsIgnoredDoesNotEndIt)
+{
+    EXPECT_EQ(signal_that_ends(target, 1, {SIGHUP, SIGTERM}, SIGHUP), SIGTERM);
+    EXPECT_EQ(content_of(target), "old");
+    EXPECT_EQ(fileCount(), 1u);
 }
 } // namespace
 } // namespace Tool::Test

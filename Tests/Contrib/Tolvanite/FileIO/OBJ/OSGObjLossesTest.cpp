@@ -61,9 +61,8 @@ TEST_F(ObjLosses, OfSeveralPicturesWithOneNameOneIsWritten)
     auto const one = make_image("a/tiles.png");
     auto const other = make_image("b/tiles.png");
     auto const again = make_image("a/tiles.png");
-    auto const below = [](UnrecordedRefPtr<Image> const &image) {
-        return make_material_group<MaterialGroup>(make_textured(image), {make_triangle()});
-    };
+    auto const below = [](UnrecordedRefPtr<Image> const &image)
+    { return make_material_group<MaterialGroup>(make_textured(image), {make_triangle()}); };
     EXPECT_THAT(lossesOf(make_group({below(one), below(again)})), IsEmpty());
     EXPECT_THAT(lossesOf(make_group({below(one), below(other)})),
                 ElementsAre("Of several pictures with the name 'tiles.png' one is written."));

@@ -106,6 +106,18 @@ TEST_F(ObjWriterHostile, AFolderThatIsNotThereGivesTheTextAndNoMessage)
     EXPECT_FALSE(std::filesystem::exists(folder.path("no")));
 }
 
+TEST_F(ObjWriterHostile, ALibraryThatADiskDoesNotTakeIsNamed)
+{
+    std::filesystem::create_symlink("/dev/full", folder.path("a.mtl"));
+    NodePtr const root = make_material_group<MaterialGroup>(make_material(), {make_triangle()});
+    LogCapture const log;
+    EXPECT_TRUE(SceneFileHandlerBase::the()->write(root, folder.path("a.obj").c_str()));
+    EXPECT_THAT(SceneFileHandlerBase::the()->getUnwrittenFiles(),
+                ElementsAre(folder.path("a.mtl")));
+    EXPECT_THAT(content_of(folder.path("a.obj")), HasSubstr("f 1//1 2//2 3//3\n"));
+    EXPECT_THAT(log.messages(), IsEmpty());
+}
+
 TEST_F(ObjWriterHostile, TheHostsLocaleIsInNeitherFile)
 {
     auto const material = make_material();
