@@ -10,6 +10,7 @@
 #include "FileContent.h"
 #include "Keys.h"
 #include "OSGGeometry.h"
+#include "OSGGroup.h"
 #include "OSGImage.h"
 #include "OSGNode.h"
 #include "OSGSceneFileHandler.h"
@@ -240,6 +241,33 @@ TEST_F(ConvertToObj, ALibraryThatCannotBeReplacedIsAnErrorAndTheTargetIsNotWritt
     EXPECT_EQ(outcome.err,
               "tolvanite: cannot write " + folder.path("out.obj") + ": out.mtl: Is a directory\n");
     EXPECT_FALSE(fs::exists(folder.path("out.obj")));
+}
+
+TEST_F(ConvertToObj, ALibraryThatTheDiskDoesNotTakeIsAnErrorAndNothingIsReplaced)
+{
+    OSG::UnrecordedRefPtr<OSG::Node> const root(OSG::Node::create());
+    root->setCore(OSG::UnrecordedRefPtr<OSG::Group>(OSG::Group::create()));
+    OSG::UnrecordedRefPtr<OSG::Geometry> const geometry(OSG::Geometry::create());
+    geometry->setMaterial(
+        OSG::UnrecordedRefPtr<OSG::SimpleMaterial>(OSG::SimpleMaterial::create()));
+    for(int i = 0; i < 20; ++i)
+    {
+        OSG::UnrecordedRefPtr<OSG::Node> const node(OSG::Node::create());
+        node->setCore(geometry);
+        root->addChild(node);
+    }
+    ASSERT_TRUE(OSG::SceneFileHandlerBase::the()->write(root, target.c_str()));
+    folder.write("out.obj", "old");
+    folder.write("out.mtl", "old");
+    // The scene's text has 500 bytes, its library 4,000.
+    Outcome const outcome =
+        run_program_with_files_of(2048, {"convert", target, folder.path("out.obj")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err,
+              "tolvanite: cannot write " + folder.path("out.obj") + ": File too large\n");
+    EXPECT_EQ(content_of(folder.path("out.obj")), "old");
+    EXPECT_EQ(content_of(folder.path("out.mtl")), "old");
+    EXPECT_EQ(files().size(), 6u);
 }
 
 TEST_F(ConvertToObj, APictureInAFormatThatNobodyWritesIsNamedAndLeftOut)

@@ -136,8 +136,9 @@ void note_name(std::string const &name)
 
 void write_images(ObjWriter::Images const &images, boost::filesystem::path folder)
 {
+    boost::system::error_code error; // the current folder may be gone
     if(folder.empty())
-        folder = boost::filesystem::current_path();
+        folder = boost::filesystem::current_path(error);
     std::map<std::string, std::string> sources; // by the names of the files
     for(Image const *image : images)
     {

@@ -27,8 +27,8 @@ std::string named_file(std::string const &name, std::string const &texture)
 
 TEST(Names3DS, StandAsTheyAreFromEmptyToTheLongest)
 {
-    for(std::string const &name : {std::string(), std::string("a/b\\..\x1b[31m\x7f\xff\n"),
-                                   repeated(63, 'n')})
+    for(std::string const &name :
+        {std::string(), std::string("a/b\\..\x1b[31m\x7f\xff\n"), repeated(63, 'n')})
     {
         Scene3DS const scene = read_3ds(named_file(name, ""));
         ASSERT_EQ(scene.geometries().size(), 1u);
@@ -44,15 +44,13 @@ TEST(Names3DS, StandInMessagesWithoutControlCharacters)
     Scene3DS const picture = read_3ds(named_file("m", name));
     Scene3DS const faces =
         read_3ds(file_3ds(mesh_3ds(name, points_3ds({0, 0, 0}) + faces_3ds({{{0, 1, 2}}}))));
-    Scene3DS const node =
-        read_3ds(file_3ds(triangle_3ds("t"), instance_3ds(0, "t", NoParent3DS) +
-                                                 camera_3ds(1, name, 77)));
+    Scene3DS const node = read_3ds(
+        file_3ds(triangle_3ds("t"), instance_3ds(0, "t", NoParent3DS) + camera_3ds(1, name, 77)));
     for(Scene3DS const *scene : {&picture, &faces, &node})
     {
         ASSERT_EQ(scene->log.size(), 1u);
         EXPECT_THAT(scene->log[0], testing::HasSubstr("\\x1B["));
-        EXPECT_THAT(scene->log[0].substr(0, scene->log[0].size() - 1),
-                    Each(testing::Ge(' ')));
+        EXPECT_THAT(scene->log[0].substr(0, scene->log[0].size() - 1), Each(testing::Ge(' ')));
     }
 }
 

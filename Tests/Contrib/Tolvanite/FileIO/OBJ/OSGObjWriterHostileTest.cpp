@@ -5,6 +5,7 @@
 #include <limits>
 #include <new>
 
+#include "GoneFolder.h"
 #include "HostLocale.h"
 #include "LogCapture.h"
 #include "OSGChangeList.h"
@@ -130,6 +131,16 @@ TEST_F(ObjWriterHostile, TheHostsLocaleIsInNeitherFile)
     }
     EXPECT_THAT(content_of(folder.path("a.obj")), HasSubstr("\nv 0.5 123456 0\n"));
     EXPECT_THAT(content_of(folder.path("a.mtl")), HasSubstr("    Ns 1234.500000\n"));
+}
+
+TEST_F(ObjWriterHostile, WhereTheCurrentFolderIsGoneTheTextIsWritten)
+{
+    auto const image = make_image("tiles.png");
+    GoneFolder const gone(folder);
+    std::ostringstream out;
+    EXPECT_TRUE(OBJSceneFileTypeTN::the().write(
+        with_material(make_triangle(), make_textured(image)), out, "a.obj"));
+    EXPECT_THAT(out.str(), HasSubstr("f 1//1 2//2 3//3\n"));
 }
 
 // --- names of images ---
