@@ -204,6 +204,17 @@ TEST_F(ConvertToObj, WarnsOfWhatReadersWillMissUnlessItIsQuiet)
     EXPECT_EQ(run_program({"convert", source, target}).err, "");
 }
 
+TEST_F(ConvertToObj, KeepsMaterialsAndTexturesInUseWhereTheyAreGrouped)
+{
+    std::string const out = folder.path("out.obj");
+    Outcome const outcome = run_program({"convert", source, out, "--group-materials", "--json"});
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(Json::parse(outcome.out)["nodesBefore"], 1);
+    EXPECT_EQ(Json::parse(outcome.out)["nodesAfter"], 2);
+    EXPECT_NE(content_of(out).find("\nusemtl Geometry1\n"), std::string::npos);
+    EXPECT_EQ(dumpOf(out)["root"]["material"]["image"], folder.path("tiles.png"));
+}
+
 TEST_F(ConvertToObj, WarnsWhereSixDigitsMoveTheCorners)
 {
     std::string const before =

@@ -18,7 +18,11 @@ namespace
 class RaisingType : public OSG::SceneFileType
 {
   public:
-    static void add() { static RaisingType const *const type = new RaisingType; (void)type; }
+    static void add()
+    {
+        static RaisingType const *const type = new RaisingType;
+        (void)type;
+    }
 
     OSG::TransitPtr<OSG::Node> read(std::istream &in, char const *, Resolver) const override
     {
