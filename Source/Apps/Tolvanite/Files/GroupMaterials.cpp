@@ -32,14 +32,13 @@ void group_material(OSG::Node *node)
 void group_materials(OSG::Node *root)
 {
     std::vector<OSG::Node *> shown; // edits have to wait for the end of the walk
-    OSG::for_each_reachable_node(
-        root,
-        [&shown](OSG::Node *node)
-        {
-            auto const *const geometry = OSG::core_as<OSG::Geometry>(node);
-            if(geometry != nullptr && geometry->getMaterial() != nullptr)
-                shown.push_back(node);
-        });
+    OSG::for_each_reachable_node(root,
+                                 [&shown](OSG::Node *node)
+                                 {
+                                     auto const *const geometry = OSG::core_as<OSG::Geometry>(node);
+                                     if(geometry != nullptr && geometry->getMaterial() != nullptr)
+                                         shown.push_back(node);
+                                 });
     for(OSG::Node *const node : shown)
         group_material(node);
     OSG::Thread::getCurrentChangeList()->commitChanges();
