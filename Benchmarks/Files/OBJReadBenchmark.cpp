@@ -40,7 +40,7 @@ std::size_t scene_by_us(std::string const &path)
 
 struct AnyMaterial : ObjReadClient
 {
-    void elementRead() override {}
+    void elementsRead(UInt32) override {}
     void readLibrary(std::string const &) override {}
     Int32 findMaterial(std::string const &) override { return 0; }
 };

@@ -5,6 +5,7 @@
 
 #include <malloc.h>
 
+#include "OSGPages.h"
 #include "OSGSmallBlocks.h"
 #include "OSGSoleThread.h"
 
@@ -23,7 +24,15 @@ std::size_t standard_block_size(void *block)
 
 // Everything is constant-initialised, because a static object of any library may ask for a block
 // before this source's initialisers run.
-constinit MemBackEnd back_end = {&std::malloc, &std::free, &standard_block_size};
+void *standard_allocate(std::size_t size)
+{
+    void *const block = std::malloc(size);
+    if(block != nullptr && size >= LargePageBytes)
+        prefer_large_pages(block, size);
+    return block;
+}
+
+constinit MemBackEnd back_end = {&standard_allocate, &std::free, &standard_block_size};
 
 // The sanitizers find blocks that are used after their end only where they allocate each block.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

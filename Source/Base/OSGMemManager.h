@@ -9,6 +9,8 @@
 /// system in pieces of 2 MiB. Of the pieces without blocks it keeps 64 MiB for the next scene, and
 /// gives the memory of the others back. A piece in which one block is left stays as a whole.
 ///
+/// For blocks of 2 MiB and more the system is asked for large pages. It may refuse.
+///
 /// The pool is off under the address and thread sanitizers, and where the back end was replaced. A
 /// host that looks for faults with another tool therefore sets malloc, free and malloc_usable_size
 /// as its back end.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "OSGIndexMaker.h"
 
 namespace OSG
@@ -16,4 +18,17 @@ class Geometry;
 OSG_DRAWABLE_API Int32 createSharedIndex(Geometry *geometry);
 /// The same with the index that `makeIndex` gives.
 OSG_DRAWABLE_API Int32 createSharedIndex(Geometry *geometry, IndexMaker const &makeIndex);
+
+/// The elements of the array in a slot that the vertices of a geometry take: one for each vertex.
+struct VertexElements
+{
+    UInt16 slot;
+    std::vector<UInt32, MemAllocator<UInt32>> elements;
+};
+
+/// The same for a geometry that has several arrays and no index yet: saves a reader the properties
+/// that would be replaced at once. `ofSlots` has all arrays of the geometry, the positions first,
+/// and is used up.
+OSG_DRAWABLE_API Int32 createSharedIndex(Geometry &geometry, std::vector<VertexElements> ofSlots,
+                                         IndexMaker const &makeIndex);
 } // namespace OSG

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <fstream>
 #include <istream>
 #include <streambuf>
+#include <typeinfo>
 
 namespace OSG
 {
@@ -21,6 +23,35 @@ struct GetArea : std::streambuf
         return (buffer.*&GetArea::egptr)() - (buffer.*&GetArea::gptr)();
     }
 };
+
+/// A file reads a long piece straight to its place, which saves a copy and many calls of the
+/// system. Its own buffer is much shorter.
+constexpr std::streamsize LongPiece = 64 * 1024;
+
+std::streamoff place_of(std::streambuf &buffer)
+{
+    return buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+}
+
+/// Takes a long piece of a file. Returns the number of characters; 0 where nothing was taken and
+/// the usual way has to decide. Where the file raises an exception, its place tells how many came
+/// before it; the file raises it again when it is asked for the next one.
+std::streamsize take_of_file(std::streambuf &buffer, char *to, std::streamsize room)
+{
+    if(room < LongPiece || typeid(buffer) != typeid(std::filebuf))
+        return 0;
+    std::streamoff const before = place_of(buffer);
+    if(before < 0)
+        return 0;
+    try
+    {
+        return buffer.sgetn(to, room);
+    }
+    catch(...)
+    {
+        return std::max<std::streamoff>(place_of(buffer) - before, 0);
+    }
+}
 
 // All blocks are counted although few readers ask for the line. The compiler turns the loops of
 // fixed length into vector instructions.
@@ -96,6 +127,11 @@ void ReadBuffer::fetchBlock(char *&to, char *limit)
     std::streambuf &buffer = *_in.rdbuf();
     while(to != limit)
     {
+        if(std::streamsize const taken = take_of_file(buffer, to, limit - to); taken > 0)
+        {
+            to += taken;
+            continue;
+        }
         if(Traits::eq_int_type(buffer.sgetc(), Traits::eof()))
         {
             _source = Source::Ended;

@@ -86,15 +86,7 @@ class OSG_FILEIO_API ReadBuffer
     bool readReal32s(Real32 *values, std::size_t count)
     {
         for(std::size_t i = 0; i < count; ++i)
-        {
-            char *const begin = behindSpace();
-            char const *const behind =
-                good() && begin != _end ? scan_short_real32(begin, _end, values[i]) : nullptr;
-            if(behind != nullptr)
-                _pos = begin + (behind - begin);
-            else
-                readReal32(values[i]);
-        }
+            readReal32(values[i]);
         return !fail();
     }
 

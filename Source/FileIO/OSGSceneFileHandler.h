@@ -81,9 +81,15 @@ class OSG_FILEIO_API SceneFileHandlerBase
     ProgressCallback const &getReadProgressCallback() const { return _progress; }
     /// To be called by a reader once per element. It is cheap: the stream is asked for its position
     /// only now and then.
-    void updateReadProgress()
+    void updateReadProgress() { addReadElements(1); }
+    /// The same for a number of elements.
+    void addReadElements(UInt32 count)
     {
-        if(_innermost != nullptr && (++_elements & ElementsPerLook) == 0)
+        if(_innermost == nullptr)
+            return;
+        UInt32 const before = _elements;
+        _elements += count;
+        if(before / ElementsPerLook != _elements / ElementsPerLook)
             lookAtStream();
     }
     /// Reports `percent` if it is more than the last percentage.
@@ -96,7 +102,7 @@ class OSG_FILEIO_API SceneFileHandlerBase
   private:
     class ReadScope;
     friend class ReadText;
-    static constexpr UInt32 ElementsPerLook = 4095;
+    static constexpr UInt32 ElementsPerLook = 4096;
 
     void lookAtStream();
     TransitPtr<Node> readBy(SceneFileType const &type, std::istream &in, char const *name,

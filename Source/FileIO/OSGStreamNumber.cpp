@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 
 namespace OSG
@@ -72,7 +73,7 @@ bool scale_safely(UInt64 mantissa, int exponent, Real32 &value)
 }
 } // namespace
 
-char const *scan_any_short_real32(char const *begin, char const *end, Real32 &value)
+char const *scan_short_real32(char const *begin, char const *end, Real32 &value)
 {
     char const *p = begin;
     bool const negative = *p == '-';
@@ -103,6 +104,16 @@ char const *scan_any_short_real32(char const *begin, char const *end, Real32 &va
         return nullptr;
     value = negative ? -magnitude : magnitude;
     return p;
+}
+
+Real32 round_exactly(UInt64 mantissa, UInt32 digits)
+{
+    char text[40];
+    int const length = std::snprintf(text, sizeof text, "%llue-%u",
+                                     static_cast<unsigned long long>(mantissa), digits);
+    Real32 value = 0;
+    std::from_chars(text, text + length, value);
+    return value;
 }
 
 bool Real32Accumulator::accept(char c)

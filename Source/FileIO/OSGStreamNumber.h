@@ -28,10 +28,7 @@ constexpr bool is_stream_space(char c) { return c == ' ' || (c >= '\t' && c <= '
 /// there is no number, the number fails, it reaches `end` (so that its next character is unknown),
 /// or it needs exact arithmetic. `*end` must not be a digit, a point or "e", and DigitScanReach
 /// bytes from there must be readable.
-inline char const *scan_short_real32(char const *begin, char const *end, Real32 &value);
-
-/// The same for all of these forms. The function above is quicker for the most common ones.
-OSG_FILEIO_API char const *scan_any_short_real32(char const *begin, char const *end, Real32 &value);
+OSG_FILEIO_API char const *scan_short_real32(char const *begin, char const *end, Real32 &value);
 
 /// Rounds a double to a float where this is sure to give the same result as rounding the exact
 /// value once. The double may be off by one and a half units in its last place. If it is farther
@@ -50,6 +47,9 @@ inline bool round_safely(Real64 wide, Real32 &value)
     return true;
 }
 
+/// `mantissa` / 10^`digits`, rounded once, where round_safely() does not decide.
+OSG_FILEIO_API Real32 round_exactly(UInt64 mantissa, UInt32 digits);
+
 namespace StreamNumberTables
 {
 /// All integers up to this one are exact in a double.
@@ -58,38 +58,6 @@ inline constexpr UInt64 PowersOfTen[] = {1,      10,      100,      1000,     10
                                          100000, 1000000, 10000000, 100000000};
 inline constexpr Real64 Fractions[] = {1, 1e-1, 1e-2, 1e-3, 1e-4, 1e-5, 1e-6, 1e-7, 1e-8};
 } // namespace StreamNumberTables
-
-// An optional minus, up to eight digits, and up to eight more behind a point, 15 characters in all.
-inline char const *scan_short_real32(char const *begin, char const *end, Real32 &value)
-{
-    bool const negative = *begin == '-';
-    char const *const first = begin + negative;
-    // The bits above stand for an end behind the characters that were compared.
-    UInt32 others = other_than_digits_16(first) | 0xFFFF0000;
-    UInt32 const whole = static_cast<UInt32>(std::countr_zero(others));
-    UInt32 length = whole;
-    UInt32 fraction = 0;
-    if(first[whole] == '.')
-    {
-        others &= others - 1;
-        length = static_cast<UInt32>(std::countr_zero(others));
-        fraction = length - whole - 1;
-    }
-    if(length > 15 || whole > DigitsAtOnce || fraction > DigitsAtOnce || whole + fraction == 0 ||
-       first + length >= end || (first[length] | 0x20) == 'e')
-        return scan_any_short_real32(begin, end, value);
-    UInt64 const mantissa =
-        number_of_digits(first, whole) * StreamNumberTables::PowersOfTen[fraction] +
-        number_of_digits(first + whole + 1, fraction);
-    Real32 magnitude = 0;
-    if(mantissa > StreamNumberTables::ExactIntegerLimit ||
-       (mantissa != 0 &&
-        !round_safely(static_cast<Real64>(mantissa) * StreamNumberTables::Fractions[fraction],
-                      magnitude)))
-        return scan_any_short_real32(begin, end, value);
-    value = negative ? -magnitude : magnitude;
-    return first + length;
-}
 
 /// Takes a number of any length, one character after the other. Memory does not grow with the
 /// length.

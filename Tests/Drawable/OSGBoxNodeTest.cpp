@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include <gmock/gmock.h>
-#include <hwy/targets.h>
 
+#include "InstructionSets.h"
 #include "RandomNumbers.h"
 
 namespace OSG::Test
@@ -47,29 +47,23 @@ void expect_same_bits(BoxGrades const &grades, BoxGrades const &expected)
 
 TEST(BoxGrades, HaveTheSameBitsWithEveryInstructionSetOfTheMachine)
 {
-    std::int64_t const all = hwy::SupportedTargets();
-    int sets = 0;
-    for(std::int64_t rest = all; rest != 0; rest &= rest - 1)
-    {
-        hwy::SetSupportedTargetsForTest(rest & -rest);
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-        RandomNumbers random(302);
-        for(int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round)
+    int const sets = for_each_instruction_set(
+        []
         {
-            BoxNode node = {};
-            BoxPlanes planes;
-            fill(random, node, planes);
-            UInt32 const mask = random.below(64);
-            BoxGrades grades;
-            BoxGrades expected;
-            grade_boxes(node, planes, mask, grades);
-            grade_boxes_slowly(node, planes, mask, expected);
-            expect_same_bits(grades, expected);
-        }
-        ++sets;
-    }
-    hwy::SetSupportedTargetsForTest(0);
-    hwy::GetChosenTarget().DeInit();
+            RandomNumbers random(302);
+            for(int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round)
+            {
+                BoxNode node = {};
+                BoxPlanes planes;
+                fill(random, node, planes);
+                UInt32 const mask = random.below(64);
+                BoxGrades grades;
+                BoxGrades expected;
+                grade_boxes(node, planes, mask, grades);
+                grade_boxes_slowly(node, planes, mask, expected);
+                expect_same_bits(grades, expected);
+            }
+        });
     EXPECT_GE(sets, 1);
     RecordProperty("InstructionSets", sets);
 }

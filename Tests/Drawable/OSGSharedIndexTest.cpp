@@ -93,6 +93,40 @@ TEST(CreateSharedIndex, AnotherElementOutOfRangeBecomesZero)
     EXPECT_EQ(geometry->beginTriangles().getNormal(2), Axes[1]);
 }
 
+TEST(CreateSharedIndex, ElementsThatNoGeometryHasYetGiveWhatIndicesGive)
+{
+    RandomNumbers random(74);
+    for(UInt32 round = 0; round < 300; ++round)
+    {
+        SCOPED_TRACE(round);
+        UInt32 const vertices = 3 + random.below(round < 290 ? 40 : 9000);
+        GeometryParts parts{{PolygonPrimitive}, {vertices}, Corners, Axes};
+        for(UInt32 i = 0; i < vertices; ++i)
+        {
+            parts.index.push_back(random.below(6)); // some are out of range
+            parts.normalIndex.push_back(random.below(4));
+        }
+        GeometryPtr const indexed = make_geometry(parts);
+        GeometryPtr const given = make_geometry({{PolygonPrimitive}, {vertices}, Corners, Axes});
+        std::vector<VertexElements> elements(2);
+        elements[0].slot = Geometry::PositionsSlot;
+        elements[0].elements.assign(parts.index.begin(), parts.index.end());
+        elements[1].slot = Geometry::NormalsSlot;
+        elements[1].elements.assign(parts.normalIndex.begin(), parts.normalIndex.end());
+        EXPECT_EQ(createSharedIndex(*given, std::move(elements), &make_index),
+                  createSharedIndex(indexed));
+        for(UInt16 slot : {Geometry::PositionsSlot, Geometry::NormalsSlot})
+        {
+            EXPECT_EQ(index_of(*given, slot), index_of(*indexed, slot));
+            VectorArray const ours = given->getProperty(slot)->getArray();
+            VectorArray const theirs = indexed->getProperty(slot)->getArray();
+            ASSERT_EQ(ours.size(), theirs.size());
+            for(UInt32 i = 0; i < ours.size(); ++i)
+                ASSERT_TRUE(std::equal(ours[i], ours[i] + 3, theirs[i]));
+        }
+    }
+}
+
 TEST(CreateSharedIndex, NullAndGeometriesWithoutPositionsGiveZero)
 {
     GeometryPtr const geometry(Geometry::create());

@@ -72,3 +72,30 @@ TEST(DigitScan, NumbersOfAnyCountAreConverted)
     for(UInt32 count = 0; count <= DigitsAtOnce; ++count)
         EXPECT_EQ(number_of_digits(text.data(), count), numbers[count]);
 }
+
+TEST(DigitScan, AWordHoldsTheDigitsBeforeAPlace)
+{
+    std::string const text = "x98765432yyyyyyyy";
+    UInt32 const numbers[] = {0, 2, 32, 432, 5432, 65432, 765432, 8765432, 98765432};
+    for(UInt32 count = 0; count <= DigitsAtOnce; ++count)
+        EXPECT_EQ(number_of_word(digit_word(text.data() + 9, count)), numbers[count]);
+}
+
+TEST(DigitWindow, ShowsWhatIsNoDigitInOrderAndEndsWithItsLastCharacter)
+{
+    std::string text(DigitWindow::Size, '5');
+    for(std::size_t at : {2, 6, 7, 40})
+        text[at] = '/';
+    UInt64 others = 0;
+    for(UInt32 i = 0; i < DigitWindow::Size; i += 16)
+        others |= UInt64(other_than_digits_16(text.data() + i)) << i;
+    DigitWindow window(text.data(), others);
+    for(UInt32 at : {2, 6, 7, 40})
+    {
+        EXPECT_EQ(window.other(), at);
+        EXPECT_EQ(window[window.other()], '/');
+        window.pass();
+    }
+    EXPECT_EQ(window.other(), DigitWindow::Last);
+    EXPECT_EQ(window[DigitWindow::Last], '5');
+}

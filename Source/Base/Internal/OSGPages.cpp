@@ -33,7 +33,17 @@ void discard_pages(void *begin, std::size_t bytes) noexcept
 {
     madvise(begin, bytes, MADV_DONTNEED);
 }
+
+void prefer_large_pages(void *begin, std::size_t bytes) noexcept
+{
+    // The range begins and ends with whole pages.
+    constexpr std::uintptr_t PageMask = 4095;
+    auto const first = reinterpret_cast<std::uintptr_t>(begin) & ~PageMask;
+    auto const behind = (reinterpret_cast<std::uintptr_t>(begin) + bytes + PageMask) & ~PageMask;
+    madvise(reinterpret_cast<void *>(first), behind - first, MADV_HUGEPAGE);
+}
 #else
+void prefer_large_pages(void *, std::size_t) noexcept {}
 void *map_pages(std::size_t) noexcept { return nullptr; }
 void *map_aligned_pages(std::size_t) noexcept { return nullptr; }
 void discard_pages(void *, std::size_t) noexcept {}

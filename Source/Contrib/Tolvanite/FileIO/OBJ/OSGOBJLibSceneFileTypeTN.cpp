@@ -56,7 +56,7 @@ class OBJSceneFileTypeTN::Read : public ObjReadClient
     {
     }
 
-    void elementRead() override { _handler.updateReadProgress(); }
+    void elementsRead(UInt32 count) override { _handler.addReadElements(count); }
 
     // A library that gave no material is not read again, because a hostile file may name such a
     // library in every line, or may name itself.

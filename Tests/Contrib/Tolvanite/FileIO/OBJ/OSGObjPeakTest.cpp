@@ -26,7 +26,7 @@ constexpr UInt64 FixedBytes = ReadBuffer::BlockBytes + 160 * 1024;
 
 struct AnyMaterial : ObjReadClient
 {
-    void elementRead() override {}
+    void elementsRead(UInt32) override {}
     void readLibrary(std::string const &) override {}
     Int32 findMaterial(std::string const &) override { return 0; }
 };

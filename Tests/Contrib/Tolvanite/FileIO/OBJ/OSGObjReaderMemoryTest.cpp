@@ -21,7 +21,7 @@ constexpr UInt64 BytesPerByte = 40;
 
 struct QuietClient : ObjReadClient
 {
-    void elementRead() override {}
+    void elementsRead(UInt32) override {}
     void readLibrary(std::string const &) override {}
     Int32 findMaterial(std::string const &) override { return 0; }
 };

@@ -62,7 +62,7 @@ TEST(ObjRecordReader, ArraysThatHoldSomethingAreAppendedTo)
     std::vector<Vec3f, MemAllocator<Vec3f>> normals;
     struct Client : ObjReadClient
     {
-        void elementRead() override {}
+        void elementsRead(UInt32) override {}
         void readLibrary(std::string const &) override {}
         Int32 findMaterial(std::string const &) override { return ObjRecords::NoMaterial; }
     } client;

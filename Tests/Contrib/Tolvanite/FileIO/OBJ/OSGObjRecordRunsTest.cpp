@@ -136,6 +136,46 @@ void expect_arrays(ObjFaces faces, std::vector<Face> const &newestFirst)
     ASSERT_EQ(actual, expected);
 }
 
+/// Adds the faces at once. A kind that no corner has is left out.
+void add_together(std::span<Face const> faces, ObjRecords &records)
+{
+    std::vector<Int32> sizes;
+    std::vector<Int32> indices[ObjIndexKindCount];
+    bool isThere[ObjIndexKindCount] = {true, false, false};
+    for(Face const &face : faces)
+    {
+        sizes.push_back(static_cast<Int32>(face.size()));
+        for(ObjTiePoint const &corner : face)
+        {
+            for(UInt32 kind = 0; kind < ObjIndexKindCount; ++kind)
+            {
+                indices[kind].push_back(corner.index[kind]);
+                isThere[kind] = isThere[kind] || corner.index[kind] != -1;
+            }
+        }
+    }
+    Int32 const *of[ObjIndexKindCount];
+    for(UInt32 kind = 0; kind < ObjIndexKindCount; ++kind)
+        of[kind] = isThere[kind] ? indices[kind].data() : nullptr;
+    records.addFaces(sizes, {of[0], of[1], of[2]}, indices[0].size());
+}
+
+void add_faces(std::mt19937 &random, std::span<Face const> faces, ObjRecords &records)
+{
+    while(!faces.empty())
+    {
+        std::size_t const together = std::min<std::size_t>(faces.size(), random() % 200);
+        add_together(faces.first(together), records);
+        faces = faces.subspan(together);
+        if(faces.empty())
+            return;
+        for(ObjTiePoint const &corner : faces[0])
+            records.addTiePoint(corner);
+        records.endFace();
+        faces = faces.subspan(1);
+    }
+}
+
 /// Puts runs into records and takes them out again, the newest first.
 void round_trip(std::mt19937 &random)
 {
@@ -147,12 +187,7 @@ void round_trip(std::mt19937 &random)
         if(faces.empty())
             continue;
         records.startMesh();
-        for(Face const &face : faces)
-        {
-            for(ObjTiePoint const &corner : face)
-                records.addTiePoint(corner);
-            records.endFace();
-        }
+        add_faces(random, faces, records);
         std::reverse(faces.begin(), faces.end());
         runs.push_back(std::move(faces));
     }

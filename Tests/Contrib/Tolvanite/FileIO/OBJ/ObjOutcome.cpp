@@ -42,7 +42,7 @@ class RecordingClient : public ObjReadClient
     {
     }
 
-    void elementRead() override { ++_outcome.elements; }
+    void elementsRead(UInt32 count) override { _outcome.elements += count; }
     void readLibrary(std::string const &name) override
     {
         _outcome.events.push_back("library " + name);

@@ -78,16 +78,20 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces faces, Material *materia
         return nullptr;
 
     TransitPtr<Geometry> geometry = Geometry::create();
-    addFaces(*geometry, faces, mask);
+    setArrays(*geometry, mask);
     if(afterwards == Arrays::LetGo)
     {
         _positions = nullptr;
         _texCoords = nullptr;
         _normals = nullptr;
     }
+    if(mask.singleIndex)
+        addOneIndex(*geometry, faces);
+    else
+        addSharedIndex(*geometry, faces);
+    // Last, when the faces have given back most of their memory.
+    addPrimitives(*geometry, faces);
     geometry->setMaterial(material != nullptr ? material : defaultMaterial());
-    createSharedIndex(geometry.get(), [this](MField<UInt32> &&entries)
-                      { return _indices.get(std::move(entries)); });
     if(geometry->getNormals() == nullptr)
         calcVertexNormals(geometry.get(), [this](MField<UInt32> &&entries)
                           { return _normalIndices.get(std::move(entries)); });
@@ -115,39 +119,49 @@ void ObjBuilder::addPrimitives(Geometry &geometry, ObjFaces const &faces)
     geometry.setLengths(_lengths.get(std::move(lengths)));
 }
 
-void ObjBuilder::addFaces(Geometry &geometry, ObjFaces &faces, ObjIndexMask const &mask)
+void ObjBuilder::setArrays(Geometry &geometry, ObjIndexMask const &mask)
 {
     bool const hasTexCoords = (mask.mask & ObjTexCoordBit) != 0 && _texCoords->size() != 0;
     bool const hasNormals = (mask.mask & ObjNormalBit) != 0 && _normals->size() != 0;
     geometry.setPositions(_positions);
     geometry.setTexCoords(hasTexCoords ? _texCoords.get() : nullptr);
     geometry.setNormals(hasNormals ? _normals.get() : nullptr);
+}
 
-    // A missing index is -1. It becomes the largest number, which is out of range of every array.
-    auto const indexOf = [&faces](ObjIndexKind kind)
-    {
-        MField<UInt32> entries;
-        faces.takeIndices(kind, entries);
-        return entries;
-    };
-    if(mask.singleIndex)
-    {
-        GeoUInt32Ptr const index = _indices.get(indexOf(ObjPositionIndex));
-        geometry.setIndex(index, Geometry::PositionsSlot);
-        geometry.setIndex(index, Geometry::NormalsSlot);
-        geometry.setIndex(index, Geometry::TexCoordsSlot);
-    }
-    else
-    {
-        // createSharedIndex joins these into one index, so the pool of arrays is not asked for
-        // them.
-        if(hasNormals)
-            geometry.setIndex(make_index(indexOf(ObjNormalIndex)), Geometry::NormalsSlot);
-        if(hasTexCoords)
-            geometry.setIndex(make_index(indexOf(ObjTexCoordIndex)), Geometry::TexCoordsSlot);
-        geometry.setIndex(make_index(indexOf(ObjPositionIndex)), Geometry::PositionsSlot);
-    }
-    // Last, when the faces have given back most of their memory.
-    addPrimitives(geometry, faces);
+namespace
+{
+/// A missing index is -1. It becomes the largest number, which is out of range of every array.
+MField<UInt32> indices_of(ObjFaces &faces, ObjIndexKind kind)
+{
+    MField<UInt32> indices;
+    faces.takeIndices(kind, indices);
+    return indices;
+}
+} // namespace
+
+/// The corners have one index each, and it serves all kinds.
+void ObjBuilder::addOneIndex(Geometry &geometry, ObjFaces &faces)
+{
+    GeoUInt32Ptr const index = _indices.get(indices_of(faces, ObjPositionIndex));
+    geometry.setIndex(index, Geometry::PositionsSlot);
+    geometry.setIndex(index, Geometry::NormalsSlot);
+    geometry.setIndex(index, Geometry::TexCoordsSlot);
+}
+
+void ObjBuilder::addSharedIndex(Geometry &geometry, ObjFaces &faces)
+{
+    if(geometry.getNormals() == nullptr && geometry.getTexCoords() == nullptr)
+        return geometry.setIndex(make_index(indices_of(faces, ObjPositionIndex)),
+                                 Geometry::PositionsSlot);
+    // The positions are taken last, because other kinds may refer to theirs.
+    std::vector<VertexElements> ofSlots(1);
+    if(geometry.getNormals() != nullptr)
+        ofSlots.push_back({Geometry::NormalsSlot, indices_of(faces, ObjNormalIndex)});
+    if(geometry.getTexCoords() != nullptr)
+        ofSlots.push_back({Geometry::TexCoordsSlot, indices_of(faces, ObjTexCoordIndex)});
+    ofSlots[0] = {Geometry::PositionsSlot, indices_of(faces, ObjPositionIndex)};
+    createSharedIndex(geometry, std::move(ofSlots),
+                      [this](MField<UInt32> &&entries)
+                      { return _indices.get(std::move(entries)); });
 }
 } // namespace OSG

@@ -51,7 +51,9 @@ class OSG_CONTRIBTOLVANITE_API ObjBuilder
     };
     TransitPtr<Geometry> buildGeometry(ObjFaces faces, Material *material, Arrays afterwards);
     void addPrimitives(Geometry &geometry, ObjFaces const &faces);
-    void addFaces(Geometry &geometry, ObjFaces &faces, ObjIndexMask const &mask);
+    void setArrays(Geometry &geometry, ObjIndexMask const &mask);
+    void addOneIndex(Geometry &geometry, ObjFaces &faces);
+    void addSharedIndex(Geometry &geometry, ObjFaces &faces);
     /// The material of meshes without one.
     Material *defaultMaterial();
 

@@ -39,23 +39,41 @@ using ObjTiePointVector = std::vector<ObjTiePoint, MemAllocator<ObjTiePoint>>;
 using ObjNumberVector = std::vector<Int32, MemAllocator<Int32>>;
 
 /// Corners as they are collected: the indices of each kind in an array of their own. Corners beyond
-/// `count` are room.
+/// `count` are room. A kind that no corner has had so far has no indices; all stand for -1.
 struct OSG_CONTRIBTOLVANITE_API ObjOpenCorners
 {
     MemArray<Int32> indices[ObjIndexKindCount];
+    bool isThere[ObjIndexKindCount] = {false, false, false};
     std::size_t count = 0;
 
     void add(ObjTiePoint const &corner)
     {
         if(count == indices[0].size())
-            grow();
-        indices[0][count] = corner.index[0];
-        indices[1][count] = corner.index[1];
-        indices[2][count] = corner.index[2];
+            grow(1);
+        for(UInt32 kind = 0; kind < ObjIndexKindCount; ++kind)
+        {
+            if(!isThere[kind])
+                begin(kind);
+            indices[kind][count] = corner.index[kind];
+        }
         ++count;
     }
-    /// Room for the first thousands is made at once.
-    void grow();
+    /// Adds the indices of corners, by kind; null for a kind that they do not have.
+    void add(Int32 const *const (&more)[ObjIndexKindCount], std::size_t corners);
+    /// Takes all corners away.
+    void clear();
+    /// Makes room for more corners, for the first thousands at once.
+    void grow(std::size_t corners);
+
+  private:
+    void begin(UInt32 kind);
+};
+
+/// Where the numbers of chunks lie.
+struct ObjChunkRoom
+{
+    ObjByteStack sizes;
+    ObjByteStack indices[ObjIndexKindCount];
 };
 
 /// Some thousand corners of whole faces, in the order of the file, packed. Texture coordinates and
@@ -63,8 +81,8 @@ struct OSG_CONTRIBTOLVANITE_API ObjOpenCorners
 class OSG_CONTRIBTOLVANITE_API ObjChunk
 {
   public:
-    /// Takes the sizes of the faces and their corners.
-    ObjChunk(std::span<Int32 const> sizes, ObjOpenCorners const &corners);
+    /// Takes the sizes of the faces and their corners. What it packs lies in `room`.
+    ObjChunk(std::span<Int32 const> sizes, ObjOpenCorners const &corners, ObjChunkRoom &room);
 
     std::size_t faceCount() const { return _faceCount; }
     std::size_t cornerCount() const { return _cornerCount; }
@@ -85,9 +103,14 @@ class OSG_CONTRIBTOLVANITE_API ObjChunk
     {
         source(kind).unpack(corner, to);
     }
-    /// Frees the indices of a kind, unless another kind needs them. Positions also stand for the
-    /// kinds that equal them, so they are released last.
-    void release(ObjIndexKind kind) { _indices[kind].release(); }
+    /// Gives the room of a kind back, with that of newer chunks. Positions also stand for the kinds
+    /// that equal them, so they are released last.
+    void release(ObjIndexKind kind, ObjChunkRoom &room)
+    {
+        _indices[kind].release(room.indices[kind]);
+    }
+    /// Gives all room back, with that of newer chunks.
+    void release(ObjChunkRoom &room);
 
   private:
     ObjPackedNumbers const &source(ObjIndexKind kind) const

@@ -49,51 +49,6 @@ Int32 index_of(Int32 number, std::size_t count)
     return static_cast<Int32>(std::min<Int64>(index, std::numeric_limits<Int32>::max()));
 }
 
-/// The zero-based index that `count` digits make; -1 where there are none.
-inline Int32 plain_index(char const *p, UInt32 count)
-{
-    return static_cast<Int32>(number_of_digits(p, count)) - 1;
-}
-
-/// Reads a corner in one of the four usual forms, with up to eight digits a number, followed by
-/// white space or the end of the line. Null for any other corner, which is then read number by
-/// number. The ends of the numbers come from one comparison, so none waits for another.
-inline char const *scan_plain_corner(char const *p, ObjTiePoint &corner)
-{
-    UInt32 others = other_than_digits_16(p) | 1u << 16;
-    UInt32 const first = static_cast<UInt32>(std::countr_zero(others));
-    if(first - 1 >= DigitsAtOnce)
-        return nullptr;
-    corner.index[ObjPositionIndex] = plain_index(p, first);
-    corner.index[ObjTexCoordIndex] = -1;
-    corner.index[ObjNormalIndex] = -1;
-    UInt32 end = first;
-    if(p[first] == '/')
-    {
-        others ^= 1u << 16;
-        others |= other_than_digits_16(p + 16) << 16;
-        others &= others - 1;
-        end = static_cast<UInt32>(std::countr_zero(others));
-        UInt32 const second = end - first - 1;
-        if(second > DigitsAtOnce)
-            return nullptr;
-        corner.index[ObjTexCoordIndex] = plain_index(p + first + 1, second);
-        bool const hasThird = p[end] == '/';
-        if(second == 0 && !hasThird)
-            return nullptr;
-        if(hasThird)
-        {
-            others &= others - 1;
-            UInt32 const begin = end + 1;
-            end = static_cast<UInt32>(std::countr_zero(others));
-            if(end - begin - 1 >= DigitsAtOnce)
-                return nullptr;
-            corner.index[ObjNormalIndex] = plain_index(p + begin, end - begin);
-        }
-    }
-    return is_line_end(p[end]) || is_blank(p[end]) ? p + end : nullptr;
-}
-
 char const *skip_blanks(char const *p)
 {
     while(is_blank(*p))
@@ -104,42 +59,14 @@ char const *skip_blanks(char const *p)
 
 void ObjFaceParser::parse(ObjElementCounts const &counts)
 {
-    if(!takePlainLine())
-        parseLines(counts);
-    _records.endFace();
-}
-
-/// Takes a line that is in memory as a whole and has plain corners alone. Otherwise nothing
-/// changes.
-bool ObjFaceParser::takePlainLine()
-{
-    std::string_view const text = _text.atHand();
-    std::size_t const before = _records.openTiePoints();
-    char const *const end = takePlainCorners(text.data());
-    std::size_t const length = static_cast<std::size_t>(end - text.data());
-    if(_text.good() && *end == '\n' && length > 0 && length < text.size() &&
-       length < ReadBuffer::LineLimit)
-    {
-        _text.takeAtHand(length);
-        return true;
-    }
-    _records.dropOpenTiePoints(before);
-    return false;
-}
-
-void ObjFaceParser::parseLines(ObjElementCounts const &counts)
-{
     while(parseLine(_text.lineRest().data(), counts) == LineEnd::Continued)
         _text.ignoreChar();
     closeCorner();
+    _records.endFace();
 }
 
 ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts const &counts)
 {
-    // Nearly all corners are plain. The general way below also continues a corner of the line
-    // before.
-    if(!_cornerIsOpen)
-        p = takePlainCorners(p);
     UInt32 kind = ObjPositionIndex;
     while(!is_line_end(*p))
     {
@@ -151,7 +78,7 @@ ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts 
         {
             closeCorner();
             kind = ObjPositionIndex;
-            p = takePlainCorners(p);
+            p = skip_blanks(p);
             continue;
         }
         Int32 number;
@@ -170,22 +97,6 @@ ObjFaceParser::LineEnd ObjFaceParser::parseLine(char const *p, ObjElementCounts 
             ++p;
     }
     return LineEnd::Face;
-}
-
-/// Adds corners as long as they are plain. Returns the beginning of the first word that is not a
-/// plain corner, or the end of the line.
-char const *ObjFaceParser::takePlainCorners(char const *p)
-{
-    ObjTiePoint corner;
-    for(;;)
-    {
-        p = skip_blanks(p);
-        char const *const behind = scan_plain_corner(p, corner);
-        if(behind == nullptr)
-            return p;
-        _records.addTiePoint(corner);
-        p = behind;
-    }
 }
 
 void ObjFaceParser::openCorner()

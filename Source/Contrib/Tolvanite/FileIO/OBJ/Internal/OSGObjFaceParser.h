@@ -46,10 +46,7 @@ class OSG_CONTRIBTOLVANITE_API ObjFaceParser
         Continued
     };
 
-    bool takePlainLine();
-    void parseLines(ObjElementCounts const &counts);
     LineEnd parseLine(char const *p, ObjElementCounts const &counts);
-    char const *takePlainCorners(char const *p);
     void openCorner();
     void closeCorner();
 

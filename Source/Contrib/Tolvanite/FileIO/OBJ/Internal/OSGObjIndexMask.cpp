@@ -1,5 +1,6 @@
 #include "OSGObjIndexMask.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace OSG
@@ -31,7 +32,26 @@ FaceMask mask_of(std::span<ObjTiePoint const> face)
     return result;
 }
 
-/// The mask of all faces of a chunk, if it is certain that they have one.
+/// Whether all corners of a piece have the index of their position. Mostly the first ones decide.
+bool equals_positions(ObjPiece const &piece, ObjIndexKind kind)
+{
+    if(piece.chunk->equalsPositions(kind))
+        return true;
+    constexpr std::size_t Few = 64;
+    Int32 positions[Few];
+    Int32 indices[Few];
+    for(std::size_t i = 0; i < piece.cornerCount; i += Few)
+    {
+        std::size_t const count = std::min(Few, piece.cornerCount - i);
+        piece.chunk->unpack(ObjPositionIndex, piece.firstCorner + i, {positions, count});
+        piece.chunk->unpack(kind, piece.firstCorner + i, {indices, count});
+        if(!std::equal(positions, positions + count, indices))
+            return false;
+    }
+    return true;
+}
+
+/// The mask of all faces of a piece, if it is certain that they have one.
 std::optional<FaceMask> common_mask(ObjPiece const &piece)
 {
     ObjChunk const &chunk = *piece.chunk;
@@ -45,11 +65,8 @@ std::optional<FaceMask> common_mask(ObjPiece const &piece)
         if(chunk.least(kind) < 0)
             return std::nullopt;
         result.mask |= 1u << kind;
-        result.singleIndex &= chunk.equalsPositions(kind);
+        result.singleIndex = result.singleIndex && equals_positions(piece, kind);
     }
-    // Other indices may all lie in the faces of another run.
-    if(!result.singleIndex && !piece.isWhole())
-        return std::nullopt;
     return result;
 }
 

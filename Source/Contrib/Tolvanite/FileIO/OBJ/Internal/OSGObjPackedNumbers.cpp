@@ -49,7 +49,7 @@ UInt32 width_for(UInt32 difference)
 }
 } // namespace
 
-ObjPackedNumbers::ObjPackedNumbers(std::span<Int32 const> numbers)
+ObjPackedNumbers::ObjPackedNumbers(std::span<Int32 const> numbers, ObjByteStack &room)
 {
     if(numbers.empty())
         return;
@@ -59,11 +59,11 @@ ObjPackedNumbers::ObjPackedNumbers(std::span<Int32 const> numbers)
     // Differences wrap around where they do not fit into a signed number.
     _width = width_for(static_cast<UInt32>(_greatest) - static_cast<UInt32>(_least));
     if(_width == 1)
-        store<UInt8>(numbers);
+        store<UInt8>(numbers, room);
     else if(_width == 2)
-        store<UInt16>(numbers);
+        store<UInt16>(numbers, room);
     else if(_width == 4)
-        store<UInt32>(numbers);
+        store<UInt32>(numbers, room);
 }
 
 void ObjPackedNumbers::unpack(std::size_t first, std::span<Int32> to) const
@@ -103,11 +103,11 @@ struct Packed<UInt32>
 } // namespace
 
 template <class Word>
-void ObjPackedNumbers::store(std::span<Int32 const> numbers)
+void ObjPackedNumbers::store(std::span<Int32 const> numbers, ObjByteStack &room)
 {
     using Words = typename Packed<Word>::Words;
-    _bytes = MemArray<unsigned char>(numbers.size() * sizeof(Word));
-    Word *const to = reinterpret_cast<Word *>(_bytes.data());
+    _bytes = room.add(numbers.size() * sizeof(Word));
+    Word *const to = reinterpret_cast<Word *>(_bytes);
     UInt32 const least = static_cast<UInt32>(_least);
     std::size_t i = 0;
     for(; i + Lanes <= numbers.size(); i += Lanes)
@@ -125,7 +125,7 @@ template <class Word>
 void ObjPackedNumbers::load(std::size_t first, std::span<Int32> numbers) const
 {
     using Words = typename Packed<Word>::Words;
-    Word const *const from = reinterpret_cast<Word const *>(_bytes.data()) + first;
+    Word const *const from = reinterpret_cast<Word const *>(_bytes) + first;
     UInt32 const least = static_cast<UInt32>(_least);
     std::size_t i = 0;
     for(; i + Lanes <= numbers.size(); i += Lanes)

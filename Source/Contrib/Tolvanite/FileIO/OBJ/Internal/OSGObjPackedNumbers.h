@@ -4,7 +4,7 @@
 
 #include "OSGBaseTypes.h"
 #include "OSGContribTolvaniteApi.h"
-#include "OSGMemArray.h"
+#include "OSGObjByteStack.h"
 
 namespace OSG
 {
@@ -14,8 +14,14 @@ namespace OSG
 class OSG_CONTRIBTOLVANITE_API ObjPackedNumbers
 {
   public:
-    ObjPackedNumbers() = default;
-    explicit ObjPackedNumbers(std::span<Int32 const> numbers);
+    /// Each number is `number`.
+    explicit ObjPackedNumbers(Int32 number = 0)
+        : _least(number)
+        , _greatest(number)
+    {
+    }
+    /// The numbers lie in `room`.
+    ObjPackedNumbers(std::span<Int32 const> numbers, ObjByteStack &room);
 
     Int32 least() const { return _least; }
     Int32 greatest() const { return _greatest; }
@@ -23,16 +29,22 @@ class OSG_CONTRIBTOLVANITE_API ObjPackedNumbers
     UInt32 width() const { return _width; }
     /// Writes the numbers from the place `first` on.
     void unpack(std::size_t first, std::span<Int32> to) const;
-    /// Frees the numbers. `least` and `greatest` stay; nothing can be unpacked any more.
-    void release() { _bytes = MemArray<unsigned char>(); }
+    /// Gives the numbers back, and those that were packed into the room after them. `least` and
+    /// `greatest` stay; nothing can be unpacked any more.
+    void release(ObjByteStack &room)
+    {
+        if(_bytes != nullptr)
+            room.dropFrom(_bytes);
+        _bytes = nullptr;
+    }
 
   private:
     template <class Word>
-    void store(std::span<Int32 const> numbers);
+    void store(std::span<Int32 const> numbers, ObjByteStack &room);
     template <class Word>
     void load(std::size_t first, std::span<Int32> to) const;
 
-    MemArray<unsigned char> _bytes;
+    unsigned char *_bytes = nullptr; // not owned
     Int32 _least = 0;
     Int32 _greatest = 0;
     UInt32 _width = 0;

@@ -2,6 +2,7 @@
 
 #include "OSGLog.h"
 #include "OSGObjMessages.h"
+#include "OSGObjPlainLines.h"
 #include "OSGShownText.h"
 
 namespace OSG
@@ -39,7 +40,7 @@ void ObjRecordReader::readElements()
             _text.ignoreLine();
             continue;
         }
-        _client.elementRead();
+        _client.elementsRead(1);
         ObjElement const element = _elements.find(word);
         readElement(element, word);
         _previous = element;
@@ -51,13 +52,13 @@ void ObjRecordReader::readElement(ObjElement element, std::string_view word)
     switch(element)
     {
     case ObjElement::Vertex:
-        return readVertex();
+        return readVertices(word, _positions);
     case ObjElement::TexCoord:
-        return readTexCoord();
+        return readVertices(word, _texCoords);
     case ObjElement::Normal:
-        return readNormal();
+        return readVertices(word, _normals);
     case ObjElement::Face:
-        return readFace();
+        return readFaces(word);
     case ObjElement::MaterialLibrary:
         return readLibrary();
     case ObjElement::UseMaterial:
@@ -72,30 +73,32 @@ void ObjRecordReader::readElement(ObjElement element, std::string_view word)
     skipUnknown(word);
 }
 
-void ObjRecordReader::readVertex()
+/// Reads the vertex of this line, and those of plain lines behind it.
+template <class Value>
+void ObjRecordReader::readVertices(std::string_view word, ObjValueList<Value> &to)
 {
-    Real32 values[3];
-    _text.readReal32s(values, 3);
-    _positions.add() = Pnt3f(values);
+    if(_text.good() && take(take_plain_vertices({word, _text.atHand()}, to)))
+        return;
+    Real32 values[Value::Dimension];
+    _text.readReal32s(values, Value::Dimension);
+    to.add() = Value(values);
 }
 
-void ObjRecordReader::readTexCoord()
+void ObjRecordReader::readFaces(std::string_view word)
 {
-    Real32 values[2];
-    _text.readReal32s(values, 2);
-    _texCoords.add() = Vec2f(values);
-}
-
-void ObjRecordReader::readNormal()
-{
-    Real32 values[3];
-    _text.readReal32s(values, 3);
-    _normals.add() = Vec3f(values);
-}
-
-void ObjRecordReader::readFace()
-{
+    if(_text.good() && take(take_plain_faces({word, _text.atHand()}, _records)))
+        return;
     _faces.parse({{_positions.size(), _texCoords.size(), _normals.size()}});
+}
+
+bool ObjRecordReader::take(ObjTakenLines const &lines)
+{
+    if(lines.count == 0)
+        return false;
+    _text.takeAtHand(static_cast<std::size_t>(lines.end - _text.atHand().data()));
+    // The element of the first line is counted already.
+    _client.elementsRead(lines.count - 1);
+    return true;
 }
 
 void ObjRecordReader::readLibrary()

@@ -13,14 +13,16 @@
 
 namespace OSG
 {
+struct ObjTakenLines;
+
 /// What the reader asks of the scene that it reads into.
 class OSG_CONTRIBTOLVANITE_API ObjReadClient
 {
   public:
     virtual ~ObjReadClient();
 
-    /// Called before each element is read. Comments are not elements.
-    virtual void elementRead() = 0;
+    /// Called when elements are read, with their number. Comments are not elements.
+    virtual void elementsRead(UInt32 count) = 0;
     /// Called where the file names a material library. The name may be empty.
     virtual void readLibrary(std::string const &name) = 0;
     /// The slot of the material of that name; ObjRecords::NoMaterial if no library has it.
@@ -50,10 +52,10 @@ class OSG_CONTRIBTOLVANITE_API ObjRecordReader
   private:
     void readElements();
     void readElement(ObjElement element, std::string_view word);
-    void readVertex();
-    void readTexCoord();
-    void readNormal();
-    void readFace();
+    template <class Value>
+    void readVertices(std::string_view word, ObjValueList<Value> &to);
+    void readFaces(std::string_view word);
+    bool take(ObjTakenLines const &lines);
     void readLibrary();
     void readMaterialUse();
     void skipUnknown(std::string_view word);

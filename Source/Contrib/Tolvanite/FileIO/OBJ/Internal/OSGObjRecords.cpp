@@ -1,6 +1,7 @@
 #include "OSGObjRecords.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace OSG
 {
@@ -86,8 +87,6 @@ ObjPiece ObjFaces::pieceOf(std::size_t place, std::size_t faceEnd, std::size_t c
 
 namespace
 {
-using Words = std::vector<UInt32, MemAllocator<UInt32>>;
-
 /// Writes faces of `Size` corners in the reverse order. A size that the compiler knows makes a
 /// loop of plain copies.
 template <std::size_t Size>
@@ -101,20 +100,31 @@ void put_reversed(std::span<Int32 const> corners, UInt32 *to)
     }
 }
 
+/// Numbers that are copied in one piece.
+constexpr std::size_t CopiedAtOnce = 4;
+
+/// Writes faces in the reverse order. While there is room, a copy takes what lies behind a face
+/// too, since a copy of a fixed size needs no loop; the next face is written over it. The last
+/// `CopiedAtOnce` of the corners are only room.
 void put_reversed(std::span<Int32 const> corners, std::span<Int32 const> sizes, UInt32 *to)
 {
-    std::size_t behind = corners.size();
+    std::size_t behind = corners.size() - CopiedAtOnce;
     for(std::size_t face = sizes.size(); face-- > 0;)
     {
         std::size_t const size = static_cast<std::size_t>(sizes[face]);
+        bool const hasRoom = behind >= size + CopiedAtOnce;
         behind -= size;
-        for(std::size_t i = 0; i < size; ++i)
-            *to++ = static_cast<UInt32>(corners[behind + i]);
+        Int32 const *const from = &corners[behind];
+        for(std::size_t i = 0; hasRoom && i < size; i += CopiedAtOnce)
+            std::memcpy(to + i, from + i, CopiedAtOnce * sizeof(UInt32));
+        if(!hasRoom)
+            std::memcpy(to, from, size * sizeof(UInt32));
+        to += size;
     }
 }
 } // namespace
 
-void ObjFaces::appendSizes(Words &to) const
+void ObjFaces::appendSizes(std::vector<UInt32, MemAllocator<UInt32>> &to) const
 {
     ObjNumberVector &sizes = _records._roomForSizes;
     to.reserve(to.size() + size());
@@ -131,26 +141,29 @@ void ObjFaces::appendSizes(Words &to) const
     }
 }
 
-void ObjFaces::takeIndices(ObjIndexKind kind, Words &to)
+void ObjFaces::takeIndices(ObjIndexKind kind, std::vector<UInt32, MemAllocator<UInt32>> &to)
 {
     // Runs may be small and many, so that room of their own would take longer than the indices.
     ObjNumberVector &corners = _records._roomForCorners;
     ObjNumberVector &sizes = _records._roomForSizes;
     to.reserve(to.size() + tiePointCount());
+    // Room is given back in the reverse order of packing.
+    bool const isNewest = _faceEnd == _records._packedFaces;
     for(ObjPiece piece = newestPiece(); piece.chunk != nullptr; piece = pieceBefore(piece))
     {
         ObjChunk &chunk = *piece.chunk;
-        corners.resize(piece.cornerCount);
-        chunk.unpack(kind, piece.firstCorner, corners);
+        corners.resize(piece.cornerCount + CopiedAtOnce);
+        std::span<Int32> const ofPiece(corners.data(), piece.cornerCount);
+        chunk.unpack(kind, piece.firstCorner, ofPiece);
         to.resize(to.size() + piece.cornerCount);
         UInt32 *const reversed = to.data() + to.size() - piece.cornerCount;
         if(chunk.hasOneSize() && chunk.leastSize() == 3)
         {
-            put_reversed<3>(corners, reversed);
+            put_reversed<3>(ofPiece, reversed);
         }
         else if(chunk.hasOneSize() && chunk.leastSize() == 4)
         {
-            put_reversed<4>(corners, reversed);
+            put_reversed<4>(ofPiece, reversed);
         }
         else
         {
@@ -158,8 +171,8 @@ void ObjFaces::takeIndices(ObjIndexKind kind, Words &to)
             chunk.unpackSizes(piece.firstFace, sizes);
             put_reversed(corners, sizes, reversed);
         }
-        if(piece.isWhole())
-            chunk.release(kind);
+        if(isNewest && piece.firstFace == 0)
+            chunk.release(kind, _records._room);
     }
 }
 
@@ -170,18 +183,28 @@ ObjRecords::ObjRecords()
 {
 }
 
+void ObjRecords::addFaces(std::span<Int32 const> sizes,
+                          Int32 const *const (&indices)[ObjIndexKindCount], std::size_t corners)
+{
+    _openSizes.insert(_openSizes.end(), sizes.begin(), sizes.end());
+    _open.add(indices, corners);
+    _faceBegin = _open.count;
+    if(_faceBegin >= ChunkSize || _openSizes.size() >= ChunkSize)
+        closeChunk();
+}
+
 void ObjRecords::closeChunk()
 {
     if(_openSizes.empty())
         return;
-    _chunks.push_back({_packedFaces, _packedCorners, ObjChunk(_openSizes, _open)});
+    _chunks.push_back({_packedFaces, _packedCorners, ObjChunk(_openSizes, _open, _room)});
     _packedFaces += _openSizes.size();
     _packedCorners += _open.count;
     _openSizes.clear();
     // A face may be very long. Its room is not kept.
     if(_open.count > 4 * ChunkSize)
         _open = ObjOpenCorners();
-    _open.count = 0;
+    _open.clear();
     _faceBegin = 0;
 }
 
@@ -207,7 +230,10 @@ void ObjRecords::dropNewestMesh()
     _packedFaces = _meshes.back().firstFace;
     _packedCorners = _meshes.back().firstCorner;
     while(!_chunks.empty() && _chunks.back().firstFace >= _packedFaces)
+    {
+        _chunks.back().faces.release(_room);
         _chunks.pop_back();
+    }
     _meshes.pop_back();
     // The copies add up to less than the largest size that the list ever had.
     if(_meshes.size() < _meshes.capacity() / 4)

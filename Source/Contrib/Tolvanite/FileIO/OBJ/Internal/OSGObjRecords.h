@@ -31,9 +31,6 @@ struct ObjPiece
     std::size_t faceCount = 0;
     std::size_t firstCorner = 0;
     std::size_t cornerCount = 0;
-
-    /// Whether no other run has faces in the chunk.
-    bool isWhole() const { return faceCount == chunk->faceCount(); }
 };
 
 /// The sizes and corners of a piece, unpacked.
@@ -95,8 +92,9 @@ class OSG_CONTRIBTOLVANITE_API ObjFaces
 
     /// Appends the sizes of the faces.
     void appendSizes(std::vector<UInt32, MemAllocator<UInt32>> &to) const;
-    /// Appends the indices of a kind, face by face, -1 as the largest number, and frees them where
-    /// no other run needs them. They cannot be read again. The positions have to be taken last.
+    /// Appends the indices of a kind, face by face, -1 as the largest number. Those of the newest
+    /// run are freed where no other run needs them; they cannot be read again. The positions have
+    /// to be taken last.
     void takeIndices(ObjIndexKind kind, std::vector<UInt32, MemAllocator<UInt32>> &to);
 
   private:
@@ -127,17 +125,14 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
 {
   public:
     static constexpr Int32 NoMaterial = -1;
-    /// A chunk ends with the face that reaches this number of corners, or of faces.
+    /// A chunk ends with the face, or with the faces added together, that reach this number of
+    /// corners, or of faces.
     static constexpr std::size_t ChunkSize = 4096;
 
     ObjRecords();
 
     // --- collecting ---
     void addTiePoint(ObjTiePoint const &tiePoint) { _open.add(tiePoint); }
-    /// Corners of the face that is being collected and of others that are not packed yet.
-    std::size_t openTiePoints() const { return _open.count; }
-    /// Takes corners away that were added since there were so many.
-    void dropOpenTiePoints(std::size_t count) { _open.count = count; }
     /// Makes a face of the corners that were added since the last face. It may be empty.
     void endFace()
     {
@@ -146,6 +141,10 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
         if(_faceBegin >= ChunkSize || _openSizes.size() >= ChunkSize)
             closeChunk();
     }
+    /// Adds whole faces: their sizes, and the indices of all their corners by kind; null for a kind
+    /// that they do not have. No face may be under way.
+    void addFaces(std::span<Int32 const> sizes, Int32 const *const (&indices)[ObjIndexKindCount],
+                  std::size_t corners);
     /// Starts another mesh, unless the current mesh has no face.
     void startMesh();
     /// Sets the material slot of the current mesh. The caller decides what slots mean.
@@ -183,6 +182,7 @@ class OSG_CONTRIBTOLVANITE_API ObjRecords
     std::size_t faceCount() const { return _packedFaces + _openSizes.size(); }
     std::size_t cornerCount() const { return _packedCorners + _open.count; }
 
+    ObjChunkRoom _room;
     std::vector<PlacedChunk, MemAllocator<PlacedChunk>> _chunks;
     std::size_t _packedFaces = 0; ///< in chunks
     std::size_t _packedCorners = 0;

@@ -14,9 +14,10 @@ template <class T>
 class ObjValueList
 {
   public:
-    /// Values of a block: the first one is small, each other one twice as large up to the limit.
+    /// A block has room for a thirty-second of the values before it, within these limits. Large
+    /// blocks may lie in large pages of the system.
     static constexpr std::size_t SmallestBlock = 64;
-    static constexpr std::size_t LargestBlock = 8192;
+    static constexpr std::size_t LargestBlock = (std::size_t(4) << 20) / sizeof(T);
 
     std::size_t size() const { return _before + static_cast<std::size_t>(_next - begin()); }
 
@@ -46,8 +47,7 @@ class ObjValueList
     void addBlock()
     {
         std::size_t const before = size();
-        std::size_t const room =
-            _blocks.empty() ? SmallestBlock : std::min(2 * _blocks.back().size(), LargestBlock);
+        std::size_t const room = std::clamp(before / 32, SmallestBlock, LargestBlock);
         _blocks.emplace_back(room);
         _before = before;
         _next = _blocks.back().data();
