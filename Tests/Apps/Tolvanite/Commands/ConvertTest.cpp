@@ -1,5 +1,6 @@
 // The files that `tolvanite convert` writes, and those that it must not change.
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,7 @@
 #include "OSGSimpleTexturedMaterial.h"
 #include "Program.h"
 #include "TempFolder.h"
+#include "Tool.h"
 
 namespace Tool::Test
 {
@@ -147,6 +149,49 @@ TEST_F(Convert, WhoCouldNotReadTheOldFileCannotReadTheNewOne)
     fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(run_program({"convert", pavilion(), target}).status, 0);
     EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(Convert, NamesStandInItsLinesWithoutControlCharacters)
+{
+    std::string const strange = folder.path("\x1b[31mred\n.osb");
+    Outcome const outcome = run_program({"convert", pavilion(), strange});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.out.find("\\x1B[31mred\\x0A.osb: "), std::string::npos);
+    EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 1);
+    EXPECT_EQ(Json::parse(run_program({"convert", strange, target, "--json"}).out)["in"], strange);
+    std::string const nowhere = folder.path("no\x1b/a.osb");
+    EXPECT_EQ(run_program({"convert", strange, nowhere}).err, "tolvanite: cannot write " +
+                                                                  folder.path("no\\x1B/a.osb") +
+                                                                  ": No such file or directory\n");
+}
+
+// --- memory ---
+
+TEST_F(Convert, MemoryThatIsMissingAtAnyPlaceIsNamedAndTheTargetStays)
+{
+    constexpr int LoaderFailed = 127; // the program has not been started
+    std::string const out = folder.path("scene.obj");
+    folder.write("scene.obj", "old");
+    folder.write("scene.mtl", "old");
+    int failures = 0;
+    unsigned megabytes = 8;
+    for(int status = Failed; status != Success; megabytes += 2)
+    {
+        ASSERT_LT(megabytes, 1000u);
+        Outcome const outcome =
+            run_program_within(megabytes, {"convert", pavilion(), out, "--quiet"});
+        status = outcome.status;
+        if(status == Success || status == LoaderFailed)
+            continue;
+        ++failures;
+        ASSERT_EQ(status, Failed);
+        ASSERT_EQ(outcome.err, "tolvanite: out of memory\n");
+        ASSERT_EQ(outcome.out, "");
+        ASSERT_EQ(content_of(out) + content_of(folder.path("scene.mtl")), "oldold");
+        ASSERT_EQ(files().size(), 2u);
+    }
+    EXPECT_GT(failures, 2);
+    EXPECT_GT(content_of(out).size(), 1000u);
 }
 
 // --- formats of several files ---

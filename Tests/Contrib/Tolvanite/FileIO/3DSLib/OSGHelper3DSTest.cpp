@@ -44,8 +44,8 @@ TEST(Helper3DS, APlaceCountsBeyondAMillionthOfAUnitAlone)
 TEST(Helper3DS, WhereTheNodeMovesNothingCornersPassAsTheyAre)
 {
     Real32 const infinite = std::numeric_limits<Real32>::infinity();
-    std::string const mesh = mesh_3ds("m", points_3ds({infinite, 0, -0.f, 1, 0, 0, 0, 1, 0}) +
-                                               faces_3ds({{{0, 1, 2}}}));
+    std::string const mesh =
+        mesh_3ds("m", points_3ds({infinite, 0, -0.f, 1, 0, 0, 0, 1, 0}) + faces_3ds({{{0, 1, 2}}}));
     Scene3DS const scene = read_3ds(file_3ds(mesh, instance_3ds(0, "m", NoParent3DS)));
     Pnt3f const corner = positions_of(*scene.geometries().at(0)).at(0);
     EXPECT_EQ(corner, Pnt3f(infinite, 0, 0));
@@ -75,8 +75,7 @@ TEST(Helper3DS, WhetherAlphaIsBinaryIsTakenFromThePicture)
             Scene3DS const scene =
                 read_3ds(file_3ds(material_3ds("m", map_3ds(map, path)) +
                                   triangle_3ds("t", 0, "", face_material_3ds("m", {0}))));
-            auto *const texture =
-                chunk_of<TextureObjChunk>(*chunks_of(*scene.geometries().at(0)));
+            auto *const texture = chunk_of<TextureObjChunk>(*chunks_of(*scene.geometries().at(0)));
             ASSERT_NE(texture, nullptr);
             EXPECT_EQ(texture->getImage()->getForceAlphaBinary(), alpha == 255);
         }

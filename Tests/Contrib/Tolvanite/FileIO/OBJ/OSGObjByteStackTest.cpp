@@ -51,7 +51,9 @@ TEST(ObjByteStack, PiecesKeepTheirBytesWhileOthersComeAndGo)
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pieces.back().bytes) % 4, 0u);
             continue;
         }
-        std::size_t const left = pieces.size() - 1 - random.below(std::min<UInt32>(8, static_cast<UInt32>(pieces.size())));
+        std::size_t const left =
+            pieces.size() - 1 -
+            random.below(std::min<UInt32>(8, static_cast<UInt32>(pieces.size())));
         stack.dropFrom(pieces[left].bytes);
         pieces.resize(left);
         for(std::size_t i = left - std::min<std::size_t>(left, 4); i < left; ++i)

@@ -149,7 +149,8 @@ RandomFaces random_faces(RandomNumbers &random, UInt32 lines, UInt32 form)
     {
         result.text += line == 0 ? "" : "\nf";
         std::vector<std::string> &face = result.faces.emplace_back();
-        for(UInt32 corners = random.below(random.below(10) == 0 ? 40 : 6) + 1; corners > 0; --corners)
+        for(UInt32 corners = random.below(random.below(10) == 0 ? 40 : 6) + 1; corners > 0;
+            --corners)
         {
             std::string const a = random_number(random);
             std::string const b = random_number(random);
@@ -157,8 +158,8 @@ RandomFaces random_faces(RandomNumbers &random, UInt32 lines, UInt32 form)
             bool const hasSecond = form == 1 || form == 3;
             bool const hasThird = form >= 2;
             result.text += random.below(20) == 0 ? "  " : " ";
-            result.text += a + (form != 0 ? "/" : "") + (hasSecond ? b : "") +
-                           (hasThird ? "/" + c : "");
+            result.text +=
+                a + (form != 0 ? "/" : "") + (hasSecond ? b : "") + (hasThird ? "/" + c : "");
             face.push_back(without_zeros(a) + "/" + (hasSecond ? without_zeros(b) : "0") + "/" +
                            (hasThird ? without_zeros(c) : "0"));
         }
@@ -276,22 +277,21 @@ class ObjPlainVertexLines : public testing::TestWithParam<LineCase>
 {
 };
 
-LineCase const FaceCases[] = {
-    {"OtherForm", " 1 2 3\nf 1/2 2/3 3/4\n", 1},
-    {"OtherFormWithinALine", " 1/2/3 2//3 3/4/5\n", 0},
-    {"RelativeNumber", " 1 2 3\nf -1 -2 -3\n", 1},
-    {"NineDigits", " 1 2 3\nf 123456789 1 1\n", 1},
-    {"FourthNumber", " 1/2/3\nf 1/2/3/4 5/6/7\n", 1},
-    {"SlashAtTheEnd", " 1 2 3\nf 1 2/\n", 1},
-    {"SlashWithoutNumber", " 1/2 2/3\nf 1/ 2/2\n", 1},
-    {"Continued", " 1 2 3\nf 1 2 \\\n3\n", 1},
-    {"Comment", " 1 2 3\nf 1 2 # 3\n", 1},
-    {"Tab", " 1 2 3\nf 1\t2 3\n", 1},
-    {"ReturnWithin", " 1 2 3\nf 1 2\r3\n", 1},
-    {"EndOfTheText", " 1 2 3\nf 1 2 3", 1},
-    {"EndBehindTheWord", " 1 2 3\nf ", 1},
-    {"FaceWithoutCorners", " 1 2 3\nf  \nf 1\n", 3},
-    {"NothingBehindTheWord", "\n", 0}};
+LineCase const FaceCases[] = {{"OtherForm", " 1 2 3\nf 1/2 2/3 3/4\n", 1},
+                              {"OtherFormWithinALine", " 1/2/3 2//3 3/4/5\n", 0},
+                              {"RelativeNumber", " 1 2 3\nf -1 -2 -3\n", 1},
+                              {"NineDigits", " 1 2 3\nf 123456789 1 1\n", 1},
+                              {"FourthNumber", " 1/2/3\nf 1/2/3/4 5/6/7\n", 1},
+                              {"SlashAtTheEnd", " 1 2 3\nf 1 2/\n", 1},
+                              {"SlashWithoutNumber", " 1/2 2/3\nf 1/ 2/2\n", 1},
+                              {"Continued", " 1 2 3\nf 1 2 \\\n3\n", 1},
+                              {"Comment", " 1 2 3\nf 1 2 # 3\n", 1},
+                              {"Tab", " 1 2 3\nf 1\t2 3\n", 1},
+                              {"ReturnWithin", " 1 2 3\nf 1 2\r3\n", 1},
+                              {"EndOfTheText", " 1 2 3\nf 1 2 3", 1},
+                              {"EndBehindTheWord", " 1 2 3\nf ", 1},
+                              {"FaceWithoutCorners", " 1 2 3\nf  \nf 1\n", 3},
+                              {"NothingBehindTheWord", "\n", 0}};
 
 class ObjPlainFaceLines : public testing::TestWithParam<LineCase>
 {

@@ -78,8 +78,7 @@ HWY_INLINE UInt64 others_at(char const *text)
 HWY_INLINE UInt64 bits_of(char const *text, char c)
 {
     Characters const characters;
-    return bits_where(text,
-                      [&](auto some)
+    return bits_where(text, [&](auto some)
                       { return hn::Eq(some, hn::Set(characters, static_cast<UInt8>(c))); });
 }
 
@@ -97,8 +96,8 @@ HWY_INLINE Words numbers_of_words(Tag const words, Words const text)
     auto const twoDigits = hn::Add(tens, hn::ShiftRight<8>(digits));
     auto const hundreds = hn::BitCast(
         fours, hn::Mul(twoDigits, hn::BitCast(pairs, hn::Set(fours, UInt32(0x00010064)))));
-    auto const fourDigits = hn::Add(hn::And(hundreds, hn::Set(fours, UInt32(0xffff))),
-                                    hn::ShiftRight<16>(hundreds));
+    auto const fourDigits =
+        hn::Add(hn::And(hundreds, hn::Set(fours, UInt32(0xffff))), hn::ShiftRight<16>(hundreds));
     auto const high = hn::MulEven(fourDigits, hn::Set(fours, UInt32(10000)));
     return hn::Add(high, hn::ShiftRight<32>(hn::BitCast(words, fourDigits)));
 }

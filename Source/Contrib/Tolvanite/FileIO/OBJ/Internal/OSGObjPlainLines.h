@@ -6,8 +6,8 @@
 /// A line is plain if it begins with the same word as the line before it, if spaces stand between
 /// its values, and if nothing but spaces, a carriage return and the line break stand behind them.
 /// Its numbers are short: of a vertex up to seven digits and eight behind a point, and the line has
-/// at most 63 characters; of a corner up to eight digits without a sign. All other lines are left to
-/// the general readers, which give the same results for plain lines.
+/// at most 63 characters; of a corner up to eight digits without a sign. All other lines are left
+/// to the general readers, which give the same results for plain lines.
 ///
 /// The text is looked at in two passes, some hundred numbers at a time. The first finds the numbers
 /// and lays the digits of each into a word of eight bytes. The second converts the words, several
@@ -54,8 +54,11 @@ struct ObjTakenLines
 
 /// Take the values of the first line, and of the plain lines that follow it, and add them. Nothing
 /// of a line that is not plain is added.
-OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_vertices(ObjPlainText const &text, ObjValueList<Pnt3f> &to);
-OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_vertices(ObjPlainText const &text, ObjValueList<Vec3f> &to);
-OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_vertices(ObjPlainText const &text, ObjValueList<Vec2f> &to);
+OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_vertices(ObjPlainText const &text,
+                                                           ObjValueList<Pnt3f> &to);
+OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_vertices(ObjPlainText const &text,
+                                                           ObjValueList<Vec3f> &to);
+OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_vertices(ObjPlainText const &text,
+                                                           ObjValueList<Vec2f> &to);
 OSG_CONTRIBTOLVANITE_API ObjTakenLines take_plain_faces(ObjPlainText const &text, ObjRecords &to);
 } // namespace OSG
