@@ -211,6 +211,7 @@ bool SceneFileHandlerBase::writeBy(SceneFileType const &type, Node *node, std::o
     };
     WriteScope const scope{_isWriting};
     _unwrittenFiles.clear();
+    _losses.clear();
     _isWriting = true;
     return type.write(node, out, name);
 }
@@ -219,6 +220,12 @@ void SceneFileHandlerBase::addUnwrittenFile(std::string const &fileName)
 {
     if(_isWriting)
         _unwrittenFiles.push_back(fileName);
+}
+
+void SceneFileHandlerBase::addLoss(std::string const &sentence)
+{
+    if(_isWriting)
+        _losses.push_back(sentence);
 }
 
 bool SceneFileHandlerBase::write(Node *node, char const *fileName)

@@ -43,6 +43,8 @@ class OSG_FILEIO_API SceneFileHandlerBase
     bool write(Node *node, std::ostream &out, char const *suffix);
     /// Files beside the scene's own, such as textures, that the last write could not write.
     std::vector<std::string> const &getUnwrittenFiles() const { return _unwrittenFiles; }
+    /// What a reader will miss of the scene in the files of the last write, in sentences.
+    std::vector<std::string> const &getLosses() const { return _losses; }
 
     // --- types ---
     /// The type for a suffix that has all abilities of `flags`. Types that override are preferred
@@ -69,6 +71,8 @@ class OSG_FILEIO_API SceneFileHandlerBase
     // --- for writers; about the write that is under way; without one, nothing happens ---
     /// Notes that a file beside the scene's own could not be written.
     void addUnwrittenFile(std::string const &fileName);
+    /// Notes, in a sentence, that a reader will miss something although all is written.
+    void addLoss(std::string const &sentence);
 
     // --- progress of the innermost read that is under way; without one, nothing is reported ---
     /// `callback` is called with each new percentage, 0 to 100, in ascending order. It may raise an
@@ -113,6 +117,7 @@ class OSG_FILEIO_API SceneFileHandlerBase
     ReadBuffer const *_text = nullptr;
     bool _lastReadComplete = false;
     std::vector<std::string> _unwrittenFiles;
+    std::vector<std::string> _losses;
     bool _isWriting = false;
     UInt32 _elements = 0;
 };

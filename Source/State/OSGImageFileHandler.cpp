@@ -42,6 +42,18 @@ std::string ImageFileHandlerBase::findPicture(char const *fileName) const
     return isSearched ? _pathHandler->findFile(fileName) : std::string();
 }
 
+namespace
+{
+// The current folder may be gone. A relative name stays as it is then.
+std::string full_name(boost::filesystem::path path)
+{
+    boost::system::error_code error;
+    if(path.is_relative())
+        path = boost::filesystem::current_path(error) / path;
+    return path.lexically_normal().string();
+}
+} // namespace
+
 TransitPtr<Image> ImageFileHandlerBase::read(char const *fileName, char const *typeHint)
 {
     std::string const path = fileName != nullptr ? findPicture(fileName) : std::string();
@@ -66,7 +78,7 @@ TransitPtr<Image> ImageFileHandlerBase::read(char const *fileName, char const *t
             image = attempt(_types[i]);
     }
     if(image)
-        image->setName(boost::filesystem::absolute(path).lexically_normal().string());
+        image->setName(full_name(path));
     return image;
 }
 

@@ -59,6 +59,14 @@ void complain(Streams streams, std::string const &text)
     streams.err << "tolvanite: " + OSG::shown_text(text) + '\n' << std::flush;
 }
 
+void warn(Streams streams, std::string const &text)
+{
+    if(streams.log != nullptr)
+        streams.log->note(text);
+    else
+        complain(streams, text);
+}
+
 void add_common_options(CLI::App &command, CommonOptions &options)
 {
     command.add_flag("--json", options.json, "Print JSON instead of a table");

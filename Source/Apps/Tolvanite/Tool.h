@@ -27,6 +27,9 @@ struct Streams
 /// Control characters, which a file's name may have, are shown as \xNN.
 void complain(Streams streams, std::string const &text);
 
+/// Shows `text` as a warning, which --quiet silences.
+void warn(Streams streams, std::string const &text);
+
 /// Runs one command line, which begins with the program's name. startUp() must have been called.
 int run_tool(int argc, char const *const *argv, Streams streams);
 } // namespace Tool

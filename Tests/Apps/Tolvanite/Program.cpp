@@ -71,6 +71,11 @@ Outcome run_program_within(unsigned megabytes, std::vector<std::string> const &w
     return run_with_output("ulimit -v " + std::to_string(megabytes * 1024) + "; ", words);
 }
 
+Outcome run_program_with_files_of(unsigned bytes, std::vector<std::string> const &words)
+{
+    return run_with_output("ulimit -f " + std::to_string(bytes / 512) + "; ", words);
+}
+
 std::string pavilion() { return TEST_SOURCE_DIR "/Models/pavilion.obj"; }
 
 TextFile::TextFile(std::string const &name, std::string const &content)

@@ -20,6 +20,8 @@ struct Outcome
 Outcome run_program(std::vector<std::string> const &words);
 /// The same with so much address space, which the caller need not have itself.
 Outcome run_program_within(unsigned megabytes, std::vector<std::string> const &words);
+/// The same with room for so many bytes in each file that it writes, a multiple of 512.
+Outcome run_program_with_files_of(unsigned bytes, std::vector<std::string> const &words);
 /// The same with standard output going to `file`.
 Outcome run_program_into(std::string const &file, std::vector<std::string> const &words);
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "GoneFolder.h"
 #include "Pictures.h"
 
 namespace OSG::Test
@@ -50,6 +51,17 @@ TEST(ImageFileHandler, ASuffixInCapitalsIsRead)
     ASSERT_NE(read.get(), nullptr);
     EXPECT_TRUE(same_picture(*read, *sample()));
     EXPECT_EQ(read->getName(), file.path());
+}
+
+TEST(ImageFileHandler, WhereTheCurrentFolderIsGoneFilesOfFullNamesAreRead)
+{
+    TempFolder const folder;
+    std::string const path = folder.write("a.png", file_of(*sample(), "png"));
+    GoneFolder const gone(folder);
+    ImagePtr const read(ImageFileHandlerBase::the()->read(path.c_str()));
+    ASSERT_NE(read.get(), nullptr);
+    EXPECT_EQ(read->getName(), path);
+    EXPECT_EQ(ImageFileHandlerBase::the()->read("a.png"), nullptr);
 }
 
 TEST(ImageFileHandler, AWrongSuffixYieldsToTheContent)

@@ -1,6 +1,7 @@
 #include <ostream>
 #include <vector>
 
+#include "GroupMaterials.h"
 #include "OSGFileSuffix.h"
 #include "OSGReachableNodes.h"
 #include "OSGShownText.h"
@@ -17,6 +18,7 @@ struct ConvertOptions : SceneOptions
 {
     std::string target;
     std::vector<Operation> operations;
+    bool groupsMaterials = false; ///< see group_materials
 };
 
 struct Outcome
@@ -62,6 +64,8 @@ int run_convert(ConvertOptions const &options, Streams streams)
     OperationsResult const operations = run_operations(scene.root, options.operations, streams);
     if(!operations.done)
         return Failed;
+    if(options.groupsMaterials)
+        group_materials(scene.root);
     outcome.nodesAfter = OSG::count_reachable_nodes(scene.root);
     std::string const reason = write_scene(scene.root, options.target, streams);
     if(!reason.empty())
@@ -98,5 +102,7 @@ void add_convert_command(CLI::App &program, ChosenCommand &chosen)
                 return is_written(suffix) ? std::string() : "no format writes '" + suffix + "'";
             });
     add_operation_option(command, options->operations);
+    command.add_flag("--group-materials", options->groupsMaterials,
+                     "Put materials of geometries on groups, as readers of OBJ files need it");
 }
 } // namespace Tool

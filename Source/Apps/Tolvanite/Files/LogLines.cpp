@@ -81,6 +81,12 @@ void LogLines::take(OSG::LogLevel level, char const *text)
                           OSG::SceneFileHandlerBase::the()->getReadLine(), 1});
 }
 
+void LogLines::note(std::string const &text)
+{
+    if(_show != Show::Nothing)
+        _kinds.push_back({text, shown_message(OSG::LOG_WARNING, text), 0, 1});
+}
+
 LogLines::Kind *LogLines::find(std::string const &format)
 {
     auto const found = std::find_if(_kinds.begin(), _kinds.end(),

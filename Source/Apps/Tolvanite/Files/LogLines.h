@@ -30,6 +30,8 @@ class LogLines
     LogLines(LogLines const &) = delete;
     LogLines &operator=(LogLines const &) = delete;
 
+    /// Keeps a line of the program's own, shown as a warning.
+    void note(std::string const &text);
     /// Prints the kept messages.
     void print();
 

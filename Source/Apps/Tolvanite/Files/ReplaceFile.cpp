@@ -22,16 +22,6 @@ fs::path without_links(fs::path path)
     return path;
 }
 
-// The new file gets the permissions of the old one, so that nobody can read it who could not read
-// the old one.
-void copy_permissions(fs::path const &from, fs::path const &to)
-{
-    std::error_code error;
-    fs::file_status const old = fs::status(from, error);
-    if(fs::exists(old))
-        fs::permissions(to, old.permissions(), error);
-}
-
 // Empty if the target can be replaced, otherwise the reason.
 std::string obstacle_at(fs::path const &path)
 {
@@ -49,18 +39,17 @@ std::string reason_of(int number)
     return number != 0 ? std::generic_category().message(number) : "the format could not write it";
 }
 
-std::string write_and_move(fs::path const &target, std::string const &name,
+// `target` may be a link to `file`.
+std::string write_and_move(fs::path const &file, fs::path const &target,
                            std::function<bool(std::string const &path)> const &write,
                            WorkFolder::Stays const &stays)
 {
-    WorkFolder folder(target.parent_path());
-    std::string const path = (folder.path() / name).string();
+    WorkFolder folder(file.parent_path());
+    std::string const name = target.filename().string();
     errno = 0; // a stream does not keep the reason of a failure
-    if(!write(path))
+    if(!write((folder.path() / name).string()))
         return reason_of(errno);
-    copy_permissions(target, path);
-    std::error_code error;
-    return folder.moveOut(name, target, stays, error) ? std::string() : error.message();
+    return folder.moveOut(name, file, target.parent_path(), stays);
 }
 } // namespace
 
@@ -68,13 +57,13 @@ std::string replace_file(std::string const &target,
                          std::function<bool(std::string const &path)> const &write,
                          WorkFolder::Stays const &stays)
 {
-    fs::path const path = without_links(target);
-    std::string obstacle = obstacle_at(path);
+    fs::path const file = without_links(target);
+    std::string obstacle = obstacle_at(file);
     if(!obstacle.empty())
         return obstacle;
     try
     {
-        return write_and_move(path, fs::path(target).filename().string(), write, stays);
+        return write_and_move(file, target, write, stays);
     }
     catch(fs::filesystem_error const &error)
     {

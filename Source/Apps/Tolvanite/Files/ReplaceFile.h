@@ -19,7 +19,9 @@ inline bool nothing_stays(std::filesystem::path const &) { return false; }
 ///
 /// Returns an empty text on success, otherwise the system's reason; the folder is removed in either
 /// case. It is also removed if a signal (SIGHUP, SIGINT, SIGQUIT, SIGTERM) ends the program. If the
-/// target is a link, the file that it leads to is replaced.
+/// target is a link, the file that it leads to is replaced. The further files are moved beside the
+/// link, where a reader that is given the link looks for them; the link and its file have to be on
+/// one file system then.
 std::string replace_file(std::string const &target,
                          std::function<bool(std::string const &path)> const &write,
                          WorkFolder::Stays const &stays = nothing_stays);

@@ -43,8 +43,9 @@ ScenePtr read_or_null(SceneOptions const &options, Streams streams)
     {
         throw;
     }
-    catch(std::exception const &)
+    catch(std::exception const &error)
     {
+        warn(streams, error.what());
         return nullptr;
     }
 }

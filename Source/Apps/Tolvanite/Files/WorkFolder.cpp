@@ -8,6 +8,8 @@
 
 #include <pthread.h>
 
+#include "FolderLock.h"
+
 namespace Tool
 {
 namespace fs = std::filesystem;
@@ -39,6 +41,25 @@ void end_by(int signal)
     sigaddset(&only, signal);
     pthread_sigmask(SIG_UNBLOCK, &only, nullptr);
     std::raise(signal);
+}
+
+// A file does not replace a folder.
+std::error_code obstacle_of(fs::path const &, fs::path const &to)
+{
+    std::error_code error;
+    return fs::is_directory(fs::symlink_status(to, error))
+               ? std::make_error_code(std::errc::is_a_directory)
+               : std::error_code();
+}
+
+std::error_code move_file(fs::path const &from, fs::path const &to)
+{
+    std::error_code error;
+    fs::file_status const old = fs::status(to, error);
+    if(fs::exists(old))
+        fs::permissions(from, old.permissions(), error);
+    fs::rename(from, to, error);
+    return error;
 }
 } // namespace
 
@@ -108,22 +129,35 @@ void WorkFolder::remove()
         fs::remove_all(gone, error);
 }
 
-bool WorkFolder::moveOut(std::string const &name, fs::path const &target, Stays const &stays,
-                         std::error_code &error)
+std::vector<WorkFolder::Move>
+WorkFolder::movesInto(fs::path const &beside, std::string const &without, Stays const &stays) const
 {
-    std::lock_guard<std::mutex> const guard(_mutex);
-    for(fs::directory_iterator entry(_path, error); !error && entry != fs::directory_iterator();
-        entry.increment(error))
+    std::vector<Move> moves;
+    for(fs::directory_entry const &entry : fs::directory_iterator(_path))
     {
-        fs::path const other = entry->path();
-        fs::path const place = target.parent_path() / other.filename();
-        if(other.filename() != name && !stays(place))
-            fs::rename(other, place, error);
-        if(error)
-            return false;
+        fs::path const name = entry.path().filename();
+        if(name != without && !stays(beside / name))
+            moves.push_back({entry.path(), beside / name});
     }
-    if(!error)
-        fs::rename(_path / name, target, error);
-    return !error;
+    return moves;
+}
+
+std::string WorkFolder::moveOut(std::string const &name, fs::path const &target,
+                                fs::path const &beside, Stays const &stays)
+{
+    FolderLock const lock(target.parent_path());
+    std::lock_guard<std::mutex> const guard(_mutex);
+    std::vector<Move> moves = movesInto(beside, name, stays);
+    moves.push_back({_path / name, target});
+    for(auto const &step : {&obstacle_of, &move_file})
+    {
+        for(Move const &move : moves)
+        {
+            if(std::error_code const error = step(move.from, move.to))
+                return (&move == &moves.back() ? "" : move.to.filename().string() + ": ") +
+                       error.message();
+        }
+    }
+    return {};
 }
 } // namespace Tool

@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <functional>
 #include <mutex>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace Tool
 {
@@ -29,15 +31,28 @@ class WorkFolder
     /// Whether a file that exists stays as it is.
     using Stays = std::function<bool(std::filesystem::path const &file)>;
 
-    /// Moves the files of the folder to `parent`, and last the file `name` to `target`. A file that
-    /// would replace one that stays is not moved. No signal interrupts this. False, with `error`
-    /// set, where a file cannot be moved.
-    bool moveOut(std::string const &name, std::filesystem::path const &target, Stays const &stays,
-                 std::error_code &error);
+    /// Moves the file `name` to `target`, and before it all others into `beside`, each as a whole.
+    /// A file that would replace one that stays is not moved. Each file gets the permissions of the
+    /// one that it replaces, so that nobody can read it who could not read that one. No signal
+    /// interrupts this.
+    ///
+    /// Nothing is moved where a folder is in the way of any of them. Empty on success, otherwise
+    /// the reason, with the name of the file where it is not `target`.
+    std::string moveOut(std::string const &name, std::filesystem::path const &target,
+                        std::filesystem::path const &beside, Stays const &stays);
 
   private:
+    /// A file of the folder and its final place.
+    struct Move
+    {
+        std::filesystem::path from;
+        std::filesystem::path to;
+    };
+
     void watch();
     void remove();
+    std::vector<Move> movesInto(std::filesystem::path const &beside, std::string const &without,
+                                Stays const &stays) const;
 
     sigset_t _signals;
     sigset_t _formerSignals;

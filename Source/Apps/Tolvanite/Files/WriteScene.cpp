@@ -1,14 +1,17 @@
 #include "WriteScene.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <vector>
 
+#include "NumberText.h"
 #include "OSGFileSuffix.h"
 #include "OSGImage.h"
 #include "OSGImageFileHandler.h"
 #include "OSGImageFileType.h"
 #include "OSGReachableMaterials.h"
+#include "OSGSceneBounds.h"
 #include "OSGSceneFileHandler.h"
 #include "ReplaceFile.h"
 
@@ -68,6 +71,36 @@ bool write_files(OSG::Node *root, std::string const &path, Streams streams)
     }
     return true;
 }
+// Numbers in texts have six digits, whose unit is coarse far from the origin.
+void warn_of_rounding(OSG::Node *root, Streams streams)
+{
+    constexpr OSG::Real64 Digits = 6;
+    constexpr OSG::Real64 Noticeable = 1e-4; // of the scene's size
+    OSG::BoxVolume const box = OSG::bounds_of(root).box;
+    if(box.isEmpty())
+        return;
+    OSG::Real64 farthest = 0;
+    OSG::Real64 size = 0;
+    for(int i = 0; i < 3; ++i)
+    {
+        OSG::Real64 const min = box.getMin()[i];
+        OSG::Real64 const max = box.getMax()[i];
+        farthest = std::max({farthest, std::abs(min), std::abs(max)});
+        size = std::max(size, max - min);
+    }
+    OSG::Real64 const rounding = std::pow(10, std::floor(std::log10(farthest)) - Digits + 1) / 2;
+    if(farthest > 0 && rounding > Noticeable * size)
+        warn(streams, "Numbers have six digits in this format: corners move by up to " +
+                          number_text(static_cast<float>(rounding)) + " units.");
+}
+
+void warn_of_losses(OSG::Node *root, std::string const &target, Streams streams)
+{
+    for(std::string const &loss : OSG::SceneFileHandlerBase::the()->getLosses())
+        warn(streams, loss);
+    if(OSG::file_suffix(target) == "obj")
+        warn_of_rounding(root, streams);
+}
 } // namespace
 
 bool is_written(std::string const &suffix)
@@ -79,8 +112,11 @@ bool is_written(std::string const &suffix)
 std::string write_scene(OSG::Node *root, std::string const &target, Streams streams)
 {
     SourcePictures const pictures(root);
-    return replace_file(
+    std::string const reason = replace_file(
         target, [&](std::string const &path) { return write_files(root, path, streams); },
         [&pictures](fs::path const &file) { return pictures.contains(file); });
+    if(reason.empty())
+        warn_of_losses(root, target, streams);
+    return reason;
 }
 } // namespace Tool

@@ -4,9 +4,11 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <thread>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -104,7 +106,11 @@ TEST_F(ReplaceFile, SaysWhyItCannot)
     auto const write = [](std::string const &path) { return write_text(path, "new"); };
     EXPECT_EQ(replace_file(folder.path("none/scene.osb"), write), "No such file or directory");
     EXPECT_EQ(replace_file(folder.path(""), write), "it is a folder");
-    EXPECT_EQ(replace_file("/dev/null", write), "it is no regular file");
+    // A pipe of the test's own: where this fails, no device of the machine is replaced.
+    std::string const pipe = folder.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(replace_file(pipe, write), "it is no regular file");
+    fs::remove(pipe);
     EXPECT_EQ(replace_file(target,
                            [](std::string const &)
                            {
@@ -140,9 +146,85 @@ TEST_F(ReplaceFile, SignalsAreAsTheyWereAfterwards)
         EXPECT_EQ(sigismember(&after, signal), sigismember(&before, signal));
 }
 
-// Writes file after file until a signal ends it.
-[[noreturn]] void write_for_ever(std::string const &target, int started)
+// --- further files ---
+
+/// Writes a text into the file and into one beside it that ends in "mtl".
+std::function<bool(std::string const &path)> writer_of_two(std::string const &text)
 {
+    return [text](std::string const &path)
+    { return write_text(path, text) && write_text(fs::path(path).replace_extension("mtl"), text); };
+}
+
+TEST_F(ReplaceFile, AFolderInTheWayOfOneFileLeavesAllAsTheyWere)
+{
+    folder.makeFolder("scene.mtl");
+    folder.write("a.png", "old");
+    folder.write("z.png", "old");
+    auto const write = [](std::string const &path)
+    {
+        fs::path const parent = fs::path(path).parent_path();
+        return writer_of_two("new")(path) && write_text(parent / "a.png", "new") &&
+               write_text(parent / "z.png", "new");
+    };
+    EXPECT_EQ(replace_file(target, write), "scene.mtl: Is a directory");
+    EXPECT_EQ(content_of(target), "old");
+    EXPECT_EQ(content_of(folder.path("a.png")), "old");
+    EXPECT_EQ(content_of(folder.path("z.png")), "old");
+    EXPECT_EQ(fileCount(), 4u);
+}
+
+TEST_F(ReplaceFile, EachFileGetsThePermissionsOfTheOneThatItReplaces)
+{
+    fs::perms const own = fs::perms::owner_read | fs::perms::owner_write;
+    fs::perms const all = fs::perms::all;
+    fs::permissions(target, all);
+    fs::permissions(folder.write("scene.mtl", "old"), own);
+    EXPECT_EQ(replace_file(target, writer_of_two("new")), "");
+    EXPECT_EQ(content_of(folder.path("scene.mtl")), "new");
+    EXPECT_EQ(fs::status(target).permissions(), all);
+    EXPECT_EQ(fs::status(folder.path("scene.mtl")).permissions(), own);
+}
+
+TEST_F(ReplaceFile, FurtherFilesOfALinkGoBesideTheLink)
+{
+    folder.write("store/real.osb", "old");
+    fs::create_symlink("store/real.osb", folder.path("link.osb"));
+    EXPECT_EQ(replace_file(folder.path("link.osb"), writer_of_two("new")), "");
+    EXPECT_TRUE(fs::is_symlink(folder.path("link.osb")));
+    EXPECT_EQ(content_of(folder.path("store/real.osb")), "new");
+    EXPECT_EQ(content_of(folder.path("link.mtl")), "new");
+    EXPECT_FALSE(fs::exists(folder.path("store/link.mtl")));
+}
+
+TEST_F(ReplaceFile, OfRunsAtOnceAllFilesAreThoseOfOneOfThem)
+{
+    for(int round = 0; round < 300; ++round)
+    {
+        std::vector<pid_t> children;
+        for(char const *text : {"one", "two", "three"})
+        {
+            children.push_back(fork());
+            if(children.back() == 0)
+                _exit(replace_file(target, writer_of_two(text)).empty() ? 0 : 1);
+        }
+        for(pid_t const child : children)
+        {
+            int status = 0;
+            waitpid(child, &status, 0);
+            ASSERT_EQ(status, 0);
+        }
+        ASSERT_EQ(content_of(target), content_of(folder.path("scene.mtl"))) << round;
+    }
+}
+
+// --- signals ---
+
+// Writes file after file until a signal ends it. `ignored` does not.
+[[noreturn]] void write_for_ever(std::string const &target, int started, int ignored)
+{
+    // Whoever runs the tests may have made them ignore signals.
+    for(int const signal : {SIGHUP, SIGINT, SIGTERM})
+        std::signal(signal, signal == ignored ? SIG_IGN : SIG_DFL);
     replace_file(target,
                  [started](std::string const &path)
                  {
@@ -156,30 +238,46 @@ TEST_F(ReplaceFile, SignalsAreAsTheyWereAfterwards)
     _exit(0);
 }
 
+// Runs write_for_ever() and sends it signals, the first one after so many milliseconds. Gives the
+// signal that ended it.
+int signal_that_ends(std::string const &target, int milliseconds, std::vector<int> const &signals,
+                     int ignored = 0)
+{
+    int started[2];
+    EXPECT_EQ(pipe(started), 0);
+    pid_t const child = fork();
+    if(child == 0)
+        write_for_ever(target, started[1], ignored);
+    char byte;
+    EXPECT_EQ(read(started[0], &byte, 1), 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    for(int const signal : signals)
+        kill(child, signal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    close(started[0]);
+    close(started[1]);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
 TEST_F(ReplaceFile, ASignalInTheMiddleLeavesTheTargetAndNothingBesideIt)
 {
     for(int const signal : {SIGHUP, SIGINT, SIGTERM})
     {
-        for(int milliseconds : {0, 1, 3, 10})
+        for(int const milliseconds : {0, 1, 3, 10})
         {
-            int started[2];
-            ASSERT_EQ(pipe(started), 0);
-            pid_t const child = fork();
-            if(child == 0)
-                write_for_ever(target, started[1]);
-            char byte;
-            ASSERT_EQ(read(started[0], &byte, 1), 1);
-            std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-            kill(child, signal);
-            int status = 0;
-            waitpid(child, &status, 0);
-            close(started[0]);
-            close(started[1]);
-            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal);
+            EXPECT_EQ(signal_that_ends(target, milliseconds, {signal}), signal);
             EXPECT_EQ(content_of(target), "old");
             EXPECT_EQ(fileCount(), 1u);
         }
     }
+}
+
+TEST_F(ReplaceFile, ASignalThatIsIgnoredDoesNotEndIt)
+{
+    EXPECT_EQ(signal_that_ends(target, 1, {SIGHUP, SIGTERM}, SIGHUP), SIGTERM);
+    EXPECT_EQ(content_of(target), "old");
+    EXPECT_EQ(fileCount(), 1u);
 }
 } // namespace
 } // namespace Tool::Test

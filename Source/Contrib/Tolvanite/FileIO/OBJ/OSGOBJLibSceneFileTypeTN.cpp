@@ -1,8 +1,10 @@
 #include "OSGOBJLibSceneFileTypeTN.h"
 
+#include <algorithm>
 #include <boost/filesystem.hpp>
 #include <fstream>
 #include <locale>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -123,17 +125,39 @@ constexpr char Header[] = "#\n"
                           "# https://tolvanite.example\n"
                           "#\n";
 
+void note_loss(std::string const &sentence) { SceneFileHandlerBase::the()->addLoss(sentence); }
+
+// Readers take a name up to its first white space.
+void note_name(std::string const &name)
+{
+    if(std::any_of(name.begin(), name.end(), &is_stream_space))
+        note_loss("Readers find no file for the name '" + name + "', as it has a blank.");
+}
+
 void write_images(ObjWriter::Images const &images, boost::filesystem::path folder)
 {
+    boost::system::error_code error; // the current folder may be gone
     if(folder.empty())
-        folder = boost::filesystem::current_path();
+        folder = boost::filesystem::current_path(error);
+    std::map<std::string, std::string> sources; // by the names of the files
     for(Image const *image : images)
     {
-        boost::filesystem::path const file =
-            folder / boost::filesystem::path(image->getName()).filename();
+        std::string const name = boost::filesystem::path(image->getName()).filename().string();
+        boost::filesystem::path const file = folder / name;
         if(!image->write(file.string().c_str()))
             SceneFileHandlerBase::the()->addUnwrittenFile(file.string());
+        note_name(name);
+        if(sources.emplace(name, image->getName()).first->second != image->getName())
+            note_loss("Of several pictures with the name '" + name + "' one is written.");
     }
+}
+
+void note_unused_materials(UInt32 count, std::string const &library)
+{
+    if(count != 0)
+        note_loss("Readers do not use the materials of " + std::to_string(count) +
+                  (count == 1 ? " geometry" : " geometries") + " in '" + library +
+                  "': the file names those of material groups alone.");
 }
 } // namespace
 
@@ -150,6 +174,8 @@ bool OBJSceneFileTypeTN::write(Node *node, std::ostream &out, char const *fileNa
     ObjWriter writer(text, library);
     writer.write(node);
     text.flush();
+    note_name(libraryPath.filename().string());
+    note_unused_materials(writer.countUnusedMaterials(), libraryPath.filename().string());
     write_images(writer.getImages(), target.parent_path());
     library.close();
     if(!library)

@@ -41,8 +41,8 @@ class OSG_CONTRIBTOLVANITE_API OBJSceneFileTypeTN : public SceneFileType
     /// suffix "mtl". A null node is an empty scene.
     ///
     /// Always true, as the state of `out` tells of the text. The scene file handler knows which of
-    /// the other files could not be written. Each geometry has a material entry of its own, but a
-    /// "usemtl" line only where a group above it has a material.
+    /// the other files could not be written, and what readers will miss. Each geometry has a
+    /// material entry of its own, but a "usemtl" line only where a group above it has a material.
     bool write(Node *node, std::ostream &out, char const *fileName) const override;
 
   protected:

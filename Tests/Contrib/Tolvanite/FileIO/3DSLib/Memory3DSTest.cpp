@@ -1,16 +1,11 @@
 /// \file
 /// The memory that 3DS files need whose bytes stand for as many records as possible.
 
-#include <new>
-
 #include <gtest/gtest.h>
 
 #include "Chunks3DS.h"
-#include "OSGChangeList.h"
-#include "OSGFieldContainerFactory.h"
 #include "OSGLog.h"
 #include "OSGMemManager.h"
-#include "OSGThread.h"
 #include "Scene3DS.h"
 #include "SceneInvariants.h"
 
@@ -226,56 +221,4 @@ TEST_P(Dense3DS, HoldsAtMostFortyBytesForEachOfItsOwnAndWhatTheNodesTake)
 
 INSTANTIATE_TEST_SUITE_P(Memory3DS, Dense3DS, testing::ValuesIn(DenseFiles),
                          [](auto const &row) { return row.param.name; });
-
-// --- not enough memory ---
-
-std::string file_of_all_kinds()
-{
-    std::string const mesh =
-        mesh_3ds("m", points_3ds({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}) +
-                          tex_coords_3ds({0, 0, 1, 0, 0, 1, 1, 1, 2, 2}) +
-                          faces_3ds({{{0, 1, 2}}, {{2, 1, 3}}, {{0, 3, 9}}},
-                                    face_material_3ds("a", {0, 2}) + smoothing_3ds({1, 2, 1})) +
-                          matrix_3ds({-1, 0, 0, 0, 1, 0, 0, 0, 1, 1, 2, 3}));
-    std::string const track = track_3ds(0xB020, {{UInt32(-5), {1, 2, 3}}, {5, {4, 5, 6}}});
-    std::string const nodes = chunk(0xB003) + instance_3ds(1, "m", 0, track) + child_of(1) +
-                              chunk(0xB002) + instance_3ds(2, "m", 77);
-    return file_3ds(chunk(0xAFFF) + material_3ds("a") + material_3ds("b", map_3ds(0xA200, "?")) +
-                        mesh + mesh_3ds("n", "") + mesh_3ds("n", ""),
-                    nodes);
-}
-
-TEST(Memory3DS, AnExhaustedAllocatorPassesOutAndLeavesNothing)
-{
-    std::string const bytes = file_of_all_kinds();
-    LogCapture const silence(LOG_DUMP);
-    auto const read = [&bytes]
-    {
-        std::istringstream in(bytes);
-        return UnrecordedRefPtr<Node>(SceneFileHandlerBase::the()->read(in, "3ds")) != nullptr;
-    };
-    EXPECT_TRUE(read()); // what the system keeps for later is there from now on
-    UInt32 const containers = FieldContainerFactoryBase::the()->getNumContainers();
-    UInt64 const before = get_mem_bytes();
-    int failures = 0;
-    bool isDone = false;
-    for(UInt64 room = 0; !isDone; room += 40)
-    {
-        set_mem_limit(before + room);
-        try
-        {
-            isDone = read();
-        }
-        catch(std::bad_alloc const &)
-        {
-            ++failures;
-        }
-        set_mem_limit(0);
-        Thread::getCurrentChangeList()->commitChanges();
-        ASSERT_EQ(FieldContainerFactoryBase::the()->getNumContainers(), containers) << room;
-        // Lists of the system may have grown by a block. A leak would add up over the repetitions.
-        ASSERT_LE(get_mem_bytes(), before + 1024) << room;
-    }
-    EXPECT_GT(failures, 100);
-}
 } // namespace

@@ -173,7 +173,7 @@ TEST(ObjText, IsCompleteUnlessAValueCannotBeRead)
 
 // --- the type ---
 
-TEST(OBJSceneFileTypeTN, ServesItsSuffixAndReads)
+TEST(OBJSceneFileTypeTN, ServesItsSuffixReadsAndWrites)
 {
     OBJSceneFileTypeTN &type = OBJSceneFileTypeTN::the();
     EXPECT_STREQ(type.getName(), "Wavefront Geometry");
@@ -181,6 +181,7 @@ TEST(OBJSceneFileTypeTN, ServesItsSuffixAndReads)
     EXPECT_TRUE(type.doOverride());
     EXPECT_EQ(type.getOverridePriority(), 20u);
     EXPECT_TRUE(type.canRead());
+    EXPECT_TRUE(type.canWrite());
     EXPECT_EQ(SceneFileHandlerBase::the()->getFileType("obj"), &type);
 }
 

@@ -107,6 +107,12 @@ TEST(ObjRecordReader, OnlyTheWordRightBehindATextureCoordinatePasses)
     EXPECT_THAT(read("vt 0 0 0\nx\n").texts(), ElementsAre("Unkown obj data elem: x\n"));
 }
 
+TEST(ObjRecordReader, AFurtherValueOfANormalIsAnUnknownElement)
+{
+    EXPECT_THAT(read("vn 0 0 1 0\nf 1 x\n2\n").texts(),
+                ElementsAre("Unkown obj data elem: 0\n", "Unkown obj data elem: 2\n"));
+}
+
 TEST(ObjRecordReader, ACommentDoesNotComeBetweenATextureCoordinateAndItsThirdValue)
 {
     EXPECT_THAT(read("vt 0 0 # w\n0\n").texts(), IsEmpty());

@@ -144,6 +144,8 @@ void ObjWriter::writeGeometry(Node *node)
     // line here: this is how the format has always been written.
     if(!_materials.empty() || !_overrideMaterials.empty())
         _out.put("usemtl ").put(name).put('\n');
+    else if(geometry.getMaterial() != nullptr && !is_obj_default(*geometry.getMaterial()))
+        ++_unusedMaterials;
     Matrix matrix = toWorld(node);
     for(auto transform = _transforms.rbegin(); transform != _transforms.rend(); ++transform)
         matrix.multLeft(*transform);

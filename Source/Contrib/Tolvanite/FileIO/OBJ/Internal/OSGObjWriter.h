@@ -36,6 +36,9 @@ class OSG_CONTRIBTOLVANITE_API ObjWriter
     void write(Node *root);
     /// The images that entries of the library have named.
     Images const &getImages() const { return _images; }
+    /// The number of geometries whose own material has an entry, but no line that uses it. Those
+    /// that a reader shows alike without it are not counted.
+    UInt32 countUnusedMaterials() const { return _unusedMaterials; }
 
     // --- for the walker ---
     bool enter(Node *node);
@@ -86,5 +89,6 @@ class OSG_CONTRIBTOLVANITE_API ObjWriter
     Images _images;
     Offsets _offsets;
     UInt32 _geometry = 1; // number of the next geometry
+    UInt32 _unusedMaterials = 0;
 };
 } // namespace OSG
