@@ -340,7 +340,7 @@ TEST(ObjPlainLines, LinesAroundTheLengthOfAWindowAreReadOrLeft)
                                                gap + "1 -2 345678.", " 1 2 3" + gap})
                 {
                     Taken const taken = take_points(line + "\n");
-                    EXPECT_LE(taken.lines, line.size() < DigitWindow::Last ? 1u : 0u);
+                    EXPECT_LE(taken.lines, line.size() < DigitWindow::Size ? 1u : 0u);
                     EXPECT_GE(taken.lines, line.size() + 2 < DigitWindow::Last ? 1u : 0u);
                     EXPECT_EQ(taken.bits, bits_by_extraction(taken.lines != 0 ? line : "", "v"));
                 }

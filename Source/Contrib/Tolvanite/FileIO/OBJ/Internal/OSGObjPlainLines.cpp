@@ -202,7 +202,10 @@ HWY_INLINE char const *find_numbers(char const *line, RealBatch &batch, std::siz
                                     std::index_sequence<I...>)
 {
     // The line break is looked for by itself, so that the next line need not wait for the numbers.
-    UInt32 const lineBreak = static_cast<UInt32>(std::countr_zero(bits_of(line, '\n')));
+    UInt64 const lineBreaks = bits_of(line, '\n');
+    if(lineBreaks == 0)
+        return nullptr;
+    UInt32 const lineBreak = static_cast<UInt32>(std::countr_zero(lineBreaks));
     UInt64 const signs = bits_of(line, '-') & (bits_of(line, ' ') << 1 | 1);
     DigitWindow window(line, others_at(line) & ~signs);
     UInt32 at = 0;
