@@ -112,7 +112,7 @@ bool is_written(std::string const &suffix)
 std::string write_scene(OSG::Node *root, std::string const &target, Streams streams)
 {
     SourcePictures const pictures(root);
-    std::string const reason = replace_file(
+    std::string reason = replace_file(
         target, [&](std::string const &path) { return write_files(root, path, streams); },
         [&pictures](fs::path const &file) { return pictures.contains(file); });
     if(reason.empty())

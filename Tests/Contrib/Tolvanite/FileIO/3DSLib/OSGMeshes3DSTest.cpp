@@ -299,8 +299,9 @@ TEST(Meshes3DS, FacesBeyondTheVerticesAreDroppedWithOneWarningAfterMaterialsWere
     Scene3DS const scene =
         read_3ds(file_3ds(material_3ds("a") + mesh_3ds("broken\x1b[0m", TwoFaces + faces)));
     EXPECT_EQ(scene.describe(), "[[[broken\x1b[0m1] []]]");
-    EXPECT_THAT(scene.log, ElementsAre("2: Mesh 'broken\\x1B[0m': 2 faces name vertices that are "
-                                       "not there and are dropped\n"));
+    EXPECT_THAT(scene.log,
+                ElementsAre("2: Mesh 'broken\\x1B[0m': faces that name vertices that are "
+                            "not there are dropped: 2\n"));
     EXPECT_FALSE(scene.isComplete);
 }
 

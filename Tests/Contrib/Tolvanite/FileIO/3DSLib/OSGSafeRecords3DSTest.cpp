@@ -36,8 +36,8 @@ TEST(SafeRecords3DS, FacesWithoutTheirVerticesAreDroppedWithOneWarning)
     EXPECT_EQ(mesh.nfaces, 1);
     EXPECT_EQ(mesh.faces[0].smoothing_group, 5u);
     EXPECT_THAT(log.texts(),
-                ElementsAre("Mesh 'bad\\x1B': 2 faces name vertices that are not there "
-                            "and are dropped\n"));
+                ElementsAre("Mesh 'bad\\x1B': faces that name vertices that are not there "
+                            "are dropped: 2\n"));
 }
 
 TEST(SafeRecords3DS, ArraysThatAreNullHaveNoElements)

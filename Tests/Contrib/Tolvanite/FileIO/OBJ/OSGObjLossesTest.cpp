@@ -3,7 +3,7 @@
 
 #include "OSGMaterialChunkOverrideGroup.h"
 #include "OSGMaterialGroup.h"
-#include "OSGObjMaterialEntry.h"
+#include "OSGObjDefaultMaterial.h"
 #include "OSGSceneFileHandler.h"
 #include "ObjScene.h"
 #include "ObjWriting.h"

@@ -26,7 +26,7 @@ inline unsigned drop_faces_without_vertices(Lib3dsMesh &mesh)
 /// What the log says of them.
 inline std::string dropped_faces_text(std::string const &meshName, unsigned dropped)
 {
-    return "Mesh '" + meshName + "': " + std::to_string(dropped) +
-           " faces name vertices that are not there and are dropped";
+    return "Mesh '" + meshName +
+           "': faces that name vertices that are not there are dropped: " + std::to_string(dropped);
 }
 } // namespace OSG

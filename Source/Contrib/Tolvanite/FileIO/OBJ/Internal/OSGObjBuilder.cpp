@@ -9,6 +9,7 @@
 #include "OSGGroup.h"
 #include "OSGLog.h"
 #include "OSGMakeNode.h"
+#include "OSGObjDefaultMaterial.h"
 #include "OSGSharedIndex.h"
 #include "OSGThread.h"
 
@@ -98,13 +99,7 @@ TransitPtr<Geometry> ObjBuilder::buildGeometry(ObjFaces faces, Material *materia
 Material *ObjBuilder::defaultMaterial()
 {
     if(_defaultMaterial == nullptr)
-    {
-        _defaultMaterial = SimpleTexturedMaterial::create();
-        // Light grey with a soft highlight.
-        _defaultMaterial->setDiffuse(Color3f(0.8f, 0.8f, 0.8f));
-        _defaultMaterial->setSpecular(Color3f(1.f, 1.f, 1.f));
-        _defaultMaterial->setShininess(20.f);
-    }
+        _defaultMaterial = make_obj_default();
     return _defaultMaterial;
 }
 

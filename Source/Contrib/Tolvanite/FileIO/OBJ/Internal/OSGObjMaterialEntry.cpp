@@ -83,17 +83,6 @@ class Entry
 };
 } // namespace
 
-bool is_obj_default(Material const &material)
-{
-    auto const *const simple = dynamic_cast<SimpleMaterial const *>(&material);
-    auto const *const textured = dynamic_cast<SimpleTexturedMaterial const *>(&material);
-    return simple != nullptr && (textured == nullptr || textured->getImage() == nullptr) &&
-           simple->getAmbient() == Color3f(0.2f, 0.2f, 0.2f) &&
-           simple->getDiffuse() == Color3f(0.8f, 0.8f, 0.8f) &&
-           simple->getSpecular() == Color3f(1.f, 1.f, 1.f) && simple->getShininess() == 20.f &&
-           simple->getTransparency() == 0.f;
-}
-
 void write_obj_material(std::ostream &library, std::string const &name, Material const *material,
                         ObjWriter::Images &images)
 {

@@ -7,9 +7,6 @@
 
 namespace OSG
 {
-/// Whether the material has the values that a reader of OBJ files gives to faces without one.
-OSG_CONTRIBTOLVANITE_API bool is_obj_default(Material const &material);
-
 /// Writes the entry of a material library: an empty line, "newmtl" and the name, and what the
 /// material's class has of colours, opacity, shininess and a texture. An image that the entry names
 /// goes into `images`. A material of another class, or null, has the first two lines alone. Numbers

@@ -8,6 +8,7 @@
 #include "OSGMaterialGroup.h"
 #include "OSGMultiSwitch.h"
 #include "OSGNodeWalker.h"
+#include "OSGObjDefaultMaterial.h"
 #include "OSGObjMaterialEntry.h"
 #include "OSGSwitch.h"
 #include "OSGVisitSubTree.h"
