@@ -62,7 +62,7 @@ inline std::string terrain_obj(std::uint32_t triangles, TerrainCorners corners)
     };
     auto const face = [&](std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
-        normal = normal % count + 1;
+        normal = normal == count ? 1 : normal + 1;
         if(corners == TerrainCorners::Separate)
         {
             text += 'f';

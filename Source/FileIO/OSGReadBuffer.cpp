@@ -229,7 +229,7 @@ bool ReadBuffer::readLongReal32(Real32 &value)
 std::string_view ReadBuffer::lineRest()
 {
     if(!enter())
-        return std::string_view(Nothing, 0);
+        return std::string_view(Nothing); // a zero byte is its first
     std::size_t length = 0;
     bool found = false;
     for(;;)

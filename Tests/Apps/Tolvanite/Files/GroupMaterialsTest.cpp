@@ -17,7 +17,7 @@ using namespace OSG::Test;
 
 NodePtr make_painted(Material *material)
 {
-    NodePtr const node = make_triangle();
+    NodePtr node = make_triangle();
     core_of<Geometry>(node)->setMaterial(material);
     return node;
 }

@@ -1,7 +1,6 @@
 #include "OSGObjChunk.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace OSG
 {
@@ -10,7 +9,7 @@ void ObjOpenCorners::grow(std::size_t corners)
     // A little more than the corners of most chunks.
     constexpr std::size_t FirstRoom = 4096 + 512;
     std::size_t const room = std::max({FirstRoom, 2 * count, count + corners});
-    MemArray<Int32> larger[ObjIndexKindCount];
+    std::array<MemArray<Int32>, ObjIndexKindCount> larger;
     for(UInt32 kind = 0; kind < ObjIndexKindCount; ++kind)
     {
         larger[kind] = MemArray<Int32>(room);
@@ -46,7 +45,7 @@ void ObjOpenCorners::add(Int32 const *const (&more)[ObjIndexKindCount], std::siz
 void ObjOpenCorners::clear()
 {
     count = 0;
-    std::fill(std::begin(isThere), std::end(isThere), false);
+    isThere.fill(false);
 }
 
 ObjChunk::ObjChunk(std::span<Int32 const> sizes, ObjOpenCorners const &corners, ObjChunkRoom &room)

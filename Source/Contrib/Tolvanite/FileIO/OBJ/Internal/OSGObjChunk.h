@@ -4,6 +4,7 @@
 /// Faces of an OBJ file as they are kept until the geometries are made.
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <span>
 #include <vector>
@@ -42,8 +43,8 @@ using ObjNumberVector = std::vector<Int32, MemAllocator<Int32>>;
 /// `count` are room. A kind that no corner has had so far has no indices; all stand for -1.
 struct OSG_CONTRIBTOLVANITE_API ObjOpenCorners
 {
-    MemArray<Int32> indices[ObjIndexKindCount];
-    bool isThere[ObjIndexKindCount] = {false, false, false};
+    std::array<MemArray<Int32>, ObjIndexKindCount> indices;
+    std::array<bool, ObjIndexKindCount> isThere = {};
     std::size_t count = 0;
 
     void add(ObjTiePoint const &corner)
