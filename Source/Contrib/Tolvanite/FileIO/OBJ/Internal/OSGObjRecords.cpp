@@ -118,7 +118,7 @@ void put_reversed(std::span<Int32 const> corners, std::span<Int32 const> sizes, 
         for(std::size_t i = 0; hasRoom && i < size; i += CopiedAtOnce)
             std::memcpy(to + i, from + i, CopiedAtOnce * sizeof(UInt32));
         if(!hasRoom)
-            std::memcpy(to, from, size * sizeof(UInt32));
+            std::copy_n(from, size, to);
         to += size;
     }
 }
