@@ -42,8 +42,9 @@ inline std::string terrain_obj(std::uint32_t triangles, TerrainCorners corners)
     }
     for(std::uint32_t i = 0; corners != TerrainCorners::Positions && i < side * side; ++i)
     {
+        std::uint32_t const row = i / side;
         std::snprintf(line, sizeof line, "vt %.6f %.6f\n", i % side / double(cells),
-                      i / side / double(cells));
+                      row / double(cells));
         text += line;
     }
     for(std::uint32_t i = 0; corners != TerrainCorners::Positions && i < side * side; ++i)

@@ -1,12 +1,12 @@
 #include "OSGBoxNode.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include <gmock/gmock.h>
 
 #include "InstructionSets.h"
 #include "RandomNumbers.h"
+#include "SameBits.h"
 
 namespace OSG::Test
 {
@@ -40,9 +40,12 @@ void fill(RandomNumbers &random, BoxNode &node, BoxPlanes &planes)
 void expect_same_bits(BoxGrades const &grades, BoxGrades const &expected)
 {
     ASSERT_EQ(grades.outside, expected.outside);
-    ASSERT_EQ(std::memcmp(grades.crossed, expected.crossed, sizeof(grades.crossed)), 0);
-    ASSERT_EQ(std::memcmp(grades.nearest, expected.nearest, sizeof(grades.nearest)), 0);
-    ASSERT_EQ(std::memcmp(grades.farthest, expected.farthest, sizeof(grades.farthest)), 0);
+    for(UInt32 box = 0; box < BoxNode::Width; ++box)
+    {
+        ASSERT_EQ(grades.crossed[box], expected.crossed[box]);
+        ASSERT_TRUE(same_bits(grades.nearest[box], expected.nearest[box]));
+        ASSERT_TRUE(same_bits(grades.farthest[box], expected.farthest[box]));
+    }
 }
 
 TEST(BoxGrades, HaveTheSameBitsWithEveryInstructionSetOfTheMachine)

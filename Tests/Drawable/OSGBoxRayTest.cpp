@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include <gtest/gtest.h>
 
 #include "InstructionSets.h"
 #include "RandomNumbers.h"
+#include "SameBits.h"
 
 namespace OSG::Test
 {
@@ -36,7 +36,7 @@ void expect_same_times(RandomNumbers &random, int round)
     cast_at_boxes_slowly(node, ray, limit, slow);
     ASSERT_EQ(fast.missed, slow.missed);
     for(UInt32 box = 0; box < BoxNode::Width; ++box)
-        ASSERT_TRUE(std::memcmp(&fast.enter[box], &slow.enter[box], sizeof(Real32)) == 0);
+        ASSERT_TRUE(same_bits(fast.enter[box], slow.enter[box]));
 }
 
 TEST(BoxRay, EveryInstructionSetGivesTheSameBits)

@@ -22,7 +22,7 @@ std::ios_base::iostate const Ended = std::ios_base::eofbit | std::ios_base::fail
 /// Reads the text. The obvious reader must give the same results.
 ObjOutcome read(std::string const &text)
 {
-    ObjOutcome const outcome = read_obj(text);
+    ObjOutcome outcome = read_obj(text);
     EXPECT_EQ(outcome.describe(), read_obj_slowly(text).describe());
     return outcome;
 }

@@ -54,6 +54,7 @@ class FullBuffer : public std::streambuf
 NodePtr make_large_scene(Image *image)
 {
     std::vector<Pnt3f> positions;
+    positions.reserve(60000);
     for(int i = 0; i < 60000; ++i)
         positions.emplace_back(static_cast<Real32>(i), 0.5f, -1.f);
     NodePtr const triangles =
