@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstring>
+#include <array>
+#include <bit>
 
 namespace OSG::Test
 {
@@ -8,6 +9,7 @@ namespace OSG::Test
 template <class T>
 bool same_bits(T const &a, T const &b)
 {
-    return std::memcmp(&a, &b, sizeof(T)) == 0;
+    using Bytes = std::array<unsigned char, sizeof(T)>;
+    return std::bit_cast<Bytes>(a) == std::bit_cast<Bytes>(b);
 }
 } // namespace OSG::Test
