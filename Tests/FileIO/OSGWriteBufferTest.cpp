@@ -95,16 +95,9 @@ TEST(WriteBuffer, WritesNothingToAStreamThatHasFailed)
     EXPECT_EQ(out.str(), "");
 }
 
-/// Takes a few characters, as a full disk does.
-class FullBuffer : public std::streambuf
-{
-  protected:
-    std::streamsize xsputn(char const *, std::streamsize n) override { return n / 2; }
-};
-
 TEST(WriteBuffer, LeavesTheStreamBadWhereItTakesOnlyAPart)
 {
-    FullBuffer full;
+    NarrowBuffer full(2);
     std::ostream out(&full);
     WriteBuffer buffer(out);
     buffer.put(repeated(WriteBuffer::BlockBytes * 3, 'x'));
@@ -114,7 +107,7 @@ TEST(WriteBuffer, LeavesTheStreamBadWhereItTakesOnlyAPart)
 
 TEST(WriteBuffer, RaisesWhatTheStreamIsAskedToRaise)
 {
-    FullBuffer full;
+    NarrowBuffer full(2);
     std::ostream out(&full);
     out.exceptions(std::ios::badbit);
     WriteBuffer buffer(out);

@@ -2,8 +2,9 @@
 
 /// \file
 /// Stream buffers as a host's streams may have them: without a get area, with short pieces, without
-/// seeking, with an exception in the middle, with endless text.
+/// seeking, with an exception in the middle, with endless text, with little room.
 
+#include <algorithm>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
@@ -120,5 +121,33 @@ class RepeatBuffer : public std::streambuf
     std::string _repeated;
     std::uint64_t _left;
     bool _started = false;
+};
+
+/// Takes so many characters and no more, as a full disk does.
+class NarrowBuffer : public std::streambuf
+{
+  public:
+    explicit NarrowBuffer(std::size_t room)
+        : _room(room)
+    {
+    }
+
+  protected:
+    std::streamsize xsputn(char const *, std::streamsize count) override
+    {
+        std::size_t const taken = std::min(_room, static_cast<std::size_t>(count));
+        _room -= taken;
+        return static_cast<std::streamsize>(taken);
+    }
+    int_type overflow(int_type c) override
+    {
+        if(_room == 0)
+            return traits_type::eof();
+        --_room;
+        return c;
+    }
+
+  private:
+    std::size_t _room;
 };
 } // namespace OSG::Test

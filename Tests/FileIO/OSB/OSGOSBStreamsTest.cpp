@@ -4,6 +4,7 @@
 
 #include "LogCapture.h"
 #include "OsbScenes.h"
+#include "StreamBuffers.h"
 
 namespace OSG
 {
@@ -61,28 +62,6 @@ TEST(OSBStreams, AStreamThatCannotSeekStandsBehindTheSceneToo)
     EXPECT_EQ(rest, "rest");
 }
 
-/// Takes so many bytes and no more.
-class NarrowBuffer : public std::stringbuf
-{
-  public:
-    explicit NarrowBuffer(std::streamsize room)
-        : _room(room)
-    {
-    }
-
-  protected:
-    std::streamsize xsputn(char const *, std::streamsize count) override
-    {
-        std::streamsize const taken = std::min(count, _room);
-        _room -= taken;
-        return taken;
-    }
-    int_type overflow(int_type c) override { return _room-- > 0 ? c : traits_type::eof(); }
-
-  private:
-    std::streamsize _room;
-};
-
 TEST(OSBStreams, AStreamThatEndsAtAnyByteIsReported)
 {
     LogCapture const log;
@@ -90,7 +69,7 @@ TEST(OSBStreams, AStreamThatEndsAtAnyByteIsReported)
     std::size_t const size = osb_bytes(root).size();
     for(std::size_t room = 0; room <= size; ++room)
     {
-        NarrowBuffer buffer(static_cast<std::streamsize>(room));
+        NarrowBuffer buffer(room);
         std::ostream out(&buffer);
         EXPECT_EQ(OSBSceneFileType::the().write(root, out, "osb"), room == size) << room;
     }

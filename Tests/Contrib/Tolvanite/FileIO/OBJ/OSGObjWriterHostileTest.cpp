@@ -29,27 +29,6 @@ class ObjWriterHostile : public ObjWriting
 {
 };
 
-/// Takes so many characters and no more, as a full disk does.
-class FullBuffer : public std::streambuf
-{
-  public:
-    explicit FullBuffer(std::size_t room)
-        : _room(room)
-    {
-    }
-
-  protected:
-    std::streamsize xsputn(char const *, std::streamsize count) override
-    {
-        std::size_t const taken = std::min(_room, static_cast<std::size_t>(count));
-        _room -= taken;
-        return static_cast<std::streamsize>(taken);
-    }
-
-  private:
-    std::size_t _room;
-};
-
 /// Twenty thousand triangles below a group with a material and a texture.
 NodePtr make_large_scene(Image *image)
 {
@@ -71,7 +50,7 @@ TEST_F(ObjWriterHostile, AStreamThatBreaksOnTheWayGivesTrueWithoutAMessageAndThe
     std::string const library = ObjHeader + write(root, "whole.obj").library;
     for(std::size_t const room : {0u, 100u, 100000u, 1000000u})
     {
-        FullBuffer full(room);
+        NarrowBuffer full(room);
         std::ostream out(&full);
         LogCapture const log;
         EXPECT_TRUE(OBJSceneFileTypeTN::the().write(root, out, folder.path("a.obj").c_str()));

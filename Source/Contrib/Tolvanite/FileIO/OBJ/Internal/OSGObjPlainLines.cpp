@@ -345,10 +345,8 @@ HWY_INLINE char const *find_corners(char const *begin, CornerBatch &batch, std::
             while(find_corner<Form>(window, at, batch, n))
             {
                 ++n;
-                if(window[at] != ' ')
+                if(!pass_space(window, at))
                     break;
-                window.pass();
-                ++at;
             }
         } while(pass_space(window, at));
         begin += at;
